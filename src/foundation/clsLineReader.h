@@ -1,0 +1,93 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "clsCodePage.h"
+#include "modFailure.h"
+
+namespace quillon {
+
+/// How a text file is read. pCodePage null: found by content ("auto").
+struct TextFileOptions {
+  bool bUnix = false;
+  const clsCodePage* pCodePage = &clsCodePage::Windows1252();
+};
+
+/// The one reader of rows: reports, recipes, profiles, marks.
+///
+/// A row ends at LF; the CRs directly before it belong to the line end. Other CRs are characters with bUnix off and
+/// dropped with it on. With bUnix off a file that has CRs and no LF at all ends its rows at CR. Bytes 0x1A at the very
+/// end (and NULs behind them) are the old end-of-file mark and no row. A last line without line end is a row; an empty
+/// rest is none. A UTF-8 mark in front makes the file UTF-8 and belongs to no row. NULs inside stay.
+///
+/// The file is read in blocks, never mapped (a file that shrinks while it is read must not kill the run); memory is one
+/// block or the longest row, and a row of more than kMaxRowBytes is a failure.
+class clsLineReader {
+ public:
+  static constexpr size_t kMaxRowBytes = size_t{256} << 20;
+
+  clsLineReader() = default;
+  clsLineReader(const clsLineReader&) = delete;
+  clsLineReader& operator=(const clsLineReader&) = delete;
+  ~clsLineReader();
+
+  /// sPath is a path text (either separator, drive letters). False with the reason if the file can't be read.
+  bool Open(std::string_view sPath, const TextFileOptions& options, Failure& failure);
+  /// Reads from memory instead; the bytes must outlive the reader.
+  void OpenMemory(std::string_view sBytes, const TextFileOptions& options);
+  void Close();
+
+  /// The next row in the bytes of the file, without its line end; valid until the next call. False at the end and on a
+  /// failure (see LastFailure).
+  bool ReadRow(std::string_view& sRow);
+  /// Passes over nRows rows; returns how many there were.
+  int64_t SkipRows(int64_t nRows);
+  /// True if no row is left.
+  bool AtEnd();
+  /// Number of rows read or passed over so far.
+  int64_t RowNumber() const { return lRow_; }
+  int64_t BytesDone() const;
+  int64_t BytesTotal() const { return nEnd_; }
+
+  /// Reads on to the next row that contains sNeedle (bytes; "" is in every row that isn't empty) and, if sExclusion
+  /// isn't empty, not sExclusion. Returns how many rows that took (the row found included), 0 at the end.
+  int64_t FindRow(std::string_view sNeedle, std::string_view sExclusion, std::string_view& sRow);
+  /// True if a tab stands anywhere from here on; reads the rest of the file.
+  bool RestHasTab();
+
+  const clsCodePage& CodePage() const { return *pCodePage_; }
+  const Failure& LastFailure() const { return failure_; }
+
+ private:
+  enum class Ends { Lf, Cr };
+
+  bool Prepare();
+  bool FindEndOfText();
+  bool ScanForEnds();
+  bool Fill();
+  bool NextRawRow(std::string_view& sRow);
+  std::string_view StripRow(std::string_view sRow);
+
+  int nHandle_ = -1;
+  TextFileOptions options_;
+  const clsCodePage* pCodePage_ = &clsCodePage::Windows1252();
+  std::string sPath_;
+  Failure failure_;
+  Ends ends_ = Ends::Lf;
+  int64_t nStart_ = 0;   ///< First byte behind a UTF-8 mark
+  int64_t nEnd_ = 0;     ///< First byte of the end-of-file mark, or the size
+  int64_t nFilePos_ = 0; ///< File offset of the byte behind the buffer
+  int64_t lRow_ = 0;
+  std::vector<char> buffer_;
+  std::string_view window_;  ///< Bytes read and not yet handed out
+  std::string sScratch_;     ///< A row whose CRs were dropped
+};
+
+/// All rows of a file as UTF-8, for the small files of the system. False with the reason.
+bool ReadAllRows(std::string_view sPath, const TextFileOptions& options, std::vector<std::string>& rows,
+                 Failure& failure);
+
+}  // namespace quillon

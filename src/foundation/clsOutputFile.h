@@ -1,0 +1,67 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "modFailure.h"
+
+namespace quillon {
+
+/// A file in the making. It is written under a private name in the target's folder and takes the target's place when
+/// Commit succeeds, with the old file's permissions and synced to disk where it replaces one; until then, and if
+/// anything fails, the old file stays whole. A target that is no ordinary file (a pipe, a device) is written straight.
+/// Links are followed: the file that a link names is replaced, not the link.
+class clsOutputFile {
+ public:
+  clsOutputFile() = default;
+  clsOutputFile(const clsOutputFile&) = delete;
+  clsOutputFile& operator=(const clsOutputFile&) = delete;
+  ~clsOutputFile();  ///< Removes what was not committed
+
+  /// sPath is a path text. False with the reason.
+  bool Open(std::string_view sPath, Failure& failure);
+  bool IsOpen() const { return nHandle_ >= 0; }
+  /// Buffered. A failure is kept and given by Commit; writing goes on without effect.
+  void Write(std::string_view sBytes) {
+    if (sBytes.size() > kBufferBytes - nUsed_) return WriteSlow(sBytes);
+    sBytes.copy(buffer_.data() + nUsed_, sBytes.size());
+    nUsed_ += sBytes.size();
+  }
+  /// Space for at least nBytes (at most kBufferBytes); the caller fills it and says by Used how much it took.
+  char* Reserve(size_t nBytes) {
+    if (nBytes > kBufferBytes - nUsed_) Flush();
+    return buffer_.data() + nUsed_;
+  }
+  void Used(size_t nBytes) { nUsed_ += nBytes; }
+  const Failure& LastFailure() const { return failure_; }
+  /// Bytes taken so far.
+  int64_t BytesWritten() const { return nFlushed_ + static_cast<int64_t>(nUsed_); }
+
+  bool Commit(Failure& failure);
+  /// Gives up: the private file is removed.
+  void Discard();
+
+  static constexpr size_t kBufferBytes = size_t{1} << 20;
+
+ private:
+  void WriteSlow(std::string_view sBytes);
+  void Flush();
+  bool OpenTemporary(Failure& failure);
+
+  int nHandle_ = -1;
+  std::string sTarget_;     ///< Host path, links resolved
+  std::string sTemporary_;  ///< Host path; empty when written straight
+  bool bReplaces_ = false;
+  std::vector<char> buffer_;
+  size_t nUsed_ = 0;
+  int64_t nFlushed_ = 0;
+  Failure failure_;
+};
+
+/// Writes a whole file in the manner of clsOutputFile.
+bool WriteWholeFile(std::string_view sPath, std::string_view sBytes, Failure& failure);
+/// Reads a whole file of at most nMaxBytes.
+bool ReadWholeFile(std::string_view sPath, std::string& sBytes, size_t nMaxBytes, Failure& failure);
+
+}  // namespace quillon

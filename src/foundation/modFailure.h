@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quillon {
+
+/// Reason of a failed operation on files: the system's error number and a text that names the path.
+struct Failure {
+  int nError = 0;     ///< errno, or -1 where the system gave none
+  std::string sText;  ///< "/out/a.csv: No space left on device"
+
+  bool Failed() const { return nError != 0; }
+};
+
+/// A failure from an error number, with the system's own words for it.
+Failure SystemFailure(std::string_view sPath, int nError);
+/// A failure of our own making: "path: text".
+Failure OwnFailure(std::string_view sPath, std::string_view sText);
+
+}  // namespace quillon

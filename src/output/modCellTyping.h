@@ -1,0 +1,32 @@
+#pragma once
+// The one written rule by which a text becomes a typed cell: a number, date or truth value only if the sheet then shows
+// the same characters as the report did (blanks aside) and no digit is lost; else text.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "clsWorkbook.h"
+
+namespace quillon {
+
+enum class CellKind : uint8_t { Empty, Text, Number, Date, Boolean, Error, Formula };
+
+/// A typed cell. Views point into the text given or into static storage.
+struct TypedCell {
+  CellKind kind = CellKind::Empty;
+  double nValue = 0;             ///< Number; date as serial day of the 1900 system; 0 or 1
+  /// The number as it goes into the file where its own digits serve ("1234.50" minus separators); "" = use nValue.
+  std::string_view sDigits;
+  std::string_view sFormat;      ///< Number format code; "" is General
+  std::string_view sText;        ///< Text; formula without its "="; error word
+  bool bRefusedFormula = false;  ///< Text because its formula reaches outside the workbook
+};
+
+/// Types one text. sScratch backs views of the result where its form differs from the text's.
+TypedCell TypeCell(std::string_view sText, const CellTypingOptions& options, std::string& sScratch);
+
+/// True if the user's locale (LC_TIME) writes the day before the month.
+bool LocaleIsDayFirst();
+
+}  // namespace quillon
