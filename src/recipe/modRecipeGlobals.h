@@ -1,0 +1,72 @@
+#pragma once
+// What one run of the recipe engine works with.
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "clsHost.h"
+#include "clsLineReader.h"
+
+namespace quillon {
+
+class clsRecipe;
+class clsLineProcessor;
+class clsWorkbook;
+
+// The values that are one for the whole process.
+extern std::string gsInputFile;   ///< Names of the file in hand
+extern std::string gsOutputFile;
+extern std::string gsRecipeFile;
+extern int32_t glTabSize;         ///< Tab size in force; below 1: tabs stay
+extern bool gbPauseRequested;     ///< Set by the pause command and by the closing of the window
+extern bool gbProcessing;         ///< True while sections run
+clsRecipe& gRecipe();             ///< The one recipe
+clsLineProcessor& gLineProcessor();
+
+/// Puts the values above back to their start values.
+void ResetRecipeGlobals();
+
+/// What a job says to the engine.
+struct RecipeOptions {
+  TextFileOptions text;                          ///< How reports are read
+  /// How recipes are read and section files written; null: found by content, written as windows-1252.
+  const clsCodePage* pRecipePage = &clsCodePage::Windows1252();
+  int32_t lDelimitationCharacter = 44;
+  bool bClearOutputFileBeforeProcessing = true;
+  bool bTrimFields = false;                      ///< Long options only: blanks around fields go
+  bool bSafeCsv = false;                         ///< Long options only: cells that a spreadsheet would run are made harmless
+  bool bAllPeriods = false;                      ///< Long options only: rows of every period's file, not of slot 1 alone
+  int64_t lTotalTimeStart = 0;                   ///< Tick of the run's start
+};
+
+/// What became of each line of an input file.
+struct TableAccount {
+  int32_t lTable = 0;
+  int64_t lFirstLine = 0, lLastLine = 0;         ///< Lines of the report, from 1; 0 if not found
+  int64_t lRows = 0;
+  int32_t lColumns = 0;
+  int64_t lCharactersBehind = 0;                 ///< Not blank, behind the last column
+  int64_t lCellsFailed = 0;
+};
+struct FileAccount {
+  int64_t lLinesRead = 0;                        ///< All lines of the file
+  int64_t lLinesInTables = 0;                    ///< Distinct lines that are in at least one table
+  int64_t lCharactersLost = 0;                   ///< Characters that the output's code page lacks
+  int64_t lFormulasRefused = 0;
+  int64_t lCellsFailed = 0;                      ///< Cell writes that failed, of all sections
+  bool bOutputWritten = false;
+  std::vector<TableAccount> tables;
+};
+
+/// The collaborators of one run, handed to every section. Objects are owned by the caller and outlive the run.
+struct RecipeContext {
+  clsHost& host;
+  const RecipeOptions& options;
+  clsRecipe& recipe;
+  clsLineProcessor& lineProcessor;
+  FileAccount& account;
+  clsWorkbook* pWorkbook = nullptr;              ///< Null in a CSV run
+};
+
+}  // namespace quillon
