@@ -1,5 +1,6 @@
 #pragma once
 
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -17,5 +18,13 @@ struct Failure {
 Failure SystemFailure(std::string_view sPath, int nError);
 /// A failure of our own making: "path: text".
 Failure OwnFailure(std::string_view sPath, std::string_view sText);
+
+/// A failure that nobody handles: it ends the process with one line on standard error (what() is that line) and exit
+/// status 70, and no log file is written. Thrown where a job or recipe holds what the program can't go on with; caught
+/// in main and in the desktop program's outermost handler, nowhere else.
+class UnhandledFailure : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
 
 }  // namespace quillon

@@ -20,6 +20,9 @@ extern std::string gsOutputFile;
 extern std::string gsRecipeFile;
 extern int32_t glTabSize;         ///< Tab size in force; below 1: tabs stay
 extern bool gbPauseRequested;     ///< Set by the pause command and by the closing of the window
+/// Set together with gbPauseRequested by an interrupted run: sections stop after the row in hand and the target is
+/// given up (clsOutputFile::Discard, no SaveAs), so that no half-written output stays.
+extern bool gbAbandonOutput;
 extern bool gbProcessing;         ///< True while sections run
 clsRecipe& gRecipe();             ///< The one recipe
 clsLineProcessor& gLineProcessor();
