@@ -23,6 +23,10 @@ bool IsExcelRunning();
 /// and SaveAs leaves the file as it is.
 std::unique_ptr<clsWorkbook> OpenExcelWorkbook(std::string_view sPath, const WorkbookOptions& options);
 
+/// A new workbook of the format (kFormatXlsx or kFormatXls), whatever stands at the path that it will be saved to: SaveAs
+/// replaces that. For the Profile method, whose output never keeps anything of an earlier file.
+std::unique_ptr<clsWorkbook> NewExcelWorkbook(int32_t lFormat, const WorkbookOptions& options);
+
 bool SaveExcelWorkbookAs(clsWorkbook& workbook, std::string_view sPath, int32_t lFormat, Failure& failure);
 void CloseExcelWorkbook(std::unique_ptr<clsWorkbook>& workbook);
 
