@@ -1,0 +1,124 @@
+#include "modExcelLink.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <string>
+
+#include "clsFailedWorkbook.h"
+#include "modNumbers.h"
+#include "modOutputMessages.h"
+#include "modPaths.h"
+#include "modText.h"
+
+namespace quillon {
+
+namespace {
+
+enum class FileContent { Nothing, Xlsx, Xls, Other };
+
+std::unique_ptr<clsWorkbook> Refused(Failure failure) {
+  return std::make_unique<clsFailedWorkbook>(std::move(failure));
+}
+
+/// By the first bytes: a zip package, a compound file or anything else.
+FileContent ContentOf(const std::string& sHostPath, Failure& failure) {
+  std::FILE* file = std::fopen(sHostPath.c_str(), "rb");
+  if (file == nullptr) {
+    failure = SystemFailure(sHostPath, errno);
+    return FileContent::Other;
+  }
+  std::array<char, 8> head{};
+  const size_t nRead = std::fread(head.data(), 1, head.size(), file);
+  std::fclose(file);
+  const std::string_view sHead(head.data(), nRead);
+  if (sHead.empty()) return FileContent::Nothing;
+  if (sHead.starts_with("PK\3\4")) return FileContent::Xlsx;
+  if (sHead == "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1") return FileContent::Xls;
+  return FileContent::Other;
+}
+
+std::unique_ptr<clsWorkbook> OpenExisting(const std::string& sHostPath, int32_t lFormat,
+                                          const WorkbookOptions& /*options*/) {
+  Failure failure;
+  const FileContent content = ContentOf(sHostPath, failure);
+  if (failure.Failed()) return Refused(std::move(failure));
+  if (content == FileContent::Nothing) return Refused(OutputFailure(sHostPath, OutputMessage::EmptyFile));
+  if (content == FileContent::Other) return Refused(OutputFailure(sHostPath, OutputMessage::NotAWorkbook));
+  if (content == FileContent::Xlsx && lFormat != kFormatXlsx)
+    return Refused(OutputFailure(sHostPath, OutputMessage::IsXlsxNotXls));
+  if (content == FileContent::Xls && lFormat != kFormatXls)
+    return Refused(OutputFailure(sHostPath, OutputMessage::IsXlsNotXlsx));
+  return Refused(OutputFailure(sHostPath, OutputMessage::OtherFormat));
+}
+
+std::unique_ptr<clsWorkbook> MakeNew(const std::string& sHostPath, int32_t /*lFormat*/,
+                                     const WorkbookOptions& /*options*/) {
+  const std::string sFolder = sHostPath.substr(0, BehindLastSeparator(sHostPath));
+  const char* const folder = sFolder.empty() ? "." : sFolder.c_str();
+  if (access(folder, F_OK) != 0) return Refused(OutputFailure(sHostPath, OutputMessage::NoFolder));
+  if (access(folder, W_OK | X_OK) != 0) return Refused(SystemFailure(sHostPath, errno));
+  return Refused(OutputFailure(sHostPath, OutputMessage::OtherFormat));
+}
+
+/// The kinds of a workbook's name; a name with neither has none.
+int32_t WorkbookFormatOfPath(std::string_view sPath) {
+  const std::string sUpper = UpperText(sPath);
+  if (sUpper.find(".XLSX") != std::string::npos) return kFormatXlsx;
+  return sUpper.find(".XLS") != std::string::npos ? kFormatXls : kFormatNone;
+}
+
+}  // namespace
+
+bool IsExcelRunning() {
+  return false;
+}
+
+std::unique_ptr<clsWorkbook> OpenExcelWorkbook(std::string_view sPath, const WorkbookOptions& options) {
+  const std::string sHostPath = HostPath(sPath);
+  const int32_t lFormat = WorkbookFormatOfPath(sPath);
+  if (lFormat == kFormatNone) return Refused(OutputFailure(sPath, OutputMessage::NoWorkbookName));
+  struct stat status {};
+  if (stat(sHostPath.c_str(), &status) != 0) {
+    if (errno != ENOENT && errno != ENOTDIR) return Refused(SystemFailure(sPath, errno));
+    return MakeNew(sHostPath, lFormat, options);
+  }
+  if (S_ISDIR(status.st_mode)) return Refused(OutputFailure(sPath, OutputMessage::IsFolder));
+  if (access(sHostPath.c_str(), W_OK) != 0) return Refused(OutputFailure(sPath, OutputMessage::NotWritable));
+  // A pipe or device holds nothing to change.
+  if (!S_ISREG(status.st_mode)) return MakeNew(sHostPath, lFormat, options);
+  return OpenExisting(sHostPath, lFormat, options);
+}
+
+bool SaveExcelWorkbookAs(clsWorkbook& workbook, std::string_view sPath, int32_t lFormat, Failure& failure) {
+  return workbook.SaveAs(sPath, lFormat, failure);
+}
+
+void CloseExcelWorkbook(std::unique_ptr<clsWorkbook>& workbook) {
+  workbook.reset();
+}
+
+int32_t OutputFormatOfPath(std::string_view sPath) {
+  if (UpperText(sPath).find(".CSV") != std::string::npos) return kFormatCsv;
+  return WorkbookFormatOfPath(sPath);
+}
+
+bool ActivateWorksheet(clsWorkbook& workbook, std::string_view sSheet) {
+  if (sSheet.empty()) return false;
+  if (ActivateWorksheetByName(workbook, sSheet)) return true;
+  const auto lNumber = ParseWholeNumber(sSheet);
+  return lNumber && ActivateWorksheetByNumber(workbook, *lNumber);
+}
+
+bool ActivateWorksheetByName(clsWorkbook& workbook, std::string_view sName) {
+  return workbook.ActivateSheet(sName);
+}
+
+bool ActivateWorksheetByNumber(clsWorkbook& workbook, int nSheet) {
+  return workbook.ActivateSheet(nSheet);
+}
+
+}  // namespace quillon
