@@ -15,7 +15,9 @@ struct Surroundings {
   bool bSign = false, bNegative = false, bCurrency = false, bOpen = false, bClosed = false;
 };
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 
 /// Takes blanks, signs, "$" and parentheses from the front of the text, each at most once.
 bool TakeSurroundings(std::string_view& s, Surroundings& around, bool bBehind) {

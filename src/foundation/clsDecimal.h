@@ -12,8 +12,8 @@ class clsDecimal {
  public:
   enum class Halves { ToEven, AwayFromZero };
 
-  /// Reads a numeric text (the forms of IsNumericText). False, and the number untouched, if the text is none. The number
-  /// may be null for a bare test.
+  /// Reads a numeric text (the forms of IsNumericText). False, and the number untouched, if the text is none. The
+  /// number may be null for a bare test.
   static bool Scan(std::string_view sText, clsDecimal* pNumber);
 
   /// Rounds to nDecimals behind the point.
@@ -30,8 +30,8 @@ class clsDecimal {
   char DigitAt(int64_t nPlace) const;  ///< Place 0 is the first digit kept; '0' outside
 
   bool bNegative_ = false;
-  std::string sDigits_;   ///< No leading zeros; empty is zero
-  int64_t nPoint_ = 0;    ///< Digits before the decimal point (may be negative or beyond the digits)
+  std::string sDigits_;  ///< No leading zeros; empty is zero
+  int64_t nPoint_ = 0;   ///< Digits before the decimal point (may be negative or beyond the digits)
 };
 
 }  // namespace quillon

@@ -46,7 +46,7 @@ class clsIniFile {
     std::string sEnd;   ///< CR LF, LF or nothing
   };
   struct Section {
-    std::vector<Line> lines;  ///< The header line first; the part before any header has none
+    std::vector<Line> lines;                       ///< The header line first; the part before any header has none
     std::unordered_map<std::string, size_t> keys;  ///< Folded key to its first line
   };
   Section& NewSection(std::string_view sSection);

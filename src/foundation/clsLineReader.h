@@ -70,6 +70,7 @@ class clsLineReader {
   bool Fill();
   bool NextRawRow(std::string_view& sRow);
   std::string_view StripRow(std::string_view sRow);
+  int64_t PassToNeedle(std::string_view sNeedle);
 
   int nHandle_ = -1;
   TextFileOptions options_;
@@ -77,9 +78,10 @@ class clsLineReader {
   std::string sPath_;
   Failure failure_;
   Ends ends_ = Ends::Lf;
-  int64_t nStart_ = 0;   ///< First byte behind a UTF-8 mark
-  int64_t nEnd_ = 0;     ///< First byte of the end-of-file mark, or the size
-  int64_t nFilePos_ = 0; ///< File offset of the byte behind the buffer
+  bool bEnded_ = false;   ///< The row handed out last had a line end
+  int64_t nStart_ = 0;    ///< First byte behind a UTF-8 mark
+  int64_t nEnd_ = 0;      ///< First byte of the end-of-file mark, or the size
+  int64_t nFilePos_ = 0;  ///< File offset of the byte behind the buffer
   int64_t lRow_ = 0;
   std::vector<char> buffer_;
   std::string_view window_;  ///< Bytes read and not yet handed out

@@ -10,7 +10,9 @@
 
 namespace quillon {
 
-bool IsNumericText(std::string_view sText) { return clsDecimal::Scan(sText, nullptr); }
+bool IsNumericText(std::string_view sText) {
+  return clsDecimal::Scan(sText, nullptr);
+}
 
 std::optional<double> NumericValue(std::string_view sText) {
   clsDecimal number;

@@ -15,8 +15,12 @@ namespace quillon {
 
 namespace {
 
-bool IsSeparator(char c) { return c == '\\' || c == '/'; }
-bool IsDriveLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+bool IsSeparator(char c) {
+  return c == '\\' || c == '/';
+}
+bool IsDriveLetter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
 
 bool Exists(const std::string& sHostPath) {
   struct stat info {};
@@ -80,7 +84,9 @@ std::string DocumentsFolder() {
   return sFolder;
 }
 
-std::string_view NameOf(std::string_view sPath) { return sPath.substr(BehindLastSeparator(sPath)); }
+std::string_view NameOf(std::string_view sPath) {
+  return sPath.substr(BehindLastSeparator(sPath));
+}
 
 }  // namespace
 
@@ -103,9 +109,13 @@ std::string HostPath(std::string_view sPath) {
   return sOut;
 }
 
-size_t BehindLastSeparator(std::string_view sPath) { return sPath.find_last_of("\\/") + 1; }
+size_t BehindLastSeparator(std::string_view sPath) {
+  return sPath.find_last_of("\\/") + 1;
+}
 
-bool HasSeparator(std::string_view sPath) { return sPath.find_first_of("\\/") != std::string_view::npos; }
+bool HasSeparator(std::string_view sPath) {
+  return sPath.find_first_of("\\/") != std::string_view::npos;
+}
 
 char SeparatorFor(std::string_view sPath) {
   const bool bSlash = sPath.find('/') != std::string_view::npos;
@@ -122,14 +132,18 @@ std::string JoinPath(std::string_view sFolder, std::string_view sName) {
   return WithSeparator(sFolder) + std::string(sName);
 }
 
-std::string FolderOfPath(std::string_view sPath) { return std::string(sPath.substr(0, BehindLastSeparator(sPath))); }
+std::string FolderOfPath(std::string_view sPath) {
+  return std::string(sPath.substr(0, BehindLastSeparator(sPath)));
+}
 
 std::string RemoveTrailingBackslash(std::string_view sPath) {
   if (!sPath.empty() && IsSeparator(sPath.back())) sPath.remove_suffix(1);
   return std::string(sPath);
 }
 
-std::string FileNameOfPath(std::string_view sPath) { return BaseNameOfPath(sPath) + "." + ExtensionOfPath(sPath); }
+std::string FileNameOfPath(std::string_view sPath) {
+  return BaseNameOfPath(sPath) + "." + ExtensionOfPath(sPath);
+}
 
 std::string BaseNameOfPath(std::string_view sPath) {
   const std::string_view sName = NameOf(sPath);
@@ -185,13 +199,20 @@ std::string DriveOrShareRoot(std::string_view sPath, bool bTrailingBackslash) {
 
 std::string SpecialFolder(int lFolderId) {
   switch (lFolderId) {
-    case 5: return DocumentsFolder();
-    case 26: return FolderFromEnvironment("APPDATA", "XDG_CONFIG_HOME", "/.config");
-    case 28: return FolderFromEnvironment("LOCALAPPDATA", "XDG_DATA_HOME", "/.local/share");
-    case 35: return "/var/lib/quillon";
-    case 40: return FolderFromEnvironment("HOME", nullptr, "");
-    case 46: return FolderFromEnvironment("HOME", nullptr, "") + "/Public";
-    default: return "(error)";
+    case 5:
+      return DocumentsFolder();
+    case 26:
+      return FolderFromEnvironment("APPDATA", "XDG_CONFIG_HOME", "/.config");
+    case 28:
+      return FolderFromEnvironment("LOCALAPPDATA", "XDG_DATA_HOME", "/.local/share");
+    case 35:
+      return "/var/lib/quillon";
+    case 40:
+      return FolderFromEnvironment("HOME", nullptr, "");
+    case 46:
+      return FolderFromEnvironment("HOME", nullptr, "") + "/Public";
+    default:
+      return "(error)";
   }
 }
 

@@ -6,9 +6,9 @@
 
 namespace quillon {
 
-/// The host path that a path text names: a leading "X:" becomes what QUILLON_DRIVE_X holds (or nothing), each "\" a "/".
-/// If that exact name doesn't exist, each component is matched without regard to case (the first in byte order wins);
-/// components that don't exist are taken as given. Looks at the file system.
+/// The host path that a path text names: a leading "X:" becomes what QUILLON_DRIVE_X holds (or nothing), each "\" a
+/// "/". If that exact name doesn't exist, each component is matched without regard to case (the first in byte order
+/// wins); components that don't exist are taken as given. Looks at the file system.
 std::string HostPath(std::string_view sPath);
 
 /// Byte position behind the last separator; 0 if there is none.

@@ -1,5 +1,7 @@
 #include "modStrings.h"
 
+#include <fmt/chrono.h>
+
 #include <array>
 
 #include "modText.h"
@@ -12,31 +14,33 @@ std::string TrimAtNull(std::string_view sText) {
   return std::string(sHead.substr(0, sHead.find('\0')));
 }
 
-std::string RemoveDoubleQuotes(std::string_view sText) { return ReplaceAll(sText, "\"", ""); }
+std::string RemoveDoubleQuotes(std::string_view sText) {
+  return ReplaceAll(sText, "\"", "");
+}
 
-bool HasWildcards(std::string_view sText) { return sText.find_first_of("?*") != std::string_view::npos; }
+bool HasWildcards(std::string_view sText) {
+  return sText.find_first_of("?*") != std::string_view::npos;
+}
 
 std::string ExpandDateStamps(std::string_view sText, std::time_t moment) {
   struct Stamp {
-    std::string_view sToken;
-    const char* sPattern;
+    std::string_view sToken, sPattern;
   };
-  static constexpr std::array<Stamp, 9> kStamps{{{"[Y]", "%Y"},
-                                                 {"[M]", "%m"},
-                                                 {"[D]", "%d"},
-                                                 {"[YMD]", "%Y%m%d"},
-                                                 {"[MDY]", "%m%d%Y"},
-                                                 {"[H]", "%H"},
-                                                 {"[I]", "%M"},
-                                                 {"[S]", "%S"},
-                                                 {"[HIS]", "%H%M%S"}}};
+  static constexpr std::array<Stamp, 9> kStamps{{{"[Y]", "{:%Y}"},
+                                                 {"[M]", "{:%m}"},
+                                                 {"[D]", "{:%d}"},
+                                                 {"[YMD]", "{:%Y%m%d}"},
+                                                 {"[MDY]", "{:%m%d%Y}"},
+                                                 {"[H]", "{:%H}"},
+                                                 {"[I]", "{:%M}"},
+                                                 {"[S]", "{:%S}"},
+                                                 {"[HIS]", "{:%H%M%S}"}}};
   std::tm parts{};
   localtime_r(&moment, &parts);
   std::string sOut(sText);
   for (const Stamp& stamp : kStamps) {
-    std::array<char, 32> buffer{};
-    const size_t nLength = std::strftime(buffer.data(), buffer.size(), stamp.sPattern, &parts);
-    sOut = ReplaceAll(sOut, stamp.sToken, std::string_view(buffer.data(), nLength));
+    if (sOut.find(stamp.sToken) == std::string::npos) continue;
+    sOut = ReplaceAll(sOut, stamp.sToken, fmt::format(fmt::runtime(stamp.sPattern), parts));
   }
   return sOut;
 }

@@ -146,7 +146,9 @@ std::string_view TrimRightBlanks(std::string_view sText) {
   return sText.substr(0, sText.find_last_not_of(' ') + 1);
 }
 
-std::string_view TrimBlanks(std::string_view sText) { return TrimLeftBlanks(TrimRightBlanks(sText)); }
+std::string_view TrimBlanks(std::string_view sText) {
+  return TrimLeftBlanks(TrimRightBlanks(sText));
+}
 
 char32_t UpperChar(char32_t ch) {
   if (ch < 0x80) return ch >= U'a' && ch <= U'z' ? ch - 32 : ch;
@@ -158,7 +160,9 @@ std::string UpperText(std::string_view sText) {
 }
 
 // Upper case serves as the folding: for the one-to-one pairs both give the same classes.
-char32_t FoldChar(char32_t ch) { return UpperChar(ch); }
+char32_t FoldChar(char32_t ch) {
+  return UpperChar(ch);
+}
 
 bool EqualNoCase(std::string_view a, std::string_view b) {
   size_t i = 0;

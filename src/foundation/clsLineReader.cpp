@@ -1,0 +1,316 @@
+#include "clsLineReader.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+
+#include "modPaths.h"
+#include "modSystemIo.h"
+#include "modText.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr size_t kBlockBytes = size_t{256} << 10;
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+constexpr char kEndOfFileMark = '\x1A';
+
+const char* FindByte(std::string_view s, char c) {
+  return s.empty() ? nullptr : static_cast<const char*>(std::memchr(s.data(), c, s.size()));
+}
+
+/// Where the UTF-8 text before a block may end in the middle of a character: bytes to leave for the next block.
+size_t CutTail(std::string_view s) {
+  for (size_t n = 1; n <= std::min<size_t>(3, s.size()); ++n) {
+    const auto byte = static_cast<unsigned char>(s[s.size() - n]);
+    if (byte >= 0xC0) return n;
+    if (byte < 0x80) return 0;
+  }
+  return 0;
+}
+
+}  // namespace
+
+clsLineReader::~clsLineReader() {
+  Close();
+}
+
+void clsLineReader::Close() {
+  if (nHandle_ >= 0) close(nHandle_);
+  nHandle_ = -1;
+  window_ = {};
+}
+
+bool clsLineReader::Open(std::string_view sPath, const TextFileOptions& options, Failure& failure) {
+  Close();
+  failure_ = {};
+  options_ = options;
+  sPath_ = sPath;
+  // Without O_NONBLOCK the opening of a pipe would wait for a writer before its kind could be looked at.
+  nHandle_ = OpenHandle(HostPath(sPath), O_RDONLY | O_NONBLOCK);
+  struct stat info {};
+  if (nHandle_ < 0 || fstat(nHandle_, &info) != 0) {
+    failure = SystemFailure(sPath, errno);
+  } else if (S_ISDIR(info.st_mode)) {
+    failure = SystemFailure(sPath, EISDIR);
+  } else if (!S_ISREG(info.st_mode)) {
+    failure = OwnFailure(sPath, "Not an ordinary file");
+  } else {
+    nEnd_ = info.st_size;
+    if (Prepare()) return true;
+    failure = failure_;
+  }
+  Close();
+  return false;
+}
+
+void clsLineReader::OpenMemory(std::string_view sBytes, const TextFileOptions& options) {
+  Close();
+  failure_ = {};
+  options_ = options;
+  sPath_.clear();
+  window_ = sBytes;
+  nFilePos_ = nEnd_ = static_cast<int64_t>(sBytes.size());
+  Prepare();
+}
+
+/// Looks at both ends and at the kind of line ends before the first row is handed out.
+bool clsLineReader::Prepare() {
+  lRow_ = 0;
+  ends_ = Ends::Lf;
+  nStart_ = 0;
+  const bool bMemory = nHandle_ < 0;
+  if (!bMemory) {
+    nFilePos_ = 0;
+    window_ = {};
+    if (!FindEndOfText()) return false;
+  } else {
+    const size_t nText = window_.find_last_not_of('\0');
+    const bool bMarked = nText != std::string_view::npos && window_[nText] == kEndOfFileMark;
+    if (bMarked) window_ = window_.substr(0, window_.find_last_not_of(std::string_view("\0\x1A", 2)) + 1);
+    nFilePos_ = nEnd_ = static_cast<int64_t>(window_.size());
+  }
+  if (!bMemory && !Fill() && failure_.Failed()) return false;
+  pCodePage_ = options_.pCodePage;
+  if (window_.starts_with(kUtf8Mark)) {
+    window_.remove_prefix(kUtf8Mark.size());
+    nStart_ = static_cast<int64_t>(kUtf8Mark.size());
+    pCodePage_ = &clsCodePage::Utf8();
+  }
+  return ScanForEnds();
+}
+
+/// Sets nEnd_ before the bytes 0x1A at the very end and the NULs behind them.
+bool clsLineReader::FindEndOfText() {
+  std::array<char, 4096> tail{};
+  int64_t nEnd = nEnd_;
+  int64_t nText = -1;  // end of the text before the mark, once a mark was seen
+  while (nEnd > 0) {
+    const int64_t nFrom = std::max<int64_t>(0, nEnd - static_cast<int64_t>(tail.size()));
+    const int64_t nGot = ReadHandleAt(nHandle_, tail.data(), static_cast<size_t>(nEnd - nFrom), nFrom);
+    if (nGot < 0) {
+      failure_ = SystemFailure(sPath_, errno);
+      return false;
+    }
+    if (nGot < nEnd - nFrom) return true;  // it shrank meanwhile: reading will find the end
+    for (; nEnd > nFrom; --nEnd) {
+      const char c = tail[static_cast<size_t>(nEnd - nFrom) - 1];
+      if (c == kEndOfFileMark) {
+        nText = nEnd - 1;
+      } else if (c != '\0') {
+        if (nText >= 0) nEnd_ = nEnd;
+        return true;
+      }
+    }
+  }
+  if (nText >= 0) nEnd_ = 0;
+  return true;
+}
+
+/// A file without any LF ends its rows at CR (bUnix off), and "auto" needs a look at all bytes: both in one pass, which
+/// ends at once where neither is open.
+bool clsLineReader::ScanForEnds() {
+  bool bNeedEnds = !options_.bUnix && FindByte(window_, '\n') == nullptr;
+  bool bNeedPage = pCodePage_ == nullptr;
+  if (!bNeedEnds && !bNeedPage) return true;
+  bool bLf = false;
+  bool bCr = false;
+  bool bAscii = true;
+  bool bUtf8 = true;
+  std::vector<char> block;
+  std::string_view s = window_;
+  size_t nKeep = 0;
+  for (int64_t nPos = nFilePos_;;) {
+    bLf = bLf || FindByte(s, '\n') != nullptr;
+    bCr = bCr || FindByte(s, '\r') != nullptr;
+    if (bNeedPage && !IsAscii(s)) {
+      bAscii = false;
+      nKeep = nPos < nEnd_ ? CutTail(s) : 0;
+      bUtf8 = bUtf8 && IsValidUtf8(s.substr(0, s.size() - nKeep));
+    } else {
+      nKeep = 0;
+    }
+    bNeedEnds = bNeedEnds && !bLf;
+    bNeedPage = bNeedPage && bUtf8;
+    if (nPos >= nEnd_ || (!bNeedEnds && !bNeedPage)) break;
+    const std::string sTail(s.substr(s.size() - nKeep));
+    block.resize(kBlockBytes + nKeep);
+    std::copy(sTail.begin(), sTail.end(), block.begin());
+    const auto nWant = static_cast<size_t>(std::min<int64_t>(kBlockBytes, nEnd_ - nPos));
+    const int64_t nGot = ReadHandleAt(nHandle_, block.data() + nKeep, nWant, nPos);
+    if (nGot < 0) {
+      failure_ = SystemFailure(sPath_, errno);
+      return false;
+    }
+    if (nGot == 0) break;
+    nPos += nGot;
+    s = std::string_view(block.data(), nKeep + static_cast<size_t>(nGot));
+  }
+  if (!options_.bUnix && !bLf && bCr) ends_ = Ends::Cr;
+  if (pCodePage_ == nullptr) pCodePage_ = !bAscii && bUtf8 ? &clsCodePage::Utf8() : &clsCodePage::Windows1252();
+  return true;
+}
+
+/// Reads the next block behind what is left of the window. False at the end and on a failure.
+bool clsLineReader::Fill() {
+  if (nHandle_ < 0 || nFilePos_ >= nEnd_) return false;
+  const size_t nLeft = window_.size();
+  if (nLeft > kMaxRowBytes) {
+    failure_ = OwnFailure(sPath_, "Row " + std::to_string(lRow_ + 1) + " is longer than 256 MB");
+    window_ = {};
+    nFilePos_ = nEnd_;
+    return false;
+  }
+  const size_t nOffset = nLeft == 0 ? 0 : static_cast<size_t>(window_.data() - buffer_.data());
+  // A long row doubles its buffer; a short rest moves to the front.
+  if (nLeft > 0 && nOffset > 0) std::memmove(buffer_.data(), window_.data(), nLeft);
+  const size_t nRoom = std::max(kBlockBytes, nLeft);
+  if (buffer_.size() < nLeft + nRoom) buffer_.resize(nLeft + nRoom);
+  const auto nWant =
+      static_cast<size_t>(std::min<int64_t>(static_cast<int64_t>(buffer_.size() - nLeft), nEnd_ - nFilePos_));
+  const int64_t nGot = ReadHandle(nHandle_, buffer_.data() + nLeft, nWant);
+  if (nGot < 0) failure_ = SystemFailure(sPath_, errno);
+  if (nGot <= 0) nEnd_ = nFilePos_;
+  nFilePos_ += std::max<int64_t>(nGot, 0);
+  window_ = std::string_view(buffer_.data(), nLeft + static_cast<size_t>(std::max<int64_t>(nGot, 0)));
+  return nGot > 0;
+}
+
+/// The next row with its CRs, without its LF (or CR).
+bool clsLineReader::NextRawRow(std::string_view& sRow) {
+  const char end = ends_ == Ends::Lf ? '\n' : '\r';
+  size_t nSearched = 0;
+  for (;;) {
+    const char* const pEnd = FindByte(window_.substr(nSearched), end);
+    if (pEnd != nullptr) {
+      sRow = window_.substr(0, static_cast<size_t>(pEnd - window_.data()));
+      window_.remove_prefix(sRow.size() + 1);
+      bEnded_ = true;
+      return true;
+    }
+    nSearched = window_.size();
+    if (nFilePos_ < nEnd_ && Fill()) continue;
+    if (failure_.Failed() || window_.empty()) return false;
+    sRow = window_;
+    window_ = {};
+    bEnded_ = false;
+    return true;
+  }
+}
+
+/// Takes off the CRs of the line end and, with bUnix on, all others.
+std::string_view clsLineReader::StripRow(std::string_view sRow) {
+  if (ends_ == Ends::Cr) return sRow;
+  while (bEnded_ && !sRow.empty() && sRow.back() == '\r') sRow.remove_suffix(1);
+  if (!options_.bUnix || FindByte(sRow, '\r') == nullptr) return sRow;
+  sScratch_.clear();
+  std::copy_if(sRow.begin(), sRow.end(), std::back_inserter(sScratch_), [](char c) { return c != '\r'; });
+  return sScratch_;
+}
+
+bool clsLineReader::ReadRow(std::string_view& sRow) {
+  std::string_view sRaw;
+  if (!NextRawRow(sRaw)) return false;
+  ++lRow_;
+  sRow = StripRow(sRaw);
+  return true;
+}
+
+int64_t clsLineReader::SkipRows(int64_t nRows) {
+  int64_t n = 0;
+  std::string_view sRow;
+  while (n < nRows && NextRawRow(sRow)) ++n;
+  lRow_ += n;
+  return n;
+}
+
+bool clsLineReader::AtEnd() {
+  return window_.empty() && (nFilePos_ >= nEnd_ || !Fill());
+}
+
+int64_t clsLineReader::BytesDone() const {
+  return nFilePos_ - static_cast<int64_t>(window_.size());
+}
+
+/// Leaves the window at the row that has the needle; returns the rows before it, or -1 at the end. Searching the block
+/// as a whole runs at the speed of memory; row by row it is five times slower.
+int64_t clsLineReader::PassToNeedle(std::string_view sNeedle) {
+  int64_t nPassed = 0;
+  for (;;) {
+    const void* const pHit = memmem(window_.data(), window_.size(), sNeedle.data(), sNeedle.size());
+    const size_t nSeen =
+        pHit == nullptr ? window_.size() : static_cast<size_t>(static_cast<const char*>(pHit) - window_.data());
+    const size_t nRowStart = nSeen == 0 ? 0 : window_.rfind('\n', nSeen - 1) + 1;
+    nPassed += std::count(window_.begin(), window_.begin() + static_cast<std::ptrdiff_t>(nRowStart), '\n');
+    window_.remove_prefix(nRowStart);
+    if (pHit != nullptr) break;
+    if (!Fill()) {
+      nPassed += window_.empty() ? 0 : 1;
+      window_ = {};
+      lRow_ += nPassed;
+      return -1;
+    }
+  }
+  lRow_ += nPassed;
+  return nPassed;
+}
+
+int64_t clsLineReader::FindRow(std::string_view sNeedle, std::string_view sExclusion, std::string_view& sRow) {
+  const bool bPlainRows =
+      ends_ == Ends::Lf && !options_.bUnix && sNeedle.find_first_of("\r\n") == std::string_view::npos;
+  if (bPlainRows && !sNeedle.empty() && sExclusion.empty()) {
+    const int64_t nPassed = PassToNeedle(sNeedle);
+    return nPassed >= 0 && ReadRow(sRow) ? nPassed + 1 : 0;
+  }
+  for (int64_t nRows = 1; ReadRow(sRow); ++nRows) {
+    const bool bHit = sNeedle.empty() ? !sRow.empty() : sRow.find(sNeedle) != std::string_view::npos;
+    if (bHit && (sExclusion.empty() || sRow.find(sExclusion) == std::string_view::npos)) return nRows;
+  }
+  return 0;
+}
+
+bool clsLineReader::RestHasTab() {
+  for (;;) {
+    if (FindByte(window_, '\t') != nullptr) return true;
+    window_ = {};
+    if (nFilePos_ >= nEnd_ || !Fill()) return false;
+  }
+}
+
+bool ReadAllRows(std::string_view sPath, const TextFileOptions& options, std::vector<std::string>& rows,
+                 Failure& failure) {
+  rows.clear();
+  clsLineReader reader;
+  if (!reader.Open(sPath, options, failure)) return false;
+  for (std::string_view sRow; reader.ReadRow(sRow);) rows.push_back(reader.CodePage().ToUtf8(sRow));
+  failure = reader.LastFailure();
+  return !failure.Failed();
+}
+
+}  // namespace quillon

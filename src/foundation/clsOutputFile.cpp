@@ -1,0 +1,155 @@
+#include "clsOutputFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+
+#include "modPaths.h"
+#include "modSystemIo.h"
+
+namespace quillon {
+
+namespace {
+
+/// The file that the path names, links followed as far as they lead.
+std::string ResolvedTarget(const std::string& sHostPath) {
+  char* const pResolved = realpath(sHostPath.c_str(), nullptr);
+  if (pResolved == nullptr) return sHostPath;
+  std::string sOut = pResolved;
+  std::free(pResolved);
+  return sOut;
+}
+
+mode_t CallersMask() {
+  const mode_t mask = umask(0);
+  umask(mask);
+  return mask;
+}
+
+}  // namespace
+
+clsOutputFile::~clsOutputFile() {
+  Discard();
+}
+
+bool clsOutputFile::Open(std::string_view sPath, Failure& failure) {
+  Discard();
+  failure_ = {};
+  nUsed_ = 0;
+  nFlushed_ = 0;
+  sTarget_ = ResolvedTarget(HostPath(sPath));
+  sTemporary_.clear();
+  buffer_.resize(kBufferBytes);
+  struct stat info {};
+  bReplaces_ = stat(sTarget_.c_str(), &info) == 0;
+  if (bReplaces_ && S_ISDIR(info.st_mode)) {
+    failure = SystemFailure(sPath, EISDIR);
+  } else if (bReplaces_ && !S_ISREG(info.st_mode)) {
+    nHandle_ = OpenHandle(sTarget_, O_WRONLY);
+    if (nHandle_ < 0) failure = SystemFailure(sPath, errno);
+  } else if (bReplaces_ && access(sTarget_.c_str(), W_OK) != 0) {
+    // A rename would replace a file that its owner made read-only.
+    failure = SystemFailure(sPath, errno);
+  } else {
+    OpenTemporary(failure);
+  }
+  return nHandle_ >= 0;
+}
+
+bool clsOutputFile::OpenTemporary(Failure& failure) {
+  const std::string sFolder = sTarget_.substr(0, sTarget_.rfind('/') + 1);
+  sTemporary_ = sFolder + ".quillon-XXXXXX";
+  nHandle_ = mkostemp(sTemporary_.data(), O_CLOEXEC);
+  if (nHandle_ >= 0) return true;
+  failure = SystemFailure(sTarget_, errno);
+  sTemporary_.clear();
+  return false;
+}
+
+void clsOutputFile::Flush() {
+  if (nHandle_ >= 0 && !failure_.Failed() && !WriteHandle(nHandle_, buffer_.data(), nUsed_)) {
+    failure_ = SystemFailure(sTarget_, errno);
+  }
+  nFlushed_ += static_cast<int64_t>(nUsed_);
+  nUsed_ = 0;
+}
+
+void clsOutputFile::WriteSlow(std::string_view sBytes) {
+  Flush();
+  if (sBytes.size() <= kBufferBytes) return Write(sBytes);
+  if (nHandle_ >= 0 && !failure_.Failed() && !WriteHandle(nHandle_, sBytes.data(), sBytes.size())) {
+    failure_ = SystemFailure(sTarget_, errno);
+  }
+  nFlushed_ += static_cast<int64_t>(sBytes.size());
+}
+
+bool clsOutputFile::Commit(Failure& failure) {
+  if (nHandle_ < 0) {
+    failure = failure_.Failed() ? failure_ : SystemFailure(sTarget_, EBADF);
+    return false;
+  }
+  Flush();
+  const auto fails = [&](bool bDone) {
+    if (!bDone && !failure_.Failed()) failure_ = SystemFailure(sTarget_, errno);
+  };
+  if (!sTemporary_.empty() && !failure_.Failed()) {
+    struct stat old {};
+    const bool bOld = stat(sTarget_.c_str(), &old) == 0;
+    fails(fchmod(nHandle_, bOld ? old.st_mode & 07777 : 0666 & ~CallersMask()) == 0);
+    // The owner can be kept only with the right to give files away; without it the writer owns the new file.
+    if (bOld && (old.st_uid != geteuid() || old.st_gid != getegid())) {
+      [[maybe_unused]] const int nIgnored = fchown(nHandle_, old.st_uid, old.st_gid);
+    }
+    if (bOld && !failure_.Failed()) fails(SyncHandle(nHandle_));
+  }
+  fails(close(nHandle_) == 0);
+  nHandle_ = -1;
+  if (!sTemporary_.empty() && !failure_.Failed()) {
+    fails(rename(sTemporary_.c_str(), sTarget_.c_str()) == 0);
+    if (!failure_.Failed()) sTemporary_.clear();
+  }
+  failure = failure_;
+  Discard();
+  return !failure.Failed();
+}
+
+void clsOutputFile::Discard() {
+  if (nHandle_ >= 0) close(nHandle_);
+  nHandle_ = -1;
+  if (!sTemporary_.empty()) unlink(sTemporary_.c_str());
+  sTemporary_.clear();
+}
+
+bool WriteWholeFile(std::string_view sPath, std::string_view sBytes, Failure& failure) {
+  clsOutputFile file;
+  if (!file.Open(sPath, failure)) return false;
+  file.Write(sBytes);
+  return file.Commit(failure);
+}
+
+bool ReadWholeFile(std::string_view sPath, std::string& sBytes, size_t nMaxBytes, Failure& failure) {
+  sBytes.clear();
+  const int nHandle = OpenHandle(HostPath(sPath), O_RDONLY);
+  if (nHandle < 0) {
+    failure = SystemFailure(sPath, errno);
+    return false;
+  }
+  constexpr size_t kBlock = size_t{64} << 10;
+  int64_t nGot = 1;
+  while (nGot > 0 && sBytes.size() <= nMaxBytes) {
+    const size_t nOld = sBytes.size();
+    sBytes.resize(nOld + std::max(kBlock, nOld));
+    nGot = ReadHandle(nHandle, sBytes.data() + nOld, sBytes.size() - nOld);
+    sBytes.resize(nOld + static_cast<size_t>(std::max<int64_t>(nGot, 0)));
+  }
+  if (nGot < 0) failure = SystemFailure(sPath, errno);
+  if (sBytes.size() > nMaxBytes) failure = OwnFailure(sPath, "File is too large");
+  close(nHandle);
+  return !failure.Failed();
+}
+
+}  // namespace quillon

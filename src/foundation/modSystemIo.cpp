@@ -1,0 +1,51 @@
+#include "modSystemIo.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace quillon {
+
+namespace {
+
+template <typename Call>
+auto Repeat(Call call) {
+  auto result = call();
+  while (result < 0 && errno == EINTR) result = call();
+  return result;
+}
+
+}  // namespace
+
+int OpenHandle(const std::string& sHostPath, int nFlags, unsigned nMode) {
+  return Repeat([&] { return open(sHostPath.c_str(), nFlags | O_CLOEXEC, nMode); });
+}
+
+int64_t ReadHandle(int nHandle, char* pBytes, size_t nBytes) {
+  return Repeat([&] { return read(nHandle, pBytes, nBytes); });
+}
+
+int64_t ReadHandleAt(int nHandle, char* pBytes, size_t nBytes, int64_t nOffset) {
+  return Repeat([&] { return pread(nHandle, pBytes, nBytes, nOffset); });
+}
+
+bool WriteHandle(int nHandle, const char* pBytes, size_t nBytes) {
+  while (nBytes > 0) {
+    const int64_t nDone = Repeat([&] { return write(nHandle, pBytes, nBytes); });
+    if (nDone < 0) return false;
+    if (nDone == 0) {
+      errno = EIO;
+      return false;
+    }
+    pBytes += nDone;
+    nBytes -= static_cast<size_t>(nDone);
+  }
+  return true;
+}
+
+bool SyncHandle(int nHandle) {
+  return Repeat([&] { return fsync(nHandle); }) == 0;
+}
+
+}  // namespace quillon
