@@ -1,0 +1,286 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <random>
+
+#include "clsIniFile.h"
+#include "clsLineReader.h"
+#include "clsOutputFile.h"
+#include "clsTempFolder.h"
+#include "clsTestHost.h"
+#include "modFiles.h"
+#include "modPaths.h"
+#include "modSettings.h"
+
+namespace quillon {
+namespace {
+
+using Rows = std::vector<std::string>;
+
+Rows RowsOf(std::string_view sBytes, bool bUnix, bool bFromFile) {
+  const clsTempFolder folder;
+  TextFileOptions options;
+  options.bUnix = bUnix;
+  clsLineReader reader;
+  Failure failure;
+  if (bFromFile) {
+    EXPECT_TRUE(reader.Open(folder.Write("a.txt", sBytes), options, failure)) << failure.sText;
+  } else {
+    reader.OpenMemory(sBytes, options);
+  }
+  Rows rows;
+  for (std::string_view sRow; reader.ReadRow(sRow);) rows.emplace_back(sRow);
+  EXPECT_TRUE(reader.AtEnd());
+  return rows;
+}
+
+TEST(LineReader, EndsRowsAsEachKindOfFileHasThem) {
+  struct Case {
+    const char* sName;
+    std::string sBytes;
+    Rows off, on;
+  };
+  const std::string sNul("a\0b\n", 4);
+  const Case cases[] = {
+      {"empty", "", {}, {}},
+      {"only ends", "\r\n\r\n", {"", ""}, {"", ""}},
+      {"no end at the end", "a\nb", {"a", "b"}, {"a", "b"}},
+      {"CR CR LF", "a\r\r\nb\r\r\n", {"a", "b"}, {"a", "b"}},
+      {"stray CR", "a\rb\r\nc\n", {"a\rb", "c"}, {"ab", "c"}},
+      {"CR at the very end", "a\nb\r", {"a", "b\r"}, {"a", "b"}},
+      {"CR only", "a\rb\r", {"a", "b"}, {"ab"}},
+      {"end-of-file mark", std::string("a\n\x1A\x1A\0\0", 6), {"a"}, {"a"}},
+      {"mark behind an open row", "a\nb\x1A", {"a", "b"}, {"a", "b"}},
+      {"mark in the middle",
+       "a\x1A"
+       "b\n",
+       {"a\x1A"
+        "b"},
+       {"a\x1A"
+        "b"}},
+      {"NULs without a mark", std::string("a\n\0\0", 4), {"a", std::string(2, '\0')}, {"a", std::string(2, '\0')}},
+      {"NUL inside", sNul, {std::string("a\0b", 3)}, {std::string("a\0b", 3)}},
+      {"UTF-8 mark",
+       "\xEF\xBB\xBF"
+       "a\n",
+       {"a"},
+       {"a"}},
+  };
+  for (const Case& c : cases) {
+    for (const bool bFile : {false, true}) {
+      EXPECT_EQ(RowsOf(c.sBytes, false, bFile), c.off) << c.sName;
+      EXPECT_EQ(RowsOf(c.sBytes, true, bFile), c.on) << c.sName;
+    }
+  }
+}
+
+TEST(LineReader, ReadsTheSameWhateverFallsOnABlocksEdge) {
+  std::mt19937 random(7);
+  for (int nRound = 0; nRound < 20; ++nRound) {
+    std::string sBytes;
+    while (sBytes.size() < 600000) {
+      const size_t nLength = random() % 50 == 0 ? random() % 300000 : random() % 100;
+      sBytes.append(nLength, static_cast<char>('a' + random() % 26)).append(random() % 3 == 0 ? "\r\n" : "\n");
+    }
+    EXPECT_EQ(RowsOf(sBytes, false, true), RowsOf(sBytes, false, false));
+  }
+}
+
+TEST(LineReader, FindsTheSameRowFastAndRowByRow) {
+  const clsTempFolder folder;
+  std::string sBytes;
+  for (int i = 1; i <= 100000; ++i) sBytes += "row " + std::to_string(i) + (i % 7 == 0 ? "\r\n" : "\n");
+  const std::string sFile = folder.Write("a.txt", sBytes);
+  for (const char* sNeedle : {"row 1", "row 99999", "ow 4711", "", "none", "row 100000"}) {
+    int64_t nFound[2] = {};
+    int64_t nRow[2] = {};
+    for (const bool bUnix : {false, true}) {
+      TextFileOptions options;
+      options.bUnix = bUnix;
+      clsLineReader reader;
+      Failure failure;
+      ASSERT_TRUE(reader.Open(sFile, options, failure));
+      reader.SkipRows(3);
+      std::string_view sRow;
+      nFound[bUnix] = reader.FindRow(sNeedle, "", sRow);
+      nRow[bUnix] = reader.RowNumber();
+      EXPECT_TRUE(nFound[bUnix] == 0 || sRow.find(sNeedle) != std::string_view::npos);
+    }
+    EXPECT_EQ(nFound[0], nFound[1]) << sNeedle;
+    EXPECT_EQ(nRow[0], nRow[1]) << sNeedle;
+  }
+}
+
+TEST(LineReader, FindsTheCodePageByContentAlsoAcrossBlocks) {
+  const clsTempFolder folder;
+  TextFileOptions options;
+  options.pCodePage = nullptr;
+  Failure failure;
+  const auto pageOf = [&](const std::string& sBytes) {
+    clsLineReader reader;
+    EXPECT_TRUE(reader.Open(folder.Write("a.txt", sBytes), options, failure));
+    return &reader.CodePage();
+  };
+  std::string sPolish;
+  while (sPolish.size() < 700000) sPolish += "xŁódź\n";
+  EXPECT_EQ(pageOf(sPolish), &clsCodePage::Utf8());
+  EXPECT_EQ(pageOf(sPolish + "\xE9"), &clsCodePage::Windows1252());
+  EXPECT_EQ(pageOf(std::string(700000, 'a') + "\n"), &clsCodePage::Windows1252());
+}
+
+TEST(LineReader, RefusesWhatIsNoOrdinaryFile) {
+  const clsTempFolder folder;
+  ASSERT_EQ(mkfifo(folder.Path("pipe").c_str(), 0600), 0);
+  for (const std::string& sPath : {folder.Path("missing"), folder.Path(), folder.Path("pipe")}) {
+    clsLineReader reader;
+    Failure failure;
+    EXPECT_FALSE(reader.Open(sPath, {}, failure));
+    EXPECT_NE(failure.sText.find(sPath), std::string::npos);
+  }
+}
+
+TEST(OutputFile, ReplacesTheOldFileOnlyWhenWhole) {
+  const clsTempFolder folder;
+  const std::string sFile = folder.Write("out.csv", "old");
+  chmod(sFile.c_str(), 0640);
+  Failure failure;
+  {
+    clsOutputFile file;
+    ASSERT_TRUE(file.Open(sFile, failure));
+    file.Write(std::string(3 << 20, 'x'));
+    EXPECT_EQ(folder.Read("out.csv"), "old");
+  }
+  EXPECT_EQ(folder.Read("out.csv"), "old");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
+  ASSERT_TRUE(WriteWholeFile(sFile, "new", failure)) << failure.sText;
+  EXPECT_EQ(folder.Read("out.csv"), "new");
+  struct stat info {};
+  ASSERT_EQ(stat(sFile.c_str(), &info), 0);
+  EXPECT_EQ(info.st_mode & 0777U, 0640U);
+}
+
+TEST(OutputFile, FollowsLinksAndRefusesFolders) {
+  const clsTempFolder folder;
+  folder.Write("real.csv", "old");
+  std::filesystem::create_symlink("real.csv", folder.Path("link.csv"));
+  Failure failure;
+  ASSERT_TRUE(WriteWholeFile(folder.Path("link.csv"), "new", failure));
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("link.csv")));
+  EXPECT_EQ(folder.Read("real.csv"), "new");
+  EXPECT_FALSE(WriteWholeFile(folder.Path(), "x", failure));
+  EXPECT_FALSE(WriteWholeFile(folder.Path("no/such/a.csv"), "x", failure));
+  failure = {};
+  EXPECT_FALSE(WriteWholeFile("/dev/full", std::string(10, 'x'), failure));
+  EXPECT_NE(failure.sText.find("No space left"), std::string::npos) << failure.sText;
+}
+
+TEST(Paths, MapDrivesSeparatorsAndCase) {
+  const clsTempFolder folder;
+  folder.Write("In/Report.TXT", "x");
+  setenv("QUILLON_DRIVE_C", folder.Path().c_str(), 1);
+  EXPECT_EQ(HostPath("C:\\In\\Report.TXT"), folder.Path("In/Report.TXT"));
+  EXPECT_EQ(HostPath("c:\\in\\report.txt"), folder.Path("In/Report.TXT"));
+  EXPECT_EQ(HostPath("C:\\IN\\new.csv"), folder.Path("In/new.csv"));
+  unsetenv("QUILLON_DRIVE_C");
+  EXPECT_EQ(HostPath("C:\\no\\such"), "/no/such");
+}
+
+TEST(Paths, SplitLikeTheTextsTheyAre) {
+  EXPECT_EQ(FolderOfPath("C:\\in\\a.txt"), "C:\\in\\");
+  EXPECT_EQ(FolderOfPath("a.txt"), "");
+  EXPECT_EQ(FileNameOfPath("/x/a"), "a.");
+  EXPECT_EQ(FileNameOfPath("C:\\x\\a.b.c"), "a.b.c");
+  EXPECT_EQ(ParentFolderOfPath("C:\\in\\a.txt"), "C:\\in");
+  EXPECT_EQ(ParentFolderOfPath("C:\\a.txt"), "C:\\");
+  EXPECT_EQ(ParentFolderOfPath("/a.txt"), "/");
+  EXPECT_EQ(ParentFolderOfPath("/"), "");
+  EXPECT_EQ(ParentFolderOfPath("a.txt"), "");
+  EXPECT_EQ(DriveOrShareRoot("C:\\a", true), "C:\\");
+  EXPECT_EQ(DriveOrShareRoot("\\\\srv\\share\\x", false), "\\\\srv\\share");
+  EXPECT_EQ(DriveOrShareRoot("/a", true), "");
+  EXPECT_EQ(JoinPath("/a", "b"), "/a/b");
+  EXPECT_EQ(JoinPath("C:\\a", "b"), "C:\\a\\b");
+}
+
+TEST(Paths, ExpandOnlyTheFirstKnownToken) {
+  setenv("APPDATA", "/home/u/cfg", 1);
+  setenv("HOME", "/home/u", 1);
+  EXPECT_EQ(ExpandedPath(" %AppData%\\x.txt "), "\\home\\u\\cfg\\x.txt");
+  EXPECT_EQ(ExpandedPath("%appdata%/x.txt"), "/home/u/cfg/x.txt");
+  EXPECT_EQ(ExpandedPath("%HOMEPATH%\\x"), "%HOMEPATH%\\x");
+  EXPECT_EQ(ExpandedPath("%APPDATA%\\%USERPROFILE%"), "%APPDATA%\\\\home\\u");
+  EXPECT_EQ(ExpandedPath("%WINDIR%\\x"), "%WINDIR%\\x");
+}
+
+TEST(Files, AnswerWithoutRaising) {
+  const clsTempFolder folder;
+  const std::string sFile = folder.Write("sub/a.txt", "x");
+  EXPECT_TRUE(FileExists(" " + sFile + " "));
+  EXPECT_FALSE(FileExists(""));
+  EXPECT_FALSE(FileExists(folder.Path("sub/*.txt")));
+  EXPECT_TRUE(FolderHasEntries(folder.Path("sub")));
+  EXPECT_EQ(NearestExistingPath(folder.Path("sub/no/such.txt")), folder.Path("sub/") + "such.txt");
+  EXPECT_EQ(DeepestExistingFolder(folder.Path("sub/no/x")), folder.Path("sub"));
+  EXPECT_TRUE(IsFolderWriteable(folder.Path("sub/new.txt")));
+  EXPECT_FALSE(IsFolderWriteable(""));
+  EXPECT_EQ(UniqueTempFileName(folder.Path(), "12345678", "t"), folder.Path("12345678.t"));
+  MakeFolderPath(folder.Path("a/b/c"));
+  EXPECT_TRUE(FolderExists(folder.Path("a/b/c")));
+  EXPECT_TRUE(CopyFolderOver(folder.Path("sub"), folder.Path("copy"), true));
+  EXPECT_TRUE(MoveFileOver(folder.Path("copy/a.txt"), folder.Path("b.txt")));
+  EXPECT_EQ(folder.Read("b.txt"), "x");
+  clsTestHost host;
+  EXPECT_TRUE(DeleteFileWithRetry(host, folder.Path("absent")));
+  EXPECT_FALSE(DeleteFileWithRetry(host, folder.Path("sub")));
+  EXPECT_EQ(host.lTick, 20000);
+}
+
+TEST(IniFile, ChangesKeysInPlaceAndKeepsAllElse) {
+  clsIniFile file;
+  file.LoadText("; note\r\n[General]\r\nlTabSize=8\r\n;x=1\r\nOdd line\r\n\r\n[Other]\nA = \" b \" \n");
+  EXPECT_EQ(file.Get("GENERAL", "LTABSIZE", "-"), "8");
+  EXPECT_EQ(file.Get("General", "x", "-"), "-");
+  EXPECT_EQ(file.Get("Other", "a", "-"), " b ");
+  file.Set("general", "ltabsize", "4");
+  file.Set("General", "New", "1");
+  file.Set("Third", "K", "");
+  EXPECT_EQ(file.Bytes(),
+            "; note\r\n[General]\r\nltabsize=4\r\n;x=1\r\nOdd line\r\nNew=1\r\n\r\n[Other]\nA = \" b \" \n"
+            "[Third]\r\nK=\r\n");
+}
+
+TEST(IniFile, CutsLongValuesAndKeepsWhatTheCodePageLacks) {
+  clsIniFile file;
+  file.Set("QLN", "s", std::string(600, 'x'));
+  EXPECT_EQ(file.Get("QLN", "s", "").size(), 499U);
+  file.LoadText("[QLN]\r\nsInputFile=caf\xE9\r\nn=12x\r\nb=-3");
+  EXPECT_EQ(file.Get("QLN", "sInputFile", ""), "café");
+  EXPECT_EQ(file.GetInt("QLN", "n", 7), 12);
+  EXPECT_EQ(file.GetInt("QLN", "b", 7), -3);
+  EXPECT_EQ(file.GetInt("QLN", "z", 7), 7);
+  file.Set("QLN", "sOutputFile", "/out/報告.csv");
+  clsIniFile again;
+  again.LoadText(file.Bytes());
+  EXPECT_EQ(again.Get("QLN", "sOutputFile", ""), "/out/報告.csv");
+  EXPECT_EQ(again.Get("QLN", "sInputFile", ""), "café");
+}
+
+TEST(Settings, AreMadeOnceWithTheirFirstLinesAndTheProbe) {
+  const clsTempFolder folder;
+  setenv("APPDATA", folder.Path().c_str(), 1);
+  ResetFoundationGlobals();
+  const std::string sFile = FindSettingsFile();
+  EXPECT_EQ(HostPath(sFile), folder.Path("Brindlemark, Inc/Quillon/QLN.INI"));
+  EXPECT_EQ(folder.Read("Brindlemark, Inc/Quillon/QLN.INI"),
+            "[Header]\r\nProduct=QLN_B\r\nFileType=CONFIG\r\nFileFormat=1.0\r\n\r\n[General]\r\nDefaultInputFile=\r\n"
+            "DefaultOutputFile=\r\nUseRecipeFile=\r\nDefaultRecipeFile=\r\n\r\n[Main]\r\nPartial=Level3\r\n");
+  StoreSet("Settings", "bDInstalled", "TRUE");
+  EXPECT_EQ(StoreGet("settings", "bdinstalled", "FALSE"), "TRUE");
+  ResetFoundationGlobals();
+}
+
+}  // namespace
+}  // namespace quillon
