@@ -1,0 +1,60 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that are missing, and does nothing when all are there.
+#
+#   scripts/setup.sh [build] [demo] [tests] [gui] [checks]      default: build tests gui
+#
+# Works as root and as a user with sudo, on a machine that has nothing but apt.
+set -euo pipefail
+
+build="g++ cmake ninja-build pkg-config libfmt-dev libcli11-dev libpugixml-dev libzip-dev libisal-dev libgsf-1-dev"
+demo="python3"
+# The workbooks that the tests make are read back by programs of other makers.
+tests="python3 python3-openpyxl python3-xlrd libgtest-dev libreoffice-calc-nogui gnumeric"
+gui="qt6-base-dev"
+checks="clang-format git"
+
+wanted=""
+for set in "${@:-build tests gui}"; do
+  for name in $set; do
+    case "$name" in
+      build | demo | tests | gui | checks) wanted+=" ${!name}" ;;
+      *) echo "setup.sh: no set of packages is called '$name' (build, demo, tests, gui, checks)" >&2; exit 2 ;;
+    esac
+  done
+done
+
+missing=""
+for package in $wanted; do
+  case " $missing " in *" $package "*) continue ;; esac
+  status=$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null || true)
+  [ "$status" = installed ] || missing+=" $package"
+done
+[ -n "$missing" ] || exit 0
+
+root=()
+if [ "$(id -u)" -ne 0 ]; then
+  if ! command -v sudo >/dev/null; then
+    echo "setup.sh: packages are missing and there is no sudo. As root, run:" >&2
+    echo "  apt-get install -y --no-install-recommends$missing" >&2
+    exit 1
+  fi
+  root=(sudo)
+fi
+
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+apt() {
+  "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq -y -o DPkg::Lock::Timeout=300 -o Acquire::Retries=3 \
+    -o Dpkg::Use-Pty=0 "$@" </dev/null >>"$log" 2>&1
+}
+# Lists may be absent or too old to fetch by; the first failure is therefore no failure yet.
+install() {
+  # shellcheck disable=SC2086
+  apt install --no-install-recommends $missing
+}
+echo "Installing once:$missing" >&2
+if ! install && ! { apt update && install; }; then
+  cat "$log" >&2
+  echo "setup.sh: apt could not install the packages above" >&2
+  exit 1
+fi

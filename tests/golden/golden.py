@@ -1,0 +1,63 @@
+"""What the golden runners share: a fresh world to run the program in, and texts that can be compared."""
+
+import difflib
+import os
+import re
+import shutil
+import subprocess
+import tempfile
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent.parent
+
+# What differs from run to run and from machine to machine, and says nothing about the conversion.
+VARYING = [
+    (re.compile(r"(Quillon Log) \[[^\]\n]*\]"), r"\1 [<stamp>]"),
+    (re.compile(r"(Total Time:) [0-9.]+"), r"\1 <n>"),
+    (re.compile(r"\b[0-9]+\.[0-9]+ (seconds?|s)\b"), r"<n> \1"),
+    (re.compile(r"\b[0-9.]+ ([kMG]?B/s)"), r"<n> \1"),
+]
+
+
+class World:
+    """A folder of its own with home and locale fixed; drive C: is the folder. Gone at the end."""
+
+    def __init__(self, program):
+        self.program = Path(program).resolve()
+
+    def __enter__(self):
+        self.base = Path(tempfile.mkdtemp(prefix="quillon-golden-"))
+        self.work = self.base / "work"
+        self.home = self.base / "home"
+        self.work.mkdir()
+        self.home.mkdir()
+        kept = ("ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS", "GCOV_PREFIX")
+        self.env = {name: os.environ[name] for name in kept if name in os.environ}
+        self.env.update(
+            PATH=f"{self.program.parent}:/usr/bin:/bin", HOME=str(self.home), LC_ALL="C.UTF-8", TZ="UTC",
+            QUILLON_DRIVE_C=str(self.work), COLUMNS="100")
+        return self
+
+    def __exit__(self, *_):
+        shutil.rmtree(self.base, ignore_errors=True)
+
+    def run(self, line, timeout=120):
+        """One line by sh: (stdout, stderr, exit status), with the folder's own path taken out."""
+        done = subprocess.run(["/bin/sh", "-c", line], cwd=self.work, env=self.env, stdin=subprocess.DEVNULL,
+                              capture_output=True, timeout=timeout, check=False)
+        return self.steady(done.stdout), self.steady(done.stderr), done.returncode
+
+    def steady(self, data):
+        text = data.decode("utf-8", "backslashreplace")
+        text = text.replace(str(self.work), "<work>").replace(str(self.home), "<home>")
+        for pattern, replacement in VARYING:
+            text = pattern.sub(replacement, text)
+        return text
+
+
+def difference(expected, got, expected_name, got_name, most=60):
+    """A unified difference as text, cut when it gets long; empty if there is none."""
+    lines = list(difflib.unified_diff(expected.splitlines(), got.splitlines(), expected_name, got_name, lineterm="", n=2))
+    if len(lines) > most:
+        lines = lines[:most] + [f"... and {len(lines) - most} more lines"]
+    return "\n".join(lines)
