@@ -15,16 +15,16 @@ class clsLineProcessor;
 class clsWorkbook;
 
 // The values that are one for the whole process.
-extern std::string gsInputFile;   ///< Names of the file in hand
+extern std::string gsInputFile;  ///< Names of the file in hand
 extern std::string gsOutputFile;
 extern std::string gsRecipeFile;
-extern int32_t glTabSize;         ///< Tab size in force; below 1: tabs stay
-extern bool gbPauseRequested;     ///< Set by the pause command and by the closing of the window
+extern int32_t glTabSize;      ///< Tab size in force; below 1: tabs stay
+extern bool gbPauseRequested;  ///< Set by the pause command and by the closing of the window
 /// Set together with gbPauseRequested by an interrupted run: sections stop after the row in hand and the target is
 /// given up (clsOutputFile::Discard, no SaveAs), so that no half-written output stays.
 extern bool gbAbandonOutput;
-extern bool gbProcessing;         ///< True while sections run
-clsRecipe& gRecipe();             ///< The one recipe
+extern bool gbProcessing;  ///< True while sections run
+clsRecipe& gRecipe();      ///< The one recipe
 clsLineProcessor& gLineProcessor();
 
 /// Puts the values above back to their start values.
@@ -32,32 +32,39 @@ void ResetRecipeGlobals();
 
 /// What a job says to the engine.
 struct RecipeOptions {
-  TextFileOptions text;                          ///< How reports are read
+  TextFileOptions text;  ///< How reports are read
   /// How recipes are read and section files written; null: found by content, written as windows-1252.
   const clsCodePage* pRecipePage = &clsCodePage::Windows1252();
   int32_t lDelimitationCharacter = 44;
   bool bClearOutputFileBeforeProcessing = true;
-  bool bTrimFields = false;                      ///< Long options only: blanks around fields go
-  bool bSafeCsv = false;                         ///< Long options only: cells that a spreadsheet would run are made harmless
-  bool bAllPeriods = false;                      ///< Long options only: rows of every period's file, not of slot 1 alone
-  int64_t lTotalTimeStart = 0;                   ///< Tick of the run's start
+  bool bTrimFields = false;     ///< Long options only: blanks around fields go
+  bool bSafeCsv = false;        ///< Long options only: cells that a spreadsheet would run are made harmless
+  bool bAllPeriods = false;     ///< Long options only: rows of every period's file, not of slot 1 alone
+  int64_t lTotalTimeStart = 0;  ///< Tick of the run's start
+
+  /// How recipes and specifications of the user are read.
+  TextFileOptions RecipeText() const { return {text.bUnix, pRecipePage}; }
+  /// How section files are written, and those of our own making read back: never by a guess.
+  TextFileOptions OwnText() const {
+    return {text.bUnix, pRecipePage != nullptr ? pRecipePage : &clsCodePage::Windows1252()};
+  }
 };
 
 /// What became of each line of an input file.
 struct TableAccount {
   int32_t lTable = 0;
-  int64_t lFirstLine = 0, lLastLine = 0;         ///< Lines of the report, from 1; 0 if not found
+  int64_t lFirstLine = 0, lLastLine = 0;  ///< Lines of the report, from 1; 0 if not found
   int64_t lRows = 0;
   int32_t lColumns = 0;
-  int64_t lCharactersBehind = 0;                 ///< Not blank, behind the last column
+  int64_t lCharactersBehind = 0;  ///< Not blank, behind the last column
   int64_t lCellsFailed = 0;
 };
 struct FileAccount {
-  int64_t lLinesRead = 0;                        ///< All lines of the file
-  int64_t lLinesInTables = 0;                    ///< Distinct lines that are in at least one table
-  int64_t lCharactersLost = 0;                   ///< Characters that the output's code page lacks
+  int64_t lLinesRead = 0;       ///< All lines of the file
+  int64_t lLinesInTables = 0;   ///< Distinct lines that are in at least one table
+  int64_t lCharactersLost = 0;  ///< Characters that the output's code page lacks
   int64_t lFormulasRefused = 0;
-  int64_t lCellsFailed = 0;                      ///< Cell writes that failed, of all sections
+  int64_t lCellsFailed = 0;  ///< Cell writes that failed, of all sections
   bool bOutputWritten = false;
   std::vector<TableAccount> tables;
 };
@@ -69,7 +76,7 @@ struct RecipeContext {
   clsRecipe& recipe;
   clsLineProcessor& lineProcessor;
   FileAccount& account;
-  clsWorkbook* pWorkbook = nullptr;              ///< Null in a CSV run
+  clsWorkbook* pWorkbook = nullptr;  ///< Null in a CSV run
 };
 
 }  // namespace quillon

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "clsDepartment.h"
+
+namespace quillon {
+
+/// Adds the accounts of several departments up on sheet 2: section [Consolidate n] with its [Con n Dept d].
+class clsCon {
+ public:
+  int32_t WriteConTopRow = 0;      ///< First row of the result on sheet 2
+  int32_t WriteConBottomRow = 0;   ///< Nothing reads it
+  int32_t Table = 0;               ///< Number of the table to consolidate, from 1
+  int32_t ReadAccountsColumn = 1;  ///< Index of the accounts column among the table's columns, from 1
+  int32_t TotalDepartments = 1;    ///< The count of DepartmentsCollection once that was read
+  std::vector<clsDepartment> DepartmentsCollection;
+  std::vector<std::string> AccNames;           ///< The distinct accounts in order of first appearance
+  std::vector<int32_t> AccReadRowNumbers;      ///< Sheet 1 row of each entry of AccNames
+  std::vector<int32_t> DupAccReadRowNumbers;   ///< Sheet 1 row of each repeated account
+  std::vector<int32_t> DupAccWriteRowNumbers;  ///< Sheet 2 row that each repeated account adds to
+
+  /// Calls that of each department and prints nothing.
+  void PropertyPrint() const;
+  void ReadFromFile(RecipeContext& context, std::string_view file_name, int32_t con_number);
+  /// Looks at the tables of the recipe's ExportSpecs, which must have been read before. Reports -5101 to -5103 and ends
+  /// at the first failure.
+  void ReadFromFileSequentially(RecipeContext& context, clsSectionFile& filehandle, int32_t con_number);
+  void WriteToFile(clsIniFile& file, int32_t con_number) const;
+  void Process(RecipeContext& context);
+
+ private:
+  void WriteAccountRows(RecipeContext& context);
+  void CopyAccountRow(RecipeContext& context, int32_t source, int32_t target, bool accumulate);
+  void MergeAccountCell(RecipeContext& context, int32_t source, int32_t target, int column, bool accumulate);
+  void BuildAccountList(RecipeContext& context);
+};
+
+}  // namespace quillon

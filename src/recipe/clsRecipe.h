@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "clsExportSpecs.h"
+
+namespace quillon {
+
+/// The current recipe: how one report (short form) or up to twelve of them (long form) become a sheet.
+///
+/// A conversion calls LoadFromFileShort or LoadFromMarks, then ReadExportSpecs, then RunRecipe.
+class clsRecipe {
+ public:
+  static constexpr int32_t kFileSlots = 12;
+
+  std::string OutputFileTitle;
+  std::string OutputFileName;
+  int32_t InputFileFirst = 1;  ///< First file slot of the period range
+  int32_t InputFileLast = 1;   ///< Last file slot of the period range
+  std::string ExportSpecFileName;
+  std::string WriteDataFormat;  ///< "NearestCent", "NearestDollar" or empty
+  std::string Sheet1Name;
+  std::string Sheet2Name;
+  std::vector<std::string> InputFileTitle;  ///< Always twelve
+  std::vector<std::string> InputFileName;   ///< Always twelve
+  clsExportSpecs ExportSpecs;
+
+  clsRecipe() { ResetRecipe(); }
+  /// All but ExportSpecs as at construction.
+  void ResetRecipe();
+  /// The file name of a slot from 1; "" outside the twelve.
+  const std::string& InputFileNameOf(int32_t lSlot) const;
+
+  /// Makes the export specification for the file named by gsInputFile, by the short recipe. Reports -5500 and goes on.
+  /// The specification isn't read back: ReadExportSpecs does that.
+  void LoadFromFileShort(RecipeContext& context, std::string_view short_recipe);
+  /// The same by the marks in gsInputFile itself, through _AutoRecipe.rcp in gsAppDataFolder.
+  void LoadFromMarks(RecipeContext& context);
+  /// Reads the export specification that was loaded last and puts it to its public name. False if there is no such
+  /// file; ExportSpecs then keeps its content.
+  bool ReadExportSpecs(RecipeContext& context);
+
+  /// The long form, with its export specification. Reports -5501 to -5504. A number that is none throws
+  /// UnhandledFailure.
+  void LoadFromFile(RecipeContext& context, std::string_view file_name);
+  /// Sets the keys of the long form in the file, and those of the export specification in its. False with the reason.
+  bool SaveToFile(RecipeContext& context, std::string_view file_name, Failure& failure);
+
+ private:
+  void LoadShort(RecipeContext& context, std::string_view short_recipe, const TextFileOptions& options);
+
+  std::string sPrivateSpecs_;  ///< Where the specification of a short recipe lies until it is read; else empty
+};
+
+}  // namespace quillon

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "clsColumn.h"
+
+namespace quillon {
+
+class clsOutputFile;
+
+/// A block of consecutive lines of a report, exported row by row: section [Table n] with its [Table n Col m].
+class clsTable {
+ public:
+  int32_t WriteTableTopRow = 0;     ///< First sheet row written by the last Process
+  int32_t WriteTableBottomRow = 0;  ///< Last sheet row written by the last Process
+  std::string ReadStartLine;        ///< Key text of the top of the table
+  int32_t ReadStartLineOffset = 0;
+  std::string ReadEndLine;  ///< Key text of the bottom of the table
+  int32_t ReadEndLineOffset = 0;
+  int32_t TotalColumns = 0;  ///< Always the count of ColumnsCollection once that is filled
+  std::vector<clsColumn> ColumnsCollection;
+  int32_t lDelimitationChar = 44;  ///< Field separator of CSV rows
+
+  void ReadFromFile(RecipeContext& context, std::string_view file_name, int32_t table_number);
+  /// Reports -5601 to -5603 and ends at the first failure.
+  void ReadFromFileSequentially(RecipeContext& context, clsSectionFile& filehandle, int32_t table_number);
+  void WriteToFile(clsIniFile& file, int32_t table_number) const;
+  /// csv_file_handle null: to the workbook.
+  void Process(RecipeContext& context, clsOutputFile* csv_file_handle);
+  /// Does nothing.
+  void PropertyPrint() const {}
+};
+
+}  // namespace quillon
