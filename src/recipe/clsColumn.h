@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "clsIniFile.h"
+#include "clsSectionWriter.h"
 #include "modRecipeGlobals.h"
 #include "modSectionFile.h"
 
@@ -22,7 +22,7 @@ class clsColumn {
   /// Reports -5000 to -5003 and ends at the first failure; keys not reached keep their values.
   void ReadFromFileSequentially(RecipeContext& context, clsSectionFile& filehandle, int32_t table_number,
                                 int32_t col_number);
-  void WriteToFile(clsIniFile& file, int32_t table_number, int32_t col_number) const;
+  void WriteToFile(clsSectionWriter& file, int32_t table_number, int32_t col_number) const;
 
   /// Takes the field from the present row and writes it to sheet 1.
   void Process(RecipeContext& context, int64_t write_row);

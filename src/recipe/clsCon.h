@@ -29,7 +29,7 @@ class clsCon {
   /// Looks at the tables of the recipe's ExportSpecs, which must have been read before. Reports -5101 to -5103 and ends
   /// at the first failure.
   void ReadFromFileSequentially(RecipeContext& context, clsSectionFile& filehandle, int32_t con_number);
-  void WriteToFile(clsIniFile& file, int32_t con_number) const;
+  void WriteToFile(clsSectionWriter& file, int32_t con_number) const;
   void Process(RecipeContext& context);
 
  private:

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "clsIniFile.h"
+#include "clsSectionWriter.h"
 #include "modRecipeGlobals.h"
 #include "modSectionFile.h"
 
@@ -22,7 +22,7 @@ class clsDepartment {
   /// Reports -5200, -5201 and ends at the first failure.
   void ReadFromFileSequentially(RecipeContext& context, clsSectionFile& filehandle, int32_t con_number,
                                 int32_t dept_number);
-  void WriteToFile(clsIniFile& file, int32_t con_number, int32_t dept_number) const;
+  void WriteToFile(clsSectionWriter& file, int32_t con_number, int32_t dept_number) const;
   /// Does nothing.
   void Process() const {}
   void ReadAccountNames(RecipeContext& context, int32_t table_start_row, int32_t table_end_row,

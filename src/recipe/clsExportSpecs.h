@@ -12,8 +12,6 @@
 
 namespace quillon {
 
-class clsTableParser;
-
 /// What a recipe does, section by section, in the order in which the sections run: files *_ExportSpecs.t2x.
 class clsExportSpecs {
  public:
@@ -56,12 +54,10 @@ class clsExportSpecs {
 
  private:
   void ReadSectionSequence(clsSectionFile& file);
-  bool ConvertTable(RecipeContext& context, clsSectionFile& recipe, int32_t lTable, std::string_view textDataFile,
-                    clsTable& table);
 
-  int32_t lTitles_ = 0;  ///< Sections of each kind as counted in the file
-  int32_t lTables_ = 0;
-  int32_t lConsolidates_ = 0;
+  int64_t lTitles_ = 0;  ///< Sections of each kind as counted in the file
+  int64_t lTables_ = 0;
+  int64_t lConsolidates_ = 0;
   std::array<int32_t, 2> writePointers_{1, 1};
 };
 

@@ -27,7 +27,7 @@ class clsTable {
   void ReadFromFile(RecipeContext& context, std::string_view file_name, int32_t table_number);
   /// Reports -5601 to -5603 and ends at the first failure.
   void ReadFromFileSequentially(RecipeContext& context, clsSectionFile& filehandle, int32_t table_number);
-  void WriteToFile(clsIniFile& file, int32_t table_number) const;
+  void WriteToFile(clsSectionWriter& file, int32_t table_number) const;
   /// csv_file_handle null: to the workbook.
   void Process(RecipeContext& context, clsOutputFile* csv_file_handle);
   /// Does nothing.

@@ -20,8 +20,6 @@ class clsTableParser {
  public:
   static constexpr int32_t kMaxRows = 9999;
   static constexpr int32_t kMaxFields = 16384;
-  /// Characters in a row; a wider one is refused as the system refuses what it has no room for.
-  static constexpr int64_t kMaxWidth = int64_t{16} << 20;
 
   bool OptionNoSpaceColumns = true;  ///< Blank columns are joined to the block behind them
   bool OptionLeftJustify = false;    ///< Nothing reads it
@@ -39,7 +37,7 @@ class clsTableParser {
                                std::vector<int32_t>& colEnd, std::vector<std::string>& colOp);
 
   /// Finds the table and looks at its rows. A table that isn't there leaves TableWidth 0; more than kMaxRows report
-  /// -5701; failures of the system are reported by their own number.
+  /// -5701; failures of the system, and rows wider than any report's, are reported by their own number.
   void ReadFromFile(RecipeContext& context, std::string_view text_file, std::string_view topMarker, int32_t topOffset,
                     std::string_view botMarker, int32_t botOffset, int32_t tab_size);
 

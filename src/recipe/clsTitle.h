@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "clsIniFile.h"
+#include "clsSectionWriter.h"
 #include "modRecipeGlobals.h"
 #include "modSectionFile.h"
 
@@ -21,7 +21,7 @@ class clsTitle {
   void ReadFromFile(RecipeContext& context, std::string_view file_name, int32_t title_number);
   /// Reports -5801 to -5803 and ends at the first failure; the title is kept as far as it was read.
   void ReadFromFileSequentially(RecipeContext& context, clsSectionFile& filehandle, int32_t title_number);
-  void WriteToFile(clsIniFile& file, int32_t title_number) const;
+  void WriteToFile(clsSectionWriter& file, int32_t title_number) const;
   void Process(RecipeContext& context);
 
   /// "sheet,row,column" decoded; what is wrong becomes 1, 1 or "A", with the warning -5804. Nothing calls it yet.

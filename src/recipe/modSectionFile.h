@@ -11,54 +11,12 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "clsHost.h"
 #include "clsLineReader.h"
+#include "clsSectionFile.h"
 
 namespace quillon {
-
-/// A section file that is open for reading: the whole file in memory, a present line, and an index of its headers, so
-/// that reading all of its sections costs no more than the file is long.
-class clsSectionFile {
- public:
-  static constexpr size_t kMaxBytes = size_t{256} << 20;
-  /// Sections that counts in the file promise and the file doesn't have, before the counts are believed no more.
-  static constexpr int32_t kMaxMissing = 16384;
-
-  /// False with the reason if the file can't be read or is larger than kMaxBytes; the file is closed then and every
-  /// value reads as its default.
-  bool Open(std::string_view sPath, const TextFileOptions& options, Failure& failure);
-  /// The same from bytes in memory, which needn't outlive the call.
-  bool OpenMemory(std::string_view sBytes, const TextFileOptions& options);
-  bool IsOpen() const { return bOpen_; }
-
-  void Rewind() { nLine_ = 0; }
-  bool AtEnd() const { return nLine_ >= starts_.size(); }
-  /// The next line as UTF-8, valid as long as the file is open; False at the end.
-  bool ReadLine(std::string_view& sLine);
-  /// Goes on to the line behind the next header of that name; to the end, and False, if none follows.
-  bool SeekSection(std::string_view section);
-  /// To be asked before reading one more section that a count promises: False once the file is at its end and
-  /// kMaxMissing such sections were asked for there.
-  bool MayReadOn() { return !AtEnd() || ++lMissing_ <= kMaxMissing; }
-
- private:
-  struct Header {
-    uint32_t nLine, nName, nLength;  ///< Line index; place and length of the name in sText_
-  };
-  bool Load(clsLineReader& reader);
-  void IndexHeaders();
-  std::string_view Name(const Header& header) const;
-
-  bool bOpen_ = false;
-  bool bIndexed_ = false;
-  std::string sText_;             ///< All lines, without line ends
-  std::vector<uint32_t> starts_;  ///< Where each line starts in sText_
-  std::vector<Header> headers_;   ///< By name, then line
-  size_t nLine_ = 0;
-  int32_t lMissing_ = 0;
-};
 
 enum class TrimMode { Both = 0, LeftOnly = 1, RightOnly = 2 };
 
@@ -102,7 +60,23 @@ int64_t FindKeyTextInFile(std::string_view sPath, const TextFileOptions& options
 int64_t CountMatchingLines(clsSectionFile& file, const KeyTexts& texts);
 int64_t CountMatchingLines(std::string_view sPath, const TextFileOptions& options, const KeyTexts& texts);
 
-/// A whole number of a section file that the program can't go on without: throws UnhandledFailure for anything else.
+/// A whole number that the program can't go on without: throws UnhandledFailure for anything else.
 int32_t RequiredWholeNumber(std::string_view sKey, std::string_view sValue);
+
+// The kinds of keys that sections share. An empty section name reads on. A value that is refused gives False and leaves
+// the result as it was.
+
+/// A text that must be there; "-999999" itself counts as missing.
+bool ReadRequiredText(clsSectionFile& filehandle, std::string_view section, std::string_view key, std::string& sResult);
+/// A whole number above 0.
+bool ReadPositiveNumber(clsSectionFile& filehandle, std::string_view section, std::string_view key, int32_t& lResult);
+/// Column letters that IsColumnText lets through.
+bool ReadColumnLetters(clsSectionFile& filehandle, std::string_view key, std::string& sResult);
+/// A whole number, 0 if it is missing; RequiredWholeNumber for anything else.
+int32_t ReadOffset(clsSectionFile& filehandle, std::string_view key);
+
+/// The plain comparison that column letters of a section file pass: in upper case the text sorts between "A" and "Z",
+/// so "AB" passes and "ZA" doesn't.
+bool IsColumnText(std::string_view sText);
 
 }  // namespace quillon

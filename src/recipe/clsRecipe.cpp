@@ -1,0 +1,154 @@
+#include "clsRecipe.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <utility>
+
+#include "modCollections.h"
+#include "modFiles.h"
+#include "modPaths.h"
+#include "modRecipeMessages.h"
+#include "modSettings.h"
+#include "modText.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr std::string_view kFileType = "RECIPE";
+constexpr std::string_view kOutputSection = "Output File";
+constexpr std::string_view kInputSection = "Input Files";
+
+/// A file of ours in the data folder, as all see it and as this process makes it: two runs at once never mix theirs.
+struct OwnFile {
+  std::string sPublic, sPrivate;
+
+  OwnFile(std::string_view sBase, std::string_view sExtension)
+      : sPublic(gsAppDataFolder + std::string(sBase) + std::string(sExtension)),
+        sPrivate(gsAppDataFolder + std::string(sBase) + "." + std::to_string(getpid()) + std::string(sExtension)) {}
+  void Delete() const {
+    DeleteFileForced(sPublic);
+    DeleteFileForced(sPrivate);
+  }
+  void Publish() const { std::rename(HostPath(sPrivate).c_str(), HostPath(sPublic).c_str()); }
+};
+
+OwnFile SpecsFile() {
+  return {"_ExportSpecs", ".t2x"};
+}
+
+bool IsDataFormat(std::string_view sText) {
+  return sText == "NearestDollar" || sText == "NearestCent";
+}
+
+}  // namespace
+
+void clsRecipe::ResetRecipe() {
+  OutputFileTitle.clear();
+  OutputFileName.clear();
+  InputFileFirst = InputFileLast = 1;
+  ExportSpecFileName.clear();
+  WriteDataFormat.clear();
+  Sheet1Name.clear();
+  Sheet2Name.clear();
+  InputFileTitle.assign(kFileSlots, {});
+  InputFileName.assign(kFileSlots, {});
+}
+
+const std::string& clsRecipe::InputFileNameOf(int32_t lSlot) const {
+  static const std::string sNone;
+  const bool bSlot = lSlot >= 1 && static_cast<size_t>(lSlot) <= InputFileName.size();
+  return bSlot ? InputFileName[static_cast<size_t>(lSlot) - 1] : sNone;
+}
+
+void clsRecipe::LoadFromFileShort(RecipeContext& context, std::string_view short_recipe) {
+  LoadShort(context, short_recipe, context.options.RecipeText());
+}
+
+void clsRecipe::LoadFromMarks(RecipeContext& context) {
+  const OwnFile recipe("_AutoRecipe", ".rcp");
+  recipe.Delete();
+  ExportSpecs.FileCreateShort(context, gsInputFile, recipe.sPrivate);
+  LoadShort(context, recipe.sPrivate, context.options.OwnText());
+  recipe.Publish();
+}
+
+void clsRecipe::LoadShort(RecipeContext& context, std::string_view short_recipe, const TextFileOptions& options) {
+  if (!FileExists(short_recipe)) ReportRecipe(context.host, -5500, {short_recipe});
+  ResetRecipe();
+  CollectionItemSet(context.host, InputFileName, 1, gsInputFile);
+  const OwnFile specs = SpecsFile();
+  specs.Delete();
+  ExportSpecFileName = specs.sPublic;
+  sPrivateSpecs_ = specs.sPrivate;
+  ExportSpecs.FileConvertShortToLong(context, short_recipe, sPrivateSpecs_, InputFileNameOf(1), &options);
+}
+
+bool clsRecipe::ReadExportSpecs(RecipeContext& context) {
+  const bool bOwn = !sPrivateSpecs_.empty();
+  const std::string sName = bOwn ? std::exchange(sPrivateSpecs_, {}) : ExportSpecFileName;
+  if (!FileExists(sName)) return false;
+  clsSectionFile file;
+  Failure ignored;
+  file.Open(sName, bOwn ? context.options.OwnText() : context.options.RecipeText(), ignored);
+  ExportSpecs.ReadFromFile(context, file);
+  if (bOwn) SpecsFile().Publish();
+  return true;
+}
+
+void clsRecipe::LoadFromFile(RecipeContext& context, std::string_view file_name) {
+  const bool bExists = FileExists(file_name);
+  clsSectionFile file;
+  Failure ignored;
+  if (!bExists) {
+    ReportRecipe(context.host, -5501, {file_name});
+    ReportRecipe(context.host, -5502, {file_name});
+  } else {
+    ResetRecipe();
+    file.Open(file_name, context.options.RecipeText(), ignored);
+    if (CheckFileHeader(context.host, file, "QLN", kFileType, "1.1")) ReportRecipe(context.host, -5503, {file_name});
+  }
+  sPrivateSpecs_.clear();
+  const auto output = [&file](std::string_view sKey) { return ReadKeyFromFile(file, kOutputSection, sKey, {}); };
+  OutputFileTitle = output("OutputFileTitle");
+  OutputFileName = output("OutputFileName");
+  InputFileFirst = RequiredWholeNumber("InputFileFirst", output("InputFileFirst"));
+  InputFileLast = RequiredWholeNumber("InputFileLast", output("InputFileLast"));
+  ExportSpecFileName = output("ExportSpecFileName");
+  WriteDataFormat = output("WriteDataFormat");
+  if (!IsDataFormat(WriteDataFormat)) WriteDataFormat.clear();
+  Sheet1Name = output("Sheet1Name");
+  Sheet2Name = output("Sheet2Name");
+  for (int32_t i = 1; i <= kFileSlots; ++i) {
+    const auto input = [&](std::string_view sKey) {
+      return ReadKeyFromFile(file, kInputSection, std::string(sKey) + std::to_string(i), {});
+    };
+    CollectionItemSet(context.host, InputFileTitle, i, input("Title"));
+    CollectionItemSet(context.host, InputFileName, i, input("FileName"));
+  }
+  if (!ReadExportSpecs(context)) ReportRecipe(context.host, -5504, {ExportSpecFileName});
+}
+
+bool clsRecipe::SaveToFile(RecipeContext& context, std::string_view file_name, Failure& failure) {
+  clsSectionWriter file(*context.options.OwnText().pCodePage);
+  if (!file.Load(file_name, failure)) return false;
+  file.Set("Header", "Product", "QLN");
+  file.Set("Header", "FileType", kFileType);
+  file.Set("Header", "FileFormat", "1.1");
+  file.Set(kOutputSection, "OutputFileTitle", OutputFileTitle);
+  file.Set(kOutputSection, "OutputFileName", OutputFileName);
+  file.Set(kOutputSection, "InputFileFirst", InputFileFirst);
+  file.Set(kOutputSection, "InputFileLast", InputFileLast);
+  file.Set(kOutputSection, "ExportSpecFileName", ExportSpecFileName);
+  file.Set(kOutputSection, "WriteDataFormat", WriteDataFormat);
+  file.Set(kOutputSection, "Sheet1Name", Sheet1Name);
+  file.Set(kOutputSection, "Sheet2Name", Sheet2Name);
+  for (size_t i = 0; i < InputFileName.size(); ++i) {
+    file.Set(kInputSection, "Title" + std::to_string(i + 1), InputFileTitle[i]);
+    file.Set(kInputSection, "FileName" + std::to_string(i + 1), InputFileName[i]);
+  }
+  return file.Save(file_name, failure) && ExportSpecs.WriteToFile(context, ExportSpecFileName, failure);
+}
+
+}  // namespace quillon

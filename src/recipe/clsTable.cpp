@@ -1,0 +1,45 @@
+#include "clsTable.h"
+
+#include "modRecipeMessages.h"
+
+namespace quillon {
+
+void clsTable::ReadFromFile(RecipeContext& context, std::string_view file_name, int32_t table_number) {
+  clsSectionFile file;
+  Failure ignored;
+  file.Open(file_name, context.options.RecipeText(), ignored);
+  ReadFromFileSequentially(context, file, table_number);
+}
+
+void clsTable::ReadFromFileSequentially(RecipeContext& context, clsSectionFile& filehandle, int32_t table_number) {
+  const std::string sSection = "Table " + std::to_string(table_number);
+  if (!ReadRequiredText(filehandle, sSection, "ReadStartLine", ReadStartLine)) {
+    return ReportRecipe(context.host, -5601, {sSection});
+  }
+  ReadStartLineOffset = ReadOffset(filehandle, "ReadStartLineOffset");
+  if (!ReadRequiredText(filehandle, {}, "ReadEndLine", ReadEndLine)) {
+    return ReportRecipe(context.host, -5602, {sSection});
+  }
+  ReadEndLineOffset = ReadOffset(filehandle, "ReadEndLineOffset");
+  if (!ReadPositiveNumber(filehandle, {}, "TotalColumns", TotalColumns)) {
+    return ReportRecipe(context.host, -5603, {sSection});
+  }
+  ColumnsCollection.clear();
+  for (int32_t m = 1; m <= TotalColumns && filehandle.MayReadOn(); ++m) {
+    ColumnsCollection.emplace_back().ReadFromFileSequentially(context, filehandle, table_number, m);
+  }
+  TotalColumns = static_cast<int32_t>(ColumnsCollection.size());
+}
+
+void clsTable::WriteToFile(clsSectionWriter& file, int32_t table_number) const {
+  const std::string sSection = "Table " + std::to_string(table_number);
+  file.Set(sSection, "ReadStartLine", ReadStartLine);
+  file.Set(sSection, "ReadStartLineOffset", ReadStartLineOffset);
+  file.Set(sSection, "ReadEndLine", ReadEndLine);
+  file.Set(sSection, "ReadEndLineOffset", ReadEndLineOffset);
+  file.Set(sSection, "TotalColumns", TotalColumns);
+  int32_t lColumn = 0;
+  for (const clsColumn& column : ColumnsCollection) column.WriteToFile(file, table_number, ++lColumn);
+}
+
+}  // namespace quillon

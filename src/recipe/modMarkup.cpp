@@ -1,0 +1,62 @@
+// FileCreateShort of clsExportSpecs: the marks in a report become a short recipe.
+
+#include "clsExportSpecs.h"
+#include "modRecipeMessages.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr std::string_view kTopMark = ">>";
+constexpr std::string_view kBottomMark = "<<";
+
+int64_t FindMark(clsLineReader& filehandle, std::string_view sMark) {
+  return FindKeyText(filehandle, {.sNeedle1 = sMark, .lLength = static_cast<int64_t>(sMark.size())});
+}
+
+void WriteMarkedTable(clsSectionWriter& file, int32_t lTable, const std::string& sTemplate) {
+  const std::string sNumber = std::to_string(lTable);
+  const std::string sSection = "Table " + sNumber;
+  file.Set(sSection, "ReadStartLine", std::string(kTopMark) + sNumber);
+  file.Set(sSection, "ReadStartLineOffset", 2);
+  file.Set(sSection, "ReadEndLine", std::string(kBottomMark) + sNumber);
+  file.Set(sSection, "ReadEndLineOffset", -1);
+  file.Set(sSection, "Parsing", sTemplate);
+  file.Set(sSection, "WriteColumn", "A");
+}
+
+}  // namespace
+
+MarkedTable FindNextMarkedTable(clsLineReader& filehandle, std::string_view sTopMark, std::string_view sBottomMark) {
+  MarkedTable table;
+  const int64_t lTop = FindMark(filehandle, sTopMark);
+  std::string_view sRow;
+  if (lTop < 1) return table;
+  table.lTop = lTop;
+  if (filehandle.ReadRow(sRow)) table.sTemplate = filehandle.CodePage().ToUtf8(sRow);
+  const int64_t lBottom = FindMark(filehandle, sBottomMark);
+  if (lBottom >= 1) table.lBottom = lTop + 1 + lBottom;
+  return table;
+}
+
+void clsExportSpecs::FileCreateShort(RecipeContext& context, std::string_view text_file, std::string_view short_file) {
+  clsLineReader reader;
+  Failure failure;
+  if (reader.Open(text_file, context.options.text, failure)) {
+    clsSectionWriter file(*context.options.OwnText().pCodePage);
+    file.Set("Header", "Product", "QLN-B");
+    file.Set("Header", "FileType", "RECIPE");
+    file.Set("Header", "FileFormat", "1.0");
+    int32_t lTable = 0;
+    for (;;) {
+      const MarkedTable table = FindNextMarkedTable(reader, kTopMark, kBottomMark);
+      if (!table.IsComplete()) break;
+      WriteMarkedTable(file, ++lTable, table.sTemplate);
+    }
+    failure = reader.LastFailure();
+    if (!failure.Failed() && file.Save(short_file, failure)) return;
+  }
+  ReportRecipe(context.host, -5303, {std::to_string(failure.nError), failure.sText});
+}
+
+}  // namespace quillon
