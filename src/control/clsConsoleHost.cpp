@@ -1,0 +1,190 @@
+#include "clsConsoleHost.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <thread>
+
+#include "modPaths.h"
+#include "modRecipeGlobals.h"
+#include "modText.h"
+
+namespace quillon {
+
+namespace {
+
+volatile std::sig_atomic_t gnInterrupt = 0;
+
+constexpr int32_t kCellWriteFailed = -5006;
+constexpr std::string_view kRed = "\x1b[31m", kYellow = "\x1b[33m", kPlain = "\x1b[0m";
+constexpr std::string_view kEraseLine = "\r\x1b[K";
+
+extern "C" void NoteInterrupt(int nSignal) {
+  gnInterrupt = nSignal;
+  std::signal(nSignal, SIG_DFL);
+}
+
+void PrintError(std::string_view sText) {
+  std::fwrite(sText.data(), 1, sText.size(), stderr);
+}
+
+/// One line: line ends become blanks, runs of blanks one.
+std::string OneLine(std::string_view sText) {
+  std::string line;
+  for (const char c : sText) {
+    const bool gap = c == '\r' || c == '\n' || c == '\t' || c == ' ';
+    if (!gap) line += c;
+    if (gap && !line.empty() && line.back() != ' ') line += ' ';
+  }
+  return std::string(TrimRightBlanks(line));
+}
+
+std::string WithLineFeeds(std::string_view sText) {
+  return ReplaceAll(ReplaceAll(sText, "%lf%", "\n"), "\r\n", "\n");
+}
+
+}  // namespace
+
+void CatchInterrupts() {
+  struct sigaction action {};
+  action.sa_handler = NoteInterrupt;
+  sigemptyset(&action.sa_mask);
+  action.sa_flags = SA_RESTART;
+  sigaction(SIGINT, &action, nullptr);
+  sigaction(SIGTERM, &action, nullptr);
+}
+
+int InterruptSignal() {
+  return gnInterrupt;
+}
+
+void ResetInterrupt() {
+  gnInterrupt = 0;
+}
+
+bool UseColours() {
+  return isatty(STDERR_FILENO) != 0 && std::getenv("NO_COLOR") == nullptr;
+}
+
+void clsConsoleHost::Say(std::string_view sText) {
+  EraseProgress();
+  PrintError(std::string(sText) + "\n");
+}
+
+MessageAnswer clsConsoleHost::ShowMessage(std::string_view sText, std::string_view sTitle, MessageIcon,
+                                          MessageButtons buttons) {
+  // Nobody asked whether to stop: the signal has said so.
+  if (buttons == MessageButtons::YesNo && InterruptSignal() != 0) return MessageAnswer::Yes;
+  const std::string title = OneLine(sTitle);
+  Say(title.empty() ? OneLine(sText) : title + ": " + OneLine(sText));
+  return buttons == MessageButtons::YesNo ? MessageAnswer::Yes : MessageAnswer::Ok;
+}
+
+void clsConsoleHost::Report(const ReportEntry& entry) {
+  const bool logged = pLog_ == nullptr || pLog_->Report(entry);
+  if (!logged) return;
+  const bool say = voice_ == Voice::AllEntries || (voice_ == Voice::ErrorsOnly && entry.type == EntryType::Error) ||
+                   entry.lErr == kCellWriteFailed;
+  if (say) PrintEntry(entry);
+}
+
+void clsConsoleHost::PrintEntry(const ReportEntry& entry) {
+  EraseProgress();
+  std::string text = "quillon: ";
+  const bool colours = UseColours();
+  if (colours) text += entry.type == EntryType::Error ? kRed : kYellow;
+  text += TrimRightBlanks(WithLineFeeds(entry.sErr1));
+  if (colours) text += kPlain;
+  for (const std::string* const line : {&entry.sErr2, &entry.sErr3}) {
+    if (!line->empty()) text.append("\n    ").append(WithLineFeeds(*line));
+  }
+  PrintError(text + "\n");
+}
+
+void clsConsoleHost::LetEventsRun() {
+  if (gnInterrupt == 0) return;
+  gbPauseRequested = true;
+  gbAbandonOutput = true;
+}
+
+void clsConsoleHost::SetStatusPanel(StatusBar, int, std::string_view) {}
+
+void clsConsoleHost::StartProgress() {
+  bProgress_ = isatty(STDERR_FILENO) != 0;
+  started_ = drawn_ = Clock::now();
+}
+
+void clsConsoleHost::StopProgress() {
+  EraseProgress();
+  bProgress_ = false;
+}
+
+void clsConsoleHost::EraseProgress() {
+  if (bProgressShown_) PrintError(kEraseLine);
+  bProgressShown_ = false;
+}
+
+void clsConsoleHost::SetFilePlace(size_t nFile, size_t nFiles) {
+  nFile_ = nFile;
+  nFiles_ = nFiles;
+  if (nFile == 1) started_ = Clock::now();
+}
+
+void clsConsoleHost::ShowProgress(const RunProgress& progress) {
+  if (!bProgress_) return;
+  constexpr std::chrono::milliseconds kBetweenDraws(100);
+  const Clock::time_point now = Clock::now();
+  if (now - drawn_ < kBetweenDraws) return;
+  drawn_ = now;
+
+  // Of several files each counts the same: their sizes aren't known before they are opened.
+  const double part = progress.lBytesTotal > 0
+                          ? static_cast<double>(progress.lBytesDone) / static_cast<double>(progress.lBytesTotal)
+                          : 0.0;
+  const double files = static_cast<double>(std::max<size_t>(nFiles_, 1));
+  const double before = static_cast<double>(std::max<size_t>(nFile_, 1) - 1);
+  const double done = std::min((before + part) / files, 1.0);
+  const double seconds = std::chrono::duration<double>(now - started_).count();
+  constexpr int kBarWidth = 24;
+  const int filled = static_cast<int>(done * kBarWidth);
+  std::string line = fmt::format("[{}{}] {:3.0f} %", std::string(static_cast<size_t>(filled), '#'),
+                                 std::string(static_cast<size_t>(kBarWidth - filled), ' '), done * 100);
+  if (nFiles_ > 1) line += fmt::format("  file {} of {}", nFile_, nFiles_);
+  if (seconds > 0) line += fmt::format("  {:.1f} MB/s", static_cast<double>(progress.lBytesDone) / 1e6 / seconds);
+  if (done > 0) line += fmt::format("  {:.0f} s left", seconds / done - seconds);
+  PrintError(std::string(kEraseLine) + line);
+  bProgressShown_ = true;
+}
+
+void clsConsoleHost::Wait(int nMilliseconds) {
+  std::this_thread::sleep_for(std::chrono::milliseconds(nMilliseconds));
+}
+
+bool clsConsoleHost::OpenPath(std::string_view sPath, OpenVerb) {
+  std::string opener = "xdg-open", path(sPath);
+  char* arguments[] = {opener.data(), path.data(), nullptr};
+  posix_spawn_file_actions_t quiet;
+  posix_spawn_file_actions_init(&quiet);
+  posix_spawn_file_actions_addopen(&quiet, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+  posix_spawn_file_actions_addopen(&quiet, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+  pid_t child = 0;
+  const bool started = posix_spawnp(&child, opener.c_str(), &quiet, nullptr, arguments, environ) == 0;
+  posix_spawn_file_actions_destroy(&quiet);
+  return started;
+}
+
+std::time_t clsConsoleHost::Now() {
+  return std::time(nullptr);
+}
+
+int64_t clsConsoleHost::TickMilliseconds() {
+  return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now().time_since_epoch()).count();
+}
+
+}  // namespace quillon

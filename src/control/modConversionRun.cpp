@@ -1,0 +1,156 @@
+#include "modConversionRun.h"
+
+#include "modFileListing.h"
+#include "modFiles.h"
+#include "modNumbers.h"
+#include "modPaths.h"
+#include "modSettings.h"
+#include "modStrings.h"
+#include "modText.h"
+#include "modTranslator.h"
+
+namespace quillon {
+
+namespace {
+
+// Longer lists log no line per file, which keeps the log of a long batch short.
+constexpr size_t kMostFilesLogged = 100;
+constexpr int kPanelCurrent = 3;
+constexpr int kPanelTime = 6;
+
+std::string FolderAndSeparator(std::string_view sPath) {
+  std::string folder = ParentFolderOfPath(sPath);
+  if (folder.empty() || BehindLastSeparator(folder) != folder.size()) folder += SeparatorFor(sPath);
+  return folder;
+}
+
+}  // namespace
+
+clsConversionRun::clsConversionRun(clsHost& host, clsConversionOptions& options, clsRunLog& log, clsRunFields& fields,
+                                   clsRunWindow* pWindow, RunExtras extras)
+    : host_(host), options_(options), log_(log), fields_(fields), pWindow_(pWindow), extras_(std::move(extras)) {}
+
+void clsConversionRun::LogLine(std::string_view sText) {
+  log_.LogAddText(sText);
+}
+
+std::string clsConversionRun::ElapsedSeconds() const {
+  constexpr double kMillisecond = 0.001;
+  return FormatOneDecimal(static_cast<double>(host_.TickMilliseconds() - fields_.lTotalTimeStart) * kMillisecond);
+}
+
+void clsConversionRun::Go(int32_t& lResult) {
+  if (pWindow_ != nullptr) pWindow_->GetOptionsFromGUI();
+  log_.lWarningCount = log_.lErrorCount = 0;
+  ValidateOptions(lResult);
+  if (lResult != 0) return;
+  BeginProcessing(lResult);
+  if (pWindow_ != nullptr) {
+    pWindow_->UpdateFileControls();
+    pWindow_->FocusOutputButtons();
+  }
+}
+
+void clsConversionRun::BeginProcessing(int32_t& lResult) {
+  if (pWindow_ != nullptr) LogLine(Translate("Starting conversion..."));
+  fields_.lTotalTimeStart = host_.TickMilliseconds();
+  if (pWindow_ != nullptr) pWindow_->DisableGUIForRunning();
+  ExpandFolderTokens(options_.sInputFile);
+  ExpandFolderTokens(options_.sOutputFile);
+  ExpandFolderTokens(options_.sRecipeFile);
+  lResult = 0;
+  if (HasWildcards(options_.sInputFile)) {
+    ConvertBatch(lResult);
+  } else {
+    ConvertSingle(lResult);
+  }
+  ReportRun();
+  gbPauseRequested = false;
+}
+
+void clsConversionRun::ConvertSingle(int32_t& lResult) {
+  if (pWindow_ != nullptr) {
+    LogLine(Translate("Processing:") + "  " + options_.sInputFile);
+    host_.SetStatusPanel(StatusBar::CurrentFile, kPanelCurrent, options_.sInputFile);
+  }
+  ConvertFile(lResult);
+}
+
+bool clsConversionRun::ListFiles(std::vector<std::string>& clnFiles) {
+  std::string error;
+  bool ok = false;
+  if (pWindow_ != nullptr) pWindow_->SetBusyPointer(true);
+  BuildFileListing(options_.sInputFile, options_.bDoSubfolders, clnFiles, error, true, ok);
+  if (pWindow_ != nullptr) pWindow_->SetBusyPointer(false);
+  return ok;
+}
+
+void clsConversionRun::ConvertBatch(int32_t& lResult) {
+  std::vector<std::string> files;
+  if (!ListFiles(files)) {
+    lResult = Refuse(kNoFileList);
+    return;
+  }
+  const BatchOutput output(options_.sOutputFile);
+  const bool log_each = files.size() <= kMostFilesLogged;
+  LogLine(Translate("Processing:"));
+  if (!log_each) LogLine("  " + options_.sInputFile);
+
+  std::string folder_made;
+  for (size_t i = 0; i < files.size(); ++i) {
+    host_.LetEventsRun();
+    if (gbPauseRequested) break;
+    options_.sInputFile = files[i];
+    if (log_each) LogLine("  " + options_.sInputFile);
+    const std::string input_folder = FolderAndSeparator(files[i]);
+    std::string target = input_folder;
+    if (!options_.bSaveInOriginalFolder) {
+      target = output.TargetFor(input_folder);
+      if (target != folder_made) MakeFolderPath(target);
+      folder_made = target;
+    }
+    options_.sOutputFile = target + BaseNameOfPath(files[i]) + "." + output.sOutputExtension;
+    if (pWindow_ != nullptr) {
+      host_.SetStatusPanel(StatusBar::CurrentFile, kPanelCurrent,
+                           options_.sInputFile + "   [" + std::to_string(i + 1) + " " + Translate("of") + " " +
+                               std::to_string(files.size()) + " " + Translate("files") + "]");
+    }
+    ConvertFile(lResult);
+  }
+}
+
+BatchOutput::BatchOutput(std::string_view sOutputPattern)
+    : sOutputPrefix(sOutputPattern.substr(0, sOutputPattern.find('*'))),
+      sOutputFolder(FolderAndSeparator(sOutputPattern)),
+      sOutputExtension(ExtensionOfPath(sOutputPattern)) {}
+
+std::string BatchOutput::TargetFor(std::string_view sInputFolder) const {
+  const size_t input = CharCount(sInputFolder);
+  const size_t output = CharCount(sOutputFolder);
+  if (input < output) {
+    throw UnhandledFailure("The output folder " + sOutputFolder +
+                           " has a longer name than the folder of the input file, " + std::string(sInputFolder) +
+                           ": no part of it can be mirrored.");
+  }
+  return sOutputPrefix + std::string(sInputFolder.substr(ByteOffset(sInputFolder, output + 1)));
+}
+
+void clsConversionRun::ReportRun() {
+  const std::string seconds = ElapsedSeconds();
+  const std::string errors = Translate("Errors: ") + std::to_string(log_.lErrorCount);
+  const std::string warnings = Translate("Warnings: ") + std::to_string(log_.lWarningCount);
+  const std::string closing =
+      Translate("Conversion Complete. Total Time:") + " " + seconds + " " + Translate("seconds");
+  if (pWindow_ == nullptr) {
+    LogLine(errors + "    " + warnings + std::string(kLineEnd) + closing);
+    return;
+  }
+  host_.SetStatusPanel(StatusBar::Main, kPanelCurrent, Translate("Conversion Complete"));
+  host_.SetStatusPanel(StatusBar::Main, kPanelTime, seconds);
+  pWindow_->EnableGUIForRunning();
+  LogLine(errors);
+  LogLine(warnings);
+  LogLine(closing);
+}
+
+}  // namespace quillon

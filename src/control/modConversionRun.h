@@ -1,0 +1,119 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "clsConversionOptions.h"
+#include "clsHost.h"
+#include "modRecipeGlobals.h"
+#include "modRunLog.h"
+#include "modRunMessages.h"
+
+namespace quillon {
+
+/// Fields of the main form that a run works with. They live here because a run needs no window.
+struct clsRunFields {
+  int64_t lTotalTimeStart = 0;  ///< Tick of the run's start
+  bool bWarnedAboutTabsInFile =
+      false;  ///< From the settings: the tab warning comes once in the life of an installation
+  bool bTrimInputTextFilesPadCharacter = true;  ///< What the Profile method looks at
+};
+
+/// What only a window does for a run. All of it is called in a run with windows alone.
+class clsRunWindow {
+ public:
+  virtual ~clsRunWindow() = default;
+  virtual void GetOptionsFromGUI() = 0;
+  virtual void UpdateFileControls() = 0;
+  /// The focus goes to cmdEditOutput, then to cmdExploreOutputFolder, each if it is visible.
+  virtual void FocusOutputButtons() = 0;
+  virtual void DisableGUIForRunning() = 0;
+  virtual void EnableGUIForRunning() = 0;
+  virtual void UpdateMRUs() = 0;
+  /// The busy pointer while files are searched.
+  virtual void SetBusyPointer(bool bBusy) = 0;
+};
+
+/// What the long-option command asks of a run beyond the job record.
+struct RunExtras {
+  bool bTouchSettings = true;           ///< The tab warning is stored
+  std::optional<TextFileOptions> text;  ///< Overrules how reports are read
+  std::optional<const clsCodePage*> recipePage;
+  bool bTrimFields = false;
+  bool bSafeCsv = false;
+  bool bAllPeriods = false;
+  bool bLongRecipe = false;  ///< The recipe is a long-form one
+};
+
+/// One run after another over the files of a job. The collaborators outlive it; pWindow is null in an unattended run.
+/// A failure in one file is logged and counted, and the batch goes on. What nobody handles is thrown as
+/// UnhandledFailure.
+class clsConversionRun {
+ public:
+  clsConversionRun(clsHost& host, clsConversionOptions& options, clsRunLog& log, clsRunFields& fields,
+                   clsRunWindow* pWindow, RunExtras extras = {});
+
+  /// One whole run. lResult 0: the job was accepted and the last file gave no error code.
+  void Go(int32_t& lResult);
+  /// 0 or the code of the first rule that the job breaks, which is logged. Loads the job file of an unattended run.
+  void ValidateOptions(int32_t& lResult);
+  /// The code of the last file converted, or -1001.
+  void BeginProcessing(int32_t& lResult);
+  /// One input file to one output file by the method of the record; names as they stand in sInputFile and sOutputFile.
+  /// An output that is the input file itself is refused with -1002 before anything is touched.
+  void ConvertFile(int32_t& lResult);
+  void ConvertByProfile(int32_t& lResult);
+  void ConvertByRecipe(int32_t& lResult);
+  void WarnAboutTabsInFile();
+
+  /// What became of the lines of the file converted last.
+  const FileAccount& Account() const { return account_; }
+
+ private:
+  bool WithWindows() const;
+  void LogLine(std::string_view sText);
+  std::string ElapsedSeconds() const;
+
+  int32_t Refuse(RunCode code, std::string_view sSubject = {});
+  int32_t LoadJobFile();
+  int32_t MakeLogFolder();
+  int32_t CheckInputAndOutput();
+  int32_t CheckOutputType();
+
+  void ConvertSingle(int32_t& lResult);
+  void ConvertBatch(int32_t& lResult);
+  bool ListFiles(std::vector<std::string>& clnFiles);
+  void ReportRun();
+
+  int32_t AssignProfile();
+  void GiveOptionsToEngine();
+  bool RecipeRunCanStart(int32_t& lResult);
+  void WarnIfTabsInFile(const RecipeOptions& recipeOptions);
+  RecipeOptions MakeRecipeOptions() const;
+
+  clsHost& host_;
+  clsConversionOptions& options_;
+  clsRunLog& log_;
+  clsRunFields& fields_;
+  clsRunWindow* pWindow_;
+  RunExtras extras_;
+  FileAccount account_;
+};
+
+/// Names the output of one file of a batch: prefix of the output pattern, the mirrored part of the input's folder, base
+/// name and extension. The mirrored part goes by the lengths of the two folders alone; an output folder longer than the
+/// input's throws UnhandledFailure.
+struct BatchOutput {
+  explicit BatchOutput(std::string_view sOutputPattern);
+  /// Folder and prefix in front of the base name.
+  std::string TargetFor(std::string_view sInputFolder) const;
+
+  std::string sOutputPrefix;     ///< The pattern up to its first "*"
+  std::string sOutputFolder;     ///< Its parent folder and a separator
+  std::string sOutputExtension;  ///< What stands between "*" and the extension is dropped
+};
+
+}  // namespace quillon

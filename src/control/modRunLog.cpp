@@ -1,0 +1,84 @@
+#include "modRunLog.h"
+
+#include <array>
+#include <utility>
+
+#include "modSettings.h"
+#include "modText.h"
+#include "modTranslator.h"
+
+namespace quillon {
+
+bool clsRunLog::Report(const ReportEntry& entry) {
+  options_.lErr = entry.lErr;
+  options_.sErr1 = entry.sErr1;
+  options_.sErr2 = entry.sErr2;
+  options_.sErr3 = entry.sErr3;
+  return LogAddEntry(entry.type, entry.bShowMessageBox);
+}
+
+bool clsRunLog::AlreadyReported() {
+  if (options_.lErr == -5005) return std::exchange(bReportedMinus5005_, true);
+  if (options_.lErr == -5006) return std::exchange(bReportedMinus5006_, true);
+  return false;
+}
+
+bool clsRunLog::LogAddEntry(EntryType type, bool bShowMessageBox) {
+  if (AlreadyReported()) return false;
+  if (type == EntryType::Warning) ++lWarningCount;
+  if (type == EntryType::Error) ++lErrorCount;
+  // With windows the reporter decides, unattended the job does.
+  if (gbCommandLineMode ? options_.bVerbose : bShowMessageBox) ShowEntry();
+  if (!options_.sErr1.empty()) LogAddEntryHelper("!!!!!!!!!! " + options_.sErr1);
+  if (!options_.sErr2.empty()) LogAddEntryHelper(std::string(kLogIndent) + options_.sErr2);
+  if (!options_.sErr3.empty()) LogAddEntryHelper(std::string(kLogIndent) + options_.sErr3);
+  options_.sErr1.clear();
+  options_.sErr2.clear();
+  options_.sErr3.clear();
+  return true;
+}
+
+void clsRunLog::ShowEntry() {
+  std::string text = options_.sErr2;
+  text.append(kLineEnd).append(kLineEnd).append(options_.sErr3);
+  host_.ShowMessage(text, options_.sErr1, MessageIcon::Information, MessageButtons::Ok);
+}
+
+void clsRunLog::LogAddEntryHelper(std::string_view sAddString) {
+  const size_t before = sText_.size();
+  if (before > 0) sText_.append(kLineEnd);
+  sText_.append(ReplaceAll(sAddString, "%lf%", kLineEnd));
+  if (pView_ != nullptr) pView_->LogAppended(std::string_view(sText_).substr(before));
+}
+
+void clsRunLog::LogAddText(std::string_view sAddString) {
+  LogAddEntryHelper(sAddString);
+  if (options_.bVerbose && gbCommandLineMode) {
+    host_.ShowMessage(sAddString, Translate("Command Line: Messages Enabled"), MessageIcon::Information,
+                      MessageButtons::Ok);
+  }
+}
+
+void clsRunLog::LogClear(bool bAddTimeStamp) {
+  sText_ = bAddTimeStamp ? Translate(LogTimeStamp(host_.Now())) : std::string();
+  bReportedMinus5005_ = bReportedMinus5006_ = false;
+  options_.sErr1.clear();
+  options_.sErr2.clear();
+  options_.sErr3.clear();
+  options_.lErr = 0;
+  if (pView_ != nullptr) pView_->LogReplaced(sText_);
+}
+
+std::string LogTimeStamp(std::time_t moment) {
+  std::tm parts{};
+  localtime_r(&moment, &parts);
+  std::array<char, 128> stamp{};
+// The locale's short form is wanted, whatever it makes of the year.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-y2k"
+  const size_t length = std::strftime(stamp.data(), stamp.size(), "%x %X", &parts);
+#pragma GCC diagnostic pop
+  return "Quillon Log [" + std::string(stamp.data(), length) + "]";
+}
+
+}  // namespace quillon
