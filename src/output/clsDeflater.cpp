@@ -1,0 +1,71 @@
+#include "clsDeflater.h"
+
+#include <isa-l/crc.h>
+#include <isa-l/igzip_lib.h>
+#include <zlib.h>
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "clsSpool.h"
+
+namespace quillon {
+
+struct clsDeflater::Stream {
+  isal_zstream zip{};
+  std::vector<uint8_t> level = std::vector<uint8_t>(ISAL_DEF_LVL1_DEFAULT);
+  std::array<uint8_t, size_t{64} << 10> out{};
+};
+
+clsDeflater::clsDeflater(clsSpool& spool) : spool_(spool), stream_(std::make_unique<Stream>()) {
+  isal_zstream& zip = stream_->zip;
+  isal_deflate_init(&zip);
+  zip.level = 1;
+  zip.level_buf = stream_->level.data();
+  zip.level_buf_size = static_cast<uint32_t>(stream_->level.size());
+}
+
+clsDeflater::~clsDeflater() = default;
+
+void clsDeflater::Run() {
+  isal_zstream& zip = stream_->zip;
+  do {
+    zip.next_out = stream_->out.data();
+    zip.avail_out = static_cast<uint32_t>(stream_->out.size());
+    isal_deflate(&zip);
+    // The library deals in unsigned bytes, the spool in characters.
+    spool_.Write({reinterpret_cast<const char*>(stream_->out.data()), stream_->out.size() - zip.avail_out});
+  } while (zip.avail_out == 0);
+}
+
+void clsDeflater::Write(std::string_view sBytes) {
+  isal_zstream& zip = stream_->zip;
+  while (!sBytes.empty()) {
+    const std::string_view sPiece = sBytes.substr(0, size_t{1} << 30);
+    // The library takes a pointer to bytes that it doesn't change.
+    auto* const pBytes = reinterpret_cast<uint8_t*>(const_cast<char*>(sPiece.data()));
+    nCrc_ = crc32_gzip_refl(nCrc_, pBytes, sPiece.size());
+    nSize_ += static_cast<int64_t>(sPiece.size());
+    zip.next_in = pBytes;
+    zip.avail_in = static_cast<uint32_t>(sPiece.size());
+    Run();
+    sBytes.remove_prefix(sPiece.size());
+  }
+}
+
+void clsDeflater::Close(bool bLast) {
+  isal_zstream& zip = stream_->zip;
+  zip.next_in = nullptr;
+  zip.avail_in = 0;
+  zip.flush = bLast ? NO_FLUSH : SYNC_FLUSH;
+  zip.end_of_stream = bLast ? 1 : 0;
+  Run();
+  stream_.reset();
+}
+
+uint32_t CombineCrc(uint32_t nFirst, uint32_t nSecond, int64_t nSecondBytes) {
+  return static_cast<uint32_t>(crc32_combine(nFirst, nSecond, static_cast<z_off_t>(nSecondBytes)));
+}
+
+}  // namespace quillon
