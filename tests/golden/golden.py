@@ -41,15 +41,20 @@ class World:
     def __exit__(self, *_):
         shutil.rmtree(self.base, ignore_errors=True)
 
-    def run(self, line, timeout=120):
-        """One line by sh: (stdout, stderr, exit status), with the folder's own path taken out."""
+    def run(self, line, timeout=120, steady=True):
+        """One line by sh: (stdout, stderr, exit status), with the folder's own path and what varies taken out."""
         done = subprocess.run(["/bin/sh", "-c", line], cwd=self.work, env=self.env, stdin=subprocess.DEVNULL,
                               capture_output=True, timeout=timeout, check=False)
-        return self.steady(done.stdout), self.steady(done.stderr), done.returncode
+        text = self.steady if steady else self.local
+        return text(done.stdout), text(done.stderr), done.returncode
+
+    def local(self, data):
+        """Text without the folder's own path."""
+        text = data.decode("utf-8", "backslashreplace")
+        return text.replace(str(self.work), "<work>").replace(str(self.home), "<home>")
 
     def steady(self, data):
-        text = data.decode("utf-8", "backslashreplace")
-        text = text.replace(str(self.work), "<work>").replace(str(self.home), "<home>")
+        text = self.local(data)
         for pattern, replacement in VARYING:
             text = pattern.sub(replacement, text)
         return text

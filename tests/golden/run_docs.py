@@ -8,7 +8,7 @@ Each page runs in a fresh folder, from its top to its end:
   ```text report.txt                         a fenced block with a second word is written as the file of that name
   ```console                                 lines with "$ " are run by sh; what stands below each is its output, both
                                              streams; "..." on a line of its own stands for any lines
-Seconds, rates and stamps don't count. --show prints each page's blocks with what really came.
+Seconds, rates and stamps don't count. --accept writes what really came into the page.
 """
 
 import argparse
@@ -30,55 +30,75 @@ def matches(expected, got):
 
 
 def steps(block):
-    """(command, expected output) pairs of a console block."""
+    """(lines of the command, expected output) of each command of a console block."""
     found = []
     for line in block.splitlines():
         if line.startswith("$ "):
-            found.append([line[2:], []])
-        elif found and found[-1][0].endswith("\\") and line.startswith("> "):
-            found[-1][0] = found[-1][0][:-1] + line[2:]
+            found.append(([line], []))
+        elif found and found[-1][0][-1].endswith("\\") and line.startswith("> "):
+            found[-1][0].append(line)
         elif found:
             found[-1][1].append(line)
-    return [(command, "".join(text + "\n" for text in output)) for command, output in found]
+    return [(lines, "".join(text + "\n" for text in output)) for lines, output in found]
 
 
-def run_page(page, program, show):
-    failures = 0
-    text = page.read_text(encoding="utf-8")
-    name = page.relative_to(golden.ROOT)
-    with golden.World(program) as world:
-        for item in ITEM.finditer(text):
-            line = text.count("\n", 0, item.start()) + 1
-            if item["files"] is not None:
-                for file in item["files"].split():
-                    shutil.copy(golden.ROOT / file, world.work)
-            elif item["kind"] == "console":
-                for command, expected in steps(item["body"]):
-                    out, err, _ = world.run(f"{{ {command}\n}} 2>&1")
-                    expected = world.steady(expected.encode())
-                    if show:
-                        print(f"{name}:{line}\n$ {command}\n{out}", end="")
-                    elif not matches(expected, out + err):
-                        failures += 1
-                        print(f"FAILED {name}:{line}\n$ {command}\n{golden.difference(expected, out, 'the page', 'the run')}\n")
-            elif item["name"]:
-                target = world.work / item["name"]
-                target.parent.mkdir(parents=True, exist_ok=True)
-                target.write_text(item["body"], encoding="utf-8")
-    return failures
+class Page:
+    def __init__(self, path, program):
+        self.path, self.program = path, program
+        self.name = path.relative_to(golden.ROOT)
+        self.text = path.read_text(encoding="utf-8")
+        self.failures = self.examples = 0
+
+    def run_block(self, world, block, line):
+        """Runs a console block; returns it as it should read."""
+        came = ""
+        for lines, expected in steps(block):
+            self.examples += 1
+            command = "".join(text[2:].removesuffix("\\") for text in lines)
+            got = world.run(f"{{ {command}\n}} 2>&1", steady=False)[0]
+            wanted, steady = world.steady(expected.encode()), world.steady(got.encode())
+            if matches(wanted, steady):
+                got = expected
+            else:
+                self.failures += 1
+                print(f"{self.name}:{line}: {command}\n{golden.difference(wanted, steady, 'the page', 'the run')}\n")
+            came += "\n".join(lines) + "\n" + got
+        return came
+
+    def run(self):
+        """Runs the page from its top to its end; returns its text with what came."""
+        pieces, at = [], 0
+        with golden.World(self.program) as world:
+            for item in ITEM.finditer(self.text):
+                if item["files"] is not None:
+                    for file in item["files"].split():
+                        shutil.copy(golden.ROOT / file, world.work)
+                elif item["kind"] == "console":
+                    line = self.text.count("\n", 0, item.start()) + 1
+                    pieces += [self.text[at:item.start("body")], self.run_block(world, item["body"], line)]
+                    at = item.end("body")
+                elif item["name"]:
+                    target = world.work / item["name"]
+                    target.parent.mkdir(parents=True, exist_ok=True)
+                    target.write_text(item["body"], encoding="utf-8")
+        return "".join(pieces) + self.text[at:]
 
 
 def main():
     arguments = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     arguments.add_argument("--program", required=True)
-    arguments.add_argument("--show", action="store_true")
+    arguments.add_argument("--accept", action="store_true")
     arguments.add_argument("pages", nargs="*", type=Path)
     options = arguments.parse_args()
-    pages = [page.resolve() for page in options.pages] or sorted(golden.ROOT.glob("*.md")) + sorted(golden.ROOT.glob("docs/**/*.md"))
-    failures = sum(run_page(page, options.program, options.show) for page in pages)
-    examples = sum(page.read_text(encoding="utf-8").count("\n$ ") for page in pages)
+    paths = [path.resolve() for path in options.pages] or [*golden.ROOT.glob("*.md"), *golden.ROOT.glob("docs/**/*.md")]
+    pages = [Page(path, options.program) for path in sorted(paths)]
+    for page in pages:
+        text = page.run()
+        if options.accept and text != page.text:
+            page.path.write_text(text, encoding="utf-8")
+    failures, examples = sum(page.failures for page in pages), sum(page.examples for page in pages)
     print(f"{examples - failures} of {examples} examples on {len(pages)} pages are as shown")
-    return 1 if failures else 0
+    return 1 if failures and not options.accept else 0
 
 
 if __name__ == "__main__":
