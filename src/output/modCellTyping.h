@@ -1,6 +1,8 @@
 #pragma once
 // The one written rule by which a text becomes a typed cell: a number, date or truth value only if the sheet then shows
-// the same characters as the report did (blanks aside) and no digit is lost; else text.
+// the same characters as the report did (blanks aside) and no digit is lost; else text. A text of blanks alone is an
+// empty cell. An error word such as #N/A stays text: it shows the same, and as an error it would spoil every total.
+// Times stay text as well.
 
 #include <cstdint>
 #include <string>

@@ -1,0 +1,80 @@
+#include "modCellTyping.h"
+
+#include <langinfo.h>
+
+#include <array>
+#include <clocale>
+#include <string>
+
+#include "modFormula.h"
+#include "modNumberTyping.h"
+#include "modText.h"
+
+namespace quillon {
+
+namespace {
+
+enum class FirstByte : uint8_t { Text, Number, Equals, Word };
+
+/// What a text can become, by its first byte.
+constexpr std::array<FirstByte, 256> kFirstBytes = [] {
+  std::array<FirstByte, 256> kinds{};
+  for (const char ch : std::string_view("0123456789.-+($\xC2\xE2"))
+    kinds[static_cast<unsigned char>(ch)] = FirstByte::Number;
+  kinds['='] = FirstByte::Equals;
+  kinds['T'] = kinds['F'] = FirstByte::Word;
+  return kinds;
+}();
+
+void TypeFormula(std::string_view sTrimmed, TypedCell& cell) {
+  const std::string_view sFormula = sTrimmed.substr(1);
+  const FormulaVerdict verdict = CheckFormula(sFormula);
+  cell.bRefusedFormula = verdict == FormulaVerdict::ReachesOutside;
+  if (verdict != FormulaVerdict::WellFormed) return;
+  cell.kind = CellKind::Formula;
+  cell.sText = sFormula;
+}
+
+void TypeWord(std::string_view sTrimmed, TypedCell& cell) {
+  if (sTrimmed != "TRUE" && sTrimmed != "FALSE") return;
+  cell.kind = CellKind::Boolean;
+  cell.nValue = sTrimmed == "TRUE" ? 1 : 0;
+}
+
+}  // namespace
+
+TypedCell TypeCell(std::string_view sText, const CellTypingOptions& options, std::string& sScratch) {
+  TypedCell cell;
+  if (sText.empty()) return cell;
+  cell.kind = CellKind::Text;
+  cell.sText = sText;
+  if (options.bAllText) return cell;
+  const std::string_view sTrimmed = TrimBlanks(sText);
+  if (sTrimmed.empty()) return TypedCell{};
+  switch (kFirstBytes[static_cast<unsigned char>(sTrimmed.front())]) {
+    case FirstByte::Text:
+      break;
+    case FirstByte::Number:
+      if (!TypeNumber(sTrimmed, options.bDropLeadingZeros, sScratch, cell))
+        TypeDate(sTrimmed, options.bDayFirst, sScratch, cell);
+      break;
+    case FirstByte::Equals:
+      TypeFormula(sTrimmed, cell);
+      break;
+    case FirstByte::Word:
+      TypeWord(sTrimmed, cell);
+      break;
+  }
+  return cell;
+}
+
+bool LocaleIsDayFirst() {
+  const locale_t locale = newlocale(LC_TIME_MASK, "", nullptr);
+  if (locale == nullptr) return false;
+  const std::string sOrder = nl_langinfo_l(D_FMT, locale);
+  freelocale(locale);
+  const size_t nDay = sOrder.find_first_of("de"), nMonth = sOrder.find_first_of("mbBDF");
+  return nDay != std::string::npos && (nMonth == std::string::npos || nDay < nMonth);
+}
+
+}  // namespace quillon
