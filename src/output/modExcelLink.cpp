@@ -55,13 +55,12 @@ std::unique_ptr<clsWorkbook> OpenExisting(const std::string& sHostPath, int32_t 
   return Refused(OutputFailure(sHostPath, OutputMessage::OtherFormat));
 }
 
-std::unique_ptr<clsWorkbook> MakeNew(const std::string& sHostPath, int32_t /*lFormat*/,
-                                     const WorkbookOptions& /*options*/) {
+std::unique_ptr<clsWorkbook> MakeNew(const std::string& sHostPath, int32_t lFormat, const WorkbookOptions& options) {
   const std::string sFolder = sHostPath.substr(0, BehindLastSeparator(sHostPath));
   const char* const folder = sFolder.empty() ? "." : sFolder.c_str();
   if (access(folder, F_OK) != 0) return Refused(OutputFailure(sHostPath, OutputMessage::NoFolder));
   if (access(folder, W_OK | X_OK) != 0) return Refused(SystemFailure(sHostPath, errno));
-  return Refused(OutputFailure(sHostPath, OutputMessage::OtherFormat));
+  return NewExcelWorkbook(lFormat, options);
 }
 
 /// The kinds of a workbook's name; a name with neither has none.
@@ -91,6 +90,10 @@ std::unique_ptr<clsWorkbook> OpenExcelWorkbook(std::string_view sPath, const Wor
   // A pipe or device holds nothing to change.
   if (!S_ISREG(status.st_mode)) return MakeNew(sHostPath, lFormat, options);
   return OpenExisting(sHostPath, lFormat, options);
+}
+
+std::unique_ptr<clsWorkbook> NewExcelWorkbook(int32_t lFormat, const WorkbookOptions& /*options*/) {
+  return Refused(OutputFailure(lFormat == kFormatXls ? ".xls" : ".xlsx", OutputMessage::OtherFormat));
 }
 
 bool SaveExcelWorkbookAs(clsWorkbook& workbook, std::string_view sPath, int32_t lFormat, Failure& failure) {

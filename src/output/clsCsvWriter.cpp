@@ -1,0 +1,52 @@
+#include "clsCsvWriter.h"
+
+namespace quillon {
+
+bool NeedsQuotes(const CsvRules& rules, std::string_view sValue) {
+  switch (rules.quoting) {
+    case CsvQuoting::Never:
+      return false;
+    case CsvQuoting::Always:
+      return true;
+    case CsvQuoting::Sometimes:
+      break;
+  }
+  return sValue.find_first_of(rules.sQuoteOn) != std::string_view::npos ||
+         (rules.bQuoteSeparator && sValue.find(rules.sSeparator) != std::string_view::npos);
+}
+
+namespace {
+
+char* PutDoubled(char* pOut, std::string_view sValue) {
+  for (const char c : sValue) {
+    if (c == '"') *pOut++ = '"';
+    *pOut++ = c;
+  }
+  return pOut;
+}
+
+}  // namespace
+
+char* PutQuoted(char* pOut, std::string_view sValue) {
+  *pOut++ = '"';
+  pOut = PutDoubled(pOut, sValue);
+  *pOut++ = '"';
+  return pOut;
+}
+
+void clsCsvWriter::Field(std::string_view sValue) {
+  if (!bFirst_) file_.Write(rules_.sSeparator);
+  bFirst_ = false;
+  if (!NeedsQuotes(rules_, sValue)) return file_.Write(sValue);
+  constexpr size_t kPiece = 4096;
+  file_.Write("\"");
+  while (!sValue.empty()) {
+    const std::string_view sPiece = sValue.substr(0, kPiece);
+    char* const pOut = file_.Reserve(2 * kPiece);
+    file_.Used(static_cast<size_t>(PutDoubled(pOut, sPiece) - pOut));
+    sValue.remove_prefix(sPiece.size());
+  }
+  file_.Write("\"");
+}
+
+}  // namespace quillon

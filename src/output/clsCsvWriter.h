@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "clsOutputFile.h"
+
+namespace quillon {
+
+/// When a value is put in double quotes: never (it goes out raw), when it needs them, always.
+enum class CsvQuoting : uint8_t { Never, Sometimes, Always };
+
+/// How the rows of one CSV file are written. All bytes are those of the output's code page.
+struct CsvRules {
+  std::string sSeparator = ",";  ///< One character, which may be several bytes of UTF-8
+  CsvQuoting quoting = CsvQuoting::Sometimes;
+  std::string sQuoteOn = "\"\r\n";  ///< Single bytes that make a value need quotes
+  bool bQuoteSeparator = true;      ///< A value that holds the separator needs them, too
+};
+
+/// The one quoter of both engines: fields joined by the separator, rows ended by CR LF, double quotes inside a quoted
+/// value doubled. Writes into the file's buffer; a failure is the file's and comes out at its Commit.
+class clsCsvWriter {
+ public:
+  /// The file must outlive the writer.
+  clsCsvWriter(clsOutputFile& file, CsvRules rules) : file_(file), rules_(std::move(rules)) {}
+
+  void Field(std::string_view sValue);
+  void EndRow() {
+    file_.Write("\r\n");
+    bFirst_ = true;
+  }
+  const CsvRules& Rules() const { return rules_; }
+
+ private:
+  clsOutputFile& file_;
+  CsvRules rules_;
+  bool bFirst_ = true;
+};
+
+bool NeedsQuotes(const CsvRules& rules, std::string_view sValue);
+/// Writes the value in double quotes to pOut, which has room for twice its bytes and two more; returns the place
+/// behind.
+char* PutQuoted(char* pOut, std::string_view sValue);
+
+}  // namespace quillon

@@ -1,0 +1,177 @@
+#include "clsCellwright.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+
+#include "clsCsvSink.h"
+#include "clsLineReader.h"
+#include "clsSheetSink.h"
+#include "clsUtf16Reader.h"
+#include "modCharacterList.h"
+#include "modExcelLink.h"
+#include "modPaths.h"
+#include "modSettings.h"
+#include "modTranslator.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+
+/// A file that nobody may write, which the system itself would still let the superuser replace.
+bool HasReadOnlyAttribute(std::string_view sPath) {
+  struct stat info {};
+  return stat(HostPath(sPath).c_str(), &info) == 0 && S_ISREG(info.st_mode) && (info.st_mode & 0222) == 0;
+}
+
+int64_t ReplacedBy(const clsUtf16Reader& reader) {
+  return reader.Replaced();
+}
+int64_t ReplacedBy(const clsLineReader&) {
+  return 0;
+}
+
+}  // namespace
+
+CellwrightColumn* clsCellwright::Column(int32_t lColumn) {
+  if (lColumn < 1 || lColumn > kMostColumns) return nullptr;
+  const auto nColumn = static_cast<size_t>(lColumn);
+  if (options_.columns.size() < nColumn) options_.columns.resize(nColumn);
+  return &options_.columns[nColumn - 1];
+}
+
+EngineResult clsCellwright::Fail(EngineResult result, std::string_view sAbout) {
+  for (const EngineMessage& message : kEngineMessages) {
+    if (message.result == result) sError_ = Translate(message.sText) + ": " + std::string(sAbout);
+  }
+  return result;
+}
+
+EngineResult clsCellwright::FailOutput(const Failure& failure) {
+  const bool bAttributes = failure.nError == EACCES || failure.nError == EPERM || failure.nError == EROFS;
+  return Fail(bAttributes ? EngineResult::Attributes : EngineResult::OutputUnwritable, failure.sText);
+}
+
+EngineResult clsCellwright::Check() {
+  if (options_.lInputType != kInputBytes && options_.lInputType != kInputUtf16) {
+    return Fail(EngineResult::InputType, std::to_string(options_.lInputType));
+  }
+  switch (options_.lOutputType) {
+    case kFormatCsv:
+    case kFormatCsvUtf8:
+    case kFormatXlsx:
+    case kFormatXls:
+      break;
+    default:
+      return Fail(EngineResult::OutputType, options_.sOutputFile);
+  }
+  if (HasReadOnlyAttribute(options_.sOutputFile)) return FailOutput(SystemFailure(options_.sOutputFile, EACCES));
+  if (!ParseStartCell(options_.sStartCell, start_)) {
+    for (const EngineMessage& message : kEngineMessages) {
+      if (message.result == EngineResult::StartCell) account_.sNote = Translate(message.sText);
+    }
+    account_.sNote += ": [" + options_.sStartCell + "]";
+  }
+  return EngineResult::Done;
+}
+
+EngineResult clsCellwright::ConvertFile() {
+  account_ = {};
+  const EngineResult checked = Check();
+  if (checked != EngineResult::Done) return checked;
+  Failure failure;
+  if (options_.lInputType == kInputUtf16) {
+    clsUtf16Reader reader;
+    if (reader.Open(options_.sInputFile, failure)) return Convert(reader, clsCodePage::Utf8());
+  } else {
+    clsLineReader reader;
+    if (reader.Open(options_.sInputFile, {.bUnix = false, .pCodePage = SystemCodePage()}, failure)) {
+      return Convert(reader, reader.CodePage());
+    }
+  }
+  return Fail(EngineResult::InputUnreadable, failure.sText);
+}
+
+template <typename Reader>
+EngineResult clsCellwright::Convert(Reader& reader, const clsCodePage& page) {
+  const CutPlan plan = MakeCutPlan(options_.columns, start_.nColumn, page);
+  const bool bCsv = options_.lOutputType == kFormatCsv || options_.lOutputType == kFormatCsvUtf8;
+  return bCsv ? ToCsv(reader, plan, page) : ToSheet(reader, plan, page);
+}
+
+/// Row by row from the start cell on. False if the sink refused one or the input failed.
+template <typename Reader, typename Sink>
+bool clsCellwright::PumpRows(Reader& reader, Sink& sink) {
+  const int64_t nSkipped = reader.SkipRows(start_.nRow - 1);
+  bool bTaken = true;
+  for (std::string_view sRow; bTaken && reader.ReadRow(sRow);) bTaken = sink.PutRow(sRow);
+  account_.lRowsRead = reader.RowNumber();
+  account_.lRowsWritten = account_.lRowsRead - nSkipped;
+  account_.lCharsBehind = sink.CharsBehind();
+  account_.lCharsReplaced = ReplacedBy(reader);
+  return bTaken && !reader.LastFailure().Failed();
+}
+
+CsvRules clsCellwright::RulesFor(const clsCodePage& pageOut) const {
+  CsvRules rules;
+  const bool bInRange = options_.lSeparator >= 1 && options_.lSeparator <= 255;
+  const std::string sCode(1, bInRange ? static_cast<char>(options_.lSeparator) : ',');
+  const std::string sUtf8 = CharacterCodePage().ToUtf8(sCode);
+  if (!pageOut.IsSingleByte()) {
+    rules.sSeparator = sUtf8;
+  } else {
+    rules.sSeparator = pageOut.CanEncode(sUtf8) ? pageOut.FromUtf8(sUtf8) : sCode;
+  }
+  if (options_.lUseDoubleQuotes == 0) rules.quoting = CsvQuoting::Never;
+  if (options_.lUseDoubleQuotes == 2) rules.quoting = CsvQuoting::Always;
+  return rules;
+}
+
+template <typename Reader>
+EngineResult clsCellwright::ToCsv(Reader& reader, const CutPlan& plan, const clsCodePage& page) {
+  const bool bUtf8 = options_.lOutputType == kFormatCsvUtf8;
+  const clsCodePage* pPageOut = bUtf8 ? &clsCodePage::Utf8() : SystemCodePage();
+  // A system page found by content: the output is in that of the input, which for UTF-16 there is none.
+  if (pPageOut == nullptr) {
+    pPageOut = options_.lInputType == kInputUtf16 ? &clsCodePage::Windows1252() : &page;
+  }
+  clsOutputFile file;
+  Failure failure;
+  if (!file.Open(options_.sOutputFile, failure)) return FailOutput(failure);
+  if (bUtf8) file.Write(kUtf8Mark);
+  clsCsvSink sink(file, plan, RulesFor(*pPageOut), page, *pPageOut);
+  if (!PumpRows(reader, sink)) return Fail(EngineResult::InputUnreadable, reader.LastFailure().sText);
+  account_.lCharsLost = sink.CharsLost();
+  return file.Commit(failure) ? EngineResult::Done : FailOutput(failure);
+}
+
+template <typename Reader>
+EngineResult clsCellwright::ToSheet(Reader& reader, const CutPlan& plan, const clsCodePage& page) {
+  const bool bXls = options_.lOutputType == kFormatXls;
+  const auto nMostColumns = static_cast<size_t>(bXls ? kMaxXlsColumns : kMaxSheetColumns);
+  if (plan.columns.size() > nMostColumns) {
+    return Fail(EngineResult::TooManyColumns,
+                std::to_string(plan.columns.size()) + " > " + std::to_string(nMostColumns));
+  }
+  WorkbookOptions options;
+  options.typing = {options_.bAllText, !options_.bAllText, false};
+  const std::unique_ptr<clsWorkbook> pWorkbook = NewExcelWorkbook(options_.lOutputType, options);
+  Failure failure;
+  // A name that a sheet can't have leaves the sheet's own name.
+  pWorkbook->SetSheetName(1, options_.sSheet, failure);
+  clsSheetSink sink(*pWorkbook, plan, page, bXls ? kMaxXlsRows : kMaxSheetRows);
+  if (!PumpRows(reader, sink)) {
+    if (sink.Refusal().empty()) return Fail(EngineResult::InputUnreadable, reader.LastFailure().sText);
+    account_.lCellsFailed = 1;
+    account_.lRowsWritten = 0;
+    return Fail(EngineResult::CellRefused, sink.Refusal());
+  }
+  failure = {};
+  return SaveExcelWorkbookAs(*pWorkbook, options_.sOutputFile, options_.lOutputType, failure) ? EngineResult::Done
+                                                                                              : FailOutput(failure);
+}
+
+}  // namespace quillon

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "clsCsvWriter.h"
+#include "modCellwrightMessages.h"
+#include "modCutPlan.h"
+#include "modFailure.h"
+
+namespace quillon {
+
+/// What became of the characters of one conversion.
+struct ProfileAccount {
+  int64_t lRowsRead = 0;       ///< Rows of the input
+  int64_t lRowsWritten = 0;    ///< Rows of the output; the others stand above the start cell
+  int64_t lCharsBehind = 0;    ///< Characters behind the last column, of the rows written
+  int64_t lCellsFailed = 0;    ///< Cells that the sheet refused (the conversion fails at the first)
+  int64_t lCharsLost = 0;      ///< Characters that the output's code page lacks, now "?"
+  int64_t lCharsReplaced = 0;  ///< Broken UTF-16 of the input, now U+FFFD
+  std::string sNote;           ///< What was taken instead of an option that could not be used; "" if nothing
+};
+
+/// The conversion engine: fixed-width text in, CSV, XLS or XLSX out. It holds its options between conversions and never
+/// resets them by itself. modCellwright_DLL is its face to the program.
+class clsCellwright {
+ public:
+  static constexpr int32_t kInputBytes = 21, kInputUtf16 = 42;
+  static constexpr int32_t kMostColumns = 32767;  ///< Column numbers are 16-bit in part of the interface
+
+  struct Options {
+    std::vector<CellwrightColumn> columns;
+    std::string sSheet;
+    std::string sStartCell = "A1";
+    std::string sInputFile, sOutputFile;  ///< Path texts
+    int32_t lInputType = kInputBytes;
+    int32_t lOutputType = 0;
+    int32_t lSeparator = 44;
+    int32_t lUseDoubleQuotes = 1;
+    bool bAllText = false;
+  };
+
+  const Options& Held() const { return options_; }
+  Options& Change() { return options_; }
+  /// Options of a column (from 1), made if it is new; null for a number outside 1 to kMostColumns.
+  CellwrightColumn* Column(int32_t lColumn);
+
+  /// Runs the conversion with the options as they stand. On any failure the output is as it was.
+  EngineResult ConvertFile();
+  /// Keeps a failure's text for GetErrorString.
+  EngineResult Fail(EngineResult result, std::string_view sAbout);
+
+  const std::string& LastError() const { return sError_; }
+  const ProfileAccount& LastTally() const { return account_; }
+
+ private:
+  EngineResult Check();
+  EngineResult FailOutput(const Failure& failure);
+  template <typename Reader>
+  EngineResult Convert(Reader& reader, const clsCodePage& page);
+  template <typename Reader>
+  EngineResult ToCsv(Reader& reader, const CutPlan& plan, const clsCodePage& page);
+  template <typename Reader>
+  EngineResult ToSheet(Reader& reader, const CutPlan& plan, const clsCodePage& page);
+  template <typename Reader, typename Sink>
+  bool PumpRows(Reader& reader, Sink& sink);
+  CsvRules RulesFor(const clsCodePage& pageOut) const;
+
+  Options options_;
+  StartCell start_;
+  ProfileAccount account_;
+  std::string sError_;
+};
+
+}  // namespace quillon

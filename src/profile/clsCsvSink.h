@@ -1,0 +1,42 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "clsCsvWriter.h"
+#include "clsFastCsv.h"
+#include "clsRowCutter.h"
+
+namespace quillon {
+
+/// Takes the rows of a conversion to CSV: cuts each and writes its fields in the output's code page.
+class clsCsvSink {
+ public:
+  /// File and plan must outlive the sink. pageIn is that of the rows. bQuick False keeps to the plain road, which gives
+  /// the same bytes.
+  clsCsvSink(clsOutputFile& file, const CutPlan& plan, const CsvRules& rules, const clsCodePage& pageIn,
+             const clsCodePage& pageOut, bool bQuick = true);
+
+  /// Always True: a failure is the file's and comes out at its Commit.
+  bool PutRow(std::string_view sRow);
+  /// Characters that the output's code page lacks, each of which became "?".
+  int64_t CharsLost() const { return lLost_; }
+  int64_t CharsBehind() const { return cutter_.CharsBehind(); }
+
+ private:
+  std::string_view ForOutput(std::string_view sField);
+
+  clsOutputFile& file_;
+  const clsCodePage& pageIn_;
+  const clsCodePage& pageOut_;
+  clsRowCutter cutter_;
+  clsCsvWriter writer_;
+  std::optional<clsFastCsv> fast_;
+  int64_t nWidth_;  ///< Characters up to the end of the last column
+  bool bSameBytes_;
+  std::string sUtf8_, sOut_;
+  int64_t lLost_ = 0;
+};
+
+}  // namespace quillon

@@ -1,0 +1,56 @@
+#include "clsRowCutter.h"
+
+#include <algorithm>
+
+#include "modText.h"
+
+namespace quillon {
+
+std::string_view TrimPad(std::string_view sValue, TrimSide side, std::string_view sPad) {
+  if (side == TrimSide::Left) {
+    while (sValue.starts_with(sPad)) sValue.remove_prefix(sPad.size());
+  } else if (side == TrimSide::Right) {
+    while (sValue.ends_with(sPad)) sValue.remove_suffix(sPad.size());
+  }
+  return sValue;
+}
+
+clsRowCutter::clsRowCutter(const CutPlan& plan, const clsCodePage& page)
+    : plan_(plan), bBytes_(page.IsSingleByte()), fields_(plan.columns.size()), offsets_(plan.edges.size()) {}
+
+void clsRowCutter::Cut(std::string_view sRow) {
+  if (bBytes_ || IsAscii(sRow)) {
+    CutBytes(sRow);
+  } else {
+    CutChars(sRow);
+  }
+}
+
+void clsRowCutter::CutBytes(std::string_view sRow) {
+  const auto nRow = static_cast<int64_t>(sRow.size());
+  for (size_t i = 0; i < fields_.size(); ++i) {
+    const PlanColumn& column = plan_.columns[i];
+    const int64_t nStart = std::min(column.nStart, nRow);
+    const int64_t nCount = std::min(column.nCount, nRow - nStart);
+    fields_[i] =
+        TrimPad(sRow.substr(static_cast<size_t>(nStart), static_cast<size_t>(nCount)), column.side, column.sPad);
+  }
+  lBehind_ += std::max<int64_t>(0, nRow - plan_.edges.back());
+}
+
+void clsRowCutter::CutChars(std::string_view sRow) {
+  size_t nByte = 0;
+  int64_t nChar = 0;
+  for (size_t i = 0; i < plan_.edges.size(); ++i) {
+    for (; nChar < plan_.edges[i] && nByte < sRow.size(); ++nChar) nByte += Utf8CharBytes(sRow, nByte);
+    offsets_[i] = nByte;
+  }
+  for (size_t i = 0; i < fields_.size(); ++i) {
+    const PlanColumn& column = plan_.columns[i];
+    const size_t nStart = offsets_[column.nInput];
+    fields_[i] = TrimPad(sRow.substr(nStart, offsets_[column.nInput + 1] - nStart), column.side, column.sPad);
+  }
+  if (nByte < sRow.size()) lBehind_ += static_cast<int64_t>(CharCount(sRow.substr(nByte)));
+}
+
+}  // namespace quillon

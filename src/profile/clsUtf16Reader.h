@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "modFailure.h"
+
+namespace quillon {
+
+/// Rows of a UTF-16 file as UTF-8, by the rules of clsLineReader with bUnix off. A mark in front tells the byte order;
+/// without one it is little-endian. An odd last byte and each surrogate without its partner become U+FFFD and are
+/// counted. The file is read in blocks; memory is one block or the longest row.
+class clsUtf16Reader {
+ public:
+  clsUtf16Reader() = default;
+  clsUtf16Reader(const clsUtf16Reader&) = delete;
+  clsUtf16Reader& operator=(const clsUtf16Reader&) = delete;
+  ~clsUtf16Reader() { Close(); }
+
+  /// sPath is a path text. False with the reason.
+  bool Open(std::string_view sPath, Failure& failure);
+  void Close();
+
+  /// The next row as UTF-8, valid until the next call. False at the end and on a failure (see LastFailure).
+  bool ReadRow(std::string_view& sRow);
+  /// Passes over nRows rows; returns how many there were.
+  int64_t SkipRows(int64_t nRows);
+  int64_t RowNumber() const { return lRow_; }
+  /// Characters that could not be read, each of which became U+FFFD.
+  int64_t Replaced() const { return lReplaced_; }
+  const Failure& LastFailure() const { return failure_; }
+
+ private:
+  bool Prepare();
+  bool FindEndOfText();
+  bool FindLineEnd();
+  bool ReadBlock(int64_t nPos, size_t& nGot);
+  bool Fill();
+  void Convert(size_t nBytes);
+  void TakeUnit(char16_t unit);
+  void EndConversion();
+  char16_t UnitAt(size_t nByte) const;
+
+  int nHandle_ = -1;
+  std::string sPath_;
+  Failure failure_;
+  bool bBigEndian_ = false;
+  char end_ = '\n';
+  int64_t nPos_ = 0;  ///< Byte of the file behind what was converted
+  int64_t nEnd_ = 0;
+  int64_t lRow_ = 0;
+  int64_t lReplaced_ = 0;
+  char16_t high_ = 0;  ///< A high surrogate that waits for its partner
+  bool bEnded_ = false;
+  std::vector<char> block_;
+  std::string text_;  ///< Converted, not yet handed out from nText_ on
+  size_t nText_ = 0;
+};
+
+}  // namespace quillon
