@@ -9,6 +9,7 @@
 #include "clsLineReader.h"
 #include "clsSheetSink.h"
 #include "clsUtf16Reader.h"
+#include "modCellTyping.h"
 #include "modCharacterList.h"
 #include "modExcelLink.h"
 #include "modPaths.h"
@@ -157,7 +158,7 @@ EngineResult clsCellwright::ToSheet(Reader& reader, const CutPlan& plan, const c
                 std::to_string(plan.columns.size()) + " > " + std::to_string(nMostColumns));
   }
   WorkbookOptions options;
-  options.typing = {options_.bAllText, !options_.bAllText, false};
+  options.typing = {options_.bAllText, !options_.bAllText, LocaleIsDayFirst()};
   const std::unique_ptr<clsWorkbook> pWorkbook = NewExcelWorkbook(options_.lOutputType, options);
   Failure failure;
   // A name that a sheet can't have leaves the sheet's own name.
