@@ -63,6 +63,7 @@ class Specials {
   explicit Specials(char separator)
       : separator_(_mm_set1_epi8(separator)), quote_(_mm_set1_epi8('"')), cr_(_mm_set1_epi8('\r')) {}
 
+  uint32_t Quotes(__m128i v) const { return Bits(_mm_cmpeq_epi8(v, quote_)); }
   uint32_t In(__m128i v) const {
     if constexpr (quoting == CsvQuoting::Never) return 0;
     const __m128i quotes = _mm_cmpeq_epi8(v, quote_);
@@ -74,11 +75,12 @@ class Specials {
   __m128i separator_, quote_, cr_;
 };
 
-/// A trimmed value that was copied, and whether it holds special bytes.
+/// A trimmed value that was copied, and what special bytes it holds.
 struct Copied {
   const char* p;
   size_t n;
   bool bSpecial;
+  bool bPlain;  ///< No double quotes among them, and short: it can be put in quotes as it is
 };
 
 /// Up to 16 bytes: one load answers for trimming and special bytes without a branch.
@@ -91,7 +93,8 @@ Copied CopyShort(const char* p, size_t n, const auto& column, const SpecialBytes
   const auto nLast = static_cast<size_t>(std::bit_width(nValue | ((column.nKeepLast << n) >> 1)));
   const size_t nLength = nLast - std::min(nFirst, nLast);
   Store(pOut, LoadWithin(p + nFirst, sRow));
-  return {p + nFirst, nLength, ((specials.In(v) >> nFirst) & LowBits(nLength)) != 0};
+  const bool bSpecial = ((specials.In(v) >> nFirst) & LowBits(nLength)) != 0;
+  return {p + nFirst, nLength, bSpecial, bSpecial && ((specials.Quotes(v) >> nFirst) & LowBits(nLength)) == 0};
 }
 
 template <typename SpecialBytes>
@@ -116,7 +119,7 @@ Copied CopyLong(const char* p, size_t n, const auto& column, const SpecialBytes&
     Store(pOut + i, v);
   }
   Store(pOut + n - kBlock, last);
-  return {p, n, nFound != 0};
+  return {p, n, nFound != 0, false};
 }
 
 }  // namespace
@@ -135,7 +138,11 @@ char* clsFastCsv::PutFields(std::string_view sRow, char* pOut) const {
     char* const pData = quoting == CsvQuoting::Always ? pOut + 1 : pOut;
     const Copied value =
         n <= kBlock ? CopyShort(p, n, column, specials, sRow, pData) : CopyLong(p, n, column, specials, sRow, pData);
-    if (value.bSpecial) {
+    if (value.bPlain) {
+      Store(pOut + 1, LoadWithin(value.p, sRow));
+      *pOut = pOut[value.n + 1] = '"';
+      pOut += value.n + 2;
+    } else if (value.bSpecial) {
       pOut = PutQuoted(pOut, {value.p, value.n});
     } else {
       if constexpr (quoting == CsvQuoting::Always) *pOut = pData[value.n] = '"';
