@@ -9,6 +9,7 @@
 #include <string>
 
 #include "clsFailedWorkbook.h"
+#include "clsXlsWorkbook.h"
 #include "modNumbers.h"
 #include "modOutputMessages.h"
 #include "modPaths.h"
@@ -92,7 +93,8 @@ std::unique_ptr<clsWorkbook> OpenExcelWorkbook(std::string_view sPath, const Wor
   return OpenExisting(sHostPath, lFormat, options);
 }
 
-std::unique_ptr<clsWorkbook> NewExcelWorkbook(int32_t lFormat, const WorkbookOptions& /*options*/) {
+std::unique_ptr<clsWorkbook> NewExcelWorkbook(int32_t lFormat, const WorkbookOptions& options) {
+  if (lFormat == kFormatXls) return NewXlsWorkbook(options);
   return Refused(OutputFailure(lFormat == kFormatXls ? ".xls" : ".xlsx", OutputMessage::OtherFormat));
 }
 

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "clsXlsCellTable.h"
+#include "clsXlsFormats.h"
+#include "clsXlsStrings.h"
+#include "modCellTyping.h"
+
+namespace quillon {
+
+/// Types texts and puts them as cells into the table of a sheet; strings and formats that they need are added to those
+/// of the workbook.
+class clsXlsCellWriter {
+ public:
+  clsXlsCellWriter(clsXlsStrings& strings, clsXlsFormats& formats, const CellTypingOptions& options)
+      : strings_(strings), formats_(formats), options_(options) {}
+
+  /// Days count from 1904 in this workbook; strings of the file come before the added ones.
+  void SetBase(bool b1904, uint32_t nFirstString) {
+    b1904_ = b1904;
+    nFirstString_ = nFirstString;
+  }
+
+  /// A cell of the row in hand. A number format other than General of nXf stays; where it is Text, so does the text.
+  void Write(clsXlsCellTable& table, unsigned nColumn, std::string_view sText, uint16_t nXf);
+  int64_t RefusedFormulas() const { return nRefused_; }
+
+ private:
+  void WriteText(clsXlsCellTable& table, unsigned nColumn, std::string_view sText, uint16_t nXf);
+  bool WriteNumber(clsXlsCellTable& table, unsigned nColumn, const TypedCell& cell, uint16_t nXf);
+  bool WriteTyped(clsXlsCellTable& table, unsigned nColumn, const TypedCell& cell, uint16_t nXf);
+
+  clsXlsStrings& strings_;
+  clsXlsFormats& formats_;
+  CellTypingOptions options_;
+  bool b1904_ = false;
+  uint32_t nFirstString_ = 0;
+  std::string sScratch_;
+  std::string sTokens_;
+  int64_t nRefused_ = 0;
+};
+
+/// Days between the two date systems.
+constexpr double kDaysTo1904 = 1462;
+
+}  // namespace quillon

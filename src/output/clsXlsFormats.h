@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "modXlsRecords.h"
+
+namespace quillon {
+
+/// Cell formats (XF) and number formats (FORMAT) of a workbook, and those that a run adds to them.
+class clsXlsFormats {
+ public:
+  /// Takes what the file has, in the order of its records.
+  void AddExistingFormat(std::string_view sRecordData);
+  void AddExistingXf(std::string_view sRecordData) { xfs_.emplace_back(sRecordData); }
+  void AddExistingXfExt(std::string_view sRecordData) { extensions_.emplace_back(sRecordData); }
+  std::string_view XfData(size_t nXf) const { return xfs_[nXf]; }
+  size_t XfCount() const { return xfs_.size(); }
+
+  uint16_t NumberFormatOf(uint16_t nXf) const { return nXf < xfs_.size() ? GetU16(xfs_[nXf], 2) : uint16_t{0}; }
+  /// Code of the number format of an XF: the file's own or a built-in one; "" is General or unknown.
+  std::string_view FormatCodeOf(uint16_t nXf) const;
+
+  /// The XF that is as nXf but for its number format; -1 if the workbook can hold no more of them.
+  int WithNumberFormat(uint16_t nXf, std::string_view sCode);
+
+  const std::string& AddedFormats() const { return sAddedFormats_; }  ///< FORMAT records
+  const std::string& AddedXfs() const { return sAddedXfs_; }          ///< XF records
+  /// XFEXT records for added XFs whose model has one (colours that XF itself can't say).
+  std::string AddedExtensions() const;
+  /// Checksum of the XF records, as XFCRC holds it; of the first nCount.
+  uint32_t XfChecksum(size_t nCount) const;
+
+ private:
+  int FormatId(std::string_view sCode);
+  int Make(uint16_t nXf, int nFormat);
+
+  std::vector<std::string> xfs_;
+  std::vector<std::string> extensions_;
+  std::map<uint16_t, std::string> codes_;
+  std::map<std::string, uint16_t, std::less<>> ids_;
+  uint16_t nNextId_ = 164;
+  std::map<std::pair<uint16_t, uint16_t>, uint16_t> made_;  ///< XF and number format to XF
+  std::vector<std::pair<uint16_t, uint16_t>> models_;       ///< Added XF and its model
+  std::string sAddedFormats_, sAddedXfs_;
+  // The question asked last
+  uint16_t nLastXf_ = 0;
+  int nLastResult_ = -1;
+  std::string sLastCode_;
+  bool bHasLast_ = false;
+};
+
+}  // namespace quillon

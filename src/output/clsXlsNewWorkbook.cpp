@@ -1,0 +1,177 @@
+#include "clsXlsNewWorkbook.h"
+
+#include <algorithm>
+
+#include "clsXlsWorkbook.h"
+#include "modCompoundFile.h"
+#include "modOutputMessages.h"
+#include "modSheetNames.h"
+#include "modText.h"
+#include "modXlsLayout.h"
+#include "modXlsText.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr size_t kMinWidth = 8, kMaxWidth = 60;
+constexpr size_t kMaxStream = 0x7FFF0000;
+
+size_t WidthOf(std::string_view sText) {
+  const std::string_view sShown = TrimBlanks(sText.substr(0, kMaxWidth * 4));
+  return std::min(IsAscii(sShown) ? sShown.size() : CharCount(sShown), kMaxWidth);
+}
+
+}  // namespace
+
+bool CheckXlsCell(int nSheets, int nSheet, int64_t nRow, int nColumn, Failure& failure) {
+  const bool bInSheet = nRow >= 1 && nRow <= kMaxXlsRows && nColumn >= 1 && nColumn <= kMaxXlsColumns;
+  if (bInSheet && nSheet >= 1 && nSheet <= nSheets) return true;
+  failure = CellFailure(nSheet, nRow, nColumn, bInSheet ? OutputMessage::NoSuchSheet : OutputMessage::OutsideSheet);
+  return false;
+}
+
+bool CheckXlsText(int nSheet, int64_t nRow, int nColumn, std::string_view sText, Failure& failure) {
+  if (sText.size() <= kMaxCellChars || Utf16Count(sText) <= kMaxCellChars) return true;
+  failure = CellFailure(nSheet, nRow, nColumn, OutputMessage::TextTooLong);
+  return false;
+}
+
+void ClearWritten(clsCellStore& cells, const CellRange& range) {
+  std::vector<StoredCell> row;
+  const int64_t nBottom = std::min(range.nBottom, cells.LastRow());
+  for (int64_t nRow = std::max<int64_t>(range.nTop, 1); nRow <= nBottom; ++nRow) {
+    cells.Row(nRow, row);
+    for (const StoredCell& cell : std::vector<StoredCell>(row))
+      if (cell.nColumn >= range.nLeft && cell.nColumn <= range.nRight) cells.Write(nRow, cell.nColumn, {});
+  }
+}
+
+bool clsXlsNewWorkbook::WriteCell(int nSheet, int64_t nRow, int nColumn, std::string_view sText, Failure& failure) {
+  if (!CheckXlsCell(SheetCount(), nSheet, nRow, nColumn, failure)) return false;
+  if (!CheckXlsText(nSheet, nRow, nColumn, sText, failure)) return false;
+  Sheet& sheet = At(nSheet);
+  sheet.cells.Write(nRow, nColumn, sText);
+  uint8_t& nWidth = sheet.widths[static_cast<size_t>(nColumn) - 1];
+  if (sText.size() > nWidth) nWidth = std::max(nWidth, static_cast<uint8_t>(WidthOf(sText)));
+  return true;
+}
+
+bool clsXlsNewWorkbook::ReadCell(int nSheet, int64_t nRow, int nColumn, std::string& sText, Failure& failure) {
+  if (!CheckXlsCell(SheetCount(), nSheet, nRow, nColumn, failure)) return false;
+  std::string_view sWritten;
+  sText.clear();
+  if (At(nSheet).cells.Read(nRow, nColumn, sWritten)) sText = sWritten;
+  return true;
+}
+
+bool clsXlsNewWorkbook::SetSheetName(int nSheet, std::string_view sName, Failure& failure) {
+  std::optional<OutputMessage> refusal = OutputMessage::NoSuchSheet;
+  if (Has(nSheet)) refusal = RefusalOfSheetName(sName, names_, nSheet);
+  if (refusal) {
+    failure = OutputFailure(sName, *refusal);
+    return false;
+  }
+  names_[static_cast<size_t>(nSheet) - 1] = sName;
+  return true;
+}
+
+std::string clsXlsNewWorkbook::SheetName(int nSheet) const {
+  return Has(nSheet) ? names_[static_cast<size_t>(nSheet) - 1] : std::string{};
+}
+
+std::optional<CellRange> clsXlsNewWorkbook::ActiveUsedRange() {
+  const CellRange range = At(nActive_).cells.Range();
+  return range.Empty() ? CellRange{1, 1, 1, 1} : range;
+}
+
+bool clsXlsNewWorkbook::ClearContents(int nSheet, const CellRange& range, Failure& failure) {
+  if (!CheckXlsCell(SheetCount(), nSheet, 1, 1, failure)) return false;
+  ClearWritten(At(nSheet).cells, range);
+  return true;
+}
+
+bool clsXlsNewWorkbook::ActivateSheet(std::string_view sName) {
+  for (int i = 1; i <= SheetCount(); ++i)
+    if (EqualNoCase(SheetName(i), sName)) return ActivateSheet(i);
+  return false;
+}
+
+bool clsXlsNewWorkbook::ActivateSheet(int nSheet) {
+  if (Has(nSheet)) nActive_ = nSheet;
+  return Has(nSheet);
+}
+
+void clsXlsNewWorkbook::FillTable(Sheet& sheet, clsXlsCellWriter& writer, clsXlsCellTable& table) {
+  std::vector<StoredCell> row;
+  for (int64_t nRow = 1; nRow <= sheet.cells.LastRow(); ++nRow) {
+    sheet.cells.Row(nRow, row);
+    if (row.empty()) continue;
+    table.StartRow(static_cast<uint32_t>(nRow - 1));
+    for (const StoredCell& cell : row)
+      writer.Write(table, static_cast<unsigned>(cell.nColumn - 1), cell.sText, xls::kDefaultXf);
+  }
+  table.Finish();
+}
+
+std::string clsXlsNewWorkbook::MakeGlobals(const clsXlsFormats& formats, const clsXlsStrings& strings,
+                                           size_t& nBoundSheets) const {
+  std::string sGlobals;
+  PutGlobalsHead(sGlobals, sFont_, SheetCount(), nActive_ - 1, formats);
+  nBoundSheets = sGlobals.size();
+  for (const std::string& sName : names_) PutBoundSheet(sGlobals, sName);
+  PutRecord(sGlobals, xls::kCountry, std::string_view("\1\0\1\0", 4));
+  clsXlsStringTable().Write(strings, 0, sGlobals);
+  PutEof(sGlobals);
+  return sGlobals;
+}
+
+bool clsXlsNewWorkbook::SaveAs(std::string_view sPath, int32_t lFormat, Failure& failure) {
+  if (lFormat != kFormatXls) {
+    failure = OutputFailure(sPath, OutputMessage::OtherFormat);
+    return false;
+  }
+  clsXlsStrings strings;
+  clsXlsFormats formats;
+  AddStandardXfs(formats);
+  clsXlsCellWriter writer(strings, formats, options_.typing);
+  std::array<clsXlsCellTable, 2> tables;
+  for (size_t i = 0; i < tables.size(); ++i) FillTable(sheets_[i], writer, tables[i]);
+  nRefused_ = writer.RefusedFormulas();
+
+  size_t nBoundSheet = 0;
+  std::string sGlobals = MakeGlobals(formats, strings, nBoundSheet);
+  size_t nOffset = sGlobals.size();
+  std::array<XlsSheetHead, 2> heads;
+  std::array<std::string, 2> indexes, tails;
+  std::vector<std::string_view> pieces = {sGlobals};
+  for (size_t i = 0; i < tables.size(); ++i) {
+    const clsXlsCellTable& table = tables[i];
+    std::array<uint8_t, 256> widths = sheets_[i].widths;
+    for (uint8_t& nWidth : widths)
+      if (nWidth <= kMinWidth) nWidth = 0;
+    heads[i] = MakeSheetHead(widths, table.FirstRow(), table.RowsEnd(), table.FirstColumn(), table.ColumnsEnd());
+    tails[i] = MakeSheetTail(nActive_ == static_cast<int>(i) + 1);
+    const size_t nRest = nOffset + heads[i].sBof.size() + table.IndexBytes();
+    indexes[i] = table.Index(nRest + heads[i].sRest.size(), nRest + heads[i].nDefColWidth);
+    SetAt(sGlobals, nBoundSheet + 4, static_cast<uint32_t>(nOffset));
+    nBoundSheet += size_t{4} + GetU16(sGlobals, nBoundSheet + 2);
+    for (const std::string_view sPiece :
+         {std::string_view(heads[i].sBof), std::string_view(indexes[i]), std::string_view(heads[i].sRest),
+          std::string_view(table.Bytes()), std::string_view(tails[i])}) {
+      pieces.push_back(sPiece);
+      nOffset += sPiece.size();
+    }
+  }
+  if (nOffset > kMaxStream) {
+    failure = OutputFailure(sPath, OutputMessage::TooLarge);
+    return false;
+  }
+  return SaveCompoundFile(sPath, nullptr, "Workbook", pieces, failure);
+}
+
+std::unique_ptr<clsWorkbook> NewXlsWorkbook(const WorkbookOptions& options) {
+  return std::make_unique<clsXlsNewWorkbook>(options);
+}
+
+}  // namespace quillon

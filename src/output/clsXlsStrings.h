@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "modXlsRecords.h"
+
+namespace quillon {
+
+/// The strings that a run adds to a workbook, each once, in the form of the shared string table.
+class clsXlsStrings {
+ public:
+  /// Index of the text among the added ones, from 0.
+  uint32_t Add(std::string_view sUtf8);
+  /// How many different ones there are, and how often Add was called.
+  uint32_t Count() const { return nCount_; }
+  uint32_t References() const { return nReferences_; }
+  /// All strings behind one another: count (2 bytes), flag, characters.
+  std::string_view Entries() const { return sEntries_; }
+  static size_t EntryBytes(std::string_view sEntries, size_t nOffset) {
+    return 3 + size_t{GetU16(sEntries, nOffset)} * ((GetU8(sEntries, nOffset + 2) & 1) != 0 ? 2 : 1);
+  }
+
+ private:
+  struct Slot {
+    uint32_t nHash = 0;
+    uint32_t nNext = 0;  ///< Index of the string plus 1; 0 is free
+    size_t nOffset = 0;
+  };
+
+  bool SameEntry(size_t nOffset, std::string_view sChars, size_t nCount, bool bWide) const;
+  void Grow();
+
+  std::string sEntries_;
+  std::string sScratch_;
+  std::vector<Slot> slots_;  ///< Open addressing, a power of two
+  uint32_t nCount_ = 0;
+  uint32_t nReferences_ = 0;
+};
+
+/// The shared string table of a stream that is being changed: where each string lies, and the table with more strings
+/// behind them.
+class clsXlsStringTable {
+ public:
+  /// Looks at the SST record at an offset of the stream, which must outlive the object. False if it is damaged.
+  bool Parse(std::string_view sStream, size_t nOffset);
+  uint32_t Count() const { return static_cast<uint32_t>(starts_.size()); }
+  /// Text of a string, from 0; "" for one that isn't there.
+  std::string Text(uint32_t nIndex) const;
+  /// Offset behind the table's last CONTINUE.
+  size_t End() const { return nEnd_; }
+
+  /// Appends to sOut the table with the added strings, then the EXTSST that belongs to it. sOut begins at offset
+  /// nBase of the stream. An object without Parse gives a table of the added strings alone.
+  void Write(const clsXlsStrings& added, size_t nBase, std::string& sOut) const;
+
+ private:
+  std::string_view sStream_;
+  size_t nOffset_ = 0;
+  size_t nStringsEnd_ = 0;  ///< Behind the last string; what stands between it and nEnd_ is dropped on writing
+  size_t nEnd_ = 0;
+  std::vector<uint32_t> starts_;   ///< Of the strings, from nOffset_
+  std::vector<uint32_t> records_;  ///< Of the SST record and its CONTINUEs, from nOffset_
+};
+
+}  // namespace quillon
