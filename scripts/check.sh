@@ -72,7 +72,7 @@ done)
 [ -z "$dead" ] || finding "links that lead nowhere" "$dead"
 
 # 7. The manual explains every code that a message can have.
-codes=$(grep -rhoE '(= |\{)-[0-9]{1,4}\b' src/*/*Messages.* | grep -oE -- '-[0-9]+' | sort -u)
+codes=$(grep -rhoE '(= |\{)-[0-9]{1,4}\b' src/control/modRunMessages.h src/recipe/modRecipeMessages.cpp | grep -oE -- '-[0-9]+' | sort -u)
 unexplained=$(for code in $codes; do grep -q -- "^| $code |" docs/manual/troubleshooting.md || echo "$code"; done)
 [ -z "$unexplained" ] || finding "codes that docs/manual/troubleshooting.md lacks" "$unexplained"
 
