@@ -1,0 +1,94 @@
+# What an installation consists of, and the two packages made of it: quillon without any screen library, quillon-gui.
+include(GNUInstallDirs)
+
+set(shipped ${CMAKE_INSTALL_DATADIR}/quillon)
+install(TARGETS quillon RUNTIME COMPONENT quillon)
+if(EXISTS ${PROJECT_SOURCE_DIR}/data)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/data/ DESTINATION ${shipped} COMPONENT quillon)
+endif()
+
+# Pages and completions are made from the help that the program prints, so options stand in one place.
+option(QUILLON_PACKAGE "Make manual pages and completions, for packages" OFF)
+if(QUILLON_PACKAGE)
+  find_program(QUILLON_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)
+  set(pages ${PROJECT_BINARY_DIR}/pages)
+  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/packaging/*.1 ${PROJECT_SOURCE_DIR}/packaging/*.5)
+  set(names ${sources})
+  list(TRANSFORM names REPLACE "^.*/" "${pages}/")
+  add_custom_command(
+    OUTPUT ${names} ${pages}/quillon.bash ${pages}/_quillon ${pages}/quillon.fish
+    COMMAND ${QUILLON_PYTHON} ${PROJECT_SOURCE_DIR}/packaging/make_pages.py $<TARGET_FILE:quillon> ${PROJECT_VERSION} ${pages}
+    COMMAND ${PROJECT_SOURCE_DIR}/packaging/compress.sh ${pages} ${PROJECT_SOURCE_DIR} ${PROJECT_VERSION}
+    DEPENDS quillon ${sources} ${PROJECT_SOURCE_DIR}/packaging/make_pages.py ${PROJECT_SOURCE_DIR}/packaging/compress.sh
+            ${PROJECT_SOURCE_DIR}/CHANGELOG.md)
+  add_custom_target(quillon_pages ALL DEPENDS ${names})
+
+  set(gui_pages ${pages}/quillon-gui.1)
+  foreach(page IN LISTS names)
+    string(REGEX REPLACE "^.*\\." "" section ${page})
+    set(component quillon)
+    if(page IN_LIST gui_pages)
+      set(component quillon-gui)
+    endif()
+    install(FILES ${page}.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man${section} COMPONENT ${component})
+  endforeach()
+  set(completions ${CMAKE_INSTALL_DATADIR})
+  install(FILES ${pages}/quillon.bash DESTINATION ${completions}/bash-completion/completions RENAME quillon COMPONENT quillon)
+  install(FILES ${pages}/_quillon DESTINATION ${completions}/zsh/vendor-completions COMPONENT quillon)
+  install(FILES ${pages}/quillon.fish DESTINATION ${completions}/fish/vendor_completions.d COMPONENT quillon)
+  foreach(package quillon quillon-gui)
+    install(FILES ${PROJECT_SOURCE_DIR}/packaging/copyright ${pages}/changelog.gz
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package} COMPONENT ${package})
+  endforeach()
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/manual DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/quillon COMPONENT quillon)
+endif()
+
+if(TARGET quillon-gui)
+  install(TARGETS quillon-gui RUNTIME COMPONENT quillon-gui)
+  configure_file(${PROJECT_SOURCE_DIR}/packaging/com.brindlemark.Quillon.metainfo.xml.in
+                 ${PROJECT_BINARY_DIR}/com.brindlemark.Quillon.metainfo.xml @ONLY)
+  install(FILES ${PROJECT_SOURCE_DIR}/packaging/quillon.desktop
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT quillon-gui)
+  install(FILES ${PROJECT_BINARY_DIR}/com.brindlemark.Quillon.metainfo.xml
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo COMPONENT quillon-gui)
+  install(FILES ${PROJECT_SOURCE_DIR}/packaging/quillon.svg
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps COMPONENT quillon-gui)
+  install(FILES ${PROJECT_SOURCE_DIR}/packaging/quillon-mime.xml
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages RENAME quillon.xml COMPONENT quillon-gui)
+endif()
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGE_CONTACT "Quillon maintainers <maintainers@brindlemark.example>")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+set(CPACK_DEBIAN_QUILLON_PACKAGE_NAME quillon)
+set(CPACK_DEBIAN_QUILLON_PACKAGE_SECTION text)
+set(CPACK_COMPONENT_QUILLON_DESCRIPTION
+    "converter of printed-report text to CSV, XLSX and XLS
+ Quillon turns ledgers, stock lists and spool files into CSV files and
+ workbooks. Columns are drawn as a ruler on the report, worked out from its
+ rows, or described by a profile of widths. Amounts become numbers and dates
+ become dates, and show as the report showed them.
+ .
+ This package holds the command line.")
+set(CPACK_DEBIAN_QUILLON-GUI_PACKAGE_NAME quillon-gui)
+set(CPACK_DEBIAN_QUILLON-GUI_PACKAGE_SECTION text)
+set(CPACK_DEBIAN_QUILLON-GUI_PACKAGE_DEPENDS "quillon (= ${PROJECT_VERSION})")
+set(CPACK_COMPONENT_QUILLON-GUI_DESCRIPTION
+    "converter of printed-report text to spreadsheets, desktop program
+ Quillon turns ledgers, stock lists and spool files into CSV files and
+ workbooks. This package holds the window with its three steps, the recipe
+ editor and the profile editor.")
+set(CPACK_COMPONENTS_ALL quillon)
+if(TARGET quillon-gui)
+  list(APPEND CPACK_COMPONENTS_ALL quillon-gui)
+endif()
+include(CPack)

@@ -1,0 +1,13 @@
+#!/usr/bin/env bash
+# Makes the .deb packages in build-package/, the same bytes for the same sources.
+set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")/.."
+. scripts/lib.sh
+
+scripts/setup.sh build gui package
+SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/null || echo 0)}
+export SOURCE_DATE_EPOCH
+build_preset package
+rm -f build-package/*.deb
+quietly build-package/cpack.log cpack --config build-package/CPackConfig.cmake -B build-package
+ls build-package/*.deb
