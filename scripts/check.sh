@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # What a script can check, a script checks. Names every finding, and ends with 1 if there is one.
 set -uo pipefail
-cd "$(dirname "$(readlink -f "$0")")/.."
+cd "$(dirname "$(readlink -f "$0")")/.." || exit 2
 
 failed=0
 finding() {

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Shared by the scripts beside it; the current folder is the top of the tree.
 
 # A second build tree of the same sources, or a fresh clone, finds its objects again.
