@@ -3,6 +3,7 @@
 #include "clsProfileGrid.h"
 #include "clsTempFolder.h"
 #include "clsTestHost.h"
+#include "clsWorkbook.h"
 #include "modCellwright_DLL.h"
 #include "modCharacterList.h"
 #include "modFixedWidthAttributes.h"
@@ -116,6 +117,11 @@ TEST_F(Profiles, AShorterProfileClosesTheColumnsOfALongerOne) {
     EXPECT_EQ(lMostColumnsAssigned, 8);
     EXPECT_EQ(Cellwright().Held().columns[0].lCount, 5);
     for (size_t n = 1; n < 8; ++n) EXPECT_EQ(Cellwright().Held().columns[n].lCount, -1);
+    OptInputFileSet(folder.Write("in.txt", "aaaaabbbbbccccc").c_str());
+    OptOutputFileTypeSet(kFormatCsv);
+    OptOutputFileSet(folder.Path("out.csv").c_str());
+    ASSERT_EQ(ConvertFile(), 0);
+    EXPECT_EQ(folder.Read("out.csv"), "aaaaa\r\n");
   }
 }
 
