@@ -11,7 +11,13 @@
 namespace quillon {
 
 /// Excel's file format numbers.
-enum OutputFormat : int32_t { kFormatNone = 0, kFormatCsv = 6, kFormatCsvUtf8 = 23, kFormatXlsx = 51, kFormatXls = -4143 };
+enum OutputFormat : int32_t {
+  kFormatNone = 0,
+  kFormatCsv = 6,
+  kFormatCsvUtf8 = 23,
+  kFormatXlsx = 51,
+  kFormatXls = -4143
+};
 
 /// Largest sheets: XLSX; an XLS sheet has 65,536 x 256.
 constexpr int64_t kMaxSheetRows = 1048576;
@@ -28,9 +34,9 @@ struct CellRange {
 
 /// How texts become typed cells on saving.
 struct CellTypingOptions {
-  bool bAllText = false;          ///< Every cell holds its text (Profile method with bTreatDataAsText)
-  bool bDropLeadingZeros = false; ///< 007 is 7 (Profile method without it)
-  bool bDayFirst = false;         ///< 31.12.24 rather than 12/31/24 by the user's locale
+  bool bAllText = false;           ///< Every cell holds its text (Profile method with bTreatDataAsText)
+  bool bDropLeadingZeros = false;  ///< 007 is 7 (Profile method without it)
+  bool bDayFirst = false;          ///< 31.12.24 rather than 12/31/24 by the user's locale
 };
 
 /// A workbook of at least two sheets (an existing one may have fewer: then sheet 2 fails). Sheets count from 1 in

@@ -17,7 +17,7 @@ enum class CellKind : uint8_t { Empty, Text, Number, Date, Boolean, Error, Formu
 /// A typed cell. Views point into the text given or into static storage.
 struct TypedCell {
   CellKind kind = CellKind::Empty;
-  double nValue = 0;             ///< Number; date as serial day of the 1900 system; 0 or 1
+  double nValue = 0;  ///< Number; date as serial day of the 1900 system; 0 or 1
   /// The number as it goes into the file where its own digits serve ("1234.50" minus separators); "" = use nValue.
   std::string_view sDigits;
   std::string_view sFormat;      ///< Number format code; "" is General

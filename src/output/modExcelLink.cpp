@@ -10,6 +10,7 @@
 
 #include "clsFailedWorkbook.h"
 #include "clsXlsWorkbook.h"
+#include "clsXlsxWorkbook.h"
 #include "modNumbers.h"
 #include "modOutputMessages.h"
 #include "modPaths.h"
@@ -95,7 +96,8 @@ std::unique_ptr<clsWorkbook> OpenExcelWorkbook(std::string_view sPath, const Wor
 
 std::unique_ptr<clsWorkbook> NewExcelWorkbook(int32_t lFormat, const WorkbookOptions& options) {
   if (lFormat == kFormatXls) return NewXlsWorkbook(options);
-  return Refused(OutputFailure(lFormat == kFormatXls ? ".xls" : ".xlsx", OutputMessage::OtherFormat));
+  if (lFormat == kFormatXlsx) return std::make_unique<clsXlsxWorkbook>(options);
+  return Refused(OutputFailure(std::to_string(lFormat), OutputMessage::OtherFormat));
 }
 
 bool SaveExcelWorkbookAs(clsWorkbook& workbook, std::string_view sPath, int32_t lFormat, Failure& failure) {

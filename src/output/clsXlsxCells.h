@@ -1,0 +1,57 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "clsNumberFormats.h"
+#include "modCellTyping.h"
+#include "modXmlText.h"
+
+namespace quillon {
+
+/// A short piece of XML that is copied whole and taken by its length: one store instead of a loop.
+struct XmlPiece {
+  std::array<char, 24> bytes{};
+  uint8_t nLength = 0;
+
+  XmlPiece() = default;
+  explicit XmlPiece(std::string_view sPiece);
+};
+
+/// Turns texts into the <c> elements of new sheets. One for all sheets of a workbook: number formats are its styles.
+class clsXlsxCells {
+ public:
+  explicit clsXlsxCells(const CellTypingOptions& typing) : typing_(typing) {}
+
+  /// Room that Put may touch for a text of nBytes.
+  static constexpr size_t Room(size_t nBytes) { return nBytes * kXmlBytesPerByte + 160; }
+  /// Writes the cell's element at p and gives the end; p itself for a text that leaves the cell empty.
+  char* Put(char* p, const XmlPiece& row, int nColumn, std::string_view sText, CellKind& kind);
+
+  /// Names by which formulas may speak of sheets.
+  void SetSheetNames(std::span<const std::string> names) { sheetNames_.assign(names.begin(), names.end()); }
+  const clsNumberFormats& Formats() const { return formats_; }
+  bool HasFormulas() const { return bFormulas_; }
+  int64_t RefusedFormulas() const { return nRefused_; }
+
+ private:
+  const XmlPiece& ColumnPiece(int nColumn);
+  const XmlPiece& StylePiece(int nStyle);
+  char* PutText(char* p, std::string_view sText) const;
+  bool MayBeFormula(std::string_view sFormula) const;
+
+  CellTypingOptions typing_;
+  clsNumberFormats formats_;
+  std::vector<std::string> sheetNames_;
+  std::vector<XmlPiece> columns_;  ///< <c r="AB
+  std::vector<XmlPiece> styles_;   ///< " s="2"><v>
+  std::string sScratch_;
+  bool bFormulas_ = false;
+  int64_t nRefused_ = 0;
+};
+
+}  // namespace quillon

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "clsCellStore.h"
+#include "clsDeflater.h"
+#include "clsSpool.h"
+#include "clsXlsxCells.h"
+#include "modFailure.h"
+
+namespace quillon {
+
+class clsZipWriter;
+
+/// A sheet of a new .xlsx workbook. Rows are turned into XML and deflated into a spool as they come. What stands before
+/// them in the part (column widths, dimension) is known only at the end: it is deflated by itself and put in front.
+/// Cells of a row may come in any order. Cells of rows that are gone already are kept apart and merged in on saving.
+class clsXlsxSheet {
+ public:
+  explicit clsXlsxSheet(clsXlsxCells& cells) : cells_(cells) {}
+  clsXlsxSheet(const clsXlsxSheet&) = delete;
+  clsXlsxSheet& operator=(const clsXlsxSheet&) = delete;
+
+  /// A place in the sheet and a text that fits a cell.
+  void WriteCell(int64_t nRow, int nColumn, std::string_view sText);
+  const CellRange& UsedRange() const { return used_; }
+  void Clear();
+  /// Writes the part. May be called again, with more cells in between.
+  bool Save(clsZipWriter& zip, std::string_view sPartName, bool bActive, Failure& failure);
+
+ private:
+  struct RowCell {
+    int nColumn;
+    uint32_t nStart, nEnd;  ///< In the XML buffer; alike for an emptied cell
+  };
+  void BeginRow(int64_t nRow);
+  void EndRow();
+  void OrderRow();
+  void Drain();
+  void NoteCell(int64_t nRow, int nColumn, std::string_view sText, CellKind kind);
+  void NoteWidth(int nColumn, std::string_view sText, bool bText);
+  void CloseBody();
+  bool MergeLate(Failure& failure);
+  std::string Head(bool bActive) const;
+
+  clsXlsxCells& cells_;
+  std::unique_ptr<clsSpool> body_;
+  std::unique_ptr<clsDeflater> deflater_;
+  uint32_t nBodyCrc_ = 0;
+  int64_t nBodySize_ = 0;
+  bool bClosed_ = false;
+
+  std::unique_ptr<char[]> xml_;
+  size_t nUsed_ = 0;
+  int64_t nRow_ = 0;
+  XmlPiece rowDigits_;
+  bool bRowOpen_ = false;
+  bool bRowDrained_ = false;  ///< The start of the row has left the buffer
+  bool bRowOrdered_ = true;
+  std::vector<RowCell> rowCells_;
+
+  clsCellStore late_;
+  CellRange used_;
+  std::vector<uint8_t> widths_;  ///< Longest value by column, at most kMaxWidth
+};
+
+}  // namespace quillon
