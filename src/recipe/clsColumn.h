@@ -24,13 +24,22 @@ class clsColumn {
                                 int32_t col_number);
   void WriteToFile(clsSectionWriter& file, int32_t table_number, int32_t col_number) const;
 
-  /// Takes the field from the present row and writes it to sheet 1.
-  void Process(RecipeContext& context, int64_t write_row);
-  /// Takes the field from the present row, quoted for CSV.
-  std::string GetCsvValue(RecipeContext& context);
+  // The field is that of the row in the context's line processor. False means a failure that ends the walk of sections
+  // (EndWalk has noted it).
+
+  /// Writes the field to sheet 1. A cell that can't be written reports -5006 and is no such failure.
+  bool Process(RecipeContext& context, int64_t write_row);
+  /// The field quoted for CSV, as UTF-8.
+  bool GetCsvValue(RecipeContext& context, std::string& sValue);
+  /// The bare field, as UTF-8. Reports -5005 for one that begins with "=" (once in a run over sections, as the run log
+  /// drops the others anyhow).
+  bool TakeField(RecipeContext& context, bool bShowMessageBox, std::string& sField);
 
  private:
+  /// The operator's code for ProcessField; the member takes its trimmed upper-case form. Reports -5004.
   int32_t ParsePeriodOperator(clsHost& host);
+
+  std::string sField_;  ///< Kept for its memory
 };
 
 }  // namespace quillon

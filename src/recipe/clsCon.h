@@ -9,6 +9,8 @@
 
 namespace quillon {
 
+class clsTable;
+
 /// Adds the accounts of several departments up on sheet 2: section [Consolidate n] with its [Con n Dept d].
 class clsCon {
  public:
@@ -30,13 +32,17 @@ class clsCon {
   /// at the first failure.
   void ReadFromFileSequentially(RecipeContext& context, clsSectionFile& filehandle, int32_t con_number);
   void WriteToFile(clsSectionWriter& file, int32_t con_number) const;
-  void Process(RecipeContext& context);
+  /// Reports -5104 to -5107. False if a cell can't be read or written or a sum leaves the 64-bit range (see EndWalk).
+  bool Process(RecipeContext& context);
 
  private:
-  void WriteAccountRows(RecipeContext& context);
-  void CopyAccountRow(RecipeContext& context, int32_t source, int32_t target, bool accumulate);
-  void MergeAccountCell(RecipeContext& context, int32_t source, int32_t target, int column, bool accumulate);
+  bool CollectDepartments(RecipeContext& context, const clsTable& table);
+  bool WriteAccountRows(RecipeContext& context, const clsTable& table);
+  bool CopyAccountRow(RecipeContext& context, const clsTable& table, int32_t source, int32_t target, bool accumulate);
+  bool MergeAccountCell(RecipeContext& context, int32_t source, int32_t target, int column, bool accumulate);
   void BuildAccountList(RecipeContext& context);
+
+  std::string sCurrent_, sSource_;  ///< Cell texts, kept for their memory
 };
 
 }  // namespace quillon

@@ -25,7 +25,9 @@ class clsDepartment {
   void WriteToFile(clsSectionWriter& file, int32_t con_number, int32_t dept_number) const;
   /// Does nothing.
   void Process() const {}
-  void ReadAccountNames(RecipeContext& context, int32_t table_start_row, int32_t table_end_row,
+  /// The accounts between the key texts in the column of sheet 1, looked for in the table's rows. Reports -5202 to
+  /// -5204, with the lists empty. False if a cell can't be read (see EndWalk).
+  bool ReadAccountNames(RecipeContext& context, int32_t table_start_row, int32_t table_end_row,
                         std::string_view accounts_column);
 
   std::string ReadStartLine;  ///< Key text of the department's first row
@@ -34,8 +36,8 @@ class clsDepartment {
   int32_t ReadEndLineOffset = 0;
 
  private:
-  int32_t FindKeyRow(RecipeContext& context, int sheet, std::string_view accounts_column, int32_t first_row,
-                     int32_t last_row, std::string_view text);
+  bool FindKeyRow(RecipeContext& context, int sheet, std::string_view accounts_column, int32_t first_row,
+                  int32_t last_row, std::string_view text, int32_t& lRow);
 };
 
 }  // namespace quillon

@@ -46,14 +46,20 @@ class clsExportSpecs {
   /// Sets the keys in the file, which needn't exist; what else it holds stays. Reports -5306. False with the reason if
   /// it can't be written.
   bool WriteToFile(RecipeContext& context, std::string_view file_name, Failure& failure) const;
-  /// Runs the sections. csv_file_handle null: to the workbook of the context.
+  /// Runs the sections in their order; csv_file_handle null: to the workbook of the context. Reports -5307, -5308. A
+  /// section that fails or dies ends the walk and leaves gbProcessing true, a pause ends it with gbProcessing false.
   void Process(RecipeContext& context, clsOutputFile* csv_file_handle);
 
   void PropertyPrintCons() const;
   void PropertyPrintTables() const;
 
  private:
+  struct SectionIndexes {
+    size_t nTitle = 0, nTable = 0, nConsolidate = 0;
+  };
   void ReadSectionSequence(clsSectionFile& file);
+  bool ProcessSection(RecipeContext& context, clsOutputFile* csv_file_handle, const std::string& sKind,
+                      SectionIndexes& indexes);
 
   int64_t lTitles_ = 0;  ///< Sections of each kind as counted in the file
   int64_t lTables_ = 0;

@@ -28,8 +28,9 @@ class clsTable {
   /// Reports -5601 to -5603 and ends at the first failure.
   void ReadFromFileSequentially(RecipeContext& context, clsSectionFile& filehandle, int32_t table_number);
   void WriteToFile(clsSectionWriter& file, int32_t table_number) const;
-  /// csv_file_handle null: to the workbook.
-  void Process(RecipeContext& context, clsOutputFile* csv_file_handle);
+  /// Finds the block and exports its rows; csv_file_handle null: to the workbook. Reports -5604 to -5607, which set
+  /// FatalProcessError. Adds the table to the account. False if a failure ends the walk without a report (see EndWalk).
+  bool Process(RecipeContext& context, clsOutputFile* csv_file_handle);
   /// Does nothing.
   void PropertyPrint() const {}
 };

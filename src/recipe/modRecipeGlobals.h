@@ -65,7 +65,14 @@ struct FileAccount {
   int64_t lCharactersLost = 0;  ///< Characters that the output's code page lacks
   int64_t lFormulasRefused = 0;
   int64_t lCellsFailed = 0;  ///< Cell writes that failed, of all sections
+  int64_t lEqualSigns = 0;   ///< Fields that begin with "="
   bool bOutputWritten = false;
+  const clsCodePage* pCodePage = nullptr;  ///< Of the report, once it was read
+  /// Why the output was not written or the report not read to its end; -5006 has told it. For standard error.
+  Failure failure;
+  bool bFailureTold = false;  ///< -5006 was reported; the run log drops all others anyhow
+  /// Why the walk of sections ended where no report tells it; "" if it did not.
+  std::string sWalkEnded;
   std::vector<TableAccount> tables;
 };
 

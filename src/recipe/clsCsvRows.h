@@ -1,0 +1,63 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "clsColumn.h"
+#include "clsOutputFile.h"
+#include "clsRow.h"
+
+namespace quillon {
+
+/// Writes the rows of a table to a CSV report: the fields in column order, joined by the separator, ended by CR LF. A
+/// field is joined without a separator as long as the row's text is empty; with bTrimFields the fields count as they
+/// were before the trimming, so that no field moves.
+///
+/// WritePlain does it by the columns' own operations. WriteFast gives the same bytes straight from the bytes of the
+/// row; it is there for the tables and rows whose fields are plain cuts. Both take the row in slot 1.
+class clsCsvRows {
+ public:
+  /// The columns must have been checked: start 1 or more, end not below it. All outlive the object.
+  clsCsvRows(RecipeContext& context, std::vector<clsColumn>& columns, int32_t lDelimitationChar,
+             const clsCodePage& pageOfReport, clsOutputFile& file);
+
+  /// False if the separator is none: outside 1 to 255.
+  bool HasSeparator() const { return !sSeparator_.empty(); }
+  /// The row in the faster way that is open to it. False: see EndWalk.
+  bool Write(clsRow& row) {
+    if (!bFast_ || !row.BytesAreCharacters()) return WritePlain();
+    WriteFast(row);
+    return true;
+  }
+  bool WritePlain();
+  /// True if rows whose bytes are characters go the fast way.
+  bool IsFast() const { return bFast_; }
+  void WriteFast(const clsRow& row);
+
+ private:
+  struct Cut {
+    size_t nFrom, nEnd;  ///< Bytes, the end behind the last
+  };
+  bool MayBeFast(const std::vector<clsColumn>& columns) const;
+  char* PutField(char* p, std::string_view sField, bool bBlankBehind);
+  char* PutQuoted(char* p, std::string_view sField);
+
+  RecipeContext& context_;
+  std::vector<clsColumn>& columns_;
+  clsOutputFile& file_;
+  const clsCodePage& pageOfReport_;
+  const clsCodePage& pageOfOutput_;
+  std::string sSeparator_;  ///< In the bytes of the output
+  std::string sSeparatorUtf8_;
+  std::array<char, 4> separator_{};  ///< sSeparator_ again, for copying at one go
+  std::vector<Cut> cuts_;
+  size_t nFixedBytes_ = 0;  ///< Most that a row takes, but for its wide cuts
+  size_t nWideCuts_ = 0;    ///< Cuts whose room goes by the row
+  bool bFast_ = false;
+  std::string sField_, sRow_, sBytes_;  ///< Kept for their memory
+};
+
+}  // namespace quillon

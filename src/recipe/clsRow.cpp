@@ -1,0 +1,80 @@
+#include "clsRow.h"
+
+#include <algorithm>
+
+#include "modRows.h"
+#include "modText.h"
+
+namespace quillon {
+
+void clsRow::SetView(std::string_view sBytes, const clsCodePage& page, bool bBlankBehind) {
+  sBytes_ = sBytes;
+  pPage_ = &page;
+  bBlankBehind_ = bBlankBehind;
+  bByteChars_ = page.IsSingleByte() || IsAscii(sBytes);
+  if (!bByteChars_) checkpoints_.clear();
+}
+
+void clsRow::SetText(std::string_view sUtf8) {
+  sOwn_ = sUtf8;
+  SetView(sOwn_, clsCodePage::Utf8(), false);
+}
+
+bool clsRow::Expand(int32_t tab_size) {
+  if (sBytes_.find('\t') == std::string_view::npos) return true;
+  std::string sExpanded;
+  // The blank behind comes before the expansion: a closing tab is followed by it, not swallowed.
+  if (bBlankBehind_) Own();
+  if (!AppendExpanded(sBytes_, tab_size, !bByteChars_, sExpanded)) return false;
+  sOwn_.swap(sExpanded);
+  SetView(sOwn_, *pPage_, false);
+  return true;
+}
+
+void clsRow::Own() {
+  std::string sBytes;
+  sBytes.reserve(sBytes_.size() + 1);
+  sBytes.append(sBytes_).append(bBlankBehind_ ? 1 : 0, ' ');
+  sOwn_.swap(sBytes);
+  sBytes_ = sOwn_;
+  bBlankBehind_ = false;
+}
+
+std::string_view clsRow::Field(int64_t nStart, int64_t nEnd) {
+  if (nStart < 1 || nEnd < nStart) return {};
+  if (bBlankBehind_ && nEnd > static_cast<int64_t>(sBytes_.size())) Own();
+  const size_t nFrom = OffsetOf(nStart);
+  return sBytes_.substr(nFrom, OffsetOf(nEnd + 1) - nFrom);
+}
+
+/// Byte offset of a character; the row's size behind its end.
+size_t clsRow::OffsetOf(int64_t nCharacter) {
+  const size_t nSize = sBytes_.size();
+  if (nCharacter > static_cast<int64_t>(nSize)) return nSize;
+  if (bByteChars_) return static_cast<size_t>(nCharacter) - 1;
+  const auto nWanted = static_cast<size_t>((nCharacter - 1) / kCheckpoint);
+  const auto pass = [&](size_t nOffset, int64_t nCount) {
+    while (nCount-- > 0 && nOffset < nSize) nOffset += Utf8CharBytes(sBytes_, nOffset);
+    return nOffset;
+  };
+  if (checkpoints_.empty()) checkpoints_.push_back(0);
+  while (checkpoints_.size() <= nWanted && checkpoints_.back() < nSize) {
+    checkpoints_.push_back(static_cast<uint32_t>(pass(checkpoints_.back(), kCheckpoint)));
+  }
+  if (checkpoints_.size() <= nWanted) return nSize;
+  return pass(checkpoints_[nWanted], (nCharacter - 1) % kCheckpoint);
+}
+
+std::string clsRow::Text() const {
+  std::string sText = pPage_->ToUtf8(sBytes_);
+  if (bBlankBehind_) sText += ' ';
+  return sText;
+}
+
+int64_t clsRow::CharactersBehind(int64_t nEnd) {
+  const std::string_view sRest = sBytes_.substr(OffsetOf(std::max<int64_t>(nEnd, 0) + 1));
+  const auto lAll = static_cast<int64_t>(bByteChars_ ? sRest.size() : CharCount(sRest));
+  return lAll - std::count(sRest.begin(), sRest.end(), ' ');
+}
+
+}  // namespace quillon

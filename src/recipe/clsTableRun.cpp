@@ -1,0 +1,238 @@
+#include "clsTableRun.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "clsRecipe.h"
+#include "modFiles.h"
+#include "modRecipeFailures.h"
+#include "modRecipeMessages.h"
+#include "modSectionFile.h"
+#include "modTranslator.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr int64_t kAllRows = std::numeric_limits<int64_t>::max();
+constexpr int64_t kStatusEvery = 15;
+constexpr int64_t kProgressEvery = 1000;
+
+int32_t SheetRow(int64_t lRow) {
+  return static_cast<int32_t>(std::min<int64_t>(lRow, std::numeric_limits<int32_t>::max()));
+}
+
+}  // namespace
+
+bool clsTable::Process(RecipeContext& context, clsOutputFile* csv_file_handle) {
+  return clsTableRun(context, *this, csv_file_handle).Run();
+}
+
+clsTableRun::clsTableRun(RecipeContext& context, clsTable& table, clsOutputFile* csv_file_handle)
+    : context_(context),
+      table_(table),
+      pCsv_(csv_file_handle),
+      bAllPeriods_(context.options.bAllPeriods &&
+                   (context.recipe.InputFileFirst != 1 || context.recipe.InputFileLast > 1)),
+      sRowLabel_(Translate("Row:") + " "),
+      lCellsFailedBefore_(context.account.lCellsFailed) {
+  TableAccount account;
+  account.lTable = static_cast<int32_t>(context.account.tables.size()) + 1;
+  account.lColumns = static_cast<int32_t>(table.ColumnsCollection.size());
+  context.account.tables.push_back(account);
+  for (const clsColumn& column : table.ColumnsCollection) {
+    lLastColumn_ = std::max<int64_t>(lLastColumn_, column.ReadColumnEnd);
+  }
+}
+
+clsTableRun::~clsTableRun() {
+  for (clsRow& row : context_.lineProcessor.RowCollection) row.Clear();
+}
+
+bool clsTableRun::Run() {
+  Step step = FindBlock();
+  if (step == Step::Next) step = OpenRows();
+  if (step == Step::Next) {
+    step = ExportRows();
+    KeepAccount();
+  }
+  return step != Step::Died;
+}
+
+clsTableRun::Step clsTableRun::Fatal(int32_t lErr, std::initializer_list<std::string_view> values) {
+  ReportRecipe(context_.host, lErr, values);
+  context_.recipe.ExportSpecs.FatalProcessError = true;
+  return Step::Done;
+}
+
+clsTableRun::Step clsTableRun::FindBlock() {
+  int64_t lStartKey = 0;
+  int64_t lEndKey = 0;
+  Step step = FindLine(table_.ReadStartLine, -5604, lStartKey);
+  if (step == Step::Next) step = FindLine(table_.ReadEndLine, -5605, lEndKey);
+  if (step != Step::Next) return step;
+  lStart_ = lStartKey + table_.ReadStartLineOffset;
+  lEnd_ = lEndKey + table_.ReadEndLineOffset;
+  if (lEnd_ < lStart_) return Fatal(-5606, {table_.ReadEndLine, table_.ReadStartLine});
+  return lStart_ < 1 || lEnd_ < 1 ? Step::Done : Step::Next;
+}
+
+/// The first line of the searched file that holds the key text; none is the error lErr.
+clsTableRun::Step clsTableRun::FindLine(std::string_view sKeyText, int32_t lErr, int64_t& lLine) {
+  const std::string& sPath = context_.recipe.InputFileNameOf(context_.recipe.InputFileFirst);
+  if (!FileExists(sPath)) return Fatal(lErr, {sKeyText});
+  if (const Step step = OpenReport(sPath); step != Step::Next) return step;
+  lLine = FindKeyText(reader_, {.sNeedle1 = sKeyText});
+  if (reader_.LastFailure().Failed()) return ReadFailure(reader_);
+  if (lLine != 0) return Step::Next;
+  CountLines(reader_);
+  return Fatal(lErr, {sKeyText});
+}
+
+/// Opens the file; what its page is gets found out once for the report and not at each opening.
+clsTableRun::Step clsTableRun::OpenReport(const std::string& sPath) {
+  const bool bReport = sPath == context_.recipe.InputFileNameOf(1);
+  TextFileOptions text = context_.options.text;
+  if (bReport && context_.account.pCodePage != nullptr) text.pCodePage = context_.account.pCodePage;
+  Failure failure;
+  if (!reader_.Open(sPath, text, failure)) {
+    ReportFileFailure(context_, failure);
+    EndWalk(context_, "A report could not be read", failure.sText);
+    return Step::Died;
+  }
+  if (bReport) context_.account.pCodePage = &reader_.CodePage();
+  return Step::Next;
+}
+
+clsTableRun::Step clsTableRun::ReadFailure(const clsLineReader& reader) {
+  const Failure& failure = reader.LastFailure();
+  if (failure.Failed()) {
+    ReportFileFailure(context_, failure);
+    EndWalk(context_, "A report could not be read", failure.sText);
+  } else if (reader.RowNumber() < lStart_) {
+    EndWalk(context_, "The table starts behind the end of the report", table_.ReadStartLine);
+  } else {
+    EndWalk(context_, "The tabs of a row make it too long", table_.ReadStartLine);
+  }
+  return Step::Died;
+}
+
+clsTableRun::Step clsTableRun::OpenRows() {
+  lFirstSheetRow_ = context_.recipe.ExportSpecs.getWritePointer(context_.host, 1);
+  if (bAllPeriods_) return periods_.Open(context_, lStart_) ? Step::Next : Step::Died;
+  if (const Step step = OpenReport(context_.recipe.InputFileNameOf(1)); step != Step::Next) return step;
+  const bool bThere = reader_.SkipRows(lStart_ - 1) == lStart_ - 1;
+  // With Unix rows there are empty ones behind the end.
+  const bool bGoesOn = bThere || (context_.options.text.bUnix && !reader_.LastFailure().Failed());
+  return bGoesOn ? Step::Next : ReadFailure(reader_);
+}
+
+clsTableRun::Step clsTableRun::ExportRows() {
+  for (int64_t lLine = lStart_; lLine <= lEnd_; ++lLine) {
+    if (lLine % kStatusEvery == 0) {
+      context_.host.SetStatusPanel(StatusBar::Main, 3, sRowLabel_ + std::to_string(lLine));
+    }
+    context_.host.LetEventsRun();
+    if (gbPauseRequested && PauseEndsIt()) break;
+    if (!ReadRow()) return Step::Died;
+    if (lLine == lStart_) {
+      if (const Step step = CheckColumns(); step != Step::Next) return step;
+    }
+    if (!WriteRow()) return Step::Died;
+    ++lRowIndex_;
+    if (lRowIndex_ % kProgressEvery == 0) {
+      TellProgress(lLine);
+      if (pCsv_ != nullptr && pCsv_->LastFailure().Failed()) {
+        EndWalk(context_, "The report could not be written", pCsv_->LastFailure().sText);
+        return Step::Died;
+      }
+    }
+    if (AtEnd()) break;
+  }
+  context_.recipe.ExportSpecs.setWritePointer(context_.host, 1, SheetRow(lFirstSheetRow_ + lRowIndex_));
+  table_.WriteTableTopRow = SheetRow(lFirstSheetRow_);
+  table_.WriteTableBottomRow = SheetRow(lFirstSheetRow_ + lRowIndex_ - 1);
+  return Step::Done;
+}
+
+bool clsTableRun::PauseEndsIt() {
+  if (gbAbandonOutput) return true;
+  const MessageAnswer answer = context_.host.ShowMessage(Translate("Do you want to terminate the process?"), "Quillon",
+                                                         MessageIcon::Question, MessageButtons::YesNo);
+  gbPauseRequested = answer == MessageAnswer::Yes;
+  return gbPauseRequested;
+}
+
+bool clsTableRun::ReadRow() {
+  if (bAllPeriods_) return periods_.ReadRows(context_, glTabSize);
+  if (context_.lineProcessor.ReadRowPeriod1Only(context_, &reader_, glTabSize)) return true;
+  ReadFailure(reader_);
+  return false;
+}
+
+clsRow& clsTableRun::Row() {
+  const int32_t lSlot = bAllPeriods_ ? context_.recipe.InputFileFirst : 1;
+  return context_.lineProcessor.RowCollection[static_cast<size_t>(lSlot) - 1];
+}
+
+/// On the first row: the columns before a bad one are still taken, as they come before the check of it.
+clsTableRun::Step clsTableRun::CheckColumns() {
+  std::string sIgnored;
+  const auto isBad = [](const clsColumn& column) {
+    return column.ReadColumnStart < 1 || column.ReadColumnEnd < column.ReadColumnStart;
+  };
+  auto& columns = table_.ColumnsCollection;
+  const auto bad = std::find_if(columns.begin(), columns.end(), isBad);
+  if (bad != columns.end()) {
+    for (auto column = columns.begin(); column != bad; ++column) {
+      const bool bDone =
+          pCsv_ != nullptr ? column->GetCsvValue(context_, sIgnored) : column->Process(context_, lFirstSheetRow_);
+      if (!bDone) return Step::Died;
+    }
+    return Fatal(-5607, {std::to_string(bad - columns.begin() + 1)});
+  }
+  if (pCsv_ == nullptr) return Step::Next;
+  csvRows_.emplace(context_, columns, table_.lDelimitationChar, Reader().CodePage(), *pCsv_);
+  if (csvRows_->HasSeparator()) return Step::Next;
+  EndWalk(context_, "The separator is no character code from 1 to 255", std::to_string(table_.lDelimitationChar));
+  return Step::Died;
+}
+
+bool clsTableRun::WriteRow() {
+  clsRow& row = Row();
+  if (static_cast<int64_t>(row.Bytes().size()) > lLastColumn_) {
+    Account().lCharactersBehind += row.CharactersBehind(lLastColumn_);
+  }
+  if (csvRows_) return csvRows_->Write(row);
+  for (clsColumn& column : table_.ColumnsCollection) {
+    if (!column.Process(context_, lFirstSheetRow_ + lRowIndex_)) return false;
+  }
+  return true;
+}
+
+void clsTableRun::TellProgress(int64_t lLine) {
+  context_.host.ShowProgress({gsInputFile, lLine, Reader().BytesDone(), Reader().BytesTotal()});
+}
+
+/// All lines of the report, counted where the reader stands at its end or near it.
+void clsTableRun::CountLines(clsLineReader& reader) {
+  const bool bReport = bAllPeriods_ || context_.recipe.InputFileFirst == 1 || &reader != &reader_;
+  if (context_.account.lLinesRead > 0 || !bReport) return;
+  reader.SkipRows(kAllRows);
+  context_.account.lLinesRead = reader.RowNumber();
+}
+
+void clsTableRun::KeepAccount() {
+  TableAccount& account = Account();
+  account.lRows = lRowIndex_;
+  account.lCellsFailed = context_.account.lCellsFailed - lCellsFailedBefore_;
+  // Unix rows behind the end of the file are rows, but no lines of it.
+  const int64_t lLastLine = std::min(lStart_ + lRowIndex_ - 1, Reader().RowNumber());
+  if (lRowIndex_ > 0 && lLastLine >= lStart_) {
+    account.lFirstLine = lStart_;
+    account.lLastLine = lLastLine;
+  }
+  if (!gbAbandonOutput) CountLines(Reader());
+}
+
+}  // namespace quillon

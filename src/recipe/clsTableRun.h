@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "clsCsvRows.h"
+#include "clsLineReader.h"
+#include "clsPeriodFiles.h"
+#include "clsTable.h"
+
+namespace quillon {
+
+/// One run of a table: finds its block in the report and exports it row by row, with its account kept. What is reported
+/// and when the walk of sections ends: see clsTable::Process.
+class clsTableRun {
+ public:
+  clsTableRun(RecipeContext& context, clsTable& table, clsOutputFile* csv_file_handle);
+  clsTableRun(const clsTableRun&) = delete;
+  clsTableRun& operator=(const clsTableRun&) = delete;
+  /// The rows in the line processor are views into the run's readers and go with it.
+  ~clsTableRun();
+
+  bool Run();
+
+ private:
+  enum class Step { Next, Done, Died };
+
+  Step FindBlock();
+  Step FindLine(std::string_view sKeyText, int32_t lErr, int64_t& lLine);
+  Step Fatal(int32_t lErr, std::initializer_list<std::string_view> values);
+  Step OpenRows();
+  Step OpenReport(const std::string& sPath);
+  Step ExportRows();
+  Step CheckColumns();
+  bool ReadRow();
+  bool WriteRow();
+  bool AtEnd() { return bAllPeriods_ ? periods_.AtEnd() : reader_.AtEnd(); }
+  void TellProgress(int64_t lLine);
+  bool PauseEndsIt();
+  Step ReadFailure(const clsLineReader& reader);
+  void CountLines(clsLineReader& reader);
+  void KeepAccount();
+  clsRow& Row();
+  clsLineReader& Reader() { return bAllPeriods_ ? periods_.First() : reader_; }
+  TableAccount& Account() { return context_.account.tables.back(); }
+
+  RecipeContext& context_;
+  clsTable& table_;
+  clsOutputFile* pCsv_;
+  clsLineReader reader_;
+  clsPeriodFiles periods_;
+  bool bAllPeriods_;
+  std::optional<clsCsvRows> csvRows_;
+  std::string sRowLabel_;
+  int64_t lStart_ = 0, lEnd_ = 0;  ///< Lines of the block
+  int64_t lFirstSheetRow_ = 0;
+  int64_t lRowIndex_ = 0;
+  int64_t lLastColumn_ = 0;  ///< The last character that any column takes
+  int64_t lCellsFailedBefore_;
+};
+
+}  // namespace quillon

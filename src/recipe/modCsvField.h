@@ -1,0 +1,21 @@
+#pragma once
+// The text of one field in a CSV row.
+
+#include <string>
+#include <string_view>
+
+#include "modRecipeGlobals.h"
+
+namespace quillon {
+
+/// Appends the field: its double quotes doubled, and in double quotes if it holds a comma or a double quote, whatever
+/// the separator. With bTrimFields blanks around it go first; with bSafeCsv a field that a spreadsheet would run gets
+/// an apostrophe in front and is quoted.
+void AppendCsvField(std::string_view sUtf8, const RecipeOptions& options, std::string& sOut);
+
+/// True for a field that begins (blanks aside) with "=", "+", "-", "@", a tab or a CR and is no plain number.
+bool MayRunAsFormula(std::string_view sUtf8);
+/// True for the first characters of such fields.
+bool StartsFormula(char c);
+
+}  // namespace quillon

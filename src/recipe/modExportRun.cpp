@@ -1,0 +1,93 @@
+#include "modExportRun.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "clsOutputFile.h"
+#include "clsRecipe.h"
+#include "modCellTyping.h"
+#include "modExcelLink.h"
+#include "modRecipeFailures.h"
+#include "modTranslator.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr std::string_view kCaption = "Quillon - Text to Excel/CSV File Conversion";
+
+void RunCsv(RecipeContext& context) {
+  context.host.SetCaption(Translate("Writing report to CSV file. Please wait..."));
+  clsOutputFile file;
+  Failure failure;
+  if (!file.Open(gsOutputFile, failure)) return ReportFileFailure(context, failure);
+  context.recipe.ExportSpecs.Process(context, &file);
+  if (gbAbandonOutput) return file.Discard();
+  context.account.bOutputWritten = file.Commit(failure);
+  if (!context.account.bOutputWritten) ReportFileFailure(context, failure);
+}
+
+void ClearOutput(clsWorkbook& workbook) {
+  Failure ignored;
+  // The range is that of the active sheet, whichever it is; it is cleared on sheet 1.
+  if (const auto range = workbook.ActiveUsedRange()) workbook.ClearContents(1, *range, ignored);
+}
+
+void RunWorkbook(RecipeContext& context, int32_t lFormat) {
+  context.host.SetCaption(Translate("Writing data to Microsoft Excel. Please wait..."));
+  WorkbookOptions options;
+  options.typing.bDayFirst = LocaleIsDayFirst();
+  options.bReadBack = !context.recipe.ExportSpecs.ConsolidateCollection.empty();
+  std::unique_ptr<clsWorkbook> workbook = OpenExcelWorkbook(gsOutputFile, options);
+  context.pWorkbook = workbook.get();
+  if (context.options.bClearOutputFileBeforeProcessing) ClearOutput(*workbook);
+  context.recipe.ExportSpecs.Process(context, nullptr);
+  if (!gbAbandonOutput) {
+    Failure failure;
+    context.account.bOutputWritten = SaveExcelWorkbookAs(*workbook, gsOutputFile, lFormat, failure);
+    if (!context.account.bOutputWritten) ReportFileFailure(context, failure);
+  }
+  context.account.lFormulasRefused = workbook->RefusedFormulas();
+  context.pWorkbook = nullptr;
+  CloseExcelWorkbook(workbook);
+}
+
+/// Distinct lines of the tables, which may overlap.
+int64_t LinesOf(const std::vector<TableAccount>& tables) {
+  std::vector<std::pair<int64_t, int64_t>> blocks;
+  for (const TableAccount& table : tables) {
+    if (table.lFirstLine > 0) blocks.emplace_back(table.lFirstLine, table.lLastLine);
+  }
+  std::sort(blocks.begin(), blocks.end());
+  int64_t lLines = 0;
+  int64_t lDone = 0;
+  for (const auto& [lFirst, lLast] : blocks) {
+    lLines += std::max<int64_t>(0, lLast - std::max(lFirst - 1, lDone));
+    lDone = std::max(lDone, lLast);
+  }
+  return lLines;
+}
+
+/// Where no table came to count them.
+int64_t CountLines(RecipeContext& context) {
+  clsLineReader reader;
+  Failure ignored;
+  if (!reader.Open(context.recipe.InputFileNameOf(1), context.options.text, ignored)) return 0;
+  return reader.SkipRows(std::numeric_limits<int64_t>::max());
+}
+
+}  // namespace
+
+void RunRecipe(RecipeContext& context, int32_t lFormat) {
+  context.account = FileAccount();
+  if (lFormat == kFormatCsv) {
+    RunCsv(context);
+  } else {
+    RunWorkbook(context, lFormat);
+  }
+  if (context.account.lLinesRead == 0 && !gbAbandonOutput) context.account.lLinesRead = CountLines(context);
+  context.account.lLinesInTables = LinesOf(context.account.tables);
+  context.host.SetCaption(Translate(kCaption));
+}
+
+}  // namespace quillon
