@@ -10,6 +10,7 @@
 
 #include "clsFailedWorkbook.h"
 #include "clsXlsWorkbook.h"
+#include "clsXlsxEditor.h"
 #include "clsXlsxWorkbook.h"
 #include "modNumbers.h"
 #include "modOutputMessages.h"
@@ -44,7 +45,7 @@ FileContent ContentOf(const std::string& sHostPath, Failure& failure) {
 }
 
 std::unique_ptr<clsWorkbook> OpenExisting(const std::string& sHostPath, int32_t lFormat,
-                                          const WorkbookOptions& /*options*/) {
+                                          const WorkbookOptions& options) {
   Failure failure;
   const FileContent content = ContentOf(sHostPath, failure);
   if (failure.Failed()) return Refused(std::move(failure));
@@ -54,6 +55,10 @@ std::unique_ptr<clsWorkbook> OpenExisting(const std::string& sHostPath, int32_t 
     return Refused(OutputFailure(sHostPath, OutputMessage::IsXlsxNotXls));
   if (content == FileContent::Xls && lFormat != kFormatXls)
     return Refused(OutputFailure(sHostPath, OutputMessage::IsXlsNotXlsx));
+  if (content == FileContent::Xlsx) {
+    auto workbook = OpenXlsxWorkbook(sHostPath, options, failure);
+    return workbook != nullptr ? std::move(workbook) : Refused(std::move(failure));
+  }
   return Refused(OutputFailure(sHostPath, OutputMessage::OtherFormat));
 }
 

@@ -24,11 +24,6 @@ bool IsDigit(char ch) {
 bool IsLetter(char ch) {
   return (ch >= 'a' && ch <= 'z') || (ch >= 'A' && ch <= 'Z');
 }
-/// Part of a word: a name, a reference or a sheet.
-bool IsWord(char ch) {
-  return IsDigit(ch) || IsLetter(ch) || ch == '_' || ch == '.' || ch == '$' || static_cast<unsigned char>(ch) >= 0x80;
-}
-
 constexpr std::array<std::string_view, 7> kErrors = {"#NULL!", "#DIV/0!", "#VALUE!", "#REF!",
                                                      "#NAME?", "#NUM!",   "#N/A"};
 // What fetches, calls or asks another program. None of them ever becomes a formula here.
@@ -69,41 +64,6 @@ constexpr std::array<std::string_view, 36> kOutside = {"WEBSERVICE",
                                                        "CUBERANKEDMEMBER",
                                                        "EVALUATE"};
 
-/// One corner as written: a cell, a column or a row.
-struct Corner {
-  int32_t nRow = 0;  ///< 0: none given
-  int32_t nColumn = 0;
-  bool bRowFixed = false, bColumnFixed = false;
-};
-
-/// The whole word as a corner; nothing if it is none or lies beyond the sheet.
-std::optional<Corner> ParseCorner(std::string_view sWord) {
-  Corner corner;
-  size_t i = 0;
-  const auto Dollar = [&] { return i < sWord.size() && sWord[i] == '$' ? (++i, true) : false; };
-  bool bFixed = Dollar();
-  size_t nLetters = 0;
-  for (; i < sWord.size() && IsLetter(sWord[i]); ++i) {
-    if (++nLetters > 3) return std::nullopt;
-    corner.nColumn = corner.nColumn * 26 + ((sWord[i] | 0x20) - 'a' + 1);
-  }
-  if (nLetters > 0) {
-    corner.bColumnFixed = bFixed;
-    bFixed = Dollar();
-  }
-  corner.bRowFixed = bFixed;
-  const size_t nDigits = i;
-  for (; i < sWord.size() && IsDigit(sWord[i]); ++i) {
-    corner.nRow = corner.nRow * 10 + (sWord[i] - '0');
-    if (corner.nRow > kMaxSheetRows) return std::nullopt;
-  }
-  const bool bRowGiven = i > nDigits;
-  if (i < sWord.size() || (!bRowGiven && (nLetters == 0 || bFixed)) || (bRowGiven && corner.nRow == 0) ||
-      corner.nColumn > kMaxSheetColumns)
-    return std::nullopt;
-  return corner;
-}
-
 /// R1C1 notation, in which a sheet's name must be quoted.
 bool LooksLikeR1C1(std::string_view sWord) {
   size_t i = 0;
@@ -142,7 +102,7 @@ class clsFormulaParser {
   }
   std::string_view TakeWord() {
     const size_t nStart = nPos_;
-    while (nPos_ < sText_.size() && IsWord(sText_[nPos_])) ++nPos_;
+    while (nPos_ < sText_.size() && IsFormulaWord(sText_[nPos_])) ++nPos_;
     return sText_.substr(nStart, nPos_ - nStart);
   }
   FormulaToken* Emit(FormulaTokenKind kind) {
@@ -226,7 +186,7 @@ class clsFormulaParser {
         break;
     }
     if (IsDigit(ch) || ch == '.') return RowsStandHere() ? ParseReference({}, kind) : ParseNumber();
-    return IsWord(ch) && ParseWord(kind);
+    return IsFormulaWord(ch) && ParseWord(kind);
   }
 
   bool ParseParentheses(Operand& kind) {
@@ -242,7 +202,7 @@ class clsFormulaParser {
     const auto [pBehind, error] = std::from_chars(sText_.data() + nPos_, pEnd, nValue);
     if (error != std::errc() || !(IsDigit(Peek()) || Peek() == '.')) return false;
     nPos_ = static_cast<size_t>(pBehind - sText_.data());
-    return !IsWord(Peek());
+    return !IsFormulaWord(Peek());
   }
   bool ParseNumber() {
     double nValue = 0;
@@ -339,11 +299,11 @@ class clsFormulaParser {
   /// A cell, range, columns or rows of the sheet ("" is the own one).
   bool ParseReference(std::string_view sSheet, Operand& kind) {
     kind = Operand::Reference;
-    const auto first = ParseCorner(TakeWord());
+    const auto first = ParseFormulaCorner(TakeWord());
     if (!first) return false;
-    std::optional<Corner> second = first;
+    std::optional<FormulaCorner> second = first;
     const bool bRange = Take(':');
-    if (bRange) second = ParseCorner(TakeWord());
+    if (bRange) second = ParseFormulaCorner(TakeWord());
     const bool bCell = first->nRow != 0 && first->nColumn != 0;
     if (!second || (first->nRow == 0) != (second->nRow == 0) || (first->nColumn == 0) != (second->nColumn == 0) ||
         (!bRange && !bCell))
@@ -354,7 +314,7 @@ class clsFormulaParser {
     pToken->reference = OrderedReference(*first, *second);
     return true;
   }
-  static FormulaReference OrderedReference(Corner first, Corner second) {
+  static FormulaReference OrderedReference(FormulaCorner first, FormulaCorner second) {
     if (first.nRow > second.nRow) {
       std::swap(first.nRow, second.nRow);
       std::swap(first.bRowFixed, second.bRowFixed);
@@ -419,7 +379,8 @@ class clsFormulaParser {
         return ParseLink(kind);
       case '!':
         ++nPos_;
-        if (sWord.find('$') != std::string_view::npos || ParseCorner(sWord) || LooksLikeR1C1(sWord) || sWord[0] == '.')
+        if (sWord.find('$') != std::string_view::npos || ParseFormulaCorner(sWord) || LooksLikeR1C1(sWord) ||
+            sWord[0] == '.')
           return false;
         return ParseReference(sWord, kind);
       default:
@@ -512,6 +473,37 @@ class clsFormulaParser {
 };
 
 }  // namespace
+
+bool IsFormulaWord(char ch) {
+  return IsDigit(ch) || IsLetter(ch) || ch == '_' || ch == '.' || ch == '$' || static_cast<unsigned char>(ch) >= 0x80;
+}
+
+std::optional<FormulaCorner> ParseFormulaCorner(std::string_view sWord) {
+  FormulaCorner corner;
+  size_t i = 0;
+  const auto Dollar = [&] { return i < sWord.size() && sWord[i] == '$' ? (++i, true) : false; };
+  bool bFixed = Dollar();
+  size_t nLetters = 0;
+  for (; i < sWord.size() && IsLetter(sWord[i]); ++i) {
+    if (++nLetters > 3) return std::nullopt;
+    corner.nColumn = corner.nColumn * 26 + ((sWord[i] | 0x20) - 'a' + 1);
+  }
+  if (nLetters > 0) {
+    corner.bColumnFixed = bFixed;
+    bFixed = Dollar();
+  }
+  corner.bRowFixed = bFixed;
+  const size_t nDigits = i;
+  for (; i < sWord.size() && IsDigit(sWord[i]); ++i) {
+    corner.nRow = corner.nRow * 10 + (sWord[i] - '0');
+    if (corner.nRow > kMaxSheetRows) return std::nullopt;
+  }
+  const bool bRowGiven = i > nDigits;
+  if (i < sWord.size() || (!bRowGiven && (nLetters == 0 || bFixed)) || (bRowGiven && corner.nRow == 0) ||
+      corner.nColumn > kMaxSheetColumns)
+    return std::nullopt;
+  return corner;
+}
 
 FormulaVerdict CheckFormula(std::string_view sFormula) {
   return clsFormulaParser(sFormula, nullptr).Parse();

@@ -18,6 +18,7 @@
 // report's line of words must stay text.
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -88,6 +89,17 @@ struct FormulaToken {
 
 /// The tokens in postfix order; whatever the verdict, they are complete only for WellFormed.
 FormulaVerdict ParseFormula(std::string_view sFormula, std::vector<FormulaToken>& tokens);
+
+/// One corner of a reference as written: a cell, a column (no row) or a row (no column).
+struct FormulaCorner {
+  int32_t nRow = 0;     ///< 0: none given
+  int32_t nColumn = 0;  ///< 0: none given
+  bool bRowFixed = false, bColumnFixed = false;
+};
+/// The whole word as a corner; nothing if it is none or lies beyond the sheet.
+std::optional<FormulaCorner> ParseFormulaCorner(std::string_view sWord);
+/// True for a character that names, references and sheets outside of quotes are made of.
+bool IsFormulaWord(char ch);
 
 /// True if each sheet that the well-formed formula names is among the names (without regard to case). A file with a
 /// formula that names another one would have to be repaired.

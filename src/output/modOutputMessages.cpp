@@ -34,6 +34,8 @@ constexpr std::array kTexts = std::to_array<std::pair<OutputMessage, std::string
     {SheetNameTaken, "Another sheet has this name."},
     {OtherFormat, "The workbook cannot be saved in this format."},
     {NotKeptForReading, "The cell is written already and was not kept for reading."},
+    {PartOfArray, "A part of an array formula cannot be changed. Clear the whole array or choose another place."},
+    {ChangedMeanwhile, "Another program has changed the workbook during the run. Run again."},
 });
 
 constexpr bool InOrder() {

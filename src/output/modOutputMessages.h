@@ -27,6 +27,8 @@ enum class OutputMessage {
   SheetNameTaken,
   OtherFormat,
   NotKeptForReading,
+  PartOfArray,
+  ChangedMeanwhile,
 };
 
 /// The English text, which is also its key in the phrase table.

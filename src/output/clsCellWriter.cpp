@@ -1,0 +1,167 @@
+#include "clsCellWriter.h"
+
+#include <algorithm>
+
+#include "modColumnLetters.h"
+#include "modFormula.h"
+#include "modNumbers.h"
+#include "modXmlText.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr double kDaysTo1904 = 1462;
+
+void OpenCell(const clsCellWriter::Cell& cell, uint32_t nStyle, std::string_view sType, std::string& sOut) {
+  sOut += '<';
+  sOut += cell.sPrefix;
+  sOut += "c r=\"";
+  sOut += ColumnLetters(cell.nColumn);
+  sOut += std::to_string(cell.nRow);
+  if (nStyle != 0) {
+    sOut += "\" s=\"";
+    sOut += std::to_string(nStyle);
+  }
+  if (!sType.empty()) {
+    sOut += "\" t=\"";
+    sOut += sType;
+  }
+  sOut += "\">";
+}
+
+void CloseCell(const clsCellWriter::Cell& cell, std::string& sOut) {
+  sOut += cell.sChildren;
+  sOut += "</";
+  sOut += cell.sPrefix;
+  sOut += "c>";
+}
+
+void AppendElement(std::string_view sPrefix, std::string_view sName, std::string_view sContent, std::string& sOut) {
+  sOut += '<';
+  sOut += sPrefix;
+  sOut += sName;
+  sOut += '>';
+  AppendXmlText(sOut, sContent);
+  sOut += "</";
+  sOut += sPrefix;
+  sOut += sName;
+  sOut += '>';
+}
+
+bool HasControls(std::string_view sText) {
+  return std::any_of(sText.begin(), sText.end(), [](char ch) { return static_cast<unsigned char>(ch) < 0x20; });
+}
+
+std::string_view TypeOf(CellKind kind) {
+  if (kind == CellKind::Boolean) return "b";
+  return kind == CellKind::Error ? "e" : "";
+}
+
+}  // namespace
+
+void clsCellWriter::AppendEmpty(const Cell& cell, std::string& sOut) {
+  OpenCell(cell, cell.nStyle, {}, sOut);
+  if (!cell.sChildren.empty()) return CloseCell(cell, sOut);
+  sOut.back() = '/';
+  sOut += '>';
+}
+
+bool clsCellWriter::LeavesEmpty(std::string_view sText) const {
+  return sText.empty() || (!typing_.bAllText && sText.find_first_not_of(' ') == std::string_view::npos);
+}
+
+void clsCellWriter::Append(const Cell& cell, std::string_view sText, bool bStaysText, std::string& sOut) {
+  if (!bStaysText && LeavesEmpty(sText)) return AppendEmpty(cell, sOut);
+  TypedCell typed;
+  if (!bStaysText) typed = TypeCell(sText, typing_, sScratch_);
+  if (typed.bRefusedFormula) ++nRefused_;
+  uint32_t nStyle = cell.nStyle;
+  if (Fits(typed, nStyle)) {
+    if (typed.kind == CellKind::Formula) ++nFormulas_;
+    OpenCell(cell, nStyle, TypeOf(typed.kind), sOut);
+    AppendValue(typed, cell.sPrefix, sOut);
+    return CloseCell(cell, sOut);
+  }
+  OpenCell(cell, cell.nStyle, "inlineStr", sOut);
+  sOut += '<';
+  sOut += cell.sPrefix;
+  sOut += "is><";
+  sOut += cell.sPrefix;
+  sOut += NeedsSpacePreserved(sText) ? "t xml:space=\"preserve\">" : "t>";
+  AppendXmlText(sOut, sText);
+  sOut += "</";
+  sOut += cell.sPrefix;
+  sOut += "t></";
+  sOut += cell.sPrefix;
+  sOut += "is>";
+  CloseCell(cell, sOut);
+}
+
+void clsCellWriter::AppendValue(const TypedCell& typed, std::string_view sPrefix, std::string& sOut) {
+  switch (typed.kind) {
+    case CellKind::Formula:
+      return AppendElement(sPrefix, "f", typed.sText, sOut);
+    case CellKind::Error:
+      return AppendElement(sPrefix, "v", typed.sText, sOut);
+    case CellKind::Boolean:
+      return AppendElement(sPrefix, "v", typed.nValue != 0 ? "1" : "0", sOut);
+    default:
+      return AppendElement(sPrefix, "v", typed.sDigits.empty() ? ShortestDouble(typed.nValue) : typed.sDigits, sOut);
+  }
+}
+
+/// True if the cell takes the typed value, in the style that results; else it takes the text.
+bool clsCellWriter::Fits(TypedCell& typed, uint32_t& nStyle) const {
+  if (styles_.KindOf(nStyle) == FormatKind::Text) return false;
+  switch (typed.kind) {
+    case CellKind::Number:
+      return NumberFits(typed, nStyle);
+    case CellKind::Date:
+      return DateFits(typed, nStyle);
+    case CellKind::Boolean:
+    case CellKind::Error:
+      return true;
+    case CellKind::Formula:
+      return !HasControls(typed.sText) && FormulaSheetsExist(typed.sText, sheets_);
+    default:
+      return false;
+  }
+}
+
+bool clsCellWriter::NumberFits(const TypedCell& typed, uint32_t& nStyle) const {
+  switch (styles_.KindOf(nStyle)) {
+    case FormatKind::General: {
+      const int64_t nDerived = typed.sFormat.empty() ? nStyle : styles_.Derive(nStyle, typed.sFormat);
+      if (nDerived < 0) return false;
+      nStyle = static_cast<uint32_t>(nDerived);
+      return true;
+    }
+    case FormatKind::Number:
+      return true;
+    // 7 in a cell of per cents would be told as 700%.
+    case FormatKind::Percent:
+      return typed.sFormat.find('%') != std::string_view::npos;
+    default:
+      return false;
+  }
+}
+
+bool clsCellWriter::DateFits(TypedCell& typed, uint32_t& nStyle) const {
+  const FormatKind kind = styles_.KindOf(nStyle);
+  const bool bTimeAlone = typed.nValue < 1;
+  if (kind == FormatKind::General) {
+    const int64_t nDerived = styles_.Derive(nStyle, typed.sFormat);
+    if (nDerived < 0) return false;
+    nStyle = static_cast<uint32_t>(nDerived);
+  } else if (kind != FormatKind::DateTime && kind != (bTimeAlone ? FormatKind::Time : FormatKind::Date)) {
+    return false;
+  }
+  if (!b1904_ || bTimeAlone) return true;
+  if (typed.nValue < kDaysTo1904) return false;
+  typed.nValue -= kDaysTo1904;
+  typed.sDigits = {};
+  return true;
+}
+
+}  // namespace quillon

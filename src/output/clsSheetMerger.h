@@ -1,0 +1,82 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "clsCellStore.h"
+#include "clsCellWriter.h"
+#include "clsSheetCursor.h"
+#include "clsXmlCopier.h"
+#include "modSheetFacts.h"
+
+namespace quillon {
+
+/// What a run does to one sheet.
+struct SheetEdit {
+  clsCellStore cells;
+  std::vector<CellRange> cleared;  ///< Emptied before the cells were written
+  /// Cells that must hold their text as it is (headings of tables), as row * kMaxSheetColumns + column.
+  std::unordered_set<int64_t> textCells;
+  std::optional<bool> bSelected;  ///< The sheet's tab becomes selected or not
+
+  bool Touched() const { return !cells.Empty() || !cleared.empty(); }
+  bool Cleared(int64_t nRow, int nColumn) const;
+};
+
+/// Rewrites a sheet part as a stream: rows and cells that there are and those written, in order; all else as it stands.
+class clsSheetMerger {
+ public:
+  clsSheetMerger(clsXmlScanner& scanner, SheetEdit& edit, const SheetFacts& facts, clsCellWriter& writer,
+                 const FormulaRenames& renames, ByteSink sink);
+  /// False if the part is damaged.
+  bool Run();
+
+ private:
+  struct SharedState {
+    SharedFormula formula;
+    bool bOrphaned = false;  ///< Its first cell is gone; the next one has to take over
+  };
+
+  bool MergeToken();
+  void MergeOther();
+  void MergeDimension();
+  void MergeView();
+  void BeginSheetData();
+  void BeginRow();
+  void EndRow();
+  bool MergeCell();
+  bool CopyCell(bool bNumbered);
+  bool ReplaceCell(const StoredCell* pCell);
+  bool ReadCellChildren(std::string& sKept);
+  bool TakeSharedFormula(bool bGone);
+  bool TakeOver(SharedState& shared);
+  void PutCellsBefore(int nColumn);
+  void PutRowsBefore(int64_t nRow);
+  void PutCell(const StoredCell& cell, uint32_t nStyle, std::string_view sChildren);
+  uint32_t InheritedStyle(int nColumn) const;
+  void PutElementEnd(std::string_view sName);
+
+  clsXmlScanner& scanner_;
+  SheetEdit& edit_;
+  const SheetFacts& facts_;
+  clsCellWriter& writer_;
+  const FormulaRenames& renames_;
+  clsXmlCopier copier_;
+  clsSheetCursor cursor_;
+  std::string sPrefix_;  ///< Of the sheet's elements, with its ":"
+  std::unordered_map<uint32_t, SharedState> shared_;
+  int64_t nNextRow_ = 1;      ///< First row whose written cells are still to come
+  bool bRowsAdded_ = false;   ///< Rows without a number need one from here on
+  bool bCellsMoved_ = false;  ///< The same for cells of the row
+  bool bRowIsEmptyTag_ = false;
+  int64_t nRow_ = 0;
+  std::optional<uint32_t> nRowStyle_;
+  std::vector<StoredCell> cells_;  ///< Written cells of the row
+  size_t nNextCell_ = 0;
+  std::string sPiece_;
+};
+
+}  // namespace quillon

@@ -1,0 +1,227 @@
+#include "clsXlsxSaver.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+
+#include "clsDeflater.h"
+#include "clsOutputFile.h"
+#include "clsZipWriter.h"
+#include "modOutputMessages.h"
+#include "modPaths.h"
+#include "modText.h"
+#include "modXlsxTables.h"
+
+namespace quillon {
+
+namespace {
+
+bool IsXmlPart(std::string_view sName) {
+  return sName.size() > 4 &&
+         (EqualNoCase(sName.substr(sName.size() - 4), ".xml") || EqualNoCase(sName.substr(sName.size() - 4), ".vml"));
+}
+
+}  // namespace
+
+FileState FileState::Of(const std::string& sHostPath) {
+  struct stat status {};
+  if (stat(sHostPath.c_str(), &status) != 0) return {};
+  return {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+}
+
+bool clsXlsxSaver::Changed() const {
+  for (size_t i = 0; i < book_.sheets.size(); ++i) {
+    if (book_.edit.names[i] != book_.workbook.sheets[i].sName) return true;
+    if (book_.sheets[i] != nullptr && book_.sheets[i]->edit.Touched()) return true;
+  }
+  return book_.edit.nActive != book_.workbook.nActive;
+}
+
+bool clsXlsxSaver::Save(std::string_view sPath, Failure& failure) {
+  const std::string sTarget = HostPath(sPath);
+  const bool bSameFile = FileState::Of(sTarget) == FileState::Of(book_.package.Path());
+  if (bSameFile && !Changed()) return true;
+  // The package is read on from the file as it was opened, whoever may have replaced it.
+  if (!(FileState::Of(book_.package.Path()) == book_.state)) {
+    failure = OutputFailure(sPath, OutputMessage::ChangedMeanwhile);
+    return false;
+  }
+  if (!PrepareEdits(failure) || !MergeSheets(failure) || !FollowRenames(failure) || !ChangeLists(failure) ||
+      !WritePackage(sPath, failure))
+    return false;
+  if (bSameFile) book_.state = FileState::Of(book_.package.Path());
+  return true;
+}
+
+bool clsXlsxSaver::PrepareEdits(Failure& failure) {
+  for (size_t i = 0; i < book_.sheets.size(); ++i) {
+    const WorkbookSheet& entry = book_.workbook.sheets[i];
+    if (book_.edit.names[i] != entry.sName) renames_.sheets.push_back({entry.sName, book_.edit.names[i]});
+    auto& pSheet = book_.sheets[i];
+    if (book_.edit.nActive != book_.workbook.nActive && !entry.sPart.empty()) {
+      if (pSheet == nullptr) pSheet = std::make_unique<XlsxSheet>();
+      pSheet->edit.bSelected = i == book_.edit.nActive;
+    }
+    if (pSheet == nullptr || !pSheet->edit.Touched()) continue;
+    std::map<size_t, std::string> tables;
+    if (!AdjustTables(book_.package, entry.sPart, pSheet->edit, renames_, tables, failure)) return false;
+    for (const auto& [nPart, sBytes] : tables)
+      if (!SetPart(nPart, sBytes, failure)) return false;
+  }
+  return true;
+}
+
+bool clsXlsxSaver::MergeSheets(Failure& failure) {
+  clsCellWriter writer(book_.styles, book_.typing, book_.edit.names, book_.workbook.b1904);
+  for (size_t i = 0; i < book_.sheets.size(); ++i) {
+    XlsxSheet* const pSheet = book_.sheets[i].get();
+    if (pSheet == nullptr || !(pSheet->edit.Touched() || pSheet->edit.bSelected)) continue;
+    if (!MergeSheet(*pSheet, book_.workbook.sheets[i], writer, failure)) return false;
+    book_.edit.bRecalculate |= pSheet->edit.Touched();
+    bFormulasChanged_ |= pSheet->edit.Touched() && pSheet->facts.bHasFormulas;
+  }
+  nRefused_ = writer.RefusedFormulas();
+  bFormulasChanged_ |= writer.Formulas() > 0;
+  return true;
+}
+
+bool clsXlsxSaver::MergeSheet(XlsxSheet& sheet, const WorkbookSheet& entry, clsCellWriter& writer, Failure& failure) {
+  const auto nPart = book_.package.Find(entry.sPart);
+  if (!nPart) return true;
+  auto pNew = std::make_unique<NewPart>();
+  clsDeflater deflater(pNew->spool);
+  clsXmlScanner scanner = book_.package.Scan(*nPart);
+  clsSheetMerger merger(scanner, sheet.edit, sheet.facts, writer, renames_,
+                        [&deflater](std::string_view sBytes) { deflater.Write(sBytes); });
+  if (!merger.Run()) {
+    failure = book_.package.Damaged(entry.sPart);
+    return false;
+  }
+  deflater.Close(true);
+  pNew->nCrc = deflater.Crc();
+  pNew->nSize = deflater.Size();
+  failure = pNew->spool.LastFailure();
+  newParts_[*nPart] = std::move(pNew);
+  return !failure.Failed();
+}
+
+bool clsXlsxSaver::SetPart(size_t nPart, std::string_view sBytes, Failure& failure) {
+  auto pNew = std::make_unique<NewPart>();
+  clsDeflater deflater(pNew->spool);
+  deflater.Write(sBytes);
+  deflater.Close(true);
+  pNew->nCrc = deflater.Crc();
+  pNew->nSize = deflater.Size();
+  failure = pNew->spool.LastFailure();
+  newParts_[nPart] = std::move(pNew);
+  return !failure.Failed();
+}
+
+/// Other sheets, charts, pivot caches, controls: what speaks of a sheet or column by its old name. A part that isn't
+/// well-formed is none that a spreadsheet finds names in.
+bool clsXlsxSaver::FollowRenames(Failure& failure) {
+  if (renames_.Empty()) return true;
+  for (size_t nPart = 0; nPart < book_.package.Parts().size(); ++nPart) {
+    if (nPart == book_.workbook.nPart || !IsXmlPart(book_.package.Parts()[nPart].sName)) continue;
+    const auto known = newParts_.find(nPart);
+    if (known != newParts_.end()) continue;
+    bool bChanged = false;
+    clsXmlScanner look = book_.package.Scan(nPart);
+    if (!CopyWithRenames(
+            look, renames_, [](std::string_view) {}, bChanged) ||
+        !bChanged)
+      continue;
+    auto pNew = std::make_unique<NewPart>();
+    clsDeflater deflater(pNew->spool);
+    clsXmlScanner scanner = book_.package.Scan(nPart);
+    CopyWithRenames(
+        scanner, renames_, [&](std::string_view sBytes) { deflater.Write(sBytes); }, bChanged);
+    deflater.Close(true);
+    pNew->nCrc = deflater.Crc();
+    pNew->nSize = deflater.Size();
+    failure = pNew->spool.LastFailure();
+    if (failure.Failed()) return false;
+    newParts_[nPart] = std::move(pNew);
+  }
+  return true;
+}
+
+bool clsXlsxSaver::ChangeLists(Failure& failure) {
+  if (!SetPart(book_.workbook.nPart, EditedWorkbookPart(book_.workbook, book_.edit, renames_), failure)) return false;
+  const auto nStyles = book_.package.Find(book_.workbook.TargetOf("styles"));
+  if (nStyles && book_.styles.Changed() && !SetPart(*nStyles, book_.styles.Bytes(), failure)) return false;
+  return DropCalculationChain(failure);
+}
+
+/// The chain lists the cells that hold formulas; one that lists others would have to be repaired, and a spreadsheet
+/// makes a missing one anew.
+bool clsXlsxSaver::DropCalculationChain(Failure& failure) {
+  const std::string sChain = book_.workbook.TargetOf("calcChain");
+  const auto nChain = book_.package.Find(sChain);
+  if (!nChain || !bFormulasChanged_) return true;
+  nDropped_ = nChain;
+  // Both are there: the workbook was found by the one, its relationship to the chain by the other.
+  const auto nRelations = book_.package.FindRelationshipsOf(book_.workbook.sName);
+  const auto nTypes = book_.package.Find("[Content_Types].xml");
+  return DropFromPart(
+             *nRelations,
+             [](const clsXmlScanner& scanner) { return scanner.AttributeText("Type").ends_with("/calcChain"); },
+             failure) &&
+         DropFromPart(
+             *nTypes,
+             [&](const clsXmlScanner& scanner) { return EqualNoCase(scanner.AttributeText("PartName"), "/" + sChain); },
+             failure);
+}
+
+bool clsXlsxSaver::DropFromPart(size_t nPart, const std::function<bool(const clsXmlScanner&)>& bDrop,
+                                Failure& failure) {
+  std::string sBytes;
+  return book_.package.ReadAll(nPart, sBytes, failure) && SetPart(nPart, WithoutElements(sBytes, bDrop), failure);
+}
+
+/// The old order, the list of content types first.
+std::vector<size_t> clsXlsxSaver::PartOrder() const {
+  std::vector<size_t> order;
+  for (size_t i = 0; i < book_.package.Parts().size(); ++i)
+    if (i != nDropped_) order.push_back(i);
+  std::stable_partition(order.begin(), order.end(),
+                        [&](size_t i) { return EqualNoCase(book_.package.Parts()[i].sName, "[Content_Types].xml"); });
+  return order;
+}
+
+bool clsXlsxSaver::WritePackage(std::string_view sPath, Failure& failure) {
+  clsOutputFile file;
+  if (!file.Open(sPath, failure)) return false;
+  clsZipWriter zip(file);
+  for (const size_t nPart : PartOrder()) {
+    const PackagePart& part = book_.package.Parts()[nPart];
+    const auto changed = newParts_.find(nPart);
+    if (changed != newParts_.end()) {
+      NewPart& made = *changed->second;
+      if (!zip.AddSpooled({part.sName, 8, made.nCrc, made.nSize, 0}, {&made.spool}, failure)) return false;
+      continue;
+    }
+    zip.BeginPacked(
+        {part.sName, part.nMethod, part.nCrc, static_cast<int64_t>(part.nSize), static_cast<int64_t>(part.nPacked)});
+    if (!CopyPacked(nPart, file, failure)) return false;
+  }
+  zip.Finish();
+  return file.Commit(failure);
+}
+
+bool clsXlsxSaver::CopyPacked(size_t nPart, clsOutputFile& file, Failure& failure) {
+  const PackagePart& part = book_.package.Parts()[nPart];
+  const auto reader = book_.package.Read(nPart, true);
+  std::vector<char> block(size_t{64} << 10);
+  uint64_t nCopied = 0;
+  int64_t nRead = 0;
+  while (reader != nullptr && (nRead = reader->Read(block.data(), block.size())) > 0) {
+    file.Write({block.data(), static_cast<size_t>(nRead)});
+    nCopied += static_cast<uint64_t>(nRead);
+  }
+  if (reader != nullptr && nRead == 0 && nCopied == part.nPacked) return true;
+  failure = book_.package.Damaged(part.sName);
+  return false;
+}
+
+}  // namespace quillon

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "clsSheetMerger.h"
+#include "clsSpool.h"
+#include "clsXlsxPackage.h"
+#include "clsXlsxStyles.h"
+#include "modXlsxWorkbookPart.h"
+
+namespace quillon {
+
+class clsOutputFile;
+
+/// Tells one state of a file from another.
+struct FileState {
+  uint64_t nDevice = 0, nNode = 0;
+  int64_t nSize = 0, nSeconds = 0, nNanoseconds = 0;
+  static FileState Of(const std::string& sHostPath);
+  bool operator==(const FileState&) const = default;
+};
+
+/// A sheet that the run has touched or looked into.
+struct XlsxSheet {
+  Failure failure;  ///< Set: the sheet is damaged
+  SheetFacts facts;
+  SheetEdit edit;
+  std::unique_ptr<clsCellStore> pShown;  ///< Values as shown, once one was read
+};
+
+/// An existing workbook and what the run does to it.
+struct XlsxBook {
+  clsXlsxPackage package;
+  FileState state;
+  WorkbookPart workbook;
+  WorkbookPartEdit edit;
+  clsXlsxStyles styles;
+  CellTypingOptions typing;
+  std::vector<std::unique_ptr<XlsxSheet>> sheets;  ///< By workbook order; null: not looked into
+};
+
+/// Writes the changed package. Steps: rename columns of tables, merge the touched sheets, follow renames in all other
+/// parts, change the parts that list others, then write part by part in the old order.
+class clsXlsxSaver {
+ public:
+  explicit clsXlsxSaver(XlsxBook& book) : book_(book) {}
+  bool Save(std::string_view sPath, Failure& failure);
+  int64_t RefusedFormulas() const { return nRefused_; }
+
+ private:
+  /// A part that differs from the old one.
+  struct NewPart {
+    clsSpool spool;
+    uint32_t nCrc = 0;
+    int64_t nSize = 0;
+  };
+
+  bool Changed() const;
+  bool PrepareEdits(Failure& failure);
+  bool MergeSheets(Failure& failure);
+  bool MergeSheet(XlsxSheet& sheet, const WorkbookSheet& entry, clsCellWriter& writer, Failure& failure);
+  bool FollowRenames(Failure& failure);
+  bool ChangeLists(Failure& failure);
+  bool DropCalculationChain(Failure& failure);
+  bool DropFromPart(size_t nPart, const std::function<bool(const clsXmlScanner&)>& bDrop, Failure& failure);
+  bool SetPart(size_t nPart, std::string_view sBytes, Failure& failure);
+  bool WritePackage(std::string_view sPath, Failure& failure);
+  bool CopyPacked(size_t nPart, clsOutputFile& file, Failure& failure);
+  std::vector<size_t> PartOrder() const;
+
+  XlsxBook& book_;
+  FormulaRenames renames_;
+  std::map<size_t, std::unique_ptr<NewPart>> newParts_;
+  std::optional<size_t> nDropped_;
+  bool bFormulasChanged_ = false;
+  int64_t nRefused_ = 0;
+};
+
+}  // namespace quillon

@@ -1,0 +1,186 @@
+#include "clsXlsxStyles.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <utility>
+
+#include "clsXmlScanner.h"
+#include "modText.h"
+#include "modXmlText.h"
+
+namespace quillon {
+
+namespace {
+
+// A spreadsheet holds no more cell formats than these.
+constexpr size_t kMaxFormats = 64000;
+constexpr size_t kMaxCodes = 200;
+
+constexpr std::array<std::pair<std::string_view, uint32_t>, 8> kBuiltIn = {
+    {{"0", 1}, {"0.00", 2}, {"#,##0", 3}, {"#,##0.00", 4}, {"0%", 9}, {"0.00%", 10}, {"0.00E+00", 11}, {"@", 49}}};
+
+FormatKind KindOfBuiltIn(uint32_t nId) {
+  if (nId == 0) return FormatKind::General;
+  if (nId == 9 || nId == 10) return FormatKind::Percent;
+  if (nId == 49) return FormatKind::Text;
+  if (nId == 22) return FormatKind::DateTime;
+  if ((nId >= 18 && nId <= 21) || (nId >= 32 && nId <= 35) || (nId >= 45 && nId <= 47)) return FormatKind::Time;
+  if ((nId >= 14 && nId <= 17) || (nId >= 27 && nId <= 36) || (nId >= 50 && nId <= 58)) return FormatKind::Date;
+  return FormatKind::Number;
+}
+
+uint32_t NumberOf(std::string_view sText) {
+  uint32_t nValue = 0;
+  std::from_chars(sText.data(), sText.data() + sText.size(), nValue);
+  return nValue;
+}
+
+/// The letters of the code's first section that count: no quoted, escaped or padding characters. "h" stands for an
+/// elapsed time as well.
+std::string CoreOfCode(std::string_view sCode) {
+  std::string sCore;
+  for (size_t i = 0; i < sCode.size() && sCode[i] != ';'; ++i) {
+    const char ch = sCode[i];
+    if (ch == '"') {
+      while (++i < sCode.size() && sCode[i] != '"') {
+      }
+    } else if (ch == '[') {
+      const size_t nClose = std::min(sCode.find(']', i), sCode.size());
+      const std::string_view sInner = sCode.substr(i + 1, nClose - i - 1);
+      if (!sInner.empty() && sInner.find_first_not_of("hHmMsS") == std::string_view::npos) sCore += 'h';
+      i = nClose;
+    } else if (ch == '\\' || ch == '_' || ch == '*') {
+      ++i;
+    } else {
+      sCore += static_cast<char>(ch >= 'A' && ch <= 'Z' ? ch - 'A' + 'a' : ch);
+    }
+  }
+  return sCore;
+}
+
+}  // namespace
+
+FormatKind KindOfFormatCode(std::string_view sCode) {
+  std::string sCore = CoreOfCode(sCode);
+  if (sCore.find("general") != std::string::npos) return FormatKind::General;
+  for (const std::string_view sMark : {"am/pm", "a/p"}) sCore = ReplaceAll(sCore, sMark, "h");
+  const bool bDate = sCore.find_first_of("dy") != std::string::npos;
+  const bool bTime = sCore.find_first_of("hs") != std::string::npos;
+  if (bDate && bTime) return FormatKind::DateTime;
+  if (bTime) return FormatKind::Time;
+  if (bDate || sCore.find('m') != std::string::npos) return FormatKind::Date;
+  if (sCore.find('%') != std::string::npos) return FormatKind::Percent;
+  return sCore == "@" ? FormatKind::Text : FormatKind::Number;
+}
+
+bool clsXlsxStyles::Load(std::string sBytes) {
+  sBytes_ = std::move(sBytes);
+  clsXmlScanner scanner(sBytes_);
+  while (scanner.Next() != XmlToken::End) {
+    if (scanner.Token() == XmlToken::Failed) return false;
+    const auto nStart = static_cast<size_t>(scanner.Offset());
+    const size_t nEnd = nStart + scanner.Raw().size();
+    const bool bEnd = scanner.Token() == XmlToken::EndTag;
+    if (!scanner.IsOpening() && !bEnd) continue;
+    Place* pPlace = nullptr;
+    if (scanner.Depth() == 1 && scanner.IsMain("styleSheet")) pPlace = &root_;
+    if (scanner.Depth() == 2 && scanner.IsMain("numFmts")) pPlace = &codesPlace_;
+    if (scanner.Depth() == 2 && scanner.IsMain("cellXfs")) pPlace = &formatsPlace_;
+    if (pPlace != nullptr) {
+      if (!bEnd) *pPlace = {nStart, nEnd, nEnd, true, scanner.Token() == XmlToken::EmptyTag, 0};
+      if (bEnd) pPlace->nClose = nStart;
+      if (pPlace == &root_) sPrefix_ = scanner.Prefix();
+    } else if (scanner.IsOpening() && scanner.Depth() == 3 && scanner.IsMain("numFmt") && codesPlace_.bFound &&
+               codesPlace_.nClose == codesPlace_.nEnd) {
+      const uint32_t nId = NumberOf(scanner.AttributeText("numFmtId"));
+      std::string sCode = scanner.AttributeText("formatCode");
+      idOfCode_.emplace(sCode, nId);
+      codes_.insert_or_assign(nId, std::move(sCode));
+      if (nId < UINT32_MAX / 2) nNextId_ = std::max(nNextId_, nId + 1);
+      ++codesPlace_.nItems;
+    } else if (scanner.IsOpening() && scanner.Depth() == 3 && scanner.IsMain("xf") && formatsPlace_.bFound &&
+               formatsPlace_.nClose == formatsPlace_.nEnd) {
+      const uint32_t nId = NumberOf(scanner.AttributeText("numFmtId"));
+      if (!scanner.SkipElement()) return false;
+      const auto nBehind = static_cast<size_t>(scanner.Offset()) + scanner.Raw().size();
+      if (!TakeFormat(sBytes_.substr(nStart, nBehind - nStart), nId)) return false;
+    }
+  }
+  return root_.bFound && !root_.bEmpty;
+}
+
+bool clsXlsxStyles::TakeFormat(std::string sXf, uint32_t nFormatId) {
+  if (formats_.size() >= kMaxFormats * 2) return false;
+  const auto code = codes_.find(nFormatId);
+  kinds_.push_back(code == codes_.end() ? KindOfBuiltIn(nFormatId) : KindOfFormatCode(code->second));
+  indexOfFormat_.emplace(sXf, static_cast<uint32_t>(formats_.size()));
+  formats_.push_back(std::move(sXf));
+  ++formatsPlace_.nItems;
+  return true;
+}
+
+uint32_t clsXlsxStyles::FormatId(std::string_view sCode) {
+  for (const auto& [sBuiltIn, nId] : kBuiltIn)
+    if (sBuiltIn == sCode && !codes_.contains(nId)) return nId;
+  const auto [entry, bNew] = idOfCode_.try_emplace(std::string(sCode), nNextId_);
+  if (!bNew) return entry->second;
+  sNewCodes_ += '<' + (sPrefix_.empty() ? "" : sPrefix_ + ":") + "numFmt numFmtId=\"" + std::to_string(nNextId_) +
+                "\" formatCode=\"";
+  AppendXmlAttribute(sNewCodes_, sCode);
+  sNewCodes_ += "\"/>";
+  ++nNewCodes_;
+  return nNextId_++;
+}
+
+int64_t clsXlsxStyles::Derive(uint32_t nFormat, std::string_view sCode) {
+  if (nFormat >= formats_.size()) return -1;
+  const auto [entry, bNew] = derived_.try_emplace(std::to_string(nFormat) + ' ' + std::string(sCode), -1);
+  if (!bNew) return entry->second;
+  if (formats_.size() >= kMaxFormats || nNewCodes_ >= kMaxCodes) return -1;
+  const uint32_t nId = FormatId(sCode);
+  const std::string& sXf = formats_[nFormat];
+  const size_t nTag = sXf.find('>') + 1;
+  std::string sNew = WithAttribute(std::string_view(sXf).substr(0, nTag), "numFmtId", std::to_string(nId));
+  sNew = WithAttribute(sNew, "applyNumberFormat", "1") + sXf.substr(nTag);
+  const auto known = indexOfFormat_.find(sNew);
+  if (known != indexOfFormat_.end()) return entry->second = known->second;
+  entry->second = static_cast<int64_t>(formats_.size());
+  indexOfFormat_.emplace(sNew, static_cast<uint32_t>(formats_.size()));
+  kinds_.push_back(KindOfFormatCode(sCode));
+  newFormats_.push_back(sNew);
+  formats_.push_back(std::move(sNew));
+  return entry->second;
+}
+
+void clsXlsxStyles::AppendList(const Place& place, size_t nNew, std::string_view sNew, std::string& sOut) const {
+  const std::string_view sBytes = sBytes_;
+  const std::string_view sTag = sBytes.substr(place.nStart, place.nEnd - place.nStart);
+  sOut += AsStartTag(WithAttribute(sTag, "count", std::to_string(place.nItems + nNew)));
+  sOut += sBytes.substr(place.nEnd, place.nClose - place.nEnd);
+  sOut += sNew;
+  if (!place.bEmpty) return;
+  const size_t nName = sTag.find_first_of(" \t\r\n/>");
+  sOut += "</" + std::string(sTag.substr(1, nName - 1)) + ">";
+}
+
+std::string clsXlsxStyles::Bytes() const {
+  const std::string_view sBytes = sBytes_;
+  std::string sOut(sBytes.substr(0, codesPlace_.bFound ? codesPlace_.nStart : root_.nEnd));
+  size_t nDone = sOut.size();
+  if (nNewCodes_ > 0 && codesPlace_.bFound) {
+    AppendList(codesPlace_, nNewCodes_, sNewCodes_, sOut);
+    nDone = codesPlace_.nClose;
+  } else if (nNewCodes_ > 0) {
+    const std::string sName = (sPrefix_.empty() ? "" : sPrefix_ + ":") + "numFmts";
+    sOut += "<" + sName + " count=\"" + std::to_string(nNewCodes_) + "\">" + sNewCodes_ + "</" + sName + ">";
+  }
+  sOut += sBytes.substr(nDone, formatsPlace_.nStart - nDone);
+  std::string sNew;
+  for (const std::string& sXf : newFormats_) sNew += sXf;
+  AppendList(formatsPlace_, newFormats_.size(), sNew, sOut);
+  sOut += sBytes.substr(formatsPlace_.nClose);
+  return sOut;
+}
+
+}  // namespace quillon

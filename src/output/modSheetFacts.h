@@ -1,0 +1,39 @@
+#pragma once
+// What must be known of an existing sheet before it is written to.
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "clsSheetCursor.h"
+
+namespace quillon {
+
+/// A formula that other cells share.
+struct SharedFormula {
+  std::string sFormula;
+  CellPlace master;
+  CellRange range;
+};
+
+struct SheetFacts {
+  CellRange used;  ///< All cells that there are, empty ones with a format included
+  bool bHasFormulas = false;
+  std::vector<CellRange> arrays;  ///< Array formulas and data tables of more than one cell, by their top
+  std::unordered_map<uint32_t, SharedFormula> shared;  ///< By "si", the first of each
+  std::vector<uint32_t> columnStyles;                  ///< By column - 1; empty if no column has a format
+
+  uint32_t StyleOfColumn(int nColumn) const {
+    return columnStyles.empty() ? 0 : columnStyles[static_cast<size_t>(nColumn) - 1];
+  }
+  /// True if the cell is part of an array formula that none of the cleared ranges has taken away.
+  bool InArray(int64_t nRow, int nColumn, const std::vector<CellRange>& cleared) const;
+  /// True if the range takes a part of an array formula and leaves another.
+  bool CutsArray(const CellRange& range) const;
+};
+
+/// Reads a whole sheet part. False if it is damaged: a spreadsheet would have to repair it.
+bool ReadSheetFacts(clsXmlScanner& scanner, SheetFacts& facts);
+
+}  // namespace quillon

@@ -1,0 +1,164 @@
+#include "modXlsxWorkbookPart.h"
+
+#include <algorithm>
+#include <array>
+
+#include "clsSheetCursor.h"
+#include "clsXmlCopier.h"
+#include "modOutputMessages.h"
+#include "modXmlText.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr size_t kMaxSheets = 10000;
+
+// What stands before "calcPr" in a workbook part.
+constexpr std::array<std::string_view, 9> kBeforeCalculation = {
+    "fileVersion", "fileSharing",    "workbookPr",         "workbookProtection", "bookViews",
+    "sheets",      "functionGroups", "externalReferences", "definedNames"};
+
+bool IsTrue(std::string_view sValue) {
+  return sValue == "1" || sValue == "true";
+}
+
+const Relationship* FindById(const std::vector<Relationship>& relationships, std::string_view sId) {
+  const auto found = std::find_if(relationships.begin(), relationships.end(),
+                                  [&](const Relationship& relationship) { return relationship.sId == sId; });
+  return found == relationships.end() ? nullptr : &*found;
+}
+
+void TakeSheet(const clsXmlScanner& scanner, const clsXlsxPackage& package, WorkbookPart& workbook) {
+  WorkbookSheet& sheet = workbook.sheets.emplace_back();
+  sheet.sName = scanner.AttributeText("name");
+  const Relationship* const pTarget = FindById(workbook.relationships, scanner.RelationAttribute("id"));
+  if (pTarget == nullptr || pTarget->bExternal || !package.Find(pTarget->sTarget)) return;
+  sheet.sPart = pTarget->sTarget;
+  sheet.bWorksheet = pTarget->sType == "worksheet";
+}
+
+/// Copies the part's tokens, changed by the edit.
+class clsWorkbookEditor {
+ public:
+  clsWorkbookEditor(const WorkbookPart& workbook, const WorkbookPartEdit& edit, const FormulaRenames& renames)
+      : scanner_(workbook.sBytes),
+        copier_(scanner_, renames, [this](std::string_view sBytes) { sOut_ += sBytes; }),
+        workbook_(workbook),
+        edit_(edit),
+        bCalculationDue_(edit.bRecalculate && !workbook.bHasCalculation) {}
+
+  std::string Run() {
+    while (scanner_.Next() != XmlToken::End && scanner_.Token() != XmlToken::Failed) Step();
+    copier_.Flush();
+    return std::move(sOut_);
+  }
+
+ private:
+  void Step() {
+    const bool bEnd = scanner_.Token() == XmlToken::EndTag;
+    const bool bBehind = scanner_.IsOpening() && scanner_.Depth() == 2 && scanner_.Space() == XmlSpace::Main &&
+                         std::find(kBeforeCalculation.begin(), kBeforeCalculation.end(), scanner_.LocalName()) ==
+                             kBeforeCalculation.end();
+    if (bCalculationDue_ && (bBehind || (bEnd && scanner_.Depth() == 1))) PutCalculation();
+    if (scanner_.IsOpening() && scanner_.Depth() == 3 && scanner_.IsMain("sheet")) return StepSheet();
+    if (scanner_.IsOpening() && scanner_.Depth() == 3 && scanner_.IsMain("workbookView") && !bViewSeen_)
+      return StepView();
+    if (edit_.bRecalculate && scanner_.IsOpening() && scanner_.Depth() == 2 && scanner_.IsMain("calcPr"))
+      return copier_.Put(WithAttribute(scanner_.Raw(), "fullCalcOnLoad", "1"));
+    copier_.CopyToken();
+  }
+  void PutCalculation() {
+    bCalculationDue_ = false;
+    copier_.Put("<" + std::string(scanner_.Prefix()) + (scanner_.Prefix().empty() ? "" : ":") +
+                "calcPr fullCalcOnLoad=\"1\"/>");
+  }
+  void StepSheet() {
+    const size_t nSheet = nSheet_++;
+    if (nSheet >= edit_.names.size() || edit_.names[nSheet] == workbook_.sheets[nSheet].sName)
+      return copier_.CopyToken();
+    std::string sName;
+    AppendXmlAttribute(sName, edit_.names[nSheet]);
+    copier_.Put(WithAttribute(scanner_.Raw(), "name", sName));
+  }
+  void StepView() {
+    bViewSeen_ = true;
+    if (edit_.nActive == workbook_.nActive) return copier_.CopyToken();
+    copier_.Put(WithAttribute(scanner_.Raw(), "activeTab", std::to_string(edit_.nActive)));
+  }
+
+  clsXmlScanner scanner_;
+  std::string sOut_;
+  clsXmlCopier copier_;
+  const WorkbookPart& workbook_;
+  const WorkbookPartEdit& edit_;
+  bool bCalculationDue_;
+  bool bViewSeen_ = false;
+  size_t nSheet_ = 0;
+};
+
+}  // namespace
+
+std::string WorkbookPart::TargetOf(std::string_view sType) const {
+  for (const Relationship& relationship : relationships)
+    if (relationship.sType == sType && !relationship.bExternal) return relationship.sTarget;
+  return {};
+}
+
+bool ReadWorkbookPart(const clsXlsxPackage& package, WorkbookPart& workbook, Failure& failure) {
+  std::vector<Relationship> roots;
+  if (!package.ReadRelationships("", roots, failure)) return false;
+  for (const Relationship& root : roots)
+    if (root.sType == "officeDocument" && !root.bExternal && workbook.sName.empty()) workbook.sName = root.sTarget;
+  const auto nPart = package.Find(workbook.sName);
+  if (!nPart || !package.Find("[Content_Types].xml")) {
+    failure = OutputFailure(package.Path(), OutputMessage::NotAWorkbook);
+    return false;
+  }
+  workbook.nPart = *nPart;
+  if (!package.ReadAll(*nPart, workbook.sBytes, failure) ||
+      !package.ReadRelationships(workbook.sName, workbook.relationships, failure))
+    return false;
+  clsXmlScanner scanner(workbook.sBytes);
+  bool bViewSeen = false;
+  while (scanner.Next() != XmlToken::End) {
+    const bool bOther = scanner.Token() != XmlToken::Failed && scanner.Depth() == 1 && scanner.IsOpening() &&
+                        !scanner.IsMain("workbook");
+    if (scanner.Token() == XmlToken::Failed || bOther || workbook.sheets.size() > kMaxSheets) {
+      failure = bOther ? OutputFailure(package.Path(), OutputMessage::NotAWorkbook) : package.Damaged(workbook.sName);
+      return false;
+    }
+    if (!scanner.IsOpening()) continue;
+    if (scanner.Depth() == 2 && scanner.IsMain("workbookPr"))
+      workbook.b1904 = IsTrue(scanner.Attribute("date1904").value_or("0"));
+    if (scanner.Depth() == 2 && scanner.IsMain("calcPr")) workbook.bHasCalculation = true;
+    if (scanner.Depth() == 3 && scanner.IsMain("sheet")) TakeSheet(scanner, package, workbook);
+    if (scanner.Depth() == 3 && scanner.IsMain("workbookView") && !bViewSeen) {
+      workbook.nActive = ParseIndex(scanner.Attribute("activeTab").value_or("0")).value_or(0);
+      bViewSeen = true;
+    }
+  }
+  if (workbook.nActive >= workbook.sheets.size()) workbook.nActive = 0;
+  if (workbook.sheets.empty()) failure = package.Damaged(workbook.sName);
+  return !failure.Failed();
+}
+
+std::string EditedWorkbookPart(const WorkbookPart& workbook, const WorkbookPartEdit& edit,
+                               const FormulaRenames& renames) {
+  return clsWorkbookEditor(workbook, edit, renames).Run();
+}
+
+std::string WithoutElements(std::string_view sBytes, const std::function<bool(const clsXmlScanner&)>& bDrop) {
+  clsXmlScanner scanner(sBytes);
+  std::string sOut;
+  while (scanner.Next() != XmlToken::End && scanner.Token() != XmlToken::Failed) {
+    if (scanner.IsOpening() && scanner.Depth() == 2 && bDrop(scanner)) {
+      if (!scanner.SkipElement()) break;
+    } else {
+      sOut += scanner.Raw();
+    }
+  }
+  return sOut;
+}
+
+}  // namespace quillon
