@@ -263,7 +263,8 @@ int64_t clsLineReader::BytesDone() const {
 int64_t clsLineReader::PassToNeedle(std::string_view sNeedle) {
   int64_t nPassed = 0;
   for (;;) {
-    const void* const pHit = memmem(window_.data(), window_.size(), sNeedle.data(), sNeedle.size());
+    const void* const pHit =
+        window_.empty() ? nullptr : memmem(window_.data(), window_.size(), sNeedle.data(), sNeedle.size());
     const size_t nSeen =
         pHit == nullptr ? window_.size() : static_cast<size_t>(static_cast<const char*>(pHit) - window_.data());
     const size_t nRowStart = nSeen == 0 ? 0 : window_.rfind('\n', nSeen - 1) + 1;
