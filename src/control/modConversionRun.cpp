@@ -44,6 +44,7 @@ void clsConversionRun::Go(int32_t& lResult) {
   log_.lWarningCount = log_.lErrorCount = 0;
   ValidateOptions(lResult);
   if (lResult != 0) return;
+  if (extras_.jobAccepted) extras_.jobAccepted();
   BeginProcessing(lResult);
   if (pWindow_ != nullptr) {
     pWindow_->UpdateFileControls();
@@ -76,6 +77,30 @@ void clsConversionRun::ConvertSingle(int32_t& lResult) {
   ConvertFile(lResult);
 }
 
+bool clsConversionRun::NextFileMayBegin(size_t nFile, size_t nFiles) {
+  host_.LetEventsRun();
+  if (gbPauseRequested) return false;
+  if (extras_.fileBegins) extras_.fileBegins(nFile, nFiles);
+  return true;
+}
+
+void clsConversionRun::ConvertList(const std::vector<PlannedFile>& files, int32_t& lResult) {
+  fields_.lTotalTimeStart = host_.TickMilliseconds();
+  LogLine(Translate("Processing:"));
+  std::string folder_made;
+  for (size_t i = 0; i < files.size() && NextFileMayBegin(i + 1, files.size()); ++i) {
+    options_.sInputFile = files[i].sInput;
+    options_.sOutputFile = files[i].sOutput;
+    if (files.size() <= kMostFilesLogged) LogLine("  " + options_.sInputFile);
+    std::string folder = ParentFolderOfPath(options_.sOutputFile);
+    if (folder != folder_made) MakeFolderPath(folder);
+    folder_made = std::move(folder);
+    ConvertFile(lResult);
+  }
+  ReportRun();
+  gbPauseRequested = false;
+}
+
 bool clsConversionRun::ListFiles(std::vector<std::string>& clnFiles) {
   std::string error;
   bool ok = false;
@@ -98,8 +123,7 @@ void clsConversionRun::ConvertBatch(int32_t& lResult) {
 
   std::string folder_made;
   for (size_t i = 0; i < files.size(); ++i) {
-    host_.LetEventsRun();
-    if (gbPauseRequested) break;
+    if (!NextFileMayBegin(i + 1, files.size())) break;
     options_.sInputFile = files[i];
     if (log_each) LogLine("  " + options_.sInputFile);
     const std::string input_folder = FolderAndSeparator(files[i]);
@@ -116,6 +140,23 @@ void clsConversionRun::ConvertBatch(int32_t& lResult) {
                                std::to_string(files.size()) + " " + Translate("files") + "]");
     }
     ConvertFile(lResult);
+  }
+}
+
+void clsConversionRun::ConvertFile(int32_t& lResult) {
+  const int32_t errors = log_.lErrorCount;
+  account_ = {};
+  ConvertByMethod(lResult);
+  if (extras_.fileDone) extras_.fileDone({lResult, log_.lErrorCount - errors, account_});
+}
+
+void clsConversionRun::ConvertByMethod(int32_t& lResult) {
+  if (IsSameFile(options_.sInputFile, options_.sOutputFile)) {
+    lResult = Refuse(kOutputIsInput, options_.sOutputFile);
+  } else if (options_.lConversionMethod == kMethodProfile) {
+    ConvertByProfile(lResult);
+  } else {
+    ConvertByRecipe(lResult);
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -37,15 +38,30 @@ class clsRunWindow {
   virtual void SetBusyPointer(bool bBusy) = 0;
 };
 
-/// What the long-option command asks of a run beyond the job record.
+/// What became of one file.
+struct FileOutcome {
+  int32_t lResult;
+  int32_t lErrors;  ///< Error entries that it logged
+  const FileAccount& account;
+};
+
+/// One file of a list that was made beforehand.
+struct PlannedFile {
+  std::string sInput, sOutput;
+};
+
+/// What the long-option commands ask of a run beyond the job record.
 struct RunExtras {
-  bool bTouchSettings = true;           ///< The tab warning is stored
-  std::optional<TextFileOptions> text;  ///< Overrules how reports are read
+  bool bTouchSettings = true;  ///< The tab warning is stored
+  bool bSayMore = false;       ///< Entries get third lines that a slash run's log doesn't have
+  /// How recipes are read, if not as reports; null: each by its content.
   std::optional<const clsCodePage*> recipePage;
   bool bTrimFields = false;
   bool bSafeCsv = false;
   bool bAllPeriods = false;
-  bool bLongRecipe = false;  ///< The recipe is a long-form one
+  std::function<void()> jobAccepted;                            ///< The checks are passed, nothing is converted yet
+  std::function<void(size_t nFile, size_t nFiles)> fileBegins;  ///< From 1
+  std::function<void(const FileOutcome&)> fileDone;             ///< The record still has the file's names
 };
 
 /// One run after another over the files of a job. The collaborators outlive it; pWindow is null in an unattended run.
@@ -62,18 +78,22 @@ class clsConversionRun {
   void ValidateOptions(int32_t& lResult);
   /// The code of the last file converted, or -1001.
   void BeginProcessing(int32_t& lResult);
+  /// The files of a list, each to its own output whose folder is made, with the log and closing report of a batch.
+  void ConvertList(const std::vector<PlannedFile>& files, int32_t& lResult);
   /// One input file to one output file by the method of the record; names as they stand in sInputFile and sOutputFile.
   /// An output that is the input file itself is refused with -1002 before anything is touched.
   void ConvertFile(int32_t& lResult);
   void ConvertByProfile(int32_t& lResult);
   void ConvertByRecipe(int32_t& lResult);
+  /// The long-form recipe in sRecipeFile with the files that it names; sOutputFile overrules its output. lResult is 0
+  /// or the code of what stopped it.
+  void ConvertByLongRecipe(std::string_view sOutputFile, int32_t& lResult);
   void WarnAboutTabsInFile();
 
   /// What became of the lines of the file converted last.
   const FileAccount& Account() const { return account_; }
 
  private:
-  bool WithWindows() const;
   void LogLine(std::string_view sText);
   std::string ElapsedSeconds() const;
 
@@ -83,13 +103,16 @@ class clsConversionRun {
   int32_t CheckInputAndOutput();
   int32_t CheckOutputType();
 
+  void ConvertByMethod(int32_t& lResult);
+  bool NextFileMayBegin(size_t nFile, size_t nFiles);
   void ConvertSingle(int32_t& lResult);
   void ConvertBatch(int32_t& lResult);
   bool ListFiles(std::vector<std::string>& clnFiles);
   void ReportRun();
 
-  int32_t AssignProfile();
-  void GiveOptionsToEngine();
+  bool AssignProfile();
+  void ReportEngineStatus(int32_t lQuotesResult);
+  void TakeEngineAccount();
   bool RecipeRunCanStart(int32_t& lResult);
   void WarnIfTabsInFile(const RecipeOptions& recipeOptions);
   RecipeOptions MakeRecipeOptions() const;

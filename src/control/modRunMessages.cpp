@@ -41,7 +41,7 @@ constexpr std::array<RunMessage, 16> kMessages{{
     {kOutputType, EntryType::Error, kBadOutput, "Output File must be of type CSV, XLS, or XLSX.", With::Nothing},
     {kNoJobFile, EntryType::Error, "Invalid Conversion Job File Specified", "Conversion Job File", With::Missing},
     {kNoLogFolder, EntryType::Error, "", "Unable to create/access log file folder.", With::Nothing},
-    {kProfileMissing, EntryType::Error, kBadProfile, "Could not find specified profile", With::Bracketed},
+    {kProfileNotFound, EntryType::Error, kBadProfile, "Could not find specified profile", With::Bracketed},
     {kProfileFormat, EntryType::Error, kBadProfile,
      "Profile format is not correct. Please check that the it is not corrupt.", With::Bracketed},
     {kProfileGeneral, EntryType::Error, "", "General error: Check for read only attributes on Output file",

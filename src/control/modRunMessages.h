@@ -17,7 +17,7 @@ enum RunCode : int32_t {
   kOutputType = -4,
   kNoJobFile = -100,
   kNoLogFolder = -101,
-  kProfileMissing = -201,
+  kProfileNotFound = -201,
   kProfileFormat = -202,
   kProfileGeneral = -203,
   kProfileEngine = -204,

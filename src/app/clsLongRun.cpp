@@ -1,0 +1,163 @@
+#include "clsLongRun.h"
+
+#include <fmt/format.h>
+
+#include <csignal>
+
+#include "MainModule.h"
+#include "clsIniFile.h"
+#include "modFiles.h"
+#include "modFrontDoor.h"
+#include "modNumbers.h"
+#include "modParseCommandLine.h"
+#include "modPaths.h"
+#include "modSettings.h"
+#include "modTranslator.h"
+
+namespace quillon {
+
+namespace {
+
+std::string Counted(int64_t lCount, std::string_view sOne, std::string_view sMany) {
+  return fmt::format("{} {}", lCount, lCount == 1 ? sOne : sMany);
+}
+
+bool Converted(const FileOutcome& outcome) {
+  const FileAccount& account = outcome.account;
+  return outcome.lResult == 0 && outcome.lErrors == 0 && account.bOutputWritten && !account.failure.Failed() &&
+         account.sWalkEnded.empty();
+}
+
+}  // namespace
+
+void RunTotals::Add(const FileOutcome& outcome) {
+  ++(Converted(outcome) ? lFilesConverted : lFilesFailed);
+  const FileAccount& account = outcome.account;
+  lTables += static_cast<int64_t>(account.tables.size());
+  lLinesRead += account.lLinesRead;
+  lLinesInTables += account.lLinesInTables;
+  lCellsFailed += account.lCellsFailed;
+  lCharactersLost += account.lCharactersLost;
+  lFormulasRefused += account.lFormulasRefused;
+  for (const TableAccount& table : account.tables) lCharactersBehind += table.lCharactersBehind;
+}
+
+clsLongRun::clsLongRun(const TalkRequest& talk)
+    : host(talk.bQuiet ? clsConsoleHost::Voice::ErrorsOnly : clsConsoleHost::Voice::AllEntries),
+      log(host, gConversionOptions),
+      talk_(talk) {
+  std::signal(SIGPIPE, SIG_IGN);  // A reader of standard output that goes away is an ordinary failure.
+  host.AttachLog(log);
+  ResetConversionOptions();
+  SetPathsForReading();
+  // The engine's work files need a place even where there is no home.
+  if (!FolderExists(gsAppDataFolder)) gsAppDataFolder = privateFolder.PathOf("");
+  // A language is used if the desktop program chose one; none is chosen here.
+  if (!GetLanguage().empty()) InitializeTranslator(host, {});
+  gbCommandLineMode = true;
+  if (!talk.sLog.empty()) {
+    gConversionOptions.sLogFile = AbsolutePath(ExpandedPath(talk.sLog));
+    ApplyLogRule(gConversionOptions, host);
+  }
+  lStart_ = host.TickMilliseconds();
+  CatchInterrupts();
+  if (!talk.bQuiet) host.StartProgress();
+}
+
+clsLongRun::~clsLongRun() {
+  host.StopProgress();
+  ResetTranslator();
+}
+
+RunExtras clsLongRun::Extras() {
+  RunExtras extras;
+  extras.bTouchSettings = false;
+  extras.bSayMore = true;
+  extras.fileBegins = [this](size_t nFile, size_t nFiles) { host.SetFilePlace(nFile, nFiles); };
+  extras.fileDone = [this](const FileOutcome& outcome) { FileDone(outcome); };
+  return extras;
+}
+
+void clsLongRun::Say(std::string_view sText) {
+  host.Say("quillon: " + std::string(sText));
+}
+
+void clsLongRun::Note(std::string_view sText) {
+  if (!talk_.bQuiet) Say("note: " + std::string(sText));
+}
+
+void clsLongRun::FileDone(const FileOutcome& outcome) {
+  if (InterruptSignal() != 0) return;
+  totals.Add(outcome);
+  const FileAccount& account = outcome.account;
+  // The log takes -5006 once a run; here each file's reason is told.
+  if (account.failure.Failed() && outcome.lErrors == 0) Say(account.failure.sText);
+  if (!account.sWalkEnded.empty()) Say(gConversionOptions.sInputFile + ": " + account.sWalkEnded);
+  if (!account.bOutputWritten && !account.failure.Failed() && outcome.lErrors == 0) {
+    Say(gConversionOptions.sOutputFile + ": not written");
+  }
+  if (talk_.bVerbose) SayAccount(outcome);
+}
+
+void clsLongRun::SayAccount(const FileOutcome& outcome) {
+  const FileAccount& account = outcome.account;
+  host.Say(fmt::format("{} -> {}: {}; {} read, {} in tables, {} outside", gConversionOptions.sInputFile,
+                       gConversionOptions.sOutputFile, Converted(outcome) ? "converted" : "not converted",
+                       Counted(account.lLinesRead, "line", "lines"), account.lLinesInTables,
+                       account.lLinesRead - account.lLinesInTables));
+  for (const TableAccount& table : account.tables) {
+    host.Say(fmt::format(
+        "    table {}: lines {} to {}, {}, {}, {} behind the last column, {} failed", table.lTable, table.lFirstLine,
+        table.lLastLine, Counted(table.lRows, "row", "rows"), Counted(table.lColumns, "column", "columns"),
+        Counted(table.lCharactersBehind, "character", "characters"), Counted(table.lCellsFailed, "cell", "cells")));
+  }
+}
+
+std::string clsLongRun::ClosingLine() {
+  constexpr double kMillisecond = 0.001;
+  std::string line = fmt::format(
+      "{} converted, {} failed; {}; {} read, {} in tables, {} outside; {} behind the last column; {} failed; ",
+      Counted(totals.lFilesConverted, "file", "files"), totals.lFilesFailed, Counted(totals.lTables, "table", "tables"),
+      Counted(totals.lLinesRead, "line", "lines"), totals.lLinesInTables, totals.lLinesRead - totals.lLinesInTables,
+      Counted(totals.lCharactersBehind, "character", "characters"), Counted(totals.lCellsFailed, "cell", "cells"));
+  if (totals.lCharactersLost > 0) {
+    line += Counted(totals.lCharactersLost, "character", "characters") + " that the output's code page lacks; ";
+  }
+  if (totals.lFormulasRefused > 0) {
+    line += Counted(totals.lFormulasRefused, "formula", "formulas") + " written as text; ";
+  }
+  const auto elapsed = static_cast<double>(host.TickMilliseconds() - lStart_);
+  return line + FormatOneDecimal(elapsed * kMillisecond) + " seconds";
+}
+
+void clsLongRun::WriteLog() {
+  if (gConversionOptions.sLogFile.empty()) return;
+  Failure failure;
+  if (!WriteLogFile(gConversionOptions, log, failure)) {
+    Say(failure.sText);
+    ++totals.lFilesFailed;
+  }
+}
+
+int clsLongRun::Finish() {
+  host.StopProgress();
+  const int signal = InterruptSignal();
+  if (signal != 0) {
+    Say("interrupted; what was not complete is not written");
+    log.LogAddEntryHelper("Interrupted");
+  }
+  const std::string closing = ClosingLine();
+  log.LogAddEntryHelper(closing);
+  if (!talk_.bQuiet) Say(closing);
+  WriteLog();
+  if (signal != 0) return kExitInterrupted + signal;
+  return totals.lFilesFailed == 0 && log.lErrorCount == 0 ? kExitDone : kExitSomeFailed;
+}
+
+int clsLongRun::Refused() {
+  host.StopProgress();
+  WriteLog();
+  return kExitWrongUse;
+}
+
+}  // namespace quillon

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "clsConsoleHost.h"
+#include "clsPrivateFolder.h"
+#include "modConversionRun.h"
+#include "modLongOptions.h"
+#include "modRunLog.h"
+
+namespace quillon {
+
+/// What became of all lines of a run.
+struct RunTotals {
+  int64_t lFilesConverted = 0, lFilesFailed = 0;
+  int64_t lTables = 0;
+  int64_t lLinesRead = 0, lLinesInTables = 0;
+  int64_t lCharactersBehind = 0, lCellsFailed = 0;
+  int64_t lCharactersLost = 0, lFormulasRefused = 0;
+
+  void Add(const FileOutcome& outcome);
+};
+
+/// The run of a long-option command: messages on standard error, every line accounted for, the settings left alone.
+class clsLongRun {
+ public:
+  /// Sets the process up for the run.
+  explicit clsLongRun(const TalkRequest& talk);
+  ~clsLongRun();
+  clsLongRun(const clsLongRun&) = delete;
+  clsLongRun& operator=(const clsLongRun&) = delete;
+
+  clsConsoleHost host;
+  clsRunLog log;
+  clsRunFields fields;
+  clsPrivateFolder privateFolder;
+  RunTotals totals;
+
+  /// Extras that report each file to this object.
+  RunExtras Extras();
+  /// "quillon: text" on standard error.
+  void Say(std::string_view sText);
+  /// Something that is no failure; not said in a quiet run.
+  void Note(std::string_view sText);
+
+  /// Says the closing line, writes the log file and gives the exit status.
+  int Finish();
+  /// The same for a run that was refused before it began.
+  int Refused();
+
+ private:
+  void FileDone(const FileOutcome& outcome);
+  void SayAccount(const FileOutcome& outcome);
+  std::string ClosingLine();
+  void WriteLog();
+
+  TalkRequest talk_;
+  int64_t lStart_ = 0;
+};
+
+}  // namespace quillon

@@ -1,0 +1,5 @@
+#include "modFrontDoor.h"
+
+int main(int argc, char** argv) {
+  return quillon::FrontDoor(argc, argv);
+}

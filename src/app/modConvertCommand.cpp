@@ -1,0 +1,199 @@
+#include "modConvertCommand.h"
+
+#include <algorithm>
+#include <array>
+
+#include "clsLongRun.h"
+#include "clsOutputFile.h"
+#include "modBatchPlan.h"
+#include "modFiles.h"
+#include "modFrontDoor.h"
+#include "modPaths.h"
+#include "modSettings.h"
+#include "modStandardStreams.h"
+#include "modStrings.h"
+#include "modText.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr std::string_view kStandardStream = "-";
+
+bool OutputIs(const ConvertRequest& request, std::string_view sExtension) {
+  return request.sOutput == kStandardStream ? sExtension == "CSV"
+                                            : UpperText(ExtensionOfPath(request.sOutput)) == sExtension;
+}
+bool ByProfile(const ConvertRequest& request) {
+  return !request.sProfile.empty();
+}
+bool NotByProfile(const ConvertRequest& request) {
+  return !ByProfile(request);
+}
+bool ToCsv(const ConvertRequest& request) {
+  return OutputIs(request, "CSV");
+}
+bool NotToCsv(const ConvertRequest& request) {
+  return !request.sOutput.empty() && !ToCsv(request);
+}
+bool NoSpecification(const ConvertRequest& request) {
+  return request.sSpecification.empty();
+}
+bool NotByProfileToCsv(const ConvertRequest& request) {
+  return NotByProfile(request) || NotToCsv(request);
+}
+bool ToCsvOrByProfile(const ConvertRequest& request) {
+  return ToCsv(request) || ByProfile(request);
+}
+bool NothingToSearch(const ConvertRequest& request) {
+  return std::none_of(request.inputs.begin(), request.inputs.end(),
+                      [](const std::string& sInput) { return HasWildcards(sInput) || FolderExists(sInput); });
+}
+
+/// An option that was given and does nothing in such a request.
+struct IgnoredOption {
+  std::string_view sName;
+  bool (*when)(const ConvertRequest&);
+  std::string_view sWhy;
+};
+constexpr std::array<IgnoredOption, 13> kIgnored{{
+    {"quote", NotByProfileToCsv, "it serves CSV output of the Profile method"},
+    {"start-cell", NotByProfile, "it serves the Profile method"},
+    {"as-text", NotByProfile, "it serves the Profile method"},
+    {"keep-pad", NotByProfile, "it serves the Profile method"},
+    {"utf16", NotByProfile, "it serves the Profile method"},
+    {"unix", ByProfile, "it serves the Recipe and Markup methods"},
+    {"tab-size", ByProfile, "it serves the Recipe and Markup methods"},
+    {"trim", ByProfile, "it serves the Recipe and Markup methods"},
+    {"delimiter", NotToCsv, "it serves CSV output"},
+    {"safe-csv", NotToCsv, "it serves CSV output"},
+    {"no-clear", ToCsvOrByProfile, "it serves workbooks of the Recipe and Markup methods"},
+    {"all-periods", NoSpecification, "it goes with --specification"},
+    {"recursive", NothingToSearch, "no input is a pattern or a folder"},
+}};
+
+void TellWhatIsIgnored(const ConvertRequest& request, clsLongRun& run) {
+  for (const IgnoredOption& option : kIgnored) {
+    const bool given = std::find(request.given.begin(), request.given.end(), option.sName) != request.given.end();
+    if (given && option.when(request)) {
+      run.Note("--" + std::string(option.sName) + " has no effect here: " + std::string(option.sWhy));
+    }
+  }
+  if (request.bBesideInput && HasSeparator(request.sOutput)) {
+    run.Note("the folder of OUTPUT has no effect here: each output is written beside its input");
+  }
+}
+
+/// A profile that the user's folder lacks may be one that is shipped.
+std::string ProfileFor(const std::string& sName) {
+  if (IsFile(sName) || IsFile(JoinPath(JoinPath(gsDataFolder, "Profiles"), sName + ".txt"))) return sName;
+  const std::string shipped = ShippedPath("Profiles/" + sName + ".txt");
+  return IsFile(shipped) ? shipped : sName;
+}
+
+void FillRecord(const ConvertRequest& request, clsConversionOptions& options) {
+  options.lConversionMethod = ByProfile(request) ? kMethodProfile : request.bMarkup ? kMethodMarkup : kMethodRecipe;
+  options.sRecipeFile = request.sSpecification.empty() ? request.sRecipe : request.sSpecification;
+  if (ByProfile(request)) options.sFixedWidthProfile = ProfileFor(request.sProfile);
+  options.bDoSubfolders = request.bRecursive;
+  options.bSaveInOriginalFolder = request.bBesideInput;
+  options.bClearOutputFileBeforeProcessing = !request.bNoClear;
+  options.lDelimitationCharacter = request.lDelimiter;
+  options.lUseDoubleQuotes = request.lQuote;
+  options.lTabSize = request.lTabSize;
+  options.bUnix = request.bUnix;
+  options.sStartColRow = request.sStartCell;
+  options.bTreatDataAsText = request.bAsText;
+  options.bIsUnicode = request.bUtf16;
+  options.bTrimInputTextFilesPadCharacter = !request.bKeepPad;
+}
+
+/// A recipe beside a report of a named page is UTF-8 if it looks so, else of the same page.
+std::optional<const clsCodePage*> RecipePage(const ConvertRequest& request) {
+  constexpr size_t kLargestRecipe = size_t{16} << 20;
+  std::string bytes;
+  Failure ignored;
+  const bool named = !EqualNoCase(request.sEncoding, "auto");
+  if (!named || !ReadWholeFile(request.sRecipe, bytes, kLargestRecipe, ignored)) return std::nullopt;
+  if (&DetectCodePage(bytes) == &clsCodePage::Utf8()) return &clsCodePage::Utf8();
+  return std::nullopt;
+}
+
+RunExtras ExtrasFor(const ConvertRequest& request, clsLongRun& run) {
+  RunExtras extras = run.Extras();
+  extras.recipePage = RecipePage(request);
+  extras.bTrimFields = request.bTrim;
+  extras.bSafeCsv = request.bSafeCsv;
+  extras.bAllPeriods = request.bAllPeriods;
+  return extras;
+}
+
+int WrongUse(clsLongRun& run, std::string_view sText) {
+  run.Say(sText);
+  return run.Refused();
+}
+
+int ConvertBySpecification(const ConvertRequest& request, clsLongRun& run, clsConversionRun& conversion) {
+  if (!request.inputs.empty()) return WrongUse(run, "--specification names its inputs itself; leave INPUT out");
+  if (!IsFile(request.sSpecification)) {
+    run.host.Report(RunEntry(kRecipeRunNoRecipe, request.sSpecification));
+    return run.Refused();
+  }
+  int32_t result = 0;
+  conversion.ConvertByLongRecipe(request.sOutput, result);
+  return run.Finish();
+}
+
+/// Replaces "-" by files of our own.
+bool TakeStandardStreams(ConvertRequest& request, clsLongRun& run) {
+  Failure failure;
+  for (std::string& input : request.inputs) {
+    if (input != kStandardStream) continue;
+    if (request.inputs.size() > 1 || request.bBesideInput) {
+      run.Say("- as input goes with no other input and not with --beside-input");
+      return false;
+    }
+    input = run.privateFolder.PathOf("standard-input");
+    if (!StandardInputToFile(input, failure)) {
+      run.Say(failure.sText);
+      return false;
+    }
+  }
+  if (request.sOutput == kStandardStream) request.sOutput = run.privateFolder.PathOf("standard-output.csv");
+  return true;
+}
+
+}  // namespace
+
+int ConvertCommand(const ConvertRequest& asked, const TalkRequest& talk) {
+  ConvertRequest request = asked;
+  clsLongRun run(talk);
+  OverrideSystemCodePage(clsCodePage::Find(request.sEncoding), EqualNoCase(request.sEncoding, "auto"));
+  FillRecord(request, gConversionOptions);
+  // Who names a tab stop needs no hint at tabs.
+  const bool tab_size_given = std::find(request.given.begin(), request.given.end(), "tab-size") != request.given.end();
+  run.fields.bWarnedAboutTabsInFile = tab_size_given;
+  clsConversionRun conversion(run.host, gConversionOptions, run.log, run.fields, nullptr, ExtrasFor(request, run));
+  run.log.LogClear(true);
+  TellWhatIsIgnored(request, run);
+
+  if (!request.sSpecification.empty()) return ConvertBySpecification(request, run, conversion);
+  if (request.inputs.empty()) return WrongUse(run, "INPUT is missing: name files, a quoted pattern, or - (see --help)");
+  if (request.sOutput.empty()) return WrongUse(run, "-o OUTPUT is missing (see --help)");
+  const bool to_standard_output = request.sOutput == kStandardStream;
+  if (!TakeStandardStreams(request, run)) return run.Refused();
+  std::vector<PlannedFile> files;
+  if (!PlanBatch(request, run, files)) return run.Refused();
+
+  int32_t result = 0;
+  conversion.ConvertList(files, result);
+  Failure failure;
+  if (to_standard_output && IsFile(request.sOutput) && InterruptSignal() == 0 &&
+      !FileToStandardOutput(request.sOutput, failure)) {
+    run.Say(failure.sText);
+    ++run.totals.lFilesFailed;
+  }
+  return run.Finish();
+}
+
+}  // namespace quillon

@@ -1,0 +1,83 @@
+#include "modFrontDoor.h"
+
+#include <unistd.h>
+
+#include <cctype>
+#include <clocale>
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <string_view>
+
+#include "MainModule.h"
+#include "clsConsoleHost.h"
+#include "modLongOptions.h"
+#include "modParseCommandLine.h"
+#include "modPaths.h"
+
+namespace quillon {
+
+namespace {
+
+bool IsSlashForm(std::string_view sFirst) {
+  if (sFirst.size() < 2 || sFirst[0] != '/') return false;
+  const auto letter = static_cast<unsigned char>(sFirst[1]);
+  return std::isalpha(letter) != 0 || letter == '!' || letter == '?';
+}
+
+/// Doesn't come back if the desktop program is there.
+int BecomeDesktopProgram(char** argv) {
+  const std::string program = ProgramFolder() + "/quillon-gui";
+  execv(program.c_str(), argv);
+  std::perror(("quillon: " + program).c_str());
+  std::fputs(
+      "quillon: The desktop program isn't beside this one (it is built where Qt 6 is found).\n"
+      "For the command line see: quillon --help\n",
+      stderr);
+  return kExitWrongUse;
+}
+
+int RunSlashForm(int argc, char** argv) {
+  std::string text;
+  for (int i = 1; i < argc; ++i) text.append(i > 1 ? " " : "").append(argv[i]);
+
+  clsConsoleHost host(clsConsoleHost::Voice::Mute);
+  clsRunLog log(host, gConversionOptions);
+  host.AttachLog(log);
+  clsRunFields fields;
+  int status = kExitDone;
+  StartHooks hooks;
+  hooks.StartMainWindow = [&status, argv](const std::string&) { status = BecomeDesktopProgram(argv); };
+  CatchInterrupts();
+  if (Main(text, host, log, fields, hooks) == StartOutcome::ShowedHelp) {
+    std::fputs(("quillon with slash switches, each run up to the next \"/\":\n\n" + SwitchList() +
+                "\nSee also: quillon --help\n")
+                   .c_str(),
+               stdout);
+  }
+  return InterruptSignal() != 0 ? kExitInterrupted + InterruptSignal() : status;
+}
+
+/// One line that says what failed.
+void PrintUnexpected(std::string_view sText) {
+  std::string line = "quillon: ";
+  for (const char c : sText) {
+    if (c != '\r') line += c == '\n' ? ' ' : c;
+  }
+  std::fputs((line + "\n").c_str(), stderr);
+}
+
+}  // namespace
+
+int FrontDoor(int argc, char** argv) {
+  std::setlocale(LC_TIME, "");
+  try {
+    if (argc < 2) return BecomeDesktopProgram(argv);
+    return IsSlashForm(argv[1]) ? RunSlashForm(argc, argv) : RunLongOptions(argc, argv);
+  } catch (const std::exception& failure) {
+    PrintUnexpected(failure.what());
+    return kExitUnexpected;
+  }
+}
+
+}  // namespace quillon

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace quillon {
+
+/// What `quillon convert` was asked for.
+struct ConvertRequest {
+  std::vector<std::string> inputs;  ///< Files, patterns, folders, or "-"
+  std::string sOutput;
+  std::string sRecipe, sProfile, sSpecification;
+  bool bMarkup = false;
+  bool bRecursive = false;
+  bool bBesideInput = false;
+  bool bNoClear = false;
+  int32_t lDelimiter = 44;
+  int32_t lQuote = 1;
+  int32_t lTabSize = 8;
+  bool bUnix = false;
+  std::string sEncoding = "auto";
+  std::string sStartCell = "A1";
+  bool bAsText = false;
+  bool bKeepPad = false;
+  bool bUtf16 = false;
+  bool bTrim = false;
+  bool bSafeCsv = false;
+  bool bAllPeriods = false;
+  std::vector<std::string> given;  ///< Long names of the options that stood on the command line
+};
+
+/// What `quillon job` was asked for.
+struct JobRequest {
+  std::string sJobFile;
+};
+
+/// What both commands have.
+struct TalkRequest {
+  std::string sLog;
+  bool bQuiet = false;
+  bool bVerbose = false;
+};
+
+/// Parses the long options and runs the command. Returns the exit status.
+int RunLongOptions(int argc, char** argv);
+
+}  // namespace quillon

@@ -1,0 +1,109 @@
+// One input file by the Recipe or Markup method.
+
+#include "clsExportSpecs.h"
+#include "clsIniFile.h"
+#include "clsLineProcessor.h"
+#include "clsLineReader.h"
+#include "clsRecipe.h"
+#include "modConversionRun.h"
+#include "modExcelLink.h"
+#include "modExportRun.h"
+#include "modFiles.h"
+#include "modSettings.h"
+#include "modTranslator.h"
+
+namespace quillon {
+
+void clsConversionRun::ConvertByRecipe(int32_t& lResult) {
+  gsInputFile = options_.sInputFile;
+  gsOutputFile = options_.sOutputFile;
+  gsRecipeFile = options_.sRecipeFile;
+  glTabSize = options_.lTabSize;
+  const int32_t format = OutputFormatOfPath(gsOutputFile);
+  if (!RecipeRunCanStart(lResult)) return;
+
+  const RecipeOptions recipe_options = MakeRecipeOptions();
+  WarnIfTabsInFile(recipe_options);
+  RecipeContext context{host_, recipe_options, gRecipe(), gLineProcessor(), account_};
+  lResult = 0;
+  if (options_.lConversionMethod == kMethodMarkup) {
+    context.recipe.LoadFromMarks(context);
+  } else {
+    context.recipe.LoadFromFileShort(context, gsRecipeFile);
+  }
+  // The run goes on with what the recipe held before.
+  if (!context.recipe.ReadExportSpecs(context)) lResult = Refuse(kNoExportSpecs, context.recipe.ExportSpecFileName);
+  if (IsExcelRunning() && format != kFormatCsv) {
+    host_.Report({options_.lErr, Translate("Warning"),
+                  Translate("Microsoft Excel is already open. Please close it then retry."), "", EntryType::Error,
+                  true});
+    return;
+  }
+  RunRecipe(context, format);
+  if (pWindow_ != nullptr) pWindow_->UpdateMRUs();
+}
+
+void clsConversionRun::ConvertByLongRecipe(std::string_view sOutputFile, int32_t& lResult) {
+  account_ = {};
+  gsRecipeFile = options_.sRecipeFile;
+  glTabSize = options_.lTabSize;
+  const RecipeOptions recipe_options = MakeRecipeOptions();
+  RecipeContext context{host_, recipe_options, gRecipe(), gLineProcessor(), account_};
+  const int32_t errors = log_.lErrorCount;
+  context.recipe.LoadFromFile(context, gsRecipeFile);
+  gsOutputFile = sOutputFile.empty() ? context.recipe.OutputFileName : std::string(sOutputFile);
+  gsInputFile = context.recipe.InputFileNameOf(1);
+  options_.sInputFile = gsInputFile;
+  options_.sOutputFile = gsOutputFile;
+  lResult = options_.lErr;
+  if (log_.lErrorCount != errors) return;
+  lResult = CheckOutputType();
+  for (const std::string& input : context.recipe.InputFileName) {
+    if (lResult == 0 && IsSameFile(input, gsOutputFile)) lResult = Refuse(kOutputIsInput, gsOutputFile);
+  }
+  if (lResult == 0) RunRecipe(context, OutputFormatOfPath(gsOutputFile));
+}
+
+bool clsConversionRun::RecipeRunCanStart(int32_t& lResult) {
+  if (!IsFile(gsInputFile)) {
+    lResult = Refuse(kRecipeRunNoInput, gsInputFile);
+    return false;
+  }
+  if (options_.lConversionMethod == kMethodRecipe && !IsFile(gsRecipeFile)) {
+    lResult = Refuse(kRecipeRunNoRecipe, gsRecipeFile);
+    return false;
+  }
+  return true;
+}
+
+RecipeOptions clsConversionRun::MakeRecipeOptions() const {
+  RecipeOptions recipe_options;
+  recipe_options.text.bUnix = options_.bUnix;
+  recipe_options.text.pCodePage = SystemCodePage();
+  recipe_options.pRecipePage = extras_.recipePage.value_or(SystemCodePage());
+  recipe_options.lDelimitationCharacter = options_.lDelimitationCharacter;
+  recipe_options.bClearOutputFileBeforeProcessing = options_.bClearOutputFileBeforeProcessing;
+  recipe_options.bTrimFields = extras_.bTrimFields;
+  recipe_options.bSafeCsv = extras_.bSafeCsv;
+  recipe_options.bAllPeriods = extras_.bAllPeriods;
+  recipe_options.lTotalTimeStart = fields_.lTotalTimeStart;
+  return recipe_options;
+}
+
+void clsConversionRun::WarnIfTabsInFile(const RecipeOptions& recipe_options) {
+  if (fields_.bWarnedAboutTabsInFile) return;  // Asked first: a long file isn't read for nothing.
+  clsLineReader reader;
+  Failure ignored;  // The engine reports what it can't read.
+  if (reader.Open(gsInputFile, recipe_options.text, ignored) && reader.RestHasTab()) WarnAboutTabsInFile();
+}
+
+void clsConversionRun::WarnAboutTabsInFile() {
+  if (fields_.bWarnedAboutTabsInFile) return;
+  fields_.bWarnedAboutTabsInFile = true;
+  host_.Report(RunEntry(kTabsInFile));
+  if (extras_.bTouchSettings) {
+    WritePrivateProfileString(gsSettingsFile, "General", "bWarnedAboutTabsInFile", "TRUE");
+  }
+}
+
+}  // namespace quillon
