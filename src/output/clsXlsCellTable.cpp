@@ -164,8 +164,15 @@ void clsXlsCellTable::CloseRow() {
 
 void clsXlsCellTable::CloseBlock() {
   if (sRows_.empty()) return;
-  const size_t nDbCell = sTable_.size() + sRows_.size() + sCells_.size();
+  blocks_.push_back({nBlockRow_, sTable_.size() + sRows_.size() + sCells_.size()});
   sTable_.append(sRows_).append(sCells_);
+  if (bIndexed_) PutDbCell();
+  sRows_.clear();
+  sCells_.clear();
+  rowStarts_.clear();
+}
+
+void clsXlsCellTable::PutDbCell() {
   PutU16(sTable_, xls::kDbCell);
   PutU16(sTable_, static_cast<unsigned>(4 + 2 * rowStarts_.size()));
   PutU32(sTable_, sRows_.size() + sCells_.size());
@@ -176,10 +183,6 @@ void clsXlsCellTable::CloseBlock() {
     PutU16(sTable_, static_cast<unsigned>(std::min<size_t>(nOffset, 0xFFFF)));
     nFrom = rowStarts_[i];
   }
-  blocks_.push_back({nBlockRow_, nDbCell});
-  sRows_.clear();
-  sCells_.clear();
-  rowStarts_.clear();
 }
 
 void clsXlsCellTable::Finish() {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "modXlsRecords.h"
@@ -13,8 +14,9 @@ namespace quillon {
 /// columns count from 0 and come in order; neighbours that may share a record (MULRK, MULBLANK) do.
 class clsXlsCellTable {
  public:
-  /// Row properties where the sheet says nothing else: height in twips.
-  explicit clsXlsCellTable(unsigned nDefaultHeight = 255) : nDefaultHeight_(nDefaultHeight) {}
+  /// nDefaultHeight: of new rows, in twips. Without an INDEX a sheet has no DBCELLs either.
+  explicit clsXlsCellTable(unsigned nDefaultHeight = 255, bool bIndexed = true)
+      : nDefaultHeight_(nDefaultHeight), bIndexed_(bIndexed) {}
 
   /// Begins a row; sRowData are the 16 bytes of its old ROW record, or nothing.
   void StartRow(uint32_t nRow, std::string_view sRowData = {});
@@ -34,6 +36,7 @@ class clsXlsCellTable {
   /// Closes the last block. No more cells after that.
   void Finish();
   const std::string& Bytes() const { return sTable_; }
+  std::string TakeBytes() { return std::move(sTable_); }
   bool Empty() const { return blocks_.empty(); }
   /// First row, and the one behind the last.
   uint32_t FirstRow() const { return nFirstRow_; }
@@ -56,8 +59,10 @@ class clsXlsCellTable {
   void AddShared(unsigned nColumn, uint16_t nId, uint16_t nMulId, std::string_view sItem);
   void CloseRow();
   void CloseBlock();
+  void PutDbCell();
 
   unsigned nDefaultHeight_;
+  bool bIndexed_;
   std::string sTable_;
   std::vector<Block> blocks_;
   uint32_t nFirstRow_ = 0;

@@ -14,18 +14,27 @@ double NumberOf(const TypedCell& cell) {
   return nValue;
 }
 
+/// A format that is there already stays; a value that it would show as another is text.
+bool ShowsRightly(const TypedCell& cell, FormatKind kind) {
+  if (cell.kind == CellKind::Date) return kind == FormatKind::Date || kind == FormatKind::DateTime;
+  // 7 in a cell of per cents would be told as 700%.
+  if (kind == FormatKind::Percent) return cell.sFormat.find('%') != std::string_view::npos;
+  return kind == FormatKind::Number;
+}
+
 }  // namespace
 
-void clsXlsCellWriter::Write(clsXlsCellTable& table, unsigned nColumn, std::string_view sText, uint16_t nXf) {
+void clsXlsCellWriter::Write(clsXlsCellTable& table, unsigned nColumn, std::string_view sText, uint16_t nXf,
+                             bool bExists) {
   const TypedCell cell = TypeCell(sText, options_, sScratch_);
   if (cell.bRefusedFormula) ++nRefused_;
   if (cell.kind == CellKind::Empty) {
-    if (nXf != xls::kDefaultXf) table.AddBlank(nColumn, nXf);
+    if (bExists || nXf != xls::kDefaultXf) table.AddBlank(nColumn, nXf);
     return;
   }
   if (cell.kind == CellKind::Text) return WriteText(table, nColumn, cell.sText, nXf);
-  const bool bTextCell = formats_.NumberFormatOf(nXf) == xls::kTextFormat;
-  if (bTextCell || !WriteTyped(table, nColumn, cell, nXf)) WriteText(table, nColumn, sText, nXf);
+  if (formats_.KindOf(nXf) == FormatKind::Text || !WriteTyped(table, nColumn, cell, nXf))
+    WriteText(table, nColumn, sText, nXf);
 }
 
 void clsXlsCellWriter::WriteText(clsXlsCellTable& table, unsigned nColumn, std::string_view sText, uint16_t nXf) {
@@ -54,14 +63,17 @@ bool clsXlsCellWriter::WriteTyped(clsXlsCellTable& table, unsigned nColumn, cons
 
 bool clsXlsCellWriter::WriteNumber(clsXlsCellTable& table, unsigned nColumn, const TypedCell& cell, uint16_t nXf) {
   double nValue = NumberOf(cell);
+  const FormatKind kind = formats_.KindOf(nXf);
+  if (kind == FormatKind::General) {
+    const int nFormatted = cell.sFormat.empty() ? nXf : formats_.WithNumberFormat(nXf, cell.sFormat);
+    if (nFormatted < 0) return false;
+    nXf = static_cast<uint16_t>(nFormatted);
+  } else if (!ShowsRightly(cell, kind)) {
+    return false;
+  }
   if (cell.kind == CellKind::Date && b1904_) {
     if (nValue < kDaysTo1904) return false;
     nValue -= kDaysTo1904;
-  }
-  if (!cell.sFormat.empty() && formats_.NumberFormatOf(nXf) == xls::kGeneralFormat) {
-    const int nFormatted = formats_.WithNumberFormat(nXf, cell.sFormat);
-    if (nFormatted < 0) return false;
-    nXf = static_cast<uint16_t>(nFormatted);
   }
   table.AddNumber(nColumn, nXf, nValue);
   return true;

@@ -24,8 +24,9 @@ class clsXlsCellWriter {
     nFirstString_ = nFirstString;
   }
 
-  /// A cell of the row in hand. A number format other than General of nXf stays; where it is Text, so does the text.
-  void Write(clsXlsCellTable& table, unsigned nColumn, std::string_view sText, uint16_t nXf);
+  /// A cell of the row in hand. A number format other than General of nXf stays; where it is Text, so does the text. An
+  /// empty text leaves a blank cell if there was one before or the format isn't the plain one.
+  void Write(clsXlsCellTable& table, unsigned nColumn, std::string_view sText, uint16_t nXf, bool bExists = false);
   int64_t RefusedFormulas() const { return nRefused_; }
 
  private:

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "modText.h"
 #include "modXlsText.h"
 
 namespace quillon {
@@ -11,31 +12,31 @@ namespace {
 constexpr size_t kMaxXfs = 4000;  // the format allows 4050
 constexpr size_t kMaxFormatId = 382;
 
-/// Number formats that every reader knows by number, alike in all languages.
-constexpr auto kBuiltIn = std::to_array<std::pair<std::string_view, uint16_t>>({{"0", 1},
-                                                                                {"0.00", 2},
-                                                                                {"#,##0", 3},
-                                                                                {"#,##0.00", 4},
-                                                                                {"0%", 9},
-                                                                                {"0.00%", 10},
-                                                                                {"0.00E+00", 11},
-                                                                                {"m/d/yyyy", 14},
-                                                                                {"d-mmm-yy", 15},
-                                                                                {"d-mmm", 16},
-                                                                                {"mmm-yy", 17},
-                                                                                {"h:mm AM/PM", 18},
-                                                                                {"h:mm:ss AM/PM", 19},
-                                                                                {"h:mm", 20},
-                                                                                {"h:mm:ss", 21},
-                                                                                {"m/d/yyyy h:mm", 22},
-                                                                                {"mm:ss", 45},
-                                                                                {"[h]:mm:ss", 46},
-                                                                                {"@", 49}});
+/// Codes that look the same wherever the file is opened have a number that every reader knows.
+constexpr auto kFixedCodes = std::to_array<std::pair<std::string_view, uint16_t>>({{"0", 1},
+                                                                                   {"0.00", 2},
+                                                                                   {"#,##0", 3},
+                                                                                   {"#,##0.00", 4},
+                                                                                   {"0%", 9},
+                                                                                   {"0.00%", 10},
+                                                                                   {"0.00E+00", 11},
+                                                                                   {"@", xls::kTextFormat}});
 
-/// Those among them that look the same wherever the file is opened.
-bool IsFixedBuiltIn(uint16_t nId) {
-  return nId <= 11 || nId == xls::kTextFormat;
-}
+/// What formats without a code of their own in the file show, by number.
+struct BuiltIn {
+  uint16_t nFirst, nLast;
+  FormatKind kind;
+};
+constexpr auto kBuiltIn = std::to_array<BuiltIn>({{9, 10, FormatKind::Percent},
+                                                  {14, 17, FormatKind::Date},
+                                                  {18, 21, FormatKind::Time},
+                                                  {22, 22, FormatKind::DateTime},
+                                                  {27, 31, FormatKind::Date},
+                                                  {32, 35, FormatKind::Time},
+                                                  {36, 36, FormatKind::Date},
+                                                  {45, 47, FormatKind::Time},
+                                                  {xls::kTextFormat, xls::kTextFormat, FormatKind::Text},
+                                                  {50, 58, FormatKind::Date}});
 
 }  // namespace
 
@@ -48,19 +49,27 @@ void clsXlsFormats::AddExistingFormat(std::string_view sRecordData) {
   codes_[nId] = std::move(sCode);
 }
 
-std::string_view clsXlsFormats::FormatCodeOf(uint16_t nXf) const {
+FormatKind clsXlsFormats::KindOf(uint16_t nXf) const {
   const uint16_t nId = NumberFormatOf(nXf);
-  if (const auto found = codes_.find(nId); found != codes_.end())
-    return found->second == "General" ? std::string_view{} : std::string_view(found->second);
-  for (const auto& [sCode, nKnown] : kBuiltIn)
-    if (nKnown == nId) return sCode;
-  return {};
+  if (nId == xls::kGeneralFormat) return FormatKind::General;
+  if (const auto found = codes_.find(nId); found != codes_.end()) return KindOfFormatCode(found->second);
+  for (const BuiltIn& builtIn : kBuiltIn)
+    if (nId >= builtIn.nFirst && nId <= builtIn.nLast) return builtIn.kind;
+  return FormatKind::Number;
+}
+
+uint16_t clsXlsFormats::DefaultXf() const {
+  constexpr size_t kKind = 4;
+  constexpr unsigned kIsStyle = 0x04;
+  for (size_t i = xls::kDefaultXf; i < xfs_.size(); ++i)
+    if ((GetU16(xfs_[i], kKind) & kIsStyle) == 0) return static_cast<uint16_t>(i);
+  return xls::kDefaultXf;
 }
 
 int clsXlsFormats::FormatId(std::string_view sCode) {
   if (const auto found = ids_.find(sCode); found != ids_.end()) return found->second;
-  for (const auto& [sKnown, nId] : kBuiltIn)
-    if (sKnown == sCode && IsFixedBuiltIn(nId)) return nId;
+  for (const auto& [sKnown, nId] : kFixedCodes)
+    if (sKnown == sCode) return nId;
   if (nNextId_ > kMaxFormatId) return -1;
   std::string sData;
   PutU16(sData, nNextId_);

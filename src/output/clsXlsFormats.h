@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "clsXlsxStyles.h"
 #include "modXlsRecords.h"
 
 namespace quillon {
@@ -22,9 +23,10 @@ class clsXlsFormats {
   size_t XfCount() const { return xfs_.size(); }
 
   uint16_t NumberFormatOf(uint16_t nXf) const { return nXf < xfs_.size() ? GetU16(xfs_[nXf], 2) : uint16_t{0}; }
-  /// Code of the number format of an XF: the file's own or a built-in one; "" is General or unknown.
-  std::string_view FormatCodeOf(uint16_t nXf) const;
-
+  /// What the number format of an XF shows.
+  FormatKind KindOf(uint16_t nXf) const;
+  /// Format of cells that have none: the standard one, or the first that is for cells where the file's differ.
+  uint16_t DefaultXf() const;
   /// The XF that is as nXf but for its number format; -1 if the workbook can hold no more of them.
   int WithNumberFormat(uint16_t nXf, std::string_view sCode);
 

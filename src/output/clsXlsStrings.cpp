@@ -196,6 +196,11 @@ void clsXlsStrings::Grow() {
   }
 }
 
+bool ReadXlsString(std::string_view sStream, size_t nPos, size_t nRecordEnd, std::string& sUtf8) {
+  if (nPos > nRecordEnd || nRecordEnd > sStream.size()) return false;
+  return clsStringCursor(sStream, nPos, nRecordEnd).Read(&sUtf8);
+}
+
 bool clsXlsStringTable::Parse(std::string_view sStream, size_t nOffset) {
   clsXlsRecordReader reader(sStream, nOffset);
   XlsRecord record;

@@ -40,6 +40,9 @@ class clsXlsStrings {
   uint32_t nReferences_ = 0;
 };
 
+/// Appends the text of a string that begins at nPos, in a record that ends at nRecordEnd, and may go on in CONTINUEs.
+bool ReadXlsString(std::string_view sStream, size_t nPos, size_t nRecordEnd, std::string& sUtf8);
+
 /// The shared string table of a stream that is being changed: where each string lies, and the table with more strings
 /// behind them.
 class clsXlsStringTable {

@@ -16,6 +16,7 @@
 
 #include "clsOutputFile.h"
 #include "modOutputMessages.h"
+#include "modText.h"
 #include "modXlsBytes.h"
 
 namespace quillon {
@@ -25,7 +26,6 @@ namespace {
 constexpr size_t kMaxFileBytes = size_t{1} << 30;
 constexpr size_t kMaxDirectoryEntries = 8192;  // the library walks the directory's tree by recursion
 constexpr int kMaxDepth = 32;
-constexpr size_t kMaxNameBytes = 64;
 
 struct Unref {
   void operator()(void* pObject) const { g_object_unref(pObject); }
@@ -190,13 +190,17 @@ bool clsCompoundFile::Open(const std::string& sHostPath, Failure& failure) {
   return false;
 }
 
-bool clsCompoundFile::HasStream(const char* pName) const {
-  const Ref<GsfInput> stream(gsf_infile_child_by_name(impl_->root.get(), pName));
-  return stream != nullptr;
+std::string clsCompoundFile::FindStream(std::string_view sName) const {
+  const int nChildren = gsf_infile_num_children(impl_->root.get());
+  for (int i = 0; i < nChildren; ++i) {
+    const char* pName = gsf_infile_name_by_index(impl_->root.get(), i);
+    if (pName != nullptr && EqualNoCase(pName, sName)) return pName;
+  }
+  return {};
 }
 
-bool clsCompoundFile::ReadStream(const char* pName, std::string& sBytes) const {
-  const Ref<GsfInput> stream(gsf_infile_child_by_name(impl_->root.get(), pName));
+bool clsCompoundFile::ReadStream(const std::string& sName, std::string& sBytes) const {
+  const Ref<GsfInput> stream(gsf_infile_child_by_name(impl_->root.get(), sName.c_str()));
   const gsf_off_t nSize = stream ? gsf_input_size(stream.get()) : -1;
   if (nSize < 0 || static_cast<size_t>(nSize) > impl_->sFile.size()) return false;
   sBytes.resize(static_cast<size_t>(nSize));

@@ -20,9 +20,10 @@ class clsCompoundFile {
   ~clsCompoundFile();
 
   bool Open(const std::string& sHostPath, Failure& failure);
-  bool HasStream(const char* pName) const;
+  /// Name of a stream at the top as the file spells it, found in any case; "" if there is none.
+  std::string FindStream(std::string_view sName) const;
   /// The whole stream; False if it is damaged or isn't there.
-  bool ReadStream(const char* pName, std::string& sBytes) const;
+  bool ReadStream(const std::string& sName, std::string& sBytes) const;
 
   struct Impl;
 

@@ -55,11 +55,9 @@ std::unique_ptr<clsWorkbook> OpenExisting(const std::string& sHostPath, int32_t 
     return Refused(OutputFailure(sHostPath, OutputMessage::IsXlsxNotXls));
   if (content == FileContent::Xls && lFormat != kFormatXls)
     return Refused(OutputFailure(sHostPath, OutputMessage::IsXlsNotXlsx));
-  if (content == FileContent::Xlsx) {
-    auto workbook = OpenXlsxWorkbook(sHostPath, options, failure);
-    return workbook != nullptr ? std::move(workbook) : Refused(std::move(failure));
-  }
-  return Refused(OutputFailure(sHostPath, OutputMessage::OtherFormat));
+  auto workbook = content == FileContent::Xlsx ? OpenXlsxWorkbook(sHostPath, options, failure)
+                                               : OpenXlsWorkbook(sHostPath, options, failure);
+  return workbook != nullptr ? std::move(workbook) : Refused(std::move(failure));
 }
 
 std::unique_ptr<clsWorkbook> MakeNew(const std::string& sHostPath, int32_t lFormat, const WorkbookOptions& options) {

@@ -36,6 +36,7 @@ constexpr std::array kTexts = std::to_array<std::pair<OutputMessage, std::string
     {NotKeptForReading, "The cell is written already and was not kept for reading."},
     {PartOfArray, "A part of an array formula cannot be changed. Clear the whole array or choose another place."},
     {ChangedMeanwhile, "Another program has changed the workbook during the run. Run again."},
+    {OldVersion, "The existing workbook is of a version before 97. Save it in the form of 97 or later."},
 });
 
 constexpr bool InOrder() {

@@ -29,6 +29,7 @@ enum class OutputMessage {
   NotKeptForReading,
   PartOfArray,
   ChangedMeanwhile,
+  OldVersion,
 };
 
 /// The English text, which is also its key in the phrase table.

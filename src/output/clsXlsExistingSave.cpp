@@ -1,0 +1,152 @@
+// Saving an existing .xls workbook: the stream is put together from pieces of the old one and what was changed.
+
+#include <algorithm>
+#include <numeric>
+
+#include "clsXlsExistingWorkbook.h"
+#include "modOutputMessages.h"
+#include "modXlsLayout.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr size_t kMaxStream = 0x7FFF0000;
+
+}  // namespace
+
+bool clsXlsExistingWorkbook::SaveAs(std::string_view sPath, int32_t lFormat, Failure& failure) {
+  if (lFormat != kFormatXls) {
+    failure = OutputFailure(sPath, OutputMessage::OtherFormat);
+    return false;
+  }
+  if (bActivated_) SelectActive();
+  pieces_.clear();
+  made_.clear();
+  nBytes_ = 0;
+  if (bChanged_ || bActivated_)
+    Assemble();
+  else
+    pieces_.push_back(sStream_);
+  if (nBytes_ > kMaxStream) {
+    failure = OutputFailure(sPath, OutputMessage::TooLarge);
+    return false;
+  }
+  return SaveCompoundFile(sPath, &file_, sStreamName_, pieces_, failure);
+}
+
+void clsXlsExistingWorkbook::AddPiece(size_t nFrom, size_t nTo) {
+  pieces_.push_back(std::string_view(sStream_).substr(nFrom, nTo - nFrom));
+  nBytes_ += nTo - nFrom;
+}
+
+void clsXlsExistingWorkbook::AddPiece(std::string sBytes) {
+  nBytes_ += sBytes.size();
+  made_.push_back(std::move(sBytes));
+  pieces_.push_back(made_.back());
+}
+
+void clsXlsExistingWorkbook::Assemble() {
+  if (bChanged_) MarkFormulas();
+  clsXlsStrings strings;
+  clsXlsFormats formats = globals_.Formats();
+  clsXlsCellWriter writer(strings, globals_.Formats(), options_.typing);
+  writer.SetBase(globals_.Is1904(), globals_.Strings().Count());
+  std::vector<clsXlsCellTable> tables;
+  for (const auto& sheet : sheets_) {
+    const bool bIndexed = sheet->existing && sheet->existing->IndexOffset() != clsXlsSheet::kNone;
+    tables.emplace_back(sheet->existing ? sheet->existing->DefaultHeight() : 0, bIndexed);
+    if (sheet->bTouched) sheet->existing->Merge(sheet->written, globals_.Formats().DefaultXf(), writer, tables.back());
+  }
+  nRefused_ = writer.RefusedFormulas();
+
+  std::vector<size_t> boundSheets;
+  AddPiece(globals_.Rebuild(strings, boundSheets));
+  std::string& sGlobals = made_.front();
+  std::vector<size_t> order(sheets_.size());
+  std::iota(order.begin(), order.end(), size_t{0});
+  const auto Start = [this](size_t nSheet) { return globals_.Sheets()[nSheet].nOffset; };
+  std::sort(order.begin(), order.end(), [&Start](size_t a, size_t b) { return Start(a) < Start(b); });
+  size_t nDone = globals_.End();
+  for (const size_t nSheet : order) {
+    AddPiece(nDone, Start(nSheet));
+    SetAt(sGlobals, boundSheets[nSheet] + 4, static_cast<uint32_t>(nBytes_));
+    if (sheets_[nSheet]->bTouched)
+      AddTouched(*sheets_[nSheet], tables[nSheet]);
+    else
+      AddUntouched(*sheets_[nSheet], Start(nSheet), nBytes_);
+    nDone = sheets_[nSheet]->nEnd;
+  }
+  AddPiece(nDone, sStream_.size());
+  globals_.Formats() = std::move(formats);
+}
+
+void clsXlsExistingWorkbook::AddTouched(Sheet& sheet, clsXlsCellTable& table) {
+  const clsXlsSheet& existing = *sheet.existing;
+  if (const size_t nDimensions = existing.Dimensions(); nDimensions != clsXlsSheet::kNone && !table.Empty()) {
+    const std::string_view sOld = std::string_view(sStream_).substr(nDimensions + 4, 14);
+    const bool bWasEmpty = GetU32(sOld, 4) == 0;
+    const std::string sNew =
+        DimensionsData(bWasEmpty ? table.FirstRow() : std::min(table.FirstRow(), GetU32(sOld, 0)),
+                       std::max(table.RowsEnd(), GetU32(sOld, 4)),
+                       bWasEmpty ? table.FirstColumn() : std::min(table.FirstColumn(), unsigned{GetU16(sOld, 8)}),
+                       std::max(table.ColumnsEnd(), unsigned{GetU16(sOld, 10)}));
+    sStream_.replace(nDimensions + 4, std::min<size_t>(12, sOld.size()), sNew, 0, std::min<size_t>(12, sOld.size()));
+  }
+  size_t nFrom = existing.Start();
+  if (const size_t nIndex = existing.IndexOffset(); nIndex != clsXlsSheet::kNone) {
+    const size_t nIndexEnd = nIndex + 4 + GetU16(sStream_, nIndex + 2);
+    AddPiece(nFrom, nIndex);
+    const size_t nBehind = nBytes_ + table.IndexBytes();
+    const bool bHasWidth = existing.DefColWidth() != clsXlsSheet::kNone && existing.DefColWidth() >= nIndexEnd;
+    AddPiece(table.Index(nBehind + existing.TableStart() - nIndexEnd,
+                         bHasWidth ? nBehind + existing.DefColWidth() - nIndexEnd : 0));
+    nFrom = nIndexEnd;
+  }
+  AddPiece(nFrom, existing.TableStart());
+  AddPiece(table.TakeBytes());
+  AddPiece(existing.TableEnd(), existing.End());
+}
+
+/// INDEX holds offsets of the whole stream, so it moves with its sheet.
+void clsXlsExistingWorkbook::AddUntouched(const Sheet& sheet, size_t nStart, size_t nOffset) {
+  const size_t nIndex = sheet.existing ? sheet.existing->IndexOffset() : clsXlsSheet::kNone;
+  if (nIndex == clsXlsSheet::kNone || nOffset == nStart) return AddPiece(nStart, sheet.nEnd);
+  const size_t nEnd = nIndex + 4 + GetU16(sStream_, nIndex + 2);
+  std::string sIndex = sStream_.substr(nIndex, nEnd - nIndex);
+  for (size_t i = 16; i + 4 <= sIndex.size(); i += 4)
+    if (const uint32_t nOld = GetU32(sIndex, i); nOld != 0)
+      SetAt(sIndex, i, static_cast<uint32_t>(nOld + nOffset - nStart));
+  AddPiece(nStart, nIndex);
+  AddPiece(std::move(sIndex));
+  AddPiece(nEnd, sheet.nEnd);
+}
+
+/// Every formula may depend on a changed cell.
+void clsXlsExistingWorkbook::MarkFormulas() {
+  constexpr uint16_t kAlwaysAndOnLoad = 3;
+  for (const auto& sheet : sheets_) {
+    if (!sheet->existing) continue;
+    clsXlsRecordReader reader(std::string_view(sStream_).substr(0, sheet->nEnd), sheet->existing->Start());
+    XlsRecord record;
+    while (reader.Next(record)) {
+      if (record.nId != xls::kFormula || record.sData.size() < 22) continue;
+      const auto nFlags = static_cast<uint16_t>(GetU16(record.sData, 14) | kAlwaysAndOnLoad);
+      SetAt(sStream_, record.nOffset + 4 + 14, nFlags);
+    }
+  }
+}
+
+/// The active sheet alone is selected and in front.
+void clsXlsExistingWorkbook::SelectActive() {
+  constexpr unsigned kSelectedAndInFront = 0x0600;
+  for (size_t i = 0; i < sheets_.size(); ++i) {
+    if (!sheets_[i]->existing || sheets_[i]->existing->Window2() == clsXlsSheet::kNone) continue;
+    const size_t nFlags = sheets_[i]->existing->Window2() + 4;
+    const unsigned nRest = GetU16(sStream_, nFlags) & ~kSelectedAndInFront;
+    const bool bActive = static_cast<int>(i) + 1 == globals_.ActiveSheet();
+    SetAt(sStream_, nFlags, static_cast<uint16_t>(nRest | (bActive ? kSelectedAndInFront : 0)));
+  }
+}
+
+}  // namespace quillon

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "clsXlsFormats.h"
+#include "clsXlsStrings.h"
+#include "modOutputMessages.h"
+#include "modXlsRecords.h"
+
+namespace quillon {
+
+/// A sheet as the globals name it.
+struct XlsSheetEntry {
+  std::string sName;
+  size_t nOffset = 0;       ///< Of its BOF
+  bool bWorksheet = false;  ///< Not a chart, a macro sheet or a module
+};
+
+/// The globals of an existing workbook: what the run needs of them, and the records with its changes. The stream must
+/// outlive the object.
+class clsXlsGlobals {
+ public:
+  /// False with the reason: no workbook of this version, encrypted, damaged.
+  bool Parse(std::string_view sStream, OutputMessage& reason);
+
+  size_t End() const { return nEnd_; }
+  std::vector<XlsSheetEntry>& Sheets() { return sheets_; }
+  const std::vector<XlsSheetEntry>& Sheets() const { return sheets_; }
+  clsXlsFormats& Formats() { return formats_; }
+  const clsXlsStringTable& Strings() const { return strings_; }
+  bool Is1904() const { return b1904_; }
+  int ActiveSheet() const { return nActive_; }  ///< From 1
+  void SetActiveSheet(int nSheet) { nActive_ = nSheet; }
+  /// Takes a new name for a sheet, from 1.
+  void Rename(int nSheet, std::string_view sName);
+
+  /// The records with the added formats and strings, the names as they are now and the mark for calculation. The
+  /// sheets' offsets are those of the old stream; boundSheets gets the place of each in the result.
+  std::string Rebuild(const clsXlsStrings& added, std::vector<size_t>& boundSheets) const;
+
+ private:
+  bool Note(const XlsRecord& record, OutputMessage& reason);
+  bool NoteSheet(const XlsRecord& record);
+  void PutChanged(const XlsRecord& record, std::vector<size_t>& boundSheets, std::string& sOut) const;
+  void PutBoundSheet(const XlsRecord& record, size_t nSheet, std::string& sOut) const;
+  void PutXfCrc(const XlsRecord& record, std::string& sOut) const;
+  void PutDconRef(const XlsRecord& record, std::string& sOut) const;
+
+  std::string_view sStream_;
+  size_t nEnd_ = 0;
+  std::vector<XlsSheetEntry> sheets_;
+  std::vector<std::string> oldNames_;
+  clsXlsFormats formats_;
+  clsXlsStringTable strings_;
+  size_t nOldXfs_ = 0;
+  size_t nSst_ = 0;                                        ///< Offset of that record; 0 for none
+  size_t nFormatsEnd_ = 0, nXfsEnd_ = 0, nXfExtsEnd_ = 0;  ///< Behind the last record of the kind
+  bool b1904_ = false;
+  int nActive_ = 1;
+};
+
+}  // namespace quillon
