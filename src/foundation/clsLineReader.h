@@ -55,6 +55,8 @@ class clsLineReader {
   /// Reads on to the next row that contains sNeedle (bytes; "" is in every row that isn't empty) and, if sExclusion
   /// isn't empty, not sExclusion. Returns how many rows that took (the row found included), 0 at the end.
   int64_t FindRow(std::string_view sNeedle, std::string_view sExclusion, std::string_view& sRow);
+  /// False if the row read last holds no tab, found out for many rows at once. True says nothing.
+  bool RowMayHaveTab();
   /// True if a tab stands anywhere from here on; reads the rest of the file.
   bool RestHasTab();
 
@@ -85,7 +87,10 @@ class clsLineReader {
   int64_t lRow_ = 0;
   std::vector<char> buffer_;
   std::string_view window_;  ///< Bytes read and not yet handed out
-  std::string sScratch_;     ///< A row whose CRs were dropped
+  std::string_view raw_;     ///< The row handed out last, with its CRs
+  /// Whether the block in hand holds a tab, once that was asked
+  enum class Tabs { Unknown, None, Some } tabs_ = Tabs::Unknown;
+  std::string sScratch_;  ///< A row whose CRs were dropped
 };
 
 /// All rows of a file as UTF-8, for the small files of the system. False with the reason.
