@@ -34,36 +34,37 @@ bool IsPlainCut(const clsColumn& column, const clsRecipe& recipe) {
   return recipe.InputFileLast == 1 && (sOperator.empty() || sOperator == "LAST" || sOperator == "AVG");
 }
 
-bool IsSpecial(char c) {
-  return c == '"' || c == ',' || c == '=';
-}
+/// What a field holds that asks for more than its copy.
+enum Specials : int { kNone = 0, kComma = 1, kQuoteOrEqual = 2 };
 
-/// Copies the field and tells whether a comma, a double quote or an equal sign is in it. Up to kChunk bytes behind the
-/// target's end are written over; bReadBehind: as many may be read behind the field. One pass in chunks takes a third
-/// of the time of memcpy and a search.
-bool CopyAndLook(char* p, std::string_view s, [[maybe_unused]] bool bReadBehind) {
+/// Copies the field and tells what is in it. Up to kChunk bytes behind the target's end are written over; bReadBehind:
+/// as many may be read behind the field. One pass in chunks takes a third of the time of memcpy and a search.
+int CopyAndLook(char* p, std::string_view s, [[maybe_unused]] bool bReadBehind) {
   size_t i = 0;
+  int nSpecials = kNone;
 #if defined(__SSE2__)
   const __m128i quote = _mm_set1_epi8('"');
   const __m128i comma = _mm_set1_epi8(',');
   const __m128i equal = _mm_set1_epi8('=');
-  int nFound = 0;
+  int nCommas = 0;
+  int nOthers = 0;
   for (; i < s.size() && (bReadBehind || s.size() - i >= kChunk); i += kChunk) {
     const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s.data() + i));
-    const __m128i hits = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(bytes, quote), _mm_cmpeq_epi8(bytes, comma)),
-                                      _mm_cmpeq_epi8(bytes, equal));
+    const __m128i others = _mm_or_si128(_mm_cmpeq_epi8(bytes, quote), _mm_cmpeq_epi8(bytes, equal));
     const size_t nLeft = s.size() - i;
     const int nMask = nLeft >= kChunk ? 0xFFFF : (1 << nLeft) - 1;
-    nFound |= _mm_movemask_epi8(hits) & nMask;
+    nCommas |= _mm_movemask_epi8(_mm_cmpeq_epi8(bytes, comma)) & nMask;
+    nOthers |= _mm_movemask_epi8(others) & nMask;
     _mm_storeu_si128(reinterpret_cast<__m128i*>(p + i), bytes);
   }
-  if (nFound != 0) return true;
+  nSpecials = (nCommas != 0 ? kComma : kNone) | (nOthers != 0 ? kQuoteOrEqual : kNone);
 #endif
   for (; i < s.size(); ++i) {
     p[i] = s[i];
-    if (IsSpecial(s[i])) return true;
+    if (s[i] == ',') nSpecials |= kComma;
+    if (s[i] == '"' || s[i] == '=') nSpecials |= kQuoteOrEqual;
   }
-  return false;
+  return nSpecials;
 }
 
 }  // namespace
@@ -138,7 +139,15 @@ void clsCsvRows::WriteFast(const clsRow& row) {
       // The usual case, apart so that it stays short.
       const std::string_view sField(s.data() + cut.nFrom, cut.nEnd - cut.nFrom);
       bEmpty = false;
-      p = CopyAndLook(p, sField, true) ? PutQuoted(p, sField) : p + sField.size();
+      const int nSpecials = CopyAndLook(p, sField, true);
+      if (nSpecials == kComma) {  // amounts, mostly
+        *p = '"';
+        CopyAndLook(p + 1, sField, true);
+        p[sField.size() + 1] = '"';
+        p += sField.size() + 2;
+      } else {
+        p = nSpecials == kNone ? p + sField.size() : PutQuoted(p, sField);
+      }
       continue;
     }
     const bool bBlankBehind = row.HasBlankBehind() && cut.nEnd > s.size() && cut.nFrom <= s.size();
@@ -160,7 +169,7 @@ char* clsCsvRows::PutField(char* p, std::string_view sField, bool bBlankBehind) 
   }
   const std::string_view sRest = context_.options.bSafeCsv ? TrimLeftBlanks(sField) : std::string_view{};
   const bool bSuspect = !sRest.empty() && StartsFormula(sRest[0]);
-  if (bSuspect || CopyAndLook(p, sField, false)) {
+  if (bSuspect || CopyAndLook(p, sField, false) != kNone) {
     if (!bBlankBehind) return PutQuoted(p, sField);
     sField_.assign(sField).append(1, ' ');
     return PutQuoted(p, sField_);

@@ -19,7 +19,7 @@ bool clsLineProcessor::ReadRowPeriod1Only(RecipeContext& context, clsLineReader*
   if (!ReadNextRow(filehandle, context.options.text.bUnix, sRow)) return false;
   clsRow& row = RowCollection[0];
   row.SetView(sRow, filehandle->CodePage(), !sRow.empty() && sRow.back() != ' ');
-  return tab_size < 1 || row.Expand(tab_size);
+  return tab_size < 1 || !filehandle->RowMayHaveTab() || row.Expand(tab_size);
 }
 
 void clsLineProcessor::ClearRows() {
