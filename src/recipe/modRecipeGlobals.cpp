@@ -1,6 +1,5 @@
 #include "modRecipeGlobals.h"
 
-#include "clsLineProcessor.h"
 #include "clsRecipe.h"
 
 namespace quillon {
@@ -25,7 +24,6 @@ void ResetRecipeGlobals() {
   glTabSize = 0;
   gbPauseRequested = gbAbandonOutput = gbProcessing = false;
   gRecipe() = clsRecipe();
-  gLineProcessor() = clsLineProcessor();
 }
 
 }  // namespace quillon
