@@ -51,7 +51,9 @@ class World:
     def local(self, data):
         """Text without the folder's own path."""
         text = data.decode("utf-8", "backslashreplace")
-        return text.replace(str(self.work), "<work>").replace(str(self.home), "<home>")
+        for folder, name in ((str(self.work), "<work>"), (str(self.home), "<home>")):
+            text = text.replace(folder, name).replace(folder.replace("/", "\\"), name)
+        return text
 
     def steady(self, data):
         text = self.local(data)

@@ -6,8 +6,8 @@
 Each page runs in a fresh folder, from its top to its end:
   <!-- files: tests/golden/x/y.txt ... -->   copies files of the tree into it
   ```text report.txt                         a fenced block with a second word is written as the file of that name
-  ```console                                 lines with "$ " are run by sh; what stands below each is its output, both
-                                             streams; "..." on a line of its own stands for any lines
+  ```console                                 lines with "$ " are run by sh ("> " goes on with one); what stands below is
+                                             the output, both streams; "..." on a line of its own stands for any lines
 Seconds, rates and stamps don't count. --accept writes what really came into the page.
 """
 
@@ -35,7 +35,7 @@ def steps(block):
     for line in block.splitlines():
         if line.startswith("$ "):
             found.append(([line], []))
-        elif found and found[-1][0][-1].endswith("\\") and line.startswith("> "):
+        elif found and line.startswith("> ") and not found[-1][1]:
             found[-1][0].append(line)
         elif found:
             found[-1][1].append(line)
@@ -54,7 +54,7 @@ class Page:
         came = ""
         for lines, expected in steps(block):
             self.examples += 1
-            command = "".join(text[2:].removesuffix("\\") for text in lines)
+            command = "\n".join(text[2:] for text in lines)
             got = world.run(f"{{ {command}\n}} 2>&1", steady=False)[0]
             wanted, steady = world.steady(expected.encode()), world.steady(got.encode())
             if matches(wanted, steady):

@@ -163,8 +163,8 @@ def run_spreadsheet(program):
                         flat = f"{name}--{made.replace('/', '-').replace('.', '-')}{Path(made).suffix}"
                         shutil.copyfile(world.work / made, collected.work / flat)
                         wanted[flat] = case.expected / target
-        # Separator, quote, UTF-8 (76), from row 1, no column formats, language, quote no texts, cells as shown.
-        how = "csv:Text - txt - csv (StarCalc):44,34,76,1,,1033,false,true,false"
+        # Separator, quote, UTF-8 (76), from row 1, no column formats, language, quote no texts, (import), cells as shown, no formulas.
+        how = "csv:Text - txt - csv (StarCalc):44,34,76,1,,1033,false,true,true,false"
         subprocess.run([soffice, "--headless", f"-env:UserInstallation=file://{collected.home}/office", "--convert-to", how,
                         "--outdir", str(collected.base / "csv")] + [str(collected.work / flat) for flat in wanted],
                        stdin=subprocess.DEVNULL, capture_output=True, timeout=280, check=False)
@@ -174,8 +174,8 @@ def run_spreadsheet(program):
                 print(f"FAILED {flat}: the spreadsheet program could not open it")
                 failed += 1
                 continue
-            got = workbooks.csv_cells(result.read_text(encoding="utf-8").encode("latin-1", "replace"))
-            text = golden.difference(workbooks.csv_cells(target.read_bytes()), got, target.name, flat)
+            got = workbooks.csv_cells(result.read_text(encoding="utf-8").encode("latin-1", "replace"), True)
+            text = golden.difference(workbooks.csv_cells(target.read_bytes(), True), got, target.name, flat)
             if text:
                 print(f"FAILED {flat}\n{text}\n")
                 failed += 1

@@ -6,6 +6,7 @@ Read by openpyxl and xlrd, which are nobody of ours, so that a file only we unde
 import csv
 import datetime
 import io
+import re
 from pathlib import Path
 
 
@@ -112,13 +113,15 @@ def shape_text(path):
     return "\n".join(lines) + "\n"
 
 
-def csv_cells(data, separator=","):
+def csv_cells(data, as_shown=False):
     """Rows of trimmed cells, without the empty cells that end a row and the empty rows that end the file: a text of one
-    row a line, cells between bars, for two CSV files that say the same in different forms."""
-    rows = csv.reader(io.StringIO(data.decode("latin-1"), newline=""), delimiter=separator)
+    row a line, cells between bars, for two CSV files that say the same in different forms. As a sheet shows them, blanks between a sign and its amount are one."""
+    rows = csv.reader(io.StringIO(data.decode("latin-1"), newline=""))
     lines = []
     for row in rows:
         cells = [cell.strip(" ") for cell in row]
+        if as_shown:
+            cells = [re.sub(r"^\$ +", "$ ", cell) for cell in cells]
         while cells and not cells[-1]:
             cells.pop()
         lines.append(" | ".join(cells))
