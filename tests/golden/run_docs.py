@@ -8,7 +8,7 @@ Each page runs in a fresh folder, from its top to its end:
   ```text report.txt                         a fenced block with a second word is written as the file of that name
   ```console                                 lines with "$ " are run by sh ("> " goes on with one); what stands below is
                                              the output, both streams; "..." on a line of its own stands for any lines
-Seconds, rates and stamps don't count. --accept writes what really came into the page.
+Seconds, rates, stamps and CRs don't count. --accept writes what really came into the page.
 """
 
 import argparse
@@ -55,7 +55,7 @@ class Page:
         for lines, expected in steps(block):
             self.examples += 1
             command = "\n".join(text[2:] for text in lines)
-            got = world.run(f"{{ {command}\n}} 2>&1", steady=False)[0]
+            got = world.run(f"{{ {command}\n}} 2>&1", steady=False)[0].replace("\r\n", "\n")
             wanted, steady = world.steady(expected.encode()), world.steady(got.encode())
             if matches(wanted, steady):
                 got = expected
