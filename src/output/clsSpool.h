@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "modFailure.h"
 
@@ -21,21 +22,25 @@ class clsSpool {
   ~clsSpool();
 
   void Write(std::string_view sBytes);
-  int64_t Size() const { return nFlushed_ + static_cast<int64_t>(buffer_.size()); }
+  int64_t Size() const { return nSize_; }
   const Failure& LastFailure() const { return failure_; }
   /// Up to nBytes from the offset on; 0 at the end and on a failure.
   size_t ReadAt(int64_t nOffset, char* pBytes, size_t nBytes);
   bool CopyTo(clsOutputFile& file, Failure& failure);
   void Clear();
 
-  static constexpr size_t kMemoryBytes = size_t{1} << 20;
+  static constexpr size_t kMemoryBytes = size_t{16} << 20;
 
  private:
-  void Flush();
+  /// The memory that the next bytes go to; empties it into the file where memory is full.
+  std::string& Chunk();
+  void Flush(std::string_view sBytes);
 
-  std::string buffer_;  ///< What lies behind the file's bytes
+  std::vector<std::string> chunks_;  ///< The first bytes
+  std::string tail_;                 ///< What isn't in the file yet of the others
   int nHandle_ = -1;
-  int64_t nFlushed_ = 0;
+  int64_t nInFile_ = 0;
+  int64_t nSize_ = 0;
   Failure failure_;
 };
 

@@ -12,7 +12,7 @@ namespace {
 constexpr int kMaxDigits = 15;  // What a double keeps and a sheet shows
 constexpr int kMaxDecimals = 15;
 constexpr double kSmallest = 2.3e-308, kLargest = 9.99999999999999e307;  // A sheet's own limits
-constexpr int kGeneralDigits = 11;                                       // General turns to an exponent beyond
+constexpr size_t kGeneralDigits = 11;                                    // General turns to an exponent beyond
 
 constexpr std::array<double, 18> kPowers = {1e0, 1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,
                                             1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17};
@@ -78,7 +78,7 @@ bool ScanWhole(std::string_view sText, size_t& nPos, Figures& figures) {
   for (; nPos < sText.size(); ++nPos) {
     const char ch = sText[nPos];
     if (IsDigit(ch)) {
-      if (figures.nSignificant > kMaxDigits) return false;
+      if (figures.nSignificant > static_cast<int>(kMaxDigits)) return false;
       TakeDigit(figures, ch);
       ++figures.nWhole;
       ++nInGroup;
@@ -121,7 +121,7 @@ bool ScanFigures(std::string_view sText, size_t& nPos, Figures& figures) {
     }
   }
   figures.nEnd = nPos;
-  if (figures.nWhole + figures.nDecimals == 0 || figures.nSignificant > kMaxDigits) return false;
+  if (figures.nWhole + figures.nDecimals == 0 || figures.nSignificant > static_cast<int>(kMaxDigits)) return false;
   return nPos >= sText.size() || sText[nPos] != 'E' || ScanExponent(sText, nPos, figures);
 }
 
@@ -259,9 +259,10 @@ bool IsPlain(const Figures& figures, const Surroundings& around) {
          (figures.nDecimals > 0 || !figures.bPoint);
 }
 
-void SetPlain(std::string_view sText, const Figures& figures, std::string& sScratch, TypedCell& cell) {
-  const auto nDecimals = static_cast<size_t>(figures.nDecimals);
-  if (figures.bGrouped) {
+void SetPlain(std::string_view sText, bool bGrouped, size_t nDecimals, size_t nWhole, std::string& sScratch,
+              TypedCell& cell) {
+  cell.sText = {};
+  if (bGrouped) {
     cell.sFormat = kGroupedCodes[nDecimals];
     sScratch.clear();
     for (const char ch : sText)
@@ -271,15 +272,51 @@ void SetPlain(std::string_view sText, const Figures& figures, std::string& sScra
   }
   if (nDecimals > 0) {
     cell.sFormat = kPlainCode.substr(0, nDecimals + 2);
-  } else if (figures.nWhole > kGeneralDigits) {
+  } else if (nWhole > kGeneralDigits) {
     cell.sFormat = kPlainCode.substr(0, 1);
   }
   cell.sDigits = sText;
 }
 
+/// Most numbers have this form: digits, separators in their places, a point, a minus in front. False, with the cell
+/// unchanged, for anything else, which the whole rule then looks at.
+bool TypeCommonNumber(std::string_view sText, std::string& sScratch, TypedCell& cell) {
+  const bool bMinus = sText.front() == '-';
+  const size_t nStart = bMinus ? 1 : 0;
+  if (sText.size() > kMaxDigits + nStart || sText.size() == nStart) return false;
+  uint64_t nMantissa = 0;
+  size_t nPos = nStart, nGroup = nStart;
+  bool bGrouped = false;
+  for (; nPos < sText.size() && sText[nPos] != '.'; ++nPos) {
+    const char ch = sText[nPos];
+    if (IsDigit(ch)) {
+      nMantissa = nMantissa * 10 + static_cast<uint64_t>(ch - '0');
+    } else {
+      if (ch != ',' || (bGrouped ? nPos - nGroup != 3 : nPos - nGroup > 3)) return false;
+      bGrouped = true;
+      nGroup = nPos + 1;
+    }
+  }
+  const size_t nWhole = nPos - nStart;
+  if (nWhole == 0 || (nWhole > 1 && sText[nStart] == '0') || (bGrouped && nPos - nGroup != 3)) return false;
+  const size_t nDecimals = sText.size() - nPos > 0 ? sText.size() - nPos - 1 : 0;
+  if (nDecimals == 0 && nPos < sText.size()) return false;
+  for (++nPos; nPos < sText.size(); ++nPos) {
+    if (!IsDigit(sText[nPos])) return false;
+    nMantissa = nMantissa * 10 + static_cast<uint64_t>(sText[nPos] - '0');
+  }
+  if (bMinus && nMantissa == 0) return false;
+  const double nValue = static_cast<double>(nMantissa) / kPowers[nDecimals];
+  SetPlain(sText, bGrouped, nDecimals, nWhole, sScratch, cell);
+  cell.kind = CellKind::Number;
+  cell.nValue = bMinus ? -nValue : nValue;
+  return true;
+}
+
 }  // namespace
 
 bool TypeNumber(std::string_view sText, bool bDropLeadingZeros, std::string& sScratch, TypedCell& cell) {
+  if (TypeCommonNumber(sText, sScratch, cell)) return true;
   Surroundings around;
   Figures figures;
   size_t nPos = 0;
@@ -289,7 +326,8 @@ bool TypeNumber(std::string_view sText, bool bDropLeadingZeros, std::string& sSc
   if (around.bPercent && !figures.sExponent.empty()) return false;
   TypedCell typed;
   if (IsPlain(figures, around)) {
-    SetPlain(sText, figures, sScratch, typed);
+    SetPlain(sText, figures.bGrouped, static_cast<size_t>(figures.nDecimals), static_cast<size_t>(figures.nWhole),
+             sScratch, typed);
   } else {
     sScratch.clear();
     BuildCode(sScratch, figures, around);
