@@ -131,6 +131,7 @@ XmlToken clsXmlScanner::Fail() {
 }
 
 XmlToken clsXmlScanner::Take(XmlToken token, size_t nBytes) {
+  if (nBytes > kMaxTokenBytes) return Fail();
   sRaw_ = window_.substr(0, nBytes);
   window_.remove_prefix(nBytes);
   return token_ = token;
@@ -168,7 +169,7 @@ XmlToken clsXmlScanner::ScanText() {
     if (!bSourceEnded_) return Fail();
   }
   if (token_ == XmlToken::Failed) return Fail();
-  Take(XmlToken::Text, nEnd);
+  if (Take(XmlToken::Text, nEnd) == XmlToken::Failed) return token_;
   if (nDepth_ == 0 && !IsBlankText(sRaw_)) return Fail();
   return EntitiesAreKnown(sRaw_) ? token_ : Fail();
 }
@@ -181,7 +182,7 @@ XmlToken clsXmlScanner::ScanMarkup() {
     return nDepth_ > 0 && EndsWith(9, "]]>", nEnd) ? Take(XmlToken::Text, nEnd) : Fail();
   if (window_.starts_with("<?")) {
     if (!EndsWith(2, "?>", nEnd)) return Fail();
-    Take(XmlToken::Other, nEnd);
+    if (Take(XmlToken::Other, nEnd) == XmlToken::Failed) return token_;
     const size_t nEncoding = sRaw_.starts_with("<?xml ") ? sRaw_.find("encoding=") : std::string_view::npos;
     if (nEncoding == std::string_view::npos) return token_;
     const std::string_view sName = sRaw_.substr(nEncoding + 10);
@@ -212,7 +213,8 @@ XmlToken clsXmlScanner::ScanTag() {
   size_t nBytes = 0;
   if (!TagEnd(nBytes)) return Fail();
   if (window_[1] == '/') return ScanEndTag(nBytes);
-  Take(window_[nBytes - 2] == '/' ? XmlToken::EmptyTag : XmlToken::StartTag, nBytes);
+  const bool bEmpty = window_[nBytes - 2] == '/';
+  if (Take(bEmpty ? XmlToken::EmptyTag : XmlToken::StartTag, nBytes) == XmlToken::Failed) return token_;
   size_t nNameEnd = 1;
   while (!IsNameEnd(sRaw_[nNameEnd])) ++nNameEnd;
   sName_ = sRaw_.substr(1, nNameEnd - 1);
@@ -226,7 +228,7 @@ XmlToken clsXmlScanner::ScanTag() {
 }
 
 XmlToken clsXmlScanner::ScanEndTag(size_t nBytes) {
-  Take(XmlToken::EndTag, nBytes);
+  if (Take(XmlToken::EndTag, nBytes) == XmlToken::Failed) return token_;
   size_t nNameEnd = 2;
   while (!IsNameEnd(sRaw_[nNameEnd])) ++nNameEnd;
   sName_ = sRaw_.substr(2, nNameEnd - 2);

@@ -26,7 +26,7 @@ size_t BehindQuoted(std::string_view sText, size_t nPos) {
   return nPos;
 }
 
-/// Behind the bracket that closes the one at nPos; "'" takes the next character for what it is.
+/// Behind the bracket that closes the one at nPos, npos if none does; "'" takes the next character for what it is.
 size_t BehindBrackets(std::string_view sText, size_t nPos) {
   int nDepth = 0;
   for (; nPos < sText.size(); ++nPos) {
@@ -39,7 +39,7 @@ size_t BehindBrackets(std::string_view sText, size_t nPos) {
       return nPos + 1;
     }
   }
-  return sText.size();
+  return std::string_view::npos;
 }
 
 /// Walks a formula and rebuilds it; the deriving class changes what it wants to.
@@ -78,10 +78,16 @@ class clsFormulaWalker {
     const char ch = sText_[nPos_];
     if (ch == '"') return Copy(BehindQuoted(sText_, nPos_));
     if (ch == '\'') return StepQuotedSheet();
-    if (ch == '[') return Copy(BehindBrackets(sText_, nPos_));
+    if (ch == '[') return StepBrackets();
     const std::string_view sWord = Word(nPos_);
     if (sWord.empty()) return Copy(nPos_ + 1);
     StepWord(sWord);
+  }
+  /// [Book]Sheet! is another workbook's sheet.
+  void StepBrackets() {
+    Copy(std::min(BehindBrackets(sText_, nPos_), sText_.size()));
+    const std::string_view sWord = Word(nPos_);
+    if (At(nPos_ + sWord.size()) == '!') Copy(nPos_ + sWord.size());
   }
   void StepQuotedSheet() {
     const size_t nEnd = BehindQuoted(sText_, nPos_);
@@ -100,6 +106,7 @@ class clsFormulaWalker {
       nPos_ = nBoth;
     } else if (ch == '[') {
       const size_t nClose = BehindBrackets(sText_, nEnd);
+      if (nClose == std::string_view::npos) return Copy(sText_.size());
       if (!TableItems(sWord, sText_.substr(nEnd, nClose - nEnd))) return Copy(nClose);
       nPos_ = nClose;
     } else if (!sSecond.empty() && At(nBoth) != '(' && Reference(sWord, sSecond)) {
@@ -165,7 +172,7 @@ class clsRenamer : public clsFormulaWalker {
     if (sItem.starts_with('@')) {
       sOut_ += '@';
       sItem.remove_prefix(1);
-      if (sItem.starts_with('[')) {
+      if (sItem.starts_with('[') && BehindBrackets(sItem, 0) == sItem.size()) {
         AppendItem(sTable, sItem.substr(1, sItem.size() - 2));
         sOut_ += ']';
         return;
