@@ -1,5 +1,6 @@
 #include "modRecipeGlobals.h"
 
+#include "clsLineProcessor.h"
 #include "clsRecipe.h"
 
 namespace quillon {
@@ -24,6 +25,7 @@ void ResetRecipeGlobals() {
   glTabSize = 0;
   gbPauseRequested = gbAbandonOutput = gbProcessing = false;
   gRecipe() = clsRecipe();
+  for (clsRow& row : gLineProcessor().RowCollection) row.Clear();
 }
 
 }  // namespace quillon
