@@ -42,7 +42,7 @@ void clsRow::Own() {
 
 std::string_view clsRow::Field(int64_t nStart, int64_t nEnd) {
   if (nStart < 1 || nEnd < nStart) return {};
-  if (bBlankBehind_ && nEnd > static_cast<int64_t>(sBytes_.size())) Own();
+  if (bBlankBehind_ && (!bByteChars_ || nEnd > static_cast<int64_t>(sBytes_.size()))) Own();
   const size_t nFrom = OffsetOf(nStart);
   return sBytes_.substr(nFrom, OffsetOf(nEnd + 1) - nFrom);
 }
