@@ -229,6 +229,23 @@ TEST_F(Engine, AFailureHasItsCodeAndTextAndLeavesTheOutput) {
   EXPECT_EQ(OptInputFixedWidthCharacterCountSet(2147483647, 5), -7);
 }
 
+TEST_F(Engine, AReportThatASheetCannotHoldIsRefusedWhole) {
+  OptOutputFileTypeSet(kFormatXls);
+  OptOutputFileSet(folder.Path("out.xls").c_str());
+  std::string sLong;
+  for (int64_t n = 0; n < kMaxXlsRows; ++n) sLong += "a\n";
+  EXPECT_EQ(Run(sLong), 0);
+  EXPECT_EQ(Run(sLong + "\n"), -6);
+  EXPECT_TRUE(ErrorText().ends_with("Row 65537: a sheet of this kind ends at row 65536")) << ErrorText();
+  OptOutputFileSet(folder.Path("new.xls").c_str());
+  EXPECT_EQ(Run("a\n" + std::string(kMaxCellChars + 1, 'b')), -6);
+  EXPECT_EQ(LastTally().lCellsFailed, 1);
+  for (int32_t n = 1; n <= kMaxXlsColumns + 1; ++n) OptInputFixedWidthCharacterCountSet(n, 1);
+  EXPECT_EQ(Run("a\n"), -5);
+  EXPECT_TRUE(ErrorText().ends_with(": 257 > 256")) << ErrorText();
+  EXPECT_FALSE(folder.Has("new.xls"));
+}
+
 TEST_F(Engine, ALongErrorTextKeepsItsHeadAndItsReason) {
   OptInputFileSet(("/" + std::string(150, 'd') + "/\u00E4" + std::string(150, 'e')).c_str());
   ASSERT_EQ(ConvertFile(), -2);
