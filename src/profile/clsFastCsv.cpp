@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -52,7 +51,7 @@ __m128i LoadWithin(const char* p, std::string_view sRow) {
     Store(tail, Load(pEnd - kBlock));
     return Load(tail + (p - (pEnd - kBlock)));
   }
-  std::memcpy(tail, p, static_cast<size_t>(pEnd - p));
+  std::copy(p, pEnd, tail);
   return Load(tail);
 }
 
