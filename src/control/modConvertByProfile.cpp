@@ -7,6 +7,7 @@
 #include "modExcelLink.h"
 #include "modFixedWidthAttributes.h"
 #include "modSettings.h"
+#include "modTranslator.h"
 
 namespace quillon {
 
@@ -62,6 +63,7 @@ void clsConversionRun::ConvertByProfile(int32_t& lResult) {
   const int32_t quotes_result = OptUseDoubleQuotesSet(options_.lUseDoubleQuotes);
   options_.lErr = quillon::ConvertFile();
   TakeEngineAccount();
+  if (extras_.bSayMore) SayWhatWasReplaced();
   ReportEngineStatus(quotes_result);
   lResult = options_.lErr;
   if (pWindow_ != nullptr) pWindow_->UpdateMRUs();
@@ -75,6 +77,17 @@ void clsConversionRun::ReportEngineStatus(int32_t lQuotesResult) {
     Refuse(kProfileEngine, text.data());
   }
   if (options_.lErr == kEngineRefusedByAttributes) Refuse(kProfileGeneral);
+}
+
+void clsConversionRun::SayWhatWasReplaced() {
+  const ProfileAccount& tally = LastTally();
+  std::string text = tally.sNote;
+  if (tally.lCharsReplaced > 0) {
+    if (!text.empty()) text += "; ";
+    text += Translate("Broken characters of the UTF-16 input that became U+FFFD:");
+    text += " " + std::to_string(tally.lCharsReplaced);
+  }
+  if (!text.empty()) host_.Report({options_.lErr, Translate("Warning"), text, "", EntryType::Warning, false});
 }
 
 /// The engine knows one table: all that it wrote.
@@ -93,7 +106,7 @@ void clsConversionRun::TakeEngineAccount() {
   for (const CellwrightColumn& column : Cellwright().Held().columns) table.lColumns += column.lCount > 0 ? 1 : 0;
   table.lCharactersBehind = tally.lCharsBehind;
   table.lCellsFailed = tally.lCellsFailed;
-  account_.tables.assign(1, table);
+  if (account_.bOutputWritten) account_.tables.assign(1, table);
 }
 
 }  // namespace quillon
