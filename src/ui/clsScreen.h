@@ -1,0 +1,50 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "clsForm.h"
+#include "clsHost.h"
+
+namespace quillon {
+
+/// A file dialog. Filters are pairs of label and masks ("Recipe Files (*.rcp)", "*.rcp").
+struct FileQuestion {
+  std::string sTitle;
+  std::vector<std::pair<std::string, std::string>> filters;
+  int lFilterIndex = 1;     ///< From 1, in and out
+  std::string sInitDir;     ///< Host path; may be empty
+  std::string sFileName;    ///< Preset name
+  bool bSave = false;
+};
+
+/// Window placement in twips (1440 to the inch). State 0 normal, 1 minimised, 2 maximised.
+struct WindowPlacement {
+  int lWindowState = 0;
+  double Left = 150, Top = 150, Width = 13695, Height = 12350;
+};
+
+/// What forms ask of the toolkit beyond their own view. The desktop program and the tests implement it.
+class clsScreen {
+ public:
+  virtual ~clsScreen() = default;
+  /// Shows the form until it is unloaded.
+  virtual void ShowModal(clsForm& form) = 0;
+  /// The chosen path as a path text; "" if cancelled.
+  virtual std::string AskFile(FileQuestion& question) = 0;
+  /// The chosen folder without a trailing separator; "" if cancelled.
+  virtual std::string AskFolder(std::string_view sTitle, std::string_view sStartFolder) = 0;
+  virtual std::string AskFont(std::string_view sFontName) = 0;
+  virtual bool FontInstalled(std::string_view sFontName) = 0;
+};
+
+/// The filters of a text "label|masks|label|masks".
+std::vector<std::pair<std::string, std::string>> FiltersOf(std::string_view sFilter);
+
+/// The pickers, over a screen. PickFile saves if the title holds the translated word "save".
+std::string PickFile(clsScreen& screen, FileQuestion& question, std::string_view sStartPath);
+std::string PickFolder(clsScreen& screen, std::string_view sStartPath);
+
+}  // namespace quillon

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "clsForm.h"
+#include "clsScreen.h"
+
+namespace quillon {
+
+class frmMain;
+
+/// The recipe editor: a plain text editor for short recipes with a dialog that writes a table section. It edits text and
+/// never parses the recipe.
+class frmExportBuilder : public clsForm {
+ public:
+  static constexpr double kMinWidth = 6585;  ///< Twips
+
+  explicit frmExportBuilder(frmMain& owner);
+
+  std::string ExportSpecs;   ///< Text as last taken from or put into the editor
+  int32_t TableCounter = 0;  ///< Number of the last table
+  bool bDirty = false;
+  std::string sLastRecipeFileName;
+  WindowPlacement placement;
+
+  void Form_Load();
+  void CloseRequested() override { cmdClose_Click(); }
+  bool KeyPressed(std::string_view sKey) override;
+  void LoadRecipeIntoEditor(std::string_view sFileName);
+  /// Reads a named file into ExportSpecs; a missing one gives a warning box.
+  void ReadIntoExportSpecs(std::string_view sFileName);
+  void ReadIniFile();
+  void SaveIniFile();
+  /// The text of the editor is this now.
+  void SetEditorText(std::string_view sText);
+  /// Title, with the caret on the last character and that one selected.
+  void RefreshTitle();
+  frmMain& Owner() { return oOwner_; }
+
+ private:
+  void cmdNew_Click();
+  void cmdLoadFile_Click();
+  bool Save();
+  void cmdSaveAs_Click();
+  void cmdAddTable_Click();
+  void cmdClose_Click();
+  void CloseForm();
+  std::string StartPath(FileQuestion& question) const;
+
+  frmMain& oOwner_;
+};
+
+/// The Table Builder: writes one table section.
+class frmTableBuilder : public clsForm {
+ public:
+  explicit frmTableBuilder(frmExportBuilder& editor);
+
+  std::string ParsingString;
+  int32_t FieldCount = 0;
+
+  void Form_Load();
+  void ShowFieldCount();
+  frmExportBuilder& Editor() { return editor_; }
+
+ private:
+  void CheckText(std::string_view sControl, std::string_view sMessage, std::string_view sRestored);
+  void CheckNumber(std::string_view sControl, std::string_view sMessage);
+  void CheckTableNumber();
+  void cmdOK_Click();
+  void cmdAddColumn_Click();
+  void Warn(std::string_view sMessage);
+
+  frmExportBuilder& editor_;
+};
+
+/// Adds one field to the template.
+class frmAddField : public clsForm {
+ public:
+  explicit frmAddField(frmTableBuilder& builder);
+
+  int32_t FieldType = 1;  ///< 1 single column, 2 multi-column
+  int32_t FieldWidth = 10;
+
+  void Form_Load();
+
+ private:
+  void cmdOK_Click();
+
+  frmTableBuilder& builder_;
+};
+
+}  // namespace quillon

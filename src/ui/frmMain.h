@@ -1,0 +1,121 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "clsConversionOptions.h"
+#include "clsForm.h"
+#include "clsMRU.h"
+#include "clsScreen.h"
+#include "modConversionRun.h"
+#include "modRunLog.h"
+
+namespace quillon {
+
+/// The main form: the three steps of a conversion, its menus, toolbar and log. The controls only feed the job record at
+/// the moment of Convert. All collaborators outlive the form.
+class frmMain : public clsForm, public clsRunWindow {
+ public:
+  frmMain(clsHost& host, clsScreen& screen, clsConversionOptions& options, clsRunLog& log, clsRunFields& fields);
+
+  // Fields kept beside the controls. The settings keep them, the options dialog changes them, a run takes them.
+  bool bClearOutputFileBeforeProcessing = false;
+  std::string sSheetTarget = "1";
+  int32_t lDelimitationCharacter = 44;
+  int32_t lConversionMethod = 0;
+  bool bUnix = false;
+  int32_t lTabSize = 8;
+  std::string sStartColRow = "A1";
+  bool bTreatDataAsText = false;
+  int32_t lUseDoubleQuotes = 1;
+  bool bIsUnicode = false;
+  bool bShowAdvancedOptions_Profile_Editor = false;
+  std::string sActiveFixedWidthProfile;
+  std::string sProfileFromEditor;
+  std::string sJobFile = "*";  ///< Path of the open job; "*" when there is none
+  bool bAskToSaveBMKFileBeforeExit = false;
+  int32_t lLoadDemo = 0;                 ///< Example to load, 1 to 4; 0 none
+  int32_t lLastOptionsTabDisplayed = 0;  ///< Within a process only
+  clsMRU mruInputFile, mruOutputFile, mruRecipeFile, mruFileOpen;
+  std::function<void()> onExit;      ///< Closes frmMainMDI
+  std::function<void()> onMaximise;  ///< A fresh form asks for a maximised window
+
+  /// bFirstTimeUser: opens the first example and the guide, then clears it. Throws UnhandledFailure for a number in the
+  /// settings that leaves 32 bits.
+  void Form_Load(bool& bFirstTimeUser);
+  /// During a run: asks it to stop and waits. Otherwise asks about a changed job and saves the settings.
+  void Form_Unload();
+  bool KeyPressed(std::string_view sKey) override;
+
+  void Go(int32_t& lResult);
+  void ConversionJobPause();
+  bool IsRunning() const { return bRunning_; }
+
+  void ConversionJobOpen(std::string sFile);
+  void ConversionJobSave();
+  void ConversionJobSaveAs();
+  void CheckToSaveFileBeforeErasing();
+
+  void SetGUIFromOptions();
+  void GetOptionsFromGUI() override;
+  void UpdateFileControls() override;
+  void FocusOutputButtons() override;
+  void DisableGUIForRunning() override { EnableForRun(false); }
+  void EnableGUIForRunning() override { EnableForRun(true); }
+  void UpdateMRUs() override;
+  void SetBusyPointer(bool bBusy) override { bBusyPointer = bBusy; }
+  bool bBusyPointer = false;
+
+  void ReadIniFile();
+  void SaveIniFile();
+  void ConfigureQLNOptions();
+  void mnuGettingStarted_Click();
+  /// Opens a file, explores a folder, or says that there is neither.
+  void LaunchFile(std::string_view sFileToLaunch);
+  bool Trims() const { return fields_.bTrimInputTextFilesPadCharacter; }
+  void SetTrims(bool bTrims) { fields_.bTrimInputTextFilesPadCharacter = bTrims; }
+
+  clsHost& Host() { return host_; }
+  clsScreen& Screen() { return screen_; }
+  const clsConversionOptions& Options() const { return options_; }
+
+ private:
+  void MakeControls();
+  void MakeMenus();
+  void WireSteps();
+  void WireButtons();
+  void WireMenus();
+  void JobChanged();
+  void SetComboText(std::string_view sControl, std::string_view sText);
+  void ShowMethod(int32_t lIndex);
+  void FillProfileList(std::string_view sSelect);
+  void FillComboFromMRU(std::string_view sControl, const clsMRU& list);
+  void FillMenuFromMRU();
+  void OpenRecentJob(int nIndex);
+  void EnableForRun(bool bEnabled);
+  void ShowNotes();
+  void TellNotSaved();
+  void EnableButtonsWithTargets();
+
+  void cmdInputBrowse_Click();
+  void cmdSelectInputFolder_Click();
+  void cmdOutputBrowse_Click();
+  void cmdSelectOutputFolder_Click();
+  void cmdRecipeBrowse_Click();
+  void cmdEditProfile_Click();
+  void cmdEditRecipe_Click();
+  void ExploreFolderOf(std::string_view sControl);
+
+  clsHost& host_;
+  clsScreen& screen_;
+  clsConversionOptions& options_;
+  clsRunLog& log_;
+  clsRunFields& fields_;
+  bool bRunning_ = false;
+  bool bFirstJobDialog_ = true;
+};
+
+
+}  // namespace quillon
