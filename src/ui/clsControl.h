@@ -17,7 +17,7 @@ enum class ControlKind {
   ListBox,
   Menu,
   ToolButton,
-  Panel,     ///< One panel of a status bar
+  Panel,  ///< One panel of a status bar
   Grid,
   TabStrip,
   Picture
@@ -31,17 +31,17 @@ struct clsControl {
   ControlKind kind = ControlKind::Label;
   std::string sCaption;  ///< "&" marks the access key
   std::string sToolTip;
-  std::string sText;     ///< Of text boxes, combo boxes and panels
+  std::string sText;  ///< Of text boxes, combo boxes and panels
   std::vector<std::string> items;
-  int lListIndex = -1;   ///< Selected item, from 0; tab of a tab strip
-  bool bChecked = false; ///< Check boxes and option buttons
+  int lListIndex = -1;    ///< Selected item, from 0; tab of a tab strip
+  bool bChecked = false;  ///< Check boxes and option buttons
   bool bEnabled = true;
   bool bVisible = true;
-  bool bEditable = true; ///< A combo box takes typed text
-  std::string sTag;      ///< "TranslateFalse" exempts the main text from translation
-  std::string sFontName; ///< Forced by the language; empty: the toolkit's own
-  std::string sShortcut; ///< Of menus: "Ctrl+S"
-  std::string sMenu;     ///< Of menus: the name of the menu that holds it; empty for a top menu
+  bool bEditable = true;                   ///< A combo box takes typed text
+  std::string sTag;                        ///< "TranslateFalse" exempts the main text from translation
+  std::string sFontName;                   ///< Forced by the language; empty: the toolkit's own
+  std::string sShortcut;                   ///< Of menus: "Ctrl+S"
+  std::string sMenu;                       ///< Of menus: the name of the menu that holds it; empty for a top menu
   int64_t lSelStart = -1, lSelLength = 0;  ///< Selection that the view is to make; -1: none asked for
 };
 

@@ -33,9 +33,8 @@ const clsControl& clsForm::Get(std::string_view sControl, int nIndex) const {
 
 void clsForm::Unload(std::string_view sControl, int nFrom) {
   std::erase_if(index_, [&](const auto& item) { return item.first.first == sControl && item.first.second >= nFrom; });
-  std::erase_if(controls_, [&](const auto& pControl) {
-    return pControl->sName == sControl && pControl->nIndex >= nFrom;
-  });
+  std::erase_if(controls_,
+                [&](const auto& pControl) { return pControl->sName == sControl && pControl->nIndex >= nFrom; });
 }
 
 void clsForm::OnClick(std::string_view sControl, Handler handler, int nIndex) {
@@ -87,7 +86,9 @@ void clsForm::SelectItem(std::string_view sControl, int lListIndex) {
   Run(clicks_, sControl, 0);
 }
 
-void clsForm::LoseFocus(std::string_view sControl) { Run(lostFocus_, sControl, 0); }
+void clsForm::LoseFocus(std::string_view sControl) {
+  Run(lostFocus_, sControl, 0);
+}
 
 void clsForm::Refresh() {
   if (pView_ != nullptr) pView_->ShowState();

@@ -28,12 +28,12 @@ class clsForm {
  public:
   using Handler = std::function<void()>;
 
-  explicit clsForm(std::string sFormName) : sName(std::move(sFormName)) {}
+  explicit clsForm(std::string sForm) : sFormName(std::move(sForm)) {}
   clsForm(const clsForm&) = delete;
   clsForm& operator=(const clsForm&) = delete;
   virtual ~clsForm() = default;
 
-  std::string sName;
+  std::string sFormName;
   std::string sCaption;
 
   /// Adds a control. The reference stays good as long as the form lives.

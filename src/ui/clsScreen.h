@@ -14,9 +14,9 @@ namespace quillon {
 struct FileQuestion {
   std::string sTitle;
   std::vector<std::pair<std::string, std::string>> filters;
-  int lFilterIndex = 1;     ///< From 1, in and out
-  std::string sInitDir;     ///< Host path; may be empty
-  std::string sFileName;    ///< Preset name
+  int lFilterIndex = 1;   ///< From 1, in and out
+  std::string sInitDir;   ///< Host path; may be empty
+  std::string sFileName;  ///< Preset name
   bool bSave = false;
 };
 

@@ -33,10 +33,10 @@ frmExportBuilder::frmExportBuilder(frmMain& owner) : clsForm("frmExportBuilder")
   struct Row {
     const char *pName, *pCaption;
   };
-  for (const Row& row : {Row{"cmdNew", "New..."}, Row{"cmdLoadFile", "Open File..."}, Row{"cmdSave", "Save"},
-                         Row{"cmdSaveAs", "Save As..."}, Row{"cmdSaveAndClose", "&Save and Close"},
-                         Row{"cmdAddTable", "Add Table..."}, Row{"cmdClose", "&Close"}, Row{"cmdCancel", "Cancel"},
-                         Row{"cmdHelp", "Help..."}}) {
+  for (const Row& row :
+       {Row{"cmdNew", "New..."}, Row{"cmdLoadFile", "Open File..."}, Row{"cmdSave", "Save"},
+        Row{"cmdSaveAs", "Save As..."}, Row{"cmdSaveAndClose", "&Save and Close"}, Row{"cmdAddTable", "Add Table..."},
+        Row{"cmdClose", "&Close"}, Row{"cmdCancel", "Cancel"}, Row{"cmdHelp", "Help..."}}) {
     Add(ControlKind::CommandButton, row.pName, row.pCaption);
   }
   Add(ControlKind::Panel, "StatusBar1", {}, 1);
@@ -72,7 +72,9 @@ void frmExportBuilder::ReadIniFile() {
   ReadPlacement(kSection, placement);
 }
 
-void frmExportBuilder::SaveIniFile() { SavePlacement(kSection, placement); }
+void frmExportBuilder::SaveIniFile() {
+  SavePlacement(kSection, placement);
+}
 
 void frmExportBuilder::SetEditorText(std::string_view sText) {
   clsControl& editor = Get("txtFileEditor");
@@ -154,8 +156,8 @@ bool frmExportBuilder::Save() {
   ExportSpecs = Get("txtFileEditor").sText;
   Failure failure;
   const std::string sPath = ExpandedPath(sLastRecipeFileName);
-  const std::string sBytes = PageForWriting().CanEncode(ExportSpecs) ? PageForWriting().FromUtf8(ExportSpecs)
-                                                                     : "\xEF\xBB\xBF" + ExportSpecs;
+  const std::string sBytes =
+      PageForWriting().CanEncode(ExportSpecs) ? PageForWriting().FromUtf8(ExportSpecs) : "\xEF\xBB\xBF" + ExportSpecs;
   if (sPath.empty()) {
     failure = OwnFailure(Translate("Save"), Translate("The recipe has no file name yet; use Save As."));
   } else if (WriteWholeFile(sPath, sBytes, failure)) {

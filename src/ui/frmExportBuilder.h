@@ -11,8 +11,8 @@ namespace quillon {
 
 class frmMain;
 
-/// The recipe editor: a plain text editor for short recipes with a dialog that writes a table section. It edits text and
-/// never parses the recipe.
+/// The recipe editor: a plain text editor for short recipes with a dialog that writes a table section. It edits text
+/// and never parses the recipe.
 class frmExportBuilder : public clsForm {
  public:
   static constexpr double kMinWidth = 6585;  ///< Twips

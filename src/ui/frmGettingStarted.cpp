@@ -47,9 +47,9 @@ void frmGettingStarted::MakeControls() {
   Add(ControlKind::Label, "Label6",
       "From the FILE menu you may load any of the demonstrations provided. Or press one of the buttons below.");
   for (size_t i = 0; i < kExamples.size(); ++i) {
-    const std::string sName = "cmdLoadDemo" + std::to_string(i + 1);
-    Add(ControlKind::CommandButton, sName, kExamples[i].sLoadCaption);
-    OnClick(sName, [this, i] { CloseWith(static_cast<int32_t>(i) + 1); });
+    const std::string sButton = "cmdLoadDemo" + std::to_string(i + 1);
+    Add(ControlKind::CommandButton, sButton, kExamples[i].sLoadCaption);
+    OnClick(sButton, [this, i] { CloseWith(static_cast<int32_t>(i) + 1); });
   }
   Add(ControlKind::Frame, "Frame2", "Manual");
   Add(ControlKind::Label, "Label3", "Press F1 at any time or go to the help menu to load the manual. ");
@@ -59,20 +59,23 @@ void frmGettingStarted::MakeControls() {
   }
   Add(ControlKind::Frame, "Frame3", "Command Line Demonstration");
   Add(ControlKind::Label, "Label4",
-      "BAT files and QLN files can both be ran from the command line. Click a button below to open the folder containing "
+      "BAT files and QLN files can both be ran from the command line. Click a button below to open the folder "
+      "containing "
       "theQLN/BAT file:");
   Add(ControlKind::CommandButton, "cmdOpenBrowserToQLNFiles", "QLN Files for Examples 1-4");
   OnClick("cmdOpenBrowserToQLNFiles", [this] { LaunchFolder(gsAppDataFolder); });
   for (size_t i = 0; i < kExamples.size(); ++i) {
-    const std::string sName = "cmdOpenBrowserToDemo" + std::to_string(i + 1) + "bat";
-    Add(ControlKind::CommandButton, sName, kExamples[i].sBatchCaption);
-    OnClick(sName, [this, i] { LaunchFolder(gsAppDataFolder + std::string(kExamples[i].sFolder)); });
+    const std::string sButton = "cmdOpenBrowserToDemo" + std::to_string(i + 1) + "bat";
+    Add(ControlKind::CommandButton, sButton, kExamples[i].sBatchCaption);
+    OnClick(sButton, [this, i] { LaunchFolder(gsAppDataFolder + std::string(kExamples[i].sFolder)); });
   }
   Add(ControlKind::CommandButton, "cmdClose", "&Close");
   OnClick("cmdClose", [this] { CloseWith(0); });
 }
 
-void frmGettingStarted::Form_Load() { TranslateForm(*this, oOwner_.Screen()); }
+void frmGettingStarted::Form_Load() {
+  TranslateForm(*this, oOwner_.Screen());
+}
 
 void frmGettingStarted::CloseWith(int32_t lDemo) {
   oOwner_.lLoadDemo = lDemo;

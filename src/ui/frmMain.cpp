@@ -6,6 +6,7 @@
 #include "frmQLNOptions.h"
 #include "modFiles.h"
 #include "modFormTranslation.h"
+#include "modHelp.h"
 #include "modPaths.h"
 #include "modProfileList.h"
 #include "modSettings.h"
@@ -205,11 +206,11 @@ void frmMain::FillComboFromMRU(std::string_view sControl, const clsMRU& list) {
 void frmMain::FillMenuFromMRU() {
   Unload("mnuMRU", 1);
   for (int32_t i = 1; i <= mruFileOpen.Count(); ++i) {
-    clsControl& menu =
-        Add(ControlKind::Menu, "mnuMRU", "&" + std::to_string(i) + " " + mruFileOpen.FromNewest(i), i);
+    clsControl& menu = Add(ControlKind::Menu, "mnuMRU", "&" + std::to_string(i) + " " + mruFileOpen.FromNewest(i), i);
     menu.sMenu = "mnuFile";
     menu.sTag = "TranslateFalse";
-    OnClick("mnuMRU", [this, i] { OpenRecentJob(i); }, i);
+    OnClick(
+        "mnuMRU", [this, i] { OpenRecentJob(i); }, i);
   }
 }
 
@@ -218,8 +219,8 @@ void frmMain::UpdateMRUs() {
     const char* pControl;
     clsMRU* pList;
   };
-  for (const Row& row : {Row{"cbInputFile", &mruInputFile}, Row{"cbOutputFile", &mruOutputFile},
-                         Row{"cbRecipeFile", &mruRecipeFile}}) {
+  for (const Row& row :
+       {Row{"cbInputFile", &mruInputFile}, Row{"cbOutputFile", &mruOutputFile}, Row{"cbRecipeFile", &mruRecipeFile}}) {
     row.pList->AddUniqueItemToCollection(Get(row.pControl).sText);
     FillComboFromMRU(row.pControl, *row.pList);
   }

@@ -115,7 +115,8 @@ class frmMain : public clsForm, public clsRunWindow {
   clsRunFields& fields_;
   bool bRunning_ = false;
   bool bFirstJobDialog_ = true;
+  std::string sLastRecipeText_;  ///< Of the recipe editor, between two openings
+  int32_t lLastTableCounter_ = 0;
 };
-
 
 }  // namespace quillon

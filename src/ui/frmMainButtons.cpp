@@ -70,10 +70,15 @@ void frmMain::cmdEditProfile_Click() {
 
 void frmMain::cmdEditRecipe_Click() {
   frmExportBuilder editor(*this);
+  // Text and count live on between two openings of the editor.
+  editor.ExportSpecs = sLastRecipeText_;
+  editor.TableCounter = lLastTableCounter_;
   editor.Form_Load();
   editor.LoadRecipeIntoEditor(Get("cbRecipeFile").sText);
   screen_.ShowModal(editor);
-  if (!editor.sLastRecipeFileName.empty()) SetComboText("cbRecipeFile", editor.sLastRecipeFileName);
+  sLastRecipeText_ = editor.ExportSpecs;
+  lLastTableCounter_ = editor.TableCounter;
+  SetComboText("cbRecipeFile", editor.sLastRecipeFileName);
 }
 
 }  // namespace quillon

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "frmMain.h"
+#include "modHelp.h"
 
 namespace quillon {
 
@@ -94,9 +95,9 @@ struct HelpButton {
   std::string_view sName;
   int nTopic;
 };
-constexpr std::array kHelpButtons{
-    HelpButton{"cmdHelpConversionMethod", 16}, HelpButton{"cmdHelpMarkup", 12},     HelpButton{"cmdHelpOutputFile", 15},
-    HelpButton{"cmdHelpProfileFile", 50},      HelpButton{"cmdHelpRecipeFile", 13}, HelpButton{"cmdHelpInputFile", 14}};
+constexpr std::array kHelpButtons{HelpButton{"cmdHelpConversionMethod", 16}, HelpButton{"cmdHelpMarkup", 12},
+                                  HelpButton{"cmdHelpOutputFile", 15},       HelpButton{"cmdHelpProfileFile", 50},
+                                  HelpButton{"cmdHelpRecipeFile", 13},       HelpButton{"cmdHelpInputFile", 14}};
 
 }  // namespace
 

@@ -13,7 +13,9 @@ namespace {
 
 constexpr size_t kShortestJobPath = 2;
 
-bool IsJobPath(std::string_view sJob) { return !sJob.empty() && sJob != "*"; }
+bool IsJobPath(std::string_view sJob) {
+  return !sJob.empty() && sJob != "*";
+}
 
 }  // namespace
 
@@ -46,8 +48,8 @@ void frmMain::ConversionJobOpen(std::string sFile) {
 
 void frmMain::ShowNotes() {
   if (TrimBlanks(options_.sReadMe).empty()) return;
-  log_.LogAddText(Translate(" ----------- QLN File Notes ------------------START") + "\r\n" + options_.sReadMe + "\r\n" +
-                  options_.sReadMe2 + "\r\n" + Translate(" ----------- QLN File Notes ------------------END"));
+  log_.LogAddText(Translate(" ----------- QLN File Notes ------------------START") + "\r\n" + options_.sReadMe +
+                  "\r\n" + options_.sReadMe2 + "\r\n" + Translate(" ----------- QLN File Notes ------------------END"));
 }
 
 void frmMain::TellNotSaved() {
@@ -87,9 +89,9 @@ void frmMain::ConversionJobSaveAs() {
 
 void frmMain::CheckToSaveFileBeforeErasing() {
   if (gbCommandLineMode || !bAskToSaveBMKFileBeforeExit || !IsJobPath(sJobFile)) return;
-  const MessageAnswer answer = host_.ShowMessage(
-      Translate("Changes have been made to this Conversion Job. Would you like to save it now?"), Translate("Save"),
-      MessageIcon::Question, MessageButtons::YesNo);
+  const MessageAnswer answer =
+      host_.ShowMessage(Translate("Changes have been made to this Conversion Job. Would you like to save it now?"),
+                        Translate("Save"), MessageIcon::Question, MessageButtons::YesNo);
   if (answer == MessageAnswer::Yes) ConversionJobSave();
 }
 

@@ -22,7 +22,9 @@ frmMainMDI::frmMainMDI() : clsForm("frmMainMDI") {
   bFirstTimeUser = StoreGet("Settings", "bFirstTimeUser", "TRUE") != "FALSE";
 }
 
-void frmMainMDI::ReadIniFile() { ReadPlacement(kSection, placement); }
+void frmMainMDI::ReadIniFile() {
+  ReadPlacement(kSection, placement);
+}
 
 void frmMainMDI::SaveIniFile(bool bUnattended) {
   if (!bUnattended) SavePlacement(kSection, placement);

@@ -29,7 +29,9 @@ int32_t ReadNumber(const clsIniFile& file, std::string_view sKey, std::string_vi
   return *number;
 }
 
-const char* UpperWord(bool bValue) { return bValue ? "TRUE" : "FALSE"; }
+const char* UpperWord(bool bValue) {
+  return bValue ? "TRUE" : "FALSE";
+}
 
 }  // namespace
 
@@ -73,19 +75,20 @@ void frmMain::SaveIniFile() {
     return IniEntry{std::string(kGeneral), std::string(sKey), std::move(sValue)};
   };
   WritePrivateProfileStrings(
-      gsSettingsFile,
-      {general("bWarnedAboutTabsInFile", UpperWord(fields_.bWarnedAboutTabsInFile)),
-       general("bClearOutputFileBeforeProcessing", UpperWord(bClearOutputFileBeforeProcessing)),
-       general("sSheetTarget", sSheetTarget),
-       general("lDelimitationCharacter", std::to_string(lDelimitationCharacter)),
-       general("lConversionMethod", std::to_string(lConversionMethod)), general("lTabSize", std::to_string(lTabSize)),
-       general("bUnix", bUnix ? "True" : "False"),
-       {"frmMain", "sActiveFixedWidthProfile", Get("cbFixedWidthProfileList").sText},
-       general("sStartColRow", sStartColRow), general("bTreatDataAsText", UpperWord(bTreatDataAsText)),
-       general("lUseDoubleQuotes", std::to_string(lUseDoubleQuotes)),
-       general("bIsUnicode", UpperWord(bIsUnicode)),
-       general("bTrimInputTextFilesPadCharacter", UpperWord(fields_.bTrimInputTextFilesPadCharacter)),
-       general("bShowAdvancedOptions_Profile_Editor", UpperWord(bShowAdvancedOptions_Profile_Editor))});
+      gsSettingsFile, {general("bWarnedAboutTabsInFile", UpperWord(fields_.bWarnedAboutTabsInFile)),
+                       general("bClearOutputFileBeforeProcessing", UpperWord(bClearOutputFileBeforeProcessing)),
+                       general("sSheetTarget", sSheetTarget),
+                       general("lDelimitationCharacter", std::to_string(lDelimitationCharacter)),
+                       general("lConversionMethod", std::to_string(lConversionMethod)),
+                       general("lTabSize", std::to_string(lTabSize)),
+                       general("bUnix", bUnix ? "True" : "False"),
+                       {"frmMain", "sActiveFixedWidthProfile", Get("cbFixedWidthProfileList").sText},
+                       general("sStartColRow", sStartColRow),
+                       general("bTreatDataAsText", UpperWord(bTreatDataAsText)),
+                       general("lUseDoubleQuotes", std::to_string(lUseDoubleQuotes)),
+                       general("bIsUnicode", UpperWord(bIsUnicode)),
+                       general("bTrimInputTextFilesPadCharacter", UpperWord(fields_.bTrimInputTextFilesPadCharacter)),
+                       general("bShowAdvancedOptions_Profile_Editor", UpperWord(bShowAdvancedOptions_Profile_Editor))});
   for (clsMRU* const pList : {&mruInputFile, &mruOutputFile, &mruRecipeFile, &mruFileOpen}) pList->ShutDown();
 }
 

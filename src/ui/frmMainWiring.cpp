@@ -69,9 +69,8 @@ void frmMain::WireMenus() {
   });
   OnClick("mnuGettingStarted", [this] { mnuGettingStarted_Click(); });
   OnClick("mnuHelp", [this] { OpenHelpTopic(host_, 0); });
-  OnClick("mnuAbout", [this] {
-    host_.ShowMessage(AboutText(), "Quillon", MessageIcon::Information, MessageButtons::Ok);
-  });
+  OnClick("mnuAbout",
+          [this] { host_.ShowMessage(AboutText(), "Quillon", MessageIcon::Information, MessageButtons::Ok); });
   for (const WebMenu& menu : kWebMenus) {
     OnClick(menu.sName, [this, nTopic = menu.nTopic] { OpenHelpTopic(host_, nTopic); });
   }

@@ -31,7 +31,8 @@ void frmQLNOptions::MakeInputTab() {
   Add(ControlKind::Label, "lblTabSize", "Tab Size:");
   Add(ControlKind::TextBox, "txtTabSize").sTag = "TranslateFalse";
   Add(ControlKind::Label, "lblTabSizeNote",
-      "When the text in the input file contains tab characters you must specify the tab stop size that was used when the "
+      "When the text in the input file contains tab characters you must specify the tab stop size that was used when "
+      "the "
       "file was created. Typical values are 2 to 16, with 8 used most commonly.");
   Add(ControlKind::CheckBox, "cbUnix", "Support Unix style text files");
   Add(ControlKind::Frame, "frameProfileInput", "Profile Method Specific Options");
@@ -96,7 +97,9 @@ void frmQLNOptions::ShowTab() {
   for (int i = 0; i < 2; ++i) Get("FrameArray", i).bVisible = i == lTab;
 }
 
-void frmQLNOptions::MarkJobChanged() { oOwner_.bAskToSaveBMKFileBeforeExit = true; }
+void frmQLNOptions::MarkJobChanged() {
+  oOwner_.bAskToSaveBMKFileBeforeExit = true;
+}
 
 void frmQLNOptions::cmdApply_Click() {
   const std::optional<int32_t> lTabSize = ParseWholeNumber(Get("txtTabSize").sText);

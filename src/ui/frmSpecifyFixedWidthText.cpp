@@ -28,13 +28,17 @@ constexpr std::string_view kHeightSection = "SpecifyFixedWidthFormHeight";
 void SelectIn(clsControl& list, int nIndex) {
   list.lListIndex = nIndex;
   list.sText = nIndex >= 0 && static_cast<size_t>(nIndex) < list.items.size() ? list.items[static_cast<size_t>(nIndex)]
-                                                                             : std::string();
+                                                                              : std::string();
 }
 
-bool Holds(std::string_view sText, std::string_view sPiece) { return sText.find(sPiece) != std::string_view::npos; }
+bool Holds(std::string_view sText, std::string_view sPiece) {
+  return sText.find(sPiece) != std::string_view::npos;
+}
 
 /// A numeric text as a whole number that any control can show; 0 for what is none or too large.
-int WholeOr0(std::string_view sText) { return ParseWholeNumber(sText).value_or(0); }
+int WholeOr0(std::string_view sText) {
+  return ParseWholeNumber(sText).value_or(0);
+}
 
 }  // namespace
 
@@ -93,7 +97,9 @@ void frmSpecifyFixedWidthText::SetupGrid() {
   gbSuppressChanges = bBefore;
 }
 
-void frmSpecifyFixedWidthText::ShowAdvanced() { Get("frameAdvancedOptions").bVisible = AdvancedShown(); }
+void frmSpecifyFixedWidthText::ShowAdvanced() {
+  Get("frameAdvancedOptions").bVisible = AdvancedShown();
+}
 
 void frmSpecifyFixedWidthText::fgGrid_Click(int nRow) {
   SelectRow(nRow);

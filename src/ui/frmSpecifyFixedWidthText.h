@@ -13,8 +13,9 @@ namespace quillon {
 
 class frmMain;
 
-/// The profile editor: manages the profiles of the Profiles folder and edits one, row by row. The edit fields mirror the
-/// current row of the grid. Nothing reaches the file until Save, "Save and Close" or Rename. Grid rows count from 0.
+/// The profile editor: manages the profiles of the Profiles folder and edits one, row by row. The edit fields mirror
+/// the current row of the grid. Nothing reaches the file until Save, "Save and Close" or Rename. Grid rows count from
+/// 0.
 class frmSpecifyFixedWidthText : public clsForm {
  public:
   static constexpr double kDefaultHeight = 8355, kMinHeight = 6200;  ///< Twips

@@ -36,8 +36,7 @@ constexpr std::array kControls{
                "What character to use to fill empty space. Empty space occurs when data is smaller than the width "
                "specified."},
     ControlRow{ControlKind::Label, "lblAlign", "Align", ""},
-    ControlRow{ControlKind::ComboBox, "cbJustification", "",
-               "Align the data to the right or left of any empty space."},
+    ControlRow{ControlKind::ComboBox, "cbJustification", "", "Align the data to the right or left of any empty space."},
     ControlRow{ControlKind::CommandButton, "cmdColumnNext", "&Next", ""},
     ControlRow{ControlKind::CheckBox, "cbAdvancedOptionsShow", "Show Advanced Settings", ""},
     ControlRow{ControlKind::Frame, "frameAdvancedOptions", "", ""},

@@ -153,11 +153,12 @@ void frmSpecifyFixedWidthText::cmdRenameProfile_Click() {
   oOwner_.Screen().ShowModal(dialog);
   if (dialog.bCancelled || dialog.sChosenText.empty()) return;
   const std::string sNew = dialog.sChosenText;
-  const bool bRenamed = !HasSeparator(sNew) && !FileExists(ProfilePath(sNew)) &&
-                        MoveFileOver(ProfilePath(sOld), ProfilePath(sNew));
+  const bool bRenamed =
+      !HasSeparator(sNew) && !FileExists(ProfilePath(sNew)) && MoveFileOver(ProfilePath(sOld), ProfilePath(sNew));
   if (!bRenamed) {
     return Tell(
-        "Unable to rename profile. Check that the file exists in the 'Profiles' folder. Also, only use valid file names.");
+        "Unable to rename profile. Check that the file exists in the 'Profiles' folder. Also, only use valid file "
+        "names.");
   }
   Get("cbProfileList").sText = sNew;
   SaveProfileToDisk(sNew, fgGrid, oOwner_.Host());

@@ -31,12 +31,10 @@ frmTableBuilder::frmTableBuilder(frmExportBuilder& editor) : clsForm("frmTableBu
   Add(ControlKind::CommandButton, "cmdAddColumn", "Add Column Field...");
   Add(ControlKind::CommandButton, "cmdOK", "OK");
   Add(ControlKind::CommandButton, "cmdCancel", "Cancel");
-  OnLostFocus("txtReadStartLine", [this] {
-    CheckText("txtReadStartLine", "Top Key Text should not be a blank!", "KEY TEXT AT TOP");
-  });
-  OnLostFocus("txtReadEndLine", [this] {
-    CheckText("txtReadEndLine", "Bottom Key Text should not be a blank!", "KEY TEXT AT BOTTOM");
-  });
+  OnLostFocus("txtReadStartLine",
+              [this] { CheckText("txtReadStartLine", "Top Key Text should not be a blank!", "KEY TEXT AT TOP"); });
+  OnLostFocus("txtReadEndLine",
+              [this] { CheckText("txtReadEndLine", "Bottom Key Text should not be a blank!", "KEY TEXT AT BOTTOM"); });
   OnLostFocus("txtReadStartLineOffset",
               [this] { CheckNumber("txtReadStartLineOffset", "Top Line offset must be a number"); });
   OnLostFocus("txtReadEndLineOffset",
@@ -58,7 +56,9 @@ void frmTableBuilder::Form_Load() {
   ShowFieldCount();
 }
 
-void frmTableBuilder::ShowFieldCount() { Get("lblFields").sCaption = std::to_string(FieldCount); }
+void frmTableBuilder::ShowFieldCount() {
+  Get("lblFields").sCaption = std::to_string(FieldCount);
+}
 
 void frmTableBuilder::Warn(std::string_view sMessage) {
   editor_.Owner().Host().ShowMessage(Translate(sMessage), sCaption, MessageIcon::Warning, MessageButtons::Ok);
@@ -95,7 +95,8 @@ void frmTableBuilder::cmdOK_Click() {
   sText += "ReadEndLine=" + field("txtReadEndLine") + "\r\n";
   sText += "ReadEndLineOffset=" + field("txtReadEndLineOffset") + "\r\n";
   // The last field closes on its last character instead of a blank.
-  if (ParsingString.size() > 1 && ParsingString.back() == ' ') ParsingString.back() = ParsingString[ParsingString.size() - 2];
+  if (ParsingString.size() > 1 && ParsingString.back() == ' ')
+    ParsingString.back() = ParsingString[ParsingString.size() - 2];
   if (FieldCount == 0) ParsingString = "-";
   sText += "Parsing=" + ParsingString + "\r\nWriteColumn=A\r\n";
   editor_.SetEditorText(sText);

@@ -37,7 +37,9 @@ frmPleaseWait::frmPleaseWait() : clsForm("frmPleaseWait") {
   Add(ControlKind::Label, "lblLine2");
 }
 
-void frmPleaseWait::Form_Load(clsScreen& screen) { TranslateForm(*this, screen); }
+void frmPleaseWait::Form_Load(clsScreen& screen) {
+  TranslateForm(*this, screen);
+}
 
 void frmPleaseWait::ShowStart() {
   Get("lblHeader").sCaption = Translate("Quillon");

@@ -11,14 +11,18 @@ constexpr std::string_view kExempt = "TranslateFalse";
 
 bool HasTranslatedCaption(const clsControl& control) {
   switch (control.kind) {
-    case ControlKind::Menu: return control.sCaption != "-" && control.sTag != kExempt;
+    case ControlKind::Menu:
+      return control.sCaption != "-" && control.sTag != kExempt;
     case ControlKind::CommandButton:
-    case ControlKind::ToolButton: return true;
+    case ControlKind::ToolButton:
+      return true;
     case ControlKind::Label:
     case ControlKind::CheckBox:
     case ControlKind::Frame:
-    case ControlKind::OptionButton: return control.sTag != kExempt;
-    default: return false;
+    case ControlKind::OptionButton:
+      return control.sTag != kExempt;
+    default:
+      return false;
   }
 }
 

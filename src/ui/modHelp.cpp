@@ -15,10 +15,10 @@ struct Topic {
   std::string_view sPage;
 };
 
-constexpr std::array kTopics{Topic{0, "index"},         Topic{2, "getting-started"}, Topic{12, "markup"},
-                             Topic{13, "recipe"},       Topic{14, "window"},         Topic{15, "window"},
-                             Topic{16, "methods"},      Topic{17, "command-line"},   Topic{22, "window"},
-                             Topic{25, "automation"},   Topic{50, "profile"},        Topic{60, "changelog"},
+constexpr std::array kTopics{Topic{0, "index"},       Topic{2, "getting-started"}, Topic{12, "markup"},
+                             Topic{13, "recipe"},     Topic{14, "window"},         Topic{15, "window"},
+                             Topic{16, "methods"},    Topic{17, "command-line"},   Topic{22, "window"},
+                             Topic{25, "automation"}, Topic{50, "profile"},        Topic{60, "changelog"},
                              Topic{70, "languages"}};
 
 }  // namespace
@@ -39,9 +39,10 @@ void OpenHelpTopic(clsHost& host, int nTopic) {
 }
 
 std::string AboutText() {
-  return fmt::format("Quillon {}\r\nBrindlemark, Inc.\r\n\r\n{}\r\n\r\n{} Qt, fmt {}.{}.{}, pugixml, libzip, ISA-L, libgsf",
-                     VersionText, Translate("Text to Excel/CSV File Conversion"), Translate("Built with:"),
-                     FMT_VERSION / 10000, FMT_VERSION / 100 % 100, FMT_VERSION % 100);
+  return fmt::format(
+      "Quillon {}\r\nBrindlemark, Inc.\r\n\r\n{}\r\n\r\n{} Qt, fmt {}.{}.{}, pugixml, libzip, ISA-L, libgsf",
+      VersionText, Translate("Text to Excel/CSV File Conversion"), Translate("Built with:"), FMT_VERSION / 10000,
+      FMT_VERSION / 100 % 100, FMT_VERSION % 100);
 }
 
 }  // namespace quillon

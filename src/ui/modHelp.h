@@ -8,8 +8,8 @@
 
 namespace quillon {
 
-/// Opens a page of the manual by its topic number; the contents for a number that has none. The manual is installed with
-/// the program and works offline.
+/// Opens a page of the manual by its topic number; the contents for a number that has none. The manual is installed
+/// with the program and works offline.
 void OpenHelpTopic(clsHost& host, int nTopic);
 /// Host path of the page.
 std::string HelpPage(int nTopic);
@@ -19,8 +19,8 @@ struct WebMenu {
   std::string_view sName;
   int nTopic;
 };
-constexpr std::array kWebMenus{WebMenu{"mnuHelpWeb", 0}, WebMenu{"mnuHelpProductHomePage", 2},
-                               WebMenu{"mnuHelpProductUpdates", 60}, WebMenu{"mnuBrindlemarkHomePage", 2}};
+inline constexpr std::array kWebMenus{WebMenu{"mnuHelpWeb", 0}, WebMenu{"mnuHelpProductHomePage", 2},
+                                      WebMenu{"mnuHelpProductUpdates", 60}, WebMenu{"mnuBrindlemarkHomePage", 2}};
 
 /// Name, version, maker and the libraries the program stands on.
 std::string AboutText();

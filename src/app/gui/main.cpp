@@ -1,0 +1,8 @@
+// The desktop program. Its arguments, joined by blanks, are the command text: "/!" opens a job, other switches run one.
+
+#include "modDesktop.h"
+
+int main(int argc, char** argv) {
+  quillon::clsApplication application(argc, argv);
+  return quillon::RunDesktop(argc, argv);
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QLabel>
+#include <QMainWindow>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+
+#include "clsFormBinder.h"
+#include "clsQtHost.h"
+#include "frmMain.h"
+#include "frmMainMDI.h"
+#include "modRunLog.h"
+
+namespace quillon {
+
+/// The frame and the main form in one window: the three steps, the log, toolbar, menus and status bars.
+class clsMainWindow : public QMainWindow, public clsRunLogView {
+ public:
+  clsMainWindow(clsQtHost& host, frmMainMDI& frame, frmMain& form, clsRunLog& log);
+  ~clsMainWindow() override;
+
+  /// Applies the placement of the settings, on a screen that still exists.
+  void ApplyPlacement();
+  void ShowAll() { binder_.ShowState(); }
+
+  void LogReplaced(std::string_view sText) override;
+  void LogAppended(std::string_view sBytes) override;
+
+ protected:
+  void closeEvent(QCloseEvent* pEvent) override;
+  void resizeEvent(QResizeEvent* pEvent) override;
+  void moveEvent(QMoveEvent* pEvent) override;
+  void changeEvent(QEvent* pEvent) override;
+  void dragEnterEvent(QDragEnterEvent* pEvent) override;
+  void dropEvent(QDropEvent* pEvent) override;
+  void keyPressEvent(QKeyEvent* pEvent) override;
+  bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+
+ private:
+  QWidget* MakeStep1();
+  QWidget* MakeStep2();
+  QWidget* MakeStep3();
+  QWidget* MakeLog();
+  void MakeToolBar();
+  void MakeStatusBars();
+  void NotePlacement();
+  void ShowRunProgress(const RunProgress& progress);
+  void CloseWhenIdle();
+
+  clsQtHost& host_;
+  frmMainMDI& frame_;
+  frmMain& form_;
+  clsRunLog& log_;
+  clsFormBinder binder_;
+  QPlainTextEdit* pLog_ = nullptr;
+  QProgressBar* pProgress_ = nullptr;
+  std::map<std::pair<int, int>, QLabel*> panels_;
+  QElapsedTimer runTime_;
+  bool bUnloaded_ = false;
+};
+
+}  // namespace quillon

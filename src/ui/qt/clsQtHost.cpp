@@ -1,0 +1,98 @@
+#include "clsQtHost.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QEventLoop>
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QTimer>
+#include <QUrl>
+#include <chrono>
+#include <ctime>
+
+#include "clsFormBinder.h"
+#include "modTranslator.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr qint64 kMillisecondsBetweenEvents = 30;
+
+QMessageBox::Icon IconOf(MessageIcon icon) {
+  switch (icon) {
+    case MessageIcon::Information: return QMessageBox::Information;
+    case MessageIcon::Warning: return QMessageBox::Warning;
+    case MessageIcon::Question: return QMessageBox::Question;
+    case MessageIcon::Critical: return QMessageBox::Critical;
+    default: return QMessageBox::NoIcon;
+  }
+}
+
+}  // namespace
+
+clsQtHost::clsQtHost() { sinceEvents_.start(); }
+
+MessageAnswer clsQtHost::ShowMessage(std::string_view sText, std::string_view sTitle, MessageIcon icon,
+                                     MessageButtons buttons) {
+  if (bClosing && buttons == MessageButtons::YesNo) return MessageAnswer::Yes;
+  QWidget* const pParent =
+      QApplication::activeModalWidget() != nullptr ? QApplication::activeModalWidget() : QApplication::activeWindow();
+  QMessageBox box(IconOf(icon), ToQt(sTitle), ToQt(sText).replace("\r\n", "\n"), QMessageBox::NoButton, pParent);
+  if (buttons == MessageButtons::Ok) {
+    box.addButton(ToQt(Translate("OK")), QMessageBox::AcceptRole);
+    box.exec();
+    return MessageAnswer::Ok;
+  }
+  QAbstractButton* const pYes = box.addButton(ToQt(Translate("&Yes")), QMessageBox::YesRole);
+  QPushButton* const pNo = box.addButton(ToQt(Translate("&No")), QMessageBox::NoRole);
+  box.setEscapeButton(pNo);
+  box.exec();
+  return box.clickedButton() == pYes ? MessageAnswer::Yes : MessageAnswer::No;
+}
+
+void clsQtHost::Report(const ReportEntry& entry) {
+  if (pLog_ != nullptr) pLog_->Report(entry);
+}
+
+// Called for each row: asking the clock is all that most calls cost.
+void clsQtHost::LetEventsRun() {
+  if (sinceEvents_.elapsed() < kMillisecondsBetweenEvents) return;
+  QApplication::processEvents();
+  sinceEvents_.restart();
+}
+
+void clsQtHost::SetCaption(std::string_view sText) {
+  sCaption_ = sText;
+  if (onCaption) onCaption(sText);
+}
+
+void clsQtHost::SetStatusPanel(StatusBar bar, int nPanel, std::string_view sText) {
+  if (onStatusPanel) onStatusPanel(bar, nPanel, sText);
+}
+
+void clsQtHost::ShowProgress(const RunProgress& progress) {
+  if (onProgress) onProgress(progress);
+}
+
+void clsQtHost::Wait(int nMilliseconds) {
+  QEventLoop loop;
+  QTimer::singleShot(nMilliseconds, &loop, &QEventLoop::quit);
+  loop.exec();
+}
+
+bool clsQtHost::OpenPath(std::string_view sPath, OpenVerb) {
+  const QString sText = ToQt(sPath);
+  // The desktop's own opener: it finds the text editor, the browser and the file manager alike.
+  return QProcess::startDetached("xdg-open", {sText}) || QDesktopServices::openUrl(QUrl::fromLocalFile(sText));
+}
+
+std::time_t clsQtHost::Now() { return std::time(nullptr); }
+
+int64_t clsQtHost::TickMilliseconds() {
+  return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now().time_since_epoch())
+      .count();
+}
+
+}  // namespace quillon

@@ -1,0 +1,99 @@
+#include "clsQtScreen.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QFontDatabase>
+#include <QFontDialog>
+#include <QKeyEvent>
+
+#include "clsFormBinder.h"
+#include "modDialogLayouts.h"
+#include "modPaths.h"
+
+namespace quillon {
+
+namespace {
+
+/// A dialog that asks its form before it closes and hands the form's keys on.
+class clsFormDialog : public QDialog {
+ public:
+  clsFormDialog(clsForm& form, QWidget* pParent) : QDialog(pParent), form_(form) {
+    setWindowTitle(ToQt(form.sCaption));
+  }
+
+ protected:
+  void reject() override { form_.CloseRequested(); }
+  void closeEvent(QCloseEvent* pEvent) override {
+    if (!form_.IsUnloaded()) form_.CloseRequested();
+    form_.IsUnloaded() ? QDialog::closeEvent(pEvent) : pEvent->ignore();
+  }
+  void keyPressEvent(QKeyEvent* pEvent) override {
+    const std::string sKey = pEvent->key() == Qt::Key_Escape ? "Escape" : pEvent->key() == Qt::Key_F1 ? "F1" : "";
+    if (!sKey.empty() && form_.KeyPressed(sKey)) return;
+    QDialog::keyPressEvent(pEvent);
+  }
+
+ private:
+  clsForm& form_;
+};
+
+QString Filters(const FileQuestion& question, QString& sSelected) {
+  QStringList all;
+  for (const auto& [sLabel, sMasks] : question.filters) {
+    // A label brings its masks in brackets for the eye; the toolkit wants them there, both cases of letters.
+    const QString sShown = ToQt(sLabel.substr(0, sLabel.find('(')) + "(" + sMasks + ")");
+    all << sShown;
+  }
+  for (QString& sFilter : all) sFilter.replace("*.*", "*").replace(";", " ");
+  const int nFirst = question.lFilterIndex - 1;
+  if (nFirst >= 0 && nFirst < static_cast<int>(all.size())) sSelected = all[nFirst];
+  return all.join(";;");
+}
+
+}  // namespace
+
+void clsQtScreen::ShowModal(clsForm& form) {
+  QWidget* const pParent = QApplication::activeModalWidget() != nullptr ? QApplication::activeModalWidget() : pMainWindow_;
+  clsFormDialog dialog(form, pParent);
+  clsFormBinder binder(form);
+  binder.onClose = [&dialog] { dialog.done(0); };
+  LayoutDialog(form, binder, dialog, host_);
+  binder.ShowState();
+  dialog.setWindowTitle(ToQt(form.sCaption));
+  dialog.exec();
+  binder.onClose = nullptr;
+}
+
+std::string clsQtScreen::AskFile(FileQuestion& question) {
+  QString sSelected;
+  const QString sFilters = Filters(question, sSelected);
+  QString sStart = ToQt(question.sInitDir);
+  if (!question.sFileName.empty()) sStart += "/" + ToQt(question.sFileName);
+  QWidget* const pParent = QApplication::activeModalWidget() != nullptr ? QApplication::activeModalWidget() : pMainWindow_;
+  const QString sChosen =
+      question.bSave
+          ? QFileDialog::getSaveFileName(pParent, ToQt(question.sTitle), sStart, sFilters, &sSelected,
+                                         QFileDialog::DontConfirmOverwrite)
+          : QFileDialog::getOpenFileName(pParent, ToQt(question.sTitle), sStart, sFilters, &sSelected);
+  const auto nIndex = sFilters.split(";;").indexOf(sSelected);
+  question.lFilterIndex = static_cast<int>(nIndex) + 1;
+  return FromQt(sChosen);
+}
+
+std::string clsQtScreen::AskFolder(std::string_view sTitle, std::string_view sStartFolder) {
+  return FromQt(QFileDialog::getExistingDirectory(pMainWindow_, ToQt(sTitle), ToQt(HostPath(sStartFolder))));
+}
+
+std::string clsQtScreen::AskFont(std::string_view sFontName) {
+  bool bChosen = false;
+  const QFont start = sFontName.empty() ? QApplication::font() : QFont(ToQt(sFontName));
+  const QFont font = QFontDialog::getFont(&bChosen, start, QApplication::activeModalWidget());
+  return bChosen ? FromQt(font.family()) : std::string();
+}
+
+bool clsQtScreen::FontInstalled(std::string_view sFontName) {
+  return QFontDatabase::families().contains(ToQt(sFontName), Qt::CaseInsensitive);
+}
+
+}  // namespace quillon

@@ -1,0 +1,144 @@
+#include "modDesktop.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QLabel>
+#include <QVBoxLayout>
+#include <iostream>
+#include <memory>
+
+#include "MainModule.h"
+#include "clsMainWindow.h"
+#include "clsQtHost.h"
+#include "clsQtScreen.h"
+#include "frmLanguage.h"
+#include "frmMain.h"
+#include "frmMainMDI.h"
+#include "frmTextDisplay.h"
+#include "modFailure.h"
+#include "modFiles.h"
+#include "modPaths.h"
+#include "modText.h"
+#include "modTranslator.h"
+#include "modVersion.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr int kUnexpected = 70;
+
+/// All that lives as long as the desktop program.
+struct Desktop {
+  clsQtHost host;
+  clsQtScreen screen{host};
+  clsRunFields fields;
+  clsRunLog log{host, gConversionOptions};
+  frmMainMDI frame;
+  std::unique_ptr<frmMain> pForm;
+  std::unique_ptr<clsMainWindow> pWindow;
+
+  void StartMainWindow(const std::string& sJobFile);
+  void ShowBanner(QWidget& banner);
+};
+
+/// The start-up banner, shown without blocking.
+void Desktop::ShowBanner(QWidget& banner) {
+  frmPleaseWait form;
+  form.Form_Load(screen);
+  form.ShowStart();
+  auto* const pColumn = new QVBoxLayout(&banner);
+  for (const char* const pName : {"lblHeader", "lblLine1", "lblLine2"}) {
+    auto* const pLabel = new QLabel(ToQt(form.Get(pName).sCaption));
+    pLabel->setAlignment(Qt::AlignCenter);
+    constexpr int kHeaderPoints = 16;
+    if (pColumn->count() == 0) pLabel->setFont(QFont(pLabel->font().family(), kHeaderPoints));
+    pColumn->addWidget(pLabel);
+  }
+  banner.setWindowFlags(Qt::SplashScreen);
+  constexpr int kMargin = 40;
+  pColumn->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  banner.show();
+  QApplication::processEvents();
+}
+
+void Desktop::StartMainWindow(const std::string& sJobFile) {
+  QWidget banner;
+  ShowBanner(banner);
+  host.Wait(200);
+  frame.ReadIniFile();
+  pForm = std::make_unique<frmMain>(host, screen, gConversionOptions, log, fields);
+  pWindow = std::make_unique<clsMainWindow>(host, frame, *pForm, log);
+  screen.SetMainWindow(pWindow.get());
+  pWindow->ApplyPlacement();
+  // The guide of a first start is modal; the window must stand behind it by then.
+  pForm->onMaximise = [this] {
+    if (frame.placement.lWindowState == 2) pWindow->setWindowState(Qt::WindowMaximized);
+    pWindow->ShowAll();
+    pWindow->show();
+  };
+  pForm->Form_Load(frame.bFirstTimeUser);
+  if (FileExists(sJobFile)) pForm->ConversionJobOpen(sJobFile);
+  pWindow->ShowAll();
+  pWindow->show();
+  host.Wait(250);
+  banner.hide();
+}
+
+Desktop* gpDesktop = nullptr;
+
+int Failed(Desktop& desktop, const char* pText) {
+  std::cerr << "quillon-gui: " << pText << '\n';
+  desktop.host.ShowMessage(pText, "Quillon", MessageIcon::Critical, MessageButtons::Ok);
+  // A changed job is offered to be saved before all is lost.
+  if (desktop.pForm) desktop.pForm->CheckToSaveFileBeforeErasing();
+  return kUnexpected;
+}
+
+std::string CommandText(int nArguments, char** pArguments) {
+  std::string sText;
+  for (int i = 1; i < nArguments; ++i) sText += (i > 1 ? " " : "") + std::string(pArguments[i]);
+  return sText;
+}
+
+/// A file given as the one argument, as a desktop does that opens it: a job is opened in the window.
+bool IsJobArgument(int nArguments, char** pArguments) {
+  return nArguments == 2 && EqualNoCase(ExtensionOfPath(pArguments[1]), "QLN") && FileExists(pArguments[1]);
+}
+
+}  // namespace
+
+bool clsApplication::notify(QObject* pReceiver, QEvent* pEvent) {
+  try {
+    return QApplication::notify(pReceiver, pEvent);
+  } catch (const UnhandledFailure& failure) {
+    if (gpDesktop != nullptr) exit(Failed(*gpDesktop, failure.what()));
+    return false;
+  }
+}
+
+int RunDesktop(int nArguments, char** pArguments) {
+  Desktop desktop;
+  gpDesktop = &desktop;
+  desktop.host.SetLog(&desktop.log);
+  QApplication::setApplicationName("Quillon");
+  QApplication::setApplicationVersion(ToQt(VersionText));
+  QApplication::setWindowIcon(QIcon(ToQt(ShippedPath("quillon.svg"))));
+  const bool bJob = IsJobArgument(nArguments, pArguments);
+  StartHooks hooks;
+  hooks.InitializeTranslator = [&] {
+    InitializeTranslator(desktop.host, [&] { ChooseLanguage(desktop.host, desktop.screen, false); });
+  };
+  hooks.StartMainWindow = [&](const std::string& sJobFile) {
+    desktop.StartMainWindow(bJob ? AbsolutePath(pArguments[1]) : sJobFile);
+  };
+  try {
+    const std::string sText = bJob ? std::string() : CommandText(nArguments, pArguments);
+    const StartOutcome outcome = Main(sText, desktop.host, desktop.log, desktop.fields, hooks);
+    return outcome == StartOutcome::StartedWindow ? QApplication::exec() : 0;
+  } catch (const UnhandledFailure& failure) {
+    return Failed(desktop, failure.what());
+  }
+}
+
+}  // namespace quillon
