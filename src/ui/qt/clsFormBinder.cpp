@@ -19,11 +19,17 @@ QString ToQt(std::string_view sText) {
   return QString::fromUtf8(sText.data(), static_cast<qsizetype>(sText.size()));
 }
 
-std::string FromQt(const QString& sText) { return sText.toStdString(); }
+std::string FromQt(const QString& sText) {
+  return sText.toStdString();
+}
 
-clsFormBinder::clsFormBinder(clsForm& form) : form_(form) { form_.SetView(this); }
+clsFormBinder::clsFormBinder(clsForm& form) : form_(form) {
+  form_.SetView(this);
+}
 
-clsFormBinder::~clsFormBinder() { form_.SetView(nullptr); }
+clsFormBinder::~clsFormBinder() {
+  form_.SetView(nullptr);
+}
 
 QWidget* clsFormBinder::Widget(std::string_view sControl, int nIndex) {
   const Key key{std::string(sControl), nIndex};
@@ -42,14 +48,20 @@ QWidget* clsFormBinder::Make(clsControl& control) {
       pLabel->setWordWrap(true);
       return pLabel;
     }
-    case ControlKind::Panel: return new QLabel;
-    case ControlKind::Frame: return new QGroupBox;
-    case ControlKind::Grid: return new QTableWidget;
-    case ControlKind::TextBox: return MakeText(control);
+    case ControlKind::Panel:
+      return new QLabel;
+    case ControlKind::Frame:
+      return new QGroupBox;
+    case ControlKind::Grid:
+      return new QTableWidget;
+    case ControlKind::TextBox:
+      return MakeText(control);
     case ControlKind::ComboBox:
     case ControlKind::ListBox:
-    case ControlKind::TabStrip: return MakeList(control);
-    default: return MakeButton(control);
+    case ControlKind::TabStrip:
+      return MakeList(control);
+    default:
+      return MakeButton(control);
   }
 }
 
@@ -102,10 +114,11 @@ QWidget* clsFormBinder::MakeButton(clsControl& control) {
     pButton = new QPushButton;
     static_cast<QPushButton*>(pButton)->setAutoDefault(false);
   }
-  QObject::connect(pButton, &QAbstractButton::clicked, pButton, [this, sControl = control.sName, nIndex = control.nIndex] {
-    form_.Click(sControl, nIndex);
-    ShowState();
-  });
+  QObject::connect(pButton, &QAbstractButton::clicked, pButton,
+                   [this, sControl = control.sName, nIndex = control.nIndex] {
+                     form_.Click(sControl, nIndex);
+                     ShowState();
+                   });
   return pButton;
 }
 
@@ -182,18 +195,33 @@ void clsFormBinder::Show(const clsControl& control, QWidget* pWidget) {
     pWidget->setFont(QFont(ToQt(control.sFontName), pWidget->font().pointSize()));
   }
   switch (control.kind) {
-    case ControlKind::Label: static_cast<QLabel*>(pWidget)->setText(ToQt(control.sCaption)); break;
-    case ControlKind::Panel: static_cast<QLabel*>(pWidget)->setText(ToQt(control.sText)); break;
-    case ControlKind::Frame: static_cast<QGroupBox*>(pWidget)->setTitle(ToQt(control.sCaption)); break;
-    case ControlKind::TextBox: ShowText(control, pWidget); break;
+    case ControlKind::Label:
+      static_cast<QLabel*>(pWidget)->setText(ToQt(control.sCaption));
+      break;
+    case ControlKind::Panel:
+      static_cast<QLabel*>(pWidget)->setText(ToQt(control.sText));
+      break;
+    case ControlKind::Frame:
+      static_cast<QGroupBox*>(pWidget)->setTitle(ToQt(control.sCaption));
+      break;
+    case ControlKind::TextBox:
+      ShowText(control, pWidget);
+      break;
     case ControlKind::ComboBox:
     case ControlKind::ListBox:
-    case ControlKind::TabStrip: ShowList(control, pWidget); break;
+    case ControlKind::TabStrip:
+      ShowList(control, pWidget);
+      break;
     case ControlKind::CheckBox:
-    case ControlKind::OptionButton: static_cast<QAbstractButton*>(pWidget)->setChecked(control.bChecked); [[fallthrough]];
+    case ControlKind::OptionButton:
+      static_cast<QAbstractButton*>(pWidget)->setChecked(control.bChecked);
+      [[fallthrough]];
     case ControlKind::CommandButton:
-    case ControlKind::Picture: static_cast<QAbstractButton*>(pWidget)->setText(ToQt(control.sCaption).trimmed()); break;
-    default: break;
+    case ControlKind::Picture:
+      static_cast<QAbstractButton*>(pWidget)->setText(ToQt(control.sCaption).trimmed());
+      break;
+    default:
+      break;
   }
 }
 

@@ -24,7 +24,9 @@ constexpr int kOpenScreenMargin = 40;  ///< Pixels of a window that must be on a
 
 }  // namespace
 
-clsMainWindow::~clsMainWindow() { log_.SetView(nullptr); }
+clsMainWindow::~clsMainWindow() {
+  log_.SetView(nullptr);
+}
 
 void clsMainWindow::ApplyPlacement() {
   const WindowPlacement& p = frame_.placement;
@@ -114,7 +116,9 @@ void clsMainWindow::dropEvent(QDropEvent* pEvent) {
   binder_.ShowState();
 }
 
-void clsMainWindow::keyPressEvent(QKeyEvent* pEvent) { QMainWindow::keyPressEvent(pEvent); }
+void clsMainWindow::keyPressEvent(QKeyEvent* pEvent) {
+  QMainWindow::keyPressEvent(pEvent);
+}
 
 /// A double click on a line of the log that is a path opens it.
 bool clsMainWindow::eventFilter(QObject* pWatched, QEvent* pEvent) {

@@ -52,7 +52,9 @@ QHBoxLayout* Row(std::initializer_list<QWidget*> widgets) {
   return pRow;
 }
 
-void Dim(QWidget* pHint) { pHint->setForegroundRole(QPalette::PlaceholderText); }
+void Dim(QWidget* pHint) {
+  pHint->setForegroundRole(QPalette::PlaceholderText);
+}
 
 constexpr int kPanels = 6;
 
@@ -96,9 +98,9 @@ QWidget* clsMainWindow::MakeStep1() {
   pGrid->setColumnStretch(0, 1);
   Dim(binder_.Widget("Label1"));
   pGrid->addWidget(binder_.Widget("Label1"), 1, 0, 1, 4);
-  pGrid->addLayout(Row({binder_.Widget("cbDoSubfolders"), binder_.Widget("cmdEditInput"),
-                        binder_.Widget("cmdExploreInputFolder")}),
-                   2, 0, 1, 4);
+  pGrid->addLayout(
+      Row({binder_.Widget("cbDoSubfolders"), binder_.Widget("cmdEditInput"), binder_.Widget("cmdExploreInputFolder")}),
+      2, 0, 1, 4);
   return pBox;
 }
 
@@ -186,9 +188,12 @@ void clsMainWindow::MakeStatusBars() {
     for (int nPanel = 1; nPanel <= kPanels; ++nPanel) {
       auto* const pPanel = new QLabel;
       panels_[{nBar, nPanel}] = pPanel;
-      if (nPanel == 3) pBar->addWidget(pPanel, nBar == 1 ? 2 : 1);
-      else if (nPanel == kPanels && nBar == 0) pBar->addPermanentWidget(pPanel);
-      else pPanel->setParent(this), pPanel->hide();
+      if (nPanel == 3)
+        pBar->addWidget(pPanel, nBar == 1 ? 2 : 1);
+      else if (nPanel == kPanels && nBar == 0)
+        pBar->addPermanentWidget(pPanel);
+      else
+        pPanel->setParent(this), pPanel->hide();
     }
   }
   pBar->addPermanentWidget(pProgress_);

@@ -22,17 +22,24 @@ constexpr qint64 kMillisecondsBetweenEvents = 30;
 
 QMessageBox::Icon IconOf(MessageIcon icon) {
   switch (icon) {
-    case MessageIcon::Information: return QMessageBox::Information;
-    case MessageIcon::Warning: return QMessageBox::Warning;
-    case MessageIcon::Question: return QMessageBox::Question;
-    case MessageIcon::Critical: return QMessageBox::Critical;
-    default: return QMessageBox::NoIcon;
+    case MessageIcon::Information:
+      return QMessageBox::Information;
+    case MessageIcon::Warning:
+      return QMessageBox::Warning;
+    case MessageIcon::Question:
+      return QMessageBox::Question;
+    case MessageIcon::Critical:
+      return QMessageBox::Critical;
+    default:
+      return QMessageBox::NoIcon;
   }
 }
 
 }  // namespace
 
-clsQtHost::clsQtHost() { sinceEvents_.start(); }
+clsQtHost::clsQtHost() {
+  sinceEvents_.start();
+}
 
 MessageAnswer clsQtHost::ShowMessage(std::string_view sText, std::string_view sTitle, MessageIcon icon,
                                      MessageButtons buttons) {
@@ -88,7 +95,9 @@ bool clsQtHost::OpenPath(std::string_view sPath, OpenVerb) {
   return QProcess::startDetached("xdg-open", {sText}) || QDesktopServices::openUrl(QUrl::fromLocalFile(sText));
 }
 
-std::time_t clsQtHost::Now() { return std::time(nullptr); }
+std::time_t clsQtHost::Now() {
+  return std::time(nullptr);
+}
 
 int64_t clsQtHost::TickMilliseconds() {
   return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now().time_since_epoch())

@@ -54,7 +54,8 @@ QString Filters(const FileQuestion& question, QString& sSelected) {
 }  // namespace
 
 void clsQtScreen::ShowModal(clsForm& form) {
-  QWidget* const pParent = QApplication::activeModalWidget() != nullptr ? QApplication::activeModalWidget() : pMainWindow_;
+  QWidget* const pParent =
+      QApplication::activeModalWidget() != nullptr ? QApplication::activeModalWidget() : pMainWindow_;
   clsFormDialog dialog(form, pParent);
   clsFormBinder binder(form);
   binder.onClose = [&dialog] { dialog.done(0); };
@@ -70,12 +71,12 @@ std::string clsQtScreen::AskFile(FileQuestion& question) {
   const QString sFilters = Filters(question, sSelected);
   QString sStart = ToQt(question.sInitDir);
   if (!question.sFileName.empty()) sStart += "/" + ToQt(question.sFileName);
-  QWidget* const pParent = QApplication::activeModalWidget() != nullptr ? QApplication::activeModalWidget() : pMainWindow_;
+  QWidget* const pParent =
+      QApplication::activeModalWidget() != nullptr ? QApplication::activeModalWidget() : pMainWindow_;
   const QString sChosen =
-      question.bSave
-          ? QFileDialog::getSaveFileName(pParent, ToQt(question.sTitle), sStart, sFilters, &sSelected,
-                                         QFileDialog::DontConfirmOverwrite)
-          : QFileDialog::getOpenFileName(pParent, ToQt(question.sTitle), sStart, sFilters, &sSelected);
+      question.bSave ? QFileDialog::getSaveFileName(pParent, ToQt(question.sTitle), sStart, sFilters, &sSelected,
+                                                    QFileDialog::DontConfirmOverwrite)
+                     : QFileDialog::getOpenFileName(pParent, ToQt(question.sTitle), sStart, sFilters, &sSelected);
   const auto nIndex = sFilters.split(";;").indexOf(sSelected);
   question.lFilterIndex = static_cast<int>(nIndex) + 1;
   return FromQt(sChosen);

@@ -126,9 +126,7 @@ int RunDesktop(int nArguments, char** pArguments) {
   QApplication::setWindowIcon(QIcon(ToQt(ShippedPath("quillon.svg"))));
   const bool bJob = IsJobArgument(nArguments, pArguments);
   StartHooks hooks;
-  hooks.InitializeTranslator = [&] {
-    InitializeTranslator(desktop.host, [&] { ChooseLanguage(desktop.host, desktop.screen, false); });
-  };
+  hooks.chooseLanguage = [&] { ChooseLanguage(desktop.host, desktop.screen, false); };
   hooks.StartMainWindow = [&](const std::string& sJobFile) {
     desktop.StartMainWindow(bJob ? AbsolutePath(pArguments[1]) : sJobFile);
   };

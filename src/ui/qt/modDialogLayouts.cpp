@@ -74,13 +74,14 @@ void LayoutOptions(clsForm&, clsFormBinder& b, QDialog& dialog) {
 
   auto* const pOutput = b.As<QGroupBox>("FrameArray", 1);
   auto* const pOutputColumn = new QVBoxLayout(pOutput);
-  pOutputColumn->addWidget(Group(b, "frameExcel", {b.Widget("cbClearOutputFileBeforeProcessing"), b.Widget("lblSheetTarget"),
-                                                   b.Widget("txtSheetTarget"), Note(b, "lblSheetTargetNote")}));
+  pOutputColumn->addWidget(Group(b, "frameExcel",
+                                 {b.Widget("cbClearOutputFileBeforeProcessing"), b.Widget("lblSheetTarget"),
+                                  b.Widget("txtSheetTarget"), Note(b, "lblSheetTargetNote")}));
   pOutputColumn->addWidget(
       Group(b, "frameCsv", {b.Widget("lblCharacter1"), b.Widget("cbCharacter1"), Note(b, "lblCharacter1Note")}));
   auto* const pQuotes = b.As<QGroupBox>("frameQuotes");
-  pQuotes->setLayout(Row({b.Widget("rbUseDoubleQuotes", 0), b.Widget("rbUseDoubleQuotes", 1),
-                          b.Widget("rbUseDoubleQuotes", 2)}));
+  pQuotes->setLayout(
+      Row({b.Widget("rbUseDoubleQuotes", 0), b.Widget("rbUseDoubleQuotes", 1), b.Widget("rbUseDoubleQuotes", 2)}));
   pOutputColumn->addWidget(Group(b, "frameProfileOutput", {b.Widget("cbRemoveExtraPadChars"), pQuotes}));
   pOutputColumn->addStretch();
   pAll->addWidget(pInput);
@@ -97,13 +98,16 @@ void LayoutGettingStarted(clsForm&, clsFormBinder& b, QDialog& dialog) {
   pTitle->setFont(font);
   pAll->addWidget(pTitle);
   pAll->addWidget(b.Widget("Label2"));
-  pAll->addWidget(Group(b, "Frame1", {b.Widget("Label6"), b.Widget("cmdLoadDemo1"), b.Widget("cmdLoadDemo2"),
-                                      b.Widget("cmdLoadDemo3"), b.Widget("cmdLoadDemo4")}));
-  pAll->addWidget(Group(b, "Frame2", {b.Widget("Label3"), b.Widget("cmdHelpUserInterface"), b.Widget("cmdHelpCL"),
-                                      b.Widget("cmdHelpAutomate")}));
-  pAll->addWidget(Group(b, "Frame3", {b.Widget("Label4"), b.Widget("cmdOpenBrowserToQLNFiles"),
-                                      b.Widget("cmdOpenBrowserToDemo1bat"), b.Widget("cmdOpenBrowserToDemo2bat"),
-                                      b.Widget("cmdOpenBrowserToDemo3bat"), b.Widget("cmdOpenBrowserToDemo4bat")}));
+  pAll->addWidget(Group(b, "Frame1",
+                        {b.Widget("Label6"), b.Widget("cmdLoadDemo1"), b.Widget("cmdLoadDemo2"),
+                         b.Widget("cmdLoadDemo3"), b.Widget("cmdLoadDemo4")}));
+  pAll->addWidget(Group(
+      b, "Frame2",
+      {b.Widget("Label3"), b.Widget("cmdHelpUserInterface"), b.Widget("cmdHelpCL"), b.Widget("cmdHelpAutomate")}));
+  pAll->addWidget(Group(b, "Frame3",
+                        {b.Widget("Label4"), b.Widget("cmdOpenBrowserToQLNFiles"), b.Widget("cmdOpenBrowserToDemo1bat"),
+                         b.Widget("cmdOpenBrowserToDemo2bat"), b.Widget("cmdOpenBrowserToDemo3bat"),
+                         b.Widget("cmdOpenBrowserToDemo4bat")}));
   pAll->addLayout(Buttons(b, {"cmdClose"}));
   dialog.setMinimumWidth(520);
 }
@@ -128,10 +132,12 @@ void LayoutLanguage(clsForm& form, clsFormBinder& b, QDialog& dialog) {
 void LayoutTableBuilder(clsForm&, clsFormBinder& b, QDialog& dialog) {
   auto* const pAll = new QVBoxLayout(&dialog);
   pAll->addLayout(Row({b.Widget("lblTableNumber"), b.Widget("txtTableNumber")}));
-  pAll->addWidget(Group(b, "frameTop", {b.Widget("lblReadStartLine"), b.Widget("txtReadStartLine"),
-                                        b.Widget("lblReadStartLineOffset"), b.Widget("txtReadStartLineOffset")}));
-  pAll->addWidget(Group(b, "frameBottom", {b.Widget("lblReadEndLine"), b.Widget("txtReadEndLine"),
-                                           b.Widget("lblReadEndLineOffset"), b.Widget("txtReadEndLineOffset")}));
+  pAll->addWidget(Group(b, "frameTop",
+                        {b.Widget("lblReadStartLine"), b.Widget("txtReadStartLine"), b.Widget("lblReadStartLineOffset"),
+                         b.Widget("txtReadStartLineOffset")}));
+  pAll->addWidget(Group(b, "frameBottom",
+                        {b.Widget("lblReadEndLine"), b.Widget("txtReadEndLine"), b.Widget("lblReadEndLineOffset"),
+                         b.Widget("txtReadEndLineOffset")}));
   pAll->addLayout(Row({b.Widget("lblColumnFields"), b.Widget("lblFields"), b.Widget("cmdAddColumn")}));
   pAll->addLayout(Buttons(b, {"cmdOK", "cmdCancel"}));
 }

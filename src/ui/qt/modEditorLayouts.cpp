@@ -95,8 +95,9 @@ QTableWidget* MakeGrid(frmSpecifyFixedWidthText& form, clsFormBinder& b) {
   pTable->setSelectionMode(QAbstractItemView::SingleSelection);
   pTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
   pTable->setMinimumHeight(220);
-  QObject::connect(pTable, &QTableWidget::currentCellChanged, pTable,
-                   [&form](int nRow, int, int nOldRow, int) { if (nRow != nOldRow) form.fgGrid_Click(nRow); });
+  QObject::connect(pTable, &QTableWidget::currentCellChanged, pTable, [&form](int nRow, int, int nOldRow, int) {
+    if (nRow != nOldRow) form.fgGrid_Click(nRow);
+  });
   QObject::connect(pTable, &QTableWidget::cellDoubleClicked, pTable, [&form] { form.fgGrid_DblClick(); });
   QObject::connect(pTable->verticalScrollBar(), &QScrollBar::valueChanged, pTable,
                    [&form](int nTop) { form.fgGrid_Scrolled(nTop); });

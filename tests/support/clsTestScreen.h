@@ -1,0 +1,41 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <string>
+
+#include "clsScreen.h"
+
+namespace quillon {
+
+/// Answers of dialogs, set beforehand.
+class clsTestScreen : public clsScreen {
+ public:
+  std::function<void(clsForm&)> onModal;  ///< Plays the user of the next modal form
+  std::deque<std::string> files, folders;
+  std::string sFont;
+  FileQuestion lastQuestion;
+
+  void ShowModal(clsForm& form) override {
+    const auto play = std::exchange(onModal, nullptr);
+    if (play) play(form);
+    if (!form.IsUnloaded()) form.CloseRequested();
+  }
+  std::string AskFile(FileQuestion& question) override {
+    lastQuestion = question;
+    return Next(files);
+  }
+  std::string AskFolder(std::string_view, std::string_view) override { return Next(folders); }
+  std::string AskFont(std::string_view) override { return sFont; }
+  bool FontInstalled(std::string_view) override { return false; }
+
+ private:
+  static std::string Next(std::deque<std::string>& answers) {
+    if (answers.empty()) return {};
+    std::string sAnswer = answers.front();
+    answers.pop_front();
+    return sAnswer;
+  }
+};
+
+}  // namespace quillon
