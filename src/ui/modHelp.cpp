@@ -28,7 +28,7 @@ std::string HelpPage(int nTopic) {
   for (const Topic& topic : kTopics) {
     if (topic.nTopic == nTopic) sPage = topic.sPage;
   }
-  return ShippedPath("help/" + std::string(sPage) + ".html");
+  return ShippedPath("Help/" + std::string(sPage) + ".html");
 }
 
 void OpenHelpTopic(clsHost& host, int nTopic) {
