@@ -139,7 +139,7 @@ TEST_F(MainForm, ConvertsWithConvertAndComesBackToIdle) {
   EXPECT_NE(log_.txtLog().find("Errors: 0\r\nWarnings: 0\r\nConversion Complete. Total Time: "), std::string::npos);
   form_.TypeText("cbInputFile", folder_.Path("missing.txt"));
   form_.Click("mnuBeginConversionJob");
-  EXPECT_EQ(gConversionOptions.lErr, -1);
+  EXPECT_EQ(host_.Codes().back(), -1);
   EXPECT_TRUE(Enabled("keyConvert"));
 }
 
