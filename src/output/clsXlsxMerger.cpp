@@ -101,8 +101,10 @@ void clsXlsxMerger::TakeElement(std::string_view sElement) {
 
 void clsXlsxMerger::BeginRow(std::string_view sElement) {
   const char* const pNumber = sElement.data() + sElement.find('"') + 1;
-  std::from_chars(pNumber, sElement.data() + sElement.size(), nRow_);
-  EmitRowsBefore(nRow_);
+  int64_t nRow = 0;
+  std::from_chars(pNumber, sElement.data() + sElement.size(), nRow);
+  EmitRowsBefore(nRow);
+  nRow_ = nRow;
   late_.Row(nRow_, rowCells_);
   nNextCell_ = 0;
   nNextLate_ = nRow_ + 1;

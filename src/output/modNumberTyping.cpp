@@ -121,6 +121,8 @@ bool ScanFigures(std::string_view sText, size_t& nPos, Figures& figures) {
     }
   }
   figures.nEnd = nPos;
+  // Not every sheet shows a point with nothing behind it.
+  if (figures.bPoint && figures.nDecimals == 0) return false;
   if (figures.nWhole + figures.nDecimals == 0 || figures.nSignificant > static_cast<int>(kMaxDigits)) return false;
   return nPos >= sText.size() || sText[nPos] != 'E' || ScanExponent(sText, nPos, figures);
 }
@@ -190,7 +192,6 @@ void AppendFigureCode(std::string& sOut, const Figures& figures) {
     sOut.append(kPlainCode.substr(figures.nWhole == 0 ? 1 : 0, nDecimals + 1 + (figures.nWhole == 0 ? 0 : 1)));
     if (nDecimals == 0) sOut.pop_back();
   }
-  if (figures.bPoint && nDecimals == 0) sOut.push_back('.');
   if (figures.sExponent.empty()) return;
   const bool bSigned = !IsDigit(figures.sExponent[1]);
   // "E+" shows every sign, "E-" that of a negative exponent only.
@@ -254,9 +255,7 @@ bool SetValue(const Figures& figures, const Surroundings& around, TypedCell& cel
 /// The form that most numbers have: figures alone or behind a minus, in no need of a format of their own making.
 bool IsPlain(const Figures& figures, const Surroundings& around) {
   return around.sBehind.empty() && figures.sExponent.empty() && !figures.bLeadingZeros && figures.nWhole > 0 &&
-         (around.sBefore.empty() ||
-          (around.bSignPlainInFront && around.sBefore.size() == 1 && figures.nMantissa != 0)) &&
-         (figures.nDecimals > 0 || !figures.bPoint);
+         (around.sBefore.empty() || (around.bSignPlainInFront && around.sBefore.size() == 1 && figures.nMantissa != 0));
 }
 
 void SetPlain(std::string_view sText, bool bGrouped, size_t nDecimals, size_t nWhole, std::string& sScratch,

@@ -1,4 +1,5 @@
-// Drives the link by a script, for tests that compare workbooks before and after: edit_workbook FILE SCRIPT [text|day]
+// Drives the link by a script, for tests that compare workbooks before and after: edit_workbook FILE SCRIPT
+// [text|day|stream]
 //
 // One command a line, fields parted by tabs: write SHEET ROW COLUMN TEXT, read SHEET ROW COLUMN, clear SHEET TOP LEFT
 // BOTTOM RIGHT, clearused, used, name SHEET NAME, names, activate SHEET, save PATH. "\n", "\t", "\\" and "\xHH" stand
@@ -101,7 +102,7 @@ class clsScript {
 
 int RunScript(const std::string& sFile, const char* pScript, const std::string& sMode) {
   WorkbookOptions options;
-  options.bReadBack = true;
+  options.bReadBack = sMode != "stream";
   options.typing.bAllText = sMode == "text";
   options.typing.bDayFirst = sMode == "day";
   auto workbook = OpenExcelWorkbook(sFile, options);
