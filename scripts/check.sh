@@ -45,7 +45,7 @@ left=$(ours . | grep -vE '^tests/golden/[^/]+/|\.svg$' | xargs -r -d '\n' grep -
 
 # 4. Text files end with a line end and have no blanks at line ends; sources have no tabs.
 texts() { ours . | grep -E '(\.(cpp|h|in|cmake|sh|py|md|json|yml)|CMakeLists\.txt|/run)$' | grep -vE '^tests/golden/[^/]+/|^data/'; }
-blanks=$(texts | xargs -r -d '\n' grep -nE '[[:blank:]]+$' | head)
+blanks=$(texts | grep -v "\.md$" | xargs -r -d '\n' grep -nE '[[:blank:]]+$' | head)
 [ -z "$blanks" ] || finding "blanks at line ends" "$blanks"
 unended=$(texts | while IFS= read -r file; do [ -s "$file" ] && [ -n "$(tail -c1 "$file")" ] && echo "$file"; done)
 [ -z "$unended" ] || finding "no line end at the end of" "$unended"
