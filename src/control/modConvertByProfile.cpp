@@ -60,6 +60,7 @@ void clsConversionRun::ConvertByProfile(int32_t& lResult) {
   OptInputFileTypeSet(options_.bIsUnicode ? clsCellwright::kInputUtf16 : clsCellwright::kInputBytes);
   OptOutputFileTypeSet(EngineOutputType(options_.sOutputFile, options_.bIsUnicode));
   OptOutputFileSet(options_.sOutputFile.c_str());
+  Cellwright().Change().bSafeCsv = extras_.bSafeCsv;
   const int32_t quotes_result = OptUseDoubleQuotesSet(options_.lUseDoubleQuotes);
   options_.lErr = quillon::ConvertFile();
   TakeEngineAccount();

@@ -34,12 +34,17 @@ char* PutQuoted(char* pOut, std::string_view sValue) {
   return pOut;
 }
 
-void clsCsvWriter::Field(std::string_view sValue) {
+void clsCsvWriter::Field(std::string_view sValue, bool bCalm) {
   if (!bFirst_) file_.Write(rules_.sSeparator);
   bFirst_ = false;
-  if (!NeedsQuotes(rules_, sValue)) return file_.Write(sValue);
+  const std::string_view sCalm = bCalm ? "'" : "";
+  if (rules_.quoting == CsvQuoting::Never || (!bCalm && !NeedsQuotes(rules_, sValue))) {
+    file_.Write(sCalm);
+    return file_.Write(sValue);
+  }
   constexpr size_t kPiece = 4096;
   file_.Write("\"");
+  file_.Write(sCalm);
   while (!sValue.empty()) {
     const std::string_view sPiece = sValue.substr(0, kPiece);
     char* const pOut = file_.Reserve(2 * kPiece);

@@ -25,7 +25,8 @@ class clsCsvWriter {
   /// The file must outlive the writer.
   clsCsvWriter(clsOutputFile& file, CsvRules rules) : file_(file), rules_(std::move(rules)) {}
 
-  void Field(std::string_view sValue);
+  /// bCalm: the value would run as a formula, so it gets an apostrophe in front, and quotes unless the mode is Never.
+  void Field(std::string_view sValue, bool bCalm = false);
   void EndRow() {
     file_.Write("\r\n");
     bFirst_ = true;

@@ -143,7 +143,7 @@ EngineResult clsCellwright::ToCsv(Reader& reader, const CutPlan& plan, const cls
   Failure failure;
   if (!file.Open(options_.sOutputFile, failure)) return FailOutput(failure);
   if (bUtf8) file.Write(kUtf8Mark);
-  clsCsvSink sink(file, plan, RulesFor(*pPageOut), page, *pPageOut);
+  clsCsvSink sink(file, plan, RulesFor(*pPageOut), page, *pPageOut, {.bSafe = options_.bSafeCsv});
   if (!PumpRows(reader, sink)) return Fail(EngineResult::InputUnreadable, reader.LastFailure().sText);
   account_.lCharsLost = sink.CharsLost();
   return file.Commit(failure) ? EngineResult::Done : FailOutput(failure);

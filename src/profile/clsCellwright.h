@@ -40,6 +40,7 @@ class clsCellwright {
     int32_t lSeparator = 44;
     int32_t lUseDoubleQuotes = 1;
     bool bAllText = false;
+    bool bSafeCsv = false;  ///< Not of the flat interface: CSV values that a spreadsheet would run are made harmless
   };
 
   const Options& Held() const { return options_; }

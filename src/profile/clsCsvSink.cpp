@@ -2,20 +2,22 @@
 
 #include <algorithm>
 
+#include "modCsvSafety.h"
 #include "modText.h"
 
 namespace quillon {
 
 clsCsvSink::clsCsvSink(clsOutputFile& file, const CutPlan& plan, const CsvRules& rules, const clsCodePage& pageIn,
-                       const clsCodePage& pageOut, bool bQuick)
+                       const clsCodePage& pageOut, const Options& options)
     : file_(file),
       pageIn_(pageIn),
       pageOut_(pageOut),
       cutter_(plan, pageIn),
       writer_(file, rules),
       nWidth_(plan.edges.back()),
-      bSameBytes_(&pageIn == &pageOut) {
-  if (bQuick && clsFastCsv::Serves(rules)) fast_.emplace(plan, rules);
+      bSameBytes_(&pageIn == &pageOut),
+      bSafe_(options.bSafe) {
+  if (options.bQuick && !options.bSafe && clsFastCsv::Serves(rules)) fast_.emplace(plan, rules);
 }
 
 bool clsCsvSink::PutRow(std::string_view sRow) {
@@ -28,9 +30,14 @@ bool clsCsvSink::PutRow(std::string_view sRow) {
     return true;
   }
   cutter_.Cut(sRow);
-  for (const std::string_view sField : cutter_.Fields()) writer_.Field(ForOutput(sField));
+  for (const std::string_view sField : cutter_.Fields()) writer_.Field(ForOutput(sField), bSafe_ && IsHarmful(sField));
   writer_.EndRow();
   return true;
+}
+
+bool clsCsvSink::IsHarmful(std::string_view sField) const {
+  const std::string_view sRest = TrimLeftBlanks(sField);
+  return !sRest.empty() && StartsFormula(sRest[0]) && MayRunAsFormula(pageIn_.ToUtf8(sRest));
 }
 
 std::string_view clsCsvSink::ForOutput(std::string_view sField) {

@@ -13,10 +13,14 @@ namespace quillon {
 /// Takes the rows of a conversion to CSV: cuts each and writes its fields in the output's code page.
 class clsCsvSink {
  public:
-  /// File and plan must outlive the sink. pageIn is that of the rows. bQuick False keeps to the plain road, which gives
-  /// the same bytes.
+  struct Options {
+    bool bSafe = false;  ///< A value that a spreadsheet would run as a formula gets an apostrophe in front
+    bool bQuick = true;  ///< False keeps to the plain road, which gives the same bytes
+  };
+
+  /// File and plan must outlive the sink. pageIn is that of the rows.
   clsCsvSink(clsOutputFile& file, const CutPlan& plan, const CsvRules& rules, const clsCodePage& pageIn,
-             const clsCodePage& pageOut, bool bQuick = true);
+             const clsCodePage& pageOut, const Options& options);
 
   /// Always True: a failure is the file's and comes out at its Commit.
   bool PutRow(std::string_view sRow);
@@ -25,6 +29,7 @@ class clsCsvSink {
   int64_t CharsBehind() const { return cutter_.CharsBehind(); }
 
  private:
+  bool IsHarmful(std::string_view sField) const;
   std::string_view ForOutput(std::string_view sField);
 
   clsOutputFile& file_;
@@ -35,6 +40,7 @@ class clsCsvSink {
   std::optional<clsFastCsv> fast_;
   int64_t nWidth_;  ///< Characters up to the end of the last column
   bool bSameBytes_;
+  bool bSafe_;
   std::string sUtf8_, sOut_;
   int64_t lLost_ = 0;
 };

@@ -10,6 +10,7 @@
 #include "clsRecipe.h"
 #include "modColumnLetters.h"
 #include "modCsvField.h"
+#include "modCsvSafety.h"
 #include "modRecipeFailures.h"
 #include "modRecipeMessages.h"
 #include "modText.h"

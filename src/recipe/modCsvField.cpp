@@ -1,18 +1,9 @@
 #include "modCsvField.h"
 
-#include "modNumbers.h"
+#include "modCsvSafety.h"
 #include "modText.h"
 
 namespace quillon {
-
-bool StartsFormula(char c) {
-  return c == '=' || c == '+' || c == '-' || c == '@' || c == '\t' || c == '\r';
-}
-
-bool MayRunAsFormula(std::string_view sUtf8) {
-  const std::string_view sTrimmed = TrimLeftBlanks(sUtf8);
-  return !sTrimmed.empty() && StartsFormula(sTrimmed[0]) && !IsNumericText(sTrimmed);
-}
 
 void AppendCsvField(std::string_view sUtf8, const RecipeOptions& options, std::string& sOut) {
   if (options.bTrimFields) sUtf8 = TrimBlanks(sUtf8);

@@ -13,9 +13,4 @@ namespace quillon {
 /// an apostrophe in front and is quoted.
 void AppendCsvField(std::string_view sUtf8, const RecipeOptions& options, std::string& sOut);
 
-/// True for a field that begins (blanks aside) with "=", "+", "-", "@", a tab or a CR and is no plain number.
-bool MayRunAsFormula(std::string_view sUtf8);
-/// True for the first characters of such fields.
-bool StartsFormula(char c);
-
 }  // namespace quillon

@@ -58,8 +58,8 @@ TEST(FastCsv, GivesTheBytesOfThePlainRoad) {
     Failure failure;
     clsOutputFile files[2];
     ASSERT_TRUE(files[0].Open(folder.Path("quick"), failure) && files[1].Open(folder.Path("plain"), failure));
-    clsCsvSink quick(files[0], plan, rules, pageIn, pageOut, true);
-    clsCsvSink plain(files[1], plan, rules, pageIn, pageOut, false);
+    clsCsvSink quick(files[0], plan, rules, pageIn, pageOut, {});
+    clsCsvSink plain(files[1], plan, rules, pageIn, pageOut, {.bQuick = false});
     for (int i = 0; i < 300; ++i) {
       // At the exact end of its own allocation, so that a sanitizer sees each byte read behind it.
       const std::string sRow = roads.Row(pageIn);
@@ -81,7 +81,8 @@ TEST(FastCsv, ARowLargerThanTheBufferTakesThePlainRoad) {
   clsOutputFile file;
   Failure failure;
   ASSERT_TRUE(file.Open(folder.Path("out"), failure));
-  clsCsvSink sink(file, plan, {.quoting = CsvQuoting::Always}, clsCodePage::Windows1252(), clsCodePage::Windows1252());
+  clsCsvSink sink(file, plan, {.quoting = CsvQuoting::Always}, clsCodePage::Windows1252(), clsCodePage::Windows1252(),
+                  {});
   sink.PutRow(std::string(nRow, '"'));
   ASSERT_TRUE(file.Commit(failure));
   EXPECT_EQ(folder.Read("out"), std::string(2 * nRow + 2, '"') + "\r\n");
