@@ -159,11 +159,11 @@ TEST_F(Engine, ValuesThatWouldRunAreCalmedWhereAsked) {
   Widths({6, 6, 6});
   Trim(1, " ", 1);
   const std::string_view sInput = "  =1+1 -1.50 @x,y \n";
-  EXPECT_EQ(Csv(sInput), "=1+1 ,-1.50 ,\"@x,y \"\r\n");
+  EXPECT_EQ(Csv(sInput), "=1+1, -1.50,\" @x,y \"\r\n");
   Cellwright().Change().bSafeCsv = true;
-  EXPECT_EQ(Csv(sInput), "\"'=1+1 \",-1.50 ,\"'@x,y \"\r\n");
+  EXPECT_EQ(Csv(sInput), "\"'=1+1\", -1.50,\"' @x,y \"\r\n");
   OptUseDoubleQuotesSet(0);
-  EXPECT_EQ(Csv(sInput), "'=1+1 ,-1.50 ,'@x,y \r\n");
+  EXPECT_EQ(Csv(sInput), "'=1+1, -1.50,' @x,y \r\n");
 }
 
 TEST_F(Engine, Utf16IsReadInEitherOrder) {
