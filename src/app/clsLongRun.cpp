@@ -73,7 +73,9 @@ RunExtras clsLongRun::Extras() {
   RunExtras extras;
   extras.bTouchSettings = false;
   extras.bSayMore = true;
-  extras.fileBegins = [this](size_t nFile, size_t nFiles) { host.SetFilePlace(nFile, nFiles); };
+  extras.fileBegins = [this](size_t nFile, size_t nFiles, const std::string& sInput) {
+    host.SetFilePlace(nFile, nFiles, Shown(sInput));
+  };
   extras.fileDone = [this](const FileOutcome& outcome) { FileDone(outcome); };
   return extras;
 }
@@ -86,23 +88,28 @@ void clsLongRun::Note(std::string_view sText) {
   if (!talk_.bQuiet) Say("note: " + std::string(sText));
 }
 
+std::string clsLongRun::Shown(const std::string& sPath) {
+  if (sPath == privateFolder.InputFile()) return "standard input";
+  return sPath == privateFolder.OutputFile() ? "standard output" : sPath;
+}
+
 void clsLongRun::FileDone(const FileOutcome& outcome) {
   if (InterruptSignal() != 0) return;
   totals.Add(outcome);
   const FileAccount& account = outcome.account;
   // The log takes -5006 once a run; here each file's reason is told.
   if (account.failure.Failed() && outcome.lErrors == 0) Say(account.failure.sText);
-  if (!account.sWalkEnded.empty()) Say(gConversionOptions.sInputFile + ": " + account.sWalkEnded);
+  if (!account.sWalkEnded.empty()) Say(Shown(gConversionOptions.sInputFile) + ": " + account.sWalkEnded);
   if (!account.bOutputWritten && !account.failure.Failed() && outcome.lErrors == 0) {
-    Say(gConversionOptions.sOutputFile + ": not written");
+    Say(Shown(gConversionOptions.sOutputFile) + ": not written");
   }
   if (talk_.bVerbose) SayAccount(outcome);
 }
 
 void clsLongRun::SayAccount(const FileOutcome& outcome) {
   const FileAccount& account = outcome.account;
-  host.Say(fmt::format("{} -> {}: {}; {} read, {} in tables, {} outside", gConversionOptions.sInputFile,
-                       gConversionOptions.sOutputFile, Converted(outcome) ? "converted" : "not converted",
+  host.Say(fmt::format("{} -> {}: {}; {} read, {} in tables, {} outside", Shown(gConversionOptions.sInputFile),
+                       Shown(gConversionOptions.sOutputFile), Converted(outcome) ? "converted" : "not converted",
                        Counted(account.lLinesRead, "line", "lines"), account.lLinesInTables,
                        account.lLinesRead - account.lLinesInTables));
   for (const TableAccount& table : account.tables) {

@@ -53,6 +53,8 @@ class clsLongRun {
  private:
   void FileDone(const FileOutcome& outcome);
   void SayAccount(const FileOutcome& outcome);
+  /// A path for a person: the files that stand in for the standard streams by their names.
+  std::string Shown(const std::string& sPath);
   std::string ClosingLine();
   void WriteLog();
 

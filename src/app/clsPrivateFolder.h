@@ -15,6 +15,9 @@ class clsPrivateFolder {
 
   /// Host path of a name in the folder; "" if the folder can't be made.
   std::string PathOf(std::string_view sName);
+  /// Names of the files that stand in for the standard streams; "" before the folder is made.
+  std::string InputFile() const { return sFolder_.empty() ? "" : sFolder_ + "/standard-input"; }
+  std::string OutputFile() const { return sFolder_.empty() ? "" : sFolder_ + "/standard-output.csv"; }
 
  private:
   std::string sFolder_;

@@ -153,13 +153,16 @@ bool TakeStandardStreams(ConvertRequest& request, clsLongRun& run) {
       run.Say("- as input goes with no other input and not with --beside-input");
       return false;
     }
-    input = run.privateFolder.PathOf("standard-input");
+    run.privateFolder.PathOf("");
+    input = run.privateFolder.InputFile();
     if (!StandardInputToFile(input, failure)) {
       run.Say(failure.sText);
       return false;
     }
   }
-  if (request.sOutput == kStandardStream) request.sOutput = run.privateFolder.PathOf("standard-output.csv");
+  if (request.sOutput != kStandardStream) return true;
+  run.privateFolder.PathOf("");
+  request.sOutput = run.privateFolder.OutputFile();
   return true;
 }
 

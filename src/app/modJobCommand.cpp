@@ -93,6 +93,9 @@ int JobCommand(const JobRequest& request, const TalkRequest& talk) {
   clsConversionRun conversion(run.host, options, run.log, run.fields, nullptr, extras);
   int32_t result = 0;
   conversion.Go(result);
+  const bool nothing_done = run.totals.lFilesConverted + run.totals.lFilesFailed == 0 && InterruptSignal() == 0;
+  if (nothing_done) ++run.totals.lFilesFailed;
+  if (nothing_done && result == 0) run.Say(options.sInputFile + ": no file found");
   const bool wrong_use = result == kNoJobFile || result == kNoLogFolder || result == kOutputNeedsWildcard ||
                          result == kOutputHasWildcard || result == kOutputType;
   if (wrong_use) return run.Refused();

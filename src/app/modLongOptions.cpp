@@ -157,6 +157,11 @@ int RunLongOptions(int argc, char** argv) {
   AddTalkOptions(*job, talk);
   job->footer(kJobExamples);
 
+  const std::string command = argc > 1 ? argv[1] : "";
+  if (!command.empty() && command.front() != '-' && command != "convert" && command != "job") {
+    std::fputs(("quillon: " + command + " is no command\nRun with --help for more information.\n").c_str(), stderr);
+    return kExitWrongUse;
+  }
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& refused) {

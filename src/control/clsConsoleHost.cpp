@@ -97,6 +97,7 @@ void clsConsoleHost::Report(const ReportEntry& entry) {
 void clsConsoleHost::PrintEntry(const ReportEntry& entry) {
   EraseProgress();
   std::string text = "quillon: ";
+  if (nFiles_ > 1) text += sFile_ + ": ";
   const bool colours = UseColours();
   if (colours) text += entry.type == EntryType::Error ? kRed : kYellow;
   text += TrimRightBlanks(WithLineFeeds(entry.sErr1));
@@ -130,7 +131,8 @@ void clsConsoleHost::EraseProgress() {
   bProgressShown_ = false;
 }
 
-void clsConsoleHost::SetFilePlace(size_t nFile, size_t nFiles) {
+void clsConsoleHost::SetFilePlace(size_t nFile, size_t nFiles, std::string sFile) {
+  sFile_ = std::move(sFile);
   nFile_ = nFile;
   nFiles_ = nFiles;
   if (nFile == 1) started_ = Clock::now();

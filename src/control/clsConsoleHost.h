@@ -32,8 +32,8 @@ class clsConsoleHost : public clsHost {
   /// A progress line with rate and time left. Shown only if standard error is a terminal.
   void StartProgress();
   void StopProgress();
-  /// The run is at file nFile (from 1) of nFiles.
-  void SetFilePlace(size_t nFile, size_t nFiles);
+  /// The run is at file nFile (from 1) of nFiles; entries name it if there are several.
+  void SetFilePlace(size_t nFile, size_t nFiles, std::string sFile);
 
   MessageAnswer ShowMessage(std::string_view sText, std::string_view sTitle, MessageIcon icon,
                             MessageButtons buttons) override;
@@ -59,6 +59,7 @@ class clsConsoleHost : public clsHost {
   bool bProgress_ = false;  ///< Wanted, and standard error is a terminal
   bool bProgressShown_ = false;
   size_t nFile_ = 0, nFiles_ = 0;
+  std::string sFile_;
   Clock::time_point started_, drawn_;
 };
 

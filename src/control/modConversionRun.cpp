@@ -77,10 +77,10 @@ void clsConversionRun::ConvertSingle(int32_t& lResult) {
   ConvertFile(lResult);
 }
 
-bool clsConversionRun::NextFileMayBegin(size_t nFile, size_t nFiles) {
+bool clsConversionRun::NextFileMayBegin(size_t nFile, size_t nFiles, const std::string& sInput) {
   host_.LetEventsRun();
   if (gbPauseRequested) return false;
-  if (extras_.fileBegins) extras_.fileBegins(nFile, nFiles);
+  if (extras_.fileBegins) extras_.fileBegins(nFile, nFiles, sInput);
   return true;
 }
 
@@ -88,7 +88,7 @@ void clsConversionRun::ConvertList(const std::vector<PlannedFile>& files, int32_
   fields_.lTotalTimeStart = host_.TickMilliseconds();
   LogLine(Translate("Processing:"));
   std::string folder_made;
-  for (size_t i = 0; i < files.size() && NextFileMayBegin(i + 1, files.size()); ++i) {
+  for (size_t i = 0; i < files.size() && NextFileMayBegin(i + 1, files.size(), files[i].sInput); ++i) {
     options_.sInputFile = files[i].sInput;
     options_.sOutputFile = files[i].sOutput;
     if (files.size() <= kMostFilesLogged) LogLine("  " + options_.sInputFile);
@@ -123,7 +123,7 @@ void clsConversionRun::ConvertBatch(int32_t& lResult) {
 
   std::string folder_made;
   for (size_t i = 0; i < files.size(); ++i) {
-    if (!NextFileMayBegin(i + 1, files.size())) break;
+    if (!NextFileMayBegin(i + 1, files.size(), files[i])) break;
     options_.sInputFile = files[i];
     if (log_each) LogLine("  " + options_.sInputFile);
     const std::string input_folder = FolderAndSeparator(files[i]);

@@ -59,9 +59,9 @@ struct RunExtras {
   bool bTrimFields = false;
   bool bSafeCsv = false;
   bool bAllPeriods = false;
-  std::function<void()> jobAccepted;                            ///< The checks are passed, nothing is converted yet
-  std::function<void(size_t nFile, size_t nFiles)> fileBegins;  ///< From 1
-  std::function<void(const FileOutcome&)> fileDone;             ///< The record still has the file's names
+  std::function<void()> jobAccepted;  ///< The checks are passed, nothing is converted yet
+  std::function<void(size_t nFile, size_t nFiles, const std::string& sInput)> fileBegins;  ///< From 1
+  std::function<void(const FileOutcome&)> fileDone;  ///< The record still has the file's names
 };
 
 /// One run after another over the files of a job. The collaborators outlive it; pWindow is null in an unattended run.
@@ -104,7 +104,7 @@ class clsConversionRun {
   int32_t CheckOutputType();
 
   void ConvertByMethod(int32_t& lResult);
-  bool NextFileMayBegin(size_t nFile, size_t nFiles);
+  bool NextFileMayBegin(size_t nFile, size_t nFiles, const std::string& sInput);
   void ConvertSingle(int32_t& lResult);
   void ConvertBatch(int32_t& lResult);
   bool ListFiles(std::vector<std::string>& clnFiles);

@@ -44,24 +44,23 @@ void clsConversionRun::ConvertByRecipe(int32_t& lResult) {
 }
 
 void clsConversionRun::ConvertByLongRecipe(std::string_view sOutputFile, int32_t& lResult) {
+  const int32_t errors = log_.lErrorCount;
   account_ = {};
   gsRecipeFile = options_.sRecipeFile;
   glTabSize = options_.lTabSize;
   const RecipeOptions recipe_options = MakeRecipeOptions();
   RecipeContext context{host_, recipe_options, gRecipe(), gLineProcessor(), account_};
-  const int32_t errors = log_.lErrorCount;
   context.recipe.LoadFromFile(context, gsRecipeFile);
   gsOutputFile = sOutputFile.empty() ? context.recipe.OutputFileName : std::string(sOutputFile);
   gsInputFile = context.recipe.InputFileNameOf(1);
   options_.sInputFile = gsInputFile;
   options_.sOutputFile = gsOutputFile;
-  lResult = options_.lErr;
-  if (log_.lErrorCount != errors) return;
-  lResult = CheckOutputType();
+  lResult = log_.lErrorCount == errors ? CheckOutputType() : options_.lErr;
   for (const std::string& input : context.recipe.InputFileName) {
     if (lResult == 0 && IsSameFile(input, gsOutputFile)) lResult = Refuse(kOutputIsInput, gsOutputFile);
   }
   if (lResult == 0) RunRecipe(context, OutputFormatOfPath(gsOutputFile));
+  if (extras_.fileDone) extras_.fileDone({lResult, log_.lErrorCount - errors, account_});
 }
 
 bool clsConversionRun::RecipeRunCanStart(int32_t& lResult) {
