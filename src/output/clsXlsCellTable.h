@@ -18,6 +18,8 @@ class clsXlsCellTable {
   explicit clsXlsCellTable(unsigned nDefaultHeight = 255, bool bIndexed = true)
       : nDefaultHeight_(nDefaultHeight), bIndexed_(bIndexed) {}
 
+  /// Makes room for about so many bytes.
+  void Reserve(size_t nBytes) { sTable_.reserve(nBytes); }
   /// Begins a row; sRowData are the 16 bytes of its old ROW record, or nothing.
   void StartRow(uint32_t nRow, std::string_view sRowData = {});
 

@@ -24,6 +24,12 @@ bool ShowsRightly(const TypedCell& cell, FormatKind kind) {
 
 }  // namespace
 
+void clsXlsCellWriter::Expect(std::span<const StoredCell> cells) {
+  hashes_.clear();
+  for (const StoredCell& cell : cells) hashes_.push_back(strings_.Expect(cell.sText));
+  for (const uint32_t nHash : hashes_) strings_.ExpectEntry(nHash);
+}
+
 void clsXlsCellWriter::Write(clsXlsCellTable& table, unsigned nColumn, std::string_view sText, uint16_t nXf,
                              bool bExists) {
   const TypedCell cell = TypeCell(sText, options_, sScratch_);

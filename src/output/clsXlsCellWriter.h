@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "clsCellStore.h"
 #include "clsXlsCellTable.h"
 #include "clsXlsFormats.h"
 #include "clsXlsStrings.h"
@@ -27,6 +30,8 @@ class clsXlsCellWriter {
   /// A cell of the row in hand. A number format other than General of nXf stays; where it is Text, so does the text. An
   /// empty text leaves a blank cell if there was one before or the format isn't the plain one.
   void Write(clsXlsCellTable& table, unsigned nColumn, std::string_view sText, uint16_t nXf, bool bExists = false);
+  /// Said of the cells that are written next.
+  void Expect(std::span<const StoredCell> cells);
   int64_t RefusedFormulas() const { return nRefused_; }
 
  private:
@@ -41,6 +46,7 @@ class clsXlsCellWriter {
   uint32_t nFirstString_ = 0;
   std::string sScratch_;
   std::string sTokens_;
+  std::vector<uint32_t> hashes_;
   int64_t nRefused_ = 0;
 };
 

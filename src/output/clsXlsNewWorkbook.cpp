@@ -104,10 +104,12 @@ bool clsXlsNewWorkbook::ActivateSheet(int nSheet) {
 
 void clsXlsNewWorkbook::FillTable(Sheet& sheet, clsXlsCellWriter& writer, clsXlsCellTable& table) {
   std::vector<StoredCell> row;
+  table.Reserve(sheet.cells.Bytes() * 2);
   for (int64_t nRow = 1; nRow <= sheet.cells.LastRow(); ++nRow) {
     sheet.cells.Row(nRow, row);
     if (row.empty()) continue;
     table.StartRow(static_cast<uint32_t>(nRow - 1));
+    writer.Expect(row);
     for (const StoredCell& cell : row)
       writer.Write(table, static_cast<unsigned>(cell.nColumn - 1), cell.sText, xls::kDefaultXf);
   }
@@ -136,6 +138,7 @@ bool clsXlsNewWorkbook::SaveAs(std::string_view sPath, int32_t lFormat, Failure&
   AddStandardXfs(formats);
   clsXlsCellWriter writer(strings, formats, options_.typing);
   std::array<clsXlsCellTable, 2> tables;
+  strings.Reserve(sheets_[0].cells.Bytes() + sheets_[1].cells.Bytes());
   for (size_t i = 0; i < tables.size(); ++i) FillTable(sheets_[i], writer, tables[i]);
   nRefused_ = writer.RefusedFormulas();
 

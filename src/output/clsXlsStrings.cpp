@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <functional>
 
 #include "modText.h"
 #include "modXlsText.h"
@@ -138,6 +137,20 @@ class clsStringAppender {
   size_t nRecord_;
 };
 
+uint32_t HashOf(std::string_view sBytes) {
+  constexpr uint64_t kFactor = 0x9E3779B97F4A7C15ULL;
+  uint64_t nHash = sBytes.size() * kFactor;
+  while (sBytes.size() >= 8) {
+    nHash = (nHash ^ GetAt<uint64_t>(sBytes, 0)) * kFactor;
+    nHash ^= nHash >> 32;
+    sBytes.remove_prefix(8);
+  }
+  uint64_t nRest = 0;
+  std::memcpy(&nRest, sBytes.data(), sBytes.size());
+  nHash = (nHash ^ nRest) * kFactor;
+  return static_cast<uint32_t>(nHash >> 32);
+}
+
 /// Positions of every so-many-th string, for EXTSST.
 struct Buckets {
   uint32_t nStep = 8;
@@ -159,6 +172,19 @@ bool clsXlsStrings::SameEntry(size_t nOffset, std::string_view sChars, size_t nC
          std::memcmp(pEntry + 3, sChars.data(), sChars.size()) == 0;
 }
 
+// The hash of a text with other than plain characters is another one; then only the wrong place is fetched.
+uint32_t clsXlsStrings::Expect(std::string_view sUtf8) const {
+  const uint32_t nHash = HashOf(sUtf8);
+  if (!slots_.empty()) __builtin_prefetch(&slots_[nHash & (slots_.size() - 1)]);
+  return nHash;
+}
+
+void clsXlsStrings::ExpectEntry(uint32_t nHash) const {
+  if (slots_.empty()) return;
+  const Slot& slot = slots_[nHash & (slots_.size() - 1)];
+  if (slot.nHash == nHash) __builtin_prefetch(sEntries_.data() + slot.nOffset);
+}
+
 uint32_t clsXlsStrings::Add(std::string_view sUtf8) {
   ++nReferences_;
   XlsChars chars{sUtf8.size(), false};
@@ -170,7 +196,7 @@ uint32_t clsXlsStrings::Add(std::string_view sUtf8) {
   }
   if ((size_t{nCount_} + 1) * 4 > slots_.size() * 3) Grow();
   const size_t nMask = slots_.size() - 1;
-  const auto nHash = static_cast<uint32_t>(std::hash<std::string_view>{}(sChars));
+  const uint32_t nHash = HashOf(sChars);
   for (size_t i = nHash & nMask;; i = (i + 1) & nMask) {
     Slot& slot = slots_[i];
     if (slot.nNext == 0) {

@@ -14,6 +14,12 @@ class clsXlsStrings {
  public:
   /// Index of the text among the added ones, from 0.
   uint32_t Add(std::string_view sUtf8);
+  /// Said of texts that are likely to be added soon, so that the memory of the table is at hand by then: first of all of
+  /// them, then by what that gave.
+  uint32_t Expect(std::string_view sUtf8) const;
+  void ExpectEntry(uint32_t nHash) const;
+  /// Makes room for about so many bytes of text.
+  void Reserve(size_t nBytes) { sEntries_.reserve(nBytes); }
   /// How many different ones there are, and how often Add was called.
   uint32_t Count() const { return nCount_; }
   uint32_t References() const { return nReferences_; }
@@ -27,7 +33,7 @@ class clsXlsStrings {
   struct Slot {
     uint32_t nHash = 0;
     uint32_t nNext = 0;  ///< Index of the string plus 1; 0 is free
-    size_t nOffset = 0;
+    size_t nOffset = 0;  ///< In sEntries_
   };
 
   bool SameEntry(size_t nOffset, std::string_view sChars, size_t nCount, bool bWide) const;
