@@ -14,8 +14,8 @@ class clsXlsStrings {
  public:
   /// Index of the text among the added ones, from 0.
   uint32_t Add(std::string_view sUtf8);
-  /// Said of texts that are likely to be added soon, so that the memory of the table is at hand by then: first of all of
-  /// them, then by what that gave.
+  /// Said of texts that are likely to be added soon, so that the memory of the table is at hand by then: first of all
+  /// of them, then by what that gave.
   uint32_t Expect(std::string_view sUtf8) const;
   void ExpectEntry(uint32_t nHash) const;
   /// Makes room for about so many bytes of text.

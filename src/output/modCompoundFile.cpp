@@ -42,7 +42,7 @@ void StartLibrary() {
   static const bool bStarted = [] {
     gsf_init();
     const auto silent = [](const char*, GLogLevelFlags, const char*, void*) {};
-    for (const char* pDomain : {"libgsf", "libgsf:msole"})
+    for (const char* pDomain : {static_cast<const char*>(nullptr), "libgsf", "libgsf:msole"})
       g_log_set_handler(pDomain, static_cast<GLogLevelFlags>(G_LOG_LEVEL_WARNING | G_LOG_LEVEL_CRITICAL), silent,
                         nullptr);
     return true;
