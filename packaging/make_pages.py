@@ -12,9 +12,13 @@ import sys
 from pathlib import Path
 
 HERE = Path(__file__).resolve().parent
-COMMANDS = ("convert", "job")
-FILES = {"--recipe": "rcp", "--specification": "rcp", "--log": "log", "--output": "", "--profile": ""}
 OPTION = re.compile(r"^ {2,6}(?:(?P<short>-\w),)?(?P<long>--[\w-]+)(?P<value> .*?)?(?:  +(?P<text>.*))?$")
+
+
+def commands_of(program):
+    said = subprocess.run([program, "--help"], capture_output=True, text=True, check=True).stdout
+    listed = re.search(r"^(?:Subcommands|SUBCOMMANDS):\n((?:  .*\n)+)", said, re.MULTILINE)
+    return re.findall(r"^  (\w+)", listed[1], re.MULTILINE) if listed else []
 
 
 def options_of(program, command):
@@ -24,7 +28,7 @@ def options_of(program, command):
     for line in said.splitlines():
         match = OPTION.match(line)
         if match:
-            value = re.sub(r"(:.*|\[.*?\]|\(.*|Excludes.*|REQUIRED|Needs.*)", "", match["value"] or "").strip()
+            value = re.sub(r"(=.*|:.*|\[.*?\]|\(.*|Excludes.*|REQUIRED|Needs.*)", "", match["value"] or "").strip()
             options.append([match["short"] or "", match["long"], value, match["text"] or ""])
         elif options and re.match(r"^ {20,}\S", line):
             options[-1][3] = (options[-1][3] + " " + line.strip()).strip()
@@ -99,7 +103,7 @@ esac
 
 
 def fish(tables):
-    lines = ["complete -c quillon -n __fish_use_subcommand -f -a 'convert job'",
+    lines = ["complete -c quillon -n __fish_use_subcommand -f -a '" + " ".join(tables) + "'",
              "complete -c quillon -n __fish_use_subcommand -l help", "complete -c quillon -n __fish_use_subcommand -l version"]
     for command, options in tables.items():
         for short, long, value, text in options:
@@ -114,8 +118,8 @@ def fish(tables):
 def main():
     program, version, folder = sys.argv[1], sys.argv[2], Path(sys.argv[3])
     folder.mkdir(parents=True, exist_ok=True)
-    tables = {command: options_of(program, command) for command in COMMANDS}
-    if not all(any(option[1] == "--log" for option in options) for options in tables.values()):
+    tables = {command: options_of(program, command) for command in commands_of(program)}
+    if not {"convert", "job"} <= set(tables) or not all(tables.values()):
         sys.exit("make_pages.py: the help of the commands doesn't read as expected")
     for page in HERE.glob("*.[15]"):
         text = page.read_text(encoding="utf-8").replace("@VERSION@", version)
