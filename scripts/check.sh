@@ -16,6 +16,7 @@ ours() {
 }
 
 # 1. Form.
+command -v clang-format >/dev/null || finding "clang-format is missing (scripts/setup.sh checks)"
 unformatted=$(scripts/format.sh --check 2>&1 | grep -oE '^[^ :]+:[0-9]+' | sort -u | head -20)
 [ -z "$unformatted" ] || finding "not in the form of .clang-format (scripts/format.sh mends it)" "$unformatted"
 
