@@ -51,9 +51,9 @@ bool clsOutputFile::Open(std::string_view sPath, Failure& failure) {
   } else if (bReplaces_ && !S_ISREG(info.st_mode)) {
     nHandle_ = OpenHandle(sTarget_, O_WRONLY);
     if (nHandle_ < 0) failure = SystemFailure(sPath, errno);
-  } else if (bReplaces_ && access(sTarget_.c_str(), W_OK) != 0) {
-    // A rename would replace a file that its owner made read-only.
-    failure = SystemFailure(sPath, errno);
+  } else if (bReplaces_ && ((info.st_mode & 0222) == 0 || access(sTarget_.c_str(), W_OK) != 0)) {
+    // A rename would replace a file that its owner made read-only, which the system would let the superuser write.
+    failure = SystemFailure(sPath, EACCES);
   } else {
     OpenTemporary(failure);
   }

@@ -19,7 +19,7 @@ class clsOutputFile {
   clsOutputFile& operator=(const clsOutputFile&) = delete;
   ~clsOutputFile();  ///< Removes what was not committed
 
-  /// sPath is a path text. False with the reason.
+  /// sPath is a path text. False with the reason; a file that nobody may write is EACCES, for the superuser too.
   bool Open(std::string_view sPath, Failure& failure);
   bool IsOpen() const { return nHandle_ >= 0; }
   /// Buffered. A failure is kept and given by Commit; writing goes on without effect.

@@ -1,7 +1,5 @@
 #include "clsCellwright.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <cerrno>
 
@@ -12,7 +10,6 @@
 #include "modCellTyping.h"
 #include "modCharacterList.h"
 #include "modExcelLink.h"
-#include "modPaths.h"
 #include "modSettings.h"
 #include "modTranslator.h"
 
@@ -21,12 +18,6 @@ namespace quillon {
 namespace {
 
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-
-/// A file that nobody may write, which the system itself would still let the superuser replace.
-bool HasReadOnlyAttribute(std::string_view sPath) {
-  struct stat info {};
-  return stat(HostPath(sPath).c_str(), &info) == 0 && S_ISREG(info.st_mode) && (info.st_mode & 0222) == 0;
-}
 
 int64_t ReplacedBy(const clsUtf16Reader& reader) {
   return reader.Replaced();
@@ -69,7 +60,6 @@ EngineResult clsCellwright::Check() {
     default:
       return Fail(EngineResult::OutputType, options_.sOutputFile);
   }
-  if (HasReadOnlyAttribute(options_.sOutputFile)) return FailOutput(SystemFailure(options_.sOutputFile, EACCES));
   if (!ParseStartCell(options_.sStartCell, start_)) {
     for (const EngineMessage& message : kEngineMessages) {
       if (message.result == EngineResult::StartCell) account_.sNote = Translate(message.sText);
