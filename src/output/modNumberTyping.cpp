@@ -105,6 +105,9 @@ bool ScanExponent(std::string_view sText, size_t& nPos, Figures& figures) {
   const size_t nDigits = nPos;
   while (nPos < sText.size() && IsDigit(sText[nPos])) ++nPos;
   figures.sExponent = sText.substr(nStart, nPos - nStart);
+  // No format shows a negative power of zero.
+  if (figures.sExponent.substr(1).find_first_not_of("-0") == std::string_view::npos && figures.sExponent[1] == '-')
+    return false;
   // 1E5 is more often a code than a number.
   return nPos > nDigits && nPos - nDigits <= 3 && (bSigned || figures.bPoint) && figures.nWhole == 1 &&
          sText[figures.nStart] != '0';
@@ -291,7 +294,7 @@ bool TypeCommonNumber(std::string_view sText, std::string& sScratch, TypedCell& 
     if (IsDigit(ch)) {
       nMantissa = nMantissa * 10 + static_cast<uint64_t>(ch - '0');
     } else {
-      if (ch != ',' || (bGrouped ? nPos - nGroup != 3 : nPos - nGroup > 3)) return false;
+      if (ch != ',' || nPos == nGroup || (bGrouped ? nPos - nGroup != 3 : nPos - nGroup > 3)) return false;
       bGrouped = true;
       nGroup = nPos + 1;
     }

@@ -83,6 +83,7 @@ TEST(CellTyping, SeparatorsCountOnlyInTheirPlaces) {
          {"12,34", "t"},
          {"1234,567", "t"},
          {",123", "t"},
+         {"-,123", "t"},
          {"1,,234", "t"},
          {"1,234,", "t"},
          {"1.234,50", "t"},
@@ -141,6 +142,7 @@ TEST(CellTyping, CurrencyPercentAndExponentAreShownByTheFormat) {
          {"15.0E+3", "t"},
          {"1.5e+3", "t"},
          {"1.5E+", "t"},
+         {"2E-0", "t"},
          {"1.5E+999", "t"},
          {"1.2E+308", "t"}});
 }
