@@ -12,7 +12,8 @@ constexpr uint8_t kMany = 255;
 
 // Sorted by name for the search. XLS indexes and token classes are those of the BIFF8 format; functions that came with
 // later programs have no index of their own there.
-constexpr std::array kFunctions = {
+// The size is taken by to_array: clang deduces no array of so many.
+constexpr auto kFunctions = std::to_array<FormulaFunction>({
     FormulaFunction{"ABS", 1, 1, 24, 'V', "V"},
     FormulaFunction{"ACCRINT", 6, 8, kNoXls, 'V', "V"},
     FormulaFunction{"ACCRINTM", 4, 5, kNoXls, 'V', "V"},
@@ -335,7 +336,7 @@ constexpr std::array kFunctions = {
     FormulaFunction{"YIELDDISC", 4, 5, kNoXls, 'V', "V"},
     FormulaFunction{"YIELDMAT", 5, 6, kNoXls, 'V', "V"},
     FormulaFunction{"ZTEST", 2, 3, 324, 'V', "RVV"},
-};
+});
 
 constexpr bool ByName(const FormulaFunction& a, const FormulaFunction& b) {
   return a.sName < b.sName;
