@@ -5,7 +5,9 @@ import argparse
 import os
 import random
 import re
+import resource
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -165,6 +167,20 @@ class NewWorkbook(unittest.TestCase):
         self.assertEqual(first.read_bytes(), second.read_bytes())
         dated, _ = self.make("c.xlsx", ["write\t1\t1\t1\tx"], epoch=1700000000)
         self.assertEqual(openpyxl.load_workbook(dated).properties.created.isoformat(), "2023-11-14T22:13:20")
+
+    def test_a_disk_that_fills_leaves_nothing_behind(self):
+        def fill_early():
+            signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+            resource.setrlimit(resource.RLIMIT_FSIZE, (20000, 20000))
+
+        chance = random.Random(5)
+        script = self.folder / "script"
+        cells = [f"write\t1\t{r}\t1\t{chance.random()}" for r in range(1, 9000)]
+        script.write_text("\n".join([*cells, f"save\t{self.folder}/full.xlsx", ""]))
+        done = subprocess.run([PROGRAM, self.folder / "full.xlsx", script, "stream"], capture_output=True, text=True,
+                              preexec_fn=fill_early)
+        self.assertRegex(done.stdout.splitlines()[-1], "^failed .*File too large")
+        self.assertEqual(os.listdir(self.folder), ["script"])
 
     def test_another_spreadsheet_reads_it_without_a_word(self):
         if not shutil.which("ssconvert"):
