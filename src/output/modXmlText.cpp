@@ -111,8 +111,7 @@ void AppendXmlAttribute(std::string& sOut, std::string_view sText) {
 
 bool NeedsSpacePreserved(std::string_view sText) {
   const auto IsSpace = [](char ch) { return ch == ' ' || ch == '\t' || ch == '\n'; };
-  return !sText.empty() &&
-         (IsSpace(sText.front()) || IsSpace(sText.back()) || sText.find('\n') != std::string_view::npos);
+  return !sText.empty() && (IsSpace(sText.front()) || IsSpace(sText.back()));
 }
 
 }  // namespace quillon

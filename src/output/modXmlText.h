@@ -16,7 +16,7 @@ char* PutXmlText(char* p, std::string_view sText);
 void AppendXmlText(std::string& sOut, std::string_view sText);
 /// The same for the value of an attribute in double quotes.
 void AppendXmlAttribute(std::string& sOut, std::string_view sText);
-/// True if a reader would drop or fold something without xml:space="preserve".
+/// True if a reader would drop something at the ends without xml:space="preserve".
 bool NeedsSpacePreserved(std::string_view sText);
 
 }  // namespace quillon
