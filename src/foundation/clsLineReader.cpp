@@ -210,9 +210,9 @@ bool clsLineReader::Fill() {
   // A long row doubles its buffer; a short rest moves to the front.
   if (nLeft > 0 && nOffset > 0) std::memmove(buffer_.data(), window_.data(), nLeft);
   const size_t nRoom = std::max(kBlockBytes, nLeft);
-  if (buffer_.size() < nLeft + nRoom) buffer_.resize(nLeft + nRoom);
-  const auto nWant =
-      static_cast<size_t>(std::min<int64_t>(static_cast<int64_t>(buffer_.size() - nLeft), nEnd_ - nFilePos_));
+  if (buffer_.size() < nLeft + nRoom + kRoomBehind) buffer_.resize(nLeft + nRoom + kRoomBehind);
+  const auto nWant = static_cast<size_t>(
+      std::min<int64_t>(static_cast<int64_t>(buffer_.size() - nLeft - kRoomBehind), nEnd_ - nFilePos_));
   const int64_t nGot = ReadHandle(nHandle_, buffer_.data() + nLeft, nWant);
   if (nGot < 0) failure_ = SystemFailure(sPath_, errno);
   if (nGot <= 0) nEnd_ = nFilePos_;
@@ -258,6 +258,7 @@ bool clsLineReader::ReadRow(std::string_view& sRow) {
   if (!NextRawRow(raw_)) return false;
   ++lRow_;
   sRow = StripRow(raw_);
+  bInBuffer_ = sRow.data() == raw_.data();
   return true;
 }
 

@@ -28,6 +28,7 @@ struct TextFileOptions {
 class clsLineReader {
  public:
   static constexpr size_t kMaxRowBytes = size_t{256} << 20;
+  static constexpr size_t kRoomBehind = 16;
 
   clsLineReader() = default;
   clsLineReader(const clsLineReader&) = delete;
@@ -55,6 +56,8 @@ class clsLineReader {
   /// Reads on to the next row that contains sNeedle (bytes; "" is in every row that isn't empty) and, if sExclusion
   /// isn't empty, not sExclusion. Returns how many rows that took (the row found included), 0 at the end.
   int64_t FindRow(std::string_view sNeedle, std::string_view sExclusion, std::string_view& sRow);
+  /// Bytes behind the row read last that may be read too (not what they are): so rows can be taken in chunks.
+  size_t RoomBehind() const { return nHandle_ >= 0 && bInBuffer_ ? kRoomBehind : 0; }
   /// False if the row read last holds no tab, found out for many rows at once. True says nothing.
   bool RowMayHaveTab();
   /// True if a tab stands anywhere from here on; reads the rest of the file.
@@ -80,10 +83,11 @@ class clsLineReader {
   std::string sPath_;
   Failure failure_;
   Ends ends_ = Ends::Lf;
-  bool bEnded_ = false;   ///< The row handed out last had a line end
-  int64_t nStart_ = 0;    ///< First byte behind a UTF-8 mark
-  int64_t nEnd_ = 0;      ///< First byte of the end-of-file mark, or the size
-  int64_t nFilePos_ = 0;  ///< File offset of the byte behind the buffer
+  bool bEnded_ = false;     ///< The row handed out last had a line end
+  bool bInBuffer_ = false;  ///< The row handed out last lies in the buffer
+  int64_t nStart_ = 0;      ///< First byte behind a UTF-8 mark
+  int64_t nEnd_ = 0;        ///< First byte of the end-of-file mark, or the size
+  int64_t nFilePos_ = 0;    ///< File offset of the byte behind the buffer
   int64_t lRow_ = 0;
   std::vector<char> buffer_;
   std::string_view window_;  ///< Bytes read and not yet handed out
