@@ -35,38 +35,50 @@ bool IsPlainCut(const clsColumn& column, const clsRecipe& recipe) {
   return recipe.InputFileLast == 1 && (sOperator.empty() || sOperator == "LAST" || sOperator == "AVG");
 }
 
-/// What a field holds that asks for more than its copy.
-enum Specials : int { kNone = 0, kComma = 1, kQuoteOrEqual = 2 };
+/// Commas, double quotes and equal signs of a field: what asks for more than its copy.
+struct Specials {
+  bool bAny = false;     ///< Any of them
+  bool bOthers = false;  ///< Any but commas
+};
 
-/// Copies the field and tells what is in it. Up to kChunk bytes behind the target's end are written over; bReadBehind:
-/// as many may be read behind the field. One pass in chunks takes a third of the time of memcpy and a search.
-int CopyAndLook(char* p, std::string_view s, [[maybe_unused]] bool bReadBehind) {
-  size_t i = 0;
-  int nSpecials = kNone;
 #if defined(__SSE2__)
-  const __m128i quote = _mm_set1_epi8('"');
-  const __m128i comma = _mm_set1_epi8(',');
-  const __m128i equal = _mm_set1_epi8('=');
-  int nCommas = 0;
-  int nOthers = 0;
-  for (; i < s.size() && (bReadBehind || s.size() - i >= kChunk); i += kChunk) {
+/// One chunk, in registers; nMask has a bit for each of its bytes that belongs to the field.
+inline Specials LookAt(__m128i bytes, int nMask) {
+  const __m128i commas = _mm_cmpeq_epi8(bytes, _mm_set1_epi8(','));
+  const __m128i others = _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('"')),  //
+                                      _mm_cmpeq_epi8(bytes, _mm_set1_epi8('=')));
+  if ((_mm_movemask_epi8(_mm_or_si128(commas, others)) & nMask) == 0) return {};
+  return {true, (_mm_movemask_epi8(others) & nMask) != 0};
+}
+
+/// Copies a field with kChunk bytes to read behind it and to write behind its copy. Nearly all fields go through here
+/// in one step: copy and look at once take a third of the time of memcpy and a search. Null for one that PutQuoted must
+/// do.
+inline char* PutChunks(char* p, std::string_view s) {
+  const char* const pEnd = s.data() + s.size();
+  Specials specials;
+  for (const char* pFrom = s.data(); pFrom < pEnd; pFrom += kChunk) {
+    const auto nLeft = static_cast<size_t>(pEnd - pFrom);
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(pFrom));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p + (pFrom - s.data())), bytes);
+    const Specials found = LookAt(bytes, nLeft >= kChunk ? 0xFFFF : (1 << nLeft) - 1);
+    if (found.bOthers) return nullptr;
+    specials.bAny = specials.bAny || found.bAny;
+  }
+  if (!specials.bAny) return p + s.size();
+  *p++ = '"';  // an amount, mostly: copied once more, one further
+  for (size_t i = 0; i < s.size(); i += kChunk) {
     const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s.data() + i));
-    const __m128i others = _mm_or_si128(_mm_cmpeq_epi8(bytes, quote), _mm_cmpeq_epi8(bytes, equal));
-    const size_t nLeft = s.size() - i;
-    const int nMask = nLeft >= kChunk ? 0xFFFF : (1 << nLeft) - 1;
-    nCommas |= _mm_movemask_epi8(_mm_cmpeq_epi8(bytes, comma)) & nMask;
-    nOthers |= _mm_movemask_epi8(others) & nMask;
     _mm_storeu_si128(reinterpret_cast<__m128i*>(p + i), bytes);
   }
-  nSpecials = (nCommas != 0 ? kComma : kNone) | (nOthers != 0 ? kQuoteOrEqual : kNone);
-#endif
-  for (; i < s.size(); ++i) {
-    p[i] = s[i];
-    if (s[i] == ',') nSpecials |= kComma;
-    if (s[i] == '"' || s[i] == '=') nSpecials |= kQuoteOrEqual;
-  }
-  return nSpecials;
+  p[s.size()] = '"';
+  return p + s.size() + 1;
 }
+#else
+inline char* PutChunks(char*, std::string_view) {
+  return nullptr;
+}
+#endif
 
 }  // namespace
 
@@ -121,63 +133,83 @@ bool clsCsvRows::WritePlain() {
   return true;
 }
 
-void clsCsvRows::WriteFast(const clsRow& row) {
-  const std::string_view s = row.Bytes();
-  const size_t nMost = nFixedBytes_ + nWideCuts_ * 2 * s.size();
-  if (nMost > kMostRowBytes) {
-    WritePlain();  // plain cuts cannot fail
-    return;
-  }
+bool clsCsvRows::Write(clsRow& row) {
+  // A character of a Unicode row has up to four bytes.
+  const size_t nMost = (row.BytesAreCharacters() ? 1 : 4) * nFixedBytes_ + nWideCuts_ * 2 * row.Bytes().size();
+  const bool bSamePage = row.BytesAreCharacters() || &row.Page() == &pageOfOutput_;
+  if (!bFast_ || !bSamePage || nMost > kMostRowBytes) return WritePlain();
   char* const pRow = file_.Reserve(nMost);
-  char* p = pRow;
+  char* p = row.BytesAreCharacters() ? PutBytes(pRow, row) : PutCharacters(pRow, row);
+  *p++ = '\r';
+  *p++ = '\n';
+  file_.Used(static_cast<size_t>(p - pRow));
+  return true;
+}
+
+/// The fields of a row whose bytes are its characters.
+char* clsCsvRows::PutBytes(char* p, const clsRow& row) {
+  const std::string_view s = row.Bytes();
+  const size_t nReadable = s.size() + row.RoomBehind();
+  const bool bOptions = context_.options.bTrimFields || context_.options.bSafeCsv;
   bool bEmpty = true;
   for (const Cut& cut : cuts_) {
-    if (!bEmpty) {
-      std::memcpy(p, separator_.data(), separator_.size());  // of a fixed size; the next field writes over the surplus
-      p += sSeparator_.size();
-    }
-    if (cut.nEnd + kChunk <= s.size() && !context_.options.bTrimFields && !context_.options.bSafeCsv) {
+    if (!bEmpty) p = PutSeparator(p);
+    if (cut.nEnd + kChunk <= nReadable && cut.nEnd <= s.size() && !bOptions) {
       // The usual case, apart so that it stays short.
       const std::string_view sField(s.data() + cut.nFrom, cut.nEnd - cut.nFrom);
       bEmpty = false;
-      const int nSpecials = CopyAndLook(p, sField, true);
-      if (nSpecials == kComma) {  // amounts, mostly
-        *p = '"';
-        CopyAndLook(p + 1, sField, true);
-        p[sField.size() + 1] = '"';
-        p += sField.size() + 2;
-      } else {
-        p = nSpecials == kNone ? p + sField.size() : PutQuoted(p, sField);
-      }
+      char* const pNext = PutChunks(p, sField);
+      p = pNext != nullptr ? pNext : PutQuoted(p, sField);
       continue;
     }
     const bool bBlankBehind = row.HasBlankBehind() && cut.nEnd > s.size() && cut.nFrom <= s.size();
     const std::string_view sField =
         cut.nFrom < s.size() ? s.substr(cut.nFrom, cut.nEnd - cut.nFrom) : std::string_view{};
     bEmpty = bEmpty && sField.empty() && !bBlankBehind;
-    p = PutField(p, sField, bBlankBehind);
+    p = PutField(p, sField, bBlankBehind, nReadable - std::min(cut.nFrom, nReadable));
   }
-  *p++ = '\r';
-  *p++ = '\n';
-  file_.Used(static_cast<size_t>(p - pRow));
+  return p;
 }
 
-/// A field near the row's end, or with one of the options on.
-char* clsCsvRows::PutField(char* p, std::string_view sField, bool bBlankBehind) {
+char* clsCsvRows::PutCharacters(char* p, clsRow& row) {
+  bool bEmpty = true;
+  for (const Cut& cut : cuts_) {
+    if (!bEmpty) p = PutSeparator(p);
+    const std::string_view sField = row.Field(static_cast<int64_t>(cut.nFrom) + 1, static_cast<int64_t>(cut.nEnd));
+    bEmpty = bEmpty && sField.empty();
+    const auto nBehind = static_cast<size_t>(row.Bytes().data() + row.Bytes().size() - sField.data());
+    p = PutField(p, sField, false, sField.empty() ? 0 : nBehind);
+  }
+  return p;
+}
+
+/// A field at the row's end, or with one of the options on. nReadable: bytes from its start that may be read.
+char* clsCsvRows::PutField(char* p, std::string_view sField, bool bBlankBehind, size_t nReadable) {
   if (context_.options.bTrimFields) {
-    sField = TrimBlanks(sField);
+    const std::string_view sTrimmed = TrimLeftBlanks(sField);
+    nReadable -= sField.size() - sTrimmed.size();
+    sField = TrimRightBlanks(sTrimmed);
     bBlankBehind = false;
+  }
+  if (sField.empty()) {
+    if (bBlankBehind) *p++ = ' ';
+    return p;
   }
   const std::string_view sRest = context_.options.bSafeCsv ? TrimLeftBlanks(sField) : std::string_view{};
   const bool bSuspect = !sRest.empty() && StartsFormula(sRest[0]);
-  if (bSuspect || CopyAndLook(p, sField, false) != kNone) {
-    if (!bBlankBehind) return PutQuoted(p, sField);
+  char* pEnd = !bSuspect && sField.size() + kChunk <= nReadable ? PutChunks(p, sField) : nullptr;
+  if (pEnd == nullptr && bBlankBehind) {
     sField_.assign(sField).append(1, ' ');
     return PutQuoted(p, sField_);
   }
-  p += sField.size();
-  if (bBlankBehind) *p++ = ' ';
-  return p;
+  if (pEnd == nullptr) return PutQuoted(p, sField);
+  if (bBlankBehind) {
+    const bool bQuoted = pEnd != p + sField.size();
+    if (bQuoted) *pEnd = '"';
+    pEnd[bQuoted ? -1 : 0] = ' ';
+    ++pEnd;
+  }
+  return pEnd;
 }
 
 /// A field that may need quotes or an apostrophe or begin with an equal sign.

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,22 +28,23 @@ class clsCsvRows {
   /// False if the separator is none: outside 1 to 255.
   bool HasSeparator() const { return !sSeparator_.empty(); }
   /// The row in the faster way that is open to it. False: see EndWalk.
-  bool Write(clsRow& row) {
-    if (!bFast_ || !row.BytesAreCharacters()) return WritePlain();
-    WriteFast(row);
-    return true;
-  }
+  bool Write(clsRow& row);
   bool WritePlain();
-  /// True if rows whose bytes are characters go the fast way.
+  /// True if the columns are plain cuts, so that rows in the output's own bytes go the fast way.
   bool IsFast() const { return bFast_; }
-  void WriteFast(const clsRow& row);
 
  private:
   struct Cut {
     size_t nFrom, nEnd;  ///< Bytes, the end behind the last
   };
   bool MayBeFast(const std::vector<clsColumn>& columns) const;
-  char* PutField(char* p, std::string_view sField, bool bBlankBehind);
+  char* PutBytes(char* p, const clsRow& row);
+  char* PutCharacters(char* p, clsRow& row);
+  char* PutSeparator(char* p) const {
+    std::memcpy(p, separator_.data(), separator_.size());  // of a fixed size; the next field writes over the surplus
+    return p + sSeparator_.size();
+  }
+  char* PutField(char* p, std::string_view sField, bool bBlankBehind, size_t nReadable);
   char* PutQuoted(char* p, std::string_view sField);
 
   RecipeContext& context_;

@@ -18,7 +18,7 @@ bool clsLineProcessor::ReadRowPeriod1Only(RecipeContext& context, clsLineReader*
   std::string_view sRow;
   if (!ReadNextRow(filehandle, context.options.text.bUnix, sRow)) return false;
   clsRow& row = RowCollection[0];
-  row.SetView(sRow, filehandle->CodePage(), !sRow.empty() && sRow.back() != ' ');
+  row.SetView(sRow, filehandle->CodePage(), !sRow.empty() && sRow.back() != ' ', filehandle->RoomBehind());
   return tab_size < 1 || !filehandle->RowMayHaveTab() || row.Expand(tab_size);
 }
 

@@ -7,12 +7,15 @@
 
 namespace quillon {
 
-void clsRow::SetView(std::string_view sBytes, const clsCodePage& page, bool bBlankBehind) {
+void clsRow::SetView(std::string_view sBytes, const clsCodePage& page, bool bBlankBehind, size_t nRoomBehind) {
   sBytes_ = sBytes;
+  nRoomBehind_ = nRoomBehind;
   pPage_ = &page;
   bBlankBehind_ = bBlankBehind;
   bByteChars_ = page.IsSingleByte() || IsAscii(sBytes);
-  if (!bByteChars_) checkpoints_.clear();
+  if (bByteChars_) return;
+  checkpoints_.assign(1, 0);
+  cursor_ = {};
 }
 
 void clsRow::SetText(std::string_view sUtf8) {
@@ -37,6 +40,7 @@ void clsRow::Own() {
   sBytes.append(sBytes_).append(bBlankBehind_ ? 1 : 0, ' ');
   sOwn_.swap(sBytes);
   sBytes_ = sOwn_;
+  nRoomBehind_ = 0;
   bBlankBehind_ = false;
 }
 
@@ -52,17 +56,26 @@ size_t clsRow::OffsetOf(int64_t nCharacter) {
   const size_t nSize = sBytes_.size();
   if (nCharacter > static_cast<int64_t>(nSize)) return nSize;
   if (bByteChars_) return static_cast<size_t>(nCharacter) - 1;
+  // Columns mostly ascend: on from where the last one ended.
+  if (cursor_.nCharacter <= nCharacter && nCharacter - cursor_.nCharacter <= kCheckpoint) return Pass(nCharacter);
   const auto nWanted = static_cast<size_t>((nCharacter - 1) / kCheckpoint);
-  const auto pass = [&](size_t nOffset, int64_t nCount) {
-    while (nCount-- > 0 && nOffset < nSize) nOffset += Utf8CharBytes(sBytes_, nOffset);
-    return nOffset;
-  };
-  if (checkpoints_.empty()) checkpoints_.push_back(0);
   while (checkpoints_.size() <= nWanted && checkpoints_.back() < nSize) {
-    checkpoints_.push_back(static_cast<uint32_t>(pass(checkpoints_.back(), kCheckpoint)));
+    cursor_ = {static_cast<int64_t>(checkpoints_.size() - 1) * kCheckpoint + 1, checkpoints_.back()};
+    checkpoints_.push_back(static_cast<uint32_t>(Pass(cursor_.nCharacter + kCheckpoint)));
   }
   if (checkpoints_.size() <= nWanted) return nSize;
-  return pass(checkpoints_[nWanted], (nCharacter - 1) % kCheckpoint);
+  cursor_ = {static_cast<int64_t>(nWanted) * kCheckpoint + 1, checkpoints_[nWanted]};
+  return Pass(nCharacter);
+}
+
+/// Moves the cursor on to the character, or to the end.
+size_t clsRow::Pass(int64_t nCharacter) {
+  size_t nOffset = cursor_.nOffset;
+  for (int64_t n = cursor_.nCharacter; n < nCharacter && nOffset < sBytes_.size(); ++n) {
+    nOffset += static_cast<unsigned char>(sBytes_[nOffset]) < 0x80 ? 1 : Utf8CharBytes(sBytes_, nOffset);
+  }
+  cursor_ = {nCharacter, nOffset};
+  return nOffset;
 }
 
 std::string clsRow::Text() const {

@@ -21,7 +21,8 @@ class clsRow {
   clsRow& operator=(const clsRow&) = delete;
 
   void Clear() { SetView({}, clsCodePage::Utf8(), false); }
-  void SetView(std::string_view sBytes, const clsCodePage& page, bool bBlankBehind);
+  /// nRoomBehind: so many bytes behind the view may be read.
+  void SetView(std::string_view sBytes, const clsCodePage& page, bool bBlankBehind, size_t nRoomBehind = 0);
   void SetText(std::string_view sUtf8);
   /// Turns tabs into blanks by the rules of ExpandTabs. False if the row grew too long; it then stays as it was.
   bool Expand(int32_t tab_size);
@@ -29,6 +30,7 @@ class clsRow {
   /// The bytes without the blank thought behind.
   std::string_view Bytes() const { return sBytes_; }
   bool HasBlankBehind() const { return bBlankBehind_; }
+  size_t RoomBehind() const { return nRoomBehind_; }
   const clsCodePage& Page() const { return *pPage_; }
   /// A byte is a character: a single-byte page, or a row of plain ASCII.
   bool BytesAreCharacters() const { return bByteChars_; }
@@ -44,17 +46,23 @@ class clsRow {
  private:
   void Own();
   size_t OffsetOf(int64_t nCharacter);
+  size_t Pass(int64_t nCharacter);
 
   static constexpr int64_t kCheckpoint = 64;
 
   std::string sOwn_;
   std::string_view sBytes_;
   const clsCodePage* pPage_ = &clsCodePage::Utf8();
+  size_t nRoomBehind_ = 0;
   bool bBlankBehind_ = false;
   bool bByteChars_ = true;
   /// Byte offsets of characters 1, 65, 129 ... of a row where they differ from the positions, as far as asked for; so
   /// columns in any order cost no pass over the row each.
   std::vector<uint32_t> checkpoints_;
+  struct Cursor {
+    int64_t nCharacter = 1;
+    size_t nOffset = 0;
+  } cursor_;  ///< Where the last search for an offset ended
 };
 
 }  // namespace quillon
