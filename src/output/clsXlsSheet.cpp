@@ -7,6 +7,7 @@ namespace quillon {
 namespace {
 
 constexpr unsigned kMaxColumn = kMaxXlsColumns - 1;
+constexpr size_t kDimensionsData = 14;
 
 /// Least data of a record that holds one cell; 0 for other records.
 size_t LeastCellData(uint16_t nId) {
@@ -90,10 +91,7 @@ bool clsXlsSheet::Scan() {
   while (reader.Next(record)) {
     if (record.nId == xls::kEof && nDepth == 1) {
       nEnd_ = record.End();
-      size_t nPlace = nDimensions_ != kNone ? nDimensions_ + 4 + GetU16(sStream_, nDimensions_ + 2)
-                      : nWindow2_ != kNone  ? nWindow2_
-                                            : record.nOffset;
-      if (nTableStart_ == kNone) nTableStart_ = nTableEnd_ = nPlace;
+      PlaceEmptyTable(record.nOffset);
       return true;
     }
     if (record.nId == xls::kBof) ++nDepth;
@@ -101,6 +99,16 @@ bool clsXlsSheet::Scan() {
     if (record.nId == xls::kEof) --nDepth;
   }
   return false;
+}
+
+/// A sheet without cells has their place behind DIMENSIONS. An INDEX counts only in front of the cells.
+void clsXlsSheet::PlaceEmptyTable(size_t nEof) {
+  if (nTableStart_ == kNone) {
+    nTableStart_ = nWindow2_ != kNone ? nWindow2_ : nEof;
+    if (nDimensions_ != kNone) nTableStart_ = nDimensions_ + 4 + GetU16(sStream_, nDimensions_ + 2);
+    nTableEnd_ = nTableStart_;
+  }
+  if (nIndex_ != kNone && nIndex_ >= nTableStart_) nIndex_ = kNone;
 }
 
 bool clsXlsSheet::Note(const XlsRecord& record, int nDepth) {
@@ -132,10 +140,10 @@ void clsXlsSheet::NoteHead(const XlsRecord& record) {
       nIndex_ = record.nOffset;
       break;
     case xls::kDimensions:
-      nDimensions_ = record.nOffset;
+      if (record.sData.size() >= kDimensionsData) nDimensions_ = record.nOffset;
       break;
     case xls::kWindow2:
-      if (nWindow2_ == kNone) nWindow2_ = record.nOffset;
+      if (nWindow2_ == kNone && record.sData.size() >= 2) nWindow2_ = record.nOffset;
       break;
     case xls::kDefColWidth:
       nDefColWidth_ = record.nOffset;

@@ -78,6 +78,7 @@ class clsXlsSheet {
   };
 
   bool Scan();
+  void PlaceEmptyTable(size_t nEof);
   bool Note(const XlsRecord& record, int nDepth);
   bool NoteCell(const XlsRecord& record);
   bool NoteCells(const XlsRecord& record, size_t nItem);
