@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdlib>
 
+#include "modFolderNames.h"
 #include "modPaths.h"
 #include "modSystemIo.h"
 
@@ -64,7 +65,10 @@ bool clsOutputFile::OpenTemporary(Failure& failure) {
   const std::string sFolder = sTarget_.substr(0, sTarget_.rfind('/') + 1);
   sTemporary_ = sFolder + ".quillon-XXXXXX";
   nHandle_ = mkostemp(sTemporary_.data(), O_CLOEXEC);
-  if (nHandle_ >= 0) return true;
+  if (nHandle_ >= 0) {
+    NoteOwnChange(sTemporary_);
+    return true;
+  }
   failure = SystemFailure(sTarget_, errno);
   sTemporary_.clear();
   return false;
@@ -111,6 +115,7 @@ bool clsOutputFile::Commit(Failure& failure) {
   if (!sTemporary_.empty() && !failure_.Failed()) {
     fails(rename(sTemporary_.c_str(), sTarget_.c_str()) == 0);
     if (!failure_.Failed()) sTemporary_.clear();
+    NoteOwnChange(sTarget_);
   }
   failure = failure_;
   Discard();

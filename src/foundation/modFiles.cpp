@@ -11,6 +11,7 @@
 #include <random>
 
 #include "clsOutputFile.h"
+#include "modFolderNames.h"
 #include "modPaths.h"
 #include "modStrings.h"
 #include "modText.h"
@@ -124,7 +125,10 @@ bool CopyFolderOver(std::string_view sSource, std::string_view sTarget, bool bOv
 }
 
 bool DeleteFileForced(std::string_view sPath) {
-  return unlink(HostPath(sPath).c_str()) == 0;
+  const std::string sHost = HostPath(sPath);
+  const bool bDone = unlink(sHost.c_str()) == 0;
+  if (bDone) NoteOwnChange(sHost);
+  return bDone;
 }
 
 bool DeleteFileWithRetry(clsHost& host, std::string_view sPath) {

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "modFolderNames.h"
 #include "modText.h"
 
 namespace quillon {
@@ -44,7 +45,7 @@ std::string PlainHostPath(std::string_view sPath) {
 /// The entry of the folder that equals the name but for case, the first in byte order; the name itself if none does.
 std::string MatchingEntry(const std::string& sFolder, const std::string& sName) {
   const std::string sExact = sFolder + sName;
-  if (Exists(sExact)) return sName;
+  if (Exists(sExact) || !MayHoldName(sFolder, sName)) return sName;
   DIR* const pFolder = opendir(sFolder.empty() ? "." : sFolder.c_str());
   if (pFolder == nullptr) return sName;
   std::string sBest;
