@@ -44,7 +44,7 @@ bool clsOutputFile::Open(std::string_view sPath, Failure& failure) {
   nFlushed_ = 0;
   sTarget_ = ResolvedTarget(HostPath(sPath));
   sTemporary_.clear();
-  buffer_.resize(kBufferBytes);
+  if (buffer_ == nullptr) buffer_ = std::make_unique_for_overwrite<char[]>(kBufferBytes);
   struct stat info {};
   bReplaces_ = stat(sTarget_.c_str(), &info) == 0;
   if (bReplaces_ && S_ISDIR(info.st_mode)) {
@@ -75,7 +75,7 @@ bool clsOutputFile::OpenTemporary(Failure& failure) {
 }
 
 void clsOutputFile::Flush() {
-  if (nHandle_ >= 0 && !failure_.Failed() && !WriteHandle(nHandle_, buffer_.data(), nUsed_)) {
+  if (nHandle_ >= 0 && !failure_.Failed() && !WriteHandle(nHandle_, buffer_.get(), nUsed_)) {
     failure_ = SystemFailure(sTarget_, errno);
   }
   nFlushed_ += static_cast<int64_t>(nUsed_);

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "modFailure.h"
 
@@ -25,13 +25,13 @@ class clsOutputFile {
   /// Buffered. A failure is kept and given by Commit; writing goes on without effect.
   void Write(std::string_view sBytes) {
     if (sBytes.size() > kBufferBytes - nUsed_) return WriteSlow(sBytes);
-    sBytes.copy(buffer_.data() + nUsed_, sBytes.size());
+    sBytes.copy(buffer_.get() + nUsed_, sBytes.size());
     nUsed_ += sBytes.size();
   }
   /// Space for at least nBytes (at most kBufferBytes); the caller fills it and says by Used how much it took.
   char* Reserve(size_t nBytes) {
     if (nBytes > kBufferBytes - nUsed_) Flush();
-    return buffer_.data() + nUsed_;
+    return buffer_.get() + nUsed_;
   }
   void Used(size_t nBytes) { nUsed_ += nBytes; }
   const Failure& LastFailure() const { return failure_; }
@@ -53,7 +53,7 @@ class clsOutputFile {
   std::string sTarget_;     ///< Host path, links resolved
   std::string sTemporary_;  ///< Host path; empty when written straight
   bool bReplaces_ = false;
-  std::vector<char> buffer_;
+  std::unique_ptr<char[]> buffer_;  ///< kBufferBytes, untouched where not used
   size_t nUsed_ = 0;
   int64_t nFlushed_ = 0;
   Failure failure_;
