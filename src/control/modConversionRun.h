@@ -113,6 +113,7 @@ class clsConversionRun {
   bool AssignProfile();
   void ReportEngineStatus(int32_t lQuotesResult);
   void TakeEngineAccount();
+  void LetSignalsStopEngine();
   void SayWhatWasReplaced();
   bool RecipeRunCanStart(int32_t& lResult);
   void WarnIfTabsInFile(const RecipeOptions& recipeOptions);

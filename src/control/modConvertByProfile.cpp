@@ -62,6 +62,7 @@ void clsConversionRun::ConvertByProfile(int32_t& lResult) {
   OptOutputFileSet(options_.sOutputFile.c_str());
   Cellwright().Change().bSafeCsv = extras_.bSafeCsv;
   const int32_t quotes_result = OptUseDoubleQuotesSet(options_.lUseDoubleQuotes);
+  LetSignalsStopEngine();
   options_.lErr = quillon::ConvertFile();
   TakeEngineAccount();
   if (extras_.bSayMore) SayWhatWasReplaced();
@@ -89,6 +90,15 @@ void clsConversionRun::SayWhatWasReplaced() {
     text += " " + std::to_string(tally.lCharsReplaced);
   }
   if (!text.empty()) host_.Report({options_.lErr, Translate("Warning"), text, "", EntryType::Warning, false});
+}
+
+// With windows nothing gets a turn while the engine works.
+void clsConversionRun::LetSignalsStopEngine() {
+  if (pWindow_ != nullptr) return Cellwright().StopWhen({});
+  Cellwright().StopWhen([this] {
+    host_.LetEventsRun();
+    return gbAbandonOutput;
+  });
 }
 
 /// The engine knows one table: all that it wrote.

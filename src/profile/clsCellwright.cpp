@@ -98,12 +98,16 @@ template <typename Reader, typename Sink>
 bool clsCellwright::PumpRows(Reader& reader, Sink& sink) {
   const int64_t nSkipped = reader.SkipRows(start_.nRow - 1);
   bool bTaken = true;
-  for (std::string_view sRow; bTaken && reader.ReadRow(sRow);) bTaken = sink.PutRow(sRow);
+  bStopped_ = false;
+  for (std::string_view sRow; bTaken && !bStopped_ && reader.ReadRow(sRow);) {
+    bTaken = sink.PutRow(sRow);
+    bStopped_ = StopWanted(reader.RowNumber());
+  }
   account_.lRowsRead = reader.RowNumber();
   account_.lRowsWritten = account_.lRowsRead - nSkipped;
   account_.lCharsBehind = sink.CharsBehind();
   account_.lCharsReplaced = ReplacedBy(reader);
-  return bTaken && !reader.LastFailure().Failed();
+  return bTaken && !bStopped_ && !reader.LastFailure().Failed();
 }
 
 CsvRules clsCellwright::RulesFor(const clsCodePage& pageOut) const {
@@ -134,7 +138,10 @@ EngineResult clsCellwright::ToCsv(Reader& reader, const CutPlan& plan, const cls
   if (!file.Open(options_.sOutputFile, failure)) return FailOutput(failure);
   if (bUtf8) file.Write(kUtf8Mark);
   clsCsvSink sink(file, plan, RulesFor(*pPageOut), page, *pPageOut, {.bSafe = options_.bSafeCsv});
-  if (!PumpRows(reader, sink)) return Fail(EngineResult::InputUnreadable, reader.LastFailure().sText);
+  if (!PumpRows(reader, sink)) {
+    return bStopped_ ? Fail(EngineResult::Stopped, "")
+                     : Fail(EngineResult::InputUnreadable, reader.LastFailure().sText);
+  }
   account_.lCharsLost = sink.CharsLost();
   return file.Commit(failure) ? EngineResult::Done : FailOutput(failure);
 }
@@ -155,6 +162,7 @@ EngineResult clsCellwright::ToSheet(Reader& reader, const CutPlan& plan, const c
   pWorkbook->SetSheetName(1, options_.sSheet, failure);
   clsSheetSink sink(*pWorkbook, plan, page, bXls ? kMaxXlsRows : kMaxSheetRows);
   if (!PumpRows(reader, sink)) {
+    if (bStopped_) return Fail(EngineResult::Stopped, "");
     if (sink.Refusal().empty()) return Fail(EngineResult::InputUnreadable, reader.LastFailure().sText);
     account_.lCellsFailed = 1;
     account_.lRowsWritten = 0;

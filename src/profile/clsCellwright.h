@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,6 +49,8 @@ class clsCellwright {
   /// Options of a column (from 1), made if it is new; null for a number outside 1 to kMostColumns.
   CellwrightColumn* Column(int32_t lColumn);
 
+  /// Asked every 1024 rows of a conversion: True ends it with nothing written. Empty: nothing is asked.
+  void StopWhen(std::function<bool()> stopWanted) { stopWanted_ = std::move(stopWanted); }
   /// Runs the conversion with the options as they stand. On any failure the output is as it was.
   EngineResult ConvertFile();
   /// Keeps a failure's text for GetErrorString.
@@ -67,10 +70,13 @@ class clsCellwright {
   EngineResult ToSheet(Reader& reader, const CutPlan& plan, const clsCodePage& page);
   template <typename Reader, typename Sink>
   bool PumpRows(Reader& reader, Sink& sink);
+  bool StopWanted(int64_t lRow) const { return (lRow & 1023) == 0 && stopWanted_ && stopWanted_(); }
   CsvRules RulesFor(const clsCodePage& pageOut) const;
 
   Options options_;
   StartCell start_;
+  std::function<bool()> stopWanted_;
+  bool bStopped_ = false;
   ProfileAccount account_;
   std::string sError_;
 };

@@ -19,6 +19,7 @@ enum class EngineResult : int32_t {
   CellRefused = -6,
   ColumnNumber = -7,  ///< Of an option, not of ConvertFile
   StartCell = -8,     ///< Of OptXLSRangeSet: A1 is taken instead
+  Stopped = -9,
 };
 
 struct EngineMessage {
@@ -26,7 +27,7 @@ struct EngineMessage {
   std::string_view sText;  ///< English; what it is about follows in brackets or behind a colon
 };
 
-inline constexpr std::array<EngineMessage, 9> kEngineMessages{{
+inline constexpr std::array<EngineMessage, 10> kEngineMessages{{
     {EngineResult::Attributes, "The output file can't be written because of its attributes"},
     {EngineResult::InputType, "Unknown type of input file, expected 21 (single-byte text) or 42 (UTF-16 text)"},
     {EngineResult::InputUnreadable, "The input file can't be read"},
@@ -36,6 +37,7 @@ inline constexpr std::array<EngineMessage, 9> kEngineMessages{{
     {EngineResult::CellRefused, "The sheet can't hold the report, nothing was written; CSV has no such limits"},
     {EngineResult::ColumnNumber, "A column number from 1 to 32767 is expected"},
     {EngineResult::StartCell, "The start cell is no cell reference such as B4, so A1 was taken"},
+    {EngineResult::Stopped, "Stopped before the end, nothing was written"},
 }};
 
 }  // namespace quillon

@@ -1,0 +1,243 @@
+#!/usr/bin/env python3
+"""What a person or a script meets at the command line: output, error output, exit status and the files made.
+
+Each test runs the built program in a fresh folder with home, locale and time zone fixed; drive C: is the folder.
+"""
+
+import os
+import pty
+import signal
+import stat
+import subprocess
+import sys
+import time
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "golden"))
+import golden  # noqa: E402
+
+PROGRAM = Path(sys.argv.pop(1)).resolve()
+RECIPE = """[Table 1]
+ReadStartLine=STOCK
+ReadStartLineOffset=1
+ReadEndLine=END
+ReadEndLineOffset=-1
+Parsing=------ ---
+WriteColumn=A
+"""
+REPORT = "STOCK\nBolts   12\nNuts     7\nEND\n"
+ROWS = "Bolts  , 12\r\nNuts   ,  7\r\n"
+CLOSING = ("quillon: {} converted, {} failed; {}; {} lines read, {} in tables, {} outside; "
+           "0 characters behind the last column; 0 cells failed; <n> seconds\n")
+
+
+class CommandLineTest(unittest.TestCase):
+    def setUp(self):
+        self.world = golden.World(PROGRAM).__enter__()
+        self.addCleanup(self.world.__exit__)
+        self.work = self.world.work
+        self.write("r.rcp", RECIPE)
+        self.write("in.txt", REPORT)
+
+    def write(self, name, text):
+        path = self.work / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_bytes(text.encode("latin-1"))
+        return path
+
+    def text(self, name):
+        return (self.work / name).read_bytes().decode("latin-1")
+
+    def made(self):
+        return sorted(str(p.relative_to(self.work)) for p in self.work.rglob("*") if p.is_file())
+
+    def check(self, line, status=0, out="", err=""):
+        self.assertEqual(self.world.run(line), (out, err, status), line)
+
+    def start(self, *arguments, **how):
+        return subprocess.Popen([PROGRAM, *arguments], cwd=self.work, env=self.world.env, stdin=subprocess.DEVNULL, **how)
+
+    # One file
+
+    def test_accounts_for_every_line_and_leaves_the_settings_alone(self):
+        self.write("in.txt", "head\n" + REPORT + "tab\there\n")
+        self.check("quillon convert in.txt -o out.csv --recipe r.rcp --verbose", err=(
+            "quillon: Warning [-2004]\n"
+            "    NOTE: The text in the Input File contains tab characters.\n"
+            "    To specify the tab stop, change the options.\n"
+            "in.txt -> out.csv: converted; 6 lines read, 2 in tables, 4 outside\n"
+            "    table 1: lines 3 to 4, 2 rows, 2 columns, 0 characters behind the last column, 0 cells failed\n"
+            + CLOSING.format("1 file", 0, "1 table", 6, 2, 4)))
+        self.assertEqual(self.text("out.csv"), ROWS)
+        names = [p.name for p in self.world.home.rglob("*") if p.is_file()]
+        self.assertEqual(names, ["_ExportSpecs.t2x"], "no settings, no examples")
+
+    def test_standard_streams(self):
+        self.check("quillon convert - -o - --recipe r.rcp --quiet < in.txt", out=ROWS)
+        self.check("quillon convert - in.txt -o - --recipe r.rcp < in.txt", 2,
+                   err="quillon: - as input goes with no other input and not with --beside-input\n")
+        out, _, status = self.world.run("quillon convert in.txt -o - --recipe r.rcp --quiet > /dev/full; echo $?")
+        self.assertEqual(out, "1\n")
+
+    def test_says_what_it_ignores(self):
+        self.check("quillon convert in.txt -o o.xlsx --recipe r.rcp --delimiter ';' --quote always --recursive --quiet")
+        self.check("quillon convert in.txt -o o.xlsx --recipe r.rcp --delimiter ';' --quote always -r", err=(
+            "quillon: note: --quote has no effect here: it serves CSV output of the Profile method\n"
+            "quillon: note: --delimiter has no effect here: it serves CSV output\n"
+            "quillon: note: --recursive has no effect here: no input is a pattern or a folder\n"
+            + CLOSING.format("1 file", 0, "1 table", 4, 2, 2)))
+
+    def test_wrong_use_ends_with_2_and_touches_nothing(self):
+        before = self.made()
+        missing = " is missing"
+        for line, said in [
+                ("quillon convert in.txt -o out.csv", "[--recipe,--markup,--profile,--specification]"),
+                ("quillon convert -o out.csv --markup", "INPUT" + missing),
+                ("quillon convert in.txt --markup", "-o OUTPUT" + missing),
+                ("quillon convert in.txt -o out.csv --markup --delimiter xx", "--delimiter: a character"),
+                ("quillon convert in.txt -o out.csv --markup --encoding none", "no such code page: none"),
+                ("quillon convert in.txt r.rcp -o out.csv --markup", "Error [-2]"),
+                ("quillon convert in.txt -o out.pdf --markup", "Error [-4]"),
+                ("quillon convert in.txt -o a.xlsx.d/out.csv.xls --markup", "ending of another kind"),
+                ("quillon convert in.txt -o 'o*/x*.csv' --markup", 'one "*" at most'),
+                ("quillon job none.QLN", "Error [-100]"), ("quillon juggle", "juggle is no command"), ("quillon -x", "")]:
+            out, err, status = self.world.run(line)
+            self.assertEqual((out, status), ("", 2), line)
+            self.assertIn(said, err)
+        self.assertEqual(self.made(), before)
+
+    def test_never_writes_over_an_input(self):
+        self.write("a.csv", REPORT)
+        os.link(self.work / "a.csv", self.work / "b.csv")
+        said = ("quillon: Error [-1002] Invalid Output File Specified\n"
+                "    The output file is the input file itself: b.csv\n    To fix this: Change the output file.\n")
+        self.check("quillon convert a.csv -o b.csv --recipe r.rcp", 2, err=said)
+        self.check("quillon convert in.txt a.csv -o '*.csv' --recipe r.rcp", 2, err=said.replace("b.csv", "a.csv"))
+        self.check(r"quillon '/IC:\a.csv /OC:\b.csv /RC:\r.rcp /LC:\run.log'")
+        self.assertIn("!!!!!!!!!! Error [-1002]", self.text("run.log"))
+        self.assertEqual(self.text("a.csv"), REPORT)
+        self.assertNotIn("in.csv", self.made())
+
+    def test_failing_output_is_named_with_its_reason_and_the_old_file_stays(self):
+        self.write("ro.csv", "old").chmod(0o444)
+        out, err, status = self.world.run("quillon convert in.txt -o ro.csv --recipe r.rcp --quiet")
+        self.assertEqual((status, self.text("ro.csv")), (1, "old"))
+        self.assertIn("ro.csv: Permission denied", err)
+        (self.work / "folder.csv").mkdir()
+        _, err, status = self.world.run("quillon convert in.txt -o 'folder.cs*' --recipe r.rcp")
+        self.assertEqual(status, 2)
+
+    # Several files
+
+    def test_mirrors_subfolders_whatever_the_folders_are_called(self):
+        for name in ("deep/in/a.txt", "deep/in/x/y/b.txt", "deep/in/.hid/c.txt", "deep/in/x/d.dat"):
+            self.write(name, REPORT)
+        self.check("quillon convert 'deep/in/*.txt' -r -o 'o/t_*_1.csv' --recipe r.rcp",
+                   err=CLOSING.format("2 files", 0, "2 tables", 8, 4, 4))
+        self.assertEqual([n for n in self.made() if n.startswith("o/")], ["o/t_a_1.csv", "o/x/y/t_b_1.csv"])
+        self.check("quillon convert deep/in -r --beside-input -o '*.csv' --recipe r.rcp --quiet")
+        self.assertEqual([n for n in self.made() if n.startswith("deep") and n.endswith("csv")],
+                         ["deep/in/a.csv", "deep/in/x/d.csv", "deep/in/x/y/b.csv"])
+
+    def test_refuses_two_inputs_with_one_output(self):
+        self.write("p/a.txt", REPORT)
+        self.write("q/a.txt", REPORT)
+        self.check("quillon convert p/a.txt q/a.txt -o 'o/*.csv' --recipe r.rcp", 2, err=(
+            "quillon: o/a.csv would be the output of both p/a.txt and q/a.txt; quote the pattern with -r, so that "
+            "subfolders are mirrored, or convert them apart\n"))
+
+    def test_goes_on_behind_a_failure_and_ends_with_1(self):
+        self.write("in/a.txt", REPORT)
+        self.write("in/b.txt", "nothing\n")
+        self.write("in/c.txt", REPORT)
+        self.check("quillon convert 'in/*.txt' 'no/*.txt' -o 'o/*.csv' --recipe r.rcp --log 'l/[Y].log' --quiet", 1, err=(
+            "quillon: no/*.txt: no file found (An error occured while searching for files: 3 : Path Not Found.)\n"
+            "quillon: in/b.txt: Error [-5604]\n    Error in Table specs: Cannot find ReadStartLine: STOCK\n"))
+        self.assertEqual(self.text("o/c.csv"), ROWS)
+        log = self.text(f"l/{time.strftime('%Y', time.gmtime())}.log")
+        for line in ("Processing:\r\n  in/a.txt\r\n  in/b.txt\r\n", "!!!!!!!!!! Error [-5604]", "2 files converted, 2 failed"):
+            self.assertIn(line, log)
+
+    # Jobs and switches
+
+    def test_job_runs_with_accounting_and_notes(self):
+        self.write("a.QLN", "[QLN]\r\nsInputFile=C:\\in.txt\r\nsOutputFile=C:\\o\\a.csv\r\nsRecipeFile=C:\\r.rcp\r\n"
+                            "lConversionMethod=1\r\nsSheetTarget=2\r\nbDoSubfolder=TRUE\r\nReadMeCommandLine=Hello\r\n")
+        self.check("quillon job a.QLN --log run.log", err=(
+            "quillon: note: sSheetTarget has no effect here: no conversion reads it\n"
+            "quillon: note: bDoSubfolder is no key of a conversion job\n"
+            + CLOSING.format("1 file", 0, "1 table", 4, 2, 2)))
+        self.assertEqual(self.text("o/a.csv"), ROWS)
+        self.assertIn("Hello\r\n", self.text("run.log"))
+
+    def test_switches_end_with_0_but_for_what_nobody_handles(self):
+        self.check(r"quillon '/IC:\none.txt /OC:\a.csv /RC:\r.rcp /LC:\l\[Y].log'")
+        self.assertIn("Error [-1]", self.text(f"l/{time.strftime('%Y', time.gmtime())}.log"))
+        self.write("bad.QLN", "[QLN]\r\nlTabSize=eight\r\n")
+        self.check(r"quillon '/JC:\bad.QLN /LC:\bad.log'", 70, err=(
+            "quillon: C:\\bad.QLN: lTabSize=eight is not a whole number; correct this key of the conversion job.\n"))
+        self.assertFalse((self.work / "bad.log").exists())
+        self.write("i/a.txt", REPORT)
+        _, err, status = self.world.run(r"quillon '/IC:\i\*.txt /OC:\out\*.csv /RC:\r.rcp'")
+        self.assertEqual((status, err.count("\n")), (70, 1))
+        self.check(r"quillon /IC:\\in.txt /V /OC:\\a.csv /RC:\\r.rcp", err=(
+            "Command Line: Messages Enabled: Errors: 0 Warnings: 0 Conversion Complete. Total Time: <n> seconds\n"))
+        self.assertEqual(self.text("a.csv"), ROWS)
+
+    def test_examples_are_installed_once_and_convert(self):
+        data = self.world.home / ".config/Brindlemark, Inc/Quillon"
+        for job in ("Example1-Profile", "Example2-Recipe", "Example3-Recipe", "Example4-File-Marking"):
+            self.check(f"quillon '/J%appdata%\\Brindlemark, Inc\\Quillon\\{job}.QLN /LC:\\{job}.log'")
+            self.assertIn("Errors: 0    Warnings: 0", self.text(f"{job}.log"))
+            (data / f"{job}.QLN").unlink()
+        self.assertEqual(sorted(p.name for p in (data / "Examples-Output-Folder").iterdir()), [
+            "Aged Receivables.csv", "Bank Statement.xlsx", "Read Me.txt", "Stock List.xlsx", "Trial Balance 2024-01.xlsx",
+            "Trial Balance 2024-02.xlsx"])
+        self.check("quillon '/?'", out=self.world.run("quillon '/?'")[0])
+        self.assertFalse((data / "Example1-Profile.QLN").exists(), "what the user deleted stays deleted")
+        for script in data.rglob("*.sh"):
+            self.assertTrue(script.stat().st_mode & stat.S_IXUSR, script)
+            out, err, status = self.world.run(f"sh '{script}'")
+            self.assertEqual((err, status), ("", 0))
+            self.assertIn("Errors: 0", out)
+
+    # Signals and terminals
+
+    def test_interrupted_run_keeps_no_half_output(self):
+        self.write("big.txt", "STOCK\n" + "Bolts   12\n" * 3000000 + "END\n")
+        self.write("p.txt", "1\t8\t[32] Space\tLeft\tNo\t1\t\t\r\n")
+        for method in (["--recipe", "r.rcp"], ["--profile", "p.txt"]):
+            for name in ("o.csv", "o.xlsx"):
+                run = self.start("convert", "big.txt", "-o", name, *method, "--quiet", stderr=subprocess.PIPE)
+                time.sleep(0.05)
+                run.send_signal(signal.SIGTERM)
+                err = run.communicate(timeout=60)[1].decode()
+                if run.returncode == -signal.SIGTERM:
+                    continue  # It came before the program was ready for it: nothing was begun.
+                self.assertEqual((run.returncode, err),
+                                 (143, "quillon: interrupted; what was not complete is not written\n"))
+        self.assertEqual([n for n in self.made() if n not in ("big.txt", "in.txt", "p.txt", "r.rcp")], [])
+
+    def test_colours_and_progress_stand_on_a_terminal_alone(self):
+        self.write("big.txt", "STOCK\n" + "Bolts   12\n" * 3000000 + "END\n")
+        for setting, colour in (({}, True), ({"NO_COLOR": ""}, False)):
+            ours, theirs = pty.openpty()
+            run = subprocess.Popen([PROGRAM, "convert", "none.txt", "big.txt", "-o", "*.xlsx", "--recipe", "r.rcp"],
+                                   cwd=self.work, env={**self.world.env, **setting}, stdin=subprocess.DEVNULL, stderr=theirs)
+            os.close(theirs)
+            said = b""
+            try:
+                while piece := os.read(ours, 65536):
+                    said += piece
+            except OSError:
+                pass  # the terminal went with the program
+            self.assertEqual(run.wait(), 1)
+            os.close(ours)
+            self.assertEqual(b"\x1b[31m" in said, colour)
+            self.assertRegex(said.decode(), r"\[#* *\] +\d+ %  file 2 of 2")
+            (self.work / "big.xlsx").unlink()
+
+
+if __name__ == "__main__":
+    unittest.main()
