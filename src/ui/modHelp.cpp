@@ -13,27 +13,38 @@ namespace {
 struct Topic {
   int nTopic;
   std::string_view sPage;
+  std::string_view sSection = {};
 };
 
-constexpr std::array kTopics{Topic{0, "index"},       Topic{2, "getting-started"}, Topic{12, "markup"},
-                             Topic{13, "recipe"},     Topic{14, "window"},         Topic{15, "window"},
-                             Topic{16, "methods"},    Topic{17, "command-line"},   Topic{22, "window"},
-                             Topic{25, "automation"}, Topic{50, "profile"},        Topic{60, "changelog"},
+constexpr std::array kTopics{Topic{0, "index"},
+                             Topic{2, "tutorial"},
+                             Topic{12, "methods", "Markup"},
+                             Topic{13, "methods", "Recipe"},
+                             Topic{14, "window"},
+                             Topic{15, "window"},
+                             Topic{16, "methods"},
+                             Topic{17, "command-line"},
+                             Topic{22, "window"},
+                             Topic{25, "automation"},
+                             Topic{50, "methods", "Profile"},
+                             Topic{60, "changelog"},
                              Topic{70, "languages"}};
 
 }  // namespace
 
 std::string HelpPage(int nTopic) {
-  std::string_view sPage = kTopics.front().sPage;
+  Topic page = kTopics.front();
   for (const Topic& topic : kTopics) {
-    if (topic.nTopic == nTopic) sPage = topic.sPage;
+    if (topic.nTopic == nTopic) page = topic;
   }
-  return ShippedPath("Help/" + std::string(sPage) + ".html");
+  const std::string sPage = ShippedPath("Help/" + std::string(page.sPage) + ".html");
+  return page.sSection.empty() ? sPage : sPage + "#" + std::string(page.sSection);
 }
 
 void OpenHelpTopic(clsHost& host, int nTopic) {
   const std::string sPage = HelpPage(nTopic);
-  if (host.OpenPath(sPage, OpenVerb::Open)) return;
+  // A section of a page can only be named in an address.
+  if (host.OpenPath("file://" + sPage, OpenVerb::Open)) return;
   host.ShowMessage(Translate("The page could not be opened:") + "\r\n\r\n" + sPage, Translate("Error"),
                    MessageIcon::Warning, MessageButtons::Ok);
 }
