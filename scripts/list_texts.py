@@ -18,7 +18,7 @@ LITERALS = re.compile(rf"{LITERAL}(?:\s*{LITERAL})*")
 TRANSLATED = re.compile(rf"Translate\(\s*({LITERAL}(?:\s*{LITERAL})*)\s*\)")
 # Names of controls, files, keys and sections, which nobody reads.
 NAMES = re.compile(
-    r"(cmd|cb|txt|lbl|rb|frame|Frame|mnu|pic|key|Key|sb|tb|ts|fg|lst|ob|frm)[A-Z0-9]\w*"
+    r"Example\d-.*|(cmd|cb|txt|lbl|rb|frame|Frame|mnu|pic|key|Key|sb|tb|ts|fg|lst|ob|frm)[A-Z0-9]\w*"
     r"|(Label|List|Option|StatusBar|Frame)\d|frame\w+|Ctrl\+.|F\d+|[a-z]+|[-/.?\\*%\s\d]*|#include.*|.*\.(h|cpp|bat\.txt)")
 FORM_LINE = re.compile(r"Row\{|Add\(|Example\{|Chapter\{|sCaption|sToolTip|\.items = |HelpButton|Tell\(|Warn\(|Check(Text|Number)"
                        r"|constexpr std::string_view kOnly")
