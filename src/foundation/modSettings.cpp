@@ -21,7 +21,6 @@ namespace {
 
 constexpr std::string_view kFolderTail = "\\Brindlemark, Inc\\Quillon";
 constexpr std::string_view kIniName = "QLN.INI";
-constexpr int kAppDataFolderId = 26;
 
 struct PageOverride {
   bool bSet = false;
