@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <string>
+#include <utility>
 
 #include "clsFailedWorkbook.h"
 #include "clsXlsWorkbook.h"
@@ -44,9 +45,20 @@ FileContent ContentOf(const std::string& sHostPath, Failure& failure) {
   return FileContent::Other;
 }
 
+/// The file by which a spreadsheet program says that it has this one open; "" if there is none.
+std::string LockFileOf(const std::string& sHostPath) {
+  const size_t nName = BehindLastSeparator(sHostPath);
+  const std::string sFolder = sHostPath.substr(0, nName), sName = sHostPath.substr(nName);
+  for (const std::string& sLock : {sFolder + ".~lock." + sName + "#", sFolder + "~$" + sName})
+    if (access(sLock.c_str(), F_OK) == 0) return sLock;
+  return {};
+}
+
 std::unique_ptr<clsWorkbook> OpenExisting(const std::string& sHostPath, int32_t lFormat,
                                           const WorkbookOptions& options) {
   Failure failure;
+  if (const std::string sLock = LockFileOf(sHostPath); !sLock.empty())
+    return Refused(OutputFailure(sLock, OutputMessage::OpenElsewhere));
   const FileContent content = ContentOf(sHostPath, failure);
   if (failure.Failed()) return Refused(std::move(failure));
   if (content == FileContent::Nothing) return Refused(OutputFailure(sHostPath, OutputMessage::EmptyFile));
@@ -60,12 +72,16 @@ std::unique_ptr<clsWorkbook> OpenExisting(const std::string& sHostPath, int32_t 
   return workbook != nullptr ? std::move(workbook) : Refused(std::move(failure));
 }
 
-std::unique_ptr<clsWorkbook> MakeNew(const std::string& sHostPath, int32_t lFormat, const WorkbookOptions& options) {
+/// A file that replaces another is made beside it first.
+bool FolderTakesFiles(const std::string& sHostPath, Failure& failure) {
   const std::string sFolder = sHostPath.substr(0, BehindLastSeparator(sHostPath));
   const char* const folder = sFolder.empty() ? "." : sFolder.c_str();
-  if (access(folder, F_OK) != 0) return Refused(OutputFailure(sHostPath, OutputMessage::NoFolder));
-  if (access(folder, W_OK | X_OK) != 0) return Refused(SystemFailure(sHostPath, errno));
-  return NewExcelWorkbook(lFormat, options);
+  if (access(folder, F_OK) != 0) {
+    failure = OutputFailure(sHostPath, OutputMessage::NoFolder);
+  } else if (access(folder, W_OK | X_OK) != 0) {
+    failure = SystemFailure(sHostPath, errno);
+  }
+  return !failure.Failed();
 }
 
 /// The kinds of a workbook's name; a name with neither has none.
@@ -85,16 +101,16 @@ std::unique_ptr<clsWorkbook> OpenExcelWorkbook(std::string_view sPath, const Wor
   const std::string sHostPath = HostPath(sPath);
   const int32_t lFormat = WorkbookFormatOfPath(sPath);
   if (lFormat == kFormatNone) return Refused(OutputFailure(sPath, OutputMessage::NoWorkbookName));
+  Failure failure;
   struct stat status {};
-  if (stat(sHostPath.c_str(), &status) != 0) {
-    if (errno != ENOENT && errno != ENOTDIR) return Refused(SystemFailure(sPath, errno));
-    return MakeNew(sHostPath, lFormat, options);
-  }
-  if (S_ISDIR(status.st_mode)) return Refused(OutputFailure(sPath, OutputMessage::IsFolder));
-  if (access(sHostPath.c_str(), W_OK) != 0) return Refused(OutputFailure(sPath, OutputMessage::NotWritable));
-  // A pipe or device holds nothing to change.
-  if (!S_ISREG(status.st_mode)) return MakeNew(sHostPath, lFormat, options);
-  return OpenExisting(sHostPath, lFormat, options);
+  const bool bExists = stat(sHostPath.c_str(), &status) == 0;
+  if (!bExists && errno != ENOENT && errno != ENOTDIR) return Refused(SystemFailure(sPath, errno));
+  if (bExists && S_ISDIR(status.st_mode)) return Refused(OutputFailure(sPath, OutputMessage::IsFolder));
+  if (bExists && access(sHostPath.c_str(), W_OK) != 0) return Refused(OutputFailure(sPath, OutputMessage::NotWritable));
+  // A pipe or device is written straight and holds nothing to change.
+  if (bExists && !S_ISREG(status.st_mode)) return NewExcelWorkbook(lFormat, options);
+  if (!FolderTakesFiles(sHostPath, failure)) return Refused(std::move(failure));
+  return bExists ? OpenExisting(sHostPath, lFormat, options) : NewExcelWorkbook(lFormat, options);
 }
 
 std::unique_ptr<clsWorkbook> NewExcelWorkbook(int32_t lFormat, const WorkbookOptions& options) {

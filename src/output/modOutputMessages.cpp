@@ -16,6 +16,9 @@ constexpr std::array kTexts = std::to_array<std::pair<OutputMessage, std::string
     {IsFolder, "The output is a folder. Give the name of a file."},
     {NoFolder, "The output's folder does not exist and could not be made."},
     {NotWritable, "The output cannot be written. Close it elsewhere or change its permissions."},
+    {OpenElsewhere,
+     "The workbook is open in another program, whose lock file this is. Close it there. If no program has it open, "
+     "delete the lock file."},
     {NoWorkbookName, "The name ends in neither .XLS nor .XLSX."},
     {EmptyFile, "The existing file is empty and no workbook. Delete it or choose another name."},
     {NotAWorkbook,

@@ -12,6 +12,7 @@ enum class OutputMessage {
   IsFolder,
   NoFolder,
   NotWritable,
+  OpenElsewhere,
   NoWorkbookName,
   EmptyFile,
   NotAWorkbook,

@@ -74,6 +74,12 @@ TEST(ExcelLink, WhatCannotBeOpenedRefusesEveryCellWithAReason) {
   EXPECT_NE(Refusal(folder, "folder.xlsx").find("is a folder"), std::string::npos);
   EXPECT_NE(Refusal(folder, "missing/a.xlsx").find("folder does not exist"), std::string::npos);
   EXPECT_FALSE(folder.Has("missing"));
+
+  auto workbook = NewExcelWorkbook(kFormatXlsx, {});
+  Failure failure;
+  ASSERT_TRUE(workbook->SaveAs(folder.Path("open.xlsx"), kFormatXlsx, failure));
+  folder.Write(".~lock.open.xlsx#", "somebody");
+  EXPECT_NE(Refusal(folder, "open.xlsx").find("open in another program"), std::string::npos);
 }
 
 TEST(NewXlsx, SheetsAreFoundByNameAndNumber) {
