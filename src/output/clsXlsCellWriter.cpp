@@ -1,5 +1,6 @@
 #include "clsXlsCellWriter.h"
 
+#include <array>
 #include <charconv>
 
 #include "modXlsFormula.h"
@@ -10,8 +11,33 @@ namespace {
 
 double NumberOf(const TypedCell& cell) {
   double nValue = cell.nValue;
-  if (!cell.sDigits.empty()) std::from_chars(cell.sDigits.data(), cell.sDigits.data() + cell.sDigits.size(), nValue);
-  return nValue;
+  if (cell.sDigits.empty()) return nValue;
+  // Whole numbers and powers of ten up to these are exact, and so is one division of the two.
+  constexpr std::array<double, 16> kPowers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                              1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  int64_t nWhole = 0;
+  size_t nBehindPoint = 0, nDigits = 0;
+  bool bPoint = false;
+  const bool bMinus = cell.sDigits.front() == '-';
+  for (const char ch : cell.sDigits.substr(bMinus ? 1 : 0)) {
+    if (ch == '.' && !bPoint) {
+      bPoint = true;
+    } else if (ch >= '0' && ch <= '9' && ++nDigits < kPowers.size()) {
+      nWhole = nWhole * 10 + (ch - '0');
+      if (bPoint) ++nBehindPoint;
+    } else {
+      std::from_chars(cell.sDigits.data(), cell.sDigits.data() + cell.sDigits.size(), nValue);
+      return nValue;
+    }
+  }
+  nValue = static_cast<double>(nWhole) / kPowers[nBehindPoint];
+  return bMinus ? -nValue : nValue;
+}
+
+/// Whether a text is likely to stay one, by its first character; a guess costs only time.
+bool LooksLikeText(std::string_view sText) {
+  const size_t nFirst = sText.find_first_not_of(' ');
+  return nFirst != std::string_view::npos && (sText[nFirst] >= 'A' || sText[nFirst] == '0' || sText[nFirst] < 0);
 }
 
 /// A format that is there already stays; a value that it would show as another is text.
@@ -24,10 +50,14 @@ bool ShowsRightly(const TypedCell& cell, FormatKind kind) {
 
 }  // namespace
 
-void clsXlsCellWriter::Expect(std::span<const StoredCell> cells) {
-  hashes_.clear();
-  for (const StoredCell& cell : cells) hashes_.push_back(strings_.Expect(cell.sText));
-  for (const uint32_t nHash : hashes_) strings_.ExpectEntry(nHash);
+void clsXlsCellWriter::Expect(std::span<const StoredCell> cells, std::vector<uint32_t>& hashes) const {
+  hashes.clear();
+  for (const StoredCell& cell : cells)
+    if (LooksLikeText(cell.sText)) hashes.push_back(strings_.Expect(cell.sText));
+}
+
+void clsXlsCellWriter::ExpectEntries(std::span<const uint32_t> hashes) const {
+  for (const uint32_t nHash : hashes) strings_.ExpectEntry(nHash);
 }
 
 void clsXlsCellWriter::Write(clsXlsCellTable& table, unsigned nColumn, std::string_view sText, uint16_t nXf,

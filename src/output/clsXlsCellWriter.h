@@ -30,8 +30,10 @@ class clsXlsCellWriter {
   /// A cell of the row in hand. A number format other than General of nXf stays; where it is Text, so does the text. An
   /// empty text leaves a blank cell if there was one before or the format isn't the plain one.
   void Write(clsXlsCellTable& table, unsigned nColumn, std::string_view sText, uint16_t nXf, bool bExists = false);
-  /// Said of the cells that are written next.
-  void Expect(std::span<const StoredCell> cells);
+  /// Said of a row some rows before it is written, then once more just before: what its texts need of the string table
+  /// is at hand by then.
+  void Expect(std::span<const StoredCell> cells, std::vector<uint32_t>& hashes) const;
+  void ExpectEntries(std::span<const uint32_t> hashes) const;
   int64_t RefusedFormulas() const { return nRefused_; }
 
  private:
@@ -46,7 +48,6 @@ class clsXlsCellWriter {
   uint32_t nFirstString_ = 0;
   std::string sScratch_;
   std::string sTokens_;
-  std::vector<uint32_t> hashes_;
   int64_t nRefused_ = 0;
 };
 

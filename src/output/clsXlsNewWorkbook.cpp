@@ -103,13 +103,20 @@ bool clsXlsNewWorkbook::ActivateSheet(int nSheet) {
 }
 
 void clsXlsNewWorkbook::FillTable(Sheet& sheet, clsXlsCellWriter& writer, clsXlsCellTable& table) {
-  std::vector<StoredCell> row;
+  // A row is announced to the string table two rows before it is written, and once more one row before.
+  constexpr size_t kAhead = 3;
+  std::array<std::vector<StoredCell>, kAhead> rows;
+  std::array<std::vector<uint32_t>, kAhead> hashes;
   table.Reserve(sheet.cells.Bytes() * 2);
-  for (int64_t nRow = 1; nRow <= sheet.cells.LastRow(); ++nRow) {
-    sheet.cells.Row(nRow, row);
+  const int64_t nLast = sheet.cells.LastRow();
+  for (int64_t nRead = 1; nRead <= nLast + 2; ++nRead) {
+    const auto nSlot = static_cast<size_t>(nRead);
+    sheet.cells.Row(nRead, rows[nSlot % kAhead]);
+    writer.Expect(rows[nSlot % kAhead], hashes[nSlot % kAhead]);
+    writer.ExpectEntries(hashes[(nSlot + 2) % kAhead]);
+    const std::vector<StoredCell>& row = rows[(nSlot + 1) % kAhead];
     if (row.empty()) continue;
-    table.StartRow(static_cast<uint32_t>(nRow - 1));
-    writer.Expect(row);
+    table.StartRow(static_cast<uint32_t>(nRead - 3));
     for (const StoredCell& cell : row)
       writer.Write(table, static_cast<unsigned>(cell.nColumn - 1), cell.sText, xls::kDefaultXf);
   }
