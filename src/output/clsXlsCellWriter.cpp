@@ -101,7 +101,7 @@ bool clsXlsCellWriter::WriteNumber(clsXlsCellTable& table, unsigned nColumn, con
   double nValue = NumberOf(cell);
   const FormatKind kind = formats_.KindOf(nXf);
   if (kind == FormatKind::General) {
-    const int nFormatted = cell.sFormat.empty() ? nXf : formats_.WithNumberFormat(nXf, cell.sFormat);
+    const int nFormatted = formats_.WithNumberFormat(nXf, cell.sFormat);
     if (nFormatted < 0) return false;
     nXf = static_cast<uint16_t>(nFormatted);
   } else if (!ShowsRightly(cell, kind)) {

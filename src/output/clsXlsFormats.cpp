@@ -81,12 +81,11 @@ int clsXlsFormats::FormatId(std::string_view sCode) {
 }
 
 int clsXlsFormats::WithNumberFormat(uint16_t nXf, std::string_view sCode) {
-  if (bHasLast_ && nXf == nLastXf_ && sCode == sLastCode_) return nLastResult_;
-  bHasLast_ = true;
-  nLastXf_ = nXf;
-  sLastCode_ = sCode;
-  nLastResult_ = Make(nXf, FormatId(sCode));
-  return nLastResult_;
+  if (sCode.empty()) return nXf;
+  const auto nFirst = static_cast<unsigned char>(sCode.front()), nLast = static_cast<unsigned char>(sCode.back());
+  Answer& answer = recent_[(sCode.size() * 7 + nFirst * 3U + nLast + nXf) % recent_.size()];
+  if (answer.nXf != nXf || answer.sCode != sCode) answer = {nXf, Make(nXf, FormatId(sCode)), std::string(sCode)};
+  return answer.nResult;
 }
 
 int clsXlsFormats::Make(uint16_t nXf, int nFormat) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -27,7 +28,7 @@ class clsXlsFormats {
   FormatKind KindOf(uint16_t nXf) const;
   /// Format of cells that have none: the standard one, or the first that is for cells where the file's differ.
   uint16_t DefaultXf() const;
-  /// The XF that is as nXf but for its number format; -1 if the workbook can hold no more of them.
+  /// The XF that is as nXf but for its number format ("": nXf itself); -1 if the workbook can hold no more of them.
   int WithNumberFormat(uint16_t nXf, std::string_view sCode);
 
   const std::string& AddedFormats() const { return sAddedFormats_; }  ///< FORMAT records
@@ -49,11 +50,13 @@ class clsXlsFormats {
   std::map<std::pair<uint16_t, uint16_t>, uint16_t> made_;  ///< XF and number format to XF
   std::vector<std::pair<uint16_t, uint16_t>> models_;       ///< Added XF and its model
   std::string sAddedFormats_, sAddedXfs_;
-  // The question asked last
-  uint16_t nLastXf_ = 0;
-  int nLastResult_ = -1;
-  std::string sLastCode_;
-  bool bHasLast_ = false;
+  /// Answers given of late.
+  struct Answer {
+    uint16_t nXf = 0;
+    int nResult = -1;
+    std::string sCode;
+  };
+  std::array<Answer, 32> recent_;
 };
 
 }  // namespace quillon
