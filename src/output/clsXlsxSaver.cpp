@@ -16,7 +16,11 @@ namespace quillon {
 
 namespace {
 
-bool IsXmlPart(std::string_view sName) {
+/// Parts that may speak of this workbook's sheets: not the user's own XML beside it, nor what is kept of other books.
+bool MaySpeakOfSheets(std::string_view sName, std::string_view sWorkbook) {
+  const std::string_view sFolder = sWorkbook.substr(0, sWorkbook.rfind('/') + 1);
+  if (sName.find("externalLinks/") != std::string_view::npos) return false;
+  if (!sName.starts_with(sFolder) && !sName.starts_with("docProps/")) return false;
   return sName.size() > 4 &&
          (EqualNoCase(sName.substr(sName.size() - 4), ".xml") || EqualNoCase(sName.substr(sName.size() - 4), ".vml"));
 }
@@ -122,7 +126,8 @@ bool clsXlsxSaver::SetPart(size_t nPart, std::string_view sBytes, Failure& failu
 bool clsXlsxSaver::FollowRenames(Failure& failure) {
   if (renames_.Empty()) return true;
   for (size_t nPart = 0; nPart < book_.package.Parts().size(); ++nPart) {
-    if (nPart == book_.workbook.nPart || !IsXmlPart(book_.package.Parts()[nPart].sName)) continue;
+    if (nPart == book_.workbook.nPart || !MaySpeakOfSheets(book_.package.Parts()[nPart].sName, book_.workbook.sName))
+      continue;
     const auto known = newParts_.find(nPart);
     if (known != newParts_.end()) continue;
     bool bChanged = false;

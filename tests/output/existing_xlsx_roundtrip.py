@@ -4,12 +4,14 @@ may differ. Whatever is missing here (a writer, a reader) is named and passed ov
 
 import argparse
 import os
+import random
 import re
 import shutil
 import struct
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 import zipfile
 import zlib
@@ -420,6 +422,38 @@ class ExistingWorkbooks(unittest.TestCase):
             self.assertEqual(cell.data_type == "s", isinstance(value, str), text)
         self.assertEqual((sheet["A8"].value.year, sheet["A8"].number_format), (2024, "d mmm yy"))
         self.assertEqual((sheet["A9"].value, sheet["A9"].number_format), ("5", "d mmm yy"))
+
+    def test_dates_of_the_1904_system(self):
+        path = self.build("xlsxwriter 1904")
+        Edited(path, [("write", 1, 9, 1, "12/31/2024"), ("write", 1, 10, 1, "12/31/1903"), ("save", path)])
+        sheet = openpyxl.load_workbook(path)["Data"]
+        self.assertEqual((sheet["A9"].value.isoformat()[:10], sheet["A10"].value), ("2024-12-31", "12/31/1903"))
+        self.assertEqual(Edited(path, [("read", 1, 9, 1)]).answers, ["ok 12/31/2024"])
+
+    def test_killed_at_any_moment_the_old_or_the_new_file_is_whole(self):
+        path = self.build("openpyxl chart")
+        script = path + ".script"
+        with open(script, "w", encoding="utf-8") as file:
+            file.writelines(f"write\t1\t{row}\t9\tvalue {row}\n" for row in range(1, 4000))
+            file.write(f"save\t{path}\n")
+        with open(path, "rb") as file:
+            old = file.read()
+        start = time.monotonic()
+        subprocess.run([PROGRAM, path, script], capture_output=True, check=True)
+        whole = time.monotonic() - start
+        with open(path, "rb") as file:
+            new = file.read()
+        chance, found = random.Random(1), set()
+        for _ in range(200):
+            with open(path, "wb") as file:
+                file.write(old)
+            process = subprocess.Popen([PROGRAM, path, script], stdout=subprocess.DEVNULL)
+            time.sleep(chance.uniform(0, whole * 1.2))
+            process.kill()
+            process.wait()
+            with open(path, "rb") as file:
+                found.add({old: "old", new: "new"}.get(file.read(), "damaged"))
+        self.assertEqual(found, {"old", "new"})
 
     def test_sheets_count_in_workbook_order(self):
         path = self.build("by hand: reordered sheets")

@@ -133,7 +133,8 @@ def reordered(path):
     parts["[Content_Types].xml"] = parts["[Content_Types].xml"].decode().replace(
         "<Override", '<Default Extension="bin" ContentType="application/octet-stream"/><Override', 1).replace(
         "</Types>", f'<Override PartName="/xl/chartsheets/sheet1.xml" ContentType="{TYPES}chartsheet+xml"/></Types>')
-    # The list of content types last, a part in a folder entry of its own: both are right in a package.
+    # The list of content types last, an entry for a folder, a part with nothing in it: all are right in a package.
+    parts["xl/media/"] = parts["xl/media/empty.bin"] = b""
     parts["[Content_Types].xml"] = parts.pop("[Content_Types].xml")
     package(path, parts)
 
