@@ -16,6 +16,13 @@ namespace {
 constexpr uint64_t kMaxRatio = 300;
 constexpr uint64_t kRatioMatters = uint64_t{16} << 20;
 
+/// Only parts that are unpacked can do harm; a blank picture may well be packed like that.
+bool IsBomb(const PackagePart& part) {
+  const std::string sExtension = UpperText(part.sName.substr(std::min(part.sName.rfind('.'), part.sName.size())));
+  const bool bUnpacked = sExtension == ".XML" || sExtension == ".RELS" || sExtension == ".VML";
+  return bUnpacked && part.nSize > kRatioMatters && part.nSize / kMaxRatio > part.nPacked;
+}
+
 bool ClimbsOut(std::string_view sName) {
   if (sName.empty() || sName[0] == '/' || sName[0] == '\\' || sName.find(':') != std::string_view::npos) return true;
   for (size_t nStart = 0; nStart <= sName.size();) {
@@ -102,7 +109,7 @@ bool clsXlsxPackage::TakeEntry(uint64_t nIndex, Failure& failure) {
   const bool bPackedKnown = part.nMethod == ZIP_CM_STORE || part.nMethod == ZIP_CM_DEFLATE;
   if (status.encryption_method != ZIP_EM_NONE) {
     failure = OutputFailure(sPath_, OutputMessage::Encrypted);
-  } else if (part.nSize > kRatioMatters && part.nSize / kMaxRatio > part.nPacked) {
+  } else if (IsBomb(part)) {
     failure = OutputFailure(sPath_, OutputMessage::TooLarge);
   } else if (!bPackedKnown || ClimbsOut(part.sName) || !byName_.emplace(UpperText(part.sName), parts_.size()).second) {
     failure = Damaged(part.sName);

@@ -67,10 +67,7 @@ bool clsXlsxSaver::PrepareEdits(Failure& failure) {
       pSheet->edit.bSelected = i == book_.edit.nActive;
     }
     if (pSheet == nullptr || !pSheet->edit.Touched()) continue;
-    std::map<size_t, std::string> tables;
-    if (!AdjustTables(book_.package, entry.sPart, pSheet->edit, renames_, tables, failure)) return false;
-    for (const auto& [nPart, sBytes] : tables)
-      if (!SetPart(nPart, sBytes, failure)) return false;
+    if (!AdjustTables(book_.package, entry.sPart, pSheet->edit, renames_, tables_, failure)) return false;
   }
   return true;
 }
@@ -125,12 +122,18 @@ bool clsXlsxSaver::SetPart(size_t nPart, std::string_view sBytes, Failure& failu
 /// well-formed is none that a spreadsheet finds names in.
 bool clsXlsxSaver::FollowRenames(Failure& failure) {
   if (renames_.Empty()) return true;
+  bool bChanged = false;
+  for (const auto& [nPart, sBytes] : tables_) {
+    std::string sNew;
+    clsXmlScanner scanner(sBytes);
+    CopyWithRenames(
+        scanner, renames_, [&sNew](std::string_view sPiece) { sNew += sPiece; }, bChanged);
+    if (!SetPart(nPart, sNew, failure)) return false;
+  }
   for (size_t nPart = 0; nPart < book_.package.Parts().size(); ++nPart) {
     if (nPart == book_.workbook.nPart || !MaySpeakOfSheets(book_.package.Parts()[nPart].sName, book_.workbook.sName))
       continue;
-    const auto known = newParts_.find(nPart);
-    if (known != newParts_.end()) continue;
-    bool bChanged = false;
+    if (newParts_.contains(nPart)) continue;
     clsXmlScanner look = book_.package.Scan(nPart);
     if (!CopyWithRenames(
             look, renames_, [](std::string_view) {}, bChanged) ||

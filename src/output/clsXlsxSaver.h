@@ -75,6 +75,7 @@ class clsXlsxSaver {
 
   XlsxBook& book_;
   FormulaRenames renames_;
+  std::map<size_t, std::string> tables_;  ///< Parts of tables with new headings
   std::map<size_t, std::unique_ptr<NewPart>> newParts_;
   std::optional<size_t> nDropped_;
   bool bFormulasChanged_ = false;

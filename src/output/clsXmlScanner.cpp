@@ -101,7 +101,7 @@ bool clsXmlScanner::Fill() {
   const int64_t nRead = source_(buffer_.data() + nUsed, buffer_.size() - nUsed);
   window_ = std::string_view(buffer_.data(), nUsed + static_cast<size_t>(std::max<int64_t>(nRead, 0)));
   if (nRead <= 0) bSourceEnded_ = true;
-  if (nRead < 0) token_ = XmlToken::Failed;
+  bReadFailed_ = bReadFailed_ || nRead < 0;
   return nRead > 0;
 }
 
@@ -153,7 +153,7 @@ XmlToken clsXmlScanner::Next() {
   nLocal_ = 0;
   if (nOffset_ == 0 && Ensure(3) && window_.starts_with("\xEF\xBB\xBF")) return Take(XmlToken::Other, 3);
   if (!Ensure(1)) {
-    if (token_ == XmlToken::Failed || nDepth_ > 0 || !bRootSeen_) return Fail();
+    if (bReadFailed_ || nDepth_ > 0 || !bRootSeen_) return Fail();
     sRaw_ = {};
     return token_ = XmlToken::End;
   }
@@ -168,7 +168,7 @@ XmlToken clsXmlScanner::ScanText() {
     nEnd = window_.size();
     if (!bSourceEnded_) return Fail();
   }
-  if (token_ == XmlToken::Failed) return Fail();
+  if (bReadFailed_) return Fail();
   if (Take(XmlToken::Text, nEnd) == XmlToken::Failed) return token_;
   if (nDepth_ == 0 && !IsBlankText(sRaw_)) return Fail();
   return EntitiesAreKnown(sRaw_) ? token_ : Fail();

@@ -94,6 +94,8 @@ class clsXmlScanner {
   std::vector<char> buffer_;
   std::string_view window_;  ///< Bytes read and not yet taken
   bool bSourceEnded_ = false;
+  bool bReadFailed_ =
+      false;  ///< Wrong checksum at the end of a part, perhaps: the document fails at its end at the latest
   uint64_t nOffset_ = 0;
 
   XmlToken token_ = XmlToken::Other;

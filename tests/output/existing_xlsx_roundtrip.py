@@ -378,6 +378,9 @@ class ExistingWorkbooks(unittest.TestCase):
             parts = {n: archive.read(n) for n in archive.namelist()}
         parts["xl/worksheets/sheet2.xml"] = parts["xl/worksheets/sheet2.xml"].replace(
             b"Sheet!B2*2", b"SUM(Stock[Head 2])+SUM(Stock[[#All],[Head 3]])")
+        parts["xl/tables/table1.xml"] = re.sub(rb'(<tableColumn [^>]*name="Head 5"[^>]*?) ?/>',
+                                               rb"\1><calculatedColumnFormula>Stock[Head 2]*2</calculatedColumnFormula>"
+                                               rb"</tableColumn>", parts["xl/tables/table1.xml"])
         package(path, parts)
         edited = Edited(path, [("clear", 1, 1, 3, 1, 3), ("write", 1, 1, 1, "10"), ("write", 1, 1, 2, "10"),
                                ("save", path)])
@@ -385,6 +388,7 @@ class ExistingWorkbooks(unittest.TestCase):
         book = openpyxl.load_workbook(path)
         table = book["Sheet"].tables["Stock"]
         self.assertEqual([c.name for c in table.tableColumns], ["10", "10 (2)", "Column3", "Head 4", "Head 5"])
+        self.assertEqual(table.tableColumns[4].calculatedColumnFormula.attr_text, "Stock[10 (2)]*2")
         self.assertEqual([c.value for c in book["Sheet"][1]], ["10", "10 (2)", "Column3", "Head 4", "Head 5"])
         self.assertEqual(book["Notes"]["A1"].value, "=SUM(Stock[10 (2)])+SUM(Stock[[#All],[Column3]])")
 

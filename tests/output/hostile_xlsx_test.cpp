@@ -119,7 +119,7 @@ TEST_F(HostileXlsx, entries_that_could_do_harm_are_refused) {
   ExpectRefused("another packing", "damaged");
 
   Parts bomb = GoodParts();
-  bomb["xl/media/bomb.bin"] = std::string(size_t{64} << 20, '\0');
+  bomb["xl/worksheets/bomb.xml"] = std::string(size_t{64} << 20, '\0');
   Make(bomb);
   ExpectRefused("a bomb", "larger than can be changed safely");
 
