@@ -50,10 +50,9 @@ void OpenHelpTopic(clsHost& host, int nTopic) {
 }
 
 std::string AboutText() {
-  return fmt::format(
-      "Quillon {}\r\nBrindlemark, Inc.\r\n\r\n{}\r\n\r\n{} Qt, fmt {}.{}.{}, libzip, ISA-L, libgsf",
-      VersionText, Translate("Text to Excel/CSV File Conversion"), Translate("Built with:"), FMT_VERSION / 10000,
-      FMT_VERSION / 100 % 100, FMT_VERSION % 100);
+  return fmt::format("Quillon {}\r\nBrindlemark, Inc.\r\n\r\n{}\r\n\r\n{} Qt, fmt {}.{}.{}, libzip, ISA-L, libgsf",
+                     VersionText, Translate("Text to Excel/CSV File Conversion"), Translate("Built with:"),
+                     FMT_VERSION / 10000, FMT_VERSION / 100 % 100, FMT_VERSION % 100);
 }
 
 }  // namespace quillon
