@@ -5,6 +5,7 @@
 
 #include "clsXlsExistingWorkbook.h"
 #include "modOutputMessages.h"
+#include "modPaths.h"
 #include "modXlsLayout.h"
 
 namespace quillon {
@@ -20,19 +21,21 @@ bool clsXlsExistingWorkbook::SaveAs(std::string_view sPath, int32_t lFormat, Fai
     failure = OutputFailure(sPath, OutputMessage::OtherFormat);
     return false;
   }
+  const bool bSameFile = FileState::Of(HostPath(sPath)) == FileState::Of(sHostPath_);
+  if (bSameFile && !(FileState::Of(sHostPath_) == state_)) {
+    failure = OutputFailure(sPath, OutputMessage::ChangedMeanwhile);
+    return false;
+  }
+  if (bSameFile && !bChanged_ && !bActivated_) return true;
   if (bActivated_) SelectActive();
-  pieces_.clear();
-  made_.clear();
-  nBytes_ = 0;
-  if (bChanged_ || bActivated_)
-    Assemble();
-  else
-    pieces_.push_back(sStream_);
+  Assemble();
   if (nBytes_ > kMaxStream) {
     failure = OutputFailure(sPath, OutputMessage::TooLarge);
     return false;
   }
-  return SaveCompoundFile(sPath, &file_, sStreamName_, pieces_, failure);
+  if (!SaveCompoundFile(sPath, &file_, sStreamName_, pieces_, failure)) return false;
+  if (bSameFile) state_ = FileState::Of(sHostPath_);
+  return true;
 }
 
 void clsXlsExistingWorkbook::AddPiece(size_t nFrom, size_t nTo) {
@@ -47,6 +50,10 @@ void clsXlsExistingWorkbook::AddPiece(std::string sBytes) {
 }
 
 void clsXlsExistingWorkbook::Assemble() {
+  pieces_.clear();
+  made_.clear();
+  nBytes_ = 0;
+  if (!bChanged_ && !bActivated_) return AddPiece(0, sStream_.size());
   if (bChanged_) MarkFormulas();
   clsXlsStrings strings;
   clsXlsFormats formats = globals_.Formats();

@@ -13,6 +13,8 @@
 namespace quillon {
 
 bool clsXlsExistingWorkbook::Open(const std::string& sHostPath, Failure& failure) {
+  sHostPath_ = sHostPath;
+  state_ = FileState::Of(sHostPath);
   if (!file_.Open(sHostPath, failure)) return false;
   OutputMessage reason = OutputMessage::Damaged;
   sStreamName_ = file_.FindStream("Workbook");

@@ -10,6 +10,7 @@
 #include "clsXlsSheet.h"
 #include "modCompoundFile.h"
 #include "modExcelLink.h"
+#include "modFileState.h"
 
 namespace quillon {
 
@@ -55,6 +56,8 @@ class clsXlsExistingWorkbook : public clsWorkbook {
   void AddPiece(std::string sBytes);
 
   WorkbookOptions options_;
+  std::string sHostPath_;
+  FileState state_;  ///< Of the file as it was read or last saved
   clsCompoundFile file_;
   std::string sStreamName_;
   std::string sStream_;

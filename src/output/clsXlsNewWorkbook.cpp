@@ -135,6 +135,37 @@ std::string clsXlsNewWorkbook::MakeGlobals(const clsXlsFormats& formats, const c
   return sGlobals;
 }
 
+/// The sheets' records but for their cell tables, and all pieces of the stream in order.
+struct clsXlsNewWorkbook::Layout {
+  struct SheetParts {
+    XlsSheetHead head;
+    std::string sIndex, sTail;
+  };
+  std::array<SheetParts, 2> sheets;
+  std::vector<std::string_view> pieces;
+  size_t nBytes = 0;
+
+  void Add(std::string_view sPiece) {
+    pieces.push_back(sPiece);
+    nBytes += sPiece.size();
+  }
+};
+
+/// Lays a sheet's records out behind what is there.
+void clsXlsNewWorkbook::LayOut(int nSheet, const clsXlsCellTable& table, Layout& layout) {
+  std::array<uint8_t, 256> widths = At(nSheet).widths;
+  for (uint8_t& nWidth : widths)
+    if (nWidth <= kMinWidth) nWidth = 0;
+  Layout::SheetParts& parts = layout.sheets[static_cast<size_t>(nSheet) - 1];
+  parts.head = MakeSheetHead(widths, table.FirstRow(), table.RowsEnd(), table.FirstColumn(), table.ColumnsEnd());
+  const size_t nRest = layout.nBytes + parts.head.sBof.size() + table.IndexBytes();
+  parts.sIndex = table.Index(nRest + parts.head.sRest.size(), nRest + parts.head.nDefColWidth);
+  parts.sTail = MakeSheetTail(nActive_ == nSheet);
+  const std::array<std::string_view, 5> pieces = {parts.head.sBof, parts.sIndex, parts.head.sRest, table.Bytes(),
+                                                  parts.sTail};
+  for (const std::string_view sPiece : pieces) layout.Add(sPiece);
+}
+
 bool clsXlsNewWorkbook::SaveAs(std::string_view sPath, int32_t lFormat, Failure& failure) {
   if (lFormat != kFormatXls) {
     failure = OutputFailure(sPath, OutputMessage::OtherFormat);
@@ -151,33 +182,18 @@ bool clsXlsNewWorkbook::SaveAs(std::string_view sPath, int32_t lFormat, Failure&
 
   size_t nBoundSheet = 0;
   std::string sGlobals = MakeGlobals(formats, strings, nBoundSheet);
-  size_t nOffset = sGlobals.size();
-  std::array<XlsSheetHead, 2> heads;
-  std::array<std::string, 2> indexes, tails;
-  std::vector<std::string_view> pieces = {sGlobals};
-  for (size_t i = 0; i < tables.size(); ++i) {
-    const clsXlsCellTable& table = tables[i];
-    std::array<uint8_t, 256> widths = sheets_[i].widths;
-    for (uint8_t& nWidth : widths)
-      if (nWidth <= kMinWidth) nWidth = 0;
-    heads[i] = MakeSheetHead(widths, table.FirstRow(), table.RowsEnd(), table.FirstColumn(), table.ColumnsEnd());
-    tails[i] = MakeSheetTail(nActive_ == static_cast<int>(i) + 1);
-    const size_t nRest = nOffset + heads[i].sBof.size() + table.IndexBytes();
-    indexes[i] = table.Index(nRest + heads[i].sRest.size(), nRest + heads[i].nDefColWidth);
-    SetAt(sGlobals, nBoundSheet + 4, static_cast<uint32_t>(nOffset));
+  Layout layout;
+  layout.Add(sGlobals);
+  for (int nSheet = 1; nSheet <= SheetCount(); ++nSheet) {
+    SetAt(sGlobals, nBoundSheet + 4, static_cast<uint32_t>(layout.nBytes));
     nBoundSheet += size_t{4} + GetU16(sGlobals, nBoundSheet + 2);
-    for (const std::string_view sPiece :
-         {std::string_view(heads[i].sBof), std::string_view(indexes[i]), std::string_view(heads[i].sRest),
-          std::string_view(table.Bytes()), std::string_view(tails[i])}) {
-      pieces.push_back(sPiece);
-      nOffset += sPiece.size();
-    }
+    LayOut(nSheet, tables[static_cast<size_t>(nSheet) - 1], layout);
   }
-  if (nOffset > kMaxStream) {
+  if (layout.nBytes > kMaxStream) {
     failure = OutputFailure(sPath, OutputMessage::TooLarge);
     return false;
   }
-  return SaveCompoundFile(sPath, nullptr, "Workbook", pieces, failure);
+  return SaveCompoundFile(sPath, nullptr, "Workbook", layout.pieces, failure);
 }
 
 std::unique_ptr<clsWorkbook> NewXlsWorkbook(const WorkbookOptions& options) {

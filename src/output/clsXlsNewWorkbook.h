@@ -37,9 +37,11 @@ class clsXlsNewWorkbook : public clsWorkbook {
     clsCellStore cells;
     std::array<uint8_t, 256> widths{};  ///< Longest value, up to kMaxWidth
   };
+  struct Layout;
   Sheet& At(int nSheet) { return sheets_[static_cast<size_t>(nSheet) - 1]; }
   bool Has(int nSheet) const { return nSheet >= 1 && nSheet <= SheetCount(); }
   void FillTable(Sheet& sheet, clsXlsCellWriter& writer, clsXlsCellTable& table);
+  void LayOut(int nSheet, const clsXlsCellTable& table, Layout& layout);
   std::string MakeGlobals(const clsXlsFormats& formats, const clsXlsStrings& strings, size_t& nBoundSheets) const;
 
   WorkbookOptions options_;

@@ -1,7 +1,5 @@
 #include "clsXlsxSaver.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 
 #include "clsDeflater.h"
@@ -26,12 +24,6 @@ bool MaySpeakOfSheets(std::string_view sName, std::string_view sWorkbook) {
 }
 
 }  // namespace
-
-FileState FileState::Of(const std::string& sHostPath) {
-  struct stat status {};
-  if (stat(sHostPath.c_str(), &status) != 0) return {};
-  return {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
-}
 
 bool clsXlsxSaver::Changed() const {
   for (size_t i = 0; i < book_.sheets.size(); ++i) {

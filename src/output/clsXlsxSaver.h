@@ -11,19 +11,12 @@
 #include "clsSpool.h"
 #include "clsXlsxPackage.h"
 #include "clsXlsxStyles.h"
+#include "modFileState.h"
 #include "modXlsxWorkbookPart.h"
 
 namespace quillon {
 
 class clsOutputFile;
-
-/// Tells one state of a file from another.
-struct FileState {
-  uint64_t nDevice = 0, nNode = 0;
-  int64_t nSize = 0, nSeconds = 0, nNanoseconds = 0;
-  static FileState Of(const std::string& sHostPath);
-  bool operator==(const FileState&) const = default;
-};
 
 /// A sheet that the run has touched or looked into.
 struct XlsxSheet {

@@ -272,6 +272,16 @@ TEST_F(ExistingXls, MovesOnlyWhatMustMoveInOtherSheets) {
   EXPECT_EQ(nNamed, 16 + 1);
 }
 
+TEST_F(ExistingXls, DoesNotOverwriteWhatAnotherProgramSavedMeanwhile) {
+  const std::string sStream = StreamOf({Row(0)});
+  const auto workbook = Open(sStream);
+  ASSERT_TRUE(workbook->WriteCell(1, 1, 1, "x", failure_));
+  folder_.Write("a.xls", "the other program's work");
+  EXPECT_FALSE(workbook->SaveAs(folder_.Path("a.xls"), kFormatXls, failure_));
+  EXPECT_EQ(folder_.Read("a.xls"), "the other program's work");
+  EXPECT_TRUE(workbook->SaveAs(folder_.Path("b.xls"), kFormatXls, failure_)) << failure_.sText;
+}
+
 /// Adds a storage with macros, as office programs keep it, to a file.
 void WriteWithMacros(const std::string& sPath, std::string_view sStream) {
   GsfOutput* pFile = gsf_output_stdio_new(sPath.c_str(), nullptr);
