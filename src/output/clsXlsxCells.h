@@ -23,6 +23,8 @@ struct XmlPiece {
 };
 
 /// Turns texts into the <c> elements of new sheets. One for all sheets of a workbook: number formats are its styles.
+/// Texts stand in their cells: a table of shared ones was measured to be no faster, and with the quick deflate that we
+/// use it made the ledger's file 4 % larger.
 class clsXlsxCells {
  public:
   explicit clsXlsxCells(const CellTypingOptions& typing) : typing_(typing) {}
