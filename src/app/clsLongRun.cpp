@@ -164,7 +164,7 @@ int clsLongRun::Finish() {
 int clsLongRun::Refused() {
   host.StopProgress();
   WriteLog();
-  return kExitWrongUse;
+  return InterruptSignal() != 0 ? kExitInterrupted + InterruptSignal() : kExitWrongUse;
 }
 
 }  // namespace quillon

@@ -1,10 +1,13 @@
 #include "modStandardStreams.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <vector>
+
+#include "clsConsoleHost.h"
 
 namespace quillon {
 
@@ -37,9 +40,23 @@ bool WriteAll(int nTarget, const char* pBytes, size_t nBytes) {
   return true;
 }
 
+/// Waits until there is something to read; False once a signal has come.
+bool WaitForInput(int nSource) {
+  constexpr int kBetweenLooks = 200;  // ms; a signal just before the wait isn't slept over
+  for (;;) {
+    if (InterruptSignal() != 0) return false;
+    pollfd source{nSource, POLLIN, 0};
+    if (poll(&source, 1, kBetweenLooks) > 0) return true;
+  }
+}
+
 bool CopyAll(int nSource, const std::string& sSource, int nTarget, const std::string& sTarget, Failure& failure) {
   std::vector<char> block(kBlock);
   for (;;) {
+    if (!WaitForInput(nSource)) {
+      failure = SystemFailure(sSource, EINTR);
+      return false;
+    }
     const ssize_t got = read(nSource, block.data(), block.size());
     if (got == 0) return true;
     if (got < 0 && errno == EINTR) continue;

@@ -7,6 +7,7 @@
 #include "modFiles.h"
 #include "modParseCommandLine.h"
 #include "modPaths.h"
+#include "modProfileList.h"
 #include "modSettings.h"
 #include "modText.h"
 #include "modTranslator.h"
@@ -27,7 +28,7 @@ constexpr std::array<std::string_view, 4> kExampleJobs{"Example1-Profile.QLN", "
 
 void RunUnattended(clsHost& host, clsRunLog& log, clsRunFields& fields) {
   gbCommandLineMode = true;
-  LoadRunFields(fields);
+  LoadRunFields(fields, host);
   clsConversionRun run(host, gConversionOptions, log, fields, nullptr);
   int32_t result = 0;
   run.Go(result);
@@ -80,9 +81,18 @@ void InstallExamples() {
   for (const std::string_view job : kExampleJobs) CopyFileOver(ShippedPath(job), JoinPath(target, job));
 }
 
-void LoadRunFields(clsRunFields& fields) {
+void LoadRunFields(clsRunFields& fields, clsHost& host) {
+  if (!FileExists(gsSettingsFile)) {
+    host.ShowMessage(gsSettingsFile + Translate(" Cannot be found!"), "", MessageIcon::Critical, MessageButtons::Ok);
+    return;
+  }
   fields.bWarnedAboutTabsInFile =
       UpperText(GetPrivateProfileString(gsSettingsFile, "General", "bWarnedAboutTabsInFile", "FALSE")) != "FALSE";
+  // An installation whose profiles are all gone gets the default one back, as its form's list would be empty.
+  ProfileList profiles;
+  BuildListValidProfiles(
+      profiles, GetPrivateProfileString(gsSettingsFile, "frmMain", "sActiveFixedWidthProfile", kDefaultProfile),
+      kProfilesSubFolder, host);
 }
 
 bool WriteLogFile(const clsConversionOptions& options, const clsRunLog& log, Failure& failure) {

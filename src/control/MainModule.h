@@ -34,8 +34,9 @@ void SetPathsForReading();
 /// are passed over.
 void InstallExamples();
 
-/// Reads the settings that a run works with.
-void LoadRunFields(clsRunFields& fields);
+/// What an unattended run takes of the main form's load: the settings that it works with, and the default profile where
+/// there is none. A settings file that isn't there is told, and the fields keep their values.
+void LoadRunFields(clsRunFields& fields, clsHost& host);
 
 /// Writes the log to its file. False with the reason.
 bool WriteLogFile(const clsConversionOptions& options, const clsRunLog& log, Failure& failure);

@@ -62,6 +62,7 @@ void clsConversionRun::ConvertByProfile(int32_t& lResult) {
   OptOutputFileSet(options_.sOutputFile.c_str());
   Cellwright().Change().bSafeCsv = extras_.bSafeCsv;
   const int32_t quotes_result = OptUseDoubleQuotesSet(options_.lUseDoubleQuotes);
+  Cellwright().Change().bSafeCsv = extras_.bSafeCsv;
   LetSignalsStopEngine();
   options_.lErr = quillon::ConvertFile();
   TakeEngineAccount();

@@ -80,6 +80,14 @@ class CommandLineTest(unittest.TestCase):
         out, _, status = self.world.run("quillon convert in.txt -o - --recipe r.rcp --quiet > /dev/full; echo $?")
         self.assertEqual(out, "1\n")
 
+    def test_safe_csv_makes_formulas_harmless_by_every_method(self):
+        self.write("in.txt", REPORT.replace("Nuts ", "=A1+1"))
+        self.write("p.txt", "1\t6\t[32] Space\tLeft\tNo\t1\t\t\r\n")
+        for method in ("--recipe r.rcp", "--profile ./p.txt"):
+            out, _, status = self.world.run(f"quillon convert in.txt -o - {method} --safe-csv --quiet")
+            self.assertEqual(status, 0)
+            self.assertIn("'=A1+1", out)
+
     def test_says_what_it_ignores(self):
         self.check("quillon convert in.txt -o o.xlsx --recipe r.rcp --delimiter ';' --quote always --recursive --quiet")
         self.check("quillon convert in.txt -o o.xlsx --recipe r.rcp --delimiter ';' --quote always -r", err=(
@@ -220,7 +228,7 @@ class CommandLineTest(unittest.TestCase):
         self.assertEqual([n for n in self.made() if n not in ("big.txt", "in.txt", "p.txt", "r.rcp")], [])
 
     def test_colours_and_progress_stand_on_a_terminal_alone(self):
-        self.write("big.txt", "STOCK\n" + "Bolts   12\n" * 3000000 + "END\n")
+        self.write("big.txt", "STOCK\n" + "Bolts   12\n" * 400000 + "END\n")
         for setting, colour in (({}, True), ({"NO_COLOR": ""}, False)):
             ours, theirs = pty.openpty()
             run = subprocess.Popen([PROGRAM, "convert", "none.txt", "big.txt", "-o", "*.xlsx", "--recipe", "r.rcp"],

@@ -254,13 +254,13 @@ TEST_F(ConversionRun, WarnsAboutTabsOnceInTheLifeOfAnInstallation) {
   CreateDefaultSettingsFile(gsSettingsFile);
   folder.Write("in/a.txt", ">>1\n--- ---\na\tb\n<<1\n");
   options.lConversionMethod = kMethodMarkup;
-  LoadRunFields(fields);
+  LoadRunFields(fields, host);
   Go("C:\\in\\a.txt", "C:\\o\\a.csv");
   ASSERT_EQ(host.Codes(), std::vector<int32_t>{-2004});
   EXPECT_EQ(host.reports[0].sErr1, "Warning [-2004] ");
   EXPECT_EQ(host.reports[0].type, EntryType::Warning);
   fields = clsRunFields();
-  LoadRunFields(fields);
+  LoadRunFields(fields, host);
   Go("C:\\in\\a.txt", "C:\\o\\a.csv");
   EXPECT_EQ(host.Codes().size(), 1u);
 }
