@@ -40,7 +40,7 @@ bool clsLineProcessor::ReadRow(RecipeContext& context, int32_t row, int32_t tab_
     clsRow* const slot = SlotOf(lPeriod);
     if (slot == nullptr) return false;
     const std::string& sName = context.recipe.InputFileNameOf(lPeriod);
-    if (!FileExists(sName)) {
+    if (!PathExists(sName)) {
       ReportRecipe(context.host, -5401, {sName});
       continue;
     }

@@ -18,7 +18,7 @@ bool clsPeriodFiles::Open(RecipeContext& context, int64_t lFirstLine) {
   for (size_t i = nFirst_; i <= nLast_; ++i) {
     const std::string& sName = recipe.InputFileName[i];
     Failure failure;
-    if (!FileExists(sName)) {
+    if (!PathExists(sName)) {
       ReportRecipe(context.host, -5401, {sName});
       continue;
     }

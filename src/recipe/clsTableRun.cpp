@@ -80,7 +80,7 @@ clsTableRun::Step clsTableRun::FindBlock() {
 /// The first line of the searched file that holds the key text; none is the error lErr.
 clsTableRun::Step clsTableRun::FindLine(std::string_view sKeyText, int32_t lErr, int64_t& lLine) {
   const std::string& sPath = context_.recipe.InputFileNameOf(context_.recipe.InputFileFirst);
-  if (!FileExists(sPath)) return Fatal(lErr, {sKeyText});
+  if (!PathExists(sPath)) return Fatal(lErr, {sKeyText});
   if (const Step step = OpenReport(sPath); step != Step::Next) return step;
   lLine = FindKeyText(reader_, {.sNeedle1 = sKeyText});
   if (reader_.LastFailure().Failed()) return ReadFailure(reader_);
