@@ -32,24 +32,25 @@ bool clsXlsExistingWorkbook::Open(const std::string& sHostPath, Failure& failure
 bool clsXlsExistingWorkbook::ParseStream(OutputMessage& reason) {
   if (!globals_.Parse(sStream_, reason)) return false;
   reason = OutputMessage::Damaged;
-  for (const XlsSheetEntry& entry : globals_.Sheets()) {
-    auto sheet = std::make_unique<Sheet>();
-    auto existing = std::make_unique<clsXlsSheet>();
-    if (!existing->Check(sStream_, entry.nOffset)) return false;
-    sheet->nEnd = existing->End();
-    if (entry.bWorksheet) sheet->existing = std::move(existing);
-    sheets_.push_back(std::move(sheet));
-  }
   return CheckSheets();
 }
 
-/// Sheets lie behind the globals and none in another.
+/// Sheets lie behind the globals, and none reaches into the next: so looking over all of them is one pass.
 bool clsXlsExistingWorkbook::CheckSheets() {
-  std::vector<std::pair<size_t, size_t>> places = {{0, globals_.End()}};
-  for (size_t i = 0; i < sheets_.size(); ++i) places.emplace_back(globals_.Sheets()[i].nOffset, sheets_[i]->nEnd);
-  std::sort(places.begin(), places.end());
-  for (size_t i = 1; i < places.size(); ++i)
-    if (places[i].first < places[i - 1].second) return false;
+  const std::vector<XlsSheetEntry>& entries = globals_.Sheets();
+  std::vector<size_t> starts;
+  for (const XlsSheetEntry& entry : entries) starts.push_back(entry.nOffset);
+  std::sort(starts.begin(), starts.end());
+  if (starts.front() < globals_.End() || std::adjacent_find(starts.begin(), starts.end()) != starts.end()) return false;
+  starts.push_back(sStream_.size());
+  for (const XlsSheetEntry& entry : entries) {
+    const size_t nEnd = *std::upper_bound(starts.begin(), starts.end() - 1, entry.nOffset);
+    auto existing = std::make_unique<clsXlsSheet>();
+    if (!existing->Check(std::string_view(sStream_).substr(0, nEnd), entry.nOffset)) return false;
+    sheets_.push_back(std::make_unique<Sheet>());
+    sheets_.back()->nEnd = existing->End();
+    if (entry.bWorksheet) sheets_.back()->existing = std::move(existing);
+  }
   return true;
 }
 

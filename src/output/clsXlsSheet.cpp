@@ -8,6 +8,7 @@ namespace {
 
 constexpr unsigned kMaxColumn = kMaxXlsColumns - 1;
 constexpr size_t kDimensionsData = 14;
+constexpr size_t kMaxCells = static_cast<size_t>(kMaxXlsRows) * kMaxXlsColumns;
 
 /// Least data of a record that holds one cell; 0 for other records.
 size_t LeastCellData(uint16_t nId) {
@@ -175,7 +176,7 @@ bool clsXlsSheet::NoteCell(const XlsRecord& record) {
   if (!bKeepCells_) return true;
   cells_.push_back({nLastRow_ << 8 | GetU16(record.sData, 2), static_cast<uint32_t>(record.nOffset),
                     static_cast<uint32_t>(record.End()), record.nId, GetU16(record.sData, 4)});
-  return true;
+  return cells_.size() <= kMaxCells;
 }
 
 /// Several cells in one record: row, first column, the items, last column.
@@ -191,7 +192,7 @@ bool clsXlsSheet::NoteCells(const XlsRecord& record, size_t nItem) {
   for (size_t i = 0; i < nCount; ++i)
     cells_.push_back({nLastRow_ << 8 | (nFirst + static_cast<unsigned>(i)), static_cast<uint32_t>(record.nOffset),
                       static_cast<uint32_t>(record.End()), record.nId, GetU16(record.sData, 4 + i * nItem)});
-  return true;
+  return cells_.size() <= kMaxCells;
 }
 
 void clsXlsSheet::NoteAttached(const XlsRecord& record) {

@@ -27,7 +27,7 @@ struct XlsCell {
 };
 
 /// A worksheet in the stream of an existing workbook: where its records lie, and its cell table with the changes of a
-/// run. The stream must outlive it.
+/// run. The stream must outlive it; it may be cut behind the sheet.
 class clsXlsSheet {
  public:
   static constexpr size_t kNone = static_cast<size_t>(-1);
