@@ -1,0 +1,206 @@
+// A session with real key presses and clicks in the real window, on a screen of the toolkit's own.
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <memory>
+
+#include "MainModule.h"
+#include "clsMainWindow.h"
+#include "clsQtHost.h"
+#include "clsQtScreen.h"
+#include "clsTempFolder.h"
+#include "frmMain.h"
+#include "frmMainMDI.h"
+#include "modFiles.h"
+#include "modPaths.h"
+#include "modRecipeGlobals.h"
+#include "modSettings.h"
+#include "modTranslator.h"
+
+namespace quillon {
+
+/// One start of the desktop program in a data folder of its own.
+class clsSession : public QObject {
+  Q_OBJECT
+
+ private:
+  clsTempFolder folder_;
+  std::unique_ptr<clsQtHost> pHost_;
+  std::unique_ptr<clsQtScreen> pScreen_;
+  std::unique_ptr<clsRunLog> pLog_;
+  std::unique_ptr<frmMainMDI> pFrame_;
+  std::unique_ptr<frmMain> pForm_;
+  std::unique_ptr<clsMainWindow> pWindow_;
+  clsRunFields fields_;
+
+  template <typename T>
+  T* Widget(const char* pName) {
+    T* const pWidget = pWindow_->findChild<T*>(pName);
+    if (pWidget == nullptr) qFatal("no widget %s", pName);
+    return pWidget;
+  }
+  QString Log() { return Widget<QPlainTextEdit>("txtLog")->toPlainText(); }
+  void Type(const char* pCombo, const std::string& sText) {
+    QLineEdit* const pEdit = Widget<QComboBox>(pCombo)->lineEdit();
+    pEdit->setFocus();
+    pEdit->selectAll();
+    QTest::keyClicks(pEdit, QString::fromStdString(sText));
+  }
+  /// Presses a button of the next modal window, once it is there.
+  static void Answer(const QString& sButton) {
+    QTimer::singleShot(20, [sButton] {
+      QWidget* const pModal = QApplication::activeModalWidget();
+      if (pModal == nullptr) return Answer(sButton);
+      for (QPushButton* const pButton : pModal->findChildren<QPushButton*>()) {
+        if (pButton->text().remove('&') == sButton) return QTest::mouseClick(pButton, Qt::LeftButton);
+      }
+      qFatal("no button %s", qPrintable(sButton));
+    });
+  }
+  std::string LongReport(int nRows) {
+    std::string sText = ">>1\n-------- --------\n";
+    for (int i = 0; i < nRows; ++i) sText += "row      number  \n";
+    return folder_.Write("long.txt", sText + "<<1\n");
+  }
+  void Activate() {
+    pWindow_->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(pWindow_.get()));
+  }
+  void ChooseMarkup() {
+    for (QAbstractButton* const pButton : pWindow_->findChildren<QAbstractButton*>("rbConversionMethod2")) {
+      QTest::mouseClick(pButton, Qt::LeftButton);
+    }
+  }
+
+ private slots:
+  void init() {
+    qputenv("APPDATA", QByteArray::fromStdString(folder_.Path("data")));
+    ResetFoundationGlobals();
+    ResetRecipeGlobals();
+    ResetTranslator();
+    ResetConversionOptions();
+    FindSettingsFile();
+    gsAppDataFolder = AppDataFolder();
+    InstallExamples();
+    pHost_ = std::make_unique<clsQtHost>();
+    pScreen_ = std::make_unique<clsQtScreen>(*pHost_);
+    pLog_ = std::make_unique<clsRunLog>(*pHost_, gConversionOptions);
+    pHost_->SetLog(pLog_.get());
+    pFrame_ = std::make_unique<frmMainMDI>();
+    pForm_ = std::make_unique<frmMain>(*pHost_, *pScreen_, gConversionOptions, *pLog_, fields_);
+    pWindow_ = std::make_unique<clsMainWindow>(*pHost_, *pFrame_, *pForm_, *pLog_);
+    pScreen_->SetMainWindow(pWindow_.get());
+    bool bFirst = false;
+    pForm_->Form_Load(bFirst);
+    pWindow_->ShowAll();
+    pWindow_->show();
+    Activate();
+  }
+  void cleanup() {
+    pWindow_.reset();
+    pForm_.reset();
+    pFrame_.reset();
+  }
+
+  void loadsAnExampleConvertsItAndSavesTheJob() {
+    QTimer::singleShot(20, [] {
+      QWidget* const pGuide = QApplication::activeModalWidget();
+      if (pGuide == nullptr) qFatal("the guide did not open");
+      QTest::mouseClick(pGuide->findChild<QPushButton*>("cmdLoadDemo2"), Qt::LeftButton);
+    });
+    pForm_->Click("mnuGettingStarted");
+    pWindow_->ShowAll();
+    QVERIFY(Log().contains("QLN File Opened Successfully"));
+    const std::string sOutput = FromQt(Widget<QComboBox>("cbOutputFile")->currentText());
+    Activate();
+    QTest::keyClick(pWindow_.get(), Qt::Key_F5);
+    QVERIFY2(Log().contains("Errors: 0"), qPrintable(Log()));
+    QVERIFY(FileSizeOf(ExpandedPath(sOutput)) > 0);
+
+    QTimer::singleShot(20, [] {
+      QWidget* const pOptions = QApplication::activeModalWidget();
+      auto* const pTab = pOptions->findChild<QLineEdit*>("txtTabSize");
+      pTab->selectAll();
+      QTest::keyClicks(pTab, "4");
+      QTest::mouseClick(pOptions->findChild<QPushButton*>("cmdApply"), Qt::LeftButton);
+    });
+    pForm_->ConfigureQLNOptions();
+    QCOMPARE(pForm_->lTabSize, 4);
+    Activate();
+    QTest::keyClick(pWindow_.get(), Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(GetPrivateProfileString(pForm_->sJobFile, "QLN", "lTabSize", ""), std::string("4"));
+    QVERIFY(!pForm_->bAskToSaveBMKFileBeforeExit);
+  }
+
+  void pausesALongRunAtAQuestion() {
+    ChooseMarkup();
+    Type("cbInputFile", LongReport(400000));
+    Type("cbOutputFile", folder_.Path("long.csv"));
+    const auto pauseSoon = [this] { QTimer::singleShot(40, [this] { QTest::keyClick(pWindow_.get(), Qt::Key_F9); }); };
+    // Whether the key falls into the run depends on the machine; the question comes only if it does.
+    int nAsked = 0;
+    const auto answer = [&](const char* pButton) {
+      QTimer* const pTimer = new QTimer(pWindow_.get());
+      connect(pTimer, &QTimer::timeout, [&nAsked, pTimer, pButton] {
+        auto* const pBox = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (pBox == nullptr) return;
+        ++nAsked;
+        pTimer->stop();
+        for (QAbstractButton* const pEach : pBox->buttons()) {
+          if (pEach->text().remove('&') == pButton) pEach->click();
+        }
+      });
+      pTimer->start(5);
+      return pTimer;
+    };
+    std::unique_ptr<QTimer> pNo(answer("No"));
+    pauseSoon();
+    pForm_->Click("keyConvert");
+    QCOMPARE(FileSizeOf(folder_.Path("long.csv")), int64_t{400000} * 20);
+    pNo.reset();
+    std::unique_ptr<QTimer> pYes(answer("Yes"));
+    const int nBefore = nAsked;
+    pauseSoon();
+    pForm_->Click("keyConvert");
+    const int64_t nSize = FileSizeOf(folder_.Path("long.csv"));
+    QVERIFY(nAsked == nBefore ? nSize == int64_t{400000} * 20 : nSize < int64_t{400000} * 20 && nSize % 20 == 0);
+    QVERIFY(Widget<QComboBox>("cbInputFile")->isEnabled());
+  }
+
+  void staysWholeWhenClosedDuringARun() {
+    ChooseMarkup();
+    Type("cbInputFile", LongReport(400000));
+    Type("cbOutputFile", folder_.Path("long.csv"));
+    QTimer::singleShot(40, [this] { pWindow_->close(); });
+    pForm_->Click("keyConvert");
+    QTRY_VERIFY(!pWindow_->isVisible());
+    QVERIFY(FileSizeOf(folder_.Path("long.csv")) % 20 == 0);
+  }
+
+  void tellsWhatIsWrongInABoxAndInTheLog() {
+    ChooseMarkup();
+    Type("cbInputFile", folder_.Path("missing.txt"));
+    Type("cbOutputFile", folder_.Path("a.csv"));
+    Answer("OK");
+    pForm_->Click("keyConvert");
+    QVERIFY(Log().contains("Error [-1] Invalid Input File Specified"));
+  }
+};
+
+}  // namespace quillon
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("LC_ALL", "C.UTF-8");
+  QApplication application(argc, argv);
+  quillon::clsSession session;
+  return QTest::qExec(&session, argc, argv);
+}
+
+#include "session_test.moc"
