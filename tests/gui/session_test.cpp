@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <functional>
 #include <memory>
 
 #include "MainModule.h"
@@ -52,11 +53,15 @@ class clsSession : public QObject {
     pEdit->selectAll();
     QTest::keyClicks(pEdit, QString::fromStdString(sText));
   }
-  /// Presses a button of the next modal window, once it is there.
-  static void Answer(const QString& sButton) {
-    QTimer::singleShot(20, [sButton] {
+  /// Plays the user of the next modal window, once it is there.
+  static void WithModal(const std::function<void(QWidget*)>& play) {
+    QTimer::singleShot(20, [play] {
       QWidget* const pModal = QApplication::activeModalWidget();
-      if (pModal == nullptr) return Answer(sButton);
+      pModal == nullptr || !pModal->isVisible() ? WithModal(play) : play(pModal);
+    });
+  }
+  static void Answer(const QString& sButton) {
+    WithModal([sButton](QWidget* pModal) {
       for (QPushButton* const pButton : pModal->findChildren<QPushButton*>()) {
         if (pButton->text().remove('&') == sButton) return QTest::mouseClick(pButton, Qt::LeftButton);
       }
@@ -109,11 +114,8 @@ class clsSession : public QObject {
   }
 
   void loadsAnExampleConvertsItAndSavesTheJob() {
-    QTimer::singleShot(20, [] {
-      QWidget* const pGuide = QApplication::activeModalWidget();
-      if (pGuide == nullptr) qFatal("the guide did not open");
-      QTest::mouseClick(pGuide->findChild<QPushButton*>("cmdLoadDemo2"), Qt::LeftButton);
-    });
+    WithModal(
+        [](QWidget* pGuide) { QTest::mouseClick(pGuide->findChild<QPushButton*>("cmdLoadDemo2"), Qt::LeftButton); });
     pForm_->Click("mnuGettingStarted");
     pWindow_->ShowAll();
     QVERIFY(Log().contains("QLN File Opened Successfully"));
@@ -123,8 +125,7 @@ class clsSession : public QObject {
     QVERIFY2(Log().contains("Errors: 0"), qPrintable(Log()));
     QVERIFY(FileSizeOf(ExpandedPath(sOutput)) > 0);
 
-    QTimer::singleShot(20, [] {
-      QWidget* const pOptions = QApplication::activeModalWidget();
+    WithModal([](QWidget* pOptions) {
       auto* const pTab = pOptions->findChild<QLineEdit*>("txtTabSize");
       pTab->selectAll();
       QTest::keyClicks(pTab, "4");

@@ -57,7 +57,7 @@ void LayoutOptions(clsForm&, clsFormBinder& b, QDialog& dialog) {
   auto* const pInput = b.As<QGroupBox>("FrameArray", 0);
   auto* const pInputColumn = new QVBoxLayout(pInput);
   auto* const pTab = Group(b, "frameRecipeInput", {});
-  pTab->layout()->addItem(Row({b.Widget("lblTabSize"), b.Widget("txtTabSize")}));
+  static_cast<QVBoxLayout*>(pTab->layout())->addLayout(Row({b.Widget("lblTabSize"), b.Widget("txtTabSize")}));
   pTab->layout()->addWidget(Note(b, "lblTabSizeNote"));
   pTab->layout()->addWidget(b.Widget("cbUnix"));
   pInputColumn->addWidget(pTab);
