@@ -4,7 +4,9 @@ include(GNUInstallDirs)
 set(shipped ${CMAKE_INSTALL_DATADIR}/quillon)
 install(TARGETS quillon RUNTIME COMPONENT quillon)
 if(EXISTS ${PROJECT_SOURCE_DIR}/data)
-  install(DIRECTORY ${PROJECT_SOURCE_DIR}/data/ DESTINATION ${shipped} COMPONENT quillon)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/data/ DESTINATION ${shipped} COMPONENT quillon PATTERN "*.sh" EXCLUDE)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/data/ DESTINATION ${shipped} COMPONENT quillon FILES_MATCHING PATTERN "*.sh"
+          PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 endif()
 
 # Pages and completions are made from the help that the program prints, so options stand in one place.
@@ -71,22 +73,21 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_QUILLON_PACKAGE_NAME quillon)
 set(CPACK_DEBIAN_QUILLON_PACKAGE_SECTION text)
-set(CPACK_COMPONENT_QUILLON_DESCRIPTION
+set(CPACK_DEBIAN_QUILLON_DESCRIPTION
     "converter of printed-report text to CSV, XLSX and XLS
- Quillon turns ledgers, stock lists and spool files into CSV files and
- workbooks. Columns are drawn as a ruler on the report, worked out from its
- rows, or described by a profile of widths. Amounts become numbers and dates
- become dates, and show as the report showed them.
- .
- This package holds the command line.")
+Quillon turns ledgers, stock lists and spool files into CSV files and
+workbooks. Columns are drawn as a ruler on the report, worked out from its
+rows, or described by a profile of widths. Amounts become numbers and dates
+become dates, and show as the report showed them. This package holds the
+command line.")
 set(CPACK_DEBIAN_QUILLON-GUI_PACKAGE_NAME quillon-gui)
 set(CPACK_DEBIAN_QUILLON-GUI_PACKAGE_SECTION text)
 set(CPACK_DEBIAN_QUILLON-GUI_PACKAGE_DEPENDS "quillon (= ${PROJECT_VERSION})")
-set(CPACK_COMPONENT_QUILLON-GUI_DESCRIPTION
+set(CPACK_DEBIAN_QUILLON-GUI_DESCRIPTION
     "converter of printed-report text to spreadsheets, desktop program
- Quillon turns ledgers, stock lists and spool files into CSV files and
- workbooks. This package holds the window with its three steps, the recipe
- editor and the profile editor.")
+Quillon turns ledgers, stock lists and spool files into CSV files and
+workbooks. This package holds the window with its three steps, the recipe
+editor and the profile editor.")
 set(CPACK_COMPONENTS_ALL quillon)
 if(TARGET quillon-gui)
   list(APPEND CPACK_COMPONENTS_ALL quillon-gui)
