@@ -61,6 +61,7 @@ endif()
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "converter of printed-report text to CSV, XLSX and XLS")
 set(CPACK_PACKAGE_CONTACT "Quillon maintainers <maintainers@brindlemark.example>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
@@ -74,8 +75,7 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_QUILLON_PACKAGE_NAME quillon)
 set(CPACK_DEBIAN_QUILLON_PACKAGE_SECTION text)
 set(CPACK_DEBIAN_QUILLON_DESCRIPTION
-    "converter of printed-report text to CSV, XLSX and XLS
-Quillon turns ledgers, stock lists and spool files into CSV files and
+    "Quillon turns ledgers, stock lists and spool files into CSV files and
 workbooks. Columns are drawn as a ruler on the report, worked out from its
 rows, or described by a profile of widths. Amounts become numbers and dates
 become dates, and show as the report showed them. This package holds the
@@ -84,8 +84,7 @@ set(CPACK_DEBIAN_QUILLON-GUI_PACKAGE_NAME quillon-gui)
 set(CPACK_DEBIAN_QUILLON-GUI_PACKAGE_SECTION text)
 set(CPACK_DEBIAN_QUILLON-GUI_PACKAGE_DEPENDS "quillon (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_QUILLON-GUI_DESCRIPTION
-    "converter of printed-report text to spreadsheets, desktop program
-Quillon turns ledgers, stock lists and spool files into CSV files and
+    "Quillon turns ledgers, stock lists and spool files into CSV files and
 workbooks. This package holds the window with its three steps, the recipe
 editor and the profile editor.")
 set(CPACK_COMPONENTS_ALL quillon)
