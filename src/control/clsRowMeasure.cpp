@@ -1,0 +1,121 @@
+#include "clsRowMeasure.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "modCellTyping.h"
+#include "modText.h"
+
+namespace quillon {
+
+namespace {
+
+bool IsBlank(char32_t ch) {
+  return ch == U' ' || ch == 0xA0;
+}
+
+bool IsOfValue(char32_t ch) {
+  return ch >= 0x80 || (ch >= U'0' && ch <= U'9') || (ch >= U'A' && ch <= U'Z') || (ch >= U'a' && ch <= U'z');
+}
+
+/// Digits among nothing but what goes with amounts, "CR" and "DR" included: a person would add it up.
+bool LooksLikeNumber(std::string_view sText) {
+  if (sText.ends_with("CR") || sText.ends_with("DR")) sText.remove_suffix(2);
+  constexpr std::string_view kDigits = "0123456789";
+  if (sText.find_first_of(kDigits) == std::string_view::npos) return false;
+  // A date or a code such as 10-11-12 has its separators between digits, a number's sign stands at an end.
+  const size_t nMinus = sText.find('-', 1);
+  if (nMinus != std::string_view::npos && nMinus + 1 < sText.size()) return false;
+  // Digits with a blank behind them and digits again are two numbers, or a code.
+  const size_t nBlank = sText.find(' ', sText.find_first_of(kDigits));
+  if (nBlank != std::string_view::npos && sText.find_first_of(kDigits, nBlank) != std::string_view::npos) return false;
+  return sText.find_first_not_of("0123456789.,' $%()+-*") == std::string_view::npos;
+}
+
+std::vector<bool> TakenCharacters(const std::vector<PreviewColumn>& columns) {
+  std::vector<bool> taken;
+  for (const PreviewColumn& column : columns) {
+    if (column.lStart < 1 || column.lEnd < column.lStart) continue;
+    taken.resize(std::max(taken.size(), static_cast<size_t>(column.lEnd)));
+    std::fill(taken.begin() + column.lStart - 1, taken.begin() + column.lEnd, true);
+  }
+  return taken;
+}
+
+}  // namespace
+
+clsRowMeasure::clsRowMeasure(const std::vector<PreviewColumn>& columns) : taken_(TakenCharacters(columns)) {
+  for (const PreviewColumn& column : columns) {
+    if (column.lStart > 1) edges_.push_back(column.lStart - 1);
+    edges_.push_back(column.lEnd);
+  }
+  std::sort(edges_.begin(), edges_.end());
+  edges_.erase(std::unique(edges_.begin(), edges_.end()), edges_.end());
+}
+
+void clsRowMeasure::Measure(PreviewRow& row, ReportPreview& preview) {
+  characters_.clear();
+  for (size_t i = 0; i < row.sText.size();) characters_ += DecodeUtf8(row.sText, i);
+  row.lLeftOut = row.lBehind = 0;
+  row.cuts.clear();
+  for (size_t i = 0; i < characters_.size(); ++i) {
+    if (IsBlank(characters_[i])) continue;
+    const bool bBehind = i >= taken_.size();
+    if (bBehind) ++row.lBehind;
+    if (bBehind || !taken_[i]) ++row.lLeftOut;
+  }
+  if (std::any_of(characters_.begin(), characters_.end(), IsOfValue)) {
+    for (const int32_t lEdge : edges_) {
+      const auto nNext = static_cast<size_t>(lEdge);
+      if (nNext >= characters_.size()) break;
+      if (!IsBlank(characters_[nNext - 1]) && !IsBlank(characters_[nNext])) row.cuts.push_back(lEdge);
+    }
+  }
+  ++preview.lRows;
+  preview.lLeftOut += row.lLeftOut;
+  preview.lBehind += row.lBehind;
+  preview.lCuts += static_cast<int64_t>(row.cuts.size());
+  if (preview.lFirstLossLine == 0 && preview.Loses()) preview.lFirstLossLine = row.lLine;
+}
+
+std::string LossMarks(const PreviewRow& row, const std::vector<PreviewColumn>& columns) {
+  if (row.lLeftOut == 0 && row.cuts.empty()) return {};
+  const std::vector<bool> taken = TakenCharacters(columns);
+  std::string sMarks;
+  for (size_t i = 0; i < row.sText.size();) {
+    const bool bTaken = sMarks.size() < taken.size() && taken[sMarks.size()];
+    sMarks += IsBlank(DecodeUtf8(row.sText, i)) || bTaken ? ' ' : '!';
+  }
+  for (const int32_t lCut : row.cuts) sMarks[static_cast<size_t>(lCut) - 1] = '^';
+  sMarks.resize(sMarks.find_last_not_of(' ') + 1);
+  return sMarks;
+}
+
+void CountCell(std::string_view sCell, int64_t lLine, CellCensus& census) {
+  static const CellTypingOptions kOptions{.bDayFirst = LocaleIsDayFirst()};
+  std::string sScratch;
+  const std::string_view sText = TrimBlanks(sCell);
+  switch (TypeCell(sText, kOptions, sScratch).kind) {
+    case CellKind::Empty:
+      ++census.lEmpty;
+      return;
+    case CellKind::Number:
+      ++census.lNumbers;
+      return;
+    case CellKind::Date:
+      ++census.lDates;
+      return;
+    case CellKind::Text:
+      break;
+    default:
+      ++census.lOthers;
+      return;
+  }
+  ++census.lTexts;
+  if (!LooksLikeNumber(sText)) return;
+  if (census.lLikeNumbers++ > 0) return;
+  census.lLikeNumberLine = lLine;
+  census.sLikeNumber = sText;
+}
+
+}  // namespace quillon

@@ -1,0 +1,232 @@
+#include "modReportPreview.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+
+#include "clsLineProcessor.h"
+#include "clsQuietHost.h"
+#include "clsRecipe.h"
+#include "clsRowMeasure.h"
+#include "clsTableParser.h"
+#include "modColumnLetters.h"
+#include "modNumbers.h"
+#include "modPaths.h"
+#include "modRecipeMessages.h"
+#include "modShortTable.h"
+#include "modSystemIo.h"
+#include "modText.h"
+#include "modTranslator.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr size_t kBeginningBytes = size_t{256} << 10;
+
+/// The page of a report by its beginning, so that a long one needn't be read for it. Nothing: only the whole report
+/// can tell.
+std::optional<const clsCodePage*> PageByBeginning(const std::string& sInput) {
+  const int nHandle = OpenHandle(HostPath(sInput), O_RDONLY | O_NONBLOCK);
+  if (nHandle < 0) return std::nullopt;
+  std::string sBytes(kBeginningBytes, '\0');
+  const int64_t nGot = ReadHandleAt(nHandle, sBytes.data(), sBytes.size(), 0);
+  close(nHandle);
+  if (nGot < static_cast<int64_t>(kBeginningBytes)) return std::nullopt;
+  const size_t nLastEnd = sBytes.rfind('\n');
+  if (nLastEnd == std::string::npos) return std::nullopt;
+  return &DetectCodePage(std::string_view(sBytes).substr(0, nLastEnd));
+}
+
+/// One look at one table.
+class clsTableLook {
+ public:
+  clsTableLook(const PreviewRequest& request, clsSectionFile& recipe) : request_(request), recipe_(recipe) {
+    options_.text = request.text;
+    context_.emplace(RecipeContext{host_, options_, ownRecipe_, lineProcessor_, account_});
+    preview_.lTable = request.lTable;
+  }
+
+  ReportPreview Look() {
+    if (ReadKeys() && Open() && FindBounds() && FindColumns()) TakeRows();
+    if (preview_.sFault.empty() && reader_.LastFailure().Failed()) Fault(reader_.LastFailure().sText);
+    return std::move(preview_);
+  }
+
+ private:
+  bool Fault(std::string_view sText) {
+    if (preview_.sFault.empty()) preview_.sFault = sText;
+    return false;
+  }
+
+  bool ReadKeys() {
+    preview_.lTables = static_cast<int32_t>(CountShortTables(recipe_));
+    if (request_.lTable < 1 || request_.lTable > preview_.lTables) {
+      return Fault(Translate("The recipe has no table of this number"));
+    }
+    keys_ = ReadShortTable(recipe_, request_.lTable);
+    const auto lStart = ParseWholeNumber(keys_.sStartOffset);
+    const auto lEnd = ParseWholeNumber(keys_.sEndOffset);
+    preview_.start = {keys_.sStartLine, lStart.value_or(0)};
+    preview_.end = {keys_.sEndLine, lEnd.value_or(0)};
+    if (!lStart || !lEnd) return Fault(Translate("An offset is no whole number"));
+    if (keys_.sStartLine.empty()) return Fault(Translate("Invalid ReadStartLine!"));
+    if (keys_.sEndLine.empty()) return Fault(Translate("Invalid ReadEndLine!"));
+    table_.ReadStartLine = keys_.sStartLine;
+    table_.ReadStartLineOffset = *lStart;
+    table_.ReadEndLine = keys_.sEndLine;
+    table_.ReadEndLineOffset = *lEnd;
+    return true;
+  }
+
+  bool Open() {
+    if (!request_.bWholeTable && request_.text.pCodePage == nullptr && IsAscii(keys_.sStartLine + keys_.sEndLine)) {
+      const auto page = PageByBeginning(request_.sInput);
+      bByBeginning_ = page.has_value();
+      if (page) options_.text.pCodePage = *page;
+    }
+    return Reopen();
+  }
+
+  bool Reopen() {
+    Failure failure;
+    if (!reader_.Open(request_.sInput, options_.text, failure)) return Fault(failure.sText);
+    options_.text.pCodePage = &reader_.CodePage();
+    return true;
+  }
+
+  bool FindStart() {
+    PreviewKey& key = preview_.start;
+    key.lLine = FindKeyText(reader_, {.sNeedle1 = key.sText});
+    if (key.lLine > 0) key.place = KeyPlace::Found;
+    // What is shown lies further down than what the page was found by.
+    if (bByBeginning_ && reader_.BytesDone() > static_cast<int64_t>(2 * kBeginningBytes)) {
+      bByBeginning_ = false;
+      options_.text.pCodePage = nullptr;
+      return Reopen() && FindStart();
+    }
+    return !reader_.LastFailure().Failed();
+  }
+
+  /// The first line that holds the end's text, from the top; no further down than it matters.
+  bool FindEnd() {
+    PreviewKey& key = preview_.end;
+    if (!Reopen()) return false;
+    if (request_.bWholeTable || preview_.start.place != KeyPlace::Found) {
+      key.lLine = FindKeyText(reader_, {.sNeedle1 = key.sText});
+      key.place = key.lLine > 0 ? KeyPlace::Found : KeyPlace::Missing;
+      return !reader_.LastFailure().Failed();
+    }
+    const int64_t lLastShown = preview_.start.lLine + table_.ReadStartLineOffset + request_.lRows;
+    const int64_t lLimit = std::max<int64_t>(lLastShown - table_.ReadEndLineOffset, preview_.start.lLine);
+    const std::string sNeedle = reader_.CodePage().FromUtf8(key.sText);
+    key.place = KeyPlace::Missing;
+    for (std::string_view sRow; reader_.ReadRow(sRow);) {
+      if (sRow.find(sNeedle) != std::string_view::npos) {
+        key.lLine = reader_.RowNumber();
+        key.place = KeyPlace::Found;
+        break;
+      }
+      if (reader_.RowNumber() < lLimit) continue;
+      if (!reader_.AtEnd()) key.place = KeyPlace::FurtherDown;
+      break;
+    }
+    return !reader_.LastFailure().Failed();
+  }
+
+  bool FindBounds() {
+    if (!FindStart() || !FindEnd()) return false;
+    if (preview_.start.place == KeyPlace::Missing) return Fault(Translate("ReadStartLine is not in the report"));
+    if (preview_.end.place == KeyPlace::Missing) return Fault(Translate("ReadEndLine is not in the report"));
+    const int64_t lFirst = preview_.start.lLine + table_.ReadStartLineOffset;
+    const int64_t lLast = preview_.end.place == KeyPlace::Found ? preview_.end.lLine + table_.ReadEndLineOffset
+                                                                : std::numeric_limits<int64_t>::max();
+    if (lLast < lFirst) return Fault(Translate("The table would end before it starts"));
+    if (lFirst < 1) return Fault(Translate("The table would start above the report's first line"));
+    preview_.lFirstLine = lFirst;
+    if (preview_.end.place == KeyPlace::Found) preview_.lLastLine = lLast;
+    lLastWanted_ = lLast;
+    return true;
+  }
+
+  bool FindColumns() {
+    const auto missing = [&] {
+      return Fault(host_.Fault().empty() ? Translate("Parsing gives no columns") : host_.Fault());
+    };
+    std::string sTemplate = keys_.sTemplate;
+    if (!FixTemplate(*context_, request_.sInput, request_.lTabSize, table_, sTemplate)) return missing();
+    std::vector<int32_t> starts;
+    std::vector<int32_t> ends;
+    std::vector<std::string> ops;
+    if (!clsTableParser::analyze_template(host_, sTemplate, starts, ends, ops)) return missing();
+    preview_.sRuler = sTemplate;
+    const int32_t lBase = AlphaToNum2(host_, keys_.sWriteColumn);
+    for (size_t i = 0; i < starts.size(); ++i) {
+      const int32_t lColumn = lBase + static_cast<int32_t>(i);
+      preview_.columns.push_back({starts[i], ends[i], lBase < 1 ? "" : NumToAlpha2(host_, lColumn), {}});
+    }
+    return lBase > 0 || Fault(Translate("WriteColumn is no column"));
+  }
+
+  void TakeRows() {
+    if (!Reopen()) return;
+    const int64_t lBefore = preview_.lFirstLine - 1;
+    if (reader_.SkipRows(lBefore) < lBefore || reader_.AtEnd()) {
+      Fault(Translate("The table starts behind the end of the report"));
+      return;
+    }
+    clsRowMeasure measure(preview_.columns);
+    clsRow& row = lineProcessor_.RowCollection[0];
+    PreviewRow taken;
+    for (int64_t lLine = preview_.lFirstLine; lLine <= lLastWanted_ && !reader_.AtEnd(); ++lLine) {
+      preview_.bMore = lLine - preview_.lFirstLine >= request_.lRows;
+      if (preview_.bMore && !request_.bWholeTable) return;
+      if (!lineProcessor_.ReadRowPeriod1Only(*context_, &reader_, request_.lTabSize)) {
+        if (!reader_.LastFailure().Failed()) Fault(Translate("The tabs of a row make it too long"));
+        break;
+      }
+      TakeRow(row, lLine, taken, measure);
+    }
+    row.Clear();
+    if (preview_.lLastLine > 0) preview_.lLastLine = std::min(preview_.lLastLine, reader_.RowNumber());
+  }
+
+  void TakeRow(clsRow& row, int64_t lLine, PreviewRow& taken, clsRowMeasure& measure) {
+    taken.lLine = lLine;
+    taken.sText = TrimRightBlanks(row.Text());
+    taken.cells.clear();
+    measure.Measure(taken, preview_);
+    for (PreviewColumn& column : preview_.columns) {
+      std::string sCell = row.Page().ToUtf8(row.Field(column.lStart, column.lEnd));
+      if (request_.bWholeTable) CountCell(sCell, lLine, column.census);
+      if (!preview_.bMore) taken.cells.push_back(std::move(sCell));
+    }
+    if (!preview_.bMore) preview_.rows.push_back(taken);
+  }
+
+  const PreviewRequest& request_;
+  clsSectionFile& recipe_;
+  clsQuietHost host_;
+  RecipeOptions options_;
+  clsRecipe ownRecipe_;
+  clsLineProcessor lineProcessor_;
+  FileAccount account_;
+  std::optional<RecipeContext> context_;
+  ShortTable keys_;
+  clsTable table_;
+  clsLineReader reader_;
+  bool bByBeginning_ = false;
+  int64_t lLastWanted_ = 0;
+  ReportPreview preview_;
+};
+
+}  // namespace
+
+ReportPreview PreviewByRecipe(const PreviewRequest& request, clsSectionFile& recipe) {
+  return clsTableLook(request, recipe).Look();
+}
+
+}  // namespace quillon

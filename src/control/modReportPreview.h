@@ -1,0 +1,88 @@
+#pragma once
+// How a recipe or a profile cuts a report: the rows as they stand, the cells they give, and what the cut would lose.
+// Looks only; nothing is written, logged or shown.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "clsLineReader.h"
+#include "clsSectionFile.h"
+
+namespace quillon {
+
+struct PreviewRequest {
+  std::string sInput;
+  TextFileOptions text;  ///< How the report is read; a page found by content goes by the report's beginning
+  int32_t lTabSize = 8;
+  int32_t lTable = 1;  ///< From 1
+  int64_t lRows = 20;  ///< Rows that are kept
+  /// Measures every row of the table and types its cells. Else the report is read no further than the rows kept, and a
+  /// table's end that lies behind them isn't looked for.
+  bool bWholeTable = false;
+};
+
+enum class KeyPlace : uint8_t { Found, Missing, FurtherDown };
+struct PreviewKey {
+  std::string sText;
+  int32_t lOffset = 0;
+  KeyPlace place = KeyPlace::Missing;
+  int64_t lLine = 0;  ///< First line that holds the text, from 1
+};
+
+/// Cells of a column by what they become in a workbook. Filled for a whole table.
+struct CellCensus {
+  int64_t lNumbers = 0, lDates = 0, lTexts = 0, lOthers = 0, lEmpty = 0;
+  int64_t lLikeNumbers = 0;  ///< Of the texts: those that look like numbers
+  int64_t lLikeNumberLine = 0;
+  std::string sLikeNumber;  ///< The first of them
+};
+
+struct PreviewColumn {
+  int32_t lStart = 1, lEnd = 1;  ///< Characters, from 1
+  std::string sLetters;          ///< Of the sheet column; "" for one that is left out
+  CellCensus census;
+};
+
+struct PreviewRow {
+  int64_t lLine = 0;               ///< Of the report, from 1
+  std::string sText;               ///< UTF-8, tabs expanded
+  std::vector<std::string> cells;  ///< UTF-8, in the order of the output
+  int64_t lLeftOut = 0;            ///< Characters other than blanks that no column takes
+  int64_t lBehind = 0;             ///< Those of them that stand behind the last column
+  /// Positions of characters after which a value is cut: neither it nor its neighbour is blank. Lines without a letter
+  /// or digit hold no value.
+  std::vector<int32_t> cuts;
+};
+
+struct ReportPreview {
+  std::string sFault;  ///< Why there are no rows; "" if there is no reason
+  int32_t lTable = 0, lTables = 0;
+  PreviewKey start, end;               ///< Of a recipe
+  int64_t lFirstLine = 0;              ///< Of the table; 0 if it isn't found
+  int64_t lLastLine = 0;               ///< The last one that is in the report; 0 if it wasn't looked for
+  std::string sRuler;                  ///< As wide as the cut; a profile's columns begin with "|"
+  std::vector<PreviewColumn> columns;  ///< In the order of the report
+  std::vector<PreviewRow> rows;
+  bool bMore = false;  ///< The table goes on behind the rows kept
+
+  // Sums over all rows that were looked at.
+  int64_t lRows = 0;
+  int64_t lLeftOut = 0, lBehind = 0;
+  int64_t lCuts = 0;
+  int64_t lFirstLossLine = 0;  ///< First line that loses something
+
+  bool Loses() const { return lLeftOut > 0 || lCuts > 0; }
+};
+
+/// By table request.lTable of a short recipe, with the bounds that a run would find.
+ReportPreview PreviewByRecipe(const PreviewRequest& request, clsSectionFile& recipe);
+/// By a profile (a path or a name), pads trimmed as in a run; all lines of the report are rows.
+ReportPreview PreviewByProfile(const PreviewRequest& request, std::string_view sProfile);
+
+/// What a row loses, position by position: "^" under the last character before a cut, "!" under what no column takes,
+/// else a blank; "" if nothing is lost.
+std::string LossMarks(const PreviewRow& row, const std::vector<PreviewColumn>& columns);
+
+}  // namespace quillon

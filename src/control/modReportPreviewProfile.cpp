@@ -1,0 +1,105 @@
+// PreviewByProfile of modReportPreview: the cut of a profile.
+
+#include <algorithm>
+
+#include "clsRow.h"
+#include "clsRowCutter.h"
+#include "clsRowMeasure.h"
+#include "modColumnLetters.h"
+#include "modFiles.h"
+#include "modProfileFile.h"
+#include "modReportPreview.h"
+#include "modSettings.h"
+#include "modTranslator.h"
+
+namespace quillon {
+
+namespace {
+
+/// The columns that a run would give the engine. False with the fault.
+bool ReadColumns(std::string_view sProfile, std::vector<CellwrightColumn>& columns, std::string& sFault) {
+  clsLineReader reader;
+  Failure failure;
+  const std::string sPath = IsFile(sProfile) ? std::string(sProfile) : ProfilePath(sProfile);
+  if (!reader.Open(sPath, {.bUnix = false, .pCodePage = SystemCodePage()}, failure)) {
+    sFault = failure.sText;
+    return false;
+  }
+  for (std::string_view sRow; reader.ReadRow(sRow);) {
+    ProfileColumn column;
+    ProfileFault fault;
+    if (!DecipherLineOfFixedWidthProfile(reader.CodePage().ToUtf8(sRow), column, fault)) {
+      fault.nLine = reader.RowNumber();
+      sFault = fault.Text(sProfile);
+      return false;
+    }
+    CellwrightColumn given;
+    given.lCount = column.bRemove && column.lWidth > 0 ? -column.lWidth : column.lWidth;
+    given.inputPad = static_cast<unsigned char>(column.lPadCharacter);
+    given.lInputSide = column.lJustification == 1 ? 2 : 1;
+    given.lOrder = column.lPosition == -1 ? static_cast<int32_t>(columns.size()) + 1 : column.lPosition;
+    columns.push_back(given);
+  }
+  return true;
+}
+
+void TakeColumns(const CutPlan& plan, ReportPreview& preview) {
+  constexpr int64_t kWidest = 1 << 20;
+  const size_t nColumns = plan.edges.size() - 1;
+  if (nColumns == 0) {  // A line is one column.
+    preview.sRuler = "|";
+    preview.columns = {{1, static_cast<int32_t>(kWidest), "A", {}}};
+    return;
+  }
+  preview.columns.resize(nColumns);
+  for (size_t i = 0; i < nColumns; ++i) {
+    PreviewColumn& column = preview.columns[i];
+    column.lStart = static_cast<int32_t>(std::min(plan.edges[i], kWidest)) + 1;
+    column.lEnd = static_cast<int32_t>(std::min(plan.edges[i + 1], kWidest));
+    preview.sRuler += "|" + std::string(static_cast<size_t>(std::max(0, column.lEnd - column.lStart)), '.');
+  }
+  for (size_t j = 0; j < plan.columns.size(); ++j) {
+    const size_t nInput = plan.columns[j].nInput;
+    if (nInput >= nColumns) continue;
+    PreviewColumn& column = preview.columns[nInput];
+    column.sLetters = ColumnLetters(static_cast<int>(j) + 1);
+    for (int32_t l = column.lStart; l < column.lEnd; ++l) preview.sRuler[static_cast<size_t>(l)] = '-';
+  }
+}
+
+}  // namespace
+
+ReportPreview PreviewByProfile(const PreviewRequest& request, std::string_view sProfile) {
+  ReportPreview preview;
+  std::vector<CellwrightColumn> columns;
+  if (!ReadColumns(sProfile, columns, preview.sFault)) return preview;
+  clsLineReader reader;
+  Failure failure;
+  if (!reader.Open(request.sInput, request.text, failure)) {
+    preview.sFault = failure.sText;
+    return preview;
+  }
+  const CutPlan plan = MakeCutPlan(columns, 1, reader.CodePage());
+  TakeColumns(plan, preview);
+  clsRowCutter cutter(plan, reader.CodePage());
+  clsRowMeasure measure(preview.columns);
+  preview.lTable = preview.lTables = 1;
+  preview.lFirstLine = 1;
+  PreviewRow taken;
+  for (std::string_view sRow; reader.ReadRow(sRow);) {
+    preview.bMore = reader.RowNumber() > request.lRows;
+    if (preview.bMore && !request.bWholeTable) break;
+    taken.lLine = reader.RowNumber();
+    taken.sText = reader.CodePage().ToUtf8(sRow);
+    taken.cells.clear();
+    measure.Measure(taken, preview);
+    cutter.Cut(sRow);
+    for (const std::string_view sField : cutter.Fields()) taken.cells.push_back(reader.CodePage().ToUtf8(sField));
+    if (!preview.bMore) preview.rows.push_back(taken);
+  }
+  if (reader.LastFailure().Failed()) preview.sFault = reader.LastFailure().sText;
+  if (reader.AtEnd()) preview.lLastLine = reader.RowNumber();
+  return preview;
+}
+
+}  // namespace quillon
