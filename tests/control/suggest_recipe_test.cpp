@@ -1,0 +1,93 @@
+#include <gtest/gtest.h>
+
+#include "clsSectionFile.h"
+#include "clsTempFolder.h"
+#include "modReportPreview.h"
+#include "modSuggestRecipe.h"
+
+namespace quillon {
+namespace {
+
+class SuggestRecipeTest : public testing::Test {
+ protected:
+  SuggestedRecipe Suggest(std::string_view sReport) {
+    SuggestedRecipe recipe;
+    Failure failure;
+    EXPECT_TRUE(SuggestRecipe(folder.Write("r.txt", sReport), {false, nullptr}, 8, recipe, failure)) << failure.sText;
+    return recipe;
+  }
+  /// What the recipe's own text gives for a table.
+  ReportPreview Cut(const SuggestedRecipe& recipe, int32_t lTable) {
+    PreviewRequest request{.sInput = folder.Path("r.txt"), .text = {false, nullptr}};
+    request.lTable = lTable;
+    request.bWholeTable = true;
+    clsSectionFile file;
+    file.OpenMemory(recipe.Text(), {});
+    return PreviewByRecipe(request, file);
+  }
+
+  clsTempFolder folder;
+};
+
+using Cells = std::vector<std::string>;
+
+constexpr std::string_view kPages =
+    "STAFF LIST                 Page 1\n"
+    "Name        Year     Pay\n"
+    "Office:\n"
+    "Ann Brown   2001  $ 1.00\n"
+    "Bob Gray    2011 $ 20.00\n"
+    "  part time\n"
+    "Cid White   1999  $ 3.00\n"
+    "STAFF LIST                 Page 2\n"
+    "Name        Year     Pay\n"
+    "Dan Green   2001  $ 4.00\n"
+    "Eve Black   2004 $ 55.00\n"
+    "Flo Amber   2005  $ 6.00\n"
+    "STAFF LIST                 Page 3\n";
+
+TEST_F(SuggestRecipeTest, TellsRowsFromHeadingsCaptionsAndFurniture) {
+  const SuggestedRecipe recipe = Suggest(kPages);
+  ASSERT_EQ(recipe.tables.size(), 2U);
+  EXPECT_EQ(recipe.tables[0].lFirstLine, 3) << "the caption belongs to the table, the heading doesn't";
+  EXPECT_EQ(recipe.tables[0].lLastLine, 7);
+  EXPECT_EQ(recipe.tables[1].lFirstLine, 10);
+  EXPECT_EQ(recipe.tables[1].lLastLine, 12);
+  EXPECT_EQ(recipe.tables[1].lColumns, 3) << "words by chance under each other and currency signs make no column";
+}
+
+TEST_F(SuggestRecipeTest, ConvertsAsItStands) {
+  const SuggestedRecipe recipe = Suggest(kPages);
+  for (size_t i = 0; i < recipe.tables.size(); ++i) {
+    const ReportPreview cut = Cut(recipe, static_cast<int32_t>(i) + 1);
+    EXPECT_EQ(cut.sFault, "");
+    EXPECT_EQ(cut.lFirstLine, recipe.tables[i].lFirstLine);
+    EXPECT_EQ(cut.lLastLine, recipe.tables[i].lLastLine);
+    EXPECT_FALSE(cut.Loses());
+  }
+  EXPECT_EQ(Cut(recipe, 2).rows.at(1).cells.at(2).find("$ 55.00"), 0U);
+}
+
+TEST_F(SuggestRecipeTest, TakesNoKeyTextThatARecipeCannotHold) {
+  // The texts next to the table have "[", ";" or the name of a key in them, or stood further up before.
+  const SuggestedRecipe recipe = Suggest(
+      "Again\nParsing notes\n\nAlpha here\nwith [brackets]\na; b; c\nParsing of it\nAgain\n"
+      "ab 100 1.50\ncd 200 2.50\nef 300 3.50\nAgain\n");
+  ASSERT_EQ(recipe.tables.size(), 1U);
+  EXPECT_EQ(recipe.tables[0].sStartLine, "Alpha here");
+  EXPECT_EQ(recipe.tables[0].lStartOffset, 5);
+  EXPECT_EQ(Cut(recipe, 1).lFirstLine, 9);
+  EXPECT_EQ(Cut(recipe, 1).lRows, 3);
+}
+
+TEST_F(SuggestRecipeTest, FindsNothingInProseAndBytes) {
+  EXPECT_TRUE(Suggest("").tables.empty());
+  EXPECT_TRUE(
+      Suggest("In 1999 we had 3 of them.\nNow, in 2024, there are more than 1200.\nIt is late.\n").tables.empty());
+  std::string sBytes;
+  for (int i = 0; i < 20000; ++i) sBytes += static_cast<char>((i * 7919) >> 3);
+  Suggest(sBytes);
+}
+
+}  // namespace
+}  // namespace quillon
