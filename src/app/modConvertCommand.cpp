@@ -84,13 +84,6 @@ void TellWhatIsIgnored(const ConvertRequest& request, clsLongRun& run) {
   }
 }
 
-/// A profile that the user's folder lacks may be one that is shipped.
-std::string ProfileFor(const std::string& sName) {
-  if (IsFile(sName) || IsFile(JoinPath(JoinPath(gsDataFolder, "Profiles"), sName + ".txt"))) return sName;
-  const std::string shipped = ShippedPath("Profiles/" + sName + ".txt");
-  return IsFile(shipped) ? shipped : sName;
-}
-
 void FillRecord(const ConvertRequest& request, clsConversionOptions& options) {
   options.lConversionMethod = ByProfile(request) ? kMethodProfile : request.bMarkup ? kMethodMarkup : kMethodRecipe;
   options.sRecipeFile = request.sSpecification.empty() ? request.sRecipe : request.sSpecification;
@@ -167,6 +160,12 @@ bool TakeStandardStreams(ConvertRequest& request, clsLongRun& run) {
 }
 
 }  // namespace
+
+std::string ProfileFor(const std::string& sName) {
+  if (IsFile(sName) || IsFile(JoinPath(JoinPath(gsDataFolder, "Profiles"), sName + ".txt"))) return sName;
+  const std::string shipped = ShippedPath("Profiles/" + sName + ".txt");
+  return IsFile(shipped) ? shipped : sName;
+}
 
 int ConvertCommand(const ConvertRequest& asked, const TalkRequest& talk) {
   ConvertRequest request = asked;

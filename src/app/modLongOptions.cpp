@@ -6,6 +6,7 @@
 #include "modConvertCommand.h"
 #include "modFrontDoor.h"
 #include "modJobCommand.h"
+#include "modLookCommands.h"
 #include "modNumbers.h"
 #include "modText.h"
 #include "modVersion.h"
@@ -30,6 +31,30 @@ constexpr const char* kJobExamples =
     "Examples:\n"
     "  quillon job month-end.QLN\n"
     "  quillon job month-end.QLN --log 'month-end [YMD].log' --quiet";
+
+constexpr const char* kPreviewExamples =
+    "Examples:\n"
+    "  quillon preview ledger.txt --recipe ledger.rcp\n"
+    "  quillon preview ledger.txt --recipe ledger.rcp --table 2 --rows 5\n"
+    "  quillon preview staff.txt --profile Default-Profile\n"
+    "\n"
+    "Below a line that loses something stand ^ under the last character before a cut and ! under what no column\n"
+    "takes. Exit status: 0 shown, 1 the table or the report isn't there, 2 wrong use.";
+
+constexpr const char* kCheckExamples =
+    "Examples:\n"
+    "  quillon check ledger.txt --recipe ledger.rcp\n"
+    "  quillon check ledger.txt --recipe ledger.rcp && quillon convert ledger.txt -o ledger.csv --recipe ledger.rcp\n"
+    "\n"
+    "Exit status: 0 every table is there and nothing of it is lost, 1 something is missing or lost, 2 wrong use.";
+
+constexpr const char* kSuggestExamples =
+    "Examples:\n"
+    "  quillon suggest ledger.txt -o ledger.rcp\n"
+    "  quillon suggest ledger.txt > ledger.rcp\n"
+    "\n"
+    "The recipe converts as it stands; look at it with preview and check. Exit status: 0 a table was found, 1 none\n"
+    "was, 2 wrong use.";
 
 constexpr const char* kMainExamples =
     "Slash switches work as well: quillon '/IC:\\in\\a.txt /OC:\\out\\a.xlsx /RC:\\r\\a.rcp' (list: quillon '/?').\n"
@@ -82,6 +107,62 @@ void AddMethodOptions(CLI::App& command, ConvertRequest& request) {
   method->require_option(1);
 }
 
+void AddReadingOptions(CLI::App& command, int32_t& lTabSize, bool& bUnix, std::string& sEncoding) {
+  command.add_option("--tab-size", lTabSize, "Tab stop of the input; 0 leaves tabs alone")
+      ->check(CLI::Range(0, 1000).description(""))
+      ->type_name("N")
+      ->capture_default_str();
+  command.add_flag("--unix", bUnix, "Unix line ends: every CR is dropped");
+  command.add_option("--encoding", sEncoding, "Code page of the input; auto looks at the text")
+      ->check(CLI::Validator(CheckEncoding, ""))
+      ->type_name("NAME")
+      ->capture_default_str();
+}
+
+CLI::App* AddLookCommand(CLI::App& app, const std::string& sName, const std::string& sWhat, LookRequest& request,
+                         const char* sExamples) {
+  CLI::App* const command = app.add_subcommand(sName, sWhat);
+  command->add_option("INPUT", request.sInput, "The report, or - for standard input")->required()->type_name(" ");
+  command->footer(sExamples);
+  return command;
+}
+
+CLI::App* AddPreview(CLI::App& app, LookRequest& request) {
+  CLI::App* const command =
+      AddLookCommand(app, "preview", "Show how a table is cut: lines, ruler and cells", request, kPreviewExamples);
+  auto* const method = command->add_option_group("Method", "One of these says how the tables are found and cut");
+  method->add_option("--recipe", request.sRecipe, "This recipe file")->type_name("FILE");
+  method->add_option("--profile", request.sProfile, "This profile (name or file)")->type_name("NAME");
+  method->require_option(1);
+  command->add_option("--table", request.lTable, "Which table of the recipe")
+      ->check(CLI::PositiveNumber.description(""))
+      ->type_name("N")
+      ->capture_default_str();
+  command->add_option("--rows", request.lRows, "How many rows are shown")
+      ->check(CLI::Range(1, 100000).description(""))
+      ->type_name("N")
+      ->capture_default_str();
+  AddReadingOptions(*command, request.lTabSize, request.bUnix, request.sEncoding);
+  return command;
+}
+
+CLI::App* AddCheck(CLI::App& app, LookRequest& request) {
+  CLI::App* const command = AddLookCommand(app, "check", "Say what a recipe finds in a report, and what it would lose",
+                                           request, kCheckExamples);
+  command->add_option("--recipe", request.sRecipe, "The recipe file")->required()->type_name("FILE");
+  AddReadingOptions(*command, request.lTabSize, request.bUnix, request.sEncoding);
+  return command;
+}
+
+CLI::App* AddSuggest(CLI::App& app, LookRequest& request) {
+  CLI::App* const command = AddLookCommand(app, "suggest", "Find the tables of a report and write a recipe for them",
+                                           request, kSuggestExamples);
+  command->add_option("-o,--output", request.sOutput, "The recipe file; standard output if not given")
+      ->type_name("FILE");
+  AddReadingOptions(*command, request.lTabSize, request.bUnix, request.sEncoding);
+  return command;
+}
+
 void AddConvertOptions(CLI::App& command, ConvertRequest& request) {
   command.add_option("INPUT", request.inputs, "Files, quoted patterns, folders, or - for standard input")
       ->type_name(" ");
@@ -107,15 +188,7 @@ void AddConvertOptions(CLI::App& command, ConvertRequest& request) {
                                           CLI::ignore_case)
                       .description(""))
       ->type_name("WORD");
-  command.add_option("--tab-size", request.lTabSize, "Tab stop of the input; 0 leaves tabs alone")
-      ->check(CLI::Range(0, 1000).description(""))
-      ->type_name("N")
-      ->capture_default_str();
-  command.add_flag("--unix", request.bUnix, "Unix line ends: every CR is dropped");
-  command.add_option("--encoding", request.sEncoding, "Code page of the input; auto looks at the text")
-      ->check(CLI::Validator(CheckEncoding, ""))
-      ->type_name("NAME")
-      ->capture_default_str();
+  AddReadingOptions(command, request.lTabSize, request.bUnix, request.sEncoding);
   command.add_flag("--utf16", request.bUtf16, "Profile method: the input is UTF-16");
   command.add_option("--start-cell", request.sStartCell, "Profile method: first cell to gather, such as B4")
       ->type_name("CELL");
@@ -124,6 +197,11 @@ void AddConvertOptions(CLI::App& command, ConvertRequest& request) {
   command.add_flag("--trim", request.bTrim, "Recipe and Markup: drop the blanks around fields");
   command.add_flag("--safe-csv", request.bSafeCsv, "Make values harmless that a spreadsheet would run as formulas");
   command.add_flag("--all-periods", request.bAllPeriods, "With --specification: the rows of every period's file");
+}
+
+bool IsCommand(const CLI::App& app, const std::string& sName) {
+  return !app.get_subcommands([&sName](const CLI::App* const pCommand) { return pCommand->get_name() == sName; })
+              .empty();
 }
 
 std::vector<std::string> GivenOptions(const CLI::App& command) {
@@ -156,9 +234,13 @@ int RunLongOptions(int argc, char** argv) {
   job->add_option("FILE", job_request.sJobFile, "The job file")->required()->type_name(" ");
   AddTalkOptions(*job, talk);
   job->footer(kJobExamples);
+  LookRequest look;
+  const CLI::App* const preview = AddPreview(app, look);
+  const CLI::App* const check = AddCheck(app, look);
+  const CLI::App* const suggest = AddSuggest(app, look);
 
   const std::string command = argc > 1 ? argv[1] : "";
-  if (!command.empty() && command.front() != '-' && command != "convert" && command != "job") {
+  if (!command.empty() && command.front() != '-' && !IsCommand(app, command)) {
     std::fputs(("quillon: " + command + " is no command\nRun with --help for more information.\n").c_str(), stderr);
     return kExitWrongUse;
   }
@@ -168,6 +250,9 @@ int RunLongOptions(int argc, char** argv) {
     return app.exit(refused) == 0 ? kExitDone : kExitWrongUse;
   }
   if (job->parsed()) return JobCommand(job_request, talk);
+  if (preview->parsed()) return PreviewCommand(look);
+  if (check->parsed()) return CheckCommand(look);
+  if (suggest->parsed()) return SuggestCommand(look);
   convert_request.given = GivenOptions(*convert);
   return ConvertCommand(convert_request, talk);
 }

@@ -35,7 +35,19 @@ struct JobRequest {
   std::string sJobFile;
 };
 
-/// What both commands have.
+/// What `quillon preview`, `check` and `suggest` were asked for.
+struct LookRequest {
+  std::string sInput;
+  std::string sRecipe, sProfile;
+  int32_t lTable = 1;
+  int64_t lRows = 20;
+  int32_t lTabSize = 8;
+  bool bUnix = false;
+  std::string sEncoding = "auto";
+  std::string sOutput;  ///< Of suggest; "" is standard output
+};
+
+/// What both converting commands have.
 struct TalkRequest {
   std::string sLog;
   bool bQuiet = false;

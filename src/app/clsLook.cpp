@@ -1,0 +1,95 @@
+#include "clsLook.h"
+
+#include <cstdio>
+
+#include "MainModule.h"
+#include "clsOutputFile.h"
+#include "clsQuietHost.h"
+#include "modConversionRun.h"
+#include "modFiles.h"
+#include "modSettings.h"
+#include "modStandardStreams.h"
+#include "modText.h"
+#include "modTranslator.h"
+
+namespace quillon {
+
+clsLook::clsLook(const LookRequest& request) : request_(request) {
+  ResetConversionOptions();
+  SetPathsForReading();
+  clsQuietHost host;
+  // A language is used if the desktop program chose one; none is chosen here.
+  if (!GetLanguage().empty()) InitializeTranslator(host, {});
+  gbCommandLineMode = true;
+  OverrideSystemCodePage(clsCodePage::Find(request.sEncoding), EqualNoCase(request.sEncoding, "auto"));
+  preview.sInput = request.sInput;
+  preview.text = {request.bUnix, SystemCodePage()};
+  preview.lTabSize = request.lTabSize;
+  preview.lTable = request.lTable;
+  preview.lRows = request.lRows;
+}
+
+clsLook::~clsLook() {
+  ResetTranslator();
+}
+
+bool clsLook::TakeInput() {
+  if (preview.sInput == "-") {
+    Failure failure;
+    privateFolder_.PathOf("");
+    preview.sInput = privateFolder_.InputFile();
+    if (StandardInputToFile(preview.sInput, failure)) return true;
+    Say(failure.sText);
+    return false;
+  }
+  if (IsFile(preview.sInput)) return true;
+  Say(preview.sInput + ": no such file");
+  return false;
+}
+
+bool clsLook::OpenRecipe() {
+  Failure failure;
+  // A recipe beside a report of a named page is UTF-8 if it looks so, else of the same page.
+  std::string sBytes;
+  TextFileOptions text = preview.text;
+  if (!ReadWholeFile(request_.sRecipe, sBytes, clsSectionFile::kMaxBytes, failure)) {
+    Say(failure.sText);
+    return false;
+  }
+  if (&DetectCodePage(sBytes) == &clsCodePage::Utf8()) text.pCodePage = &clsCodePage::Utf8();
+  if (text.pCodePage == nullptr) text.pCodePage = &clsCodePage::Windows1252();
+  if (recipe.OpenMemory(sBytes, text)) return true;
+  Say(request_.sRecipe + ": too large for a recipe");
+  return false;
+}
+
+void clsLook::Say(std::string_view sText) {
+  std::fputs(("quillon: " + std::string(sText) + "\n").c_str(), stderr);
+}
+
+void clsLook::Print(std::string_view sLine) {
+  sOut_.append(TrimRightBlanks(sLine)).append("\n");
+}
+
+bool clsLook::Flush() {
+  const bool bDone = std::fwrite(sOut_.data(), 1, sOut_.size(), stdout) == sOut_.size() && std::fflush(stdout) == 0;
+  if (!bDone) Say("standard output can't be written");
+  sOut_.clear();
+  return bDone;
+}
+
+std::string CountedText(int64_t lCount, std::string_view sOne, std::string_view sMany) {
+  return std::to_string(lCount).append(" ").append(lCount == 1 ? sOne : sMany);
+}
+
+std::string ShownText(std::string_view sText) {
+  std::string sOut;
+  for (size_t i = 0; i < sText.size();) {
+    const char32_t ch = DecodeUtf8(sText, i);
+    const bool bControl = ch < 0x20 || (ch >= 0x7F && ch < 0xA0);
+    AppendUtf8(bControl ? U'.' : ch, sOut);
+  }
+  return sOut;
+}
+
+}  // namespace quillon
