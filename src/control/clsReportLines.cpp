@@ -56,6 +56,14 @@ void FindTokens(ReportLine& line) {
   line.bRule = bStrokes && nStrokes >= kFewest;
 }
 
+/// Tabs, page feeds and the marks of printers aside.
+bool IsBinary(std::string_view sText) {
+  constexpr std::string_view kUsual = "\t\v\f\r\b\x1B\x0E\x0F\x1A";
+  return std::any_of(sText.begin(), sText.end(), [&](char c) {
+    return static_cast<unsigned char>(c) < ' ' && kUsual.find(c) == std::string_view::npos;
+  });
+}
+
 /// The line with its figures and its blanks made alike.
 std::string Pattern(const ReportLine& line) {
   std::string sPattern;
@@ -87,6 +95,7 @@ bool clsReportLines::Read(std::string_view sInput, const TextFileOptions& option
     for (size_t i = 0; i < sExpanded.size() && line.characters.size() < kWidest;) {
       line.characters += DecodeUtf8(sExpanded, i);
     }
+    line.bBinary = IsBinary(line.sText);
     FindTokens(line);
     line.characters.resize(line.tokens.empty() ? 0 : static_cast<size_t>(line.tokens.back().lEnd));
   }

@@ -22,6 +22,7 @@ struct ReportLine {
   std::vector<LineToken> tokens;
   bool bRule = false;       ///< Only strokes such as ----- or =====
   bool bFurniture = false;  ///< Comes again and again but for its figures, as headings of pages do
+  bool bBinary = false;     ///< Holds control characters that no report has
   int32_t lFigures = 0;     ///< Tokens that are figures
   bool IsBlank() const { return tokens.empty(); }
 };

@@ -55,7 +55,7 @@ class clsShape {
 };
 
 bool EndsBlock(const ReportLine& line) {
-  return line.IsBlank() || line.bRule;
+  return line.IsBlank() || line.bRule || line.bBinary;
 }
 
 /// The next line from nFrom that may be the next row; nEnd if what lies between can't belong to a table.

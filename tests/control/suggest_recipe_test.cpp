@@ -86,7 +86,7 @@ TEST_F(SuggestRecipeTest, FindsNothingInProseAndBytes) {
       Suggest("In 1999 we had 3 of them.\nNow, in 2024, there are more than 1200.\nIt is late.\n").tables.empty());
   std::string sBytes;
   for (int i = 0; i < 20000; ++i) sBytes += static_cast<char>((i * 7919) >> 3);
-  Suggest(sBytes);
+  EXPECT_LE(Suggest(sBytes).tables.size(), 1U);
 }
 
 }  // namespace
