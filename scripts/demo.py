@@ -142,6 +142,7 @@ def main():
     for path in made:
         print(f"  {TREE / path}")
     print(f"\nYours next:  {program} convert --help")
+    print("The window:  scripts/window.sh")
 
 
 if __name__ == "__main__":

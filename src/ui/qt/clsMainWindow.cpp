@@ -40,7 +40,9 @@ void clsMainWindow::ApplyPlacement() {
   const QRect screen = QApplication::primaryScreen()->availableGeometry();
   if (!bReachable) place.moveTopLeft(screen.topLeft());
   place.setSize(place.size().boundedTo(screen.size()));
-  setGeometry(place);
+  // The place is that of the frame around the window, title bar included.
+  move(place.topLeft());
+  resize(place.size());
   setMinimumSize(QSize(static_cast<int>(frmMainMDI::kMinWidth / kTwipsPerPixel),
                        static_cast<int>(frmMainMDI::kMinHeight / kTwipsPerPixel))
                      .boundedTo(screen.size()));
@@ -51,8 +53,8 @@ void clsMainWindow::NotePlacement() {
   WindowPlacement& p = frame_.placement;
   p.lWindowState = isMinimized() ? 1 : isMaximized() ? 2 : 0;
   if (p.lWindowState != 0 || !isVisible()) return;
-  p.Left = geometry().x() * kTwipsPerPixel;
-  p.Top = geometry().y() * kTwipsPerPixel;
+  p.Left = pos().x() * kTwipsPerPixel;
+  p.Top = pos().y() * kTwipsPerPixel;
   p.Width = width() * kTwipsPerPixel;
   p.Height = height() * kTwipsPerPixel;
 }

@@ -122,6 +122,9 @@ void LayoutProfileEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
   pTop->addLayout(Line(b, {"lblProfileName", "cbProfileList", "cmdSave", "cmdRenameProfile", "cmdDeleteProfile",
                            "cmdEditProfile", "cmdReloadProfile"}));
   pTop->addLayout(Line(b, {"lblNumOfColumns", "txtNumOfColumns", "cmdApplyNumberOfColumns"}));
+  constexpr int kNameWidth = 190;
+  b.Widget("cbProfileList")->setMinimumWidth(kNameWidth);
+  b.As<QLabel>("lblNumOfColumns")->setWordWrap(false);
   pAll->addWidget(b.Widget("frameTop"));
   QTableWidget* const pTable = MakeGrid(form, b);
   pAll->addWidget(pTable, 1);
