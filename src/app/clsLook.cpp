@@ -78,18 +78,4 @@ bool clsLook::Flush() {
   return bDone;
 }
 
-std::string CountedText(int64_t lCount, std::string_view sOne, std::string_view sMany) {
-  return std::to_string(lCount).append(" ").append(lCount == 1 ? sOne : sMany);
-}
-
-std::string ShownText(std::string_view sText) {
-  std::string sOut;
-  for (size_t i = 0; i < sText.size();) {
-    const char32_t ch = DecodeUtf8(sText, i);
-    const bool bControl = ch < 0x20 || (ch >= 0x7F && ch < 0xA0);
-    AppendUtf8(bControl ? U'.' : ch, sOut);
-  }
-  return sOut;
-}
-
 }  // namespace quillon

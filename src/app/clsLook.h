@@ -7,6 +7,7 @@
 #include "clsPrivateFolder.h"
 #include "clsSectionFile.h"
 #include "modLongOptions.h"
+#include "modPreviewText.h"
 #include "modReportPreview.h"
 
 namespace quillon {
@@ -40,10 +41,5 @@ class clsLook {
   clsPrivateFolder privateFolder_;
   std::string sOut_;
 };
-
-/// "1 row", "2 rows".
-std::string CountedText(int64_t lCount, std::string_view sOne, std::string_view sMany);
-/// Text of a report for a terminal: control characters, which might steer it, become dots.
-std::string ShownText(std::string_view sText);
 
 }  // namespace quillon

@@ -14,84 +14,6 @@ namespace quillon {
 
 namespace {
 
-constexpr size_t kMargin = 8;  ///< Characters of the line number and the blanks behind it
-
-std::string Numbered(int64_t lLine, std::string_view sText) {
-  return fmt::format("{:>6}  {}", lLine, sText);
-}
-
-std::string KeyText(std::string_view sName, const PreviewKey& key) {
-  std::string sText = fmt::format("{} \"{}\" ", sName, ShownText(key.sText));
-  if (key.place == KeyPlace::Found) sText += fmt::format("on line {}", key.lLine);
-  if (key.place == KeyPlace::Missing) sText += "not found";
-  if (key.place == KeyPlace::FurtherDown) sText += "not on a line that is shown";
-  if (key.lOffset != 0) sText += fmt::format(", offset {}", key.lOffset);
-  return sText;
-}
-
-void PrintBounds(clsLook& look, const ReportPreview& preview) {
-  if (preview.start.sText.empty() && preview.end.sText.empty()) return;
-  look.Print(fmt::format("Table {} of {}", preview.lTable, preview.lTables));
-  look.Print("  " + KeyText("ReadStartLine", preview.start));
-  look.Print("  " + KeyText("ReadEndLine", preview.end));
-  if (!preview.rows.empty()) look.Print("");
-}
-
-void PrintLines(clsLook& look, const ReportPreview& preview) {
-  look.Print(std::string(kMargin, ' ') + preview.sRuler);
-  for (const PreviewRow& row : preview.rows) {
-    look.Print(Numbered(row.lLine, ShownText(row.sText)));
-    const std::string sMarks = LossMarks(row, preview.columns);
-    if (!sMarks.empty()) look.Print(std::string(kMargin, ' ') + sMarks);
-  }
-  if (preview.bMore) look.Print(std::string(kMargin, ' ') + "...");
-}
-
-std::string CellText(const std::string& sCell) {
-  return ShownText(TrimBlanks(sCell));
-}
-
-/// Letters of the output's columns, in the order of the cells.
-std::vector<std::string> Letters(const ReportPreview& preview) {
-  std::vector<std::string> letters;
-  for (const PreviewColumn& column : preview.columns) {
-    if (!column.sLetters.empty()) letters.push_back(column.sLetters);
-  }
-  std::sort(letters.begin(), letters.end(), [](const std::string& a, const std::string& b) {
-    return a.size() != b.size() ? a.size() < b.size() : a < b;
-  });
-  return letters;
-}
-
-void PrintCells(clsLook& look, const ReportPreview& preview) {
-  const std::vector<std::string> letters = Letters(preview);
-  std::vector<size_t> widths;
-  for (const std::string& sLetters : letters) widths.push_back(sLetters.size());
-  for (const PreviewRow& row : preview.rows) {
-    widths.resize(std::max(widths.size(), row.cells.size()));
-    for (size_t i = 0; i < row.cells.size(); ++i) widths[i] = std::max(widths[i], CharCount(CellText(row.cells[i])));
-  }
-  const auto line = [&](const std::vector<std::string>& cells) {
-    std::string sLine;
-    for (size_t i = 0; i < cells.size(); ++i) {
-      const std::string sCell = CellText(cells[i]);
-      sLine += (i > 0 ? " | " : "") + sCell + std::string(widths[i] - CharCount(sCell), ' ');
-    }
-    return sLine;
-  };
-  look.Print("");
-  look.Print(std::string(kMargin, ' ') + line(letters));
-  for (const PreviewRow& row : preview.rows) look.Print(Numbered(row.lLine, line(row.cells)));
-}
-
-void PrintSum(clsLook& look, const ReportPreview& preview) {
-  look.Print("");
-  look.Print(fmt::format("{} shown: {} left out, {} of them behind the last column; {} cut",
-                         CountedText(preview.lRows, "row", "rows"),
-                         CountedText(preview.lLeftOut, "character", "characters"), preview.lBehind,
-                         CountedText(preview.lCuts, "value", "values")));
-}
-
 std::string CensusText(const CellCensus& census) {
   std::string sText;
   const auto add = [&](int64_t lCount, std::string_view sOne, std::string_view sMany) {
@@ -110,7 +32,7 @@ std::string CensusText(const CellCensus& census) {
 
 /// False if the table isn't there or loses something.
 bool CheckTable(clsLook& look, const ReportPreview& preview) {
-  PrintBounds(look, preview);
+  look.PrintText(BoundsText(preview));
   if (!preview.sFault.empty()) {
     look.Print("  " + preview.sFault);
     return false;
@@ -137,12 +59,7 @@ int PreviewCommand(const LookRequest& request) {
   if (!look.TakeInput() || (bRecipe && !look.OpenRecipe())) return kExitWrongUse;
   const ReportPreview preview = bRecipe ? PreviewByRecipe(look.preview, look.recipe)
                                         : PreviewByProfile(look.preview, ProfileFor(request.sProfile));
-  PrintBounds(look, preview);
-  if (!preview.rows.empty()) {
-    PrintLines(look, preview);
-    PrintCells(look, preview);
-    PrintSum(look, preview);
-  }
+  look.PrintText(PreviewText(preview));
   const bool bShown = look.Flush();
   if (!preview.sFault.empty()) clsLook::Say(preview.sFault);
   return bShown && preview.sFault.empty() ? kExitDone : kExitSomeFailed;

@@ -13,6 +13,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QSplitter>
 #include <QTableWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -20,6 +21,7 @@
 #include "frmExportBuilder.h"
 #include "frmSpecifyFixedWidthText.h"
 #include "modDialogLayouts.h"
+#include "modEditorPreview.h"
 #include "modTranslator.h"
 
 namespace quillon {
@@ -110,6 +112,38 @@ QHBoxLayout* Line(clsFormBinder& b, std::initializer_list<const char*> names) {
   return pRow;
 }
 
+/// The pane below the recipe editor, brought up to date a moment after the last key, and the box that closes it.
+QCheckBox* MakePreview(frmExportBuilder& form, QPlainTextEdit* pEditor, QSplitter* pSplitter) {
+  constexpr int kMoment = 120;  // milliseconds
+  auto* const pPane = new QPlainTextEdit;
+  pPane->setObjectName("txtPreview");
+  pPane->setFont(pEditor->font());
+  pPane->setLineWrapMode(QPlainTextEdit::NoWrap);
+  pPane->setReadOnly(true);
+  pSplitter->addWidget(pPane);
+  auto* const pBox = new QCheckBox(ToQt(Translate("Show how the input file is cut")));
+  pBox->setObjectName("cbShowPreview");
+  pBox->setChecked(true);
+  auto* const pTimer = new QTimer(pEditor);
+  pTimer->setSingleShot(true);
+  QObject::connect(pTimer, &QTimer::timeout, pPane, [&form, pEditor, pPane] {
+    if (!pPane->isVisible()) return;
+    const QString sText = pEditor->toPlainText();
+    const auto nCaret = static_cast<size_t>(sText.left(pEditor->textCursor().position()).toUtf8().size());
+    const QString sShown = ToQt(EditorPreview(form, FromQt(sText), nCaret));
+    if (pPane->toPlainText() != sShown) pPane->setPlainText(sShown);
+  });
+  const auto later = [pTimer] { pTimer->start(kMoment); };
+  QObject::connect(pEditor, &QPlainTextEdit::textChanged, pTimer, later);
+  QObject::connect(pEditor, &QPlainTextEdit::cursorPositionChanged, pTimer, later);
+  QObject::connect(pBox, &QCheckBox::toggled, pPane, [pPane, later](bool bShown) {
+    pPane->setVisible(bShown);
+    later();
+  });
+  later();
+  return pBox;
+}
+
 }  // namespace
 
 void LayoutProfileEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
@@ -174,9 +208,13 @@ void LayoutRecipeEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
   }
   pButtons->addStretch();
   auto* const pRow = new QHBoxLayout;
-  pRow->addWidget(pEditor, 1);
+  auto* const pSplitter = new QSplitter(Qt::Vertical);
+  pSplitter->addWidget(pEditor);
+  QCheckBox* const pShowPreview = MakePreview(form, pEditor, pSplitter);
+  pRow->addWidget(pSplitter, 1);
   pRow->addWidget(b.Widget("frameButtons"));
   pAll->addLayout(pRow, 1);
+  pAll->addWidget(pShowPreview);
   pAll->addWidget(b.Widget("StatusBar1", 1));
   b.onState = [&form, &dialog, pEditor] {
     clsControl& text = form.Get("txtFileEditor");
