@@ -184,6 +184,36 @@ class clsSession : public QObject {
     QVERIFY(FileSizeOf(folder_.Path("long.csv")) % 20 == 0);
   }
 
+  void showsTheCutBelowTheRecipeWhileItIsTyped() {
+    for (QAbstractButton* const pButton : pWindow_->findChildren<QAbstractButton*>("rbConversionMethod1")) {
+      QTest::mouseClick(pButton, Qt::LeftButton);
+    }
+    Type("cbInputFile", folder_.Write("stock.txt", "STOCK\nBolts   12\nEND\n"));
+    Type("cbRecipeFile", folder_.Write("stock.rcp",
+                                       "[Table 1]\nReadStartLine=STOCK\nReadStartLineOffset=1\n"
+                                       "ReadEndLine=END\nReadEndLineOffset=-1\nParsing=--- ---\n"
+                                       "WriteColumn=A\n"));
+    QString sWrong;
+    QString sRight;
+    bool bHidden = false;
+    WithModal([&](QWidget* pEditor) {
+      auto* const pText = pEditor->findChild<QPlainTextEdit*>("txtFileEditor");
+      auto* const pPane = pEditor->findChild<QPlainTextEdit*>("txtPreview");
+      QTest::qWait(300);
+      sWrong = pPane->toPlainText();
+      pText->setPlainText(pText->toPlainText().replace("--- ---", "------- --"));
+      QTest::qWait(300);
+      sRight = pPane->toPlainText();
+      pEditor->findChild<QAbstractButton*>("cbShowPreview")->click();
+      bHidden = !pPane->isVisible();
+      QTest::mouseClick(pEditor->findChild<QPushButton*>("cmdCancel"), Qt::LeftButton);
+    });
+    pForm_->Click("cmdEditRecipe");
+    QVERIFY2(sWrong.contains("1 value cut"), qPrintable(sWrong));
+    QVERIFY2(sRight.contains("Bolts | 12") && sRight.contains("0 values cut"), qPrintable(sRight));
+    QVERIFY(bHidden);
+  }
+
   void tellsWhatIsWrongInABoxAndInTheLog() {
     ChooseMarkup();
     Type("cbInputFile", folder_.Path("missing.txt"));
