@@ -103,6 +103,10 @@ void clsLongRun::FileDone(const FileOutcome& outcome) {
   if (!account.bOutputWritten && !account.failure.Failed() && outcome.lErrors == 0) {
     Say(Shown(gConversionOptions.sOutputFile) + ": not written");
   }
+  // A recipe that is none converts to an empty file without a word of its own.
+  if (Converted(outcome) && account.tables.empty() && account.lLinesRead > 0) {
+    Say(Shown(gConversionOptions.sInputFile) + ": no table is told for it, so no line of it was written");
+  }
   if (talk_.bVerbose) SayAccount(outcome);
 }
 
