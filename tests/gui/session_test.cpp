@@ -143,7 +143,9 @@ class clsSession : public QObject {
     ChooseMarkup();
     Type("cbInputFile", LongReport(400000));
     Type("cbOutputFile", folder_.Path("long.csv"));
-    const auto pauseSoon = [this] { QTimer::singleShot(40, [this] { QTest::keyClick(pWindow_.get(), Qt::Key_F9); }); };
+    const auto pauseSoon = [this] {
+      QTimer::singleShot(40, pWindow_.get(), [this] { QTest::keyClick(pWindow_.get(), Qt::Key_F9); });
+    };
     // Whether the key falls into the run depends on the machine; the question comes only if it does.
     int nAsked = 0;
     const auto answer = [&](const char* pButton) {
@@ -178,7 +180,7 @@ class clsSession : public QObject {
     ChooseMarkup();
     Type("cbInputFile", LongReport(400000));
     Type("cbOutputFile", folder_.Path("long.csv"));
-    QTimer::singleShot(40, [this] { pWindow_->close(); });
+    QTimer::singleShot(40, pWindow_.get(), [this] { pWindow_->close(); });
     pForm_->Click("keyConvert");
     QTRY_VERIFY(!pWindow_->isVisible());
     QVERIFY(FileSizeOf(folder_.Path("long.csv")) % 20 == 0);
