@@ -4,6 +4,7 @@
 Each test runs the built program in a fresh folder with home, locale and time zone fixed; drive C: is the folder.
 """
 
+import itertools
 import os
 import pty
 import signal
@@ -216,10 +217,11 @@ class CommandLineTest(unittest.TestCase):
         self.write("big.txt", "STOCK\n" + "Bolts   12\n" * 3000000 + "END\n")
         self.write("p.txt", "1\t8\t[32] Space\tLeft\tNo\t1\t\t\r\n")
         stopped = 0
-        for method in (["--recipe", "r.rcp"], ["--profile", "./p.txt"]):
-            for name in ("o.csv", "o.xlsx"):
+        # How soon a program is ready differs from machine to machine, so the signal comes ever later.
+        for delay in (0.02, 0.05, 0.1, 0.2, 0.4, 0.8, 1.6):
+            for method, name in itertools.product((["--recipe", "r.rcp"], ["--profile", "./p.txt"]), ("o.csv", "o.xlsx")):
                 run = self.start("convert", "big.txt", "-o", name, *method, "--quiet", stderr=subprocess.PIPE)
-                time.sleep(0.02)
+                time.sleep(delay)
                 run.send_signal(signal.SIGTERM)
                 err = run.communicate(timeout=60)[1].decode()
                 if run.returncode == -signal.SIGTERM:
@@ -230,6 +232,8 @@ class CommandLineTest(unittest.TestCase):
                 stopped += 1
                 self.assertEqual((run.returncode, err),
                                  (143, "quillon: interrupted; what was not complete is not written\n"))
+            if stopped > 1:
+                break
         self.assertGreater(stopped, 0)
         self.assertEqual([n for n in self.made() if n not in ("big.txt", "in.txt", "p.txt", "r.rcp")], [])
 

@@ -27,8 +27,13 @@ clsFormBinder::clsFormBinder(clsForm& form) : form_(form) {
   form_.SetView(this);
 }
 
+// Widgets that no layout took belong to nobody; actions are never in a tree of owners.
 clsFormBinder::~clsFormBinder() {
   form_.SetView(nullptr);
+  for (const auto& [key, pWidget] : widgets_) {
+    if (pWidget->parent() == nullptr) delete pWidget;
+  }
+  for (const auto& [key, pAction] : actions_) delete pAction;
 }
 
 QWidget* clsFormBinder::Widget(std::string_view sControl, int nIndex) {
