@@ -4,7 +4,7 @@
   run_docs.py --program build-dev/bin/quillon [--show] [PAGE ...]
 
 Each page runs in a fresh folder, from its top to its end:
-  <!-- files: tests/golden/x/y.txt ... -->   copies files of the tree into it
+  <!-- files: tests/golden/x/y.txt ... -->   copies files of the tree into it; '...' around a name with blanks
   ```text report.txt                         a fenced block with a second word is written as the file of that name
   ```console                                 lines with "$ " are run by sh ("> " goes on with one); what stands below is
                                              the output, both streams; "..." on a line of its own stands for any lines
@@ -13,6 +13,7 @@ Seconds, rates, stamps and CRs don't count. --accept writes what really came int
 
 import argparse
 import re
+import shlex
 import shutil
 import sys
 from pathlib import Path
@@ -71,7 +72,7 @@ class Page:
         with golden.World(self.program) as world:
             for item in ITEM.finditer(self.text):
                 if item["files"] is not None:
-                    for file in item["files"].split():
+                    for file in shlex.split(item["files"]):
                         shutil.copy(golden.ROOT / file, world.work)
                 elif item["kind"] == "console":
                     line = self.text.count("\n", 0, item.start()) + 1
