@@ -1,0 +1,172 @@
+#!/usr/bin/env python3
+"""Runs the program and its peers in turn on the same made files and prints one table. See bench/run.sh."""
+
+import argparse
+import os
+import pathlib
+import random
+import shutil
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+WIDTHS = (8, 10, 20, 10, 12, 6, 8, 9, 12, 10)
+GAWK_CSV = r"""function put(s) { sub(/ +$/, "", s); if (s ~ /[",]/) { gsub(/"/, "\"\"", s); s = "\"" s "\"" } return s }
+NR > 1 { out = put($1); for (i = 3; i <= NF; i += 2) out = out "," put($i); print out }"""
+
+
+class Figures:
+    """Median wall and CPU seconds and the largest peak memory of several runs."""
+
+    def __init__(self, runs):
+        self.wall = statistics.median(run[0] for run in runs)
+        self.cpu = statistics.median(run[1] for run in runs)
+        self.peak = max(run[2] for run in runs)
+
+
+def run_once(command, folder):
+    for old in folder.glob("out*"):
+        shutil.rmtree(old) if old.is_dir() else old.unlink()
+    started = time.monotonic()
+    process = subprocess.Popen(command, cwd=folder, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                               shell=isinstance(command, str))
+    _, status, usage = os.wait4(process.pid, 0)
+    process.returncode = os.waitstatus_to_exitcode(status)
+    if process.returncode:
+        raise SystemExit(f"{command} ended with {process.returncode}")
+    return time.monotonic() - started, usage.ru_utime + usage.ru_stime, usage.ru_maxrss / 1024
+
+
+def side_by_side(commands, folder, runs):
+    """Figures of each command, run in turn so that a drift of the machine's speed meets all alike."""
+    rows = [[] for _ in commands]
+    for _ in range(runs + 1):
+        for row, command in zip(rows, commands):
+            row.append(run_once(command, folder))
+    return [Figures(row[1:]) for row in rows]
+
+
+def ledger_row(i, chance):
+    fields = (f"{i:<8}", f"2024-{i % 12 + 1:02}-{i % 28 + 1:02}", f"Account {i % 977:<12}", f"{chance.random() * 1e5:10.2f}",
+              f"{chance.random() * 1e6:12,.2f}", "EUR   ", f"{chance.randrange(10**7):8}", f"{chance.random() * 1e4:9.3f}",
+              f"ref{i % 99991:06}   ", f"{i % 1000:9}-")
+    return " ".join(fields)
+
+
+def recipe(parsing):
+    return ("[Header]\r\nProduct=QLN-B\r\nFileType=RECIPE\r\nFileFormat=1.0\r\n\r\n[Table 1]\r\nReadStartLine=LEDGER START\r\n"
+            "ReadStartLineOffset=1\r\nReadEndLine=LEDGER END\r\nReadEndLineOffset=-1\r\n"
+            f"Parsing={parsing}\r\nWriteColumn=A\r\n")
+
+
+def framed(rows):
+    return "LEDGER START\n" + "\n".join(rows) + "\nLEDGER END\n"
+
+
+def make_files(folder, rows):
+    chance = random.Random(1)
+    lines = [ledger_row(i, chance) for i in range(rows)]
+    (folder / "ledger.txt").write_text(framed(lines))
+    for part in (4, 2):
+        (folder / f"part{part}.txt").write_text(framed(lines[:rows // part]))
+    (folder / "xls.txt").write_text(framed(lines[:65534]))
+    (folder / "tabs.txt").write_text(framed([line.replace("EUR   ", "EUR\t") for line in lines]))
+    (folder / "cp437.txt").write_bytes(framed([line.replace("Account", "B\u00fccher ") for line in lines]).encode("cp437"))
+    (folder / "utf8.txt").write_text(framed([line.replace("Account", "B\u00fccher ") for line in lines]), encoding="utf-8")
+    (folder / "wide.txt").write_text(framed([" ".join(f"{chance.randrange(10**6):7}" for _ in range(125)) for _ in range(rows // 10)]))
+    (folder / "ruler.txt").write_text(framed([lines[i % rows].ljust(200)[:200] for i in range(9999)]))
+    (folder / "drawn.rcp").write_text(recipe(" ".join("-" * width for width in WIDTHS)))
+    (folder / "wide.rcp").write_text(recipe(" ".join(["-------"] * 125)))
+    (folder / "worked.rcp").write_text(recipe("="))
+    (folder / "led.txt").write_text("".join(
+        f"{n}\t{width + (n < len(WIDTHS))}\t[32] Space\tLeft\tNo\t{n}\t\t\r\n" for n, width in enumerate(WIDTHS, 1)))
+    (folder / "million.txt").write_text(framed([line + f" {i:10} {i:10}" for i, line in enumerate(
+        lines[j % rows] for j in range(1000000))]))
+    (folder / "million.rcp").write_text(recipe(" ".join("-" * width for width in WIDTHS + (10, 10))))
+
+
+def make_batch(folder, count):
+    many = folder / f"many{count}"
+    many.mkdir()
+    text = framed([f"{i:<8} {'abc':<10} {i * 1.5:10.2f}" for i in range(20)])
+    for i in range(count):
+        (many / f"f{i:05}.txt").write_text(text)
+
+
+def print_row(work, ours, theirs=None, peer="", size=0, cells=0, note=""):
+    ratio = f"{theirs.wall / ours.wall:.1f} x" if theirs else ""
+    print(f"| {work} | {ours.wall:.3f} | {ours.cpu:.3f} | {ours.peak:.0f} | "
+          f"{f'{size / 1e6 / ours.wall:.0f}' if size else ''} | {f'{cells / 1e6 / ours.wall:.1f}' if cells else ''} | "
+          f"{peer} | {f'{theirs.wall:.3f}' if theirs else ''} | {ratio} | {note} |", flush=True)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("bin", type=pathlib.Path)
+    parser.add_argument("--rows", type=int, default=400000)
+    parser.add_argument("--runs", type=int, default=5)
+    chosen = parser.parse_args()
+    program = str((chosen.bin / "quillon").resolve())
+    with tempfile.TemporaryDirectory(prefix="quillon-bench-") as name:
+        folder = pathlib.Path(name)
+        os.environ.update(HOME=name, LC_ALL="C.UTF-8")
+        make_files(folder, chosen.rows)
+        measure(folder, program, chosen)
+
+
+def measure(folder, program, chosen):
+    def convert(source, output, method):
+        return [program, "convert", source, "-o", output, *method, "--quiet"]
+
+    def size(source):
+        return (folder / source).stat().st_size
+
+    drawn, cells = ["--recipe", "drawn.rcp"], chosen.rows * len(WIDTHS)
+    print("| work | s | CPU s | peak MB | MB/s | M cells/s | peer | s | peer / ours | note |\n|---|---|---|---|---|---|---|---|---|---|")
+    to_csv = convert("ledger.txt", "out.csv", drawn)
+    peers = {"cp": ["cp", "ledger.txt", "out.txt"]}
+    if shutil.which("gawk"):
+        separated = " ".join(f"{width} 1" for width in WIDTHS[:-1]) + f" {WIDTHS[-1]}"
+        peers["gawk -b, trimmed and quoted"] = ["gawk", "-b", "-v", f"FIELDWIDTHS={separated}", GAWK_CSV, "ledger.txt"]
+    else:
+        print("gawk is not installed: skipped", file=sys.stderr)
+    for peer, command in peers.items():
+        ours, theirs = side_by_side([to_csv, command], folder, chosen.runs)
+        print_row("recipe to CSV", ours, theirs, peer, size("ledger.txt"), cells)
+    profile = ["--profile", "led.txt"]
+    for peer, command in list(peers.items())[1:]:
+        ours, theirs = side_by_side([convert("ledger.txt", "out.csv", profile), command], folder, chosen.runs)
+        print_row("profile to CSV", ours, theirs, peer, size("ledger.txt"), cells)
+    for source in ("tabs.txt", "cp437.txt", "utf8.txt"):
+        method = drawn + (["--encoding", "cp437"] if source == "cp437.txt" else [])
+        [ours] = side_by_side([convert(source, "out.csv", method)], folder, chosen.runs)
+        print_row(f"recipe to CSV, {source[:-4]}", ours, size=size(source), cells=cells)
+    [ours] = side_by_side([convert("wide.txt", "out.csv", ["--recipe", "wide.rcp"])], folder, chosen.runs)
+    print_row("recipe to CSV, 125 columns", ours, size=size("wide.txt"), cells=chosen.rows // 10 * 125)
+    for part in (4, 2):
+        [ours] = side_by_side([convert(f"part{part}.txt", "out.csv", drawn)], folder, chosen.runs)
+        print_row(f"recipe to CSV, 1/{part} of the rows", ours, size=size(f"part{part}.txt"), cells=cells // part,
+                  note=f"{ours.wall / (chosen.rows / part) * 1e9:.0f} ns a row")
+    peer_program = chosen.bin / "xlsx_speed"
+    for work, source, output, rows in (("recipe to XLSX", "ledger.txt", "out.xlsx", chosen.rows),
+                                       ("recipe to XLS", "xls.txt", "out.xls", 65534)):
+        commands = [convert(source, output, drawn)]
+        if peer_program.exists():
+            commands.append([str(peer_program.resolve()), "peer", str(rows), "10", "out.xlsx"])
+        figures = side_by_side(commands, folder, chosen.runs)
+        print_row(work, figures[0], *(figures[1:] + ["libxlsxwriter, constant memory, .xlsx, with the making of its data"] if len(figures) > 1 else []),
+                  size=size(source), cells=rows * len(WIDTHS))
+    [ours] = side_by_side([convert("million.txt", "out.xlsx", ["--recipe", "million.rcp"])], folder, 1)
+    print_row("1,000,000 x 12 to XLSX", ours, size=size("million.txt"), cells=12000000)
+    [ours] = side_by_side([convert("ruler.txt", "out.csv", ["--recipe", "worked.rcp"])], folder, chosen.runs)
+    print_row("ruler worked out, 9,999 x 200", ours, size=size("ruler.txt"), note="the whole run")
+    for count in (2000, 20000):
+        make_batch(folder, count)
+        [ours] = side_by_side([convert(f"many{count}/*.txt", "out/*.csv", drawn)], folder, 1)
+        print_row(f"{count:,} small files to CSV", ours, note=f"{count / ours.wall:.0f} files/s")
+
+
+if __name__ == "__main__":
+    main()
