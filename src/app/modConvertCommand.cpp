@@ -127,13 +127,15 @@ int WrongUse(clsLongRun& run, std::string_view sText) {
 }
 
 int ConvertBySpecification(const ConvertRequest& request, clsLongRun& run, clsConversionRun& conversion) {
-  if (!request.inputs.empty()) return WrongUse(run, "--specification names its inputs itself; leave INPUT out");
+  constexpr size_t kSlots = 12;
+  if (request.inputs.size() > kSlots)
+    return WrongUse(run, "a long-form recipe has twelve file slots; name no more inputs");
   if (!IsFile(request.sSpecification)) {
     run.host.Report(RunEntry(kRecipeRunNoRecipe, request.sSpecification));
     return run.Refused();
   }
   int32_t result = 0;
-  conversion.ConvertByLongRecipe(request.sOutput, result);
+  conversion.ConvertByLongRecipe(request.sOutput, request.inputs, result);
   return run.Finish();
 }
 

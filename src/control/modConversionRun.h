@@ -85,9 +85,9 @@ class clsConversionRun {
   void ConvertFile(int32_t& lResult);
   void ConvertByProfile(int32_t& lResult);
   void ConvertByRecipe(int32_t& lResult);
-  /// The long-form recipe in sRecipeFile with the files that it names; sOutputFile overrules its output. lResult is 0
-  /// or the code of what stopped it.
-  void ConvertByLongRecipe(std::string_view sOutputFile, int32_t& lResult);
+  /// The long-form recipe in sRecipeFile; sOutputFile overrules its output, and the inputs (at most twelve) take its
+  /// file slots in order from the first. lResult is 0 or the code of what stopped it.
+  void ConvertByLongRecipe(std::string_view sOutputFile, const std::vector<std::string>& inputs, int32_t& lResult);
   void WarnAboutTabsInFile();
 
   /// What became of the lines of the file converted last.

@@ -5,6 +5,7 @@
 #include "clsLineProcessor.h"
 #include "clsLineReader.h"
 #include "clsRecipe.h"
+#include "modCollections.h"
 #include "modConversionRun.h"
 #include "modExcelLink.h"
 #include "modExportRun.h"
@@ -43,7 +44,8 @@ void clsConversionRun::ConvertByRecipe(int32_t& lResult) {
   if (pWindow_ != nullptr) pWindow_->UpdateMRUs();
 }
 
-void clsConversionRun::ConvertByLongRecipe(std::string_view sOutputFile, int32_t& lResult) {
+void clsConversionRun::ConvertByLongRecipe(std::string_view sOutputFile, const std::vector<std::string>& inputs,
+                                           int32_t& lResult) {
   const int32_t errors = log_.lErrorCount;
   account_ = {};
   gsRecipeFile = options_.sRecipeFile;
@@ -51,11 +53,16 @@ void clsConversionRun::ConvertByLongRecipe(std::string_view sOutputFile, int32_t
   const RecipeOptions recipe_options = MakeRecipeOptions();
   RecipeContext context{host_, recipe_options, gRecipe(), gLineProcessor(), account_};
   context.recipe.LoadFromFile(context, gsRecipeFile);
+  for (size_t i = 0; i < inputs.size(); ++i) {
+    CollectionItemSet(host_, context.recipe.InputFileName, static_cast<int>(i) + 1, inputs[i]);
+  }
   gsOutputFile = sOutputFile.empty() ? context.recipe.OutputFileName : std::string(sOutputFile);
   gsInputFile = context.recipe.InputFileNameOf(1);
   options_.sInputFile = gsInputFile;
   options_.sOutputFile = gsOutputFile;
-  lResult = log_.lErrorCount == errors ? CheckOutputType() : options_.lErr;
+  // A section that could not be read is reported and the others run; with no section there is nothing to run.
+  const bool bRuns = log_.lErrorCount == errors || !context.recipe.ExportSpecs.SectionSequenceCollection.empty();
+  lResult = bRuns ? CheckOutputType() : options_.lErr;
   for (const std::string& input : context.recipe.InputFileName) {
     if (lResult == 0 && IsSameFile(input, gsOutputFile)) lResult = Refuse(kOutputIsInput, gsOutputFile);
   }
