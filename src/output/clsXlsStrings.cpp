@@ -98,7 +98,7 @@ class clsStringAppender {
   void Add(std::string_view sEntry) {
     const size_t nUnit = (GetU8(sEntry, 2) & 1) != 0 ? 2 : 1;
     if (sEntry.size() > Room()) {
-      if (Room() < 3 + nUnit) Begin();
+      MakeRoomFor(sEntry);
       if (sEntry.size() > Room()) return AddSplit(sEntry, nUnit);
     }
     sOut_.append(sEntry);
@@ -107,7 +107,7 @@ class clsStringAppender {
   void Finish() { SetAt(sOut_, nRecord_ + 2, static_cast<uint16_t>(sOut_.size() - nRecord_ - 4)); }
   /// The next string's place, begun with a new record if its head doesn't fit.
   void MakeRoomFor(std::string_view sEntry) {
-    if (sEntry.size() > Room() && Room() < 3 + ((GetU8(sEntry, 2) & 1) != 0 ? 2u : 1u)) Begin();
+    if (sEntry.size() > Room() && Room() < 3 + ((GetU8(sEntry, 2) & 1) != 0 ? 4u : 1u)) Begin();
   }
 
  private:
@@ -124,6 +124,8 @@ class clsStringAppender {
   void AddSplit(std::string_view sEntry, size_t nUnit) {
     size_t nPart = 3 + (Room() - 3) / nUnit * nUnit;
     while (true) {
+      // Some readers decode each record's part by itself, so a surrogate pair stays in one.
+      if (nUnit == 2 && nPart < sEntry.size() && (GetU16(sEntry, nPart - 2) & 0xFC00u) == 0xD800u) nPart -= 2;
       sOut_.append(sEntry.substr(0, nPart));
       sEntry.remove_prefix(std::min(nPart, sEntry.size()));
       if (sEntry.empty()) return;
