@@ -123,8 +123,8 @@ def main():
         sys.exit("make_pages.py: the help of the commands doesn't read as expected")
     for page in HERE.glob("*.[15]"):
         text = page.read_text(encoding="utf-8").replace("@VERSION@", version)
-        for command, options in tables.items():
-            text = text.replace(f"@OPTIONS_{command}@", roff_options(options))
+        sections = "\n".join(f".SH OPTIONS OF {command.upper()}\n{roff_options(tables[command])}" for command in tables)
+        text = text.replace("@OPTIONS@", sections)
         (folder / page.name).write_text(text, encoding="utf-8")
     (folder / "quillon.bash").write_text(bash(tables), encoding="utf-8")
     (folder / "_quillon").write_text(zsh(tables), encoding="utf-8")

@@ -72,7 +72,14 @@ dead=$(ours . | grep '\.md$' | while IFS= read -r page; do
 done)
 [ -z "$dead" ] || finding "links that lead nowhere" "$dead"
 
-# 7. The manual explains every code that a message can have.
+# 7. What the page on architecture names exists.
+unknown=$(grep -ohE '`([a-z_]+/)*(mod|cls|frm|CFile|Main)[A-Za-z_]*`' docs/architecture.md | tr -d '`' | sed 's#.*/##' | sort -u |
+  while IFS= read -r name; do
+    [ -n "$(find src -name "$name.*" -print -quit)" ] || grep -rqw --include='*.h' "$name" src || echo "$name"
+  done)
+[ -z "$unknown" ] || finding "docs/architecture.md names what isn't there" "$unknown"
+
+# 8. The manual explains every code that a message can have.
 codes=$(grep -rhoE '(= |\{)-[0-9]{1,4}\b' src/control/modRunMessages.h src/recipe/modRecipeMessages.cpp | grep -oE -- '-[0-9]+' | sort -u)
 unexplained=$(for code in $codes; do grep -q -- "^| $code |" docs/manual/troubleshooting.md || echo "$code"; done)
 [ -z "$unexplained" ] || finding "codes that docs/manual/troubleshooting.md lacks" "$unexplained"
