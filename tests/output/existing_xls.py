@@ -138,8 +138,8 @@ class EditedWorkbook(unittest.TestCase):
 
     def check_format(self, before, old, after, new):
         """A cell keeps its format; one of General takes the number format of what is written, and keeps all else."""
-        looks = [{k: getattr(x, k) for k in ("font_index", "parent_style_index")} | vars(x.alignment) | vars(x.background) | vars(x.border)
-                 for x in (before.xf_list[old], after.xf_list[new])]
+        looks = [(x.font_index, x.parent_style_index, vars(x.alignment), vars(x.background), vars(x.border)) for x in
+                 (before.xf_list[old], after.xf_list[new])]
         self.assertEqual(*looks)
         if before.format_map[before.xf_list[old].format_key].format_str != "General":
             self.assertEqual(old, new)
