@@ -10,8 +10,10 @@
 #include <QUrl>
 #include <chrono>
 #include <ctime>
+#include <iostream>
 
 #include "clsFormBinder.h"
+#include "modSettings.h"
 #include "modTranslator.h"
 
 namespace quillon {
@@ -44,6 +46,11 @@ clsQtHost::clsQtHost() {
 MessageAnswer clsQtHost::ShowMessage(std::string_view sText, std::string_view sTitle, MessageIcon icon,
                                      MessageButtons buttons) {
   if (bClosing && buttons == MessageButtons::YesNo) return MessageAnswer::Yes;
+  if (gbCommandLineMode) {
+    // Nobody sits at an unattended run: a box would hold it for ever.
+    std::cerr << sTitle << ": " << sText << '\n';
+    return buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::Yes;
+  }
   QWidget* const pParent =
       QApplication::activeModalWidget() != nullptr ? QApplication::activeModalWidget() : QApplication::activeWindow();
   QMessageBox box(IconOf(icon), ToQt(sTitle), ToQt(sText).replace("\r\n", "\n"), QMessageBox::NoButton, pParent);
