@@ -97,6 +97,7 @@ class clsConversionRun {
   void LogLine(std::string_view sText);
   std::string ElapsedSeconds() const;
 
+  int32_t RefuseUnread(int32_t lErrorsBefore);
   int32_t Refuse(RunCode code, std::string_view sSubject = {});
   int32_t LoadJobFile();
   int32_t MakeLogFolder();

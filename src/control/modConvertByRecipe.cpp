@@ -10,6 +10,7 @@
 #include "modExcelLink.h"
 #include "modExportRun.h"
 #include "modFiles.h"
+#include "modRecipeMessages.h"
 #include "modSettings.h"
 #include "modTranslator.h"
 
@@ -27,13 +28,19 @@ void clsConversionRun::ConvertByRecipe(int32_t& lResult) {
   WarnIfTabsInFile(recipe_options);
   RecipeContext context{host_, recipe_options, gRecipe(), gLineProcessor(), account_};
   lResult = 0;
+  const int32_t errors = log_.lErrorCount;
   if (options_.lConversionMethod == kMethodMarkup) {
     context.recipe.LoadFromMarks(context);
   } else {
     context.recipe.LoadFromFileShort(context, gsRecipeFile);
   }
   // The run goes on with what the recipe held before.
-  if (!context.recipe.ReadExportSpecs(context)) lResult = Refuse(kNoExportSpecs, context.recipe.ExportSpecFileName);
+  const bool bSpecs = account_.failure.Failed() || context.recipe.ReadExportSpecs(context);
+  if (!bSpecs) lResult = Refuse(kNoExportSpecs, context.recipe.ExportSpecFileName);
+  if (account_.failure.Failed()) {
+    lResult = RefuseUnread(errors);
+    return;
+  }
   if (IsExcelRunning() && format != kFormatCsv) {
     host_.Report({options_.lErr, Translate("Warning"),
                   Translate("Microsoft Excel is already open. Please close it then retry."), "", EntryType::Error,
@@ -53,6 +60,11 @@ void clsConversionRun::ConvertByLongRecipe(std::string_view sOutputFile, const s
   const RecipeOptions recipe_options = MakeRecipeOptions();
   RecipeContext context{host_, recipe_options, gRecipe(), gLineProcessor(), account_};
   context.recipe.LoadFromFile(context, gsRecipeFile);
+  if (account_.failure.Failed()) {
+    lResult = RefuseUnread(errors);
+    if (extras_.fileDone) extras_.fileDone({lResult, log_.lErrorCount - errors, account_});
+    return;
+  }
   for (size_t i = 0; i < inputs.size(); ++i) {
     CollectionItemSet(host_, context.recipe.InputFileName, static_cast<int>(i) + 1, inputs[i]);
   }
@@ -68,6 +80,13 @@ void clsConversionRun::ConvertByLongRecipe(std::string_view sOutputFile, const s
   }
   if (lResult == 0) RunRecipe(context, OutputFormatOfPath(gsOutputFile));
   if (extras_.fileDone) extras_.fileDone({lResult, log_.lErrorCount - errors, account_});
+}
+
+// With a recipe that is there and can't be read the run would write an empty output over a good one.
+int32_t clsConversionRun::RefuseUnread(int32_t lErrorsBefore) {
+  constexpr int32_t kRecipeUnread = -5500;
+  if (log_.lErrorCount == lErrorsBefore) ReportRecipe(host_, kRecipeUnread, {account_.failure.sText});
+  return kRecipeUnread;
 }
 
 bool clsConversionRun::RecipeRunCanStart(int32_t& lResult) {

@@ -31,7 +31,9 @@ struct OwnFile {
     DeleteFileForced(sPublic);
     DeleteFileForced(sPrivate);
   }
-  void Publish() const { std::rename(HostPath(sPrivate).c_str(), HostPath(sPublic).c_str()); }
+  void Publish() const {
+    if (std::rename(HostPath(sPrivate).c_str(), HostPath(sPublic).c_str()) != 0) DeleteFileForced(sPrivate);
+  }
 };
 
 OwnFile SpecsFile() {
@@ -90,8 +92,10 @@ bool clsRecipe::ReadExportSpecs(RecipeContext& context) {
   const std::string sName = bOwn ? std::exchange(sPrivateSpecs_, {}) : ExportSpecFileName;
   if (!FileExists(sName)) return false;
   clsSectionFile file;
-  Failure ignored;
-  file.Open(sName, bOwn ? context.options.OwnText() : context.options.RecipeText(), ignored);
+  if (!file.Open(sName, bOwn ? context.options.OwnText() : context.options.RecipeText(), context.account.failure)) {
+    if (bOwn) SpecsFile().Delete();
+    return true;
+  }
   ExportSpecs.ReadFromFile(context, file);
   if (bOwn) SpecsFile().Publish();
   return true;
@@ -100,13 +104,12 @@ bool clsRecipe::ReadExportSpecs(RecipeContext& context) {
 void clsRecipe::LoadFromFile(RecipeContext& context, std::string_view file_name) {
   const bool bExists = FileExists(file_name);
   clsSectionFile file;
-  Failure ignored;
   if (!bExists) {
     ReportRecipe(context.host, -5501, {file_name});
     ReportRecipe(context.host, -5502, {file_name});
   } else {
     ResetRecipe();
-    file.Open(file_name, context.options.RecipeText(), ignored);
+    if (!file.Open(file_name, context.options.RecipeText(), context.account.failure)) return;
     if (CheckFileHeader(context.host, file, "QLN", kFileType, "1.1")) ReportRecipe(context.host, -5503, {file_name});
   }
   sPrivateSpecs_.clear();

@@ -16,13 +16,19 @@ namespace {
 
 constexpr std::string_view kCaption = "Quillon - Text to Excel/CSV File Conversion";
 
+/// An interrupted run, and a report or disk that failed in the middle: the old output is worth more than half a new
+/// one.
+bool OutputGivenUp(const RecipeContext& context) {
+  return gbAbandonOutput || context.account.failure.Failed();
+}
+
 void RunCsv(RecipeContext& context) {
   context.host.SetCaption(Translate("Writing report to CSV file. Please wait..."));
   clsOutputFile file;
   Failure failure;
   if (!file.Open(gsOutputFile, failure)) return ReportFileFailure(context, failure);
   context.recipe.ExportSpecs.Process(context, &file);
-  if (gbAbandonOutput) return file.Discard();
+  if (OutputGivenUp(context)) return file.Discard();
   context.account.bOutputWritten = file.Commit(failure);
   if (!context.account.bOutputWritten) ReportFileFailure(context, failure);
 }
@@ -42,7 +48,7 @@ void RunWorkbook(RecipeContext& context, int32_t lFormat) {
   context.pWorkbook = workbook.get();
   if (context.options.bClearOutputFileBeforeProcessing) ClearOutput(*workbook);
   context.recipe.ExportSpecs.Process(context, nullptr);
-  if (!gbAbandonOutput) {
+  if (!OutputGivenUp(context)) {
     Failure failure;
     context.account.bOutputWritten = SaveExcelWorkbookAs(*workbook, gsOutputFile, lFormat, failure);
     if (!context.account.bOutputWritten) ReportFileFailure(context, failure);

@@ -57,6 +57,7 @@ void clsExportSpecs::FileCreateShort(RecipeContext& context, std::string_view te
     if (!failure.Failed() && file.Save(short_file, failure)) return;
   }
   ReportRecipe(context.host, -5303, {std::to_string(failure.nError), failure.sText});
+  context.account.failure = failure;
 }
 
 }  // namespace quillon

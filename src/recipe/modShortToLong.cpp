@@ -66,12 +66,17 @@ void clsExportSpecs::FileConvertShortToLong(RecipeContext& context, std::string_
                                             const TextFileOptions* pShortOptions) {
   clsHost& host = context.host;
   clsSectionFile recipe;
-  Failure ignored;
-  if (!FileExists(short_file)) ReportRecipe(host, -5300, {}, true, "    " + std::string(short_file));
-  recipe.Open(short_file, pShortOptions != nullptr ? *pShortOptions : context.options.RecipeText(), ignored);
+  // A file that is there and can't be read or written is kept as the run's failure, so that nothing is written over.
+  Failure& failure = context.account.failure;
+  Failure missing;
+  const bool bExists = FileExists(short_file);
+  if (!bExists) ReportRecipe(host, -5300, {}, true, "    " + std::string(short_file));
+  recipe.Open(short_file, pShortOptions != nullptr ? *pShortOptions : context.options.RecipeText(),
+              bExists ? failure : missing);
+  if (failure.Failed()) return;
 
   clsSectionWriter file(*context.options.OwnText().pCodePage);
-  if (!file.Load(long_file, ignored)) return;
+  if (!file.Load(long_file, failure)) return;
   file.Set("Header", "Product", FileHeader_Product);
   file.Set("Header", "FileType", FileHeader_FileType);
   file.Set("Header", "FileFormat", FileHeader_FileFormat);
@@ -90,7 +95,7 @@ void clsExportSpecs::FileConvertShortToLong(RecipeContext& context, std::string_
     host.LetEventsRun();
   }
   if (!gbCommandLineMode) host.SetCaption(sCaption);
-  file.Save(long_file, ignored);
+  file.Save(long_file, failure);
 }
 
 }  // namespace quillon
