@@ -9,7 +9,7 @@ set -euo pipefail
 build="g++ cmake ninja-build pkg-config libfmt-dev libcli11-dev libzip-dev libisal-dev libgsf-1-dev zlib1g-dev cmark-gfm"
 demo="python3"
 # The workbooks that the tests make are read back by programs of other makers.
-tests="python3 python3-openpyxl python3-xlrd python3-xlsxwriter python3-lxml libgtest-dev libreoffice-calc-nogui gnumeric"
+tests="python3 python3-openpyxl python3-xlrd python3-xlwt python3-xlsxwriter python3-lxml libgtest-dev libreoffice-calc-nogui gnumeric"
 gui="qt6-base-dev"
 checks="clang-format git"
 bench="gawk libxlsxwriter-dev libbenchmark-dev python3"
