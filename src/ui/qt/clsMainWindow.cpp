@@ -118,10 +118,6 @@ void clsMainWindow::dropEvent(QDropEvent* pEvent) {
   binder_.ShowState();
 }
 
-void clsMainWindow::keyPressEvent(QKeyEvent* pEvent) {
-  QMainWindow::keyPressEvent(pEvent);
-}
-
 /// A double click on a line of the log that is a path opens it.
 bool clsMainWindow::eventFilter(QObject* pWatched, QEvent* pEvent) {
   if (pEvent->type() == QEvent::MouseButtonDblClick && pWatched == pLog_->viewport()) {

@@ -33,7 +33,6 @@ class clsMainWindow : public QMainWindow, public clsRunLogView {
   void changeEvent(QEvent* pEvent) override;
   void dragEnterEvent(QDragEnterEvent* pEvent) override;
   void dropEvent(QDropEvent* pEvent) override;
-  void keyPressEvent(QKeyEvent* pEvent) override;
   bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
 
  private:
