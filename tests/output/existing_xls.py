@@ -2,16 +2,13 @@
 """Existing .xls workbooks of several makers, edited through the link and compared record by record and stream by stream:
 only the touched cells may differ. Whatever is missing here (a writer, a reader) is named and passed over."""
 
-import argparse
 import csv
 import datetime
 import io
 import os
-import shutil
 import struct
 import subprocess
 import sys
-import tempfile
 import unittest
 
 try:
@@ -22,9 +19,9 @@ except ImportError as missing:
     print(f"skipped: {missing}")
     sys.exit(77)
 
-PROGRAM = None
-SOFFICE = shutil.which("soffice")
-SSCONVERT = shutil.which("ssconvert")
+import link_case
+from link_case import SOFFICE, SSCONVERT
+
 
 WRITES = [(1, 3, 1, "hello", "hello"), (1, 3, 2, "77.5", 77.5), (1, 5, 3, "007", "007"), (1, 4, 6, "12/31/2023", 45291),
           (1, 6, 4, "Gr\u00fc\u00dfe \u20ac", "Gr\u00fc\u00dfe \u20ac"), (1, 120, 2, "1,234.50", 1234.5),
@@ -96,20 +93,7 @@ def convert(path, target):
                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=200)
 
 
-class EditedWorkbook(unittest.TestCase):
-    def setUp(self):
-        self.folder = tempfile.TemporaryDirectory()
-        self.addCleanup(self.folder.cleanup)
-        self.path = os.path.join(self.folder.name, "a.xls")
-
-    def run_link(self, *lines):
-        script = os.path.join(self.folder.name, "script")
-        with open(script, "w", encoding="utf-8") as file:
-            file.write("\n".join(lines) + "\n")
-        done = subprocess.run([PROGRAM, self.path, script], check=True, capture_output=True, text=True)
-        self.assertEqual(done.stderr, "")
-        return done.stdout.splitlines()
-
+class EditedWorkbook(link_case.XlsCase):
     def edit_and_compare(self):
         before, stream_before = xlrd.open_workbook(self.path, formatting_info=True), streams(self.path)
         lines = [f"write\t{s}\t{r}\t{c}\t{text}" for s, r, c, text, _ in WRITES]
@@ -215,8 +199,4 @@ class ExistingWorkbooks(EditedWorkbook):
 
 
 if __name__ == "__main__":
-    parser = argparse.ArgumentParser()
-    parser.add_argument("--program", required=True)
-    arguments, rest = parser.parse_known_args()
-    PROGRAM = os.path.abspath(arguments.program)
-    unittest.main(argv=[sys.argv[0]] + rest)
+    link_case.main()

@@ -2,18 +2,16 @@
 """The workbooks of the .xlsx round trip as other programs save them for .xls, edited through the link: charts, pictures,
 comments, validations, conditional formats, names and filters come through record by record and stream by stream."""
 
-import argparse
 import os
 import shutil
 import subprocess
-import sys
-import unittest
 
 import existing_xls
 import existing_xlsx_roundtrip as books
+import link_case
 import xlwt
+from link_case import SOFFICE, SSCONVERT
 
-SOFFICE, SSCONVERT = existing_xls.SOFFICE, existing_xls.SSCONVERT
 # Records that must be among those that come through.
 HELD = {0x1C: "comment", 0xEB: "picture", 0xEC: "drawing", 0x1BE: "validation", 0x1B1: "conditional format", 0x18: "name",
         0x9D: "filter", 0x1002: "chart", 0x221: "array formula", 0x1B8: "link", 0xB0: "pivot table"}
@@ -99,11 +97,4 @@ class RoundTrips(existing_xls.EditedWorkbook):
 
 
 if __name__ == "__main__":
-    parser = argparse.ArgumentParser()
-    parser.add_argument("--program", required=True)
-    arguments, rest = parser.parse_known_args()
-    existing_xls.PROGRAM = os.path.abspath(arguments.program)
-    for tool, found in (("soffice", SOFFICE), ("ssconvert", SSCONVERT)):
-        if not found:
-            print(f"skipped where it is needed: {tool}")
-    unittest.main(argv=[sys.argv[0]] + rest)
+    link_case.main()

@@ -2,7 +2,6 @@
 """Existing .xlsx workbooks of several makers, edited through the link and compared part by part: only the touched cells
 may differ. Whatever is missing here (a writer, a reader) is named and passed over."""
 
-import argparse
 import os
 import random
 import re
@@ -24,11 +23,10 @@ except ImportError as missing:
     print(f"skipped: {missing}")
     sys.exit(77)
 
+import link_case
+from link_case import SOFFICE, SSCONVERT
 from xlsx_by_hand import BY_HAND, package
 
-PROGRAM = None
-SOFFICE = shutil.which("soffice")
-SSCONVERT = shutil.which("ssconvert")
 
 # Row, column, text, and what the cell then holds. Some lie in the data of each workbook, some beyond it.
 WRITES = [(2, 1, "hello", "hello"), (3, 2, "1,234.50", 1234.5), (5, 7, "007", "007"), (50, 3, " x\n<&> ", " x\n<&> "),
@@ -227,8 +225,7 @@ class Edited:
                 fields = [str(field).replace("\\", "\\\\").replace("\n", "\\n").replace("\t", "\\t")
                           for field in command]
                 file.write("\t".join(fields) + "\n")
-        run = subprocess.run([PROGRAM, path, path + ".script", mode], capture_output=True, text=True, check=True)
-        self.answers = run.stdout.splitlines()
+        self.answers = link_case.drive(path, path + ".script", mode)
 
 
 class ExistingWorkbooks(unittest.TestCase):
@@ -443,7 +440,7 @@ class ExistingWorkbooks(unittest.TestCase):
         with open(path, "rb") as file:
             old = file.read()
         start = time.monotonic()
-        subprocess.run([PROGRAM, path, script], capture_output=True, check=True)
+        link_case.drive(path, script)
         whole = time.monotonic() - start
         with open(path, "rb") as file:
             new = file.read()
@@ -451,7 +448,7 @@ class ExistingWorkbooks(unittest.TestCase):
         for _ in range(200):
             with open(path, "wb") as file:
                 file.write(old)
-            process = subprocess.Popen([PROGRAM, path, script], stdout=subprocess.DEVNULL)
+            process = subprocess.Popen([link_case.PROGRAM, path, script], stdout=subprocess.DEVNULL)
             time.sleep(chance.uniform(0, whole * 1.2))
             process.kill()
             process.wait()
@@ -480,11 +477,4 @@ class ExistingWorkbooks(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    parser = argparse.ArgumentParser()
-    parser.add_argument("--program", required=True)
-    known, rest = parser.parse_known_args()
-    PROGRAM = known.program
-    for tool, found in (("soffice", SOFFICE), ("ssconvert", SSCONVERT)):
-        if not found:
-            print(f"skipped where it is needed: {tool}")
-    unittest.main(argv=[sys.argv[0]] + rest)
+    link_case.main()

@@ -2,14 +2,11 @@
 """New .xls workbooks made through the link, read back by programs of other makers. Whatever is missing here is named and
 passed over."""
 
-import argparse
 import csv
 import hashlib
 import os
-import shutil
 import subprocess
 import sys
-import tempfile
 import unittest
 
 try:
@@ -18,9 +15,9 @@ except ImportError as missing:
     print(f"skipped: {missing}")
     sys.exit(77)
 
-PROGRAM = None
-SOFFICE = shutil.which("soffice")
-SSCONVERT = shutil.which("ssconvert")
+import link_case
+from link_case import SOFFICE, SSCONVERT
+
 
 T, N, D, B = xlrd.XL_CELL_TEXT, xlrd.XL_CELL_NUMBER, xlrd.XL_CELL_DATE, xlrd.XL_CELL_BOOLEAN
 
@@ -39,20 +36,7 @@ FORMULAS = [("=A1+B1*2", 32), ("=SUM(A1:B1)", 22), ("=IF(A1>10,\"more\",\"less\"
             ("=LEFT(\"abc\")", "a"), ("=COUNT($B:$B)", 1)]
 
 
-class NewWorkbooks(unittest.TestCase):
-    def setUp(self):
-        self.folder = tempfile.TemporaryDirectory()
-        self.addCleanup(self.folder.cleanup)
-        self.path = os.path.join(self.folder.name, "a.xls")
-
-    def run_link(self, *lines):
-        script = os.path.join(self.folder.name, "script")
-        with open(script, "w", encoding="utf-8") as file:
-            file.write("\n".join(lines) + "\n")
-        done = subprocess.run([PROGRAM, self.path, script], check=True, capture_output=True, text=True)
-        self.assertEqual(done.stderr, "")
-        return done.stdout.splitlines()
-
+class NewWorkbooks(link_case.XlsCase):
     def test_types_each_text_as_the_sheet_shows_it(self):
         self.run_link(*(f"write\t1\t{row}\t1\t{case[0]}" for row, case in enumerate(TYPED, 1)), f"save\t{self.path}")
         book = xlrd.open_workbook(self.path, formatting_info=True)
@@ -109,8 +93,4 @@ class NewWorkbooks(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    parser = argparse.ArgumentParser()
-    parser.add_argument("--program", required=True)
-    arguments, rest = parser.parse_known_args()
-    PROGRAM = os.path.abspath(arguments.program)
-    unittest.main(argv=[sys.argv[0]] + rest)
+    link_case.main()

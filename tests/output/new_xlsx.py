@@ -1,7 +1,6 @@
 """New .xlsx workbooks, read back by programs of other makers: what a sheet shows, what its parts look like, and whether
 cells in any order end where they should."""
 
-import argparse
 import os
 import random
 import re
@@ -9,16 +8,15 @@ import resource
 import shutil
 import signal
 import subprocess
-import sys
 import tempfile
 import unittest
 import xml.etree.ElementTree as ElementTree
 import zipfile
 from pathlib import Path
 
+import link_case
 import openpyxl
 
-PROGRAM = ""
 MAIN = "{http://schemas.openxmlformats.org/spreadsheetml/2006/main}"
 
 # A sheet must show each of these as it stands, runs of blanks aside, whether it became a number, a date or a text.
@@ -58,8 +56,7 @@ class NewWorkbook(unittest.TestCase):
         environment = {k: v for k, v in os.environ.items() if k != "SOURCE_DATE_EPOCH"}
         if epoch is not None:
             environment["SOURCE_DATE_EPOCH"] = str(epoch)
-        done = subprocess.run([PROGRAM, path, script, mode], check=True, capture_output=True, text=True, env=environment)
-        answers = done.stdout.splitlines()
+        answers = link_case.drive(path, script, mode, env=environment)
         self.assertEqual(answers[-1], "ok")
         return path, answers
 
@@ -177,9 +174,8 @@ class NewWorkbook(unittest.TestCase):
         script = self.folder / "script"
         cells = [f"write\t1\t{r}\t1\t{chance.random()}" for r in range(1, 9000)]
         script.write_text("\n".join([*cells, f"save\t{self.folder}/full.xlsx", ""]))
-        done = subprocess.run([PROGRAM, self.folder / "full.xlsx", script, "stream"], capture_output=True, text=True,
-                              preexec_fn=fill_early)
-        self.assertRegex(done.stdout.splitlines()[-1], "^failed .*File too large")
+        answers = link_case.drive(self.folder / "full.xlsx", script, "stream", preexec_fn=fill_early)
+        self.assertRegex(answers[-1], "^failed .*File too large")
         self.assertEqual(os.listdir(self.folder), ["script"])
 
     def test_another_spreadsheet_reads_it_without_a_word(self):
@@ -192,7 +188,4 @@ class NewWorkbook(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    parser = argparse.ArgumentParser()
-    parser.add_argument("--program", required=True)
-    PROGRAM, rest = parser.parse_known_args()[0].program, parser.parse_known_args()[1]
-    unittest.main(argv=[sys.argv[0], *rest])
+    link_case.main()
