@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <csignal>
 
 #include "MainModule.h"
@@ -97,9 +98,12 @@ void clsLongRun::FileDone(const FileOutcome& outcome) {
   if (InterruptSignal() != 0) return;
   totals.Add(outcome);
   const FileAccount& account = outcome.account;
+  const std::string& sFailure = account.failure.sText;
   // The log takes -5006 once a run; here each file's reason is told.
-  if (account.failure.Failed() && outcome.lErrors == 0) Say(account.failure.sText);
-  if (!account.sWalkEnded.empty()) Say(Shown(gConversionOptions.sInputFile) + ": " + account.sWalkEnded);
+  if (account.failure.Failed() && outcome.lErrors == 0 && !AlreadySaid(sFailure)) Say(sFailure);
+  if (!account.sWalkEnded.empty() && account.sWalkEnded != sFailure) {
+    Say(Shown(gConversionOptions.sInputFile) + ": " + account.sWalkEnded);
+  }
   if (!account.bOutputWritten && !account.failure.Failed() && outcome.lErrors == 0) {
     Say(Shown(gConversionOptions.sOutputFile) + ": not written");
   }
@@ -108,6 +112,12 @@ void clsLongRun::FileDone(const FileOutcome& outcome) {
     Say(Shown(gConversionOptions.sInputFile) + ": no table is told for it, so no line of it was written");
   }
   if (talk_.bVerbose) SayAccount(outcome);
+  nLogSeen_ = log.txtLog().size();
+}
+
+bool clsLongRun::AlreadySaid(std::string_view sReason) const {
+  const std::string_view text = log.txtLog();
+  return text.substr(std::min(nLogSeen_, text.size())).find(sReason) != std::string_view::npos;
 }
 
 void clsLongRun::SayAccount(const FileOutcome& outcome) {
@@ -162,7 +172,9 @@ int clsLongRun::Finish() {
   if (!talk_.bQuiet) Say(closing);
   WriteLog();
   if (signal != 0) return kExitInterrupted + signal;
-  return totals.lFilesFailed == 0 && log.lErrorCount == 0 ? kExitDone : kExitSomeFailed;
+  // A cell that the sheet couldn't take is lost to whoever reads the output alone.
+  const bool whole = totals.lFilesFailed == 0 && totals.lCellsFailed == 0 && log.lErrorCount == 0;
+  return whole ? kExitDone : kExitSomeFailed;
 }
 
 int clsLongRun::Refused() {

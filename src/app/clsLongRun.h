@@ -52,6 +52,8 @@ class clsLongRun {
 
  private:
   void FileDone(const FileOutcome& outcome);
+  /// True if an entry about the file in hand gave the reason.
+  bool AlreadySaid(std::string_view sReason) const;
   void SayAccount(const FileOutcome& outcome);
   /// A path for a person: the files that stand in for the standard streams by their names.
   std::string Shown(const std::string& sPath);
@@ -60,6 +62,7 @@ class clsLongRun {
 
   TalkRequest talk_;
   int64_t lStart_ = 0;
+  size_t nLogSeen_ = 0;  ///< Bytes of the log that speak of files before the one in hand
 };
 
 }  // namespace quillon
