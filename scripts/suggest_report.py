@@ -5,8 +5,9 @@
   scripts/suggest_report.py --program build-dev/bin/quillon --accept   writes it into docs/suggest.md
   scripts/suggest_report.py --program build-dev/bin/quillon --check    fails if docs/suggest.md says otherwise
 
-A table is found if the suggested recipe takes exactly its lines, and rightly cut if it then gives the cells that are
-expected, blanks around them and empty cells at the end of a row aside.
+A table is found if a section of the suggested recipe takes exactly its lines, and rightly cut if it then gives the cells
+that are expected, blanks around them and empty cells at the end of a row aside. The pages of one table, and what comes
+again, are one suggestion of several sections.
 """
 
 import argparse
@@ -64,10 +65,35 @@ class Runner:
         done = subprocess.run([self.program, *map(str, arguments)], capture_output=True, check=False, timeout=120)
         return done.stdout.decode("utf-8", "replace")
 
+    def loss(self, report, recipe, options):
+        """"none", or what `quillon check` finds lost, table by table."""
+        text = self.run("check", report, "--recipe", recipe, *options)
+        if text.endswith("\nNothing is lost.\n"):
+            return "none"
+        return "; ".join(re.findall(r"[^;\n]*the first on line \d+", text)) or "not converted"
+
     def tables(self, report, recipe, options):
         """(first line, last line, columns) of each table."""
         text = self.run("check", report, "--recipe", recipe, *options)
         return [tuple(map(int, found.group(1, 2, 4))) for found in LINES.finditer(text)]
+
+
+def suggestions(recipe):
+    """The number of the suggestion that each section of a suggested recipe belongs to, and whether each is doubtful."""
+    of_section, doubtful = [], []
+    for line in recipe.read_text(encoding="utf-8").splitlines():
+        if line.startswith("; Suggestion "):
+            doubtful.append(line.endswith("perhaps no table."))
+        elif line.startswith("[Table "):
+            of_section.append(len(doubtful) - 1)
+    return of_section, doubtful
+
+
+def others(got_tables, wanted_tables, of_section, doubtful):
+    """How many suggestions hold no table that is expected: those that look like tables, and the doubtful ones."""
+    hit = {of_section[i] for i, got in enumerate(got_tables) if any(got[:2] == w[:2] for w in wanted_tables)}
+    rest = [is_doubtful for i, is_doubtful in enumerate(doubtful) if i not in hit]
+    return len(rest) - sum(rest), sum(rest)
 
 
 def verdict(table, index, wanted, got_tables, got_rows):
@@ -91,16 +117,19 @@ def verdict(table, index, wanted, got_tables, got_rows):
 
 def measure(program):
     runner = Runner(program)
-    lines = ["| report | tables expected | found | rightly cut | others suggested | misses |",
-             "|---|---:|---:|---:|---:|---|"]
-    totals = [0, 0, 0, 0]
+    lines = ["| report | tables expected | found | rightly cut | others suggested | doubtful ones | sections | lost | misses |",
+             "|---|---:|---:|---:|---:|---:|---:|---|---|"]
+    totals = [0, 0, 0, 0, 0, 0]
     with tempfile.TemporaryDirectory(prefix="quillon-suggest-") as folder:
         for name, report, recipe, expected, options in cases():
             suggested, output = Path(folder, name + ".rcp"), Path(folder, name + ".csv")
             runner.run("suggest", report, "-o", suggested, *options)
             wanted_tables = runner.tables(report, recipe, options)
-            got_tables, got_rows = [], []
+            got_tables, got_rows, loss = [], [], "-"
+            of_section, doubtful = [], []
             if suggested.exists():
+                of_section, doubtful = suggestions(suggested)
+                loss = runner.loss(report, suggested, options)
                 runner.run("convert", report, "-o", output, "--recipe", suggested, "--quiet", *options)
                 got_tables, got_rows = runner.tables(report, suggested, options), rows_of(output)
             wanted_rows = rows_of(expected)
@@ -114,10 +143,11 @@ def measure(program):
                 done += size
                 found, cut = found + is_found, cut + is_cut
                 misses += [text] if text else []
-            others = len(got_tables) - found
-            totals = [a + b for a, b in zip(totals, (len(wanted_tables), found, cut, others))]
-            lines.append(f"| {name} | {len(wanted_tables)} | {found} | {cut} | {others} | {'; '.join(misses)} |")
-    lines.append("| all | " + " | ".join(map(str, totals)) + " | |")
+            counts = (len(wanted_tables), found, cut, *others(got_tables, wanted_tables, of_section, doubtful),
+                      len(of_section))
+            totals = [a + b for a, b in zip(totals, counts)]
+            lines.append(f"| {name} | {' | '.join(map(str, counts))} | {loss} | {'; '.join(misses)} |")
+    lines.append("| all | " + " | ".join(map(str, totals)) + " | | |")
     return "\n".join(lines) + "\n"
 
 

@@ -13,12 +13,29 @@ namespace {
 
 /// What was found, for a person.
 void SayWhatIsThere(const SuggestedRecipe& recipe) {
-  clsLook::Say(CountedText(static_cast<int64_t>(recipe.tables.size()), "table", "tables") + " found");
-  if (!recipe.unreachable.empty()) {
-    clsLook::Say(CountedText(static_cast<int64_t>(recipe.unreachable.size()), "table has", "tables have") +
-                 " no key text near that is new in the report, and is left out");
+  int64_t lSections = 0;
+  int64_t lDoubtful = 0;
+  bool bFurniture = false;
+  for (const SuggestedTable& table : recipe.tables) {
+    lSections += static_cast<int64_t>(table.sections.size());
+    lDoubtful += table.bDoubtful ? 1 : 0;
+    bFurniture = bFurniture || table.bWithFurniture;
   }
-  if (!recipe.bWholeReport) clsLook::Say("only the beginning of the report was looked at");
+  std::string sText = CountedText(static_cast<int64_t>(recipe.tables.size()), "table", "tables") + " found";
+  if (lDoubtful > 0) sText += ", " + std::to_string(lDoubtful) + " of them doubtful";
+  if (lSections > static_cast<int64_t>(recipe.tables.size())) {
+    sText += ", in " + CountedText(lSections, "section", "sections");
+  }
+  clsLook::Say(sText);
+  if (bFurniture) clsLook::Say("a table goes over too many pages: the headings of its pages come along as rows");
+  if (!recipe.leftOut.empty()) {
+    clsLook::Say(CountedText(static_cast<int64_t>(recipe.leftOut.size()), "stretch is", "stretches are") +
+                 " left out; the recipe's comments tell which and why");
+  }
+  if (!recipe.bWholeReport) {
+    clsLook::Say("only the first " + CountedText(recipe.lLinesLookedAt, "line", "lines") +
+                 " of the report were looked at: tables behind them are missing");
+  }
 }
 
 }  // namespace

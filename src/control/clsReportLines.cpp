@@ -1,5 +1,7 @@
 #include "clsReportLines.h"
 
+#include <cstring>
+
 #include <algorithm>
 #include <unordered_map>
 
@@ -9,8 +11,6 @@
 namespace quillon {
 
 namespace {
-
-constexpr size_t kWidest = 4096;  ///< Characters of a line that are looked at
 
 bool IsDigit(char32_t ch) {
   return ch >= U'0' && ch <= U'9';
@@ -22,38 +22,18 @@ bool IsLetter(char32_t ch) {
 bool IsBlankCharacter(char32_t ch) {
   return ch <= U' ' || ch == 0xA0 || ch == 0x7F;
 }
+bool IsStroke(char32_t ch) {
+  return std::u32string_view(U"-=_*+|~.:#\u2500\u2550").find(ch) != std::u32string_view::npos;
+}
 
-void AddToken(ReportLine& line, size_t nFrom, size_t nEnd) {
+LineToken Token(const std::u32string& characters, size_t nFrom, size_t nEnd) {
   size_t nDigits = 0;
   size_t nLetters = 0;
   for (size_t i = nFrom; i < nEnd; ++i) {
-    nDigits += IsDigit(line.characters[i]) ? 1U : 0U;
-    nLetters += IsLetter(line.characters[i]) ? 1U : 0U;
+    nDigits += IsDigit(characters[i]) ? 1U : 0U;
+    nLetters += IsLetter(characters[i]) ? 1U : 0U;
   }
-  const bool bFigure = nDigits > 0 && nDigits >= nLetters;
-  line.tokens.push_back({static_cast<int32_t>(nFrom) + 1, static_cast<int32_t>(nEnd), bFigure});
-  line.lFigures += bFigure ? 1 : 0;
-}
-
-void FindTokens(ReportLine& line) {
-  constexpr std::u32string_view kStrokes = U"-=_*+|~.:#\u2500\u2550";
-  const std::u32string& characters = line.characters;
-  bool bStrokes = true;
-  size_t nStrokes = 0;
-  for (size_t i = 0; i < characters.size();) {
-    if (IsBlankCharacter(characters[i])) {
-      ++i;
-      continue;
-    }
-    const size_t nFrom = i;
-    for (; i < characters.size() && !IsBlankCharacter(characters[i]); ++i) {
-      bStrokes = bStrokes && kStrokes.find(characters[i]) != std::u32string_view::npos;
-      ++nStrokes;
-    }
-    AddToken(line, nFrom, i);
-  }
-  constexpr size_t kFewest = 3;
-  line.bRule = bStrokes && nStrokes >= kFewest;
+  return {static_cast<int32_t>(nFrom) + 1, static_cast<int32_t>(nEnd), nDigits > 0 && nDigits >= nLetters};
 }
 
 /// Tabs, page feeds and the marks of printers aside.
@@ -64,12 +44,37 @@ bool IsBinary(std::string_view sText) {
   });
 }
 
-/// The line with its figures and its blanks made alike.
-std::string Pattern(const ReportLine& line) {
+/// The characters that are looked at, up to the last one that is no blank. lWidth: of all of the line.
+void TakeCharacters(std::string_view sText, int32_t lTabSize, std::u32string& characters, int32_t& lWidth) {
+  characters.clear();
+  lWidth = 0;
+  const bool bTabs = lTabSize > 0 && sText.find('\t') != std::string_view::npos;
+  const std::string sExpanded = bTabs ? ExpandTabs(sText, lTabSize) : std::string();
+  if (bTabs) sText = sExpanded;
+  int32_t lPlace = 0;
+  for (size_t i = 0; i < sText.size();) {
+    const char32_t ch = DecodeUtf8(sText, i);
+    if (lPlace++ < clsReportLines::kWidest) characters += ch;
+    if (!IsBlankCharacter(ch)) lWidth = lPlace;
+  }
+  characters.resize(std::min(characters.size(), static_cast<size_t>(lWidth)));
+}
+
+}  // namespace
+
+std::u32string clsReportLines::Characters(size_t nLine) const {
+  std::u32string characters;
+  int32_t lWidth = 0;
+  TakeCharacters(lines_[nLine].sText, lTabSize_, characters, lWidth);
+  return characters;
+}
+
+std::string clsReportLines::Pattern(size_t nLine) const {
+  const std::u32string characters = Characters(nLine);
   std::string sPattern;
-  for (const LineToken& token : line.tokens) {
+  for (const LineToken& token : lines_[nLine].tokens) {
     for (int32_t l = token.lStart; l <= token.lEnd; ++l) {
-      const char32_t ch = line.characters[static_cast<size_t>(l) - 1];
+      const char32_t ch = characters[static_cast<size_t>(l) - 1];
       if (!IsDigit(ch)) {
         AppendUtf8(ch, sPattern);
       } else if (sPattern.empty() || sPattern.back() != '0') {
@@ -81,26 +86,59 @@ std::string Pattern(const ReportLine& line) {
   return sPattern;
 }
 
-}  // namespace
+void clsReportLines::FindTokens(ReportLine& line) {
+  bool bStrokes = true;
+  size_t nStrokes = 0;
+  for (size_t i = 0; i < characters_.size();) {
+    if (IsBlankCharacter(characters_[i])) {
+      ++i;
+      continue;
+    }
+    const size_t nFrom = i;
+    for (; i < characters_.size() && !IsBlankCharacter(characters_[i]); ++i) {
+      bStrokes = bStrokes && IsStroke(characters_[i]);
+      ++nStrokes;
+    }
+    tokens_.push_back(Token(characters_, nFrom, i));
+    line.lFigures += tokens_.back().bFigure ? 1 : 0;
+  }
+  constexpr size_t kFewest = 3;
+  line.bRule = bStrokes && nStrokes >= kFewest;
+}
+
+/// Texts and tokens are only counted here: they move as long as lines are added.
+void clsReportLines::AddLine(std::string_view sText) {
+  ReportLine& line = lines_.emplace_back();
+  sAll_.append(sText).append("\n");
+  line.sText = {sAll_.data(), sText.size()};
+  line.bBinary = IsBinary(sText);
+  TakeCharacters(sText, lTabSize_, characters_, line.lWidth);
+  const size_t nBefore = tokens_.size();
+  FindTokens(line);
+  line.tokens = {tokens_.data(), tokens_.size() - nBefore};
+}
+
+void clsReportLines::Settle() {
+  size_t nText = 0;
+  size_t nToken = 0;
+  for (ReportLine& line : lines_) {
+    line.sText = std::string_view(sAll_).substr(nText, line.sText.size());
+    line.tokens = std::span(tokens_).subspan(nToken, line.tokens.size());
+    nText += line.sText.size() + 1;
+    nToken += line.tokens.size();
+  }
+}
 
 bool clsReportLines::Read(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize, Failure& failure) {
   clsLineReader reader;
   if (!reader.Open(sInput, options, failure)) return false;
+  lTabSize_ = lTabSize;
   for (std::string_view sRow; sAll_.size() < kMostBytes && lines_.size() < kMostLines && reader.ReadRow(sRow);) {
-    ReportLine& line = lines_.emplace_back();
-    line.sText = reader.CodePage().ToUtf8(sRow);
-    offsets_.push_back(sAll_.size());
-    sAll_.append(line.sText).append("\n");
-    const std::string sExpanded = lTabSize > 0 ? ExpandTabs(line.sText, lTabSize) : line.sText;
-    for (size_t i = 0; i < sExpanded.size() && line.characters.size() < kWidest;) {
-      line.characters += DecodeUtf8(sExpanded, i);
-    }
-    line.bBinary = IsBinary(line.sText);
-    FindTokens(line);
-    line.characters.resize(line.tokens.empty() ? 0 : static_cast<size_t>(line.tokens.back().lEnd));
+    AddLine(reader.CodePage().ToUtf8(sRow));
   }
   failure = reader.LastFailure();
   bWhole_ = reader.AtEnd();
+  Settle();
   FindFurniture();
   return !failure.Failed();
 }
@@ -109,21 +147,23 @@ bool clsReportLines::Read(std::string_view sInput, const TextFileOptions& option
 /// ever asked whether they are furniture.
 void clsReportLines::FindFurniture() {
   constexpr int32_t kOften = 3;
-  std::unordered_map<std::string, int32_t> counts;
-  std::vector<const int32_t*> ofLine;
-  for (const ReportLine& line : lines_) {
-    int32_t& lCount = counts[Pattern(line)];
-    ++lCount;
-    ofLine.push_back(&lCount);
+  std::unordered_map<size_t, int32_t> counts;
+  std::vector<size_t> hashes;
+  hashes.reserve(lines_.size());
+  for (size_t i = 0; i < lines_.size(); ++i) {
+    hashes.push_back(std::hash<std::string>()(Pattern(i)));
+    ++counts[hashes.back()];
   }
   for (size_t i = 0; i < lines_.size(); ++i) {
-    lines_[i].bFurniture = *ofLine[i] >= kOften && !lines_[i].IsBlank() && !lines_[i].bRule;
+    lines_[i].bFurniture = counts[hashes[i]] >= kOften && !lines_[i].IsBlank() && !lines_[i].bRule;
   }
 }
 
 bool clsReportLines::IsFirstWith(std::string_view sText, size_t nLine) const {
-  const size_t nAt = std::string_view(sAll_).find(sText);
-  return nAt >= offsets_[nLine] && nAt != std::string_view::npos && nAt < offsets_[nLine] + lines_[nLine].sText.size();
+  const std::string_view sLine = lines_[nLine].sText;
+  if (sLine.find(sText) == std::string_view::npos) return false;
+  const auto nBefore = static_cast<size_t>(sLine.data() - sAll_.data());
+  return memmem(sAll_.data(), nBefore, sText.data(), sText.size()) == nullptr;
 }
 
 }  // namespace quillon

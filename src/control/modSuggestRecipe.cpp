@@ -3,174 +3,177 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
-#include <optional>
 
-#include "modTableBlocks.h"
-#include "modText.h"
+#include "modPreviewText.h"
+#include "modTableKeys.h"
+#include "modTableKinds.h"
 
 namespace quillon {
 
 namespace {
 
-constexpr size_t kLinesAbove = 10;  ///< How far from the table a key text may stand
-constexpr size_t kLinesBelow = 6;
-constexpr size_t kMostTables = 200;
-constexpr size_t kLongestText = 60;
+/// Bytes that a run of the recipe may have to read: each section looks for its key texts from the report's top.
+constexpr size_t kMostWork = size_t{4} << 30;
+constexpr size_t kMostSections = 1000;
+constexpr size_t kFewestSections = 50;
 
-struct Key {
-  std::string sText;
-  size_t nLine;
+constexpr std::string_view kNoKey = "no text of the report tells where it lies";
+constexpr std::string_view kNoColumns = "no column is blank in all of its rows";
+constexpr std::string_view kTooMany = "a recipe with that many sections would be slow";
+constexpr std::string_view kOddLine = "it does not fit the columns of the table around it";
+
+using Bounds = std::pair<size_t, size_t>;  ///< First and last line of a part, indexes
+
+/// Turns kinds of tables into sections.
+class clsSections {
+ public:
+  clsSections(const clsReportLines& report, SuggestedRecipe& recipe) : report_(report), recipe_(recipe) {
+    nLeft_ = std::clamp(kMostWork / (report.Bytes() + 1), kFewestSections, kMostSections);
+  }
+
+  void Make() {
+    const std::vector<TableKind> kinds = FindTableKinds(report_);
+    for (const TableKind& kind : kinds) {
+      for (const TableBlock& part : kind.parts) all_.emplace_back(part.nFirst, part.nLast);
+    }
+    std::sort(all_.begin(), all_.end());
+    for (const TableKind& kind : kinds) AddKind(kind);
+    std::sort(recipe_.leftOut.begin(), recipe_.leftOut.end(),
+              [](const LeftOutStretch& a, const LeftOutStretch& b) { return a.lFirstLine < b.lFirstLine; });
+  }
+
+ private:
+  void AddKind(const TableKind& kind) {
+    SuggestedTable table;
+    table.lColumns = kind.lColumns;
+    table.sRuler = kind.sRuler;
+    table.bDoubtful = kind.bDoubtful;
+    std::vector<Bounds> parts;
+    for (const TableBlock& part : kind.parts) parts.emplace_back(part.nFirst, part.nLast);
+    if (kind.lColumns < 2) {
+      for (const Bounds& part : parts) LeaveOut(part, kNoColumns);
+      return;
+    }
+    if (parts.size() > nLeft_ && nLeft_ > 0 && StandAlone(parts)) {
+      table.bWithFurniture = true;
+      parts = {{parts.front().first, parts.back().second}};
+      Widen(table.sRuler, parts.front());
+    }
+    for (const Bounds& part : parts) AddSection(part, table);
+    NoteOddLines(parts);
+    if (!table.sections.empty()) recipe_.tables.push_back(std::move(table));
+  }
+
+  /// True if no table of another kind stands between the parts.
+  bool StandAlone(const std::vector<Bounds>& parts) const {
+    const auto itFirst = std::lower_bound(all_.begin(), all_.end(), parts.front());
+    return static_cast<size_t>(all_.end() - itFirst) >= parts.size() &&
+           *(itFirst + static_cast<ptrdiff_t>(parts.size()) - 1) == parts.back();
+  }
+
+  /// What stands between the pages is not to be lost behind the last column.
+  void Widen(std::string& sRuler, const Bounds& part) const {
+    int32_t lWidest = 0;
+    for (size_t n = part.first; n <= part.second; ++n) lWidest = std::max(lWidest, report_.Lines()[n].lWidth);
+    if (static_cast<size_t>(lWidest) > sRuler.size()) sRuler.resize(static_cast<size_t>(lWidest), '-');
+  }
+
+  void AddSection(const Bounds& part, SuggestedTable& table) {
+    if (nLeft_ == 0) return LeaveOut(part, kTooMany);
+    const auto it = std::lower_bound(all_.begin(), all_.end(), Bounds{part.first, 0});
+    const size_t nAfter = it == all_.begin() ? 0 : (it - 1)->second + 1;
+    const auto itNext = std::upper_bound(all_.begin(), all_.end(), Bounds{part.second, SIZE_MAX});
+    const size_t nBefore = itNext == all_.end() ? report_.Lines().size() : itNext->first;
+    const auto start = FindStartKey(report_, part.first, part.second, std::min(nAfter, part.first));
+    const auto end = FindEndKey(report_, part.first, part.second, nBefore);
+    if (!start || !end) return LeaveOut(part, kNoKey);
+    --nLeft_;
+    SuggestedSection section;
+    section.lFirstLine = static_cast<int64_t>(part.first) + 1;
+    section.lLastLine = static_cast<int64_t>(part.second) + 1;
+    section.sStartLine = start->sText;
+    section.lStartOffset = static_cast<int64_t>(part.first) - static_cast<int64_t>(start->nLine);
+    section.sEndLine = end->sText;
+    section.lEndOffset = static_cast<int64_t>(part.second) - static_cast<int64_t>(end->nLine);
+    section.bKeyInRows = start->bInRows || end->bInRows;
+    section.bKeyFar = start->bFar || end->bFar;
+    table.lRows += section.lLastLine - section.lFirstLine + 1;
+    table.sections.push_back(std::move(section));
+  }
+
+  /// Lines between two parts that stand close together, such as a row that is shifted: a person must know of them.
+  void NoteOddLines(const std::vector<Bounds>& parts) {
+    constexpr size_t kClose = 3;
+    for (size_t i = 1; i < parts.size(); ++i) {
+      const Bounds between{parts[i - 1].second + 1, parts[i].first - 1};
+      if (between.second < between.first || between.second - between.first >= kClose) continue;
+      const auto odd = [&](size_t n) {
+        const ReportLine& line = report_.Lines()[n];
+        return !line.IsBlank() && !line.bRule && !line.bFurniture && line.lFigures > 0;
+      };
+      bool bOdd = true;
+      for (size_t n = between.first; n <= between.second; ++n) bOdd = bOdd && odd(n);
+      if (bOdd) LeaveOut(between, kOddLine);
+    }
+  }
+
+  void LeaveOut(const Bounds& part, std::string_view sReason) {
+    recipe_.leftOut.push_back({static_cast<int64_t>(part.first) + 1, static_cast<int64_t>(part.second) + 1, sReason});
+  }
+
+  const clsReportLines& report_;
+  SuggestedRecipe& recipe_;
+  std::vector<Bounds> all_;  ///< Of all kinds, in the order of the report
+  size_t nLeft_ = 0;         ///< Sections that the recipe may still have
 };
 
-bool HasDigit(std::string_view sText) {
-  return sText.find_first_of("0123456789") != std::string_view::npos;
+std::string LinesText(int64_t lFirst, int64_t lLast) {
+  return lFirst == lLast ? fmt::format("line {}", lFirst) : fmt::format("lines {} to {}", lFirst, lLast);
 }
 
-bool HasWord(std::string_view sText) {
-  constexpr size_t kFewest = 3;
-  return static_cast<size_t>(std::count_if(sText.begin(), sText.end(), [](char c) {
-           return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || static_cast<unsigned char>(c) >= 0x80;
-         })) >= kFewest;
-}
-
-/// What a recipe can hold as the value of a key, and find again by it.
-bool CanBeValue(std::string_view sText) {
-  constexpr std::array<std::string_view, 4> kKeys{"ReadStartLine", "ReadEndLine", "Parsing", "WriteColumn"};
-  const bool bKey = std::any_of(kKeys.begin(), kKeys.end(),
-                                [&](std::string_view sKey) { return sText.find(sKey) != std::string_view::npos; });
-  return sText.size() >= 3 && !bKey && sText.find_first_of("[];") == std::string_view::npos && IsValidUtf8(sText);
-}
-
-/// What stands in front of the first figure: "Totals =" of "Totals = $47,500.00".
-std::string_view BeforeFigures(std::string_view sText) {
-  const size_t nDigit = sText.find_first_of("0123456789");
-  if (nDigit == std::string_view::npos) return {};
-  const size_t nBlank = sText.substr(0, nDigit).rfind(' ');
-  return nBlank == std::string_view::npos ? std::string_view{} : sText.substr(0, nBlank);
-}
-
-/// Stretches of a line that may serve as key texts: between wide gaps, tabs and control characters; then all of it.
-std::vector<std::string_view> TextsOf(std::string_view sLine) {
-  std::vector<std::string_view> texts;
-  const auto add = [&](std::string_view sText) {
-    sText = TrimBlanks(sText);
-    if (CharCount(sText) > kLongestText) sText = TrimBlanks(sText.substr(0, ByteOffset(sText, kLongestText + 1)));
-    if (CanBeValue(sText)) texts.push_back(sText);
-  };
-  size_t nControlFree = 0;
-  for (size_t i = 0; i <= sLine.size(); ++i) {
-    if (i < sLine.size() && (static_cast<unsigned char>(sLine[i]) >= ' ' && sLine[i] != 0x7F)) continue;
-    const std::string_view sPart = sLine.substr(nControlFree, i - nControlFree);
-    nControlFree = i + 1;
-    for (size_t nFrom = 0; nFrom < sPart.size();) {
-      const size_t nEnd = std::min(sPart.find("  ", nFrom), sPart.size());
-      if (nEnd > nFrom) {
-        add(sPart.substr(nFrom, nEnd - nFrom));
-        add(BeforeFigures(sPart.substr(nFrom, nEnd - nFrom)));
-      }
-      nFrom = nEnd == nFrom ? nFrom + 1 : nEnd;
-    }
-    add(sPart);
+std::string TableText(const SuggestedTable& table, size_t nTable) {
+  std::string sText =
+      fmt::format("\n; Suggestion {}: {}, {}, {} columns{}.\n", nTable,
+                  LinesText(table.sections.front().lFirstLine, table.sections.back().lLastLine),
+                  CountedText(table.lRows, "row", "rows"), table.lColumns, table.bDoubtful ? "; perhaps no table" : "");
+  if (table.sections.size() > 1) {
+    sText += fmt::format(
+        "; It goes over pages or comes again: {} sections with one ruler, so that their rows come under each other.\n"
+        "; Headings and titles between them are left out.\n",
+        table.sections.size());
   }
-  return texts;
-}
-
-/// What is wanted of a key text, the best first: words without figures are the same in the next report, and longer ones
-/// stand less often elsewhere.
-enum class Wanted { LongWords, Words, Anything };
-
-bool Serves(std::string_view sText, Wanted wanted) {
-  constexpr size_t kLong = 5;
-  if (wanted == Wanted::Anything) return true;
-  return !HasDigit(sText) && HasWord(sText) && (wanted == Wanted::Words || CharCount(sText) >= kLong);
-}
-
-/// The first text of a line that serves and stands there for the first time.
-std::optional<std::string> KeyOnLine(const clsReportLines& report, size_t nLine, Wanted wanted) {
-  for (const std::string_view sText : TextsOf(report.Lines()[nLine].sText)) {
-    if (!Serves(sText, wanted)) continue;
-    if (report.IsFirstWith(sText, nLine)) return std::string(sText);
+  if (table.bWithFurniture) {
+    sText += "; It goes over too many pages for a section each: the headings of the pages come along as rows.\n";
   }
-  return std::nullopt;
+  return sText;
 }
 
-/// The lines that a key text may stand on, the best first.
-std::optional<Key> FindKey(const clsReportLines& report, const std::vector<size_t>& nLines) {
-  for (const Wanted wanted : {Wanted::LongWords, Wanted::Words, Wanted::Anything}) {
-    for (const size_t nLine : nLines) {
-      if (auto sText = KeyOnLine(report, nLine, wanted)) return Key{std::move(*sText), nLine};
-    }
+std::string SectionText(const SuggestedTable& table, const SuggestedSection& section, size_t nSection) {
+  std::string sNote;
+  if (section.bKeyFar) sNote += "; a key text is far away, so lines put in between would shift it";
+  if (section.bKeyInRows) sNote += "; a key text is from the rows, so the next report may not have it";
+  const std::string sLines = LinesText(section.lFirstLine, section.lLastLine);
+  std::string sText;
+  if (table.sections.size() > 1 || !sNote.empty()) {
+    sText = fmt::format("; L{}{}.\n", std::string_view(sLines).substr(1), sNote);
   }
-  return std::nullopt;
-}
-
-/// From just above the table up to the one before it, then the first lines of the table.
-std::vector<size_t> LinesForStart(const TableBlock& block, size_t nAfter) {
-  std::vector<size_t> nLines;
-  for (size_t n = block.nFirst; n > nAfter && block.nFirst - n < kLinesAbove; --n) nLines.push_back(n - 1);
-  for (size_t n = block.nFirst; n <= block.nLast && n < block.nFirst + kLinesBelow; ++n) nLines.push_back(n);
-  return nLines;
-}
-
-/// Below the table up to the next, then the last lines of the table.
-std::vector<size_t> LinesForEnd(const TableBlock& block, size_t nBefore) {
-  std::vector<size_t> nLines;
-  for (size_t n = block.nLast + 1; n < nBefore && n <= block.nLast + kLinesBelow; ++n) nLines.push_back(n);
-  for (size_t n = block.nLast + 1; n > block.nFirst && block.nLast + 1 - n < kLinesBelow; --n) nLines.push_back(n - 1);
-  return nLines;
-}
-
-int64_t Offset(size_t nWanted, size_t nKey) {
-  return static_cast<int64_t>(nWanted) - static_cast<int64_t>(nKey);
-}
-
-void AddTable(const clsReportLines& report, const TableBlock& block, size_t nAfter, size_t nBefore,
-              SuggestedRecipe& recipe) {
-  SuggestedTable table;
-  table.sRuler = RulerOfBlock(report, block);
-  if (table.sRuler.empty()) return;
-  table.lColumns = static_cast<int32_t>(std::count(table.sRuler.begin(), table.sRuler.end(), ' ')) + 1;
-  table.lFirstLine = static_cast<int64_t>(block.nFirst) + 1;
-  table.lLastLine = static_cast<int64_t>(block.nLast) + 1;
-  const std::optional<Key> start = FindKey(report, LinesForStart(block, nAfter));
-  const std::optional<Key> end = FindKey(report, LinesForEnd(block, nBefore));
-  if (!start || !end) {
-    recipe.unreachable.push_back(std::move(table));
-    return;
-  }
-  table.sStartLine = start->sText;
-  table.lStartOffset = Offset(block.nFirst, start->nLine);
-  table.sEndLine = end->sText;
-  table.lEndOffset = Offset(block.nLast, end->nLine);
-  recipe.tables.push_back(std::move(table));
-}
-
-std::string SectionText(const SuggestedTable& table, size_t nTable) {
-  return fmt::format(
-      "\n; Lines {} to {}: {} lines, {} columns.\n"
-      "[Table {}]\n"
-      "ReadStartLine={}\nReadStartLineOffset={}\nReadEndLine={}\nReadEndLineOffset={}\nParsing={}\nWriteColumn=A\n",
-      table.lFirstLine, table.lLastLine, table.lLastLine - table.lFirstLine + 1, table.lColumns, nTable,
-      table.sStartLine, table.lStartOffset, table.sEndLine, table.lEndOffset, table.sRuler);
+  return sText + fmt::format(
+                     "[Table {}]\nReadStartLine={}\nReadStartLineOffset={}\nReadEndLine={}\nReadEndLineOffset={}\n"
+                     "Parsing={}\nWriteColumn=A\n",
+                     nSection, section.sStartLine, section.lStartOffset, section.sEndLine, section.lEndOffset,
+                     table.sRuler);
 }
 
 }  // namespace
 
 bool SuggestRecipe(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize, SuggestedRecipe& recipe,
                    Failure& failure) {
+  recipe = {};
   clsReportLines report;
   if (!report.Read(sInput, options, lTabSize, failure)) return false;
   recipe.bWholeReport = report.IsWhole();
-  std::vector<TableBlock> blocks = FindTableBlocks(report);
-  const size_t nLines = report.Lines().size();
-  // Of a table that goes on behind what was looked at, the end isn't known.
-  if (!recipe.bWholeReport && !blocks.empty() && blocks.back().nLast + 1 == nLines) blocks.pop_back();
-  for (size_t i = 0; i < blocks.size() && recipe.tables.size() < kMostTables; ++i) {
-    const size_t nAfter = i == 0 ? 0 : blocks[i - 1].nLast + 1;
-    const size_t nBefore = i + 1 < blocks.size() ? blocks[i + 1].nFirst : nLines;
-    AddTable(report, blocks[i], nAfter, nBefore, recipe);
-  }
+  recipe.lLinesLookedAt = static_cast<int64_t>(report.Lines().size());
+  clsSections(report, recipe).Make();
   return true;
 }
 
@@ -178,13 +181,21 @@ std::string SuggestedRecipe::Text() const {
   std::string sText =
       "; Suggested by the shape of the report. Each key text stands on the line meant for the first time, and each\n"
       "; ruler is drawn over the columns that are blank in all rows. Look at it before you trust it.\n";
-  if (!bWholeReport) sText += "; Only the beginning of the report was looked at.\n";
-  for (const SuggestedTable& table : unreachable) {
-    sText += fmt::format("; Left out: lines {} to {}, as no text near them is new in the report.\n", table.lFirstLine,
-                         table.lLastLine);
+  if (!bWholeReport) {
+    sText += fmt::format(
+        "; Only the first {} lines of the report were looked at: tables behind them are missing here, and one that\n"
+        "; reaches line {} ends there.\n",
+        lLinesLookedAt, lLinesLookedAt);
+  }
+  for (const LeftOutStretch& stretch : leftOut) {
+    sText += fmt::format("; Left out: {}, as {}.\n", LinesText(stretch.lFirstLine, stretch.lLastLine), stretch.sReason);
   }
   sText += "[Header]\nProduct=QLN-B\nFileType=RECIPE\nFileFormat=1.0\n";
-  for (size_t i = 0; i < tables.size(); ++i) sText += SectionText(tables[i], i + 1);
+  size_t nSection = 0;
+  for (size_t i = 0; i < tables.size(); ++i) {
+    sText += TableText(tables[i], i + 1);
+    for (const SuggestedSection& section : tables[i].sections) sText += SectionText(tables[i], section, ++nSection);
+  }
   return sText;
 }
 

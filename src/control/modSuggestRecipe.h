@@ -9,20 +9,36 @@
 
 namespace quillon {
 
-/// A table that was found in a report, as a recipe says it. Lines count from 1.
-struct SuggestedTable {
+/// One section of a suggested recipe. Lines count from 1.
+struct SuggestedSection {
   int64_t lFirstLine = 0, lLastLine = 0;
-  int32_t lColumns = 0;
   std::string sStartLine, sEndLine;  ///< Texts whose first occurrence in the report is the line meant
   int64_t lStartOffset = 0, lEndOffset = 0;
+  bool bKeyInRows = false;  ///< A key text is taken from the rows
+  bool bKeyFar = false;     ///< A key text stands far from the table
+};
+
+/// A table that was found: one section, or one for each page it runs over, or for each time it comes again.
+struct SuggestedTable {
+  std::vector<SuggestedSection> sections;
+  int64_t lRows = 0;  ///< Lines of all sections
+  int32_t lColumns = 0;
   std::string sRuler;
+  bool bDoubtful = false;       ///< May be a list of labels or a side note
+  bool bWithFurniture = false;  ///< Too many pages for a section each: what stands between them comes along
+};
+
+/// A stretch that has no place in the recipe.
+struct LeftOutStretch {
+  int64_t lFirstLine = 0, lLastLine = 0;
+  std::string_view sReason;
 };
 
 struct SuggestedRecipe {
   std::vector<SuggestedTable> tables;
-  /// Tables that were found and can't be told to a recipe: no text near them stands in the report for the first time.
-  std::vector<SuggestedTable> unreachable;
-  bool bWholeReport = true;  ///< False if only the beginning of the report was looked at
+  std::vector<LeftOutStretch> leftOut;
+  int64_t lLinesLookedAt = 0;
+  bool bWholeReport = true;  ///< False if the report goes on behind these lines
 
   /// A short recipe with comments, UTF-8, that converts as it stands.
   std::string Text() const;

@@ -1,6 +1,7 @@
-// RulerOfBlock of modTableBlocks.
+// RulerOfBlocks of modTableBlocks.
 
 #include <algorithm>
+#include <span>
 #include <string_view>
 
 #include "clsQuietHost.h"
@@ -27,7 +28,11 @@ struct Field {
 
 class clsRuler {
  public:
-  clsRuler(const std::vector<ReportLine>& lines, const TableBlock& block) : lines_(lines), block_(block) {}
+  clsRuler(const clsReportLines& report, std::span<const TableBlock> parts) : report_(report), parts_(parts) {
+    for (const TableBlock& part : parts) nRows_ += part.rows.size();
+    TakeSample();
+    CountCaptionCuts();
+  }
 
   std::string Text() {
     FindFields();
@@ -38,16 +43,58 @@ class clsRuler {
 
  private:
   static constexpr int32_t kRoomForText = 20;
+  static constexpr size_t kSample = 2000;    ///< Rows whose texts are looked at; all of them tell where columns may end
+  static constexpr size_t kFewRows = 3;      ///< Fewer rows than that have too many blank columns by chance
+  static constexpr int32_t kWidest = 32767;  ///< Characters of a ruler
+
+  void TakeSample() {
+    const size_t nStep = 1 + (nRows_ - 1) / kSample;
+    size_t nRow = 0;
+    for (const TableBlock& part : parts_) {
+      for (const size_t nLine : part.rows) {
+        if (nRow++ % nStep == 0) sample_.push_back(report_.Characters(nLine));
+      }
+    }
+  }
+
+  /// How many of the lines between the rows would be cut behind each character.
+  void CountCaptionCuts() {
+    for (const TableBlock& part : parts_) {
+      auto itRow = part.rows.begin();
+      for (size_t nLine = part.nFirst; nLine <= part.nLast; ++nLine) {
+        lWidest_ = std::max(lWidest_, report_.Lines()[nLine].lWidth);
+        if (itRow != part.rows.end() && *itRow == nLine) {
+          ++itRow;
+          continue;
+        }
+        for (const LineToken& token : report_.Lines()[nLine].tokens) {
+          if (cuts_.size() <= static_cast<size_t>(token.lEnd)) cuts_.resize(static_cast<size_t>(token.lEnd) + 1);
+          for (int32_t l = token.lStart; l < token.lEnd; ++l) ++cuts_[static_cast<size_t>(l)];
+        }
+      }
+    }
+    lWidest_ = std::min(lWidest_, kWidest);
+  }
+
+  void Occupy(std::vector<bool>& occupied, const ReportLine& line) const {
+    if (line.IsBlank()) return;
+    if (occupied.size() <= static_cast<size_t>(line.tokens.back().lEnd)) {
+      occupied.resize(static_cast<size_t>(line.tokens.back().lEnd) + 1);
+    }
+    for (size_t i = 0; i < line.tokens.size(); ++i) {
+      const LineToken& token = line.tokens[i];
+      const bool bJoins =
+          nRows_ < kFewRows && i + 1 < line.tokens.size() && line.tokens[i + 1].lStart == token.lEnd + 2;
+      std::fill(occupied.begin() + token.lStart - 1, occupied.begin() + token.lEnd + (bJoins ? 1 : 0), true);
+    }
+  }
 
   /// The columns that the analyser finds between the first character of any row and the last.
   void FindFields() {
     clsTableParser parser;
     std::vector<bool>& occupied = parser.ColumnOccupied;
-    for (const size_t nRow : block_.rows) {
-      if (occupied.size() <= lines_[nRow].characters.size()) occupied.resize(lines_[nRow].characters.size() + 1);
-      for (const LineToken& token : lines_[nRow].tokens) {
-        std::fill(occupied.begin() + token.lStart - 1, occupied.begin() + token.lEnd, true);
-      }
+    for (const TableBlock& part : parts_) {
+      for (const size_t nRow : part.rows) Occupy(occupied, report_.Lines()[nRow]);
     }
     parser.TableWidth = static_cast<int32_t>(occupied.size());
     const auto nMargin = static_cast<size_t>(std::find(occupied.begin(), occupied.end(), true) - occupied.begin());
@@ -69,12 +116,11 @@ class clsRuler {
     }
   }
 
-  /// The text of a row in a field, without the blanks around it.
-  static std::u32string_view TextIn(const ReportLine& line, const Field& field) {
+  /// The text of a row in a field, without the blanks behind it.
+  static std::u32string_view TextIn(const std::u32string& characters, const Field& field) {
     const auto nFrom = static_cast<size_t>(field.lStart) - 1;
-    if (nFrom >= line.characters.size()) return {};
-    std::u32string_view text =
-        std::u32string_view(line.characters).substr(nFrom, static_cast<size_t>(field.lEnd) - nFrom);
+    if (nFrom >= characters.size()) return {};
+    std::u32string_view text = std::u32string_view(characters).substr(nFrom, static_cast<size_t>(field.lEnd) - nFrom);
     while (!text.empty() && text.back() <= U' ') text.remove_suffix(1);
     return text;
   }
@@ -92,8 +138,8 @@ class clsRuler {
   void Look(Field& field) const {
     constexpr std::u32string_view kSigns = U"$\u20AC\u00A3\u00A5+-(*";
     constexpr std::u32string_view kMarks = U"%)-*";
-    for (const size_t nRow : block_.rows) {
-      const std::u32string_view text = TextIn(lines_[nRow], field);
+    for (const std::u32string& characters : sample_) {
+      const std::u32string_view text = TextIn(characters, field);
       const size_t nBegin = text.find_first_not_of(U' ');
       if (nBegin == std::u32string_view::npos) continue;
       const std::u32string_view value = text.substr(nBegin);
@@ -110,10 +156,9 @@ class clsRuler {
     if (left.IsFigures() || right.IsFigures() || right.lStart - left.lEnd != 2) return false;
     size_t nBoth = 0;
     size_t nTouch = 0;
-    for (const size_t nRow : block_.rows) {
-      const std::u32string& characters = lines_[nRow].characters;
-      if (TextIn(lines_[nRow], left).find_first_not_of(U' ') == std::u32string_view::npos ||
-          TextIn(lines_[nRow], right).empty()) {
+    for (const std::u32string& characters : sample_) {
+      if (TextIn(characters, left).find_first_not_of(U' ') == std::u32string_view::npos ||
+          TextIn(characters, right).empty()) {
         continue;
       }
       ++nBoth;
@@ -126,9 +171,7 @@ class clsRuler {
   void MergeFields() {
     std::vector<Field> merged;
     for (const Field& field : fields_) {
-      const bool bJoins =
-          !merged.empty() && ((merged.back().bSignsOnly && field.IsFigures()) ||
-                              (merged.back().IsFigures() && field.bMarksOnly) || IsRunningText(merged.back(), field));
+      const bool bJoins = !merged.empty() && Joins(merged.back(), field);
       if (!bJoins) {
         merged.push_back(field);
         continue;
@@ -142,33 +185,59 @@ class clsRuler {
     fields_ = std::move(merged);
   }
 
-  /// The blank of the ruler stands at one of the blank columns between two fields.
-  static int32_t Boundary(const Field& left, const Field& right) {
+  bool Joins(const Field& left, const Field& right) const {
+    if ((left.bSignsOnly && right.IsFigures()) || (left.IsFigures() && right.bMarksOnly)) return true;
+    if (IsRunningText(left, right)) return true;
+    return !left.IsFigures() && !right.IsFigures() && CutsAt(Boundary(left, right)) > 0;
+  }
+
+  int32_t CutsAt(int32_t lBoundary) const {
+    const auto nBoundary = static_cast<size_t>(lBoundary);
+    return nBoundary < cuts_.size() ? cuts_[nBoundary] : 0;
+  }
+
+  /// The blank of the ruler stands at one of the blank columns between two fields: where a longer text or a larger
+  /// number leaves it, but not inside a caption if another place is free.
+  int32_t Boundary(const Field& left, const Field& right) const {
     const int32_t lFirst = left.lEnd + 1;
     const int32_t lLast = right.lStart - 1;
-    if (!right.GrowsLeft()) return lLast;
-    return left.GrowsLeft() ? lFirst : lFirst + (lLast - lFirst) / 2;
+    int32_t lWanted = lLast;
+    if (right.GrowsLeft()) lWanted = left.GrowsLeft() ? lFirst : lFirst + (lLast - lFirst) / 2;
+    for (int32_t lAway = 0; lAway <= lLast - lFirst; ++lAway) {
+      if (lWanted + lAway <= lLast && CutsAt(lWanted + lAway) == 0) return lWanted + lAway;
+      if (lWanted - lAway >= lFirst && CutsAt(lWanted - lAway) == 0) return lWanted - lAway;
+    }
+    return lWanted;
   }
 
   std::string Draw() const {
     const Field& last = fields_.back();
     // What stands in front of the first field belongs to it, and a text at the end gets room to grow.
-    std::string sRuler(static_cast<size_t>(last.lEnd + (last.IsFigures() ? 1 : kRoomForText)), '-');
+    const int32_t lWidth = std::max(last.lEnd + (last.IsFigures() ? 1 : kRoomForText), lWidest_);
+    std::string sRuler(static_cast<size_t>(lWidth), '-');
     for (size_t i = 1; i < fields_.size(); ++i) {
       sRuler[static_cast<size_t>(Boundary(fields_[i - 1], fields_[i])) - 1] = ' ';
     }
     return sRuler;
   }
 
-  const std::vector<ReportLine>& lines_;
-  const TableBlock& block_;
+  const clsReportLines& report_;
+  std::span<const TableBlock> parts_;
+  size_t nRows_ = 0;
+  std::vector<std::u32string> sample_;
+  std::vector<int32_t> cuts_;  ///< By character, from 1
+  int32_t lWidest_ = 0;
   std::vector<Field> fields_;
 };
 
 }  // namespace
 
-std::string RulerOfBlock(const clsReportLines& report, const TableBlock& block) {
-  return clsRuler(report.Lines(), block).Text();
+std::string RulerOfBlocks(const clsReportLines& report, std::span<const TableBlock> parts) {
+  return clsRuler(report, parts).Text();
+}
+
+int32_t ColumnsOfRuler(std::string_view sRuler) {
+  return sRuler.empty() ? 0 : static_cast<int32_t>(std::count(sRuler.begin(), sRuler.end(), ' ')) + 1;
 }
 
 }  // namespace quillon
