@@ -80,6 +80,11 @@ int CheckCommand(const LookRequest& request) {
     }
     lTables = preview.lTables;
     bGood = CheckTable(look, preview) && bGood;
+    // A run ends at a key text that isn't there.
+    const bool bMissing = preview.start.place == KeyPlace::Missing || preview.end.place == KeyPlace::Missing;
+    if (bMissing && look.preview.lTable < lTables) {
+      look.Print("  The tables behind this one would not be converted.");
+    }
   }
   look.Print(bGood ? "Nothing is lost." : "Something is missing or lost.");
   return look.Flush() && bGood ? kExitDone : kExitSomeFailed;

@@ -18,10 +18,40 @@ bool IsOfValue(char32_t ch) {
   return ch >= 0x80 || (ch >= U'0' && ch <= U'9') || (ch >= U'A' && ch <= U'Z') || (ch >= U'a' && ch <= U'z');
 }
 
+constexpr std::string_view kDigits = "0123456789";
+
+/// Takes an exponent such as E+02 or D3 off the end of what has a sign in it or a point in front of it: 5D10 is a code.
+std::string_view WithoutExponent(std::string_view sText) {
+  const size_t nMark = sText.find_last_of("EeDd");
+  if (nMark == std::string_view::npos || nMark == 0) return sText;
+  std::string_view sPower = sText.substr(nMark + 1);
+  const bool bSign = sPower.starts_with('+') || sPower.starts_with('-');
+  if (bSign) sPower.remove_prefix(1);
+  if (sPower.empty() || sPower.find_first_not_of(kDigits) != std::string_view::npos) return sText;
+  const bool bPoint = sText.substr(0, nMark).find('.') != std::string_view::npos;
+  return bSign || bPoint ? sText.substr(0, nMark) : sText;
+}
+
+/// Addresses such as 10.101.1.27: groups of digits that no thousands make.
+bool HasGroupsOfACode(std::string_view sText, char cMark) {
+  constexpr size_t kThousand = 3;
+  int32_t lMarks = 0;
+  bool bLong = false;
+  bool bUneven = false;
+  for (size_t nMark = sText.find(cMark); nMark != std::string_view::npos; nMark = sText.find(cMark, nMark + 1)) {
+    const size_t nDigits = std::min(sText.find_first_not_of(kDigits, nMark + 1), sText.size()) - nMark - 1;
+    bLong = bLong || nDigits > kThousand;
+    bUneven = bUneven || nDigits != kThousand;
+    ++lMarks;
+  }
+  return (lMarks > 1 && bLong) || (lMarks > 2 && bUneven);
+}
+
 /// Digits among nothing but what goes with amounts, "CR" and "DR" included: a person would add it up.
 bool LooksLikeNumber(std::string_view sText) {
+  sText = WithoutExponent(sText);
+  if (HasGroupsOfACode(sText, '.') || HasGroupsOfACode(sText, ',')) return false;
   if (sText.ends_with("CR") || sText.ends_with("DR")) sText.remove_suffix(2);
-  constexpr std::string_view kDigits = "0123456789";
   if (sText.find_first_of(kDigits) == std::string_view::npos) return false;
   // A date or a code such as 10-11-12 has its separators between digits, a number's sign stands at an end.
   const size_t nMinus = sText.find('-', 1);

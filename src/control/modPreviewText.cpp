@@ -20,6 +20,7 @@ std::string KeyText(std::string_view sName, const PreviewKey& key) {
   std::string sText = fmt::format("{} \"{}\" ", sName, ShownText(key.sText));
   if (key.place == KeyPlace::Found) sText += fmt::format("on line {}", key.lLine);
   if (key.place == KeyPlace::Missing) sText += "not found";
+  if (key.place == KeyPlace::NotLookedFor) sText += "not looked for";
   if (key.place == KeyPlace::FurtherDown) sText += "not on a line that is shown";
   if (key.lOffset != 0) sText += fmt::format(", offset {}", key.lOffset);
   return sText;

@@ -101,7 +101,7 @@ class clsTableLook {
   bool FindStart() {
     PreviewKey& key = preview_.start;
     key.lLine = FindKeyText(reader_, {.sNeedle1 = key.sText});
-    if (key.lLine > 0) key.place = KeyPlace::Found;
+    key.place = key.lLine > 0 ? KeyPlace::Found : KeyPlace::Missing;
     // What is shown lies further down than what the page was found by.
     if (bByBeginning_ && reader_.BytesDone() > static_cast<int64_t>(2 * kBeginningBytes)) {
       bByBeginning_ = false;
@@ -168,7 +168,10 @@ class clsTableLook {
       const int32_t lColumn = lBase + static_cast<int32_t>(i);
       preview_.columns.push_back({starts[i], ends[i], lBase < 1 ? "" : NumToAlpha2(host_, lColumn), {}});
     }
-    return lBase > 0 || Fault(Translate("WriteColumn is no column"));
+    if (lBase < 1) return Fault(Translate("WriteColumn is no column"));
+    const bool bWritable = std::all_of(preview_.columns.begin(), preview_.columns.end(),
+                                       [](const PreviewColumn& column) { return IsColumnText(column.sLetters); });
+    return bWritable || Fault(Translate("Write Column must be (A-Z)!"));
   }
 
   void TakeRows() {

@@ -23,11 +23,11 @@ struct PreviewRequest {
   bool bWholeTable = false;
 };
 
-enum class KeyPlace : uint8_t { Found, Missing, FurtherDown };
+enum class KeyPlace : uint8_t { NotLookedFor, Found, Missing, FurtherDown };
 struct PreviewKey {
   std::string sText;
   int32_t lOffset = 0;
-  KeyPlace place = KeyPlace::Missing;
+  KeyPlace place = KeyPlace::NotLookedFor;
   int64_t lLine = 0;  ///< First line that holds the text, from 1
 };
 

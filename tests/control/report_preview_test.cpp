@@ -103,13 +103,23 @@ TEST_F(ReportPreviewTest, ReadsNoFurtherThanWhatItShows) {
   EXPECT_EQ(preview.lFirstLossLine, 1002);
 }
 
+TEST_F(ReportPreviewTest, SaysThatAColumnHasNoPlaceOnTheSheet) {
+  const ReportPreview preview = Look("TOP\nab\nEND\n", "TOP", "END", std::string(1400, '-').replace(1, 1, " "));
+  EXPECT_EQ(preview.sFault, "") << "Z and AA";
+  std::string sRuler;
+  for (int i = 0; i < 700; ++i) sRuler += "- ";
+  EXPECT_EQ(Look("TOP\nab\nEND\n", "TOP", "END", sRuler).sFault, "Write Column must be (A-Z)!");
+}
+
 TEST_F(ReportPreviewTest, TellsNumbersFromWhatOnlyLooksLikeThem) {
   request.bWholeTable = true;
-  const ReportPreview preview = Look("TOP\n  12\n1.2.3\n9CR\nred\n\nEND\n", "TOP", "END", "-----");
+  const ReportPreview preview =
+      Look("TOP\n  12\n1.2.3\n9CR\nred\n1.547D+02\n10.101.1.27\n0010.4077.4169\n5D10\n1.234.567,00\n\nEND\n", "TOP",
+           "END", "--------------");
   const CellCensus& census = preview.columns.at(0).census;
   EXPECT_EQ(census.lNumbers, 1);
-  EXPECT_EQ(census.lTexts, 3);
-  EXPECT_EQ(census.lLikeNumbers, 2);
+  EXPECT_EQ(census.lTexts, 8);
+  EXPECT_EQ(census.lLikeNumbers, 4) << "an address or a code doesn't";
   EXPECT_EQ(census.sLikeNumber, "1.2.3");
   EXPECT_EQ(census.lLikeNumberLine, 3);
   EXPECT_EQ(census.lEmpty, 1);
