@@ -5,7 +5,6 @@ import argparse
 import os
 import pathlib
 import random
-import shutil
 import statistics
 import subprocess
 import sys
@@ -15,6 +14,10 @@ import time
 WIDTHS = (8, 10, 20, 10, 12, 6, 8, 9, 12, 10)
 GAWK_CSV = r"""function put(s) { sub(/ +$/, "", s); if (s ~ /[",]/) { gsub(/"/, "\"\"", s); s = "\"" s "\"" } return s }
 NR > 1 { out = put($1); for (i = 3; i <= NF; i += 2) out = out "," put($i); print out }"""
+
+PANDAS_CSV = """import sys, pandas
+widths = [int(width) + 1 for width in sys.argv[1].split(",")]
+pandas.read_fwf("ledger.txt", widths=widths, header=None, dtype=str, skiprows=1).to_csv("out.csv", index=False, header=False)"""
 
 
 class Figures:
@@ -65,6 +68,14 @@ def framed(rows):
     return "LEDGER START\n" + "\n".join(rows) + "\nLEDGER END\n"
 
 
+def fixed_schema():
+    start, lines = 0, ["column,start,length"]
+    for number, width in enumerate(WIDTHS, 1):
+        lines.append(f"c{number},{start},{width}")
+        start += width + 1
+    return "\n".join(lines) + "\n"
+
+
 def make_files(folder, rows):
     chance = random.Random(1)
     lines = [ledger_row(i, chance) for i in range(rows)]
@@ -82,6 +93,7 @@ def make_files(folder, rows):
     (folder / "worked.rcp").write_text(recipe("="))
     (folder / "led.txt").write_text("".join(
         f"{n}\t{width + (n < len(WIDTHS))}\t[32] Space\tLeft\tNo\t{n}\t\t\r\n" for n, width in enumerate(WIDTHS, 1)))
+    (folder / "schema.csv").write_text(fixed_schema())
     (folder / "million.txt").write_text(framed([line + f" {i:10} {i:10}" for i, line in enumerate(
         lines[j % rows] for j in range(1000000))]))
     (folder / "million.rcp").write_text(recipe(" ".join("-" * width for width in WIDTHS + (10, 10))))
@@ -130,19 +142,19 @@ def measure(folder, program, chosen):
     drawn, cells = ["--recipe", "drawn.rcp"], chosen.rows * len(WIDTHS)
     print("| work | s | CPU s | peak MB | MB/s | M cells/s | peer | s | peer / ours | note |\n|---|---|---|---|---|---|---|---|---|---|")
     to_csv = convert("ledger.txt", "out.csv", drawn)
-    peers = {"cp": ["cp", "ledger.txt", "out.txt"]}
-    if shutil.which("gawk"):
-        separated = " ".join(f"{width} 1" for width in WIDTHS[:-1]) + f" {WIDTHS[-1]}"
-        peers["gawk -b, trimmed and quoted"] = ["gawk", "-b", "-v", f"FIELDWIDTHS={separated}", GAWK_CSV, "ledger.txt"]
-    else:
-        print("gawk is not installed: skipped", file=sys.stderr)
-    for peer, command in peers.items():
-        ours, theirs = side_by_side([to_csv, command], folder, chosen.runs)
-        print_row("recipe to CSV", ours, theirs, peer, size("ledger.txt"), cells)
-    profile = ["--profile", "led.txt"]
-    for peer, command in list(peers.items())[1:]:
-        ours, theirs = side_by_side([convert("ledger.txt", "out.csv", profile), command], folder, chosen.runs)
-        print_row("profile to CSV", ours, theirs, peer, size("ledger.txt"), cells)
+    separated = " ".join(f"{width} 1" for width in WIDTHS[:-1]) + f" {WIDTHS[-1]}"
+    gawk = ["gawk", "-b", "-v", f"FIELDWIDTHS={separated}", GAWK_CSV, "ledger.txt"]
+    profile = convert("ledger.txt", "out.csv", ["--profile", "led.txt"])
+    # Slow peers run once: their seconds are many times what a run differs from the next.
+    for work, command, peer, theirs, runs in (
+            ("recipe to CSV", to_csv, "cp", ["cp", "ledger.txt", "out.txt"], chosen.runs),
+            ("recipe to CSV", to_csv, "gawk -b, trimmed and quoted", gawk, chosen.runs),
+            ("profile to CSV", profile, "gawk -b, trimmed and quoted", gawk, chosen.runs),
+            ("recipe to CSV", to_csv, "pandas read_fwf and to_csv",
+             ["/usr/bin/python3", "-c", PANDAS_CSV, ",".join(map(str, WIDTHS))], 1),
+            ("recipe to CSV", to_csv, "in2csv -f fixed", "in2csv -f fixed -s schema.csv ledger.txt >out.csv", 1)):
+        figures = side_by_side([command, theirs], folder, runs)
+        print_row(work, *figures, peer, size("ledger.txt"), cells)
     for source in ("tabs.txt", "cp437.txt", "utf8.txt"):
         method = drawn + (["--encoding", "cp437"] if source == "cp437.txt" else [])
         [ours] = side_by_side([convert(source, "out.csv", method)], folder, chosen.runs)

@@ -12,7 +12,7 @@ demo="python3"
 tests="python3 python3-openpyxl python3-xlrd python3-xlwt python3-xlsxwriter python3-lxml libgtest-dev libreoffice-calc-nogui gnumeric"
 gui="qt6-base-dev"
 checks="clang-format git"
-bench="gawk libxlsxwriter-dev libbenchmark-dev python3"
+bench="gawk csvkit python3-pandas libxlsxwriter-dev libbenchmark-dev python3"
 package="python3 dpkg-dev file gzip"
 
 wanted=""
