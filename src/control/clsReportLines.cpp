@@ -36,14 +36,6 @@ LineToken Token(const std::u32string& characters, size_t nFrom, size_t nEnd) {
   return {static_cast<int32_t>(nFrom) + 1, static_cast<int32_t>(nEnd), nDigits > 0 && nDigits >= nLetters};
 }
 
-/// Tabs, page feeds and the marks of printers aside.
-bool IsBinary(std::string_view sText) {
-  constexpr std::string_view kUsual = "\t\v\f\r\b\x1B\x0E\x0F\x1A";
-  return std::any_of(sText.begin(), sText.end(), [&](char c) {
-    return static_cast<unsigned char>(c) < ' ' && kUsual.find(c) == std::string_view::npos;
-  });
-}
-
 /// The characters that are looked at, up to the last one that is no blank. lWidth: of all of the line.
 void TakeCharacters(std::string_view sText, int32_t lTabSize, std::u32string& characters, int32_t& lWidth) {
   characters.clear();
@@ -111,7 +103,7 @@ void clsReportLines::AddLine(std::string_view sText) {
   ReportLine& line = lines_.emplace_back();
   sAll_.append(sText).append("\n");
   line.sText = {sAll_.data(), sText.size()};
-  line.bBinary = IsBinary(sText);
+  line.bBinary = IsBinaryText(sText);
   TakeCharacters(sText, lTabSize_, characters_, line.lWidth);
   const size_t nBefore = tokens_.size();
   FindTokens(line);
@@ -127,6 +119,13 @@ void clsReportLines::Settle() {
     nText += line.sText.size() + 1;
     nToken += line.tokens.size();
   }
+}
+
+bool IsBinaryText(std::string_view sText) {
+  constexpr std::string_view kUsual = "\t\v\f\r\b\x1B\x0E\x0F\x1A";
+  return std::any_of(sText.begin(), sText.end(), [&](char c) {
+    return static_cast<unsigned char>(c) < ' ' && kUsual.find(c) == std::string_view::npos;
+  });
 }
 
 bool clsReportLines::Read(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize, Failure& failure) {

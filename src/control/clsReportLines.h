@@ -28,6 +28,9 @@ struct ReportLine {
   bool IsBlank() const { return tokens.empty(); }
 };
 
+/// True if the text holds control characters other than tabs, page feeds and the marks of printers.
+bool IsBinaryText(std::string_view sText);
+
 /// The lines of a report, as far as its tables are looked for.
 class clsReportLines {
  public:

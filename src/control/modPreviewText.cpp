@@ -21,6 +21,7 @@ std::string KeyText(std::string_view sName, const PreviewKey& key) {
   if (key.place == KeyPlace::Found) sText += fmt::format("on line {}", key.lLine);
   if (key.place == KeyPlace::Missing) sText += "not found";
   if (key.place == KeyPlace::NotLookedFor) sText += "not looked for";
+  if (key.place == KeyPlace::NotReached) sText += "not in the part that was searched";
   if (key.place == KeyPlace::FurtherDown) sText += "not on a line that is shown";
   if (key.lOffset != 0) sText += fmt::format(", offset {}", key.lOffset);
   return sText;
@@ -28,18 +29,6 @@ std::string KeyText(std::string_view sName, const PreviewKey& key) {
 
 std::string CellText(const std::string& sCell) {
   return ShownText(TrimBlanks(sCell));
-}
-
-/// Letters of the output's columns, in the order of the cells.
-std::vector<std::string> Letters(const ReportPreview& preview) {
-  std::vector<std::string> letters;
-  for (const PreviewColumn& column : preview.columns) {
-    if (!column.sLetters.empty()) letters.push_back(column.sLetters);
-  }
-  std::sort(letters.begin(), letters.end(), [](const std::string& a, const std::string& b) {
-    return a.size() != b.size() ? a.size() < b.size() : a < b;
-  });
-  return letters;
 }
 
 class clsPreviewWriter {
@@ -81,7 +70,7 @@ class clsPreviewWriter {
   }
 
   void Cells() {
-    const std::vector<std::string> letters = Letters(preview_);
+    const std::vector<std::string> letters = ColumnTitles(preview_);
     std::vector<size_t> widths;
     for (const std::string& sLetters : letters) widths.push_back(sLetters.size());
     for (const PreviewRow& row : preview_.rows) {
@@ -121,6 +110,17 @@ std::string PreviewText(const ReportPreview& preview) {
 
 std::string BoundsText(const ReportPreview& preview) {
   return clsPreviewWriter(preview).BoundsText();
+}
+
+std::vector<std::string> ColumnTitles(const ReportPreview& preview) {
+  std::vector<std::string> letters;
+  for (const PreviewColumn& column : preview.columns) {
+    if (!column.sLetters.empty()) letters.push_back(column.sLetters);
+  }
+  std::sort(letters.begin(), letters.end(), [](const std::string& a, const std::string& b) {
+    return a.size() != b.size() ? a.size() < b.size() : a < b;
+  });
+  return letters;
 }
 
 std::string CountedText(int64_t lCount, std::string_view sOne, std::string_view sMany) {

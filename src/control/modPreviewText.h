@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "modReportPreview.h"
 
@@ -14,6 +15,9 @@ namespace quillon {
 std::string PreviewText(const ReportPreview& preview);
 /// The bounds alone; "" for a profile, which has none.
 std::string BoundsText(const ReportPreview& preview);
+
+/// Letters of the output's columns, in the order of the cells.
+std::vector<std::string> ColumnTitles(const ReportPreview& preview);
 
 /// "1 row", "2 rows".
 std::string CountedText(int64_t lCount, std::string_view sOne, std::string_view sMany);

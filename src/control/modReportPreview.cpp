@@ -51,7 +51,12 @@ class clsTableLook {
   }
 
   ReportPreview Look() {
-    if (ReadKeys() && Open() && FindBounds() && FindColumns()) TakeRows();
+    if (!ReadKeys() || !Open() || !FindBounds()) {
+      // A drawn ruler can be shown all the same.
+      if (keys_.sTemplate.find('=') == std::string::npos && TrimBlanks(keys_.sTemplate) != "-") FindColumns();
+    } else if (FindColumns()) {
+      TakeRows();
+    }
     if (preview_.sFault.empty() && reader_.LastFailure().Failed()) Fault(reader_.LastFailure().sText);
     return std::move(preview_);
   }
@@ -101,7 +106,7 @@ class clsTableLook {
   bool FindStart() {
     PreviewKey& key = preview_.start;
     key.lLine = FindKeyText(reader_, {.sNeedle1 = key.sText});
-    key.place = key.lLine > 0 ? KeyPlace::Found : KeyPlace::Missing;
+    key.place = key.lLine > 0 ? KeyPlace::Found : NotThere();
     // What is shown lies further down than what the page was found by.
     if (bByBeginning_ && reader_.BytesDone() > static_cast<int64_t>(2 * kBeginningBytes)) {
       bByBeginning_ = false;
@@ -111,19 +116,21 @@ class clsTableLook {
     return !reader_.LastFailure().Failed();
   }
 
+  KeyPlace NotThere() const { return reader_.IsCutShort() ? KeyPlace::NotReached : KeyPlace::Missing; }
+
   /// The first line that holds the end's text, from the top; no further down than it matters.
   bool FindEnd() {
     PreviewKey& key = preview_.end;
     if (!Reopen()) return false;
-    if (request_.bWholeTable || preview_.start.place != KeyPlace::Found) {
+    if (request_.bWholeTable || request_.bFindEnd || preview_.start.place != KeyPlace::Found) {
       key.lLine = FindKeyText(reader_, {.sNeedle1 = key.sText});
-      key.place = key.lLine > 0 ? KeyPlace::Found : KeyPlace::Missing;
+      key.place = key.lLine > 0 ? KeyPlace::Found : NotThere();
       return !reader_.LastFailure().Failed();
     }
     const int64_t lLastShown = preview_.start.lLine + table_.ReadStartLineOffset + request_.lRows;
     const int64_t lLimit = std::max<int64_t>(lLastShown - table_.ReadEndLineOffset, preview_.start.lLine);
     const std::string sNeedle = reader_.CodePage().FromUtf8(key.sText);
-    key.place = KeyPlace::Missing;
+    key.place = NotThere();
     for (std::string_view sRow; reader_.ReadRow(sRow);) {
       if (sRow.find(sNeedle) != std::string_view::npos) {
         key.lLine = reader_.RowNumber();
@@ -140,6 +147,9 @@ class clsTableLook {
   bool FindBounds() {
     if (!FindStart() || !FindEnd()) return false;
     if (preview_.start.place == KeyPlace::Missing) return Fault(Translate("ReadStartLine is not in the report"));
+    if (preview_.start.place == KeyPlace::NotReached) {
+      return Fault(Translate("ReadStartLine is not in the part of the report that was searched"));
+    }
     if (preview_.end.place == KeyPlace::Missing) return Fault(Translate("ReadEndLine is not in the report"));
     const int64_t lFirst = preview_.start.lLine + table_.ReadStartLineOffset;
     const int64_t lLast = preview_.end.place == KeyPlace::Found ? preview_.end.lLine + table_.ReadEndLineOffset
@@ -157,7 +167,12 @@ class clsTableLook {
       return Fault(host_.Fault().empty() ? Translate("Parsing gives no columns") : host_.Fault());
     };
     std::string sTemplate = keys_.sTemplate;
-    if (!FixTemplate(*context_, request_.sInput, request_.lTabSize, table_, sTemplate)) return missing();
+    if (!FixTemplate(*context_, request_.sInput, request_.lTabSize, table_, sTemplate)) {
+      if (host_.Fault().empty() && preview_.end.place == KeyPlace::NotReached) {
+        return Fault(Translate("The table's end is not in the part of the report that was searched"));
+      }
+      return missing();
+    }
     std::vector<int32_t> starts;
     std::vector<int32_t> ends;
     std::vector<std::string> ops;
@@ -194,7 +209,9 @@ class clsTableLook {
       TakeRow(row, lLine, taken, measure);
     }
     row.Clear();
-    if (preview_.lLastLine > 0) preview_.lLastLine = std::min(preview_.lLastLine, reader_.RowNumber());
+    if (reader_.IsCutShort() && reader_.AtEnd() && reader_.RowNumber() < lLastWanted_) preview_.bMore = true;
+    if (preview_.lLastLine > 0 && !reader_.IsCutShort())
+      preview_.lLastLine = std::min(preview_.lLastLine, reader_.RowNumber());
   }
 
   void TakeRow(clsRow& row, int64_t lLine, PreviewRow& taken, clsRowMeasure& measure) {

@@ -21,9 +21,17 @@ struct PreviewRequest {
   /// Measures every row of the table and types its cells. Else the report is read no further than the rows kept, and a
   /// table's end that lies behind them isn't looked for.
   bool bWholeTable = false;
+  /// Looks for the table's end as far as text.lMostBytes lets it, so that one that isn't there is told.
+  bool bFindEnd = false;
 };
 
-enum class KeyPlace : uint8_t { NotLookedFor, Found, Missing, FurtherDown };
+enum class KeyPlace : uint8_t {
+  NotLookedFor,
+  Found,
+  Missing,
+  FurtherDown,  ///< Not looked for any further, as it matters to no row that is kept
+  NotReached,   ///< Not in the first text.lMostBytes of a longer report
+};
 struct PreviewKey {
   std::string sText;
   int32_t lOffset = 0;
@@ -80,6 +88,21 @@ struct ReportPreview {
 ReportPreview PreviewByRecipe(const PreviewRequest& request, clsSectionFile& recipe);
 /// By a profile (a path or a name), pads trimmed as in a run; all lines of the report are rows.
 ReportPreview PreviewByProfile(const PreviewRequest& request, std::string_view sProfile);
+
+/// Lines lFirst to lLast of a report, from 1.
+struct LineRange {
+  int64_t lFirst = 1, lLast = 1;
+};
+/// Lines of a report as a run reads them, whatever any recipe says.
+struct ReportStretches {
+  std::string sFault;            ///< Why the report can't be read; "" if it can
+  std::vector<PreviewRow> rows;  ///< Line number and text alone
+  bool bMore = false;            ///< The report goes on behind them
+  bool bBinary = false;          ///< They hold control characters that no report has
+};
+/// The lines of the ranges (ascending, apart), in one pass; no more than nMostCharacters of each.
+ReportStretches ReadStretches(const PreviewRequest& request, const std::vector<LineRange>& ranges,
+                              size_t nMostCharacters);
 
 /// What a row loses, position by position: "^" under the last character before a cut, "!" under what no column takes,
 /// else a blank; "" if nothing is lost.

@@ -104,11 +104,13 @@ bool clsLineReader::Prepare() {
   tabs_ = Tabs::Unknown;
   ends_ = Ends::Lf;
   nStart_ = 0;
+  bCutShort_ = false;
   const bool bMemory = nHandle_ < 0;
   if (!bMemory) {
     nFilePos_ = 0;
     window_ = {};
-    if (!FindEndOfText()) return false;
+    bCutShort_ = options_.lMostBytes > 0 && nEnd_ > options_.lMostBytes;
+    if (!(bCutShort_ ? CutShort() : FindEndOfText())) return false;
   } else {
     const size_t nText = window_.find_last_not_of('\0');
     const bool bMarked = nText != std::string_view::npos && window_[nText] == kEndOfFileMark;
@@ -149,6 +151,24 @@ bool clsLineReader::FindEndOfText() {
     }
   }
   if (nText >= 0) nEnd_ = 0;
+  return true;
+}
+
+/// Sets nEnd_ behind the last row end before lMostBytes, if that isn't far, else between two characters.
+bool clsLineReader::CutShort() {
+  constexpr int64_t kFar = 64 << 10;
+  nEnd_ = options_.lMostBytes;
+  std::string sTail(static_cast<size_t>(std::min(kFar, nEnd_)), '\0');
+  const int64_t nFrom = nEnd_ - static_cast<int64_t>(sTail.size());
+  const int64_t nGot = ReadHandleAt(nHandle_, sTail.data(), sTail.size(), nFrom);
+  if (nGot < 0) {
+    failure_ = SystemFailure(sPath_, errno);
+    return false;
+  }
+  sTail.resize(static_cast<size_t>(nGot));
+  const size_t nLastEnd = sTail.rfind('\n');
+  const size_t nKept = nLastEnd == std::string::npos ? sTail.size() - CutTail(sTail) : nLastEnd + 1;
+  nEnd_ = nFrom + static_cast<int64_t>(nKept);
   return true;
 }
 

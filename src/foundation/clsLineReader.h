@@ -14,6 +14,9 @@ namespace quillon {
 struct TextFileOptions {
   bool bUnix = false;
   const clsCodePage* pCodePage = &clsCodePage::Windows1252();
+  /// Above 0: a longer file is read as if it ended with the last row that ends in its first so many bytes (in the
+  /// middle of a row if none does). For looks that must not take long.
+  int64_t lMostBytes = 0;
 };
 
 /// The one reader of rows: reports, recipes, profiles, marks.
@@ -52,6 +55,8 @@ class clsLineReader {
   int64_t RowNumber() const { return lRow_; }
   int64_t BytesDone() const;
   int64_t BytesTotal() const { return nEnd_; }
+  /// True if the file goes on behind lMostBytes.
+  bool IsCutShort() const { return bCutShort_; }
 
   /// Reads on to the next row that contains sNeedle (bytes; "" is in every row that isn't empty) and, if sExclusion
   /// isn't empty, not sExclusion. Returns how many rows that took (the row found included), 0 at the end.
@@ -71,6 +76,7 @@ class clsLineReader {
 
   bool Prepare();
   bool FindEndOfText();
+  bool CutShort();
   bool ScanForEnds();
   bool Fill();
   bool NextRawRow(std::string_view& sRow);
@@ -83,6 +89,7 @@ class clsLineReader {
   std::string sPath_;
   Failure failure_;
   Ends ends_ = Ends::Lf;
+  bool bCutShort_ = false;
   bool bEnded_ = false;     ///< The row handed out last had a line end
   bool bInBuffer_ = false;  ///< The row handed out last lies in the buffer
   int64_t nStart_ = 0;      ///< First byte behind a UTF-8 mark

@@ -28,6 +28,8 @@ class clsSectionFile {
   bool AtEnd() const { return nLine_ >= starts_.size(); }
   /// The next line as UTF-8, valid as long as the file is open; False at the end.
   bool ReadLine(std::string_view& sLine);
+  /// Lines read or passed so far: the number of the line read last, from 1.
+  size_t LineNumber() const { return nLine_; }
   /// Goes on to the line behind the next header of that name; to the end, and False, if none follows.
   bool SeekSection(std::string_view section);
   /// False once kMaxMissing values were looked for in vain up to the end of the file. To be asked before reading one

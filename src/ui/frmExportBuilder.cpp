@@ -1,5 +1,7 @@
 #include "frmExportBuilder.h"
 
+#include <algorithm>
+
 #include "clsOutputFile.h"
 #include "frmMain.h"
 #include "modFiles.h"
@@ -80,6 +82,21 @@ void frmExportBuilder::SetEditorText(std::string_view sText) {
   clsControl& editor = Get("txtFileEditor");
   if (editor.sText != sText) bDirty = true;
   editor.sText = sText;
+}
+
+void frmExportBuilder::EditText(const TextEdit& edit) {
+  const bool bBehind = nCaret >= edit.nFrom + edit.nLength;
+  if (bBehind) nCaret += edit.sNew.size() - edit.nLength;
+  SetEditorText(edit.Applied(Get("txtFileEditor").sText));
+  Refresh();
+}
+
+void frmExportBuilder::MoveCaret(size_t nPlace) {
+  clsControl& editor = Get("txtFileEditor");
+  nCaret = std::min(nPlace, editor.sText.size());
+  editor.lSelStart = static_cast<int64_t>(CharCount(std::string_view(editor.sText).substr(0, nCaret)));
+  editor.lSelLength = 0;
+  Refresh();
 }
 
 void frmExportBuilder::RefreshTitle() {

@@ -6,6 +6,7 @@
 
 #include "clsForm.h"
 #include "clsScreen.h"
+#include "modRecipeText.h"
 
 namespace quillon {
 
@@ -24,6 +25,7 @@ class frmExportBuilder : public clsForm {
   bool bDirty = false;
   std::string sLastRecipeFileName;
   WindowPlacement placement;
+  size_t nCaret = 0;  ///< Bytes of the text in front of the caret, as the view saw it last
 
   void Form_Load();
   void CloseRequested() override { cmdClose_Click(); }
@@ -35,6 +37,10 @@ class frmExportBuilder : public clsForm {
   void SaveIniFile();
   /// The text of the editor is this now.
   void SetEditorText(std::string_view sText);
+  /// One edit of the text that is no typing of the user's.
+  void EditText(const TextEdit& edit);
+  /// Puts the caret behind so many bytes of the text.
+  void MoveCaret(size_t nPlace);
   /// Title, with the caret on the last character and that one selected.
   void RefreshTitle();
   frmMain& Owner() { return oOwner_; }

@@ -111,6 +111,32 @@ TEST_F(ReportPreviewTest, SaysThatAColumnHasNoPlaceOnTheSheet) {
   EXPECT_EQ(Look("TOP\nab\nEND\n", "TOP", "END", sRuler).sFault, "Write Column must be (A-Z)!");
 }
 
+TEST_F(ReportPreviewTest, StopsWhereTheLookIsBounded) {
+  std::string sReport = "TOP\n";
+  for (int i = 0; i < 1000; ++i) sReport += "ab cd\n";
+  sReport += "END\n";
+  request.text.lMostBytes = 100;  // in the middle of a row
+  request.bFindEnd = true;
+  ReportPreview preview = Look(sReport, "TOP", "END", "-- --");
+  EXPECT_EQ(preview.sFault, "");
+  EXPECT_EQ(preview.end.place, KeyPlace::NotReached);
+  EXPECT_EQ(preview.rows.size(), 16U);
+  EXPECT_TRUE(preview.bMore);
+  EXPECT_EQ(preview.rows.back().cells, (Cells{"ab ", "cd"}));
+  EXPECT_EQ(Look(sReport, "END", "END", "-- --").start.place, KeyPlace::NotReached);
+  EXPECT_EQ(Look(sReport, "TOP", "END", "=").sFault,
+            "The table's end is not in the part of the report that was searched");
+  request.text.lMostBytes = int64_t{1} << 20;
+  preview = Look(sReport, "TOP", "END", "-- --");
+  EXPECT_EQ(preview.lLastLine, 1001) << "found far behind the rows that are kept";
+  EXPECT_EQ(preview.rows.size(), 20U);
+  const ReportStretches stretches = ReadStretches(request, {{1, 2}, {1002, 1009}}, 4);
+  ASSERT_EQ(stretches.rows.size(), 3U);
+  EXPECT_EQ(stretches.rows[1].sText, "ab c");
+  EXPECT_EQ(stretches.rows[2].lLine, 1002);
+  EXPECT_FALSE(stretches.bMore);
+}
+
 TEST_F(ReportPreviewTest, TellsNumbersFromWhatOnlyLooksLikeThem) {
   request.bWholeTable = true;
   const ReportPreview preview =

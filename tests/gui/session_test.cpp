@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
@@ -200,19 +201,19 @@ class clsSession : public QObject {
     bool bHidden = false;
     WithModal([&](QWidget* pEditor) {
       auto* const pText = pEditor->findChild<QPlainTextEdit*>("txtFileEditor");
-      auto* const pPane = pEditor->findChild<QPlainTextEdit*>("txtPreview");
+      auto* const pNotes = pEditor->findChild<QLabel*>("lblCutNotes");
       QTest::qWait(300);
-      sWrong = pPane->toPlainText();
+      sWrong = pNotes->text();
       pText->setPlainText(pText->toPlainText().replace("--- ---", "------- --"));
       QTest::qWait(300);
-      sRight = pPane->toPlainText();
+      sRight = pNotes->text();
       pEditor->findChild<QAbstractButton*>("cbShowPreview")->click();
-      bHidden = !pPane->isVisible();
+      bHidden = !pNotes->isVisible();
       QTest::mouseClick(pEditor->findChild<QPushButton*>("cmdCancel"), Qt::LeftButton);
     });
     pForm_->Click("cmdEditRecipe");
-    QVERIFY2(sWrong.contains("1 value cut"), qPrintable(sWrong));
-    QVERIFY2(sRight.contains("Bolts | 12") && sRight.contains("0 values cut"), qPrintable(sRight));
+    QVERIFY2(sWrong.contains("Values cut: 1"), qPrintable(sWrong));
+    QVERIFY2(sRight.contains("Nothing is lost."), qPrintable(sRight));
     QVERIFY(bHidden);
   }
 

@@ -1,7 +1,6 @@
 #include "clsDesktopFixture.h"
 #include "frmExportBuilder.h"
 #include "frmSpecifyFixedWidthText.h"
-#include "modEditorPreview.h"
 
 namespace quillon {
 namespace {
@@ -249,22 +248,6 @@ TEST_F(RecipeEditor, ACancelledOpenKeepsTheTextAndLosesTheName) {
   const size_t nMessages = host_.messages.size();
   editor_.Click("cmdSave");
   EXPECT_EQ(host_.messages.size(), nMessages + 1);
-}
-
-TEST_F(RecipeEditor, ThePaneShowsTheTableThatTheCaretIsIn) {
-  const std::string sRecipe =
-      "[Table 1]\nReadStartLine=TOP\nReadStartLineOffset=1\nReadEndLine=MID\nReadEndLineOffset=-1\nParsing=-- --\n"
-      "WriteColumn=A\n[Table 2]\nReadStartLine=NONE\nReadEndLine=END\nParsing=-- --\nWriteColumn=A\n";
-  form_.Get("cbInputFile").sText = folder_.Path("missing.txt");
-  EXPECT_NE(EditorPreview(editor_, sRecipe, 0).find("Choose one input file"), std::string::npos);
-  form_.Get("cbInputFile").sText = folder_.Write("in.txt", "TOP\nabcde\nMID\nEND\n");
-  const std::string sFirst = EditorPreview(editor_, sRecipe, 0);
-  EXPECT_NE(sFirst.find("Table 1 of 2"), std::string::npos);
-  EXPECT_NE(sFirst.find("     2  abcde"), std::string::npos);
-  EXPECT_NE(sFirst.find("1 value cut"), std::string::npos);
-  EXPECT_NE(EditorPreview(editor_, sRecipe, sRecipe.find("[Table 2]")).find("ReadStartLine is not in the report"),
-            std::string::npos);
-  EXPECT_NE(EditorPreview(editor_, "no recipe yet", 99).find("no table"), std::string::npos);
 }
 
 }  // namespace

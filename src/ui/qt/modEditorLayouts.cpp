@@ -12,16 +12,20 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QSplitter>
 #include <QTableWidget>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <memory>
 
+#include "clsRecipeCut.h"
+#include "clsReportCutView.h"
 #include "frmExportBuilder.h"
 #include "frmSpecifyFixedWidthText.h"
 #include "modDialogLayouts.h"
-#include "modEditorPreview.h"
+#include "modText.h"
 #include "modTranslator.h"
 
 namespace quillon {
@@ -112,36 +116,55 @@ QHBoxLayout* Line(clsFormBinder& b, std::initializer_list<const char*> names) {
   return pRow;
 }
 
-/// The pane below the recipe editor, brought up to date a moment after the last key, and the box that closes it.
-QCheckBox* MakePreview(frmExportBuilder& form, QPlainTextEdit* pEditor, QSplitter* pSplitter) {
-  constexpr int kMoment = 120;  // milliseconds
-  auto* const pPane = new QPlainTextEdit;
-  pPane->setObjectName("txtPreview");
-  pPane->setFont(pEditor->font());
-  pPane->setLineWrapMode(QPlainTextEdit::NoWrap);
-  pPane->setReadOnly(true);
-  pSplitter->addWidget(pPane);
-  auto* const pBox = new QCheckBox(ToQt(Translate("Show how the input file is cut")));
-  pBox->setObjectName("cbShowPreview");
-  pBox->setChecked(true);
-  auto* const pTimer = new QTimer(pEditor);
-  pTimer->setSingleShot(true);
-  QObject::connect(pTimer, &QTimer::timeout, pPane, [&form, pEditor, pPane] {
-    if (!pPane->isVisible()) return;
-    const QString sText = pEditor->toPlainText();
-    const auto nCaret = static_cast<size_t>(sText.left(pEditor->textCursor().position()).toUtf8().size());
-    const QString sShown = ToQt(EditorPreview(form, FromQt(sText), nCaret));
-    if (pPane->toPlainText() != sShown) pPane->setPlainText(sShown);
-  });
-  const auto later = [pTimer] { pTimer->start(kMoment); };
-  QObject::connect(pEditor, &QPlainTextEdit::textChanged, pTimer, later);
-  QObject::connect(pEditor, &QPlainTextEdit::cursorPositionChanged, pTimer, later);
-  QObject::connect(pBox, &QCheckBox::toggled, pPane, [pPane, later](bool bShown) {
-    pPane->setVisible(bShown);
-    later();
-  });
-  later();
-  return pBox;
+/// Shows the model's text. What the model changed is one step that the editor's undo takes back, unless another file
+/// was loaded.
+void ShowEditorText(QPlainTextEdit& editor, const QString& sShown, bool bLoaded) {
+  const QString sNow = editor.toPlainText();
+  if (sNow == sShown) return;
+  if (bLoaded || sNow.isEmpty()) return editor.setPlainText(sShown);
+  const auto nShorter = std::min(sNow.size(), sShown.size());
+  qsizetype nSame = 0;
+  while (nSame < nShorter && sNow[nSame] == sShown[nSame]) ++nSame;
+  qsizetype nSameEnd = 0;
+  while (nSameEnd < nShorter - nSame && sNow[sNow.size() - 1 - nSameEnd] == sShown[sShown.size() - 1 - nSameEnd]) {
+    ++nSameEnd;
+  }
+  QTextCursor cursor(editor.document());
+  cursor.setPosition(static_cast<int>(nSame));
+  cursor.setPosition(static_cast<int>(sNow.size() - nSameEnd), QTextCursor::KeepAnchor);
+  cursor.insertText(sShown.mid(nSame, sShown.size() - nSame - nSameEnd));
+}
+
+/// Where the model wants the caret: at a place, or behind the last character.
+void ShowCaret(QPlainTextEdit& editor, const clsControl& text) {
+  QTextCursor cursor = editor.textCursor();
+  if (text.lSelLength > 0) {
+    cursor.movePosition(QTextCursor::End);
+  } else {
+    const auto nBytes = ByteOffset(text.sText, static_cast<size_t>(text.lSelStart) + 1);
+    cursor.setPosition(static_cast<int>(ToQt(text.sText.substr(0, nBytes)).replace("\r\n", "\n").size()));
+  }
+  editor.setTextCursor(cursor);
+  editor.ensureCursorVisible();
+}
+
+/// The pane that shows the report's cut, for the splitter with the editor.
+clsReportCutView* MakePreview(frmExportBuilder& form, QPlainTextEdit* pEditor, QDialog& dialog) {
+  auto pSource = std::make_shared<clsRecipeCut>(form);
+  auto* const pView = new clsReportCutView(*pSource);
+  pView->setObjectName("paneReportCut");
+  // The source goes with the dialog, after its children.
+  QObject::connect(&dialog, &QObject::destroyed, [pSource] {});
+  pView->onBeforeLook = [&form, pEditor] {
+    const QString sBefore = pEditor->toPlainText().left(pEditor->textCursor().position());
+    form.nCaret = FromQt(QString(sBefore).replace("\n", "\r\n")).size();
+  };
+  pView->onUndo = [pEditor] { pEditor->undo(); };
+  pView->onRedo = [pEditor] { pEditor->redo(); };
+  const auto later = [pView] { pView->UpdateSoon(); };
+  QObject::connect(pEditor, &QPlainTextEdit::textChanged, pView, later);
+  QObject::connect(pEditor, &QPlainTextEdit::cursorPositionChanged, pView, later);
+  return pView;
 }
 
 }  // namespace
@@ -210,30 +233,43 @@ void LayoutRecipeEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
   auto* const pRow = new QHBoxLayout;
   auto* const pSplitter = new QSplitter(Qt::Vertical);
   pSplitter->addWidget(pEditor);
-  QCheckBox* const pShowPreview = MakePreview(form, pEditor, pSplitter);
+  clsReportCutView* const pPreview = MakePreview(form, pEditor, dialog);
+  pSplitter->addWidget(pPreview);
+  pSplitter->setStretchFactor(0, 2);
+  pSplitter->setStretchFactor(1, 5);
+  auto* const pShowPreview = new QCheckBox(ToQt(Translate("Show how the input file is cut")));
+  pShowPreview->setObjectName("cbShowPreview");
+  pShowPreview->setChecked(true);
   pRow->addWidget(pSplitter, 1);
   pRow->addWidget(b.Widget("frameButtons"));
   pAll->addLayout(pRow, 1);
   pAll->addWidget(pShowPreview);
   pAll->addWidget(b.Widget("StatusBar1", 1));
-  b.onState = [&form, &dialog, pEditor] {
+  b.onState = [&form, &dialog, pEditor, pPreview] {
     clsControl& text = form.Get("txtFileEditor");
     dialog.setWindowTitle(ToQt(form.sCaption));
-    const QString sShown = ToQt(text.sText).replace("\r\n", "\n");
     const QSignalBlocker quiet(pEditor);
-    if (pEditor->toPlainText() != sShown) pEditor->setPlainText(sShown);
+    ShowEditorText(*pEditor, ToQt(text.sText).replace("\r\n", "\n"), !form.bDirty);
+    pPreview->UpdateSoon();
     if (text.lSelStart < 0) return;
-    QTextCursor cursor = pEditor->textCursor();
-    cursor.movePosition(text.lSelLength == 0 ? QTextCursor::Start : QTextCursor::End);
-    pEditor->setTextCursor(cursor);
+    ShowCaret(*pEditor, text);
     text.lSelStart = -1;
   };
+  // The preview stands below the editor's own height, and goes with it.
+  constexpr int kPreviewHeight = 340;
+  constexpr int kFrame = 40;
+  const auto shown = [pShowPreview] { return pShowPreview->isChecked() ? kPreviewHeight : 0; };
+  const int nHeight = static_cast<int>(form.placement.Height / kTwipsPerPixel) + shown();
   dialog.resize(static_cast<int>(std::max(form.placement.Width, frmExportBuilder::kMinWidth) / kTwipsPerPixel),
-                static_cast<int>(form.placement.Height / kTwipsPerPixel));
+                std::min(nHeight, dialog.screen()->availableGeometry().height() - kFrame));
   dialog.setMinimumWidth(static_cast<int>(frmExportBuilder::kMinWidth / kTwipsPerPixel));
-  QObject::connect(&dialog, &QDialog::finished, &dialog, [&form, &dialog] {
+  QObject::connect(pShowPreview, &QCheckBox::toggled, &dialog, [&dialog, pPreview](bool bShown) {
+    pPreview->setVisible(bShown);
+    dialog.resize(dialog.width(), dialog.height() + (bShown ? kPreviewHeight : -kPreviewHeight));
+  });
+  QObject::connect(&dialog, &QDialog::finished, &dialog, [&form, &dialog, shown] {
     form.placement.Width = dialog.width() * kTwipsPerPixel;
-    form.placement.Height = dialog.height() * kTwipsPerPixel;
+    form.placement.Height = (dialog.height() - shown()) * kTwipsPerPixel;
     form.SaveIniFile();
   });
 }

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QAbstractScrollArea>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "clsReportCut.h"
+
+namespace quillon {
+
+/// Draws a report with its cut in a fixed pitch and forwards what hand and keys do to the boundaries.
+///
+/// A ruler on top, line numbers at the left, the report's lines: fields in alternating bands where a table lies, what
+/// the cut loses in a warning colour, the boundaries of the current table as lines from top to bottom. All colours come
+/// from the palette.
+///
+/// The hand: a click on the ruler adds a boundary; a boundary can be dragged, also off the drawing, which removes it as
+/// a double click does; a click into another table makes that one current. Keys: Ctrl+Right and Ctrl+Left select a
+/// boundary, Right and Left move it, Insert adds one behind it, Delete removes it; Enter takes a proposal, Escape drops
+/// it.
+class clsReportCanvas : public QAbstractScrollArea {
+ public:
+  explicit clsReportCanvas(clsReportCut& cut, QWidget* pParent = nullptr);
+
+  /// Shows the model's picture as it is now.
+  void ShowPicture();
+  void ScrollToLine(int64_t lLine);
+  /// Called before hand or keys do anything, so that the picture is up to date.
+  std::function<void()> onBeforeHand;
+  std::function<void()> onUndo, onRedo;  ///< The keys for them
+
+  // Where things are drawn, for views and tests: points of the viewport.
+  QPoint PointOnRuler(int32_t lAfter) const;
+  QPoint PointOnLine(int64_t lLine, int32_t lAfter) const;
+
+ protected:
+  void paintEvent(QPaintEvent* pEvent) override;
+  void resizeEvent(QResizeEvent* pEvent) override;
+  void changeEvent(QEvent* pEvent) override;
+  void mousePressEvent(QMouseEvent* pEvent) override;
+  void mouseMoveEvent(QMouseEvent* pEvent) override;
+  void mouseReleaseEvent(QMouseEvent* pEvent) override;
+  void mouseDoubleClickEvent(QMouseEvent* pEvent) override;
+  void keyPressEvent(QKeyEvent* pEvent) override;
+  void focusInEvent(QFocusEvent* pEvent) override;
+  void focusOutEvent(QFocusEvent* pEvent) override;
+
+ private:
+  struct Colours;
+  void Measure();
+  void SetScrollBars();
+  int Left() const;
+  int Top() const { return 2 * nLineHeight_ + 4; }
+  double XOf(int32_t lAfter) const;
+  int32_t AfterAt(double x) const;
+  int RowAt(int y) const;
+  int RowOfLine(int64_t lLine) const;
+  void ScrollToBoundary();
+
+  void PaintRuler(QPainter& painter, const Colours& colours) const;
+  void PaintRow(QPainter& painter, const Colours& colours, int nRow, int y) const;
+  void PaintBands(QPainter& painter, const Colours& colours, const CutLine& line, int y) const;
+  void PaintMarks(QPainter& painter, const Colours& colours, const CutLine& line, int y) const;
+  void PaintText(QPainter& painter, const CutLine& line, int y) const;
+  void PaintBoundaries(QPainter& painter, const Colours& colours) const;
+
+  clsReportCut& cut_;
+  std::vector<int> rows_;  ///< Index of the line on each row; -1: a break between lines
+  int32_t lWidest_ = 0;
+  double nCharWidth_ = 8;
+  int nLineHeight_ = 16;
+  int nAscent_ = 12;
+
+  int nDragged_ = -1;  ///< The boundary in the hand; -1: none
+  int32_t lDragTo_ = 0;
+  bool bDragOff_ = false;
+  std::optional<int32_t> pressed_;  ///< Where the ruler was pressed, off all boundaries
+  bool bJustAdded_ = false;
+};
+
+}  // namespace quillon

@@ -1,0 +1,172 @@
+#include "clsReportCutView.h"
+
+#include <QAbstractTableModel>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QSplitter>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "clsFormBinder.h"
+#include "modPreviewText.h"
+#include "modText.h"
+#include "modTranslator.h"
+
+namespace quillon {
+
+/// The cells of a picture, asked for one by one, so that only those on the screen become texts of the toolkit.
+class clsReportCutView::clsCells : public QAbstractTableModel {
+ public:
+  clsCells(const clsReportCut& cut, QObject* pParent) : QAbstractTableModel(pParent), cut_(cut) {}
+
+  void Refill() {
+    beginResetModel();
+    endResetModel();
+  }
+  int rowCount(const QModelIndex& parent) const override {
+    return parent.isValid() ? 0 : static_cast<int>(cut_.Picture().cells.size());
+  }
+  int columnCount(const QModelIndex& parent) const override {
+    return parent.isValid() ? 0 : static_cast<int>(cut_.Picture().titles.size());
+  }
+  QVariant data(const QModelIndex& index, int nRole) const override {
+    if (nRole != Qt::DisplayRole) return {};
+    const std::vector<std::string>& cells = cut_.Picture().cells[static_cast<size_t>(index.row())].cells;
+    const auto nColumn = static_cast<size_t>(index.column());
+    return nColumn < cells.size() ? ToQt(ShownText(TrimBlanks(cells[nColumn]))) : QVariant();
+  }
+  QVariant headerData(int nSection, Qt::Orientation orientation, int nRole) const override {
+    if (nRole != Qt::DisplayRole) return {};
+    const CutPicture& picture = cut_.Picture();
+    const auto n = static_cast<size_t>(nSection);
+    if (orientation == Qt::Horizontal) return ToQt(picture.titles[n]);
+    return QString::number(picture.cells[n].lLine);
+  }
+
+ private:
+  const clsReportCut& cut_;
+};
+
+clsReportCutView::clsReportCutView(clsCutSource& source, QWidget* pParent) : QWidget(pParent), cut_(source) {
+  pCanvas_ = new clsReportCanvas(cut_);
+  pCells_ = new clsCells(cut_, this);
+  pGrid_ = new QTableView;
+  pGrid_->setObjectName("gridCells");
+  pGrid_->setModel(pCells_);
+  pGrid_->setFont(pCanvas_->font());
+  pGrid_->setAlternatingRowColors(true);
+  pGrid_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  constexpr int kRowsMeasured = 30;
+  pGrid_->horizontalHeader()->setResizeContentsPrecision(kRowsMeasured);
+  pGrid_->verticalHeader()->setDefaultSectionSize(QFontMetrics(pGrid_->font()).height() + 4);
+  pWorkOut_ = MakeButton("cmdWorkOut", Translate("Work it out"), [this] { cut_.WorkOut(); });
+  pTake_ = MakeButton("cmdTakeCut", Translate("Take it"), [this] { cut_.TakeProposal(); });
+  pDrop_ = MakeButton("cmdDropCut", Translate("Drop it"), [this] { cut_.DropProposal(); });
+  pFurther_ = MakeButton("cmdLookFurther", Translate("Look further"), [this] { cut_.LookFurther(); });
+  pNotes_ = new QLabel;
+  pNotes_->setObjectName("lblCutNotes");
+  pNotes_->setWordWrap(true);
+  pNotes_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  pHint_ = new QLabel;
+  pHint_->setObjectName("lblCutHint");
+  pHint_->setWordWrap(true);
+
+  auto* const pButtons = new QHBoxLayout;
+  for (QPushButton* const pButton : {pWorkOut_, pTake_, pDrop_, pFurther_}) pButtons->addWidget(pButton);
+  pButtons->addWidget(pHint_, 1);
+  auto* const pSplitter = new QSplitter(Qt::Vertical);
+  pSplitter->addWidget(pCanvas_);
+  pSplitter->addWidget(pGrid_);
+  pSplitter->setStretchFactor(0, 3);
+  pSplitter->setStretchFactor(1, 1);
+  auto* const pAll = new QVBoxLayout(this);
+  pAll->setContentsMargins(0, 0, 0, 0);
+  pAll->addLayout(pButtons);
+  pAll->addWidget(pSplitter, 1);
+  pAll->addWidget(pNotes_);
+
+  cut_.onChange = [this] { Show(); };
+  timer_.setSingleShot(true);
+  connect(&timer_, &QTimer::timeout, this, [this] { UpdateNow(); });
+  pCanvas_->onBeforeHand = [this] {
+    if (timer_.isActive()) UpdateNow();
+  };
+  pCanvas_->onUndo = [this] {
+    if (onUndo) onUndo();
+  };
+  pCanvas_->onRedo = [this] {
+    if (onRedo) onRedo();
+  };
+  connect(pGrid_, &QTableView::clicked, this, [this](const QModelIndex& index) {
+    pCanvas_->ScrollToLine(cut_.Picture().cells[static_cast<size_t>(index.row())].lLine);
+  });
+  Show();
+}
+
+QPushButton* clsReportCutView::MakeButton(const char* pName, std::string_view sCaption, std::function<void()> onClick) {
+  auto* const pButton = new QPushButton(ToQt(sCaption));
+  pButton->setObjectName(pName);
+  pButton->setAutoDefault(false);
+  connect(pButton, &QPushButton::clicked, this, [this, onClick = std::move(onClick)] {
+    if (timer_.isActive()) UpdateNow();
+    onClick();
+  });
+  return pButton;
+}
+
+void clsReportCutView::UpdateNow() {
+  timer_.stop();
+  if (!isVisible()) return;
+  if (onBeforeLook) onBeforeLook();
+  const int nTable = cut_.Picture().nCurrent;
+  const int32_t lBefore = nTable < 0 ? 0 : cut_.Picture().tables[static_cast<size_t>(nTable)].lNumber;
+  cut_.Update();
+  const CutPicture& picture = cut_.Picture();
+  if (picture.nCurrent < 0 || picture.cells.empty()) return;
+  // Another table than before: it comes into view.
+  if (picture.tables[static_cast<size_t>(picture.nCurrent)].lNumber != lBefore) {
+    pCanvas_->ScrollToLine(picture.cells.front().lLine);
+  }
+}
+
+void clsReportCutView::showEvent(QShowEvent* pEvent) {
+  QWidget::showEvent(pEvent);
+  UpdateSoon();
+}
+
+void clsReportCutView::Show() {
+  pCanvas_->ShowPicture();
+  pCells_->Refill();
+  pGrid_->resizeColumnsToContents();
+  pWorkOut_->setEnabled(cut_.CanWorkOut());
+  pTake_->setVisible(cut_.HasProposal());
+  pDrop_->setVisible(cut_.HasProposal());
+  pFurther_->setVisible(cut_.CanLookFurther());
+  pNotes_->setText(NotesText());
+  pHint_->setText(HintText());
+}
+
+QString clsReportCutView::NotesText() const {
+  const bool bDark = palette().color(QPalette::Window).lightness() < 128;
+  const QString sWarning = bDark ? "#ff9a8c" : "#a00000";
+  QStringList lines;
+  if (!cut_.Picture().sFault.empty()) lines << ToQt(cut_.Picture().sFault).toHtmlEscaped();
+  for (const CutNote& note : cut_.Picture().notes) {
+    const QString sText = ToQt(note.sText).toHtmlEscaped();
+    lines << (note.bWarning ? "<span style=\"color:" + sWarning + "\">" + sText + "</span>" : sText);
+  }
+  return lines.join("<br>");
+}
+
+QString clsReportCutView::HintText() const {
+  if (cut_.HasProposal()) return ToQt(cut_.Proposal().sName);
+  if (cut_.Selected() >= 0) {
+    const int32_t lAfter = cut_.Boundaries()[static_cast<size_t>(cut_.Selected())].lAfter;
+    return ToQt(Translate("Boundary behind character")) + " " + QString::number(lAfter) + ": " +
+           ToQt(Translate("arrow keys move it, Delete removes it, Insert adds one behind it."));
+  }
+  if (!cut_.CanEdit()) return {};
+  return ToQt(Translate("Click on the ruler to add a boundary, drag one to move it, double click to remove it."));
+}
+
+}  // namespace quillon

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QLabel>
+#include <QPushButton>
+#include <QTableView>
+#include <QTimer>
+#include <QWidget>
+#include <functional>
+
+#include "clsReportCanvas.h"
+#include "clsReportCut.h"
+
+namespace quillon {
+
+/// The pane beside an editor: the report with its cut, the cells that it gives, what is wrong with it, and the buttons
+/// to work it out. An editor adds it to a splitter, calls UpdateSoon whenever the text of the cut or its caret changes,
+/// and sets the functions below. Nothing is read while it is hidden.
+class clsReportCutView : public QWidget {
+ public:
+  /// The source outlives the view.
+  explicit clsReportCutView(clsCutSource& source, QWidget* pParent = nullptr);
+
+  /// Called before each look and before the hand does anything: tells the source what only the editor's view knows.
+  std::function<void()> onBeforeLook;
+  /// Undo and redo of the editor, for their keys in the drawing.
+  std::function<void()> onUndo, onRedo;
+
+  /// Looks again a moment after the last call, so that typing isn't held up.
+  void UpdateSoon() { timer_.start(kMoment); }
+  clsReportCanvas& Canvas() { return *pCanvas_; }
+  clsReportCut& Cut() { return cut_; }
+
+ protected:
+  void showEvent(QShowEvent* pEvent) override;
+
+ private:
+  static constexpr int kMoment = 120;  // milliseconds
+  class clsCells;
+
+  void UpdateNow();
+  void Show();
+  QString NotesText() const;
+  QString HintText() const;
+  QPushButton* MakeButton(const char* pName, std::string_view sCaption, std::function<void()> onClick);
+
+  clsReportCut cut_;
+  QTimer timer_;
+  clsReportCanvas* pCanvas_;
+  clsCells* pCells_;
+  QTableView* pGrid_;
+  QPushButton *pWorkOut_, *pTake_, *pDrop_, *pFurther_;
+  QLabel *pNotes_, *pHint_;
+};
+
+}  // namespace quillon

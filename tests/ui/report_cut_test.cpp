@@ -1,0 +1,216 @@
+#include "clsReportCut.h"
+
+#include <gtest/gtest.h>
+
+#include "clsDesktopFixture.h"
+#include "clsRecipeCut.h"
+#include "frmExportBuilder.h"
+
+namespace quillon {
+namespace {
+
+using Fields = std::vector<CutField>;
+
+std::string Said(const std::optional<CutChange>& change) {
+  if (!change) return "nothing";
+  static const char* const kSteps[] = {"resize ", "split ", "insert ", "merge ", "remove "};
+  std::string s = kSteps[static_cast<int>(change->step)] + std::to_string(change->nField) + ":";
+  for (const CutField& f : change->fields) s += " " + std::to_string(f.lStart) + "-" + std::to_string(f.lEnd);
+  return s;
+}
+
+constexpr CutRules kRuler{true, true, 2};
+constexpr CutRules kProfile{false, false, 1};
+
+TEST(CutFields, BoundariesMoveBetweenTheirNeighbours) {
+  const Fields fields{{1, 5}, {6, 8}, {11, 12}};  // boundaries 0, 5, 8, 10, 12
+  ASSERT_EQ(BoundariesOf(fields, kRuler).size(), 5U);
+  EXPECT_EQ(Said(MoveBoundary(fields, kRuler, 1, 3)), "resize 0: 1-3 4-8 11-12");
+  EXPECT_EQ(Said(MoveBoundary(fields, kRuler, 1, 99)), "resize 0: 1-6 7-8 11-12") << "two characters stay";
+  EXPECT_EQ(Said(MoveBoundary(fields, kRuler, 2, 99)), "resize 1: 1-5 6-10 11-12") << "up to the next field";
+  EXPECT_EQ(Said(MoveBoundary(fields, kRuler, 3, 1)), "resize 2: 1-5 6-8 9-12");
+  EXPECT_EQ(Said(MoveBoundary(fields, kRuler, 3, 99)), "resize 2: 1-5 6-8 12-12") << "the last one may have one";
+  EXPECT_EQ(Said(MoveBoundary(fields, kRuler, 0, 2)), "resize 0: 3-5 6-8 11-12");
+  EXPECT_EQ(Said(MoveBoundary(fields, kRuler, 4, 1 << 30)), "resize 2: 1-5 6-8 11-32767");
+  EXPECT_EQ(Said(MoveBoundary(fields, kRuler, 1, 5)), "nothing");
+  EXPECT_EQ(Said(MoveBoundary(fields, kRuler, 5, 5)), "nothing");
+  EXPECT_EQ(BoundariesOf({{1, 1}, {2, 9}}, kProfile).size(), 2U) << "the left edge can't be moved";
+}
+
+TEST(CutFields, BoundariesSplitFieldsAndMakeNewOnes) {
+  const Fields fields{{3, 6}, {9, 10}};
+  EXPECT_EQ(Said(AddBoundary(fields, kRuler, 4)), "split 0: 3-4 5-6 9-10");
+  EXPECT_EQ(Said(AddBoundary(fields, kRuler, 5)), "nothing") << "one character is no field with another behind it";
+  EXPECT_EQ(Said(AddBoundary(fields, kRuler, 3)), "nothing");
+  EXPECT_EQ(Said(AddBoundary(fields, kRuler, 2)), "insert 0: 1-2 3-6 9-10");
+  EXPECT_EQ(Said(AddBoundary(fields, kRuler, 8)), "insert 1: 3-6 7-8 9-10");
+  EXPECT_EQ(Said(AddBoundary(fields, kRuler, 15)), "insert 2: 3-6 9-10 11-15");
+  EXPECT_EQ(Said(AddBoundary(fields, kRuler, 10)), "nothing");
+  EXPECT_EQ(Said(AddBoundary({{1, 4}, {5, 5}}, kRuler, 9)), "nothing") << "the last field would be too narrow";
+  EXPECT_EQ(Said(AddBoundary({{1, 4}, {5, 5}}, kProfile, 9)), "insert 2: 1-4 5-5 6-9");
+  EXPECT_EQ(Said(AddBoundary({}, kRuler, 7)), "insert 0: 1-7");
+}
+
+TEST(CutFields, RemovedBoundariesJoinWhatTheyParted) {
+  const Fields fields{{3, 5}, {6, 8}, {11, 12}};  // boundaries 2, 5, 8, 10, 12
+  EXPECT_EQ(Said(RemoveBoundary(fields, kRuler, 0)), "resize 0: 1-5 6-8 11-12");
+  EXPECT_EQ(Said(RemoveBoundary(fields, kRuler, 1)), "merge 0: 3-8 11-12");
+  EXPECT_EQ(Said(RemoveBoundary(fields, kRuler, 2)), "resize 1: 3-5 6-10 11-12");
+  EXPECT_EQ(Said(RemoveBoundary(fields, kRuler, 3)), "resize 2: 3-5 6-8 9-12");
+  EXPECT_EQ(Said(RemoveBoundary(fields, kRuler, 4)), "remove 2: 3-5 6-8");
+  EXPECT_EQ(Said(RemoveBoundary({{1, 5}}, kRuler, 1)), "remove 0:");
+  EXPECT_EQ(Said(RemoveBoundary({{1, 5}}, kProfile, 0)), "nothing");
+}
+
+TEST(RulerOfFields, WritesWhatTheAnalyserReadsBack) {
+  struct Case {
+    Fields fields;
+    const char *pDrawn, *pRuler;
+  };
+  for (const Case& c :
+       {Case{{{1, 5}, {6, 8}}, "", "---- ---"}, Case{{{3, 4}, {5, 5}}, "", "  - -"},
+        Case{{{1, 3}, {6, 9}}, "AAA  BBBB", "AA   BBBB"}, Case{{{1, 7}, {8, 9}}, "+-- ---", "+----- --"},
+        Case{{{1, 4}, {5, 6}}, "=R", "--- --"}, Case{{}, "---", "-"}, Case{{{4, 4}}, "", "   X"}}) {
+    EXPECT_EQ(RulerOfFields(c.fields, c.pDrawn), c.pRuler);
+  }
+}
+
+class RecipeCut : public clsDesktopFixture {
+ protected:
+  void SetUp() override {
+    clsDesktopFixture::SetUp();
+    Load();
+    form_.bUnix = true;
+    Report("STOCK\nBolts   12 x\nNut    100\nEND\nMORE\nab cd\nLAST\n");
+    editor_.Get("txtFileEditor").sText =
+        "[Header]\r\n[Table 1]\r\nReadStartLine=STOCK\r\nReadStartLineOffset=1\r\nReadEndLine=END\r\n"
+        "ReadEndLineOffset=-1\r\nParsing=----- ----; by hand\r\nWriteColumn=A\r\n\r\n[Table 2]\r\n"
+        "ReadStartLine=MORE\r\nReadStartLineOffset=1\r\nReadEndLine=LAST\r\nReadEndLineOffset=-1\r\nParsing=\r\n"
+        "WriteColumn=C\r\n";
+    cut_.Update();
+  }
+  void Report(std::string_view sBytes) { form_.Get("cbInputFile").sText = folder_.Write("r.txt", sBytes); }
+  std::string Line(int nTable) {
+    const std::string& s = editor_.Get("txtFileEditor").sText;
+    const size_t n = s.find("Parsing", s.find("[Table " + std::to_string(nTable)));
+    return s.substr(n, s.find("\r\n", n) - n);
+  }
+  bool Notes(std::string_view sText) {
+    return std::any_of(cut_.Picture().notes.begin(), cut_.Picture().notes.end(),
+                       [&](const CutNote& note) { return note.sText.find(sText) != std::string::npos; });
+  }
+  void ReplaceInEditor(std::string_view sFrom, std::string_view sTo) {
+    std::string& s = editor_.Get("txtFileEditor").sText;
+    s.replace(s.find(sFrom), sFrom.size(), sTo);
+    cut_.Update();
+  }
+  frmExportBuilder editor_{form_};
+  clsRecipeCut source_{editor_};
+  clsReportCut cut_{source_};
+};
+
+TEST_F(RecipeCut, ShowsTablesBoundariesLossesAndCells) {
+  const CutPicture& picture = cut_.Picture();
+  ASSERT_EQ(picture.lines.size(), 7U);
+  EXPECT_EQ(picture.lines[0].nTable, -1);
+  EXPECT_EQ(picture.lines[0].lKeyAt, 1);
+  EXPECT_EQ(picture.lines[0].lKeyLength, 5);
+  EXPECT_EQ(picture.lines[1].nTable, picture.nCurrent);
+  EXPECT_EQ(picture.lines[1].sMarks, "           !");
+  EXPECT_EQ(picture.lines[2].sMarks, "");
+  EXPECT_EQ(picture.Fields(), (Fields{{1, 6}, {7, 10}}));
+  ASSERT_EQ(picture.cells.size(), 2U);
+  EXPECT_EQ(picture.cells[0].cells, (std::vector<std::string>{"Bolts ", "  12"}));
+  EXPECT_TRUE(Notes("Table 1/2; Lines: 2-3"));
+  EXPECT_TRUE(Notes("Characters left out: 1"));
+}
+
+TEST_F(RecipeCut, WritesMovedAddedAndRemovedBoundariesIntoTheParsingLine) {
+  EXPECT_TRUE(cut_.Move(cut_.BoundaryAt(6), 8));
+  EXPECT_EQ(Line(1), "Parsing=------- --; by hand");
+  EXPECT_EQ(cut_.Boundaries().at(static_cast<size_t>(cut_.Selected())).lAfter, 8);
+  EXPECT_TRUE(cut_.MoveSelected(-1));
+  EXPECT_TRUE(cut_.Add(14));
+  EXPECT_EQ(Line(1), "Parsing=------ -- ----; by hand");
+  EXPECT_FALSE(Notes("Characters left out"));
+  EXPECT_TRUE(cut_.Remove(cut_.BoundaryAt(7)));
+  EXPECT_EQ(Line(1), "Parsing=--------- ----; by hand") << "the field took in its neighbour";
+  EXPECT_FALSE(cut_.Add(14)) << "there is one";
+  EXPECT_TRUE(editor_.bDirty);
+  EXPECT_EQ(Line(2), "Parsing=");
+}
+
+TEST_F(RecipeCut, TheCaretChoosesTheTable) {
+  editor_.nCaret = editor_.Get("txtFileEditor").sText.find("[Table 2]") + 3;
+  cut_.Update();
+  EXPECT_TRUE(Notes("Table 2/2"));
+  EXPECT_TRUE(cut_.CanEdit()) << "nothing is drawn yet";
+  EXPECT_TRUE(cut_.Add(3) && cut_.AddBehindSelected());
+  EXPECT_EQ(Line(2), "Parsing=-- ----------");
+  EXPECT_EQ(cut_.Picture().titles, (std::vector<std::string>{"C", "D"}));
+  cut_.ChooseTableOf(2);
+  EXPECT_TRUE(Notes("Table 1/2"));
+  EXPECT_EQ(editor_.Get("txtFileEditor").lSelStart, 10);
+}
+
+TEST_F(RecipeCut, WorkedOutFieldsAreShownBeforeTheyAreTaken) {
+  cut_.WorkOut();
+  ASSERT_TRUE(cut_.HasProposal());
+  EXPECT_EQ(cut_.Picture().Fields(), (Fields{{1, 7}, {8, 11}, {12, 13}}));
+  EXPECT_EQ(cut_.Picture().cells.at(0).cells.size(), 3U);
+  EXPECT_FALSE(cut_.Add(3)) << "a proposal is taken or dropped as it is";
+  cut_.WorkOut();
+  EXPECT_EQ(cut_.Picture().Fields(), (Fields{{1, 6}, {7, 11}, {12, 13}}));
+  cut_.DropProposal();
+  EXPECT_EQ(cut_.Picture().Fields(), (Fields{{1, 6}, {7, 10}}));
+  cut_.WorkOut();
+  cut_.TakeProposal();
+  EXPECT_EQ(Line(1), "Parsing=------ --- --; by hand");
+  ReplaceInEditor("ReadStartLine=STOCK", "ReadStartLine=NONE");
+  cut_.WorkOut();
+  EXPECT_FALSE(cut_.HasProposal());
+  EXPECT_TRUE(Notes("ReadStartLine is not in the report"));
+}
+
+TEST_F(RecipeCut, KeyTextsThatAreNotThereAreTold) {
+  ReplaceInEditor("ReadEndLine=END", "ReadEndLine=FIN");
+  EXPECT_TRUE(Notes("ReadEndLine \"FIN\": Not found"));
+  EXPECT_EQ(cut_.Picture().Fields(), (Fields{{1, 6}, {7, 10}})) << "a drawn ruler is shown all the same";
+  EXPECT_TRUE(cut_.Move(cut_.BoundaryAt(6), 7));
+  ReplaceInEditor("------ ---", "=");
+  EXPECT_FALSE(cut_.CanEdit()) << "what couldn't be worked out must not be drawn over";
+  EXPECT_FALSE(cut_.CanLookFurther());
+}
+
+TEST_F(RecipeCut, ReportsThatAreNoneOrGoAreTold) {
+  std::filesystem::remove(folder_.Path("r.txt"));
+  cut_.Update();
+  EXPECT_EQ(cut_.Picture().lines.size(), 7U);
+  EXPECT_TRUE(Notes("What is shown was read before."));
+  Report("");
+  cut_.Update();
+  EXPECT_TRUE(Notes("The report is empty."));
+  Report(std::string("\0\1\2STOCK\n", 9));
+  cut_.Update();
+  EXPECT_TRUE(Notes("control characters"));
+  form_.Get("cbInputFile").sText = folder_.Path("*.txt");
+  cut_.Update();
+  EXPECT_NE(cut_.Picture().sFault.find("Choose one input file"), std::string::npos);
+}
+
+TEST_F(RecipeCut, SearchesNoFurtherThanItMustUntilAsked) {
+  const std::string sFiller(size_t{1} << 20, 'x');
+  std::string sReport;
+  for (int64_t l = 0; l <= clsRecipeCut::kSearched; l += static_cast<int64_t>(sFiller.size()))
+    sReport += sFiller + "\n";
+  Report(sReport + "STOCK\nab    cd\nEND\n");
+  cut_.Update();
+  EXPECT_TRUE(Notes("Megabytes searched so far: 16"));
+  ASSERT_TRUE(cut_.CanLookFurther());
+  cut_.LookFurther();
+  EXPECT_FALSE(cut_.CanLookFurther());
+  EXPECT_EQ(cut_.Picture().cells.size(), 1U);
+}
+
+}  // namespace
+}  // namespace quillon
