@@ -6,10 +6,12 @@
 # Works as root and as a user with sudo, on a machine that has nothing but apt.
 set -euo pipefail
 
-build="g++ cmake ninja-build pkg-config libfmt-dev libcli11-dev libzip-dev libisal-dev libgsf-1-dev zlib1g-dev cmark-gfm"
+build="g++ cmake ninja-build pkg-config libfmt-dev libcli11-dev nlohmann-json3-dev libzip-dev libisal-dev libgsf-1-dev zlib1g-dev cmark-gfm"
 demo="python3"
 # The workbooks that the tests make are read back by programs of other makers.
 tests="python3 python3-openpyxl python3-xlrd python3-xlwt python3-xlsxwriter python3-lxml libgtest-dev libreoffice-calc-nogui gnumeric"
+# Batches on many machines are tried under what starts them there, completions in the shells themselves.
+tests+=" parallel munge slurm-client slurmctld slurmd python3-yaml bash-completion zsh fish"
 gui="qt6-base-dev"
 checks="clang-format git"
 bench="gawk csvkit python3-pandas libxlsxwriter-dev libbenchmark-dev python3"
@@ -44,7 +46,15 @@ if [ "$(id -u)" -ne 0 ]; then
 fi
 
 log=$(mktemp)
-trap 'rm -f "$log"' EXIT
+policy=/usr/sbin/policy-rc.d
+own_policy=""
+trap 'rm -f "$log"; [ -z "$own_policy" ] || "${root[@]}" rm -f "$policy"' EXIT
+# The tests start the daemons that they need; none starts by being installed.
+if ! [ -e "$policy" ] && [[ " $missing " == *" munge "* || " $missing " == *" slurm"* ]]; then
+  own_policy=yes
+  printf '#!/bin/sh\nexit 101\n' | "${root[@]}" tee "$policy" >/dev/null
+  "${root[@]}" chmod 755 "$policy"
+fi
 apt() {
   "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq -y -o DPkg::Lock::Timeout=300 -o Acquire::Retries=3 \
     -o Dpkg::Use-Pty=0 "$@" </dev/null >>"$log" 2>&1

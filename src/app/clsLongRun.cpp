@@ -23,13 +23,13 @@ std::string Counted(int64_t lCount, std::string_view sOne, std::string_view sMan
   return fmt::format("{} {}", lCount, lCount == 1 ? sOne : sMany);
 }
 
+}  // namespace
+
 bool Converted(const FileOutcome& outcome) {
   const FileAccount& account = outcome.account;
   return outcome.lResult == 0 && outcome.lErrors == 0 && account.bOutputWritten && !account.failure.Failed() &&
          account.sWalkEnded.empty();
 }
-
-}  // namespace
 
 void RunTotals::Add(const FileOutcome& outcome) {
   ++(Converted(outcome) ? lFilesConverted : lFilesFailed);
@@ -94,23 +94,31 @@ std::string clsLongRun::Shown(const std::string& sPath) {
   return sPath == privateFolder.OutputFile() ? "standard output" : sPath;
 }
 
-void clsLongRun::FileDone(const FileOutcome& outcome) {
-  if (InterruptSignal() != 0) return;
-  totals.Add(outcome);
+std::vector<std::string> clsLongRun::UntoldReasons(const FileOutcome& outcome) {
   const FileAccount& account = outcome.account;
+  const std::string sInput = Shown(gConversionOptions.sInputFile);
   const std::string& sFailure = account.failure.sText;
+  std::vector<std::string> reasons;
   // The log takes -5006 once a run; here each file's reason is told.
-  if (account.failure.Failed() && outcome.lErrors == 0 && !AlreadySaid(sFailure)) Say(sFailure);
+  if (account.failure.Failed() && outcome.lErrors == 0 && !AlreadySaid(sFailure)) reasons.push_back(sFailure);
   if (!account.sWalkEnded.empty() && account.sWalkEnded != sFailure) {
-    Say(Shown(gConversionOptions.sInputFile) + ": " + account.sWalkEnded);
+    reasons.push_back(sInput + ": " + account.sWalkEnded);
   }
   if (!account.bOutputWritten && !account.failure.Failed() && outcome.lErrors == 0) {
-    Say(Shown(gConversionOptions.sOutputFile) + ": not written");
+    reasons.push_back(Shown(gConversionOptions.sOutputFile) + ": not written");
   }
   // A recipe that is none converts to an empty file without a word of its own.
   if (Converted(outcome) && account.tables.empty() && account.lLinesRead > 0) {
-    Say(Shown(gConversionOptions.sInputFile) + ": no table is told for it, so no line of it was written");
+    reasons.push_back(sInput + ": no table is told for it, so no line of it was written");
   }
+  return reasons;
+}
+
+void clsLongRun::FileDone(const FileOutcome& outcome) {
+  if (InterruptSignal() != 0) return;
+  totals.Add(outcome);
+  untold_ = UntoldReasons(outcome);
+  for (const std::string& sReason : untold_) Say(sReason);
   if (talk_.bVerbose) SayAccount(outcome);
   nLogSeen_ = log.txtLog().size();
 }
@@ -136,11 +144,14 @@ void clsLongRun::SayAccount(const FileOutcome& outcome) {
 
 std::string clsLongRun::ClosingLine() {
   constexpr double kMillisecond = 0.001;
+  const std::string skipped =
+      totals.lFilesSkipped > 0 ? fmt::format(", {} done before", totals.lFilesSkipped) : std::string();
   std::string line = fmt::format(
-      "{} converted, {} failed; {}; {} read, {} in tables, {} outside; {} behind the last column; {} failed; ",
-      Counted(totals.lFilesConverted, "file", "files"), totals.lFilesFailed, Counted(totals.lTables, "table", "tables"),
-      Counted(totals.lLinesRead, "line", "lines"), totals.lLinesInTables, totals.lLinesRead - totals.lLinesInTables,
-      Counted(totals.lCharactersBehind, "character", "characters"), Counted(totals.lCellsFailed, "cell", "cells"));
+      "{} converted, {} failed{}; {}; {} read, {} in tables, {} outside; {} behind the last column; {} failed; ",
+      Counted(totals.lFilesConverted, "file", "files"), totals.lFilesFailed, skipped,
+      Counted(totals.lTables, "table", "tables"), Counted(totals.lLinesRead, "line", "lines"), totals.lLinesInTables,
+      totals.lLinesRead - totals.lLinesInTables, Counted(totals.lCharactersBehind, "character", "characters"),
+      Counted(totals.lCellsFailed, "cell", "cells"));
   if (totals.lCharactersLost > 0) {
     line += Counted(totals.lCharactersLost, "character", "characters") + " that the output's code page lacks; ";
   }

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "clsConsoleHost.h"
 #include "clsPrivateFolder.h"
@@ -15,6 +16,7 @@ namespace quillon {
 /// What became of all lines of a run.
 struct RunTotals {
   int64_t lFilesConverted = 0, lFilesFailed = 0;
+  int64_t lFilesSkipped = 0;  ///< Done by an earlier run
   int64_t lTables = 0;
   int64_t lLinesRead = 0, lLinesInTables = 0;
   int64_t lCharactersBehind = 0, lCellsFailed = 0;
@@ -22,6 +24,9 @@ struct RunTotals {
 
   void Add(const FileOutcome& outcome);
 };
+
+/// True if the whole file was converted and its output written.
+bool Converted(const FileOutcome& outcome);
 
 /// The run of a long-option command: messages on standard error, every line accounted for, the settings left alone.
 class clsLongRun {
@@ -45,6 +50,12 @@ class clsLongRun {
   /// Something that is no failure; not said in a quiet run.
   void Note(std::string_view sText);
 
+  /// A path for a person: the files that stand in for the standard streams by their names.
+  std::string Shown(const std::string& sPath);
+
+  /// What was wrong with the file done last and stands in no entry of the log.
+  const std::vector<std::string>& Untold() const { return untold_; }
+
   /// Says the closing line, writes the log file and gives the exit status.
   int Finish();
   /// The same for a run that was refused before it began.
@@ -52,15 +63,15 @@ class clsLongRun {
 
  private:
   void FileDone(const FileOutcome& outcome);
+  std::vector<std::string> UntoldReasons(const FileOutcome& outcome);
   /// True if an entry about the file in hand gave the reason.
   bool AlreadySaid(std::string_view sReason) const;
   void SayAccount(const FileOutcome& outcome);
-  /// A path for a person: the files that stand in for the standard streams by their names.
-  std::string Shown(const std::string& sPath);
   std::string ClosingLine();
   void WriteLog();
 
   TalkRequest talk_;
+  std::vector<std::string> untold_;
   int64_t lStart_ = 0;
   size_t nLogSeen_ = 0;  ///< Bytes of the log that speak of files before the one in hand
 };

@@ -1,5 +1,6 @@
 #include "modBatchPlan.h"
 
+#include <fmt/format.h>
 #include <sys/stat.h>
 
 #include <map>
@@ -7,6 +8,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "clsSearchedPlaces.h"
 #include "modExcelLink.h"
 #include "modFileListing.h"
 #include "modFiles.h"
@@ -21,9 +23,11 @@ namespace {
 
 using Identity = std::pair<dev_t, ino_t>;
 
-std::optional<Identity> IdentityOf(std::string_view sPath) {
+/// plBytes, if given, takes the size.
+std::optional<Identity> IdentityOf(std::string_view sPath, int64_t* plBytes = nullptr) {
   struct stat about {};
   if (stat(HostPath(sPath).c_str(), &about) != 0) return std::nullopt;
+  if (plBytes != nullptr) *plBytes = about.st_size;
   return Identity(about.st_dev, about.st_ino);
 }
 
@@ -44,6 +48,9 @@ class clsPlanner {
 
   bool Plan(std::vector<PlannedFile>& files) {
     for (const std::string& input : request_.inputs) Find(input);
+    if (request_.shard && request_.sOutput.find('*') == std::string::npos) {
+      return Refuse("--shard goes with an output for each input: OUTPUT holds a \"*\" then");
+    }
     if (many_ && request_.sOutput.find('*') == std::string::npos && !request_.bBesideInput) {
       return Refuse(kOutputNeedsWildcard);
     }
@@ -52,7 +59,11 @@ class clsPlanner {
       files.push_back(
           {input.sPath, OutputPathFor(request_.sOutput, input.sPath, input.sRelative, request_.bBesideInput)});
     }
-    return CheckOutputsAreApart(files) && CheckNothingIsOverwritten(files);
+    if (!CheckOutputsAreApart(files) || !CheckNextRunFindsTheSame(files)) return false;
+    LookAtInputs(files);
+    // Of a million files on a network, a process looks at the outputs of its own part alone.
+    TakeShard(files);
+    return CheckNothingIsOverwritten(files);
   }
 
  private:
@@ -75,6 +86,7 @@ class clsPlanner {
     if (IsFile(sInput)) return Add(sInput, {});  // A name may hold a "*" or "?".
     many_ = true;
     const std::string pattern = AsPattern(sInput);
+    searched_.Add(pattern, request_.bRecursive);
     const size_t root = BehindLastSeparator(pattern);
     std::vector<std::string> found;
     std::string error;
@@ -110,13 +122,15 @@ class clsPlanner {
   bool CheckOutputsAreApart(const std::vector<PlannedFile>& files) {
     static const std::map<std::string, int32_t> kFormats{
         {"CSV", kFormatCsv}, {"XLSX", kFormatXlsx}, {"XLS", kFormatXls}};
-    std::unordered_map<std::string_view, std::string_view> by_output;
+    // Path texts that differ in case alone name one file.
+    std::unordered_map<std::string, const PlannedFile*> by_output;
     for (const PlannedFile& file : files) {
-      const auto [taken, fresh] = by_output.emplace(file.sOutput, file.sInput);
+      const auto [taken, fresh] = by_output.emplace(UpperText(file.sOutput), &file);
       if (!fresh) {
-        return Refuse(file.sOutput + " would be the output of both " + std::string(taken->second) + " and " +
-                      file.sInput +
-                      "; quote the pattern with -r, so that subfolders are mirrored, or convert them apart");
+        const bool bSame = taken->second->sOutput == file.sOutput;
+        return Refuse(file.sOutput + " would be the output of both " + taken->second->sInput + " and " + file.sInput +
+                      (bSame ? "; quote the pattern with -r, so that subfolders are mirrored, or convert them apart"
+                             : ", as names that differ in case alone are one; rename one of them"));
       }
       if (OutputFormatOfPath(file.sOutput) != kFormats.at(UpperText(ExtensionOfPath(file.sOutput)))) {
         return Refuse(file.sOutput +
@@ -127,17 +141,52 @@ class clsPlanner {
     return true;
   }
 
-  bool CheckNothingIsOverwritten(const std::vector<PlannedFile>& files) {
-    std::set<Identity> kept;
-    const auto keep = [&kept](std::string_view sPath) {
-      const auto identity = sPath.empty() ? std::nullopt : IdentityOf(sPath);
-      if (identity) kept.insert(*identity);
+  /// Looks at each input: its size, and which file it is.
+  void LookAtInputs(std::vector<PlannedFile>& files) {
+    const auto keep = [this](std::string_view sPath, int64_t* plBytes) {
+      const auto identity = sPath.empty() ? std::nullopt : IdentityOf(sPath, plBytes);
+      if (identity) kept_.insert(*identity);
     };
-    for (const PlannedFile& file : files) keep(file.sInput);
-    keep(request_.sRecipe);
+    for (PlannedFile& file : files) keep(file.sInput, &file.lBytes);
+    keep(request_.sRecipe, nullptr);
+  }
+
+  /// Leaves the part of this process alone, and tells which it is.
+  void TakeShard(std::vector<PlannedFile>& files) {
+    if (!request_.shard) return;
+    ShardSummary summary;
+    files = FilesOfShard(files, *request_.shard, summary);
+    const std::string sText = fmt::format("shard {}/{} takes {} of {} files, {} of {} bytes; listing {}",
+                                          request_.shard->lPart, request_.shard->lParts, summary.nFiles,
+                                          summary.nAllFiles, summary.lBytes, summary.lAllBytes, summary.sListing);
+    run_.log.LogAddEntryHelper(sText);
+    run_.Note(sText);
+  }
+
+  bool CheckNothingIsOverwritten(const std::vector<PlannedFile>& files) {
+    const auto list = request_.sReport.empty() ? std::nullopt : IdentityOf(request_.sReport);
     for (const PlannedFile& file : files) {
       const auto identity = IdentityOf(file.sOutput);
-      if (identity && kept.count(*identity) > 0) return Refuse(kOutputIsInput, file.sOutput);
+      if (identity && kept_.count(*identity) > 0) return Refuse(kOutputIsInput, file.sOutput);
+      if (identity && identity == list) return Refuse(request_.sReport + " is an output; choose another result list");
+    }
+    if (list && kept_.count(*list) > 0) {
+      return Refuse(request_.sReport + " is an input or the recipe; choose another result list");
+    }
+    return true;
+  }
+
+  /// What this run writes must not be an input of another shard, or of this command run again.
+  bool CheckNextRunFindsTheSame(const std::vector<PlannedFile>& files) {
+    if (!request_.sReport.empty() && searched_.WouldFind(request_.sReport)) {
+      return Refuse(request_.sReport + " lies where inputs are searched; choose another place for the result list");
+    }
+    if (!request_.shard && !request_.bSkipDone) return true;
+    for (const PlannedFile& file : files) {
+      if (!searched_.WouldFindOutput(file.sOutput)) continue;
+      return Refuse(file.sOutput +
+                    " would be an input of the next run; choose a pattern that finds reports alone, or " +
+                    "another folder for OUTPUT");
     }
     return true;
   }
@@ -146,6 +195,8 @@ class clsPlanner {
   clsLongRun& run_;
   std::vector<FoundInput> inputs_;
   std::unordered_set<std::string> seen_;
+  clsSearchedPlaces searched_;
+  std::set<Identity> kept_;  ///< Inputs and recipe
   bool many_ = false;
 };
 

@@ -5,6 +5,7 @@
 
 #include "clsLongRun.h"
 #include "clsOutputFile.h"
+#include "clsResultRecorder.h"
 #include "modBatchPlan.h"
 #include "modFiles.h"
 #include "modFrontDoor.h"
@@ -126,6 +127,20 @@ int WrongUse(clsLongRun& run, std::string_view sText) {
   return run.Refused();
 }
 
+/// Options that several processes or runs share a batch by, and what they don't go with. "" if all is well.
+std::string_view BatchOptionsFault(const ConvertRequest& request) {
+  const bool bAny = request.shard || !request.sReport.empty() || request.bSkipDone;
+  if (bAny && !request.sSpecification.empty()) {
+    return "--shard, --report and --skip-done go with an output for each input; a specification makes one of all";
+  }
+  if (request.bSkipDone && request.sReport.empty())
+    return "--skip-done goes with --report, whose file tells what is done";
+  const bool bStream = request.sOutput == kStandardStream ||
+                       std::find(request.inputs.begin(), request.inputs.end(), kStandardStream) != request.inputs.end();
+  if (bStream && (request.shard || request.bSkipDone)) return "--shard and --skip-done go with files, not with -";
+  return {};
+}
+
 int ConvertBySpecification(const ConvertRequest& request, clsLongRun& run, clsConversionRun& conversion) {
   constexpr size_t kSlots = 12;
   if (request.inputs.size() > kSlots)
@@ -177,17 +192,25 @@ int ConvertCommand(const ConvertRequest& asked, const TalkRequest& talk) {
   // Who names a tab stop needs no hint at tabs.
   const bool tab_size_given = std::find(request.given.begin(), request.given.end(), "tab-size") != request.given.end();
   run.fields.bWarnedAboutTabsInFile = tab_size_given;
-  clsConversionRun conversion(run.host, gConversionOptions, run.log, run.fields, nullptr, ExtrasFor(request, run));
+  if (!request.sReport.empty()) request.sReport = AbsolutePath(ExpandedPath(request.sReport));
+  // Machines that share a home would take each other's work files for their own.
+  if (request.shard) gsAppDataFolder = run.privateFolder.PathOf("");
+  clsResultRecorder recorder(request, run);
+  clsConversionRun conversion(run.host, gConversionOptions, run.log, run.fields, nullptr,
+                              recorder.Joined(ExtrasFor(request, run)));
   run.log.LogClear(true);
   TellWhatIsIgnored(request, run);
 
+  const std::string_view fault = BatchOptionsFault(request);
+  if (!fault.empty()) return WrongUse(run, fault);
   if (!request.sSpecification.empty()) return ConvertBySpecification(request, run, conversion);
   if (request.inputs.empty()) return WrongUse(run, "INPUT is missing: name files, a quoted pattern, or - (see --help)");
   if (request.sOutput.empty()) return WrongUse(run, "-o OUTPUT is missing (see --help)");
   const bool to_standard_output = request.sOutput == kStandardStream;
   if (!TakeStandardStreams(request, run)) return run.Refused();
   std::vector<PlannedFile> files;
-  if (!PlanBatch(request, run, files)) return run.Refused();
+  if (!PlanBatch(request, run, files) || !recorder.Start()) return run.Refused();
+  recorder.DropDone(files);
 
   int32_t result = 0;
   conversion.ConvertList(files, result);

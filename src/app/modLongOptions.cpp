@@ -22,6 +22,7 @@ constexpr const char* kConvertExamples =
     "  quillon convert marked.txt -o marked.csv --markup --delimiter tab\n"
     "  spool | quillon convert - -o - --recipe ledger.rcp > ledger.csv\n"
     "  quillon convert --specification year.rcp -o year.xlsx --all-periods\n"
+    "  quillon convert 'in/*.txt' -o 'out/*.csv' --recipe ledger.rcp --shard 2/8 --report 2.jsonl --skip-done\n"
     "\n"
     "With several inputs OUTPUT holds a \"*\", which stands for each input's name; subfolders of a pattern are\n"
     "mirrored under OUTPUT's folder. Exit status: 0 all done, 1 something could not be converted, 2 wrong use,\n"
@@ -163,6 +164,21 @@ CLI::App* AddSuggest(CLI::App& app, LookRequest& request) {
   return command;
 }
 
+void AddFleetOptions(CLI::App& command, ConvertRequest& request) {
+  command
+      .add_option_function<std::string>(
+          "--shard",
+          [&request](const std::string& sValue) {
+            request.shard = ParseShard(sValue);
+            if (!request.shard) throw CLI::ValidationError("--shard", "I/N is wanted, with I from 1 to N, such as 2/8");
+          },
+          "Convert the I-th of N parts of the inputs, even by size")
+      ->type_name("I/N");
+  command.add_option("--report", request.sReport, "Add a line of JSON to this file as each input ends")
+      ->type_name("FILE");
+  command.add_flag("--skip-done", request.bSkipDone, "Leave out what --report's file shows as done and still is");
+}
+
 void AddConvertOptions(CLI::App& command, ConvertRequest& request) {
   command.add_option("INPUT", request.inputs, "Files, quoted patterns, folders, or - for standard input")
       ->type_name(" ");
@@ -197,6 +213,7 @@ void AddConvertOptions(CLI::App& command, ConvertRequest& request) {
   command.add_flag("--trim", request.bTrim, "Recipe and Markup: drop the blanks around fields");
   command.add_flag("--safe-csv", request.bSafeCsv, "Make values harmless that a spreadsheet would run as formulas");
   command.add_flag("--all-periods", request.bAllPeriods, "With --specification: the rows of every period's file");
+  AddFleetOptions(command, request);
 }
 
 bool IsCommand(const CLI::App& app, const std::string& sName) {

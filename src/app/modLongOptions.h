@@ -1,8 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "modShard.h"
 
 namespace quillon {
 
@@ -27,6 +30,9 @@ struct ConvertRequest {
   bool bTrim = false;
   bool bSafeCsv = false;
   bool bAllPeriods = false;
+  std::optional<Shard> shard;
+  std::string sReport;
+  bool bSkipDone = false;
   std::vector<std::string> given;  ///< Long names of the options that stood on the command line
 };
 

@@ -48,6 +48,7 @@ struct FileOutcome {
 /// One file of a list that was made beforehand.
 struct PlannedFile {
   std::string sInput, sOutput;
+  int64_t lBytes = -1;  ///< Of the input, when the list was made; -1 if it could not be looked at
 };
 
 /// What the long-option commands ask of a run beyond the job record.

@@ -61,7 +61,7 @@ void clsRunLog::LogAddText(std::string_view sAddString) {
 
 void clsRunLog::LogClear(bool bAddTimeStamp) {
   sText_ = bAddTimeStamp ? Translate(LogTimeStamp(host_.Now())) : std::string();
-  bReportedMinus5005_ = bReportedMinus5006_ = false;
+  ForgetWhatIsSaidOnce();
   options_.sErr1.clear();
   options_.sErr2.clear();
   options_.sErr3.clear();

@@ -41,6 +41,8 @@ class clsRunLog {
   void LogAddEntryHelper(std::string_view sAddString);
   /// The same; in a verbose unattended run a message box too.
   void LogAddText(std::string_view sAddString);
+  /// What is reported once a run is reported again when it comes again.
+  void ForgetWhatIsSaidOnce() { bReportedMinus5005_ = bReportedMinus5006_ = false; }
   /// Empties the log and the pending entry; a run's log begins with a time stamp.
   void LogClear(bool bAddTimeStamp);
 

@@ -3,6 +3,8 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <random>
+#include <string>
 #include <utility>
 
 #include "modCollections.h"
@@ -20,13 +22,19 @@ constexpr std::string_view kFileType = "RECIPE";
 constexpr std::string_view kOutputSection = "Output File";
 constexpr std::string_view kInputSection = "Input Files";
 
+/// Tells this process from any other, also on a machine that shares the data folder and numbers its processes alike.
+const std::string& ProcessMark() {
+  static const std::string sMark = std::to_string(getpid()) + "-" + std::to_string(std::random_device()());
+  return sMark;
+}
+
 /// A file of ours in the data folder, as all see it and as this process makes it: two runs at once never mix theirs.
 struct OwnFile {
   std::string sPublic, sPrivate;
 
   OwnFile(std::string_view sBase, std::string_view sExtension)
       : sPublic(gsAppDataFolder + std::string(sBase) + std::string(sExtension)),
-        sPrivate(gsAppDataFolder + std::string(sBase) + "." + std::to_string(getpid()) + std::string(sExtension)) {}
+        sPrivate(gsAppDataFolder + std::string(sBase) + "." + ProcessMark() + std::string(sExtension)) {}
   void Delete() const {
     DeleteFileForced(sPublic);
     DeleteFileForced(sPrivate);

@@ -1,0 +1,173 @@
+#include "clsResultList.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cmath>
+#include <nlohmann/json.hpp>
+
+#include "clsFingerprint.h"
+#include "modPaths.h"
+#include "modSystemIo.h"
+#include "modText.h"
+
+namespace quillon {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr std::string_view kDone = "done", kFailed = "failed", kHexSuffix = "_hex";
+
+std::string HexOf(std::string_view sBytes) {
+  std::string sOut;
+  for (const char c : sBytes) sOut += fmt::format("{:02x}", static_cast<unsigned char>(c));
+  return sOut;
+}
+
+std::string BytesOfHex(std::string_view sHex) {
+  constexpr int kBase = 16;
+  std::string sOut;
+  for (size_t i = 0; i + 1 < sHex.size(); i += 2) {
+    sOut += static_cast<char>(std::strtol(std::string(sHex.substr(i, 2)).c_str(), nullptr, kBase));
+  }
+  return sOut;
+}
+
+void PutPath(Json& line, const std::string& sKey, const std::string& sPath) {
+  line[sKey] = sPath;
+  if (!IsValidUtf8(sPath)) line[sKey + std::string(kHexSuffix)] = HexOf(sPath);
+}
+
+Json TextsOf(const std::vector<ResultText>& texts) {
+  Json list = Json::array();
+  for (const ResultText& text : texts) list.push_back(Json{{"code", text.lCode}, {"text", text.sText}});
+  return list;
+}
+
+std::string TextAt(const Json& line, const std::string& sKey) {
+  const auto found = line.find(sKey);
+  return found != line.end() && found->is_string() ? found->get<std::string>() : std::string();
+}
+
+std::string PathAt(const Json& line, const std::string& sKey) {
+  const std::string sHex = TextAt(line, sKey + std::string(kHexSuffix));
+  return sHex.empty() ? TextAt(line, sKey) : BytesOfHex(sHex);
+}
+
+int64_t NumberAt(const Json& line, const std::string& sKey) {
+  const auto found = line.find(sKey);
+  return found != line.end() && found->is_number_integer() ? found->get<int64_t>() : -1;
+}
+
+uint64_t Making(std::string_view sInput, const FileState& state, std::string_view sMadeBy, int64_t lOutputBytes) {
+  clsFingerprint making;
+  return making.Add(sInput).Add(state.lBytes).Add(state.sModified).Add(sMadeBy).Add(lOutputBytes).Value();
+}
+
+uint64_t KeyOf(std::string_view sOutput) {
+  return clsFingerprint().Add(sOutput).Value();
+}
+
+}  // namespace
+
+std::optional<FileState> StateOfFile(std::string_view sPath) {
+  struct stat about {};
+  if (stat(HostPath(sPath).c_str(), &about) != 0) return std::nullopt;
+  return FileState{about.st_size, fmt::format("{}.{:09}", about.st_mtim.tv_sec, about.st_mtim.tv_nsec)};
+}
+
+std::string ResultLineText(const ResultLine& line) {
+  Json json = Json::object();
+  PutPath(json, "input", line.sInput);
+  PutPath(json, "output", line.sOutput);
+  json["status"] = line.bDone ? kDone : kFailed;
+  json["rows"] = line.lRows;
+  json["warnings"] = TextsOf(line.warnings);
+  json["errors"] = TextsOf(line.errors);
+  constexpr double kThousand = 1000;
+  json["seconds"] = std::round(line.dSeconds * kThousand) / kThousand;
+  if (line.state) {
+    json["bytes"] = line.state->lBytes;
+    // A text, as programs that take all numbers for floating-point ones would round it.
+    json["modified"] = line.state->sModified;
+  }
+  if (line.lOutputBytes >= 0) json["output_bytes"] = line.lOutputBytes;
+  json["made_by"] = line.sMadeBy;
+  return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+clsResultList::~clsResultList() {
+  if (nHandle_ >= 0) close(nHandle_);
+}
+
+bool clsResultList::Open(const std::string& sFile, Failure& failure) {
+  sFile_ = sFile;
+  constexpr unsigned kMode = 0666;
+  nHandle_ = OpenHandle(HostPath(sFile), O_RDWR | O_APPEND | O_CREAT, kMode);
+  struct stat about {};
+  if (nHandle_ < 0 || fstat(nHandle_, &about) != 0) {
+    failure = SystemFailure(sFile, errno);
+    return false;
+  }
+  char cLast = '\n';
+  if (S_ISREG(about.st_mode) && about.st_size > 0) ReadHandleAt(nHandle_, &cLast, 1, about.st_size - 1);
+  bTorn_ = cLast != '\n';
+  return true;
+}
+
+bool clsResultList::Read(Failure& failure) {
+  constexpr size_t kBlock = size_t{1} << 20;
+  constexpr size_t kLongestLine = size_t{16} << 20;
+  std::string sBlock(kBlock, '\0'), sLine;
+  int64_t nOffset = 0, nGot = 0;
+  while ((nGot = ReadHandleAt(nHandle_, sBlock.data(), kBlock, nOffset)) > 0) {
+    nOffset += nGot;
+    std::string_view sRest(sBlock.data(), static_cast<size_t>(nGot));
+    for (size_t nEnd = sRest.find('\n'); nEnd != std::string_view::npos; nEnd = sRest.find('\n')) {
+      Learn(sLine.append(sRest.substr(0, nEnd)));
+      sLine.clear();
+      sRest.remove_prefix(nEnd + 1);
+    }
+    if (sLine.size() < kLongestLine) sLine.append(sRest);
+  }
+  if (nGot < 0) failure = SystemFailure(sFile_, errno);
+  Learn(sLine);
+  return nGot == 0;
+}
+
+void clsResultList::Learn(const std::string& sLine) {
+  const Json line = Json::parse(sLine, nullptr, false);
+  if (!line.is_object()) return;
+  const std::string sOutput = PathAt(line, "output");
+  if (sOutput.empty()) return;
+  known_.erase(KeyOf(sOutput));
+  if (TextAt(line, "status") != kDone) return;
+  const FileState state{NumberAt(line, "bytes"), TextAt(line, "modified")};
+  known_[KeyOf(sOutput)] =
+      Making(PathAt(line, "input"), state, TextAt(line, "made_by"), NumberAt(line, "output_bytes"));
+}
+
+bool clsResultList::IsDone(const PlannedFile& file, std::string_view sMadeBy) const {
+  const auto known = known_.find(KeyOf(file.sOutput));
+  if (known == known_.end()) return false;
+  const auto input = StateOfFile(file.sInput);
+  const auto output = StateOfFile(file.sOutput);
+  return input && output && known->second == Making(file.sInput, *input, sMadeBy, output->lBytes);
+}
+
+bool clsResultList::Write(const ResultLine& line, Failure& failure) {
+  const std::string sText = (bTorn_ ? "\n" : "") + ResultLineText(line) + "\n";
+  if (!WriteHandle(nHandle_, sText.data(), sText.size())) {
+    bTorn_ = true;
+    failure = SystemFailure(sFile_, errno);
+    return false;
+  }
+  bTorn_ = false;
+  return true;
+}
+
+}  // namespace quillon

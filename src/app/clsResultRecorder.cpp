@@ -1,0 +1,124 @@
+#include "clsResultRecorder.h"
+
+#include <utility>
+
+#include "clsFingerprint.h"
+#include "clsOutputFile.h"
+#include "modConvertCommand.h"
+#include "modFiles.h"
+#include "modPaths.h"
+#include "modSettings.h"
+#include "modStrings.h"
+#include "modText.h"
+#include "modVersion.h"
+
+namespace quillon {
+
+namespace {
+
+/// Where the profile of a name lies; the name itself if it is a path.
+std::string ProfilePath(const std::string& sName) {
+  const std::string sProfile = ProfileFor(sName);
+  return IsFile(sProfile) ? sProfile : JoinPath(JoinPath(gsDataFolder, "Profiles"), sProfile + ".txt");
+}
+
+/// The lines of an entry behind its headline, as one text of LF lines.
+std::string TextOf(const ReportEntry& entry) {
+  std::string sText = entry.sErr2.empty() ? entry.sErr1 : entry.sErr2;
+  if (!entry.sErr3.empty()) sText.append("\n").append(entry.sErr3);
+  return ReplaceAll(ReplaceAll(sText, "%lf%", "\n"), "\r\n", "\n");
+}
+
+}  // namespace
+
+std::string MakingOf(const ConvertRequest& request) {
+  constexpr size_t kLargest = size_t{64} << 20;
+  clsFingerprint making;
+  making.Add(VersionText);
+  for (const std::string& sFile :
+       {request.sRecipe, request.sSpecification, request.sProfile.empty() ? "" : ProfilePath(request.sProfile)}) {
+    std::string sBytes;
+    Failure ignored;  // What can't be read fails the run itself.
+    if (!sFile.empty()) ReadWholeFile(sFile, sBytes, kLargest, ignored);
+    making.Add(sFile.empty() ? 0 : 1).Add(sBytes);
+  }
+  making.Add(request.lDelimiter).Add(request.lQuote).Add(request.lTabSize);
+  making.Add(UpperText(request.sEncoding)).Add(UpperText(request.sStartCell));
+  for (const bool bOption : {request.bMarkup, request.bNoClear, request.bUnix, request.bAsText, request.bKeepPad,
+                             request.bUtf16, request.bTrim, request.bSafeCsv, request.bAllPeriods}) {
+    making.Add(bOption ? 1 : 0);
+  }
+  return making.Text();
+}
+
+bool clsResultRecorder::Start() {
+  if (request_.sReport.empty()) return true;
+  Failure failure;
+  if (!list_.Open(request_.sReport, failure) || (request_.bSkipDone && !list_.Read(failure))) {
+    run_.Say(failure.sText + "; the result list can't be kept there, so nothing was converted");
+    return false;
+  }
+  bOpen_ = true;
+  sMadeBy_ = MakingOf(request_);
+  bNoTabWarning_ = run_.fields.bWarnedAboutTabsInFile;
+  run_.host.KeepEntries(&entries_);
+  return true;
+}
+
+void clsResultRecorder::DropDone(std::vector<PlannedFile>& files) {
+  if (!bOpen_ || !request_.bSkipDone) return;
+  const size_t nBefore = files.size();
+  std::erase_if(files, [this](const PlannedFile& file) { return list_.IsDone(file, sMadeBy_); });
+  run_.totals.lFilesSkipped += static_cast<int64_t>(nBefore - files.size());
+}
+
+RunExtras clsResultRecorder::Joined(RunExtras extras) {
+  extras.fileBegins = [this, before = std::move(extras.fileBegins)](size_t nFile, size_t nFiles,
+                                                                    const std::string& sInput) {
+    before(nFile, nFiles, sInput);
+    if (bOpen_) FileBegins(sInput);
+  };
+  extras.fileDone = [this, before = std::move(extras.fileDone)](const FileOutcome& outcome) {
+    before(outcome);
+    if (bOpen_ && InterruptSignal() == 0) FileDone(outcome);
+  };
+  return extras;
+}
+
+// A line has to tell the same of a file in whatever run it is converted, so what is said once a run is said of each.
+void clsResultRecorder::FileBegins(const std::string& sInput) {
+  run_.log.ForgetWhatIsSaidOnce();
+  run_.fields.bWarnedAboutTabsInFile = bNoTabWarning_;
+  entries_.clear();
+  state_ = StateOfFile(sInput);
+  lBegan_ = run_.host.TickMilliseconds();
+}
+
+ResultLine clsResultRecorder::LineOf(const FileOutcome& outcome) {
+  constexpr double kMillisecond = 0.001;
+  ResultLine line;
+  line.sInput = run_.Shown(gConversionOptions.sInputFile);
+  line.sOutput = run_.Shown(gConversionOptions.sOutputFile);
+  line.bDone = Converted(outcome);
+  for (const TableAccount& table : outcome.account.tables) line.lRows += table.lRows;
+  for (const ReportEntry& entry : entries_) {
+    if (entry.type == EntryType::Other) continue;
+    (entry.type == EntryType::Error ? line.errors : line.warnings).push_back({entry.lErr, TextOf(entry)});
+  }
+  for (const std::string& sText : run_.Untold()) (line.bDone ? line.warnings : line.errors).push_back({0, sText});
+  line.dSeconds = static_cast<double>(run_.host.TickMilliseconds() - lBegan_) * kMillisecond;
+  line.state = state_;
+  if (outcome.account.bOutputWritten) line.lOutputBytes = FileSizeOf(gConversionOptions.sOutputFile);
+  line.sMadeBy = sMadeBy_;
+  return line;
+}
+
+void clsResultRecorder::FileDone(const FileOutcome& outcome) {
+  Failure failure;
+  if (list_.Write(LineOf(outcome), failure)) return;
+  if (std::exchange(bFailed_, true)) return;
+  run_.Say(failure.sText + "; the result list has gaps");
+  ++run_.totals.lFilesFailed;
+}
+
+}  // namespace quillon

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "clsLongRun.h"
+#include "clsResultList.h"
+#include "modLongOptions.h"
+
+namespace quillon {
+
+/// Keeps the result list of one run: what was said of a file goes into its line, which is written as the file ends. An
+/// interrupted file gets none.
+class clsResultRecorder {
+ public:
+  clsResultRecorder(const ConvertRequest& request, clsLongRun& run) : request_(request), run_(run) {}
+  clsResultRecorder(const clsResultRecorder&) = delete;
+  clsResultRecorder& operator=(const clsResultRecorder&) = delete;
+  ~clsResultRecorder() { run_.host.KeepEntries(nullptr); }
+
+  /// Opens the list and, with --skip-done, reads it. False: said.
+  bool Start();
+  /// Takes the files out that the list shows as done.
+  void DropDone(std::vector<PlannedFile>& files);
+  /// The extras with the recorder's own share; they are called while this object lives.
+  RunExtras Joined(RunExtras extras);
+
+ private:
+  void FileBegins(const std::string& sInput);
+  void FileDone(const FileOutcome& outcome);
+  ResultLine LineOf(const FileOutcome& outcome);
+
+  const ConvertRequest& request_;
+  clsLongRun& run_;
+  clsResultList list_;
+  bool bOpen_ = false, bFailed_ = false;
+  bool bNoTabWarning_ = false;
+  std::string sMadeBy_;
+  std::optional<FileState> state_;
+  int64_t lBegan_ = 0;
+  std::vector<ReportEntry> entries_;
+};
+
+/// Fingerprint of all that an output depends on beside its input: the program's version, the method, the content of the
+/// recipe or profile, the options.
+std::string MakingOf(const ConvertRequest& request);
+
+}  // namespace quillon
