@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "clsIniFile.h"
-#include "clsOutputFile.h"
 #include "modFailure.h"
 #include "modNumbers.h"
 #include "modSettings.h"
@@ -70,26 +69,12 @@ int32_t JobNumber(std::string_view sFile, std::string_view sKey, std::string_vie
                          " is not a whole number; correct this key of the conversion job.");
 }
 
-/// The job file's own bytes decide where the settings say "auto".
-clsIniFile LoadJob(std::string_view sFile) {
-  Failure ignored;  // A file that can't be read gives the defaults, as a missing one does.
-  if (const clsCodePage* page = SystemCodePage()) {
-    clsIniFile ini(*page);
-    ini.Load(sFile, ignored);
-    return ini;
-  }
-  std::string bytes;
-  constexpr size_t kLargestJob = size_t{16} << 20;
-  ReadWholeFile(sFile, bytes, kLargestJob, ignored);
-  clsIniFile ini(DetectCodePage(bytes));
-  ini.LoadText(bytes);
-  return ini;
-}
-
 }  // namespace
 
 void clsConversionOptions::OpenConversionJob(std::string_view sFile) {
-  const clsIniFile ini = LoadJob(sFile);
+  clsIniFile ini(SystemCodePage());
+  Failure ignored;  // A file that can't be read gives the defaults, as a missing one does.
+  ini.Load(sFile, ignored);
   if (bOpenConversionJobOnly || !gbCommandLineMode) {
     sReadMe = ini.Get(kJobSection, "ReadMe", "");
     sReadMe2 = ini.Get(kJobSection, "ReadMe2", "");
@@ -129,7 +114,7 @@ bool clsConversionOptions::SaveConversionJob(std::string_view sFile) const {
       add(key.sKey, this->*std::get<TruthField>(key.field) ? "TRUE" : "FALSE");
     }
   }
-  return WritePrivateProfileStrings(sFile, entries);
+  return WritePrivateProfileStrings(sFile, entries, SystemCodePage());
 }
 
 bool IsJobKey(std::string_view sKey) {

@@ -51,7 +51,7 @@ std::string Folded(std::string_view s) {
 
 }  // namespace
 
-clsIniFile::clsIniFile(const clsCodePage& page) : pPage_(&page) {
+clsIniFile::clsIniFile(const clsCodePage* pPage) : pAskedPage_(pPage) {
   LoadText({});
 }
 
@@ -71,7 +71,8 @@ void clsIniFile::LoadText(std::string_view sBytes) {
   sections_.emplace_back();
   bMark_ = sBytes.starts_with(kUtf8Mark);
   if (bMark_) sBytes.remove_prefix(kUtf8Mark.size());
-  const clsCodePage& page = bMark_ ? clsCodePage::Utf8() : *pPage_;
+  pPage_ = bMark_ ? &clsCodePage::Utf8() : pAskedPage_ != nullptr ? pAskedPage_ : &DetectCodePage(sBytes);
+  const clsCodePage& page = *pPage_;
   while (!sBytes.empty()) {
     const size_t nLf = sBytes.find('\n');
     std::string_view sRaw = sBytes.substr(0, nLf == std::string_view::npos ? nLf : nLf + 1);
@@ -153,7 +154,7 @@ std::string clsIniFile::Bytes() const {
     return sOut;
   };
   size_t nLost = 0;
-  std::string sOut = joined(bMark_ ? clsCodePage::Utf8() : *pPage_, nLost);
+  std::string sOut = joined(*pPage_, nLost);
   if (nLost == 0 && !bMark_) return sOut;
   return std::string(kUtf8Mark) + joined(clsCodePage::Utf8(), nLost);
 }

@@ -22,7 +22,8 @@ class clsIniFile {
   /// The most characters that a value is read with (a buffer of 500 with its end mark).
   static constexpr size_t kMaxValue = 499;
 
-  explicit clsIniFile(const clsCodePage& page = clsCodePage::Windows1252());
+  /// Null: the file's own bytes decide, as DetectCodePage does.
+  explicit clsIniFile(const clsCodePage* pPage = &clsCodePage::Windows1252());
 
   /// A missing file loads as an empty one (True). False with the reason if it can't be read.
   bool Load(std::string_view sPath, Failure& failure);
@@ -52,7 +53,8 @@ class clsIniFile {
   Section& NewSection(std::string_view sSection);
   void AddKeyLine(Section& section, std::string_view sKey, Line line);
 
-  const clsCodePage* pPage_;
+  const clsCodePage* pAskedPage_;
+  const clsCodePage* pPage_ = nullptr;  ///< In force for the file in hand
   bool bMark_ = false;
   std::vector<Section> sections_;
   std::unordered_map<std::string, size_t> index_;  ///< Folded name to the first section that has it
@@ -71,6 +73,8 @@ bool WritePrivateProfileString(std::string_view sPath, std::string_view sSection
 struct IniEntry {
   std::string sSection, sKey, sValue;
 };
-bool WritePrivateProfileStrings(std::string_view sPath, const std::vector<IniEntry>& entries);
+/// pPage as for clsIniFile.
+bool WritePrivateProfileStrings(std::string_view sPath, const std::vector<IniEntry>& entries,
+                                const clsCodePage* pPage = &clsCodePage::Windows1252());
 
 }  // namespace quillon

@@ -58,9 +58,10 @@ bool WritePrivateProfileString(std::string_view sPath, std::string_view sSection
   return WritePrivateProfileStrings(sPath, {{std::string(sSection), std::string(sKey), std::string(sValue)}});
 }
 
-bool WritePrivateProfileStrings(std::string_view sPath, const std::vector<IniEntry>& entries) {
+bool WritePrivateProfileStrings(std::string_view sPath, const std::vector<IniEntry>& entries,
+                                const clsCodePage* pPage) {
   const clsFileLock lock(sPath);
-  clsIniFile file;
+  clsIniFile file(pPage);
   Failure failure;
   if (!file.Load(sPath, failure)) return false;
   const std::string sBefore = file.Bytes();

@@ -9,7 +9,7 @@ namespace quillon {
 
 bool clsSectionWriter::Load(std::string_view sPath, Failure& failure) {
   if (!FileExists(sPath)) return true;
-  loaded_.emplace(*pPage_);
+  loaded_.emplace(pPage_);
   return loaded_->Load(sPath, failure);
 }
 

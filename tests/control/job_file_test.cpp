@@ -92,5 +92,22 @@ TEST_F(JobFile, SavingKeepsWhatAUserAddedAndReadsBack) {
   EXPECT_EQ(again.sReadMe, "keep me");
 }
 
+TEST_F(JobFile, IsWrittenInTheCodePageInWhichItIsRead) {
+  for (const char* const page : {"windows-1252", "cp437", "UTF-8", "auto"}) {
+    OverrideSystemCodePage(clsCodePage::Find(page), true);
+    const bool utf8 = std::string_view(page) == "UTF-8" || std::string_view(page) == "auto";
+    folder.Write("job.QLN", utf8 ? "[QLN]\r\nReadMe=\xC3\xBC\r\n" : "[QLN]\r\nReadMe=x\r\n");
+    for (const char* const path : {"C:\\Größe.txt", "C:\\Łódź.txt"}) {
+      clsConversionOptions options;
+      options.sInputFile = path;
+      ASSERT_TRUE(options.SaveConversionJob(folder.Path("job.QLN")));
+      clsConversionOptions again;
+      again.OpenConversionJob(folder.Path("job.QLN"));
+      EXPECT_EQ(again.sInputFile, path) << page;
+      EXPECT_EQ(again.sReadMe, utf8 ? "ü" : "x") << page;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace quillon
