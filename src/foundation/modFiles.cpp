@@ -35,8 +35,7 @@ std::string TemporaryFolder() {
 }  // namespace
 
 bool FileExists(std::string_view sPath) {
-  struct stat info {};
-  return !HasWildcards(sPath) && Look(TrimBlanks(sPath), info);
+  return !HasWildcards(sPath) && IsFile(TrimBlanks(sPath));
 }
 
 bool IsFile(std::string_view sPath) {

@@ -10,9 +10,9 @@
 
 namespace quillon {
 
-/// False for "", for wildcards and on any failure. A folder counts too. Blanks around the name are trimmed.
+/// False for "", for wildcards, for a folder and on any failure. Blanks around the name are trimmed.
 bool FileExists(std::string_view sPath);
-bool IsFile(std::string_view sPath);  ///< An existing path that is no folder
+bool IsFile(std::string_view sPath);  ///< An existing path that is no folder, taken as it stands
 bool FolderExists(std::string_view sFolder);
 bool FolderHasEntries(std::string_view sFolder);
 bool PathExists(std::string_view sPath);

@@ -221,6 +221,7 @@ TEST(Files, AnswerWithoutRaising) {
   EXPECT_TRUE(FileExists(" " + sFile + " "));
   EXPECT_FALSE(FileExists(""));
   EXPECT_FALSE(FileExists(folder.Path("sub/*.txt")));
+  EXPECT_FALSE(FileExists(folder.Path("sub"))) << "a folder of a recipe's name is no recipe";
   EXPECT_TRUE(FolderHasEntries(folder.Path("sub")));
   EXPECT_EQ(NearestExistingPath(folder.Path("sub/no/such.txt")), folder.Path("sub/") + "such.txt");
   EXPECT_EQ(DeepestExistingFolder(folder.Path("sub/no/x")), folder.Path("sub"));
@@ -234,7 +235,7 @@ TEST(Files, AnswerWithoutRaising) {
   EXPECT_EQ(folder.Read("b.txt"), "x");
   clsTestHost host;
   EXPECT_TRUE(DeleteFileWithRetry(host, folder.Path("absent")));
-  EXPECT_FALSE(DeleteFileWithRetry(host, folder.Path("sub")));
+  EXPECT_FALSE(DeleteFileWithRetry(host, "/proc/version"));
   EXPECT_EQ(host.lTick, 20000);
 }
 
