@@ -82,6 +82,11 @@ double LeadingNumber(std::string_view sText) {
 }
 
 bool TryParseDouble(std::string_view sText, double& value) {
+  // A "," that stands before other than three digits groups nothing: it may be a decimal comma.
+  for (size_t n = sText.find(','); n != std::string_view::npos; n = sText.find(',', n + 1)) {
+    const std::string_view sRest = sText.substr(n + 1);
+    if (std::min(sRest.find_first_not_of("0123456789"), sRest.size()) != 3) return false;
+  }
   const std::optional<double> number = NumericValue(sText);
   if (number) value = *number;
   return number.has_value();

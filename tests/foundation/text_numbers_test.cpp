@@ -72,7 +72,8 @@ TEST(WholeNumbers, RoundHalvesToEvenAndMustFit32Bits) {
   EXPECT_FALSE(ParseWholeNumber(""));
   EXPECT_EQ(LeadingNumber(" 12x"), 12);
   EXPECT_EQ(LeadingNumber("abc"), 0);
-  EXPECT_EQ(ParseDouble("1,5", 9), 15);  // "," groups, so the first try succeeds
+  EXPECT_EQ(ParseDouble("1,5", 9), 1.5) << "a decimal comma, by the second try";
+  EXPECT_EQ(ParseDouble("1,234.50", 9), 1234.5);
   EXPECT_EQ(ParseDouble("zz", 9), 9);
 }
 
