@@ -21,7 +21,6 @@ std::vector<std::pair<std::string, std::string>> FiltersOf(std::string_view sFil
 }
 
 std::string PickFile(clsScreen& screen, FileQuestion& question, std::string_view sStartPath) {
-  question.sFileName.clear();
   if (!sStartPath.empty()) question.sInitDir = HostPath(NearestExistingPath(sStartPath));
   question.bSave = FindNoCase(question.sTitle, Translate("save")) != std::string_view::npos;
   return screen.AskFile(question);

@@ -16,8 +16,9 @@ struct FileQuestion {
   std::vector<std::pair<std::string, std::string>> filters;
   int lFilterIndex = 1;   ///< From 1, in and out
   std::string sInitDir;   ///< Host path; may be empty
-  std::string sFileName;  ///< Preset name
+  std::string sFileName;  ///< Preset name, or path text
   bool bSave = false;
+  bool bMayBeNew = false;  ///< A name that no file has yet may be chosen without saving
 };
 
 /// Window placement in twips (1440 to the inch). State 0 normal, 1 minimised, 2 maximised.

@@ -30,6 +30,7 @@ void frmMain::cmdSelectInputFolder_Click() {
 void frmMain::cmdOutputBrowse_Click() {
   FileQuestion question;
   question.sTitle = Translate("Select Output File");
+  question.bMayBeNew = true;
   question.filters = FiltersOf(Translate("Comma Delimited") + " (*.csv)|*.csv|" + Translate("Excel Files") +
                                " (*.xls;*.xlsx)|*.xls;*.xlsx|" + Translate("XLSX") + " (*.xlsx)|*.xlsx|" +
                                Translate("XLS") + " (*.xls)|*.xls|" + Translate("All Files (*.*)|*.*"));

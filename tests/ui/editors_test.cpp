@@ -244,6 +244,9 @@ TEST_F(RecipeEditor, ACancelledOpenKeepsTheTextAndLosesTheName) {
   editor_.LoadRecipeIntoEditor(folder_.Write("r.rcp", "[Table 1]\r\n"));
   editor_.Click("cmdLoadFile");
   EXPECT_EQ(editor_.sLastRecipeFileName, "");
+  gConversionOptions.sRecipeFile = "job.rcp";
+  editor_.Click("cmdLoadFile");
+  EXPECT_EQ(screen_.lastQuestion.sFileName, "job.rcp") << "the dialog proposes the job's recipe then";
   EXPECT_EQ(editor_.Get("txtFileEditor").sText, "[Table 1]\r\n");
   const size_t nMessages = host_.messages.size();
   editor_.Click("cmdSave");

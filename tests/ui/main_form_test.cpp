@@ -149,6 +149,7 @@ TEST_F(MainForm, PickersFillTheBoxes) {
   form_.Click("cmdInputBrowse");
   form_.Click("cmdOutputBrowse");
   EXPECT_EQ(screen_.lastQuestion.filters.size(), 5U);
+  EXPECT_TRUE(screen_.lastQuestion.bMayBeNew);
   form_.Click("rbConversionMethod", 1);
   form_.Click("cmdRecipeBrowse");
   EXPECT_EQ(Text("cbInputFile") + Text("cbOutputFile") + Text("cbRecipeFile"), "/x/in.txt/x/out.xlsx/x/r.rcp");

@@ -70,13 +70,17 @@ std::string clsQtScreen::AskFile(FileQuestion& question) {
   QString sSelected;
   const QString sFilters = Filters(question, sSelected);
   QString sStart = ToQt(question.sInitDir);
-  if (!question.sFileName.empty()) sStart += "/" + ToQt(question.sFileName);
+  if (!question.sFileName.empty()) {
+    const bool bPath = HasSeparator(question.sFileName);
+    sStart = bPath ? ToQt(HostPath(question.sFileName)) : sStart + "/" + ToQt(question.sFileName);
+  }
   QWidget* const pParent =
       QApplication::activeModalWidget() != nullptr ? QApplication::activeModalWidget() : pMainWindow_;
   const QString sChosen =
-      question.bSave ? QFileDialog::getSaveFileName(pParent, ToQt(question.sTitle), sStart, sFilters, &sSelected,
-                                                    QFileDialog::DontConfirmOverwrite)
-                     : QFileDialog::getOpenFileName(pParent, ToQt(question.sTitle), sStart, sFilters, &sSelected);
+      question.bSave || question.bMayBeNew
+          ? QFileDialog::getSaveFileName(pParent, ToQt(question.sTitle), sStart, sFilters, &sSelected,
+                                         QFileDialog::DontConfirmOverwrite)
+          : QFileDialog::getOpenFileName(pParent, ToQt(question.sTitle), sStart, sFilters, &sSelected);
   const auto nIndex = sFilters.split(";;").indexOf(sSelected);
   question.lFilterIndex = static_cast<int>(nIndex) + 1;
   return FromQt(sChosen);
