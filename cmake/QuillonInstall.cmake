@@ -9,6 +9,10 @@ if(EXISTS ${PROJECT_SOURCE_DIR}/data)
           PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 endif()
 
+# Batches on many machines, for GNU parallel, Slurm and Kubernetes.
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/packaging/examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/quillon
+        COMPONENT quillon USE_SOURCE_PERMISSIONS)
+
 # Pages and completions are made from the help that the program prints, so options stand in one place.
 option(QUILLON_PACKAGE "Make manual pages and completions, for packages" OFF)
 if(QUILLON_PACKAGE)

@@ -50,9 +50,17 @@ def roff_options(options):
     return "\n".join(lines)
 
 
+# Values that the shells offer; what an option's help calls N and the like is typed, and all else is a file.
+CHOICES = {"--quote": "never sometimes always", "--delimiter": "comma tab bar semicolon",
+           "--encoding": "auto UTF-8 windows-1252 cp437 cp850 ISO-8859-1"}
+TYPED = {"N", "I/N", "CELL", "CHAR"}
+
+
 def bash(tables):
     words = {command: " ".join(name for option in options for name in option[:2] if name) for command, options in tables.items()}
     cases = "\n".join(f'    {command}) words="{words[command]}" ;;' for command in tables)
+    values = "\n".join(f'    {option}) COMPREPLY=($(compgen -W "{choice}" -- "$current")); return ;;'
+                       for option, choice in CHOICES.items())
     return f"""# bash completion of quillon
 _quillon() {{
   local current=${{COMP_WORDS[COMP_CWORD]}} previous=${{COMP_WORDS[COMP_CWORD-1]}} words=""
@@ -61,10 +69,11 @@ _quillon() {{
     COMPREPLY=($(compgen -W "{' '.join(tables)} --help --version" -- "$current"))
     return
   fi
-  case $previous in
-    --quote) COMPREPLY=($(compgen -W "never sometimes always" -- "$current")); return ;;
-    --delimiter) COMPREPLY=($(compgen -W "comma tab bar semicolon" -- "$current")); return ;;
-    --encoding) COMPREPLY=($(compgen -W "auto UTF-8 windows-1252 cp437 cp850 ISO-8859-1" -- "$current")); return ;;
+  # In --option=value the sign is a word of its own.
+  if [ "$current" = "=" ]; then current="" previous="$previous="; fi
+  if [ "$previous" = "=" ]; then previous=${{COMP_WORDS[COMP_CWORD-2]}}; fi
+  case ${{previous%=}} in
+{values}
   esac
   case ${{COMP_WORDS[1]}} in
 {cases}
@@ -79,14 +88,15 @@ def zsh(tables):
     def quoted(text):
         return text.replace("'", "'\\''").replace("[", "\\[").replace("]", "\\]").replace(":", "\\:")
 
+    def action(long, value):
+        if not value:
+            return ""
+        wanted = f"({CHOICES[long]})" if long in CHOICES else " " if value in TYPED else "_files"
+        return f":{value.lower().replace(' ', '-')}:{wanted}"
+
     def specs(options):
-        lines = []
-        for short, long, value, text in options:
-            action = f":{value.lower().replace(' ', '-')}:_files" if value else ""
-            for name in (short, long):
-                if name:
-                    lines.append(f"    '{name}[{quoted(text)}]{action}'")
-        return " \\\n".join(lines)
+        return " \\\n".join(f"    '{name}{'=' if value and name == long else ''}[{quoted(text)}]{action(long, value)}'"
+                            for short, long, value, text in options for name in (short, long) if name)
 
     cases = "\n".join(f"  {command})\n    _arguments \\\n{specs(options)} \\\n    '*:file:_files' ;;" for command, options in tables.items())
     return f"""#compdef quillon
@@ -109,7 +119,10 @@ def fish(tables):
         for short, long, value, text in options:
             line = f"complete -c quillon -n '__fish_seen_subcommand_from {command}' -l {long[2:]}"
             line += f" -s {short[1:]}" if short else ""
-            line += " -r" if value else ""
+            if long in CHOICES:
+                line += f" -x -a '{CHOICES[long]}'"
+            elif value:
+                line += " -x" if value in TYPED else " -r -F"
             text = text.replace("'", "\\'")
             lines.append(f"{line} -d '{text}'")
     return "\n".join(lines) + "\n"
