@@ -15,6 +15,7 @@
 #include "modPaths.h"
 #include "modText.h"
 #include "modTranslator.h"
+#include "modTurns.h"
 
 namespace quillon {
 
@@ -113,6 +114,7 @@ bool CFileSearch::ReadFolder(const std::string& sFolder, std::vector<Entry>& ent
   above_.push_back(identity);
 
   for (const dirent* item = readdir(folder.get()); item != nullptr; item = readdir(folder.get())) {
+    GiveTurn();
     struct stat about {};
     // A link whose target is gone is no file.
     if (fstatat(dirfd(folder.get()), item->d_name, &about, 0) != 0) continue;

@@ -52,7 +52,16 @@ void clsConversionRun::Go(int32_t& lResult) {
   }
 }
 
+/// Outside the sections, which ask about a pause, only a run that is given up stops.
+clsTurns clsConversionRun::TakeTurns() {
+  return clsTurns([this] {
+    host_.LetEventsRun();
+    return !gbAbandonOutput;
+  });
+}
+
 void clsConversionRun::BeginProcessing(int32_t& lResult) {
+  const clsTurns turns = TakeTurns();
   if (pWindow_ != nullptr) LogLine(Translate("Starting conversion..."));
   fields_.lTotalTimeStart = host_.TickMilliseconds();
   if (pWindow_ != nullptr) pWindow_->DisableGUIForRunning();
@@ -85,6 +94,7 @@ bool clsConversionRun::NextFileMayBegin(size_t nFile, size_t nFiles, const std::
 }
 
 void clsConversionRun::ConvertList(const std::vector<PlannedFile>& files, int32_t& lResult) {
+  const clsTurns turns = TakeTurns();
   fields_.lTotalTimeStart = host_.TickMilliseconds();
   LogLine(Translate("Processing:"));
   std::string folder_made;

@@ -12,6 +12,7 @@
 #include "modRecipeGlobals.h"
 #include "modRunLog.h"
 #include "modRunMessages.h"
+#include "modTurns.h"
 
 namespace quillon {
 
@@ -106,6 +107,7 @@ class clsConversionRun {
   int32_t CheckOutputType();
 
   void ConvertByMethod(int32_t& lResult);
+  clsTurns TakeTurns();
   bool NextFileMayBegin(size_t nFile, size_t nFiles, const std::string& sInput);
   void ConvertSingle(int32_t& lResult);
   void ConvertBatch(int32_t& lResult);
@@ -115,7 +117,6 @@ class clsConversionRun {
   bool AssignProfile();
   void ReportEngineStatus(int32_t lQuotesResult);
   void TakeEngineAccount();
-  void LetSignalsStopEngine();
   void SayWhatWasReplaced();
   bool RecipeRunCanStart(int32_t& lResult);
   void WarnIfTabsInFile(const RecipeOptions& recipeOptions);

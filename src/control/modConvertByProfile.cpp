@@ -63,7 +63,9 @@ void clsConversionRun::ConvertByProfile(int32_t& lResult) {
   Cellwright().Change().bSafeCsv = extras_.bSafeCsv;
   const int32_t quotes_result = OptUseDoubleQuotesSet(options_.lUseDoubleQuotes);
   Cellwright().Change().bSafeCsv = extras_.bSafeCsv;
-  LetSignalsStopEngine();
+  Cellwright().TellProgress([this](int64_t lRow, int64_t lDone, int64_t lTotal) {
+    host_.ShowProgress({options_.sInputFile, lRow, lDone, lTotal});
+  });
   options_.lErr = quillon::ConvertFile();
   TakeEngineAccount();
   if (extras_.bSayMore) SayWhatWasReplaced();
@@ -91,15 +93,6 @@ void clsConversionRun::SayWhatWasReplaced() {
     text += " " + std::to_string(tally.lCharsReplaced);
   }
   if (!text.empty()) host_.Report({options_.lErr, Translate("Warning"), text, "", EntryType::Warning, false});
-}
-
-// With windows nothing gets a turn while the engine works.
-void clsConversionRun::LetSignalsStopEngine() {
-  if (pWindow_ != nullptr) return Cellwright().StopWhen({});
-  Cellwright().StopWhen([this] {
-    host_.LetEventsRun();
-    return gbAbandonOutput;
-  });
 }
 
 /// The engine knows one table: all that it wrote.

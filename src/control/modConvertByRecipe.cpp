@@ -53,6 +53,7 @@ void clsConversionRun::ConvertByRecipe(int32_t& lResult) {
 
 void clsConversionRun::ConvertByLongRecipe(std::string_view sOutputFile, const std::vector<std::string>& inputs,
                                            int32_t& lResult) {
+  const clsTurns turns = TakeTurns();
   const int32_t errors = log_.lErrorCount;
   account_ = {};
   gsRecipeFile = options_.sRecipeFile;

@@ -12,6 +12,7 @@
 #include "modPaths.h"
 #include "modSystemIo.h"
 #include "modText.h"
+#include "modTurns.h"
 
 namespace quillon {
 
@@ -99,6 +100,7 @@ void clsLineReader::OpenMemory(std::string_view sBytes, const TextFileOptions& o
 
 /// Looks at both ends and at the kind of line ends before the first row is handed out.
 bool clsLineReader::Prepare() {
+  bTurns_ = true;
   lRow_ = 0;
   raw_ = {};
   tabs_ = Tabs::Unknown;
@@ -198,6 +200,7 @@ bool clsLineReader::ScanForEnds() {
     bNeedEnds = bNeedEnds && !bLf;
     bNeedPage = bNeedPage && bUtf8;
     if (nPos >= nEnd_ || (!bNeedEnds && !bNeedPage)) break;
+    if (!MayGoOn()) return false;
     const std::string sTail(s.substr(s.size() - nKeep));
     block.resize(kBlockBytes + nKeep);
     std::copy(sTail.begin(), sTail.end(), block.begin());
@@ -216,9 +219,17 @@ bool clsLineReader::ScanForEnds() {
   return true;
 }
 
+bool clsLineReader::MayGoOn() {
+  if (!bTurns_ || GiveTurn()) return true;
+  failure_ = StoppedFailure(sPath_);
+  window_ = {};
+  nFilePos_ = nEnd_;
+  return false;
+}
+
 /// Reads the next block behind what is left of the window. False at the end and on a failure.
 bool clsLineReader::Fill() {
-  if (nHandle_ < 0 || nFilePos_ >= nEnd_) return false;
+  if (nHandle_ < 0 || nFilePos_ >= nEnd_ || (nFilePos_ > 0 && !MayGoOn())) return false;
   const size_t nLeft = window_.size();
   if (nLeft > kMaxRowBytes) {
     failure_ = OwnFailure(sPath_, "Row " + std::to_string(lRow_ + 1) + " is longer than 256 MB");

@@ -27,7 +27,8 @@ struct TextFileOptions {
 /// rest is none. A UTF-8 mark in front makes the file UTF-8 and belongs to no row. NULs inside stay.
 ///
 /// The file is read in blocks, never mapped (a file that shrinks while it is read must not kill the run); memory is one
-/// block or the longest row, and a row of more than kMaxRowBytes is a failure.
+/// block or the longest row, and a row of more than kMaxRowBytes is a failure. Each block but the first gives a turn
+/// (modTurns); work that is to stop there ends with StoppedFailure.
 class clsLineReader {
  public:
   static constexpr size_t kMaxRowBytes = size_t{256} << 20;
@@ -43,6 +44,8 @@ class clsLineReader {
   /// Reads from memory instead; the bytes must outlive the reader.
   void OpenMemory(std::string_view sBytes, const TextFileOptions& options);
   void Close();
+  /// Until the next Open: whoever reads row by row gives the turns, and can stop where it likes.
+  void LeaveTurnsToCaller(bool bLeave) { bTurns_ = !bLeave; }
 
   /// The next row in the bytes of the file, without its line end; valid until the next call. False at the end and on a
   /// failure (see LastFailure).
@@ -79,6 +82,7 @@ class clsLineReader {
   bool CutShort();
   bool ScanForEnds();
   bool Fill();
+  bool MayGoOn();
   bool NextRawRow(std::string_view& sRow);
   std::string_view StripRow(std::string_view sRow);
   int64_t PassToNeedle(std::string_view sNeedle);
@@ -90,6 +94,7 @@ class clsLineReader {
   Failure failure_;
   Ends ends_ = Ends::Lf;
   bool bCutShort_ = false;
+  bool bTurns_ = true;
   bool bEnded_ = false;     ///< The row handed out last had a line end
   bool bInBuffer_ = false;  ///< The row handed out last lies in the buffer
   int64_t nStart_ = 0;      ///< First byte behind a UTF-8 mark

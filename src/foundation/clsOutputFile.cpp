@@ -6,11 +6,14 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
+#include <future>
 
 #include "modFolderNames.h"
 #include "modPaths.h"
 #include "modSystemIo.h"
+#include "modTurns.h"
 
 namespace quillon {
 
@@ -23,6 +26,16 @@ std::string ResolvedTarget(const std::string& sHostPath) {
   std::string sOut = pResolved;
   std::free(pResolved);
   return sOut;
+}
+
+/// The one call that may take seconds and can't be taken in pieces, so it waits on a thread of its own. False with
+/// errno.
+bool SyncWithTurns(int nHandle) {
+  constexpr std::chrono::milliseconds kBetweenTurns(20);
+  std::future<int> sync = std::async(std::launch::async, [nHandle] { return SyncHandle(nHandle) ? 0 : errno; });
+  while (sync.wait_for(kBetweenTurns) != std::future_status::ready) GiveTurn();
+  errno = sync.get();
+  return errno == 0;
 }
 
 mode_t CallersMask() {
@@ -80,6 +93,8 @@ void clsOutputFile::Flush() {
   }
   nFlushed_ += static_cast<int64_t>(nUsed_);
   nUsed_ = 0;
+  // A pause leaves what is written; a run that is given up doesn't.
+  if (!GiveTurn() && gbAbandonOutput && !failure_.Failed()) failure_ = StoppedFailure(sTarget_);
 }
 
 void clsOutputFile::WriteSlow(std::string_view sBytes) {
@@ -108,7 +123,8 @@ bool clsOutputFile::Commit(Failure& failure) {
     if (bOld && (old.st_uid != geteuid() || old.st_gid != getegid())) {
       [[maybe_unused]] const int nIgnored = fchown(nHandle_, old.st_uid, old.st_gid);
     }
-    if (bOld && !failure_.Failed()) fails(SyncHandle(nHandle_));
+    constexpr int64_t kSlowBytes = int64_t{8} << 20;
+    if (bOld && !failure_.Failed()) fails(nFlushed_ < kSlowBytes ? SyncHandle(nHandle_) : SyncWithTurns(nHandle_));
   }
   fails(close(nHandle_) == 0);
   nHandle_ = -1;
@@ -144,10 +160,12 @@ bool ReadWholeFile(std::string_view sPath, std::string& sBytes, size_t nMaxBytes
     return false;
   }
   constexpr size_t kBlock = size_t{64} << 10;
+  constexpr size_t kMostAtOnce = size_t{4} << 20;
   int64_t nGot = 1;
   while (nGot > 0 && sBytes.size() <= nMaxBytes) {
+    GiveTurn();
     const size_t nOld = sBytes.size();
-    sBytes.resize(nOld + std::max(kBlock, nOld));
+    sBytes.resize(nOld + std::clamp(nOld, kBlock, kMostAtOnce));
     nGot = ReadHandle(nHandle, sBytes.data() + nOld, sBytes.size() - nOld);
     sBytes.resize(nOld + static_cast<size_t>(std::max<int64_t>(nGot, 0)));
   }

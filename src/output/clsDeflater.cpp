@@ -9,8 +9,15 @@
 #include <vector>
 
 #include "clsSpool.h"
+#include "modTurns.h"
 
 namespace quillon {
+
+namespace {
+
+constexpr size_t kMostAtOnce = size_t{1} << 20;
+
+}  // namespace
 
 struct clsDeflater::Stream {
   isal_zstream zip{};
@@ -42,7 +49,7 @@ void clsDeflater::Run() {
 void clsDeflater::Write(std::string_view sBytes) {
   isal_zstream& zip = stream_->zip;
   while (!sBytes.empty()) {
-    const std::string_view sPiece = sBytes.substr(0, size_t{1} << 30);
+    const std::string_view sPiece = sBytes.substr(0, kMostAtOnce);
     // The library takes a pointer to bytes that it doesn't change.
     auto* const pBytes = reinterpret_cast<uint8_t*>(const_cast<char*>(sPiece.data()));
     nCrc_ = crc32_gzip_refl(nCrc_, pBytes, sPiece.size());
@@ -51,6 +58,10 @@ void clsDeflater::Write(std::string_view sBytes) {
     zip.avail_in = static_cast<uint32_t>(sPiece.size());
     Run();
     sBytes.remove_prefix(sPiece.size());
+    nSinceTurn_ += sPiece.size();
+    if (nSinceTurn_ < kMostAtOnce) continue;
+    nSinceTurn_ = 0;
+    GiveTurn();
   }
 }
 

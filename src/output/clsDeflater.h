@@ -32,6 +32,7 @@ class clsDeflater {
   std::unique_ptr<Stream> stream_;
   uint32_t nCrc_ = 0;
   int64_t nSize_ = 0;
+  size_t nSinceTurn_ = 0;
 };
 
 /// The checksum of two byte runs in a row, from theirs; the second has nSecondBytes bytes.

@@ -7,6 +7,7 @@
 #include "modOutputMessages.h"
 #include "modSheetNames.h"
 #include "modText.h"
+#include "modTurns.h"
 #include "modXlsLayout.h"
 #include "modXlsText.h"
 
@@ -110,6 +111,7 @@ void clsXlsNewWorkbook::FillTable(Sheet& sheet, clsXlsCellWriter& writer, clsXls
   table.Reserve(sheet.cells.Bytes() * 2);
   const int64_t nLast = sheet.cells.LastRow();
   for (int64_t nRead = 1; nRead <= nLast + 2; ++nRead) {
+    GiveTurn();
     const auto nSlot = static_cast<size_t>(nRead);
     sheet.cells.Row(nRead, rows[nSlot % kAhead]);
     writer.Expect(rows[nSlot % kAhead], hashes[nSlot % kAhead]);

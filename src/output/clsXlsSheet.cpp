@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "modTurns.h"
+
 namespace quillon {
 
 namespace {
@@ -89,7 +91,9 @@ bool clsXlsSheet::Scan() {
   XlsRecord record;
   if (!reader.Next(record) || record.nId != xls::kBof || GetU16(record.sData, 0) != xls::kBiff8) return false;
   int nDepth = 1;
-  while (reader.Next(record)) {
+  constexpr size_t kRecordsPerTurn = 4096;
+  for (size_t nRecords = 1; reader.Next(record); ++nRecords) {
+    if (nRecords % kRecordsPerTurn == 0) GiveTurn();
     if (record.nId == xls::kEof && nDepth == 1) {
       nEnd_ = record.End();
       PlaceEmptyTable(record.nOffset);

@@ -7,6 +7,7 @@
 
 #include "modOutputMessages.h"
 #include "modText.h"
+#include "modTurns.h"
 
 namespace quillon {
 
@@ -64,7 +65,9 @@ clsPartReader::~clsPartReader() {
 }
 
 int64_t clsPartReader::Read(char* pBuffer, size_t nBytes) {
-  return zip_fread(pFile_, pBuffer, nBytes);
+  constexpr size_t kMostAtOnce = size_t{1} << 20;
+  GiveTurn();
+  return zip_fread(pFile_, pBuffer, std::min(nBytes, kMostAtOnce));
 }
 
 clsXlsxPackage::~clsXlsxPackage() {

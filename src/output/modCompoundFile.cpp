@@ -17,6 +17,7 @@
 #include "clsOutputFile.h"
 #include "modOutputMessages.h"
 #include "modText.h"
+#include "modTurns.h"
 #include "modXlsBytes.h"
 
 namespace quillon {
@@ -121,8 +122,10 @@ class clsSectorCheck {
 bool WritePieces(GsfOutput* pStream, std::span<const std::string_view> pieces) {
   constexpr size_t kPart = size_t{1} << 20;
   for (std::string_view sPiece : pieces) {
-    for (; !sPiece.empty(); sPiece.remove_prefix(std::min(kPart, sPiece.size())))
+    for (; !sPiece.empty(); sPiece.remove_prefix(std::min(kPart, sPiece.size()))) {
+      GiveTurn();
       if (!gsf_output_write(pStream, std::min(kPart, sPiece.size()), Bytes(sPiece))) return false;
+    }
   }
   return true;
 }

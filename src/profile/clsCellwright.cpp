@@ -12,6 +12,7 @@
 #include "modExcelLink.h"
 #include "modSettings.h"
 #include "modTranslator.h"
+#include "modTurns.h"
 
 namespace quillon {
 
@@ -42,7 +43,12 @@ EngineResult clsCellwright::Fail(EngineResult result, std::string_view sAbout) {
   return result;
 }
 
+EngineResult clsCellwright::FailRows(const Failure& failure) {
+  return IsStopped(failure) ? Fail(EngineResult::Stopped, "") : Fail(EngineResult::InputUnreadable, failure.sText);
+}
+
 EngineResult clsCellwright::FailOutput(const Failure& failure) {
+  if (IsStopped(failure)) return Fail(EngineResult::Stopped, "");
   const bool bAttributes = failure.nError == EACCES || failure.nError == EPERM || failure.nError == EROFS;
   return Fail(bAttributes ? EngineResult::Attributes : EngineResult::OutputUnwritable, failure.sText);
 }
@@ -83,7 +89,7 @@ EngineResult clsCellwright::ConvertFile() {
       return Convert(reader, reader.CodePage());
     }
   }
-  return Fail(EngineResult::InputUnreadable, failure.sText);
+  return FailRows(failure);
 }
 
 template <typename Reader>
@@ -97,17 +103,18 @@ EngineResult clsCellwright::Convert(Reader& reader, const clsCodePage& page) {
 template <typename Reader, typename Sink>
 bool clsCellwright::PumpRows(Reader& reader, Sink& sink) {
   const int64_t nSkipped = reader.SkipRows(start_.nRow - 1);
+  constexpr int64_t kProgressEvery = 1024;
   bool bTaken = true;
-  bStopped_ = false;
-  for (std::string_view sRow; bTaken && !bStopped_ && reader.ReadRow(sRow);) {
+  for (std::string_view sRow; bTaken && reader.ReadRow(sRow);) {
     bTaken = sink.PutRow(sRow);
-    bStopped_ = StopWanted(reader.RowNumber());
+    const bool bTell = reader.RowNumber() % kProgressEvery == 0 && progress_;
+    if (bTell) progress_(reader.RowNumber(), reader.BytesDone(), reader.BytesTotal());
   }
   account_.lRowsRead = reader.RowNumber();
   account_.lRowsWritten = account_.lRowsRead - nSkipped;
   account_.lCharsBehind = sink.CharsBehind();
   account_.lCharsReplaced = ReplacedBy(reader);
-  return bTaken && !bStopped_ && !reader.LastFailure().Failed();
+  return bTaken && !reader.LastFailure().Failed();
 }
 
 CsvRules clsCellwright::RulesFor(const clsCodePage& pageOut) const {
@@ -138,10 +145,7 @@ EngineResult clsCellwright::ToCsv(Reader& reader, const CutPlan& plan, const cls
   if (!file.Open(options_.sOutputFile, failure)) return FailOutput(failure);
   if (bUtf8) file.Write(kUtf8Mark);
   clsCsvSink sink(file, plan, RulesFor(*pPageOut), page, *pPageOut, {.bSafe = options_.bSafeCsv});
-  if (!PumpRows(reader, sink)) {
-    return bStopped_ ? Fail(EngineResult::Stopped, "")
-                     : Fail(EngineResult::InputUnreadable, reader.LastFailure().sText);
-  }
+  if (!PumpRows(reader, sink)) return FailRows(reader.LastFailure());
   account_.lCharsLost = sink.CharsLost();
   return file.Commit(failure) ? EngineResult::Done : FailOutput(failure);
 }
@@ -162,8 +166,7 @@ EngineResult clsCellwright::ToSheet(Reader& reader, const CutPlan& plan, const c
   pWorkbook->SetSheetName(1, options_.sSheet, failure);
   clsSheetSink sink(*pWorkbook, plan, page, bXls ? kMaxXlsRows : kMaxSheetRows);
   if (!PumpRows(reader, sink)) {
-    if (bStopped_) return Fail(EngineResult::Stopped, "");
-    if (sink.Refusal().empty()) return Fail(EngineResult::InputUnreadable, reader.LastFailure().sText);
+    if (sink.Refusal().empty()) return FailRows(reader.LastFailure());
     account_.lCellsFailed = 1;
     account_.lRowsWritten = 0;
     return Fail(EngineResult::CellRefused, sink.Refusal());

@@ -49,9 +49,11 @@ class clsCellwright {
   /// Options of a column (from 1), made if it is new; null for a number outside 1 to kMostColumns.
   CellwrightColumn* Column(int32_t lColumn);
 
-  /// Asked every 1024 rows of a conversion: True ends it with nothing written. Empty: nothing is asked.
-  void StopWhen(std::function<bool()> stopWanted) { stopWanted_ = std::move(stopWanted); }
-  /// Runs the conversion with the options as they stand. On any failure the output is as it was.
+  /// Called every 1024 rows of a conversion with the row's number (from 1) and the bytes of the input done and in all.
+  using Progress = std::function<void(int64_t lRow, int64_t lDone, int64_t lTotal)>;
+  void TellProgress(Progress progress) { progress_ = std::move(progress); }
+  /// Runs the conversion with the options as they stand. On any failure the output is as it was; so it is when a turn
+  /// (modTurns) says that the work is to stop.
   EngineResult ConvertFile();
   /// Keeps a failure's text for GetErrorString.
   EngineResult Fail(EngineResult result, std::string_view sAbout);
@@ -70,13 +72,12 @@ class clsCellwright {
   EngineResult ToSheet(Reader& reader, const CutPlan& plan, const clsCodePage& page);
   template <typename Reader, typename Sink>
   bool PumpRows(Reader& reader, Sink& sink);
-  bool StopWanted(int64_t lRow) const { return (lRow & 1023) == 0 && stopWanted_ && stopWanted_(); }
+  EngineResult FailRows(const Failure& failure);
   CsvRules RulesFor(const clsCodePage& pageOut) const;
 
   Options options_;
   StartCell start_;
-  std::function<bool()> stopWanted_;
-  bool bStopped_ = false;
+  Progress progress_;
   ProfileAccount account_;
   std::string sError_;
 };

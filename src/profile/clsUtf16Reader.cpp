@@ -12,6 +12,7 @@
 #include "modSystemIo.h"
 #include "modText.h"
 #include "modTranslator.h"
+#include "modTurns.h"
 
 namespace quillon {
 
@@ -38,7 +39,7 @@ bool clsUtf16Reader::Open(std::string_view sPath, Failure& failure) {
   Close();
   sPath_ = sPath;
   failure_ = {};
-  nHandle_ = OpenHandle(HostPath(sPath), O_RDONLY);
+  nHandle_ = OpenHandle(HostPath(sPath), O_RDONLY | O_NONBLOCK);
   struct stat info {};
   if (nHandle_ < 0 || fstat(nHandle_, &info) != 0) {
     failure_ = SystemFailure(sPath, errno);
@@ -83,6 +84,10 @@ char16_t clsUtf16Reader::UnitAt(size_t nByte) const {
 
 bool clsUtf16Reader::ReadBlock(int64_t nPos, size_t& nGot) {
   nGot = 0;
+  if (!GiveTurn()) {
+    failure_ = StoppedFailure(sPath_);
+    return false;
+  }
   const auto nWant = static_cast<size_t>(std::min<int64_t>(kBlockBytes, nEnd_ - nPos));
   while (nGot < nWant) {
     const int64_t n = ReadHandleAt(nHandle_, block_.data() + nGot, nWant - nGot, nPos + static_cast<int64_t>(nGot));

@@ -28,6 +28,8 @@ class clsUtf16Reader {
   /// Passes over nRows rows; returns how many there were.
   int64_t SkipRows(int64_t nRows);
   int64_t RowNumber() const { return lRow_; }
+  int64_t BytesDone() const { return nPos_; }
+  int64_t BytesTotal() const { return nEnd_; }
   /// Characters that could not be read, each of which became U+FFFD.
   int64_t Replaced() const { return lReplaced_; }
   const Failure& LastFailure() const { return failure_; }

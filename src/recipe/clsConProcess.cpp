@@ -101,6 +101,7 @@ bool clsCon::WriteAccountRows(RecipeContext& context, const clsTable& table) {
 
 bool clsCon::CopyAccountRow(RecipeContext& context, const clsTable& table, int32_t source, int32_t target,
                             bool accumulate) {
+  context.host.LetEventsRun();
   for (const clsColumn& column : table.ColumnsCollection) {
     const int32_t lColumn = AlphaToNum2(context.host, column.WriteColumn);
     if (!MergeAccountCell(context, source, target, lColumn, accumulate)) return false;

@@ -10,6 +10,7 @@ namespace {
 
 bool ReadCellOf(RecipeContext& context, int sheet, int64_t nRow, int32_t lColumn, std::string& sText) {
   Failure failure;
+  context.host.LetEventsRun();
   if (context.pWorkbook == nullptr) return EndWalk(context, "A consolidation needs a workbook");
   return context.pWorkbook->ReadCell(sheet, nRow, lColumn, sText, failure) || EndWalkAtCell(context, failure);
 }

@@ -44,8 +44,12 @@ void clsExportSpecs::Process(RecipeContext& context, clsOutputFile* csv_file_han
   if (csv_file_handle == nullptr) NameSheets(context);
   writePointers_ = {1, 1};
   ProcessedTables = 0;
-  FatalProcessError = gbPauseRequested = false;
+  FatalProcessError = gbPauseRequested = gbPauseConfirmed = false;
   gbProcessing = true;
+  const clsTurns turns([&host = context.host] {
+    host.LetEventsRun();
+    return !gbAbandonOutput && !(gbPauseRequested && PauseEndsRun(host));
+  });
   SectionIndexes indexes;
   for (const std::string& sKind : SectionSequenceCollection) {
     ShowTime(context);

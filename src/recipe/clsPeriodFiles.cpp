@@ -28,6 +28,7 @@ bool clsPeriodFiles::Open(RecipeContext& context, int64_t lFirstLine) {
     }
     open_[i] = true;
     readers_[i].SkipRows(lFirstLine - 1);
+    readers_[i].LeaveTurnsToCaller(true);
   }
   return true;
 }

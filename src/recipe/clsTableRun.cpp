@@ -83,6 +83,7 @@ clsTableRun::Step clsTableRun::FindLine(std::string_view sKeyText, int32_t lErr,
   if (!PathExists(sPath)) return Fatal(lErr, {sKeyText});
   if (const Step step = OpenReport(sPath); step != Step::Next) return step;
   lLine = FindKeyText(reader_, {.sNeedle1 = sKeyText});
+  if (IsStopped(reader_.LastFailure())) return Step::Done;
   if (reader_.LastFailure().Failed()) return ReadFailure(reader_);
   if (lLine != 0) return Step::Next;
   CountLines(reader_);
@@ -96,6 +97,7 @@ clsTableRun::Step clsTableRun::OpenReport(const std::string& sPath) {
   if (bReport && context_.account.pCodePage != nullptr) text.pCodePage = context_.account.pCodePage;
   Failure failure;
   if (!reader_.Open(sPath, text, failure)) {
+    if (IsStopped(failure)) return Step::Done;
     ReportFileFailure(context_, failure);
     EndWalk(context_, "A report could not be read", failure.sText);
     return Step::Died;
@@ -122,6 +124,9 @@ clsTableRun::Step clsTableRun::OpenRows() {
   if (bAllPeriods_) return periods_.Open(context_, lStart_) ? Step::Next : Step::Died;
   if (const Step step = OpenReport(context_.recipe.InputFileNameOf(1)); step != Step::Next) return step;
   const bool bThere = reader_.SkipRows(lStart_ - 1) == lStart_ - 1;
+  if (IsStopped(reader_.LastFailure())) return Step::Done;
+  // From here on each row gives a turn.
+  reader_.LeaveTurnsToCaller(true);
   // With Unix rows there are empty ones behind the end.
   const bool bGoesOn = bThere || (context_.options.text.bUnix && !reader_.LastFailure().Failed());
   return bGoesOn ? Step::Next : ReadFailure(reader_);
@@ -133,7 +138,7 @@ clsTableRun::Step clsTableRun::ExportRows() {
       context_.host.SetStatusPanel(StatusBar::Main, 3, sRowLabel_ + std::to_string(lLine));
     }
     context_.host.LetEventsRun();
-    if (gbPauseRequested && PauseEndsIt()) break;
+    if (gbPauseRequested && PauseEndsRun(context_.host)) break;
     if (!ReadRow()) return Step::Died;
     if (lLine == lStart_) {
       if (const Step step = CheckColumns(); step != Step::Next) return step;
@@ -153,14 +158,6 @@ clsTableRun::Step clsTableRun::ExportRows() {
   table_.WriteTableTopRow = SheetRow(lFirstSheetRow_);
   table_.WriteTableBottomRow = SheetRow(lFirstSheetRow_ + lRowIndex_ - 1);
   return Step::Done;
-}
-
-bool clsTableRun::PauseEndsIt() {
-  if (gbAbandonOutput) return true;
-  const MessageAnswer answer = context_.host.ShowMessage(Translate("Do you want to terminate the process?"), "Quillon",
-                                                         MessageIcon::Question, MessageButtons::YesNo);
-  gbPauseRequested = answer == MessageAnswer::Yes;
-  return gbPauseRequested;
 }
 
 bool clsTableRun::ReadRow() {
@@ -232,7 +229,8 @@ void clsTableRun::KeepAccount() {
     account.lFirstLine = lStart_;
     account.lLastLine = lLastLine;
   }
-  if (!gbAbandonOutput) CountLines(Reader());
+  Reader().LeaveTurnsToCaller(false);
+  if (!gbAbandonOutput && !gbPauseRequested) CountLines(Reader());
 }
 
 }  // namespace quillon

@@ -38,7 +38,6 @@ class clsTableRun {
   bool WriteRow();
   bool AtEnd() { return bAllPeriods_ ? periods_.AtEnd() : reader_.AtEnd(); }
   void TellProgress(int64_t lLine);
-  bool PauseEndsIt();
   Step ReadFailure(const clsLineReader& reader);
   void CountLines(clsLineReader& reader);
   void KeepAccount();

@@ -30,7 +30,7 @@ void RunCsv(RecipeContext& context) {
   context.recipe.ExportSpecs.Process(context, &file);
   if (OutputGivenUp(context)) return file.Discard();
   context.account.bOutputWritten = file.Commit(failure);
-  if (!context.account.bOutputWritten) ReportFileFailure(context, failure);
+  if (!context.account.bOutputWritten && !IsStopped(failure)) ReportFileFailure(context, failure);
 }
 
 void ClearOutput(clsWorkbook& workbook) {
@@ -51,7 +51,7 @@ void RunWorkbook(RecipeContext& context, int32_t lFormat) {
   if (!OutputGivenUp(context)) {
     Failure failure;
     context.account.bOutputWritten = SaveExcelWorkbookAs(*workbook, gsOutputFile, lFormat, failure);
-    if (!context.account.bOutputWritten) ReportFileFailure(context, failure);
+    if (!context.account.bOutputWritten && !IsStopped(failure)) ReportFileFailure(context, failure);
   }
   context.account.lFormulasRefused = workbook->RefusedFormulas();
   context.pWorkbook = nullptr;
@@ -91,7 +91,8 @@ void RunRecipe(RecipeContext& context, int32_t lFormat) {
   } else {
     RunWorkbook(context, lFormat);
   }
-  if (context.account.lLinesRead == 0 && !gbAbandonOutput) context.account.lLinesRead = CountLines(context);
+  if (context.account.lLinesRead == 0 && !gbAbandonOutput && !gbPauseRequested)
+    context.account.lLinesRead = CountLines(context);
   context.account.lLinesInTables = LinesOf(context.account.tables);
   context.host.SetCaption(Translate(kCaption));
 }

@@ -2,6 +2,7 @@
 
 #include "clsLineProcessor.h"
 #include "clsRecipe.h"
+#include "modTranslator.h"
 
 namespace quillon {
 
@@ -10,7 +11,7 @@ std::string gsOutputFile;
 std::string gsRecipeFile;
 int32_t glTabSize = 0;
 bool gbPauseRequested = false;
-bool gbAbandonOutput = false;
+bool gbPauseConfirmed = false;
 bool gbProcessing = false;
 
 clsRecipe& gRecipe() {
@@ -23,9 +24,17 @@ void ResetRecipeGlobals() {
   gsOutputFile.clear();
   gsRecipeFile.clear();
   glTabSize = 0;
-  gbPauseRequested = gbAbandonOutput = gbProcessing = false;
+  gbPauseRequested = gbPauseConfirmed = gbAbandonOutput = gbProcessing = false;
   gRecipe() = clsRecipe();
   for (clsRow& row : gLineProcessor().RowCollection) row.Clear();
+}
+
+bool PauseEndsRun(clsHost& host) {
+  if (gbAbandonOutput || gbPauseConfirmed) return true;
+  const MessageAnswer answer = host.ShowMessage(Translate("Do you want to terminate the process?"), "Quillon",
+                                                MessageIcon::Question, MessageButtons::YesNo);
+  gbPauseConfirmed = gbPauseRequested = answer == MessageAnswer::Yes;
+  return gbPauseConfirmed;
 }
 
 }  // namespace quillon

@@ -7,6 +7,7 @@
 
 #include "clsHost.h"
 #include "clsLineReader.h"
+#include "modTurns.h"
 
 namespace quillon {
 
@@ -20,15 +21,16 @@ extern std::string gsOutputFile;
 extern std::string gsRecipeFile;
 extern int32_t glTabSize;      ///< Tab size in force; below 1: tabs stay
 extern bool gbPauseRequested;  ///< Set by the pause command and by the closing of the window
-/// Set together with gbPauseRequested by an interrupted run: sections stop after the row in hand and the target is
-/// given up (clsOutputFile::Discard, no SaveAs), so that no half-written output stays.
-extern bool gbAbandonOutput;
-extern bool gbProcessing;  ///< True while sections run
-clsRecipe& gRecipe();      ///< The one recipe
+extern bool gbPauseConfirmed;  ///< The user said that the run is to end
+extern bool gbProcessing;      ///< True while sections run
+clsRecipe& gRecipe();          ///< The one recipe
 clsLineProcessor& gLineProcessor();
 
-/// Puts the values above back to their start values.
+/// Puts the values above and gbAbandonOutput back to their start values.
 void ResetRecipeGlobals();
+
+/// Answers a pause that was requested: asks once whether the process is to be terminated. No takes the request back.
+bool PauseEndsRun(clsHost& host);
 
 /// What a job says to the engine.
 struct RecipeOptions {

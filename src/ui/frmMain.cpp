@@ -45,7 +45,8 @@ void frmMain::Form_Unload() {
   if (gbProcessing) {
     gbPauseRequested = true;
     host_.Wait(1000);
-    return;
+    // After a section that failed there is no run behind the flag, and the job is the user's to keep.
+    if (bRunning_) return;
   }
   CheckToSaveFileBeforeErasing();
   SaveIniFile();
@@ -64,12 +65,22 @@ void frmMain::Go(int32_t& lResult) {
     bool& bFlag;
     ~Ended() { bFlag = false; }
   } ended{bRunning_};
-  clsConversionRun run(host_, options_, log_, fields_, this);
+  nFile_ = nFiles_ = 0;
+  RunExtras extras;
+  extras.fileBegins = [this](size_t nFile, size_t nFiles, const std::string&) {
+    nFile_ = nFile;
+    nFiles_ = nFiles;
+  };
+  clsConversionRun run(host_, options_, log_, fields_, this, std::move(extras));
   run.Go(lResult);
 }
 
 void frmMain::ConversionJobPause() {
-  if (gbProcessing) gbPauseRequested = true;
+  if (gbProcessing) {
+    gbPauseRequested = true;
+  } else if (bRunning_) {
+    host_.SetStatusPanel(StatusBar::Main, 3, Translate("This step can't be paused. Closing the window stops it."));
+  }
 }
 
 void frmMain::JobChanged() {

@@ -52,6 +52,9 @@ class frmMain : public clsForm, public clsRunWindow {
   void Go(int32_t& lResult);
   void ConversionJobPause();
   bool IsRunning() const { return bRunning_; }
+  /// Place of the run's file in its batch, from 1, and their number; 0 before the first.
+  size_t FileInHand() const { return nFile_; }
+  size_t Files() const { return nFiles_; }
 
   void ConversionJobOpen(std::string sFile);
   void ConversionJobSave();
@@ -97,6 +100,7 @@ class frmMain : public clsForm, public clsRunWindow {
   void EnableForRun(bool bEnabled);
   void ShowNotes();
   void TellNotSaved();
+  void WriteJob();
   void EnableButtonsWithTargets();
 
   void cmdInputBrowse_Click();
@@ -114,6 +118,7 @@ class frmMain : public clsForm, public clsRunWindow {
   clsRunLog& log_;
   clsRunFields& fields_;
   bool bRunning_ = false;
+  size_t nFile_ = 0, nFiles_ = 0;
   bool bFirstJobDialog_ = true;
   std::string sLastRecipeText_;  ///< Of the recipe editor, between two openings
   int32_t lLastTableCounter_ = 0;

@@ -21,7 +21,8 @@ bool IsJobPath(std::string_view sJob) {
 
 void frmMain::ConversionJobOpen(std::string sFile) {
   CheckToSaveFileBeforeErasing();
-  if (gbProcessing) return;
+  // The run works on the one record; a flag that a failed section left behind keeps nobody from his next job.
+  if (bRunning_) return;
   if (sFile.empty()) {
     FileQuestion question;
     question.sTitle = Translate("Open Conversion Job");
@@ -57,10 +58,17 @@ void frmMain::TellNotSaved() {
                     MessageIcon::Warning, MessageButtons::Ok);
 }
 
-void frmMain::ConversionJobSave() {
-  if (!IsJobPath(sJobFile)) return ConversionJobSaveAs();
+/// A run may have the record in hand, with the names of its file in it.
+void frmMain::WriteJob() {
+  const clsConversionOptions before = options_;
   GetOptionsFromGUI();
   options_.SaveConversionJob(sJobFile);
+  if (bRunning_) options_ = before;
+}
+
+void frmMain::ConversionJobSave() {
+  if (!IsJobPath(sJobFile)) return ConversionJobSaveAs();
+  WriteJob();
   if (!FileExists(sJobFile)) TellNotSaved();
   bAskToSaveBMKFileBeforeExit = false;
 }
@@ -75,8 +83,7 @@ void frmMain::ConversionJobSaveAs() {
   // The place that is tested is that of the job as it stood before the dialog.
   if (!IsFolderWriteable(sJobFile)) return TellNotSaved();
   sJobFile = sChosen;
-  GetOptionsFromGUI();
-  options_.SaveConversionJob(sJobFile);
+  WriteJob();
   if (FileExists(sJobFile)) {
     sCaption = FileNameOfPath(sJobFile);
     mruFileOpen.AddUniqueItemToCollection(sJobFile);

@@ -265,6 +265,45 @@ TEST_F(ConversionRun, WarnsAboutTabsOnceInTheLifeOfAnInstallation) {
   EXPECT_EQ(host.Codes().size(), 1u);
 }
 
+/// A report of some 3 MB with a table of one row at its end: what takes long in it is the search.
+std::string LateTable(bool bMarked) {
+  // Few enough lines for a ruler to be worked out behind them.
+  const std::string sLine(200, '.');
+  std::string sText;
+  while (sText.size() < size_t{3} << 20) sText += sLine + "\n";
+  return sText + (bMarked ? ">>1\n--- ---\nabc def\n<<1\n" : "TOP\nabc def\nEND\n");
+}
+
+TEST_F(ConversionRun, GivesTurnsInEveryMethodWhereNoRowIsWritten) {
+  constexpr int kBlocks = 12;  // of 256 KB
+  folder.Write("r.rcp",
+               "[Table 1]\nReadStartLine=TOP\nReadStartLineOffset=1\nReadEndLine=END\nReadEndLineOffset=-1\n"
+               "Parsing===L ==L\nWriteColumn=A\n");
+  options.sRecipeFile = "C:\\r.rcp";
+  struct Row {
+    int32_t lMethod;
+    bool bMarked, bUnicode;
+    int nPasses;  // over the report, in which nothing else gives a turn
+  };
+  // Ruler and keys of a recipe are looked for apart, and marks once more.
+  for (const Row& row : {Row{kMethodProfile, false, false, 1}, Row{kMethodProfile, false, true, 1},
+                         Row{kMethodRecipe, false, false, 4}, Row{kMethodMarkup, true, false, 4}}) {
+    folder.Write("in/a.txt", LateTable(row.bMarked));
+    options.lConversionMethod = row.lMethod;
+    options.bIsUnicode = row.bUnicode;
+    int nTurns = 0;
+    host.onEvents = [&] { ++nTurns; };
+    Go("C:\\in\\a.txt", "C:\\o\\a.csv");
+    EXPECT_GE(nTurns, row.nPasses * (kBlocks - 1)) << row.lMethod << row.bUnicode;
+    EXPECT_EQ(log.lErrorCount, 0) << log.txtLog();
+    folder.Write("o/a.csv", "old");
+    host.onEvents = [&, nBefore = nTurns] { gbPauseRequested = gbAbandonOutput = ++nTurns > nBefore + 5; };
+    Go("C:\\in\\a.txt", "C:\\o\\a.csv");
+    EXPECT_EQ(folder.Read("o/a.csv"), "old") << "a run given up in its search keeps the old output";
+    gbAbandonOutput = gbPauseRequested = false;
+  }
+}
+
 struct RecordingWindow : clsRunWindow {
   std::string sCalls;
   void GetOptionsFromGUI() override { sCalls += "get "; }

@@ -12,6 +12,7 @@
 #include "clsTestHost.h"
 #include "modColumnLetters.h"
 #include "modExcelLink.h"
+#include "modTurns.h"
 
 namespace quillon {
 namespace {
@@ -124,6 +125,46 @@ TEST(NewXlsx, AFailedSaveLeavesTheOldFileAndCanBeRepeated) {
   EXPECT_TRUE(workbook->SaveAs(folder.Path("a.xlsx"), kFormatXlsx, failure));
   EXPECT_TRUE(workbook->SaveAs(folder.Path("b.xlsx"), kFormatXlsx, failure));
   EXPECT_EQ(folder.Read("a.xlsx"), folder.Read("b.xlsx"));
+}
+
+/// Turns of opening, one change and saving.
+int TurnsOfChange(const std::string& sPath, bool bGiveUp, Failure& failure) {
+  int nTurns = 0;
+  const clsTurns turns([&] {
+    ++nTurns;
+    gbAbandonOutput = bGiveUp;
+    return !bGiveUp;
+  });
+  auto workbook = OpenExcelWorkbook(sPath, {});
+  EXPECT_TRUE(workbook->WriteCell(1, 2, 2, "changed", failure)) << failure.sText;
+  SaveExcelWorkbookAs(*workbook, sPath, OutputFormatOfPath(sPath), failure);
+  gbAbandonOutput = false;
+  return nTurns;
+}
+
+TEST(ExcelLink, GivesTurnsWhileALargeWorkbookIsMadeReadAndSaved) {
+  clsTempFolder folder;
+  for (const char* const pName : {"a.xlsx", "a.xls"}) {
+    const std::string sPath = folder.Path(pName);
+    Failure failure;
+    int nTurns = 0;
+    {
+      const clsTurns turns([&] { return ++nTurns > 0; });
+      auto workbook = OpenExcelWorkbook(sPath, {});
+      std::mt19937 chance(5);
+      for (int64_t nRow = 1; nRow <= 20000; ++nRow)
+        for (int nColumn = 1; nColumn <= 10; ++nColumn)
+          workbook->WriteCell(1, nRow, nColumn, "t" + std::to_string(chance()) + std::to_string(chance()), failure);
+      ASSERT_TRUE(SaveExcelWorkbookAs(*workbook, sPath, OutputFormatOfPath(pName), failure));
+    }
+    EXPECT_GE(nTurns, 5) << pName;
+    EXPECT_GE(TurnsOfChange(sPath, false, failure), 10) << pName;
+    EXPECT_FALSE(failure.Failed());
+    const std::string sBefore = folder.Read(pName);
+    TurnsOfChange(sPath, true, failure);
+    EXPECT_TRUE(IsStopped(failure)) << pName << failure.sText;
+    EXPECT_TRUE(folder.Read(pName) == sBefore) << "a save given up keeps the old file";
+  }
 }
 
 TEST(CellStore, HoldsTheLastTextOfEveryCellInWhateverOrder) {

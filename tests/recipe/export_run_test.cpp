@@ -138,6 +138,23 @@ TEST_F(ExportRun, AsksWhetherAPauseEndsIt) {
   EXPECT_EQ(host.messages.size(), 2u);
 }
 
+TEST_F(ExportRun, AsksAboutAPauseInTheSearchAndKeepsTheTablesBeforeIt) {
+  std::string sText = "TOP\n1\nEND\n";
+  while (sText.size() < size_t{2} << 20) sText += "a line between the tables\n";
+  Input(sText + "LATE\n2\nEND\n");
+  Specification(Table(1, "TOP", 1, "TOP", 1, {"1 1 A"}) + Table(2, "LATE", 1, "LATE", 1, {"1 1 A"}));
+  int nTurns = 0;
+  host.onEvents = [&] { gbPauseRequested = gbPauseRequested || ++nTurns == 6; };
+  host.answer = MessageAnswer::No;
+  EXPECT_EQ(Csv(), "1\r\n2\r\n");
+  EXPECT_EQ(host.messages.size(), 1u);
+  host.answer = MessageAnswer::Yes;
+  nTurns = 0;
+  EXPECT_EQ(Csv(), "1\r\n");
+  EXPECT_EQ(host.messages.size(), 2u);
+  EXPECT_TRUE(host.reports.empty() && account.bOutputWritten && !gbProcessing);
+}
+
 TEST_F(ExportRun, GivesAnInterruptedOutputUp) {
   Numbered();
   folder.Write("out.csv", "old");

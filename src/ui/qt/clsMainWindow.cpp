@@ -11,6 +11,7 @@
 #include <QTimer>
 #include <QUrl>
 #include <cmath>
+#include <utility>
 
 #include "modRecipeGlobals.h"
 #include "modTranslator.h"
@@ -78,7 +79,6 @@ void clsMainWindow::changeEvent(QEvent* pEvent) {
 void clsMainWindow::closeEvent(QCloseEvent* pEvent) {
   if (form_.IsRunning()) {
     host_.bClosing = true;
-    gbPauseRequested = true;
     pEvent->ignore();
     CloseWhenIdle();
     return;
@@ -96,7 +96,12 @@ void clsMainWindow::closeEvent(QCloseEvent* pEvent) {
 
 void clsMainWindow::CloseWhenIdle() {
   constexpr int kLookAgain = 50;
-  QTimer::singleShot(kLookAgain, this, [this] { form_.IsRunning() ? CloseWhenIdle() : static_cast<void>(close()); });
+  QTimer::singleShot(kLookAgain, this, [this] {
+    if (form_.IsRunning()) return CloseWhenIdle();
+    // From here on boxes are shown again: a changed job is asked about.
+    host_.bClosing = false;
+    close();
+  });
 }
 
 void clsMainWindow::dragEnterEvent(QDragEnterEvent* pEvent) {
@@ -146,21 +151,51 @@ void clsMainWindow::LogAppended(std::string_view sBytes) {
   pLog_->ensureCursorVisible();
 }
 
+/// A run shows a bar that only moves until its first rows tell how far they are.
+void clsMainWindow::ShowBusy() {
+  if (!form_.IsRunning() || pProgress_->isVisible()) return;
+  pProgress_->setRange(0, 0);
+  pProgress_->setVisible(true);
+}
+
+/// Of several files each counts the same: their sizes aren't known before they are opened.
 void clsMainWindow::ShowRunProgress(const RunProgress& progress) {
   if (progress.lBytesTotal <= 0) return;
+  const double part = static_cast<double>(progress.lBytesDone) / static_cast<double>(progress.lBytesTotal);
+  const double files = std::max<double>(1, static_cast<double>(form_.Files()));
+  const double share = (std::max<double>(1, static_cast<double>(form_.FileInHand())) - 1 + part) / files;
+  if (!runTime_.isValid()) {
+    runTime_.start();
+    startShare_ = share;
+  }
+  progress_ = {share, progress.lRow};
+}
+
+void clsMainWindow::PaintProgress() {
+  ShowBusy();
+  for (const auto& [place, sText] : std::exchange(panelTexts_, {})) panels_[place]->setText(sText);
+  if (!progress_ || !form_.IsRunning()) return;
   constexpr int kParts = 1000;
-  if (!pProgress_->isVisible()) runTime_.start();
-  pProgress_->setVisible(true);
   pProgress_->setRange(0, kParts);
-  const double share = static_cast<double>(progress.lBytesDone) / static_cast<double>(progress.lBytesTotal);
-  pProgress_->setValue(static_cast<int>(share * kParts));
-  QString sText = ToQt(Translate("Row:")) + " " + QString::number(progress.lRow);
+  pProgress_->setValue(static_cast<int>(progress_->share * kParts));
+  QString sText = ToQt(Translate("Row:")) + " " + QString::number(progress_->lRow);
   constexpr double kEnoughToGuess = 0.02;
-  if (share > kEnoughToGuess) {
-    const double left = static_cast<double>(runTime_.elapsed()) / 1000 * (1 - share) / share;
-    sText += "  " + QString::number(std::ceil(left)) + " s";
+  constexpr int kMinute = 60;
+  const double done = progress_->share - startShare_;
+  if (done > kEnoughToGuess) {
+    const double seconds = static_cast<double>(runTime_.elapsed()) / 1000 * (1 - progress_->share) / done;
+    const auto left = static_cast<qint64>(std::ceil(seconds));
+    sText += "   " + ToQt(Translate("Time left:")) +
+             QStringLiteral(" %1:%2").arg(left / kMinute).arg(left % kMinute, 2, 10, QLatin1Char('0'));
   }
   pProgress_->setFormat(sText);
+}
+
+/// Back to idle.
+void clsMainWindow::HideProgress() {
+  pProgress_->setVisible(false);
+  progress_.reset();
+  runTime_.invalidate();
 }
 
 }  // namespace quillon

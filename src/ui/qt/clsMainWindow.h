@@ -4,6 +4,7 @@
 #include <QMainWindow>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <optional>
 
 #include "clsFormBinder.h"
 #include "clsQtHost.h"
@@ -44,6 +45,9 @@ class clsMainWindow : public QMainWindow, public clsRunLogView {
   void MakeStatusBars();
   void NotePlacement();
   void ShowRunProgress(const RunProgress& progress);
+  void ShowBusy();
+  void PaintProgress();
+  void HideProgress();
   void CloseWhenIdle();
 
   clsQtHost& host_;
@@ -53,8 +57,16 @@ class clsMainWindow : public QMainWindow, public clsRunLogView {
   clsFormBinder binder_;
   QPlainTextEdit* pLog_ = nullptr;
   QProgressBar* pProgress_ = nullptr;
+  struct Progress {
+    double share;  ///< Of all files of the run
+    int64_t lRow;
+  };
+
   std::map<std::pair<int, int>, QLabel*> panels_;
-  QElapsedTimer runTime_;
+  std::map<std::pair<int, int>, QString> panelTexts_;  ///< Not shown yet: a run tells more than an eye can see
+  std::optional<Progress> progress_;                   ///< Of the run in hand, once it tells
+  QElapsedTimer runTime_;                              ///< Since the first progress, at startShare_
+  double startShare_ = 0;
   bool bUnloaded_ = false;
 };
 

@@ -76,12 +76,14 @@ clsMainWindow::clsMainWindow(clsQtHost& host, frmMainMDI& frame, frmMain& form, 
   binder_.onState = [this] {
     const QString sJob = ToQt(form_.sCaption);
     setWindowTitle(sJob == "Quillon" ? ToQt(frame_.sCaption) : sJob + " - Quillon");
-    pProgress_->setVisible(form_.IsRunning() && pProgress_->isVisible());
+    PaintProgress();
+    if (!form_.IsRunning()) HideProgress();
   };
   host_.onStatusPanel = [this](StatusBar bar, int nPanel, std::string_view sText) {
-    const auto found = panels_.find({bar == StatusBar::Main ? 0 : 1, nPanel});
-    if (found != panels_.end()) found->second->setText(ToQt(sText));
+    panelTexts_[{bar == StatusBar::Main ? 0 : 1, nPanel}] = ToQt(sText);
+    if (!form_.IsRunning()) PaintProgress();
   };
+  host_.onTurn = [this] { PaintProgress(); };
   host_.onCaption = [this](std::string_view sText) { setWindowTitle(ToQt(sText)); };
   host_.onProgress = [this](const RunProgress& progress) { ShowRunProgress(progress); };
   form_.onExit = [this] { close(); };

@@ -11,8 +11,10 @@
 #include <chrono>
 #include <ctime>
 #include <iostream>
+#include <utility>
 
 #include "clsFormBinder.h"
+#include "modRecipeGlobals.h"
 #include "modSettings.h"
 #include "modTranslator.h"
 
@@ -20,7 +22,10 @@ namespace quillon {
 
 namespace {
 
-constexpr qint64 kMillisecondsBetweenEvents = 30;
+constexpr qint64 kMillisecond = 1'000'000;  // in nanoseconds
+constexpr qint64 kBetweenEvents = 30 * kMillisecond;
+constexpr qint64 kQuick = kMillisecond / 10;  // from one look at the clock to the next
+constexpr int kMostSkipped = 32;
 
 QMessageBox::Icon IconOf(MessageIcon icon) {
   switch (icon) {
@@ -45,12 +50,9 @@ clsQtHost::clsQtHost() {
 
 MessageAnswer clsQtHost::ShowMessage(std::string_view sText, std::string_view sTitle, MessageIcon icon,
                                      MessageButtons buttons) {
-  if (bClosing && buttons == MessageButtons::YesNo) return MessageAnswer::Yes;
-  if (gbCommandLineMode) {
-    // Nobody sits at an unattended run: a box would hold it for ever.
-    std::cerr << sTitle << ": " << sText << '\n';
-    return buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::Yes;
-  }
+  // Nobody sits at an unattended run: a box would hold it for ever.
+  if (gbCommandLineMode) std::cerr << sTitle << ": " << sText << '\n';
+  if (gbCommandLineMode || bClosing) return buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::Yes;
   QWidget* const pParent =
       QApplication::activeModalWidget() != nullptr ? QApplication::activeModalWidget() : QApplication::activeWindow();
   QMessageBox box(IconOf(icon), ToQt(sTitle), ToQt(sText).replace("\r\n", "\n"), QMessageBox::NoButton, pParent);
@@ -70,11 +72,21 @@ void clsQtHost::Report(const ReportEntry& entry) {
   if (pLog_ != nullptr) pLog_->Report(entry);
 }
 
-// Called for each row: asking the clock is all that most calls cost.
+// Called for each row, some millions a second: then even the clock costs, and is asked at every 32nd call.
 void clsQtHost::LetEventsRun() {
-  if (sinceEvents_.elapsed() < kMillisecondsBetweenEvents) return;
+  if (bInEvents_ || ++nSkipped_ < nCallsToSkip_) return;
+  const qint64 before = std::exchange(lLastAsked_, sinceEvents_.nsecsElapsed());
+  nSkipped_ = 0;
+  nCallsToSkip_ = lLastAsked_ - before < kQuick ? kMostSkipped : 0;
+  if (lLastAsked_ < kBetweenEvents) return;
+  bInEvents_ = true;
+  if (onTurn) onTurn();
   QApplication::processEvents();
+  bInEvents_ = false;
   sinceEvents_.restart();
+  lLastAsked_ = 0;
+  // Again at each turn, as a section that begins forgets a pause.
+  if (bClosing) gbPauseRequested = gbAbandonOutput = true;
 }
 
 void clsQtHost::SetCaption(std::string_view sText) {

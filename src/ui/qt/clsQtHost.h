@@ -8,7 +8,8 @@
 
 namespace quillon {
 
-/// The host of the desktop program. Events of a run get a turn some thirty times a second, however fast its rows are.
+/// The host of the desktop program. Events of a run get a turn some thirty times a second, however fast its rows are,
+/// and none inside another.
 class clsQtHost : public clsHost {
  public:
   clsQtHost();
@@ -18,7 +19,8 @@ class clsQtHost : public clsHost {
   std::function<void(StatusBar, int, std::string_view)> onStatusPanel;
   std::function<void(std::string_view)> onCaption;
   std::function<void(const RunProgress&)> onProgress;
-  /// The window is closing: questions of a run are answered with Yes.
+  std::function<void()> onTurn;  ///< Just before the events of a run get their turn
+  /// The window is closing: the run in hand is given up at its next turn, and shows no box.
   bool bClosing = false;
 
   MessageAnswer ShowMessage(std::string_view sText, std::string_view sTitle, MessageIcon icon,
@@ -38,6 +40,9 @@ class clsQtHost : public clsHost {
   clsRunLog* pLog_ = nullptr;
   std::string sCaption_;
   QElapsedTimer sinceEvents_;
+  bool bInEvents_ = false;
+  qint64 lLastAsked_ = 0;                ///< Of sinceEvents_, in nanoseconds
+  int nCallsToSkip_ = 0, nSkipped_ = 0;  ///< Calls that come so fast that the clock needn't be asked at each
 };
 
 }  // namespace quillon
