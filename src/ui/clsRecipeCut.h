@@ -16,9 +16,9 @@ class frmExportBuilder;
 /// is the one that the caret is in; a change replaces the value of its Parsing line, in the editor's text.
 class clsRecipeCut : public clsCutSource {
  public:
-  static constexpr int64_t kLines = 1000;                  ///< Lines of a stretch, and rows of a table, that are shown
-  static constexpr size_t kCharacters = 2000;              ///< Characters of a line that are shown
-  static constexpr int64_t kSearched = int64_t{16} << 20;  ///< Bytes of a report that are searched for key texts
+  static constexpr int64_t kLines = 1000;                 ///< Lines of a stretch, and rows of a table, that are shown
+  static constexpr size_t kCharacters = 2000;             ///< Characters of a line that are shown
+  static constexpr int64_t kSearched = int64_t{4} << 20;  ///< Bytes of a report that are searched for key texts
   static constexpr int64_t kBeginning = int64_t{128} << 10;  ///< The same for tables other than the current one
   static constexpr int32_t kNeighbours = 12;  ///< Other tables looked for on each side of the current one
 

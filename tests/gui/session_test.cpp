@@ -1,118 +1,24 @@
 // A session with real key presses and clicks in the real window, on a screen of the toolkit's own.
 
-#include <QApplication>
-#include <QComboBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMessageBox>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
-#include <functional>
-#include <memory>
 
-#include "MainModule.h"
-#include "clsMainWindow.h"
-#include "clsQtHost.h"
-#include "clsQtScreen.h"
-#include "clsTempFolder.h"
-#include "frmMain.h"
-#include "frmMainMDI.h"
-#include "modFiles.h"
-#include "modPaths.h"
-#include "modRecipeGlobals.h"
-#include "modSettings.h"
-#include "modTranslator.h"
+#include "clsGuiSession.h"
 
 namespace quillon {
 
-/// One start of the desktop program in a data folder of its own.
-class clsSession : public QObject {
+class clsSession : public clsGuiSession {
   Q_OBJECT
 
  private:
-  clsTempFolder folder_;
-  std::unique_ptr<clsQtHost> pHost_;
-  std::unique_ptr<clsQtScreen> pScreen_;
-  std::unique_ptr<clsRunLog> pLog_;
-  std::unique_ptr<frmMainMDI> pFrame_;
-  std::unique_ptr<frmMain> pForm_;
-  std::unique_ptr<clsMainWindow> pWindow_;
-  clsRunFields fields_;
-
-  template <typename T>
-  T* Widget(const char* pName) {
-    T* const pWidget = pWindow_->findChild<T*>(pName);
-    if (pWidget == nullptr) qFatal("no widget %s", pName);
-    return pWidget;
-  }
-  QString Log() { return Widget<QPlainTextEdit>("txtLog")->toPlainText(); }
-  void Type(const char* pCombo, const std::string& sText) {
-    QLineEdit* const pEdit = Widget<QComboBox>(pCombo)->lineEdit();
-    pEdit->setFocus();
-    pEdit->selectAll();
-    QTest::keyClicks(pEdit, QString::fromStdString(sText));
-  }
-  /// Plays the user of the next modal window, once it is there.
-  static void WithModal(const std::function<void(QWidget*)>& play) {
-    QTimer::singleShot(20, [play] {
-      QWidget* const pModal = QApplication::activeModalWidget();
-      pModal == nullptr || !pModal->isVisible() ? WithModal(play) : play(pModal);
-    });
-  }
-  static void Answer(const QString& sButton) {
-    WithModal([sButton](QWidget* pModal) {
-      for (QPushButton* const pButton : pModal->findChildren<QPushButton*>()) {
-        if (pButton->text().remove('&') == sButton) return QTest::mouseClick(pButton, Qt::LeftButton);
-      }
-      qFatal("no button %s", qPrintable(sButton));
-    });
-  }
   std::string LongReport(int nRows) {
     std::string sText = ">>1\n-------- --------\n";
     for (int i = 0; i < nRows; ++i) sText += "row      number  \n";
     return folder_.Write("long.txt", sText + "<<1\n");
   }
-  void Activate() {
-    pWindow_->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(pWindow_.get()));
-  }
-  void ChooseMarkup() {
-    for (QAbstractButton* const pButton : pWindow_->findChildren<QAbstractButton*>("rbConversionMethod2")) {
-      QTest::mouseClick(pButton, Qt::LeftButton);
-    }
-  }
-
  private slots:
-  void init() {
-    qputenv("APPDATA", QByteArray::fromStdString(folder_.Path("data")));
-    ResetFoundationGlobals();
-    ResetRecipeGlobals();
-    ResetTranslator();
-    ResetConversionOptions();
-    FindSettingsFile();
-    gsAppDataFolder = AppDataFolder();
-    InstallExamples();
-    pHost_ = std::make_unique<clsQtHost>();
-    pScreen_ = std::make_unique<clsQtScreen>(*pHost_);
-    pLog_ = std::make_unique<clsRunLog>(*pHost_, gConversionOptions);
-    pHost_->SetLog(pLog_.get());
-    pFrame_ = std::make_unique<frmMainMDI>();
-    pForm_ = std::make_unique<frmMain>(*pHost_, *pScreen_, gConversionOptions, *pLog_, fields_);
-    pWindow_ = std::make_unique<clsMainWindow>(*pHost_, *pFrame_, *pForm_, *pLog_);
-    pScreen_->SetMainWindow(pWindow_.get());
-    bool bFirst = false;
-    pForm_->Form_Load(bFirst);
-    pWindow_->ShowAll();
-    pWindow_->show();
-    Activate();
-  }
-  void cleanup() {
-    pWindow_.reset();
-    pForm_.reset();
-    pFrame_.reset();
-  }
+  void init() { Start(); }
+  void cleanup() { Stop(); }
 
   void loadsAnExampleConvertsItAndSavesTheJob() {
     WithModal(
@@ -141,7 +47,7 @@ class clsSession : public QObject {
   }
 
   void pausesALongRunAtAQuestion() {
-    ChooseMarkup();
+    ChooseMethod(2);
     Type("cbInputFile", LongReport(400000));
     Type("cbOutputFile", folder_.Path("long.csv"));
     const auto pauseSoon = [this] {
@@ -178,7 +84,7 @@ class clsSession : public QObject {
   }
 
   void staysWholeWhenClosedDuringARun() {
-    ChooseMarkup();
+    ChooseMethod(2);
     Type("cbInputFile", LongReport(400000));
     Type("cbOutputFile", folder_.Path("long.csv"));
     QTimer::singleShot(40, pWindow_.get(), [this] { pWindow_->close(); });
@@ -188,9 +94,7 @@ class clsSession : public QObject {
   }
 
   void showsTheCutBelowTheRecipeWhileItIsTyped() {
-    for (QAbstractButton* const pButton : pWindow_->findChildren<QAbstractButton*>("rbConversionMethod1")) {
-      QTest::mouseClick(pButton, Qt::LeftButton);
-    }
+    ChooseMethod(1);
     Type("cbInputFile", folder_.Write("stock.txt", "STOCK\nBolts   12\nEND\n"));
     Type("cbRecipeFile", folder_.Write("stock.rcp",
                                        "[Table 1]\nReadStartLine=STOCK\nReadStartLineOffset=1\n"
@@ -218,7 +122,7 @@ class clsSession : public QObject {
   }
 
   void tellsWhatIsWrongInABoxAndInTheLog() {
-    ChooseMarkup();
+    ChooseMethod(2);
     Type("cbInputFile", folder_.Path("missing.txt"));
     Type("cbOutputFile", folder_.Path("a.csv"));
     Answer("OK");

@@ -205,7 +205,7 @@ TEST_F(RecipeCut, SearchesNoFurtherThanItMustUntilAsked) {
     sReport += sFiller + "\n";
   Report(sReport + "STOCK\nab    cd\nEND\n");
   cut_.Update();
-  EXPECT_TRUE(Notes("Megabytes searched so far: 16"));
+  EXPECT_TRUE(Notes("Megabytes searched so far: 4"));
   ASSERT_TRUE(cut_.CanLookFurther());
   cut_.LookFurther();
   EXPECT_FALSE(cut_.CanLookFurther());

@@ -1,0 +1,191 @@
+// A recipe is made for a report that nobody has described yet, by clicks and keys alone.
+
+#include <QLabel>
+#include <QTextBlock>
+
+#include "clsGuiSession.h"
+#include "clsOutputFile.h"
+#include "clsReportCanvas.h"
+
+namespace quillon {
+
+class clsDrawRecipe : public clsGuiSession {
+  Q_OBJECT
+
+ private:
+  static std::string Sample(const std::string& sName) {
+    std::string sBytes;
+    Failure failure;
+    if (!ReadWholeFile(QUILLON_SOURCE_DIR "/tests/golden/" + sName, sBytes, 1 << 20, failure)) {
+      qFatal("%s", failure.sText.c_str());
+    }
+    return sBytes;
+  }
+  static void Click(QWidget* pDialog, const char* pName) {
+    auto* const pButton = pDialog->findChild<QAbstractButton*>(pName);
+    if (pButton == nullptr) qFatal("no button %s", pName);
+    QTest::mouseClick(pButton, Qt::LeftButton);
+  }
+  /// Types over what a field holds and leaves it.
+  static void Fill(QWidget* pDialog, const char* pName, const char* pText) {
+    auto* const pEdit = pDialog->findChild<QLineEdit*>(pName);
+    pEdit->setFocus();
+    pEdit->selectAll();
+    QTest::keyClicks(pEdit, pText);
+    QTest::keyClick(pEdit, Qt::Key_Tab);
+  }
+  void OpenEditor(const std::function<void(QWidget*)>& play) {
+    WithModal([&](QWidget* pEditor) {
+      pEditor_ = pEditor;
+      pText_ = pEditor->findChild<QPlainTextEdit*>("txtFileEditor");
+      pCanvas_ = static_cast<clsReportCanvas*>(pEditor->findChild<QWidget*>("canvasReportCut"));
+      QTest::qWait(200);
+      play(pEditor);
+    });
+    QTest::mouseClick(Widget<QPushButton>("cmdEditRecipe"), Qt::LeftButton);
+  }
+  QString Parsing() const {
+    const QString sText = pText_->toPlainText();
+    const auto nAt = sText.lastIndexOf("Parsing=") + 8;
+    return sText.mid(nAt, sText.indexOf('\n', nAt) - nAt);
+  }
+  void ClickRuler(int32_t lAfter) {
+    QTest::mouseClick(pCanvas_->viewport(), Qt::LeftButton, {}, pCanvas_->PointOnRuler(lAfter));
+  }
+  void Drag(int32_t lFrom, const QPoint& to) {
+    QWidget* const pView = pCanvas_->viewport();
+    QTest::mousePress(pView, Qt::LeftButton, {}, pCanvas_->PointOnRuler(lFrom));
+    QTest::mouseMove(pView, to);
+    QMouseEvent move(QEvent::MouseMove, to, pView->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
+    QApplication::sendEvent(pView, &move);
+    QTest::mouseRelease(pView, Qt::LeftButton, {}, to);
+  }
+  void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(pCanvas_, key, modifiers); }
+  /// A table that begins as one field of three characters.
+  void AddTable() {
+    WithModal([this](QWidget* pBuilder) {
+      Fill(pBuilder, "txtReadStartLine", "DY MAX MIN AVG");
+      Fill(pBuilder, "txtReadStartLineOffset", "3");
+      Fill(pBuilder, "txtReadEndLine", "SM 1498");
+      Fill(pBuilder, "txtReadEndLineOffset", "-2");
+      WithModal([](QWidget* pField) {
+        Fill(pField, "txtFieldWidth", "3");
+        Click(pField, "cmdOK");
+      });
+      Click(pBuilder, "cmdAddColumn");
+      Click(pBuilder, "cmdOK");
+    });
+    Click(pEditor_, "cmdAddTable");
+  }
+
+  /// The cells of a CSV file without the blanks around them.
+  static QString Cells(const std::string& sCsv) {
+    QStringList rows = ToQt(sCsv).split("\r\n");
+    for (QString& sRow : rows) {
+      QStringList cells = sRow.split(',');
+      for (QString& sCell : cells) sCell = sCell.trimmed();
+      sRow = cells.join(',');
+    }
+    return rows.join('\n');
+  }
+
+  QWidget* pEditor_ = nullptr;
+  QPlainTextEdit* pText_ = nullptr;
+  clsReportCanvas* pCanvas_ = nullptr;
+
+ private slots:
+  void init() { Start(); }
+  void cleanup() { Stop(); }
+
+  void aRecipeDrawnOverAReportConvertsToTheExpectedRows() {
+    Type("cbInputFile", folder_.Write("cf6.txt", Sample("cf6_anchorage/cf6_anchorage.txt")));
+    Type("cbOutputFile", folder_.Path("cf6.csv"));
+    ChooseMethod(1);
+    Type("cbRecipeFile", folder_.Path("cf6.rcp"));
+    QString sDrawn;
+    QString sHint;
+    QString sNotes;
+    OpenEditor([&](QWidget* pEditor) {
+      QCOMPARE(pText_->toPlainText(), QString("[Header]\nProduct=QLN-B\nFileType=RECIPE\nFileFormat=1.0\n"));
+      AddTable();
+      QCOMPARE(Parsing(), QString("---"));
+      pEditor->resize(1100, 800);
+      QTest::qWait(200);
+      // One boundary too far right, one too far left, two too many.
+      for (const int32_t lAfter : {7, 11, 15, 19, 25, 28, 32, 37, 42, 44, 47, 50, 54, 58, 60, 63, 67, 73}) {
+        ClickRuler(lAfter);
+      }
+      Drag(25, pCanvas_->PointOnLine(20, 23));
+      Drag(44, pCanvas_->PointOnLine(20, 44) + QPoint(0, 4000));
+      QTest::mouseDClick(pCanvas_->viewport(), Qt::LeftButton, {}, pCanvas_->PointOnRuler(60));
+      Key(Qt::Key_Escape);
+      for (int i = 0; i < 8; ++i) Key(Qt::Key_Right, Qt::ControlModifier);
+      sHint = pEditor->findChild<QLabel*>("lblCutHint")->text();
+      Key(Qt::Key_Left);
+      for (int i = 0; i < 20; ++i) Key(Qt::Key_Right, Qt::ControlModifier);
+      Key(Qt::Key_Insert);
+      for (int i = 0; i < 6; ++i) Key(Qt::Key_Left);
+      ClickRuler(80);
+      Key(Qt::Key_Delete);
+      Key(Qt::Key_Z, Qt::ControlModifier);
+      sDrawn = Parsing();
+      QTest::qWait(200);
+      sNotes = pEditor->findChild<QLabel*>("lblCutNotes")->text();
+      Click(pEditor, "cmdSaveAndClose");
+    });
+    QVERIFY2(sHint.contains("Boundary behind character 28"), qPrintable(sHint));
+    QCOMPARE(sDrawn, QString("-- --- --- --- --- --- --- ---- ---- ---- ---- -- --- --- ---- --- ----- --- ---"));
+    QVERIFY2(sNotes.contains("Rows looked at: 30; Nothing is lost."), qPrintable(sNotes));
+    Activate();
+    QTest::keyClick(pWindow_.get(), Qt::Key_F5);
+    QVERIFY2(Log().contains("Errors: 0"), qPrintable(Log()));
+    QCOMPARE(Cells(folder_.Read("cf6.csv")), Cells(Sample("cf6_anchorage/expected/cf6_anchorage.csv")));
+  }
+
+  void aLongRecipeIsTypedInAndChangedWithoutLosingText() {
+    std::string sRecipe = "[Header]\r\nProduct=QLN-B\r\n";
+    for (int i = 1; i <= 1250; ++i) {
+      const std::string sNumber = std::to_string(i);
+      sRecipe += "[Table " + sNumber + "]\r\nReadStartLine=Top " + sNumber + "\r\nReadStartLineOffset=1\r\n" +
+                 "ReadEndLine=End\r\nReadEndLineOffset=-1\r\nParsing====\r\nWriteColumn=A\r\n; \r\n";
+    }
+    Type("cbInputFile", folder_.Write("r.txt", "Top 7\nNuts 12\nEnd\n"));
+    ChooseMethod(1);
+    Type("cbRecipeFile", folder_.Write("long.rcp", sRecipe));
+    qint64 nSlowest = 0;
+    OpenEditor([&](QWidget* pEditor) {
+      QTest::keyClick(pText_, Qt::Key_End, Qt::ControlModifier);
+      for (const char c : std::string("; a note")) {
+        QElapsedTimer timer;
+        timer.start();
+        QTest::keyClick(pText_, c);
+        QApplication::processEvents();
+        nSlowest = std::max(nSlowest, timer.elapsed());
+      }
+      pText_->setTextCursor(QTextCursor(pText_->document()->findBlockByNumber(2 + 6 * 8)));
+      QTest::qWait(300);
+      Click(pEditor, "cmdWorkOut");
+      QTest::keyClick(pCanvas_, Qt::Key_Return);
+      Click(pEditor, "cmdSaveAndClose");
+    });
+    qInfo("slowest key: %lld ms", nSlowest);
+    const std::string sEnd = "\r\n; \r\n; a note";
+    const std::string sSaved = folder_.Read("long.rcp");
+    const size_t nParsing = sSaved.find("Parsing=", sSaved.find("[Table 7]"));
+    QCOMPARE(sSaved.substr(nParsing, 17), std::string("Parsing=---- ---\r"));
+    QCOMPARE(sSaved.size(), sRecipe.size() + std::string("; a note").size() + std::string("---- ---").size() - 3);
+    QVERIFY(sSaved.ends_with(sEnd));
+  }
+};
+
+}  // namespace quillon
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("LC_ALL", "C.UTF-8");
+  QApplication application(argc, argv);
+  quillon::clsDrawRecipe session;
+  return QTest::qExec(&session, argc, argv);
+}
+
+#include "draw_recipe_test.moc"
