@@ -181,11 +181,7 @@ class clsDrawRecipe : public clsGuiSession {
 }  // namespace quillon
 
 int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  qputenv("LC_ALL", "C.UTF-8");
-  QApplication application(argc, argv);
-  quillon::clsDrawRecipe session;
-  return QTest::qExec(&session, argc, argv);
+  return quillon::PlaySession<quillon::clsDrawRecipe>(argc, argv);
 }
 
 #include "draw_recipe_test.moc"

@@ -134,11 +134,7 @@ class clsSession : public clsGuiSession {
 }  // namespace quillon
 
 int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  qputenv("LC_ALL", "C.UTF-8");
-  QApplication application(argc, argv);
-  quillon::clsSession session;
-  return QTest::qExec(&session, argc, argv);
+  return quillon::PlaySession<quillon::clsSession>(argc, argv);
 }
 
 #include "session_test.moc"

@@ -8,7 +8,7 @@
 #include "clsTestHost.h"
 #include "clsTestScreen.h"
 #include "frmMain.h"
-#include "modRecipeGlobals.h"
+#include "modFreshStart.h"
 #include "modSettings.h"
 #include "modTranslator.h"
 
@@ -18,14 +18,8 @@ namespace quillon {
 class clsDesktopFixture : public ::testing::Test {
  protected:
   void SetUp() override {
-    setenv("APPDATA", folder_.Path().c_str(), 1);
     setenv("LC_ALL", "C", 1);
-    ResetFoundationGlobals();
-    ResetRecipeGlobals();
-    ResetTranslator();
-    ResetConversionOptions();
-    FindSettingsFile();
-    gsAppDataFolder = AppDataFolder();
+    StartAfresh(folder_.Path());
   }
   void TearDown() override {
     ResetTranslator();

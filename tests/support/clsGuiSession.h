@@ -19,8 +19,8 @@
 #include "frmMain.h"
 #include "frmMainMDI.h"
 #include "modFiles.h"
+#include "modFreshStart.h"
 #include "modPaths.h"
-#include "modRecipeGlobals.h"
 #include "modSettings.h"
 #include "modTranslator.h"
 
@@ -78,13 +78,7 @@ class clsGuiSession : public QObject {
     }
   }
   void Start() {
-    qputenv("APPDATA", QByteArray::fromStdString(folder_.Path("data")));
-    ResetFoundationGlobals();
-    ResetRecipeGlobals();
-    ResetTranslator();
-    ResetConversionOptions();
-    FindSettingsFile();
-    gsAppDataFolder = AppDataFolder();
+    StartAfresh(folder_.Path("data"));
     InstallExamples();
     pHost_ = std::make_unique<clsQtHost>();
     pScreen_ = std::make_unique<clsQtScreen>(*pHost_);
@@ -106,5 +100,15 @@ class clsGuiSession : public QObject {
     pFrame_.reset();
   }
 };
+
+/// What main does for a session.
+template <typename Session>
+int PlaySession(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("LC_ALL", "C.UTF-8");
+  QApplication application(argc, argv);
+  Session session;
+  return QTest::qExec(&session, argc, argv);
+}
 
 }  // namespace quillon
