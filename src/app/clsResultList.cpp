@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <fmt/format.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,6 +11,7 @@
 #include <nlohmann/json.hpp>
 
 #include "clsFingerprint.h"
+#include "modFiles.h"
 #include "modPaths.h"
 #include "modSystemIo.h"
 #include "modText.h"
@@ -107,6 +109,7 @@ clsResultList::~clsResultList() {
 bool clsResultList::Open(const std::string& sFile, Failure& failure) {
   sFile_ = sFile;
   constexpr unsigned kMode = 0666;
+  bExisted_ = PathExists(sFile);
   nHandle_ = OpenHandle(HostPath(sFile), O_RDWR | O_APPEND | O_CREAT, kMode);
   struct stat about {};
   if (nHandle_ < 0 || fstat(nHandle_, &about) != 0) {
@@ -116,7 +119,14 @@ bool clsResultList::Open(const std::string& sFile, Failure& failure) {
   char cLast = '\n';
   if (S_ISREG(about.st_mode) && about.st_size > 0) ReadHandleAt(nHandle_, &cLast, 1, about.st_size - 1);
   bTorn_ = cLast != '\n';
+  bAlone_ = flock(nHandle_, LOCK_EX | LOCK_NB) == 0;
   return true;
+}
+
+// Where files can't be locked nobody is ever alone, and nothing waits.
+void clsResultList::Share() {
+  if (flock(nHandle_, LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK) flock(nHandle_, LOCK_SH);
+  bAlone_ = false;
 }
 
 bool clsResultList::Read(Failure& failure) {

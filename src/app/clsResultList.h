@@ -49,6 +49,10 @@ class clsResultList {
 
   /// Opens the list, which is made if it doesn't exist; its folder is not. False with the reason.
   bool Open(const std::string& sFile, Failure& failure);
+  /// True if an earlier run kept this list and no process does now, which holds until Share is called.
+  bool IsLeftAlone() const { return bExisted_ && bAlone_; }
+  /// Lets other processes of this list in.
+  void Share();
   /// Learns what the list tells. Lines that are no result lines (a torn one) are passed over, the last one about an
   /// output counts. False with the reason.
   bool Read(Failure& failure);
@@ -61,6 +65,7 @@ class clsResultList {
 
   int nHandle_ = -1;
   std::string sFile_;
+  bool bExisted_ = false, bAlone_ = false;
   bool bTorn_ = false;                            ///< The last line has no end
   std::unordered_map<uint64_t, uint64_t> known_;  ///< By output: input, states and way of its making
 };

@@ -1,5 +1,6 @@
 #include "clsResultRecorder.h"
 
+#include <unordered_set>
 #include <utility>
 
 #include "clsFingerprint.h"
@@ -51,13 +52,25 @@ std::string MakingOf(const ConvertRequest& request) {
   return making.Text();
 }
 
-bool clsResultRecorder::Start() {
+void clsResultRecorder::RemoveLeftovers(const std::vector<PlannedFile>& files) const {
+  const std::string sMark = clsFingerprint().Add(request_.sReport).Text() + "-";
+  std::unordered_set<std::string> folders;
+  for (const PlannedFile& file : files) {
+    if (!list_.IsLeftAlone() || !folders.insert(FolderOfPath(file.sOutput)).second) continue;
+    RemovePrivateFiles(FolderOfPath(file.sOutput), sMark);
+  }
+  SetPrivateNameMark(sMark);
+}
+
+bool clsResultRecorder::Start(const std::vector<PlannedFile>& files) {
   if (request_.sReport.empty()) return true;
   Failure failure;
   if (!list_.Open(request_.sReport, failure) || (request_.bSkipDone && !list_.Read(failure))) {
     run_.Say(failure.sText + "; the result list can't be kept there, so nothing was converted");
     return false;
   }
+  RemoveLeftovers(files);
+  list_.Share();
   bOpen_ = true;
   sMadeBy_ = MakingOf(request_);
   bNoTabWarning_ = run_.fields.bWarnedAboutTabsInFile;

@@ -18,14 +18,16 @@ class clsResultRecorder {
   clsResultRecorder& operator=(const clsResultRecorder&) = delete;
   ~clsResultRecorder() { run_.host.KeepEntries(nullptr); }
 
-  /// Opens the list and, with --skip-done, reads it. False: said.
-  bool Start();
+  /// Opens the list and, with --skip-done, reads it. What a killed run of the same list left in the folders of the
+  /// outputs is removed. False: said.
+  bool Start(const std::vector<PlannedFile>& files);
   /// Takes the files out that the list shows as done.
   void DropDone(std::vector<PlannedFile>& files);
   /// The extras with the recorder's own share; they are called while this object lives.
   RunExtras Joined(RunExtras extras);
 
  private:
+  void RemoveLeftovers(const std::vector<PlannedFile>& files) const;
   void FileBegins(const std::string& sInput);
   void FileDone(const FileOutcome& outcome);
   ResultLine LineOf(const FileOutcome& outcome);

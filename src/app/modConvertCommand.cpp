@@ -209,7 +209,7 @@ int ConvertCommand(const ConvertRequest& asked, const TalkRequest& talk) {
   const bool to_standard_output = request.sOutput == kStandardStream;
   if (!TakeStandardStreams(request, run)) return run.Refused();
   std::vector<PlannedFile> files;
-  if (!PlanBatch(request, run, files) || !recorder.Start()) return run.Refused();
+  if (!PlanBatch(request, run, files) || !recorder.Start(files)) return run.Refused();
   recorder.DropDone(files);
 
   int32_t result = 0;

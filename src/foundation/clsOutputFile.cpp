@@ -8,7 +8,10 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdlib>
+#include <filesystem>
 #include <future>
+#include <system_error>
+#include <utility>
 
 #include "modFolderNames.h"
 #include "modPaths.h"
@@ -18,6 +21,9 @@
 namespace quillon {
 
 namespace {
+
+constexpr std::string_view kPrivatePrefix = ".quillon-";
+std::string gsPrivateNameMark;
 
 /// The file that the path names, links followed as far as they lead.
 std::string ResolvedTarget(const std::string& sHostPath) {
@@ -76,7 +82,7 @@ bool clsOutputFile::Open(std::string_view sPath, Failure& failure) {
 
 bool clsOutputFile::OpenTemporary(Failure& failure) {
   const std::string sFolder = sTarget_.substr(0, sTarget_.rfind('/') + 1);
-  sTemporary_ = sFolder + ".quillon-XXXXXX";
+  sTemporary_ = sFolder + std::string(kPrivatePrefix) + gsPrivateNameMark + "XXXXXX";
   nHandle_ = mkostemp(sTemporary_.data(), O_CLOEXEC);
   if (nHandle_ >= 0) {
     NoteOwnChange(sTemporary_);
@@ -143,6 +149,21 @@ void clsOutputFile::Discard() {
   nHandle_ = -1;
   if (!sTemporary_.empty()) unlink(sTemporary_.c_str());
   sTemporary_.clear();
+}
+
+void SetPrivateNameMark(std::string sMark) {
+  gsPrivateNameMark = std::move(sMark);
+}
+
+void RemovePrivateFiles(std::string_view sFolder, std::string_view sMark) {
+  const std::string sPrefix = std::string(kPrivatePrefix) + std::string(sMark);
+  std::error_code error;
+  for (std::filesystem::directory_iterator entry(HostPath(sFolder.empty() ? "." : sFolder), error), end;
+       !error && entry != end; entry.increment(error)) {
+    if (!entry->path().filename().native().starts_with(sPrefix)) continue;
+    std::error_code ignored;
+    std::filesystem::remove(entry->path(), ignored);
+  }
 }
 
 bool WriteWholeFile(std::string_view sPath, std::string_view sBytes, Failure& failure) {

@@ -59,6 +59,11 @@ class clsOutputFile {
   Failure failure_;
 };
 
+/// Part of the private names from here on, so that a later run can tell what a killed one left. "" at the start.
+void SetPrivateNameMark(std::string sMark);
+/// Removes the files in a folder that killed processes with this mark left.
+void RemovePrivateFiles(std::string_view sFolder, std::string_view sMark);
+
 /// Writes a whole file in the manner of clsOutputFile.
 bool WriteWholeFile(std::string_view sPath, std::string_view sBytes, Failure& failure);
 /// Reads a whole file of at most nMaxBytes.

@@ -1,9 +1,11 @@
 #!/usr/bin/env python3
 """Shards and result lists: N processes do what one does, each file once, whatever is killed on the way."""
 
+import fcntl
 import json
 import os
 import signal
+import subprocess
 import unittest
 
 import fleet
@@ -62,13 +64,26 @@ class ShardTest(FleetTest):
             torn.write(b'{"input":"in/north/01.txt","output":"out/north/0')
         done = result_lines(self.work / "1.jsonl")
         self.shards(2, "out", "--skip-done")
-        for path in (self.work / "out").rglob(".quillon-??????"):
-            path.unlink()
         self.assert_same_as(one, "out", self.work / "1.jsonl", self.work / "2.jsonl")
         repeated = [line["input"] for line in map(json.loads, filter(lambda text: b'"seconds"' in text,
                     (self.work / "1.jsonl").read_bytes().splitlines()))]
         for name, line in done.items():
             self.assertEqual(repeated.count(line["input"]), 1 if line["status"] == "done" else repeated.count(name))
+
+    def test_what_a_killed_run_left_is_removed_once_no_process_has_its_list(self):
+        def private():
+            return [path for path in (self.work / "out").rglob(".quillon-*")]
+
+        command = self.arguments("out", "--report", "l.jsonl", "--skip-done")
+        limited = f"ulimit -f 100; exec '{fleet.PROGRAM}' \"$@\""  # Blocks of 512 bytes; the signal at more is deadly.
+        run = subprocess.run(["/bin/sh", "-c", limited, "sh", *command], cwd=self.work, env=self.world.env, check=False)
+        self.assertEqual((run.returncode, len(private())), (-signal.SIGXFSZ, 1))
+        with open(self.work / "l.jsonl", "rb") as other:
+            fcntl.flock(other, fcntl.LOCK_SH)
+            self.convert(*command)
+            self.assertEqual(len(private()), 1, "it may be in use")
+        self.convert(*command)
+        self.assertEqual(private(), [])
 
     def test_done_is_what_nothing_has_changed_of(self):
         command = ["convert", "in/*.txt", "-r", "-o", "out/*.csv", "--report", "l.jsonl", "--skip-done"]
