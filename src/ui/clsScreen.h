@@ -39,6 +39,8 @@ class clsScreen {
   virtual std::string AskFolder(std::string_view sTitle, std::string_view sStartFolder) = 0;
   virtual std::string AskFont(std::string_view sFontName) = 0;
   virtual bool FontInstalled(std::string_view sFontName) = 0;
+  /// Where the main window stands, in twips.
+  virtual WindowPlacement MainPlacement() = 0;
 };
 
 /// The filters of a text "label|masks|label|masks".

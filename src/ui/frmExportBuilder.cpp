@@ -69,8 +69,9 @@ void frmExportBuilder::Form_Load() {
 }
 
 void frmExportBuilder::ReadIniFile() {
-  placement.Width = 11940;
-  placement.Height = 6675;
+  constexpr double kBesideMain = 200;
+  const WindowPlacement main = oOwner_.Screen().MainPlacement();
+  placement = {0, main.Left + kBesideMain, main.Top + kBesideMain, 11940, 6675};
   ReadPlacement(kSection, placement);
 }
 

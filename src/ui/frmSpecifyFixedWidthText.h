@@ -32,6 +32,7 @@ class frmSpecifyFixedWidthText : public clsForm {
   const std::vector<std::string>& Positions() const { return colPositions_; }
 
   void Form_Load();
+  /// Stores what the view has left in Height by then.
   void Form_Unload();
   void CloseRequested() override { cmdCancel_Click(); }
   bool KeyPressed(std::string_view sKey) override;

@@ -124,15 +124,15 @@ void frmSpecifyFixedWidthText::cmdApply_Click() {
   SaveProfileToDisk(ProfileName(), fgGrid, oOwner_.Host());
   oOwner_.sActiveFixedWidthProfile = ProfileName();
   bSaved = true;
-  Form_Unload();
   Unloaded();
+  Form_Unload();
 }
 
 void frmSpecifyFixedWidthText::cmdCancel_Click() {
   bTimerOn_ = false;
   bSaved = false;
-  Form_Unload();
   Unloaded();
+  Form_Unload();
 }
 
 void frmSpecifyFixedWidthText::cmdDeleteProfile_Click() {

@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QMessageBox>
+#include <QTableWidget>
 
 #include "clsGuiSession.h"
 
@@ -119,6 +120,24 @@ class clsSession : public clsGuiSession {
     QVERIFY2(sWrong.contains("Values cut: 1"), qPrintable(sWrong));
     QVERIFY2(sRight.contains("Nothing is lost."), qPrintable(sRight));
     QVERIFY(bHidden);
+  }
+
+  void keepsTheProfileEditorsHeightAndTakesEnterInTheNumberOfColumns() {
+    int nRows = 0;
+    WithModal([&](QWidget* pEditor) {
+      pEditor->resize(pEditor->width(), 600);
+      auto* const pCount = pEditor->findChild<QLineEdit*>("txtNumOfColumns");
+      pCount->setFocus();
+      pCount->selectAll();
+      QTest::keyClicks(pCount, "7");
+      QTest::keyClick(pCount, Qt::Key_Return);
+      nRows = pEditor->findChild<QTableWidget*>("fgGrid")->rowCount();
+      pEditor->findChild<QLineEdit*>("txtColumnWidth")->setFocus();
+      QTest::keyClick(pEditor, Qt::Key_Escape);
+    });
+    pForm_->Click("cmdEditProfile");
+    QCOMPARE(nRows, 7);
+    QCOMPARE(StoreGet("SpecifyFixedWidthFormHeight", "Height", ""), std::string("9000"));
   }
 
   void tellsWhatIsWrongInABoxAndInTheLog() {

@@ -28,6 +28,7 @@ class clsTestScreen : public clsScreen {
   std::string AskFolder(std::string_view, std::string_view) override { return Next(folders); }
   std::string AskFont(std::string_view) override { return sFont; }
   bool FontInstalled(std::string_view) override { return false; }
+  WindowPlacement MainPlacement() override { return {}; }
 
  private:
   static std::string Next(std::deque<std::string>& answers) {

@@ -97,6 +97,15 @@ std::string clsQtScreen::AskFont(std::string_view sFontName) {
   return bChosen ? FromQt(font.family()) : std::string();
 }
 
+WindowPlacement clsQtScreen::MainPlacement() {
+  constexpr double kTwipsPerPixel = 15;
+  WindowPlacement placement;
+  if (pMainWindow_ == nullptr) return placement;
+  placement.Left = pMainWindow_->x() * kTwipsPerPixel;
+  placement.Top = pMainWindow_->y() * kTwipsPerPixel;
+  return placement;
+}
+
 bool clsQtScreen::FontInstalled(std::string_view sFontName) {
   return QFontDatabase::families().contains(ToQt(sFontName), Qt::CaseInsensitive);
 }

@@ -22,6 +22,7 @@ class clsQtScreen : public clsScreen {
   std::string AskFolder(std::string_view sTitle, std::string_view sStartFolder) override;
   std::string AskFont(std::string_view sFontName) override;
   bool FontInstalled(std::string_view sFontName) override;
+  WindowPlacement MainPlacement() override;
 
  private:
   clsHost& host_;

@@ -36,15 +36,17 @@ using Grid = clsProfileGrid;
 
 constexpr double kTwipsPerPixel = 15;
 
-/// Keys and focus of the width box and the grid, which mean more to the profile editor than to other forms.
+/// Keys and focus of the width box and the grid, which mean more to the profile editor than to other forms. It watches
+/// them until the dialog has taken them down, when the binder is gone already.
 class clsProfileKeys : public QObject {
  public:
-  clsProfileKeys(frmSpecifyFixedWidthText& form, clsFormBinder& binder, QObject* pParent)
-      : QObject(pParent), form_(form), binder_(binder) {}
+  clsProfileKeys(frmSpecifyFixedWidthText& form, QWidget* pWidth, QWidget* pCancel, QObject* pParent)
+      : QObject(pParent), form_(form), pWidth_(pWidth), pCancel_(pCancel) {}
 
  protected:
   bool eventFilter(QObject* pWatched, QEvent* pEvent) override {
-    const bool bWidth = pWatched == binder_.Widget("txtColumnWidth");
+    if (form_.IsUnloaded()) return QObject::eventFilter(pWatched, pEvent);
+    const bool bWidth = pWatched == pWidth_;
     if (pEvent->type() == QEvent::KeyPress && bWidth) {
       const int nKey = static_cast<QKeyEvent*>(pEvent)->key();
       if (nKey == Qt::Key_Up || nKey == Qt::Key_Down) {
@@ -57,14 +59,15 @@ class clsProfileKeys : public QObject {
       if (nKey >= Qt::Key_1 && nKey <= Qt::Key_9) form_.fgGrid_KeyUp(static_cast<char>('1' + (nKey - Qt::Key_1)));
     }
     if (pEvent->type() == QEvent::FocusOut && bWidth) {
-      form_.txtColumnWidth_LostFocus(binder_.Widget("cmdCancel")->hasFocus());
+      form_.txtColumnWidth_LostFocus(pCancel_->hasFocus());
     }
     return QObject::eventFilter(pWatched, pEvent);
   }
 
  private:
   frmSpecifyFixedWidthText& form_;
-  clsFormBinder& binder_;
+  QWidget* pWidth_;
+  QWidget* pCancel_;
 };
 
 void ShowGrid(const frmSpecifyFixedWidthText& form, QTableWidget& table) {
@@ -198,13 +201,19 @@ void LayoutProfileEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
   pButtons->addWidget(b.Widget("cmdCancel"));
   pAll->addLayout(pButtons);
 
-  auto* const pKeys = new clsProfileKeys(form, b, &dialog);
+  auto* const pKeys = new clsProfileKeys(form, b.Widget("txtColumnWidth"), b.Widget("cmdCancel"), &dialog);
   b.Widget("txtColumnWidth")->installEventFilter(pKeys);
   pTable->installEventFilter(pKeys);
   auto* const pWidth = b.As<QLineEdit>("txtColumnWidth");
   QObject::disconnect(pWidth, &QLineEdit::textEdited, nullptr, nullptr);
   QObject::connect(pWidth, &QLineEdit::textEdited, pWidth,
                    [&form](const QString& sText) { form.txtColumnWidth_KeyUp(FromQt(sText)); });
+  // The Enter key is Next; in the number of columns it applies that number.
+  auto* const pNext = b.As<QPushButton>("cmdColumnNext");
+  pNext->setDefault(true);
+  QObject::disconnect(pNext, &QAbstractButton::clicked, nullptr, nullptr);
+  QObject::connect(pNext, &QAbstractButton::clicked, pNext,
+                   [&form, &b] { form.cmdColumnNext_Click(b.Widget("txtNumOfColumns")->hasFocus()); });
   auto* const pTimer = new QTimer(&dialog);
   QObject::connect(pTimer, &QTimer::timeout, &dialog, [&form] { form.Timer1_Timer(); });
   pTimer->start(frmSpecifyFixedWidthText::kTimerMilliseconds);
@@ -267,7 +276,14 @@ void LayoutRecipeEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
     pPreview->setVisible(bShown);
     dialog.resize(dialog.width(), dialog.height() + (bShown ? kPreviewHeight : -kPreviewHeight));
   });
+  const QPoint place(static_cast<int>(form.placement.Left / kTwipsPerPixel),
+                     static_cast<int>(form.placement.Top / kTwipsPerPixel));
+  if (dialog.screen()->virtualGeometry().contains(place)) dialog.move(place);
+  if (form.placement.lWindowState == 2) dialog.setWindowState(Qt::WindowMaximized);
   QObject::connect(&dialog, &QDialog::finished, &dialog, [&form, &dialog, shown] {
+    form.placement.lWindowState = dialog.isMaximized() ? 2 : 0;
+    form.placement.Left = dialog.x() * kTwipsPerPixel;
+    form.placement.Top = dialog.y() * kTwipsPerPixel;
     form.placement.Width = dialog.width() * kTwipsPerPixel;
     form.placement.Height = (dialog.height() - shown()) * kTwipsPerPixel;
     form.SaveIniFile();
