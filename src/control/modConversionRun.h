@@ -37,6 +37,7 @@ class clsRunWindow {
   virtual void UpdateMRUs() = 0;
   /// The busy pointer while files are searched.
   virtual void SetBusyPointer(bool bBusy) = 0;
+  virtual const std::string& Caption() const = 0;
 };
 
 /// What became of one file.

@@ -60,7 +60,6 @@ void clsConversionRun::ConvertByProfile(int32_t& lResult) {
   OptInputFileTypeSet(options_.bIsUnicode ? clsCellwright::kInputUtf16 : clsCellwright::kInputBytes);
   OptOutputFileTypeSet(EngineOutputType(options_.sOutputFile, options_.bIsUnicode));
   OptOutputFileSet(options_.sOutputFile.c_str());
-  Cellwright().Change().bSafeCsv = extras_.bSafeCsv;
   const int32_t quotes_result = OptUseDoubleQuotesSet(options_.lUseDoubleQuotes);
   Cellwright().Change().bSafeCsv = extras_.bSafeCsv;
   Cellwright().TellProgress([this](int64_t lRow, int64_t lDone, int64_t lTotal) {

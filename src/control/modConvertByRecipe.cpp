@@ -34,11 +34,14 @@ void clsConversionRun::ConvertByRecipe(int32_t& lResult) {
   } else {
     context.recipe.LoadFromFileShort(context, gsRecipeFile);
   }
-  // The run goes on with what the recipe held before.
-  const bool bSpecs = account_.failure.Failed() || context.recipe.ReadExportSpecs(context);
-  if (!bSpecs) lResult = Refuse(kNoExportSpecs, context.recipe.ExportSpecFileName);
   if (account_.failure.Failed()) {
     lResult = RefuseUnread(errors);
+    return;
+  }
+  if (!context.recipe.ReadExportSpecs(context)) {
+    // What the recipe held before would make another file's table, or none, of this one.
+    lResult = Refuse(kNoExportSpecs, context.recipe.ExportSpecFileName);
+    account_.failure = context.recipe.SpecsFailure();
     return;
   }
   if (IsExcelRunning() && format != kFormatCsv) {
@@ -66,6 +69,8 @@ void clsConversionRun::ConvertByLongRecipe(std::string_view sOutputFile, const s
     if (extras_.fileDone) extras_.fileDone({lResult, log_.lErrorCount - errors, account_});
     return;
   }
+  // A box has told which key it was; without an error the output would be emptied and the run call itself done.
+  if (context.recipe.SpecsFailure().Failed()) ReportRecipe(host_, -5503, {context.recipe.ExportSpecFileName});
   for (size_t i = 0; i < inputs.size(); ++i) {
     CollectionItemSet(host_, context.recipe.InputFileName, static_cast<int>(i) + 1, inputs[i]);
   }
@@ -113,6 +118,7 @@ RecipeOptions clsConversionRun::MakeRecipeOptions() const {
   recipe_options.bSafeCsv = extras_.bSafeCsv;
   recipe_options.bAllPeriods = extras_.bAllPeriods;
   recipe_options.lTotalTimeStart = fields_.lTotalTimeStart;
+  if (pWindow_ != nullptr) recipe_options.sFormCaption = pWindow_->Caption();
   return recipe_options;
 }
 

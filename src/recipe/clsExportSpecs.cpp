@@ -41,15 +41,15 @@ void clsExportSpecs::setWritePointer(clsHost& host, int32_t sheet, int32_t write
   writePointers_[static_cast<size_t>(sheet) - 1] = write_pointer;
 }
 
-void clsExportSpecs::ReadFromFile(RecipeContext& context, std::string_view file_name) {
+bool clsExportSpecs::ReadFromFile(RecipeContext& context, std::string_view file_name) {
   clsSectionFile file;
   Failure ignored;
   file.Open(file_name, context.options.RecipeText(), ignored);
-  ReadFromFile(context, file);
+  return ReadFromFile(context, file);
 }
 
-void clsExportSpecs::ReadFromFile(RecipeContext& context, clsSectionFile& file) {
-  if (CheckFileHeader(context.host, file, kProduct, kFileType, kFileFormat)) return;
+bool clsExportSpecs::ReadFromFile(RecipeContext& context, clsSectionFile& file) {
+  if (CheckFileHeader(context.host, file, kProduct, kFileType, kFileFormat)) return false;
   Name = ReadKeyFromFile(file, "General", "Name", {});
   lTitles_ = CountMatchingLines(file, kTitles);
   lTables_ = CountMatchingLines(file, kTables);
@@ -58,6 +58,7 @@ void clsExportSpecs::ReadFromFile(RecipeContext& context, clsSectionFile& file) 
   ReadSections(context, file, lTitles_, TitlesCollection);
   ReadSections(context, file, lTables_, TablesCollection);
   ReadSections(context, file, lConsolidates_, ConsolidateCollection);
+  return true;
 }
 
 void clsExportSpecs::ReadSectionSequence(clsSectionFile& file) {

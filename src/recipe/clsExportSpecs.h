@@ -27,10 +27,11 @@ class clsExportSpecs {
   std::vector<clsCon> ConsolidateCollection;
 
   /// Writes long_file from short_file, each table measured in textDataFile where its template has a "=". Reports -5300
-  /// and goes on; -5301 and -5302 end the work, and the tables before stay. A file that can't be written is not there
-  /// afterwards. pShortOptions: how short_file is read if not as other recipes are.
-  void FileConvertShortToLong(RecipeContext& context, std::string_view short_file, std::string_view long_file,
-                              std::string_view textDataFile, const TextFileOptions* pShortOptions = nullptr);
+  /// and goes on, -5500 for a short_file that is there and can't be read, which is kept as the run's failure, too;
+  /// -5301 and -5302 end the work, and the tables before stay. Gives back why long_file, which is then not there, could
+  /// not be written. pShortOptions: how short_file is read if not as other recipes are.
+  Failure FileConvertShortToLong(RecipeContext& context, std::string_view short_file, std::string_view long_file,
+                                 std::string_view textDataFile, const TextFileOptions* pShortOptions = nullptr);
   /// Writes a short recipe from the marks in text_file. Reports -5303.
   void FileCreateShort(RecipeContext& context, std::string_view text_file, std::string_view short_file);
 
@@ -39,10 +40,10 @@ class clsExportSpecs {
   /// Another sheet reports -5305.
   void setWritePointer(clsHost& host, int32_t sheet, int32_t write_pointer);
 
-  /// Replaces the content; a wrong header leaves it as it was. Each section reports its own failures, and the reading
-  /// goes on with the next.
-  void ReadFromFile(RecipeContext& context, std::string_view file_name);
-  void ReadFromFile(RecipeContext& context, clsSectionFile& file);
+  /// Replaces the content; a wrong header leaves it as it was and gives False. Each section reports its own failures,
+  /// and the reading goes on with the next.
+  bool ReadFromFile(RecipeContext& context, std::string_view file_name);
+  bool ReadFromFile(RecipeContext& context, clsSectionFile& file);
   /// Sets the keys in the file, which needn't exist; what else it holds stays. Reports -5306. False with the reason if
   /// it can't be written.
   bool WriteToFile(RecipeContext& context, std::string_view file_name, Failure& failure) const;

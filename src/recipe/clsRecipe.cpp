@@ -13,6 +13,7 @@
 #include "modRecipeMessages.h"
 #include "modSettings.h"
 #include "modText.h"
+#include "modTranslator.h"
 
 namespace quillon {
 
@@ -92,7 +93,8 @@ void clsRecipe::LoadShort(RecipeContext& context, std::string_view short_recipe,
   specs.Delete();
   ExportSpecFileName = specs.sPublic;
   sPrivateSpecs_ = specs.sPrivate;
-  ExportSpecs.FileConvertShortToLong(context, short_recipe, sPrivateSpecs_, InputFileNameOf(1), &options);
+  specsFailure_ =
+      ExportSpecs.FileConvertShortToLong(context, short_recipe, sPrivateSpecs_, InputFileNameOf(1), &options);
 }
 
 bool clsRecipe::ReadExportSpecs(RecipeContext& context) {
@@ -100,11 +102,12 @@ bool clsRecipe::ReadExportSpecs(RecipeContext& context) {
   const std::string sName = bOwn ? std::exchange(sPrivateSpecs_, {}) : ExportSpecFileName;
   if (!FileExists(sName)) return false;
   clsSectionFile file;
-  if (!file.Open(sName, bOwn ? context.options.OwnText() : context.options.RecipeText(), context.account.failure)) {
+  if (!file.Open(sName, bOwn ? context.options.OwnText() : context.options.RecipeText(),
+                 bOwn ? specsFailure_ : context.account.failure)) {
     if (bOwn) SpecsFile().Delete();
-    return true;
+    return !bOwn;
   }
-  ExportSpecs.ReadFromFile(context, file);
+  if (!ExportSpecs.ReadFromFile(context, file)) specsFailure_ = OwnFailure(sName, Translate("Incorrect file type!"));
   if (bOwn) SpecsFile().Publish();
   return true;
 }
@@ -121,6 +124,7 @@ void clsRecipe::LoadFromFile(RecipeContext& context, std::string_view file_name)
     if (CheckFileHeader(context.host, file, "QLN", kFileType, "1.1")) ReportRecipe(context.host, -5503, {file_name});
   }
   sPrivateSpecs_.clear();
+  specsFailure_ = {};
   const auto output = [&file](std::string_view sKey) { return ReadKeyFromFile(file, kOutputSection, sKey, {}); };
   OutputFileTitle = output("OutputFileTitle");
   OutputFileName = output("OutputFileName");

@@ -42,6 +42,8 @@ class clsRecipe {
   /// Reads the export specification that was loaded last and puts it to its public name. False if there is no such
   /// file; ExportSpecs then keeps its content.
   bool ReadExportSpecs(RecipeContext& context);
+  /// Why the specification loaded last is not there or was not taken.
+  const Failure& SpecsFailure() const { return specsFailure_; }
 
   /// The long form, with its export specification. Reports -5501 to -5504. A number that is none throws
   /// UnhandledFailure.
@@ -52,6 +54,7 @@ class clsRecipe {
  private:
   void LoadShort(RecipeContext& context, std::string_view short_recipe, const TextFileOptions& options);
 
+  Failure specsFailure_;
   std::string sPrivateSpecs_;  ///< Where the specification of a short recipe lies until it is read; else empty
 };
 

@@ -43,6 +43,7 @@ struct RecipeOptions {
   bool bSafeCsv = false;        ///< Long options only: cells that a spreadsheet would run are made harmless
   bool bAllPeriods = false;     ///< Long options only: rows of every period's file, not of slot 1 alone
   int64_t lTotalTimeStart = 0;  ///< Tick of the run's start
+  std::string sFormCaption;     ///< Of the main form, in a run with windows
 
   /// How recipes and specifications of the user are read.
   TextFileOptions RecipeText() const { return {text.bUnix, pRecipePage}; }

@@ -61,22 +61,24 @@ class clsTableConverter {
 
 }  // namespace
 
-void clsExportSpecs::FileConvertShortToLong(RecipeContext& context, std::string_view short_file,
-                                            std::string_view long_file, std::string_view textDataFile,
-                                            const TextFileOptions* pShortOptions) {
+Failure clsExportSpecs::FileConvertShortToLong(RecipeContext& context, std::string_view short_file,
+                                               std::string_view long_file, std::string_view textDataFile,
+                                               const TextFileOptions* pShortOptions) {
   clsHost& host = context.host;
   clsSectionFile recipe;
-  // A file that is there and can't be read or written is kept as the run's failure, so that nothing is written over.
-  Failure& failure = context.account.failure;
-  Failure missing;
+  Failure failure;
   const bool bExists = FileExists(short_file);
   if (!bExists) ReportRecipe(host, -5300, {}, true, "    " + std::string(short_file));
-  recipe.Open(short_file, pShortOptions != nullptr ? *pShortOptions : context.options.RecipeText(),
-              bExists ? failure : missing);
-  if (failure.Failed()) return;
+  const TextFileOptions shortOptions = pShortOptions != nullptr ? *pShortOptions : context.options.RecipeText();
+  if (!recipe.Open(short_file, shortOptions, failure) && bExists) {
+    ReportRecipe(host, -5500, {failure.sText});
+    context.account.failure = failure;  // so that nothing is written over
+  }
+  failure = {};
+  if (context.account.failure.Failed()) return failure;
 
   clsSectionWriter file(*context.options.OwnText().pCodePage);
-  if (!file.Load(long_file, failure)) return;
+  if (!file.Load(long_file, failure)) return failure;
   file.Set("Header", "Product", FileHeader_Product);
   file.Set("Header", "FileType", FileHeader_FileType);
   file.Set("Header", "FileFormat", FileHeader_FileFormat);
@@ -87,7 +89,7 @@ void clsExportSpecs::FileConvertShortToLong(RecipeContext& context, std::string_
   clsTableConverter converter(context, recipe, textDataFile);
   for (int32_t i = 1; i <= lTables && !gbAbandonOutput; ++i) {
     if (!gbCommandLineMode) {
-      host.SetCaption(sCaption + Translate(" - Scanning ") + "Table " + std::to_string(i));
+      host.SetCaption(context.options.sFormCaption + Translate(" - Scanning ") + "Table " + std::to_string(i));
     }
     clsTable table;
     if (!converter.Convert(i, table)) break;
@@ -96,6 +98,7 @@ void clsExportSpecs::FileConvertShortToLong(RecipeContext& context, std::string_
   }
   if (!gbCommandLineMode) host.SetCaption(sCaption);
   file.Save(long_file, failure);
+  return failure;
 }
 
 }  // namespace quillon

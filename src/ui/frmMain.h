@@ -69,6 +69,7 @@ class frmMain : public clsForm, public clsRunWindow {
   void EnableGUIForRunning() override { EnableForRun(true); }
   void UpdateMRUs() override;
   void SetBusyPointer(bool bBusy) override { bBusyPointer = bBusy; }
+  const std::string& Caption() const override { return sCaption; }
   bool bBusyPointer = false;
 
   void ReadIniFile();

@@ -247,6 +247,15 @@ TEST_F(ConversionRun, RecipeRunNeedsInputAndRecipe) {
   clsConversionRun(host, options, log, fields, nullptr).ConvertFile(result);
   EXPECT_EQ(result, -2002);
   EXPECT_EQ(folder.Read("o/a.csv"), "");
+
+  options.sRecipeFile = folder.Write("r.rcp", "[Table 1]\nReadStartLine=a\nReadEndLine=a\nParsing=-\nWriteColumn=A\n");
+  folder.Write("o/a.csv", "old");
+  const std::string kept = std::exchange(gsAppDataFolder, folder.Write("file", "") + "/");
+  EXPECT_EQ(Go("C:\\in\\a.txt", "C:\\o\\a.csv"), -2001);
+  EXPECT_TRUE(LogBehindStamp().starts_with("!!!!!!!!!! Error [-2001]\r\n    Cannot find Export Specs file: " +
+                                           gsAppDataFolder + "_ExportSpecs.t2x\r\nErrors: 0    Warnings: 1"));
+  EXPECT_EQ(folder.Read("o/a.csv"), "old");
+  gsAppDataFolder = kept;
 }
 
 TEST_F(ConversionRun, WarnsAboutTabsOnceInTheLifeOfAnInstallation) {
@@ -313,6 +322,7 @@ struct RecordingWindow : clsRunWindow {
   void EnableGUIForRunning() override { sCalls += "enable "; }
   void UpdateMRUs() override { sCalls += "mru "; }
   void SetBusyPointer(bool bBusy) override { sCalls += bBusy ? "busy " : "idle "; }
+  const std::string& Caption() const override { return sCalls; }
 };
 
 TEST_F(ConversionRun, WithWindowsTheFormTakesPart) {

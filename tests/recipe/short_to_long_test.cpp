@@ -113,12 +113,13 @@ TEST_F(ShortToLong, RefusesColumnsThatNoSheetHas) {
 
 TEST_F(ShortToLong, CaptionIsKeptAndPutBackInARunWithWindows) {
   gbCommandLineMode = false;
-  host.sCaption = "Main";
+  host.sCaption = "Frame";
+  options.sFormCaption = "a.QLN";
   std::string sSeen;
   host.onEvents = [&] { sSeen += host.sCaption + "|"; };
   Convert(Table(1, "-") + Table(2, "-"));
-  EXPECT_EQ(sSeen, "Main - Scanning Table 1|Main - Scanning Table 2|");
-  EXPECT_EQ(host.sCaption, "Main");
+  EXPECT_EQ(sSeen, "a.QLN - Scanning Table 1|a.QLN - Scanning Table 2|");
+  EXPECT_EQ(host.sCaption, "Frame");
 }
 
 TEST_F(ShortToLong, LoadGoesThroughPrivateFilesToThePublicOnes) {

@@ -85,6 +85,7 @@ clsMainWindow::clsMainWindow(clsQtHost& host, frmMainMDI& frame, frmMain& form, 
   };
   host_.onTurn = [this] { PaintProgress(); };
   host_.onCaption = [this](std::string_view sText) { setWindowTitle(ToQt(sText)); };
+  host_.SetCaption(frame_.sCaption);
   host_.onProgress = [this](const RunProgress& progress) { ShowRunProgress(progress); };
   form_.onExit = [this] { close(); };
   log_.SetView(this);
