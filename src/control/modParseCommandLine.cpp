@@ -175,6 +175,14 @@ bool ParseCommandLine(std::string_view sCommandLine, clsConversionOptions& optio
   return true;
 }
 
+bool RunsUnattended(std::string_view sCommandLine) {
+  const std::string text = std::string(sCommandLine) + ' ';
+  const std::vector<Field> fields = SplitFields(text, '/');
+  return !sCommandLine.empty() && std::none_of(fields.begin() + 1, fields.end(), [](const Field& field) {
+    return field.sLetter == "!" || field.sLetter == "?";
+  });
+}
+
 std::string GetArgument(int16_t lIndex, std::string_view sText, std::string_view sDelimiter, std::string& sLetter) {
   if (lIndex < 1 || sDelimiter.empty()) return {};
   const std::string text = std::string(sText) + ' ';

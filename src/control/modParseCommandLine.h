@@ -18,6 +18,9 @@ namespace quillon {
 /// the help.
 bool ParseCommandLine(std::string_view sCommandLine, clsConversionOptions& options, clsHost& host);
 
+/// Whether ParseCommandLine would answer True, asked before anything is set up.
+bool RunsUnattended(std::string_view sCommandLine);
+
 /// Value of the lIndex-th field (from 1), trimmed, without its letter. sLetter gets the field's first character,
 /// trimmed; it stays as it was for a field without any character. "" for an index that no field has.
 std::string GetArgument(int16_t lIndex, std::string_view sText, std::string_view sDelimiter, std::string& sLetter);

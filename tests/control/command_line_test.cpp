@@ -20,7 +20,9 @@ class CommandLine : public testing::Test {
 
   bool Parse(std::string_view sText) {
     options = clsConversionOptions();
-    return ParseCommandLine(sText, options, host);
+    const bool run = ParseCommandLine(sText, options, host);
+    EXPECT_EQ(RunsUnattended(sText), run) << sText;
+    return run;
   }
 
   clsTempFolder folder;

@@ -17,6 +17,7 @@
 #include "frmTextDisplay.h"
 #include "modFailure.h"
 #include "modFiles.h"
+#include "modParseCommandLine.h"
 #include "modPaths.h"
 #include "modText.h"
 #include "modTranslator.h"
@@ -125,13 +126,14 @@ int RunDesktop(int nArguments, char** pArguments) {
   QApplication::setApplicationVersion(ToQt(VersionText));
   QApplication::setWindowIcon(QIcon(ToQt(ShippedPath("quillon.svg"))));
   const bool bJob = IsJobArgument(nArguments, pArguments);
+  const std::string sText = bJob ? std::string() : CommandText(nArguments, pArguments);
   StartHooks hooks;
-  hooks.chooseLanguage = [&] { ChooseLanguage(desktop.host, desktop.screen, false); };
+  // A first start that is a script's has nobody who could choose.
+  if (!RunsUnattended(sText)) hooks.chooseLanguage = [&] { ChooseLanguage(desktop.host, desktop.screen, false); };
   hooks.StartMainWindow = [&](const std::string& sJobFile) {
     desktop.StartMainWindow(bJob ? AbsolutePath(pArguments[1]) : sJobFile);
   };
   try {
-    const std::string sText = bJob ? std::string() : CommandText(nArguments, pArguments);
     const StartOutcome outcome = Main(sText, desktop.host, desktop.log, desktop.fields, hooks);
     return outcome == StartOutcome::StartedWindow ? QApplication::exec() : 0;
   } catch (const UnhandledFailure& failure) {
