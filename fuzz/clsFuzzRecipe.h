@@ -1,43 +1,49 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
-#include <string_view>
 
+#include "clsFuzzInput.h"
 #include "clsLineProcessor.h"
 #include "clsRecipe.h"
 #include "clsTempFolder.h"
 #include "clsTestHost.h"
+#include "clsWorkbook.h"
+#include "modExportRun.h"
+#include "modFailure.h"
 #include "modSettings.h"
 
 namespace quillon {
 
 /// What a fuzz entry of the engine works with: one folder for the whole process, all else fresh for each input.
-class clsFuzzRecipe {
+class clsFuzzRecipe : public clsFuzzInput {
  public:
-  /// The first byte chooses code page and line ends; the rest is left in sInput.
-  clsFuzzRecipe(const uint8_t* pData, size_t nSize)
-      : sInput(reinterpret_cast<const char*>(pData), nSize), folder(Folder()) {
-    const unsigned char choice = sInput.empty() ? '\0' : static_cast<unsigned char>(sInput.front());
-    if (!sInput.empty()) sInput.remove_prefix(1);
-    const clsCodePage* const pages[] = {&clsCodePage::Windows1252(), &clsCodePage::Utf8(), clsCodePage::Find("cp437"),
-                                        nullptr};
-    options.text = {(choice & 4) != 0, pages[choice & 3]};
-    options.pRecipePage = pages[choice & 3];
+  /// The first byte chooses code page, line ends and tab size; the rest is left in sInput.
+  clsFuzzRecipe(const uint8_t* pData, size_t nSize) : clsFuzzInput(pData, nSize), folder(Folder()) {
+    const unsigned choice = TakeByte();
+    options.text = {(choice & 4) != 0, FuzzPage(choice)};
+    options.pRecipePage = options.text.pCodePage;
     ResetRecipeGlobals();
     gbCommandLineMode = true;
-    glTabSize = (choice >> 3) & 15;
+    glTabSize = static_cast<int32_t>((choice >> 3) & 15);
     gsAppDataFolder = folder.Path() + "/";
   }
-  /// The input up to the next NUL.
-  std::string_view TakePart() {
-    const size_t nEnd = std::min(sInput.find('\0'), sInput.size());
-    const std::string_view sPart = sInput.substr(0, nEnd);
-    sInput.remove_prefix(std::min(nEnd + 1, sInput.size()));
-    return sPart;
+
+  /// The bytes of the CSV file that the loaded specification makes of the reports in its file slots; "" if none came.
+  std::string Csv() {
+    gsOutputFile = folder.Write("out.csv", "");
+    account = {};
+    RunRecipe(context, kFormatCsv);
+    CheckAccount();
+    return folder.Read("out.csv");
+  }
+  /// Runs it into a new workbook of that name and kind.
+  void Workbook(const char* pName, int32_t lFormat) {
+    gsOutputFile = folder.Path(pName);
+    std::remove(gsOutputFile.c_str());
+    RunRecipe(context, lFormat);
+    CheckAccount();
   }
 
-  std::string_view sInput;
   const clsTempFolder& folder;
   clsTestHost host;
   RecipeOptions options;
@@ -46,6 +52,13 @@ class clsFuzzRecipe {
   RecipeContext context{host, options, recipe, gLineProcessor(), account};
 
  private:
+  void CheckAccount() const {
+    Must(account.lLinesInTables <= account.lLinesRead, "no more lines in tables than in the report");
+    Must(account.bOutputWritten != account.failure.Failed(), "an output or the reason why there is none");
+    for (const TableAccount& table : account.tables) {
+      Must(table.lRows >= 0 && table.lCharactersBehind >= 0, "counts of a table are counts");
+    }
+  }
   static const clsTempFolder& Folder() {
     static const clsTempFolder theFolder;
     return theFolder;

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <mutex>
+#include <vector>
 
 #include "modText.h"
 
@@ -48,25 +49,33 @@ std::string IconvName(std::string_view sName) {
 
 }  // namespace
 
+void clsCodePage::Pair(unsigned char byte, char32_t ch) {
+  decode_[byte] = ch;
+  encode_.emplace(ch, byte);
+}
+
 std::unique_ptr<clsCodePage> clsCodePage::Load(std::string_view sName) {
   const std::string sIconv = IconvName(sName);
   const clsConverter converter(sIconv);
   if (!converter.Works()) return nullptr;
   std::unique_ptr<clsCodePage> page(new clsCodePage(std::string(sName), false));
-  int nHoles = 0;
+  std::vector<unsigned char> holes;
   for (int i = 0; i < 256; ++i) {
     const auto byte = static_cast<unsigned char>(i);
-    char32_t ch = converter.CharOf(byte);
+    const char32_t ch = converter.CharOf(byte);
     if (i < 0x80 && ch != static_cast<char32_t>(i)) return nullptr;  // EBCDIC, UTF-16: rows would not end at LF
     if (i > 0 && ch == 0) {
-      ch = byte;
-      ++nHoles;
+      holes.push_back(byte);
+    } else {
+      page->Pair(byte, ch);
     }
-    page->decode_[byte] = ch;
-    page->encode_.emplace(ch, byte);
+  }
+  for (const unsigned char byte : holes) {
+    constexpr char32_t kPrivate = 0xF700;
+    page->Pair(byte, page->encode_.contains(byte) ? kPrivate + byte : byte);
   }
   // Multi-byte pages have their lead bytes as holes; the single-byte ones have at most a few.
-  return nHoles > 64 ? nullptr : std::move(page);
+  return holes.size() > 64 ? nullptr : std::move(page);
 }
 
 const clsCodePage* clsCodePage::Find(std::string_view sName) {

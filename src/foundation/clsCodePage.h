@@ -9,8 +9,8 @@
 namespace quillon {
 
 /// A code page: how bytes of a file stand for characters. Objects live for the whole process and are compared by
-/// address. windows-1252's five holes map to the control characters of the same number, so each byte goes in and comes
-/// out unchanged.
+/// address. Bytes for which a page has no character (windows-1252 has five) are the control characters of the same
+/// number, or private ones from U+F780 on where the page uses that number: each byte goes in and comes out unchanged.
 class clsCodePage {
  public:
   /// By name, without regard to case: windows-1252, cp437, cp850, ISO-8859-x, UTF-8 and what iconv knows of single-byte
@@ -37,6 +37,7 @@ class clsCodePage {
 
  private:
   clsCodePage(std::string sName, bool bUtf8) : sName_(std::move(sName)), bUtf8_(bUtf8) {}
+  void Pair(unsigned char byte, char32_t ch);
   static std::unique_ptr<clsCodePage> Load(std::string_view sName);
 
   std::string sName_;

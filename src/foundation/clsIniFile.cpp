@@ -49,6 +49,12 @@ std::string Folded(std::string_view s) {
   return UpperText(s);
 }
 
+std::string OneLine(std::string sText) {
+  std::replace(sText.begin(), sText.end(), '\n', ' ');
+  sText.resize(sText.find_last_not_of('\r') + 1);  // A CR at the end would belong to the line end.
+  return sText;
+}
+
 }  // namespace
 
 clsIniFile::clsIniFile(const clsCodePage* pPage) : pAskedPage_(pPage) {
@@ -114,21 +120,23 @@ int32_t clsIniFile::GetInt(std::string_view sSection, std::string_view sKey, int
   return lValue;
 }
 
+// A last line without line end gets one, or what follows would stand behind its text; a CR alone is none.
+void clsIniFile::EndLine(Line& line) {
+  if (!line.sEnd.ends_with('\n')) line.sEnd = kLineEnd;
+}
+
 clsIniFile::Section& clsIniFile::NewSection(std::string_view sSection) {
-  // A last line without line end gets one, or the header would stand behind its text.
-  if (!sections_.back().lines.empty() && sections_.back().lines.back().sEnd.empty()) {
-    sections_.back().lines.back().sEnd = kLineEnd;
-  }
+  if (!sections_.back().lines.empty()) EndLine(sections_.back().lines.back());
   index_.emplace(Folded(sSection), sections_.size());
   sections_.emplace_back();
-  sections_.back().lines.push_back({"[" + std::string(sSection) + "]", std::string(kLineEnd)});
+  sections_.back().lines.push_back({OneLine("[" + std::string(sSection) + "]"), std::string(kLineEnd)});
   return sections_.back();
 }
 
 void clsIniFile::AddKeyLine(Section& section, std::string_view sKey, Line line) {
   size_t nAt = section.lines.size();
   while (nAt > 1 && TrimWhite(section.lines[nAt - 1].sText).empty()) --nAt;
-  if (nAt > 0 && section.lines[nAt - 1].sEnd.empty()) section.lines[nAt - 1].sEnd = kLineEnd;
+  if (nAt > 0) EndLine(section.lines[nAt - 1]);
   section.keys.emplace(Folded(sKey), nAt);
   section.lines.insert(section.lines.begin() + static_cast<std::ptrdiff_t>(nAt), std::move(line));
 }
@@ -136,7 +144,7 @@ void clsIniFile::AddKeyLine(Section& section, std::string_view sKey, Line line) 
 void clsIniFile::Set(std::string_view sSection, std::string_view sKey, std::string_view sValue) {
   const auto found = index_.find(Folded(sSection));
   Section& section = found == index_.end() ? NewSection(sSection) : sections_[found->second];
-  std::string sText = std::string(sKey) + "=" + std::string(sValue);
+  std::string sText = OneLine(std::string(sKey) + "=" + std::string(sValue));
   const auto key = section.keys.find(Folded(sKey));
   if (key == section.keys.end()) return AddKeyLine(section, sKey, {std::move(sText), std::string(kLineEnd)});
   section.lines[key->second].sText = std::move(sText);
@@ -155,7 +163,8 @@ std::string clsIniFile::Bytes() const {
   };
   size_t nLost = 0;
   std::string sOut = joined(*pPage_, nLost);
-  if (nLost == 0 && !bMark_) return sOut;
+  const bool bTells = pAskedPage_ != nullptr || IsAscii(sOut) || &DetectCodePage(sOut) == pPage_;
+  if (nLost == 0 && bTells && !bMark_) return sOut;
   return std::string(kUtf8Mark) + joined(clsCodePage::Utf8(), nLost);
 }
 

@@ -16,7 +16,8 @@ namespace quillon {
 /// isn't blank. Lines that begin with ";" are passed over. New lines end in CR LF.
 ///
 /// Texts are UTF-8; the file has the code page's bytes. A file that gets a text which the page lacks becomes UTF-8 with
-/// a mark, so that no path is ever damaged. One write for a batch of keys. Cost is linear in sections and keys.
+/// a mark, so that no path is ever damaged; so does one whose page is found by content, where the content would no
+/// longer tell. One write for a batch of keys. Cost is linear in sections and keys.
 class clsIniFile {
  public:
   /// The most characters that a value is read with (a buffer of 500 with its end mark).
@@ -38,7 +39,7 @@ class clsIniFile {
   /// Leading digits of the value (with a sign); the default if absent.
   int32_t GetInt(std::string_view sSection, std::string_view sKey, int32_t lDefault) const;
   bool HasSection(std::string_view sSection) const;
-  /// key=value, with no blanks added.
+  /// key=value, with no blanks added. A line holds no line end: one in a text becomes a blank.
   void Set(std::string_view sSection, std::string_view sKey, std::string_view sValue);
 
  private:
@@ -50,6 +51,7 @@ class clsIniFile {
     std::vector<Line> lines;                       ///< The header line first; the part before any header has none
     std::unordered_map<std::string, size_t> keys;  ///< Folded key to its first line
   };
+  static void EndLine(Line& line);
   Section& NewSection(std::string_view sSection);
   void AddKeyLine(Section& section, std::string_view sKey, Line line);
 

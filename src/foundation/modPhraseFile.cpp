@@ -107,6 +107,8 @@ bool Append(std::string_view sPath, int16_t iFormat, std::string_view sKey) {
   std::string sBytes;
   Failure failure;
   if (!ReadWholeFile(sPath, sBytes, kMaxBytes, failure)) return false;
+  // Half a character at the end would shift all that follows.
+  if (iFormat == kPhrasesUtf16 && sBytes.size() % 2 != 0) sBytes += '\0';
   const std::string_view sEnd = iFormat == kPhrasesUtf16 ? std::string_view("\n\0", 2) : std::string_view("\n");
   const std::string sLine = (sBytes.ends_with(sEnd) ? "" : "\r\n") + ("\"" + std::string(sKey) + "\"\r\n");
   sBytes += iFormat == kPhrasesUtf16 ? ToUtf16(sLine) : PageOfText(sBytes).FromUtf8(sLine);

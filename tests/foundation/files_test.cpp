@@ -269,6 +269,30 @@ TEST(IniFile, CutsLongValuesAndKeepsWhatTheCodePageLacks) {
   EXPECT_EQ(again.Get("QLN", "sInputFile", ""), "café");
 }
 
+TEST(IniFile, HoldsOneLineForAKeyWhateverTheTextAndTheLastLine) {
+  clsIniFile file;
+  file.LoadText("[A]\r\nx=1\r");  // A CR alone ends no line.
+  file.Set("MRU", "MRU1", "/in/odd\r\n[A]\nx=2\r");
+  clsIniFile again;
+  again.LoadText(file.Bytes());
+  EXPECT_EQ(again.Get("A", "x", ""), "1");
+  EXPECT_EQ(again.Get("MRU", "MRU1", ""), "/in/odd\r [A] x=2");
+}
+
+TEST(IniFile, KeepsThePageThatItsContentTells) {
+  clsIniFile file(nullptr);
+  file.LoadText("[A]\nx=Grün\n");
+  file.Set("A", "y", "Ärger");
+  clsIniFile again(nullptr);
+  again.LoadText(file.Bytes());
+  EXPECT_EQ(again.Get("A", "x", "") + again.Get("A", "y", ""), "GrünÄrger");
+
+  file.LoadText("");
+  file.Set("A", "x", "Ã¼");  // In windows-1252 these are the bytes of another text in UTF-8.
+  again.LoadText(file.Bytes());
+  EXPECT_EQ(again.Get("A", "x", ""), "Ã¼");
+}
+
 TEST(Settings, AreMadeOnceWithTheirFirstLinesAndTheProbe) {
   const clsTempFolder folder;
   setenv("APPDATA", folder.Path().c_str(), 1);

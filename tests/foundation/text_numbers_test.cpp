@@ -93,7 +93,8 @@ TEST(Text, CountsAndCutsCharactersNotBytes) {
 }
 
 TEST(CodePage, BringsEachByteInAndOutUnchanged) {
-  for (const char* sName : {"windows-1252", "cp437", "cp850", "ISO-8859-1", "ISO-8859-2", "ISO-8859-15"}) {
+  for (const char* sName :
+       {"windows-1252", "ISO-8859-8", "cp437", "cp850", "ISO-8859-1", "ISO-8859-2", "ISO-8859-15"}) {
     const clsCodePage* const pPage = clsCodePage::Find(sName);
     ASSERT_NE(pPage, nullptr) << sName;
     std::string sAll;

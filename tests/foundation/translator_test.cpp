@@ -60,6 +60,13 @@ TEST_F(Translator, AppendsAMissingPhraseOnceInTheFormatOfTheFile) {
   EXPECT_EQ(giLanguageFileFormat, -1);
   Translate("A");
   EXPECT_EQ(folder_.Read(kFile), sWide + std::string("\"\0A\0\"\0\r\0\n\0", 10));
+
+  // Half a character at the end doesn't shift the new line.
+  folder_.Write(kFile, sWide + "x");
+  ResetTranslator();
+  Start("Klingon");
+  Translate("B");
+  EXPECT_EQ(folder_.Read(kFile), sWide + std::string("x\0\r\0\n\0\"\0B\0\"\0\r\0\n\0", 16));
 }
 
 TEST_F(Translator, RefusesAFileThatIsMissingOrNoLanguageFile) {
