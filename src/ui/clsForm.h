@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -59,6 +60,8 @@ class clsForm {
   void LoseFocus(std::string_view sControl);
   /// Keys that belong to the form: "Escape", "F1" ...; False if the form has no use for the key.
   virtual bool KeyPressed(std::string_view /*sKey*/) { return false; }
+  /// By the keyboard's own code of the key.
+  virtual void KeyReleased(int32_t /*lKeyCode*/) {}
   /// The user closes the window.
   virtual void CloseRequested() { Unloaded(); }
 

@@ -150,7 +150,8 @@ void clsRecipeLook::NoteBounds() {
     sTable += "; " + Translate("Lines:") + " " + Number(current_.lFirstLine) + "-";
     sTable += current_.lLastLine > 0 ? Number(current_.lLastLine) : "...";
   }
-  if (current_.lTables > 0) Note(std::move(sTable));
+  if (current_.lTables == 0) return Note(Translate("The recipe has no table yet; Add Table... writes one."));
+  Note(std::move(sTable));
   if (!current_.sFault.empty()) Note(current_.sFault, true);
   for (const PreviewKey* const pKey : {&current_.start, &current_.end}) {
     picture_.bSearchedShort = picture_.bSearchedShort || pKey->place == KeyPlace::NotReached;

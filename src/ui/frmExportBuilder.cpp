@@ -225,6 +225,11 @@ void frmExportBuilder::CloseForm() {
   Unloaded();
 }
 
+void frmExportBuilder::KeyReleased(int32_t lKeyCode) {
+  constexpr int32_t kClose = 11;
+  if (lKeyCode == kClose) cmdClose_Click();
+}
+
 bool frmExportBuilder::KeyPressed(std::string_view sKey) {
   if (sKey == "F1") OpenHelpTopic(oOwner_.Host(), kRecipeTopic);
   return sKey == "F1";

@@ -30,6 +30,8 @@ class frmExportBuilder : public clsForm {
   void Form_Load();
   void CloseRequested() override { cmdClose_Click(); }
   bool KeyPressed(std::string_view sKey) override;
+  /// Code 11 closes.
+  void KeyReleased(int32_t lKeyCode) override;
   void LoadRecipeIntoEditor(std::string_view sFileName);
   /// Reads a named file into ExportSpecs; a missing one gives a warning box.
   void ReadIntoExportSpecs(std::string_view sFileName);

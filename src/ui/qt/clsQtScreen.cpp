@@ -33,6 +33,10 @@ class clsFormDialog : public QDialog {
     if (!sKey.empty() && form_.KeyPressed(sKey)) return;
     QDialog::keyPressEvent(pEvent);
   }
+  void keyReleaseEvent(QKeyEvent* pEvent) override {
+    form_.KeyReleased(static_cast<int32_t>(pEvent->nativeVirtualKey()));
+    QDialog::keyReleaseEvent(pEvent);
+  }
 
  private:
   clsForm& form_;

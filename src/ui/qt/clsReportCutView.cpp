@@ -1,6 +1,7 @@
 #include "clsReportCutView.h"
 
 #include <QAbstractTableModel>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QSplitter>
@@ -118,20 +119,24 @@ void clsReportCutView::UpdateNow() {
   timer_.stop();
   if (!isVisible()) return;
   if (onBeforeLook) onBeforeLook();
-  const int nTable = cut_.Picture().nCurrent;
-  const int32_t lBefore = nTable < 0 ? 0 : cut_.Picture().tables[static_cast<size_t>(nTable)].lNumber;
+  const auto top = [this] {
+    const CutPicture& picture = cut_.Picture();
+    return picture.cells.empty() ? int64_t{0} : picture.cells.front().lLine;
+  };
+  const int64_t lBefore = top();
   cut_.Update();
-  const CutPicture& picture = cut_.Picture();
-  if (picture.nCurrent < 0 || picture.cells.empty()) return;
-  // Another table than before: it comes into view.
-  if (picture.tables[static_cast<size_t>(picture.nCurrent)].lNumber != lBefore) {
-    pCanvas_->ScrollToLine(picture.cells.front().lLine);
-  }
+  if (top() != lBefore) pCanvas_->ScrollToLine(top());
 }
 
 void clsReportCutView::showEvent(QShowEvent* pEvent) {
   QWidget::showEvent(pEvent);
   UpdateSoon();
+}
+
+/// The report may have changed while another window had the keyboard. A proposal is left alone.
+void clsReportCutView::changeEvent(QEvent* pEvent) {
+  QWidget::changeEvent(pEvent);
+  if (pEvent->type() == QEvent::ActivationChange && isActiveWindow() && !cut_.HasProposal()) UpdateSoon();
 }
 
 void clsReportCutView::Show() {

@@ -32,6 +32,7 @@ class clsReportCutView : public QWidget {
 
  protected:
   void showEvent(QShowEvent* pEvent) override;
+  void changeEvent(QEvent* pEvent) override;
 
  private:
   static constexpr int kMoment = 120;  // milliseconds

@@ -140,6 +140,12 @@ void LayoutTableBuilder(clsForm&, clsFormBinder& b, QDialog& dialog) {
                          b.Widget("txtReadEndLineOffset")}));
   pAll->addLayout(Row({b.Widget("lblColumnFields"), b.Widget("lblFields"), b.Widget("cmdAddColumn")}));
   pAll->addLayout(Buttons(b, {"cmdOK", "cmdCancel"}));
+  const QWidget* const pEditor = dialog.parentWidget();
+  if (pEditor == nullptr) return;
+  // At the editor's top, right edge on right edge.
+  dialog.adjustSize();
+  const QRect editor = pEditor->frameGeometry();
+  dialog.move(editor.right() - dialog.width(), editor.top());
 }
 
 void LayoutAddField(clsForm&, clsFormBinder& b, QDialog& dialog) {
@@ -148,6 +154,8 @@ void LayoutAddField(clsForm&, clsFormBinder& b, QDialog& dialog) {
   pAll->addWidget(b.Widget("obSingleDataField"));
   pAll->addWidget(b.Widget("Option1"));
   pAll->addLayout(Buttons(b, {"cmdOK", "cmdCancel"}));
+  constexpr int kMoved = 27;  // 400 twips
+  if (dialog.parentWidget() != nullptr) dialog.move(dialog.parentWidget()->pos() + QPoint(kMoved, kMoved));
 }
 
 void LayoutChooseText(clsForm&, clsFormBinder& b, QDialog& dialog) {

@@ -268,9 +268,10 @@ void LayoutRecipeEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
   constexpr int kPreviewHeight = 340;
   constexpr int kFrame = 40;
   const auto shown = [pShowPreview] { return pShowPreview->isChecked() ? kPreviewHeight : 0; };
+  const QRect screen = dialog.screen()->availableGeometry();
   const int nHeight = static_cast<int>(form.placement.Height / kTwipsPerPixel) + shown();
   dialog.resize(static_cast<int>(std::max(form.placement.Width, frmExportBuilder::kMinWidth) / kTwipsPerPixel),
-                std::min(nHeight, dialog.screen()->availableGeometry().height() - kFrame));
+                std::min(nHeight, screen.height() - kFrame));
   dialog.setMinimumWidth(static_cast<int>(frmExportBuilder::kMinWidth / kTwipsPerPixel));
   QObject::connect(pShowPreview, &QCheckBox::toggled, &dialog, [&dialog, pPreview](bool bShown) {
     pPreview->setVisible(bShown);
@@ -278,7 +279,9 @@ void LayoutRecipeEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
   });
   const QPoint place(static_cast<int>(form.placement.Left / kTwipsPerPixel),
                      static_cast<int>(form.placement.Top / kTwipsPerPixel));
-  if (dialog.screen()->virtualGeometry().contains(place)) dialog.move(place);
+  // It stays whole on the screen, as far as the place lets it.
+  const int nLowest = std::max(screen.top(), screen.bottom() - kFrame - dialog.height());
+  if (dialog.screen()->virtualGeometry().contains(place)) dialog.move(place.x(), std::min(place.y(), nLowest));
   if (form.placement.lWindowState == 2) dialog.setWindowState(Qt::WindowMaximized);
   QObject::connect(&dialog, &QDialog::finished, &dialog, [&form, &dialog, shown] {
     form.placement.lWindowState = dialog.isMaximized() ? 2 : 0;
