@@ -9,6 +9,8 @@
 
 #include "clsLineReader.h"
 #include "clsSectionFile.h"
+#include "modCutPlan.h"
+#include "modProfileFile.h"
 
 namespace quillon {
 
@@ -88,6 +90,14 @@ struct ReportPreview {
 ReportPreview PreviewByRecipe(const PreviewRequest& request, clsSectionFile& recipe);
 /// By a profile (a path or a name), pads trimmed as in a run; all lines of the report are rows.
 ReportPreview PreviewByProfile(const PreviewRequest& request, std::string_view sProfile);
+
+/// What a run by a profile is given.
+struct ProfileCut {
+  std::vector<ProfileColumn> columns;
+  bool bTrim = true;  ///< Pads are trimmed
+  StartCell start;    ///< Rows above it and columns before it are left out
+};
+ReportPreview PreviewByColumns(const PreviewRequest& request, const ProfileCut& cut);
 
 /// Lines lFirst to lLast of a report, from 1.
 struct LineRange {

@@ -17,7 +17,7 @@ namespace quillon {
 namespace {
 
 /// The columns that a run would give the engine. False with the fault.
-bool ReadColumns(std::string_view sProfile, std::vector<CellwrightColumn>& columns, std::string& sFault) {
+bool ReadColumns(std::string_view sProfile, std::vector<ProfileColumn>& columns, std::string& sFault) {
   clsLineReader reader;
   Failure failure;
   const std::string sPath = IsFile(sProfile) ? std::string(sProfile) : ProfilePath(sProfile);
@@ -26,21 +26,26 @@ bool ReadColumns(std::string_view sProfile, std::vector<CellwrightColumn>& colum
     return false;
   }
   for (std::string_view sRow; reader.ReadRow(sRow);) {
-    ProfileColumn column;
     ProfileFault fault;
-    if (!DecipherLineOfFixedWidthProfile(reader.CodePage().ToUtf8(sRow), column, fault)) {
+    if (!DecipherLineOfFixedWidthProfile(reader.CodePage().ToUtf8(sRow), columns.emplace_back(), fault)) {
       fault.nLine = reader.RowNumber();
       sFault = fault.Text(sProfile);
       return false;
     }
-    CellwrightColumn given;
-    given.lCount = column.bRemove && column.lWidth > 0 ? -column.lWidth : column.lWidth;
-    given.inputPad = static_cast<unsigned char>(column.lPadCharacter);
-    given.lInputSide = column.lJustification == 1 ? 2 : 1;
-    given.lOrder = column.lPosition == -1 ? static_cast<int32_t>(columns.size()) + 1 : column.lPosition;
-    columns.push_back(given);
   }
   return true;
+}
+
+std::vector<CellwrightColumn> EngineColumns(const ProfileCut& cut) {
+  std::vector<CellwrightColumn> columns;
+  for (const ProfileColumn& column : cut.columns) {
+    CellwrightColumn& given = columns.emplace_back();
+    given.lCount = column.bRemove && column.lWidth > 0 ? -column.lWidth : column.lWidth;
+    if (cut.bTrim) given.inputPad = static_cast<unsigned char>(column.lPadCharacter);
+    if (cut.bTrim) given.lInputSide = column.lJustification == 1 ? 2 : 1;
+    given.lOrder = column.lPosition == -1 ? static_cast<int32_t>(columns.size()) : column.lPosition;
+  }
+  return columns;
 }
 
 void TakeColumns(const CutPlan& plan, ReportPreview& preview) {
@@ -71,23 +76,28 @@ void TakeColumns(const CutPlan& plan, ReportPreview& preview) {
 
 ReportPreview PreviewByProfile(const PreviewRequest& request, std::string_view sProfile) {
   ReportPreview preview;
-  std::vector<CellwrightColumn> columns;
-  if (!ReadColumns(sProfile, columns, preview.sFault)) return preview;
+  ProfileCut cut;
+  return ReadColumns(sProfile, cut.columns, preview.sFault) ? PreviewByColumns(request, cut) : preview;
+}
+
+ReportPreview PreviewByColumns(const PreviewRequest& request, const ProfileCut& cut) {
+  ReportPreview preview;
   clsLineReader reader;
   Failure failure;
   if (!reader.Open(request.sInput, request.text, failure)) {
     preview.sFault = failure.sText;
     return preview;
   }
-  const CutPlan plan = MakeCutPlan(columns, 1, reader.CodePage());
+  const CutPlan plan = MakeCutPlan(EngineColumns(cut), cut.start.nColumn, reader.CodePage());
   TakeColumns(plan, preview);
   clsRowCutter cutter(plan, reader.CodePage());
   clsRowMeasure measure(preview.columns);
   preview.lTable = preview.lTables = 1;
-  preview.lFirstLine = 1;
+  preview.lFirstLine = cut.start.nRow;
+  reader.SkipRows(cut.start.nRow - 1);
   PreviewRow taken;
   for (std::string_view sRow; reader.ReadRow(sRow);) {
-    preview.bMore = reader.RowNumber() > request.lRows;
+    preview.bMore = reader.RowNumber() - cut.start.nRow >= request.lRows;
     if (preview.bMore && !request.bWholeTable) break;
     taken.lLine = reader.RowNumber();
     taken.sText = reader.CodePage().ToUtf8(sRow);

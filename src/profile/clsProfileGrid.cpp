@@ -13,7 +13,37 @@
 
 namespace quillon {
 
+void clsProfileGrid::SetRows(int nRows) {
+  rows_.resize(static_cast<size_t>(nRows));
+  ++nRevision_;
+}
+
+void clsProfileGrid::RepeatRow(int nRow) {
+  const auto row = rows_[static_cast<size_t>(nRow)];
+  rows_.insert(rows_.begin() + nRow + 1, row);
+  ++nRevision_;
+}
+
+void clsProfileGrid::RemoveRow(int nRow) {
+  rows_.erase(rows_.begin() + nRow);
+  ++nRevision_;
+}
+
+void clsProfileGrid::SetText(int nRow, Column column, std::string_view sText) {
+  std::string& sCell = rows_[static_cast<size_t>(nRow)][column];
+  if (sCell == sText) return;
+  sCell = sText;
+  ++nRevision_;
+}
+
+std::string clsProfileGrid::Line(int nRow) const {
+  std::string sLine;
+  for (int n = kNumber; n < kColumns; ++n) sLine.append(Text(nRow, static_cast<Column>(n))).append("\t");
+  return sLine;
+}
+
 void clsProfileGrid::AddRow(std::string_view sTabbed) {
+  ++nRevision_;
   auto& row = rows_.emplace_back();
   for (std::string& sText : row) {
     const size_t nTab = std::min(sTabbed.find('\t'), sTabbed.size());
@@ -48,13 +78,7 @@ bool SaveProfileToDisk(std::string_view sName, const clsProfileGrid& grid, clsHo
   const std::string sFolder = JoinPath(gsDataFolder, "Profiles");
   if (!FolderExists(sFolder)) MakeFolderPath(sFolder);
   std::string sText;
-  for (int nRow = 0; nRow < grid.Rows(); ++nRow) {
-    for (int n = clsProfileGrid::kNumber; n < clsProfileGrid::kColumns; ++n) {
-      sText += grid.Text(nRow, static_cast<clsProfileGrid::Column>(n));
-      sText += '\t';
-    }
-    sText += "\r\n";
-  }
+  for (int nRow = 0; nRow < grid.Rows(); ++nRow) sText.append(grid.Line(nRow)).append("\r\n");
   const clsCodePage* const pPage = SystemCodePage();
   Failure failure;
   if (WriteWholeFile(sPath, (pPage != nullptr ? *pPage : clsCodePage::Windows1252()).FromUtf8(sText), failure)) {

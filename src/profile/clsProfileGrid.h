@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,15 +20,23 @@ class clsProfileGrid {
 
   int Rows() const { return static_cast<int>(rows_.size()); }
   /// Drops rows at the end or adds empty ones.
-  void SetRows(int nRows) { rows_.resize(static_cast<size_t>(nRows)); }
+  void SetRows(int nRows);
   /// Tabbed texts from column 0 on; what stands behind column 7 is dropped.
   void AddRow(std::string_view sTabbed);
+  /// Puts a copy of a row behind it.
+  void RepeatRow(int nRow);
+  void RemoveRow(int nRow);
 
   const std::string& Text(int nRow, Column column) const { return rows_[static_cast<size_t>(nRow)][column]; }
-  void SetText(int nRow, Column column, std::string_view sText) { rows_[static_cast<size_t>(nRow)][column] = sText; }
+  void SetText(int nRow, Column column, std::string_view sText);
+  /// The row as a line of the file, without its line end.
+  std::string Line(int nRow) const;
+  /// Another number after each change.
+  uint64_t Revision() const { return nRevision_; }
 
  private:
   std::vector<std::array<std::string, kColumns>> rows_;
+  uint64_t nRevision_ = 0;
 };
 
 /// Loads a profile by path or name. A name that isn't an existing file's path is replaced, for the caller too, by the

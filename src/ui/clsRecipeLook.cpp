@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "clsRecipeCut.h"
+#include "modCutPicture.h"
 #include "modPreviewText.h"
 #include "modShortTable.h"
-#include "modStrings.h"
 #include "modText.h"
 #include "modTranslator.h"
 
@@ -58,10 +58,7 @@ clsRecipeLook::clsRecipeLook(const PreviewRequest& request, std::string_view sRe
 }
 
 CutPicture clsRecipeLook::Look() {
-  if (TrimBlanks(request_.sInput).empty() || HasWildcards(request_.sInput)) {
-    picture_.sFault = Translate("Choose one input file in the main window to see how it is cut.");
-    return std::move(picture_);
-  }
+  if (!IsOneInput(request_.sInput, picture_)) return std::move(picture_);
   current_ = PreviewByRecipe(request_, recipe_);
   if (!ReadLines()) return std::move(picture_);
   DrawTable(current_);
@@ -81,14 +78,7 @@ CutPicture clsRecipeLook::Look() {
 }
 
 bool clsRecipeLook::ReadLines() {
-  ReportStretches stretches = ReadStretches(request_, RangesToShow(current_), clsRecipeCut::kCharacters);
-  picture_.sFault = std::move(stretches.sFault);
-  if (!picture_.sFault.empty()) return false;
-  picture_.bMore = stretches.bMore;
-  for (PreviewRow& row : stretches.rows) picture_.lines.push_back({.lLine = row.lLine, .sText = std::move(row.sText)});
-  if (picture_.lines.empty()) Note(Translate("The report is empty."), true);
-  if (stretches.bBinary) Note(Translate("The report holds control characters that no printed text has."), true);
-  return true;
+  return DrawStretches(ReadStretches(request_, RangesToShow(current_), clsRecipeCut::kCharacters), picture_);
 }
 
 CutLine* clsRecipeLook::LineAt(int64_t lLine) {
@@ -167,12 +157,7 @@ void clsRecipeLook::NoteBounds() {
 }
 
 void clsRecipeLook::NoteLosses() {
-  if (current_.rows.empty()) return;
-  const std::string sRows = Translate("Rows looked at:") + " " + Number(current_.lRows) + "; ";
-  if (!current_.Loses()) return Note(sRows + Translate("Nothing is lost."));
-  Note(sRows + Translate("Characters left out:") + " " + Number(current_.lLeftOut) + "; " + Translate("Values cut:") +
-           " " + Number(current_.lCuts) + "; " + Translate("First on line:") + " " + Number(current_.lFirstLossLine),
-       true);
+  if (!current_.rows.empty()) picture_.notes.push_back(LossNote(current_));
 }
 
 }  // namespace quillon

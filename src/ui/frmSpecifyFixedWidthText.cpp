@@ -22,7 +22,6 @@ constexpr std::string_view kOnlyPositiveWidth = "Please use only positive number
 constexpr std::string_view kOnlyNumericWidth = "Please use only numeric values for column width";
 constexpr std::string_view kOnlyPositiveCount = "Please use only positive numbers for the number of columns";
 constexpr int kSpace = 32;
-constexpr int kMaxShownWidth = 2000;
 constexpr std::string_view kHeightSection = "SpecifyFixedWidthFormHeight";
 
 void SelectIn(clsControl& list, int nIndex) {
@@ -272,8 +271,8 @@ void frmSpecifyFixedWidthText::cmdApplyNumberOfColumns_Click() {
   }
   int nWanted = WholeOr0(box.sText);
   if (nWanted < 1) box.sText = std::to_string(nWanted = 1);
-  // A grid is read up to this many rows; more could be saved but not read back.
-  nWanted = std::min(nWanted, Grid::kMostRows);
+  // A grid is read up to this many rows and one; more could be saved but not read back.
+  nWanted = std::min(nWanted, Grid::kMostRows + 1);
   const int nLast = fgGrid.Rows() - 1;
   const int nOld = fgGrid.Rows();
   fgGrid.SetRows(nWanted);

@@ -8,6 +8,8 @@
 
 #include "clsForm.h"
 #include "clsProfileGrid.h"
+#include "modCutFields.h"
+#include "modProfileFile.h"
 
 namespace quillon {
 
@@ -20,6 +22,7 @@ class frmSpecifyFixedWidthText : public clsForm {
  public:
   static constexpr double kDefaultHeight = 8355, kMinHeight = 6200;  ///< Twips
   static constexpr int kTimerMilliseconds = 300;
+  static constexpr int kMaxShownWidth = 2000;  ///< A wider one is set back to 10 when its row is selected
 
   explicit frmSpecifyFixedWidthText(frmMain& owner);
 
@@ -30,6 +33,16 @@ class frmSpecifyFixedWidthText : public clsForm {
   int TopRow() const { return nTopRow_; }
   bool AdvancedShown() const { return Get("cbAdvancedOptionsShow").bChecked; }
   const std::vector<std::string>& Positions() const { return colPositions_; }
+  frmMain& Owner() { return oOwner_; }
+
+  // The cut as a drawing shows and edits it.
+  /// The rows as a run would read them from the file; one that it couldn't is a column of one character.
+  std::vector<ProfileColumn> Columns() const;
+  /// Does an edit of the columns' edges in the rows. A column that is put in takes the attributes of the one it was cut
+  /// from, or else of the one before it, and the place behind it in the output.
+  void ChangeFields(const CutChange& change);
+  /// Replaces all rows by one for each field, aligned to the left or the right, padded with blanks.
+  void TakeFields(const std::vector<CutField>& fields, const std::vector<bool>& left);
 
   void Form_Load();
   /// Stores what the view has left in Height by then.
@@ -70,6 +83,13 @@ class frmSpecifyFixedWidthText : public clsForm {
   void PositionCollectionCreateAddUniqueItem(const std::string& sItem, bool bCheckUnique, bool& bOk);
   void PositionCollectionCreateDefault();
   void cbPosition_Click();
+  void ChangePositions(double nFrom, int nBy);
+  double PositionOf(int nRow) const;
+  void SetFieldWidth(int nRow, const CutField& field);
+  void InsertRowBehind(int nRow, bool bInPlace);
+  void RemoveRow(int nRow);
+  bool HasShownWidth(int nRow) const;
+  void CountRows();
 
   void cmdApplyNumberOfColumns_Click();
   void cmdSave_Click();

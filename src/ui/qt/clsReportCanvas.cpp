@@ -63,8 +63,8 @@ clsReportCanvas::clsReportCanvas(clsReportCut& cut, QWidget* pParent) : QAbstrac
 void clsReportCanvas::Measure() {
   const QFontMetricsF metrics(font());
   nCharWidth_ = metrics.horizontalAdvance(QLatin1Char('0'));
-  nLineHeight_ = static_cast<int>(std::ceil(metrics.height()));
   nAscent_ = static_cast<int>(std::ceil(metrics.ascent()));
+  nLineHeight_ = nAscent_ + static_cast<int>(std::ceil(metrics.descent())) + 1;
 }
 
 void clsReportCanvas::ShowPicture() {

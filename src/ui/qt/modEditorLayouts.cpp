@@ -20,6 +20,7 @@
 #include <QVBoxLayout>
 #include <memory>
 
+#include "clsProfileCut.h"
 #include "clsRecipeCut.h"
 #include "clsReportCutView.h"
 #include "frmExportBuilder.h"
@@ -70,11 +71,11 @@ class clsProfileKeys : public QObject {
   QWidget* pCancel_;
 };
 
-void ShowGrid(const frmSpecifyFixedWidthText& form, QTableWidget& table) {
+void ShowGrid(const frmSpecifyFixedWidthText& form, QTableWidget& table, bool bChanged) {
   const QSignalBlocker quiet(&table);
   const int nRows = form.fgGrid.Rows();
   if (table.rowCount() != nRows) table.setRowCount(nRows);
-  for (int nRow = 0; nRow < nRows; ++nRow) {
+  for (int nRow = 0; nRow < nRows && bChanged; ++nRow) {
     for (int n = Grid::kNumber; n <= Grid::kPosition; ++n) {
       const QString sText = ToQt(form.fgGrid.Text(nRow, static_cast<Grid::Column>(n)));
       QTableWidgetItem* const pItem = table.item(nRow, n - 1);
@@ -151,13 +152,63 @@ void ShowCaret(QPlainTextEdit& editor, const clsControl& text) {
   editor.ensureCursorVisible();
 }
 
-/// The pane that shows the report's cut, for the splitter with the editor.
-clsReportCutView* MakePreview(frmExportBuilder& form, QPlainTextEdit* pEditor, QDialog& dialog) {
-  auto pSource = std::make_shared<clsRecipeCut>(form);
+/// What the part of the dialog without preview and buttons holds, from top to bottom.
+void PlaceProfileControls(clsFormBinder& b, QTableWidget* pTable, QVBoxLayout* pAll) {
+  pAll->setContentsMargins(0, 0, 0, 0);
+  auto* const pTop = new QVBoxLayout(b.As<QGroupBox>("frameTop"));
+  pTop->addLayout(Line(b, {"lblProfileName", "cbProfileList", "cmdSave", "cmdRenameProfile", "cmdDeleteProfile",
+                           "cmdEditProfile", "cmdReloadProfile"}));
+  pTop->addLayout(Line(b, {"lblNumOfColumns", "txtNumOfColumns", "cmdApplyNumberOfColumns"}));
+  constexpr int kNameWidth = 190;
+  b.Widget("cbProfileList")->setMinimumWidth(kNameWidth);
+  for (const char* const pName : {"lblProfileName", "lblNumOfColumns"}) b.As<QLabel>(pName)->setWordWrap(false);
+  pAll->addWidget(b.Widget("frameTop"));
+  pAll->addWidget(pTable, 1);
+  auto* const pBottom = new QVBoxLayout(b.As<QGroupBox>("frameBottom"));
+  pBottom->addLayout(Line(b, {"lblColumn", "lblColumnNumber", "lblWidth", "txtColumnWidth", "lblPadWith",
+                              "cbPadWithCharacter", "lblAlign", "cbJustification", "cmdColumnNext"}));
+  pBottom->addWidget(b.Widget("cbAdvancedOptionsShow"));
+  b.As<QGroupBox>("frameAdvancedOptions")->setLayout(Line(b, {"lblRemove", "cbRemove", "lblPosition", "cbPosition"}));
+  pBottom->addWidget(b.Widget("frameAdvancedOptions"));
+  pAll->addWidget(b.Widget("frameBottom"));
+}
+
+void ConnectProfileKeys(frmSpecifyFixedWidthText& form, clsFormBinder& b, QTableWidget* pTable, QDialog& dialog) {
+  auto* const pKeys = new clsProfileKeys(form, b.Widget("txtColumnWidth"), b.Widget("cmdCancel"), &dialog);
+  b.Widget("txtColumnWidth")->installEventFilter(pKeys);
+  pTable->installEventFilter(pKeys);
+  auto* const pWidth = b.As<QLineEdit>("txtColumnWidth");
+  QObject::disconnect(pWidth, &QLineEdit::textEdited, nullptr, nullptr);
+  QObject::connect(pWidth, &QLineEdit::textEdited, pWidth,
+                   [&form](const QString& sText) { form.txtColumnWidth_KeyUp(FromQt(sText)); });
+  // The Enter key is Next; in the number of columns it applies that number.
+  auto* const pNext = b.As<QPushButton>("cmdColumnNext");
+  pNext->setDefault(true);
+  QObject::disconnect(pNext, &QAbstractButton::clicked, nullptr, nullptr);
+  QObject::connect(pNext, &QAbstractButton::clicked, pNext,
+                   [&form, &b] { form.cmdColumnNext_Click(b.Widget("txtNumOfColumns")->hasFocus()); });
+}
+
+/// The pane with a source of its own, which goes with the dialog, after its children.
+template <typename Source, typename Form>
+clsReportCutView* MakeCutView(Form& form, QDialog& dialog) {
+  auto pSource = std::make_shared<Source>(form);
   auto* const pView = new clsReportCutView(*pSource);
   pView->setObjectName("paneReportCut");
-  // The source goes with the dialog, after its children.
   QObject::connect(&dialog, &QObject::destroyed, [pSource] {});
+  return pView;
+}
+
+QCheckBox* MakePreviewBox() {
+  auto* const pBox = new QCheckBox(ToQt(Translate("Show how the input file is cut")));
+  pBox->setObjectName("cbShowPreview");
+  pBox->setChecked(true);
+  return pBox;
+}
+
+/// The pane that shows the report's cut, for the splitter with the editor.
+clsReportCutView* MakePreview(frmExportBuilder& form, QPlainTextEdit* pEditor, QDialog& dialog) {
+  auto* const pView = MakeCutView<clsRecipeCut>(form, dialog);
   pView->onBeforeLook = [&form, pEditor] {
     const QString sBefore = pEditor->toPlainText().left(pEditor->textCursor().position());
     form.nCaret = FromQt(QString(sBefore).replace("\n", "\r\n")).size();
@@ -174,51 +225,49 @@ clsReportCutView* MakePreview(frmExportBuilder& form, QPlainTextEdit* pEditor, Q
 
 void LayoutProfileEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
   auto& form = static_cast<frmSpecifyFixedWidthText&>(anyForm);
-  auto* const pAll = new QVBoxLayout(&dialog);
   auto* const pMenus = new QMenuBar(&dialog);
-  pAll->setMenuBar(pMenus);
   b.MakeMenus(pMenus);
-  auto* const pTop = new QVBoxLayout(b.As<QGroupBox>("frameTop"));
-  pTop->addLayout(Line(b, {"lblProfileName", "cbProfileList", "cmdSave", "cmdRenameProfile", "cmdDeleteProfile",
-                           "cmdEditProfile", "cmdReloadProfile"}));
-  pTop->addLayout(Line(b, {"lblNumOfColumns", "txtNumOfColumns", "cmdApplyNumberOfColumns"}));
-  constexpr int kNameWidth = 190;
-  b.Widget("cbProfileList")->setMinimumWidth(kNameWidth);
-  b.As<QLabel>("lblNumOfColumns")->setWordWrap(false);
-  pAll->addWidget(b.Widget("frameTop"));
   QTableWidget* const pTable = MakeGrid(form, b);
-  pAll->addWidget(pTable, 1);
-  auto* const pBottom = new QVBoxLayout(b.As<QGroupBox>("frameBottom"));
-  pBottom->addLayout(Line(b, {"lblColumn", "lblColumnNumber", "lblWidth", "txtColumnWidth", "lblPadWith",
-                              "cbPadWithCharacter", "lblAlign", "cbJustification", "cmdColumnNext"}));
-  pBottom->addWidget(b.Widget("cbAdvancedOptionsShow"));
-  b.As<QGroupBox>("frameAdvancedOptions")->setLayout(Line(b, {"lblRemove", "cbRemove", "lblPosition", "cbPosition"}));
-  pBottom->addWidget(b.Widget("frameAdvancedOptions"));
-  pAll->addWidget(b.Widget("frameBottom"));
+  auto* const pEditor = new QWidget;
+  PlaceProfileControls(b, pTable, new QVBoxLayout(pEditor));
+  auto* const pPreview = MakeCutView<clsProfileCut>(form, dialog);
+  auto* const pSplitter = new QSplitter(Qt::Horizontal);
+  pSplitter->addWidget(pEditor);
+  pSplitter->addWidget(pPreview);
+  pSplitter->setChildrenCollapsible(false);
+  pSplitter->setStretchFactor(1, 1);
+  auto* const pAll = new QVBoxLayout(&dialog);
+  pAll->setMenuBar(pMenus);
+  pAll->addWidget(pSplitter, 1);
+  QCheckBox* const pShowPreview = MakePreviewBox();
   auto* const pButtons = new QHBoxLayout;
+  pButtons->addWidget(pShowPreview);
   pButtons->addStretch();
   pButtons->addWidget(b.Widget("cmdApply"));
   pButtons->addWidget(b.Widget("cmdCancel"));
   pAll->addLayout(pButtons);
+  ConnectProfileKeys(form, b, pTable, dialog);
 
-  auto* const pKeys = new clsProfileKeys(form, b.Widget("txtColumnWidth"), b.Widget("cmdCancel"), &dialog);
-  b.Widget("txtColumnWidth")->installEventFilter(pKeys);
-  pTable->installEventFilter(pKeys);
-  auto* const pWidth = b.As<QLineEdit>("txtColumnWidth");
-  QObject::disconnect(pWidth, &QLineEdit::textEdited, nullptr, nullptr);
-  QObject::connect(pWidth, &QLineEdit::textEdited, pWidth,
-                   [&form](const QString& sText) { form.txtColumnWidth_KeyUp(FromQt(sText)); });
-  // The Enter key is Next; in the number of columns it applies that number.
-  auto* const pNext = b.As<QPushButton>("cmdColumnNext");
-  pNext->setDefault(true);
-  QObject::disconnect(pNext, &QAbstractButton::clicked, nullptr, nullptr);
-  QObject::connect(pNext, &QAbstractButton::clicked, pNext,
-                   [&form, &b] { form.cmdColumnNext_Click(b.Widget("txtNumOfColumns")->hasFocus()); });
   auto* const pTimer = new QTimer(&dialog);
   QObject::connect(pTimer, &QTimer::timeout, &dialog, [&form] { form.Timer1_Timer(); });
   pTimer->start(frmSpecifyFixedWidthText::kTimerMilliseconds);
-  b.onState = [&form, pTable] { ShowGrid(form, *pTable); };
-  dialog.resize(760, static_cast<int>(form.Height / kTwipsPerPixel));
+  b.onState = [&form, pTable, pPreview, nShown = uint64_t{0}]() mutable {
+    const bool bChanged = std::exchange(nShown, form.fgGrid.Revision()) != form.fgGrid.Revision();
+    ShowGrid(form, *pTable, bChanged);
+    if (bChanged) pPreview->UpdateSoon();
+  };
+  // The preview stands beside the editor's own width, and goes with it.
+  constexpr int kEditorWidth = 760;
+  constexpr int kPreviewWidth = 720;
+  constexpr int kFrame = 20;
+  pSplitter->setSizes({kEditorWidth, kPreviewWidth});
+  const int nRoom = dialog.screen()->availableGeometry().width() - kFrame;
+  dialog.resize(std::min(kEditorWidth + kPreviewWidth, nRoom), static_cast<int>(form.Height / kTwipsPerPixel));
+  QObject::connect(pShowPreview, &QCheckBox::toggled, &dialog, [&dialog, pPreview](bool bShown) {
+    const int nWidth = dialog.width() + (bShown ? kPreviewWidth : -pPreview->width());
+    pPreview->setVisible(bShown);
+    dialog.resize(nWidth, dialog.height());
+  });
   QObject::connect(&dialog, &QDialog::finished, &dialog,
                    [&form, &dialog] { form.Height = dialog.height() * kTwipsPerPixel; });
 }
@@ -246,9 +295,7 @@ void LayoutRecipeEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
   pSplitter->addWidget(pPreview);
   pSplitter->setStretchFactor(0, 2);
   pSplitter->setStretchFactor(1, 5);
-  auto* const pShowPreview = new QCheckBox(ToQt(Translate("Show how the input file is cut")));
-  pShowPreview->setObjectName("cbShowPreview");
-  pShowPreview->setChecked(true);
+  QCheckBox* const pShowPreview = MakePreviewBox();
   pRow->addWidget(pSplitter, 1);
   pRow->addWidget(b.Widget("frameButtons"));
   pAll->addLayout(pRow, 1);
