@@ -50,7 +50,8 @@ void DrawTable(const ReportPreview& preview, const std::vector<ProfileColumn>& c
   for (size_t i = 0; i < std::min(table.letters.size(), preview.columns.size()); ++i) {
     table.letters[i] = preview.columns[i].sLetters;
   }
-  picture.nCurrent = 0;
+  // A first column that can't be drawn can't be changed here either.
+  picture.nCurrent = table.fields.empty() && !columns.empty() ? -1 : 0;
   auto itRow = preview.rows.begin();
   for (CutLine& line : picture.lines) {
     if (line.lLine >= preview.lFirstLine) line.nTable = 0;

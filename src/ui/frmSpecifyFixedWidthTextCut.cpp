@@ -54,7 +54,8 @@ void frmSpecifyFixedWidthText::RemoveRow(int nRow) {
 void frmSpecifyFixedWidthText::ChangeFields(const CutChange& change) {
   const int nField = static_cast<int>(change.nField);
   const bool bGrows = change.step == CutStep::Split || change.step == CutStep::Insert;
-  if (fgGrid.Rows() == 0 || (bGrows && fgGrid.Rows() > Grid::kMostRows)) return;
+  if (fgGrid.Rows() == 0) return TakeFields(change.fields, {});
+  if (bGrows && fgGrid.Rows() > Grid::kMostRows) return;
   int nCurrent = nRow_;  // where the row that is current now will be
   if (bGrows && nField < nCurrent) ++nCurrent;
   if (change.step == CutStep::Merge && nField < nCurrent) --nCurrent;
