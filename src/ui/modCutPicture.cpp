@@ -27,13 +27,11 @@ bool DrawStretches(ReportStretches stretches, CutPicture& picture) {
 }
 
 CutNote LossNote(const ReportPreview& preview) {
-  const auto part = [](std::string_view sWhat, int64_t lCount) {
-    return Translate(sWhat) + " " + std::to_string(lCount);
-  };
-  const std::string sRows = part("Rows looked at:", preview.lRows) + "; ";
+  const auto number = [](int64_t lNumber) { return " " + std::to_string(lNumber); };
+  const std::string sRows = Translate("Rows looked at:") + number(preview.lRows) + "; ";
   if (!preview.Loses()) return {sRows + Translate("Nothing is lost."), false};
-  return {sRows + part("Characters left out:", preview.lLeftOut) + "; " + part("Values cut:", preview.lCuts) + "; " +
-              part("First on line:", preview.lFirstLossLine),
+  return {sRows + Translate("Characters left out:") + number(preview.lLeftOut) + "; " + Translate("Values cut:") +
+              number(preview.lCuts) + "; " + Translate("First on line:") + number(preview.lFirstLossLine),
           true};
 }
 
