@@ -3,29 +3,14 @@
 #include <QLabel>
 #include <QTextBlock>
 
-#include "clsGuiSession.h"
-#include "clsOutputFile.h"
-#include "clsReportCanvas.h"
+#include "clsDrawSession.h"
 
 namespace quillon {
 
-class clsDrawRecipe : public clsGuiSession {
+class clsDrawRecipe : public clsDrawSession {
   Q_OBJECT
 
  private:
-  static std::string Sample(const std::string& sName) {
-    std::string sBytes;
-    Failure failure;
-    if (!ReadWholeFile(QUILLON_SOURCE_DIR "/tests/golden/" + sName, sBytes, 1 << 20, failure)) {
-      qFatal("%s", failure.sText.c_str());
-    }
-    return sBytes;
-  }
-  static void Click(QWidget* pDialog, const char* pName) {
-    auto* const pButton = pDialog->findChild<QAbstractButton*>(pName);
-    if (pButton == nullptr) qFatal("no button %s", pName);
-    QTest::mouseClick(pButton, Qt::LeftButton);
-  }
   /// Types over what a field holds and leaves it.
   static void Fill(QWidget* pDialog, const char* pName, const char* pText) {
     auto* const pEdit = pDialog->findChild<QLineEdit*>(pName);
@@ -38,7 +23,7 @@ class clsDrawRecipe : public clsGuiSession {
     WithModal([&](QWidget* pEditor) {
       pEditor_ = pEditor;
       pText_ = pEditor->findChild<QPlainTextEdit*>("txtFileEditor");
-      pCanvas_ = static_cast<clsReportCanvas*>(pEditor->findChild<QWidget*>("canvasReportCut"));
+      TakeCanvas(pEditor);
       QTest::qWait(200);
       play(pEditor);
     });
@@ -49,18 +34,6 @@ class clsDrawRecipe : public clsGuiSession {
     const auto nAt = sText.lastIndexOf("Parsing=") + 8;
     return sText.mid(nAt, sText.indexOf('\n', nAt) - nAt);
   }
-  void ClickRuler(int32_t lAfter) {
-    QTest::mouseClick(pCanvas_->viewport(), Qt::LeftButton, {}, pCanvas_->PointOnRuler(lAfter));
-  }
-  void Drag(int32_t lFrom, const QPoint& to) {
-    QWidget* const pView = pCanvas_->viewport();
-    QTest::mousePress(pView, Qt::LeftButton, {}, pCanvas_->PointOnRuler(lFrom));
-    QTest::mouseMove(pView, to);
-    QMouseEvent move(QEvent::MouseMove, to, pView->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
-    QApplication::sendEvent(pView, &move);
-    QTest::mouseRelease(pView, Qt::LeftButton, {}, to);
-  }
-  void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(pCanvas_, key, modifiers); }
   /// A table that begins as one field of three characters.
   void AddTable() {
     WithModal([this](QWidget* pBuilder) {
@@ -91,7 +64,6 @@ class clsDrawRecipe : public clsGuiSession {
 
   QWidget* pEditor_ = nullptr;
   QPlainTextEdit* pText_ = nullptr;
-  clsReportCanvas* pCanvas_ = nullptr;
 
  private slots:
   void init() { Start(); }

@@ -142,7 +142,8 @@ void clsReportCutView::changeEvent(QEvent* pEvent) {
 void clsReportCutView::Show() {
   pCanvas_->ShowPicture();
   pCells_->Refill();
-  pGrid_->resizeColumnsToContents();
+  constexpr size_t kColumnsMeasured = 300;  // more would take longer than a hand waits
+  if (cut_.Picture().titles.size() <= kColumnsMeasured) pGrid_->resizeColumnsToContents();
   pWorkOut_->setEnabled(cut_.CanWorkOut());
   pTake_->setVisible(cut_.HasProposal());
   pDrop_->setVisible(cut_.HasProposal());

@@ -55,9 +55,12 @@ class clsProfileKeys : public QObject {
         return true;
       }
     }
-    if (pEvent->type() == QEvent::KeyRelease && !bWidth) {
+    // A digit is a width; the grid itself would go to the row of that number.
+    if ((pEvent->type() == QEvent::KeyPress || pEvent->type() == QEvent::KeyRelease) && !bWidth) {
       const int nKey = static_cast<QKeyEvent*>(pEvent)->key();
-      if (nKey >= Qt::Key_1 && nKey <= Qt::Key_9) form_.fgGrid_KeyUp(static_cast<char>('1' + (nKey - Qt::Key_1)));
+      const bool bDigit = nKey >= Qt::Key_0 && nKey <= Qt::Key_9;
+      if (bDigit && pEvent->type() == QEvent::KeyPress) return true;
+      if (bDigit && nKey != Qt::Key_0) form_.fgGrid_KeyUp(static_cast<char>('1' + (nKey - Qt::Key_1)));
     }
     if (pEvent->type() == QEvent::FocusOut && bWidth) {
       form_.txtColumnWidth_LostFocus(pCancel_->hasFocus());
