@@ -1,9 +1,11 @@
 #include "clsRecipeCut.h"
 
 #include <algorithm>
-#include <map>
+#include <optional>
+#include <utility>
 
 #include "clsRecipeLook.h"
+#include "clsReportLines.h"
 #include "frmExportBuilder.h"
 #include "frmMain.h"
 #include "modPaths.h"
@@ -11,6 +13,7 @@
 #include "modSectionFile.h"
 #include "modSettings.h"
 #include "modStrings.h"
+#include "modTableKeys.h"
 #include "modText.h"
 #include "modTranslator.h"
 
@@ -96,7 +99,7 @@ void clsRecipeCut::Take(const CutProposal& proposal) {
 void clsRecipeCut::WriteRuler(const std::vector<CutField>& fields) {
   const int32_t lTable = Table();
   const auto edit = SetTableKey(Text(), lTable, "Parsing", RulerOfFields(fields, ParsingOf(Text(), lTable)));
-  if (edit) form_.EditText(*edit);
+  if (edit) form_.EditText({*edit});
 }
 
 std::vector<CutProposal> clsRecipeCut::WorkOut(std::string& sFault) {
@@ -115,6 +118,49 @@ std::vector<CutProposal> clsRecipeCut::WorkOut(std::string& sFault) {
   add("=", Translate("Worked out: blanks go to the text in front of them"));
   add("=R", Translate("Worked out: blanks go to the number behind them"));
   return proposals;
+}
+
+bool clsRecipeCut::CanBound() {
+  return PlaceOfTable(Text(), Table()).has_value();
+}
+
+bool clsRecipeCut::Bound(bool bFirst, int64_t lLine, std::string& sFault) {
+  constexpr int64_t kRows = 6;  // of a table whose other end isn't known
+  const PreviewRequest request = Request();
+  clsReportLines report;
+  Failure failure;
+  if (!report.Read(request.sInput, request.text, request.lTabSize, failure)) {
+    sFault = failure.sText;
+    return false;
+  }
+  clsSectionFile recipe;
+  recipe.OpenMemory(Text(), kUtf8);
+  const ReportPreview now = PreviewByRecipe(request, recipe);
+  const auto lLines = static_cast<int64_t>(report.Lines().size());
+  const int64_t lLast = now.lLastLine > lLine ? now.lLastLine : lLine + kRows;
+  const int64_t lFirst = now.lFirstLine > 0 && now.lFirstLine < lLine ? now.lFirstLine : lLine - kRows;
+  const auto index = [&](int64_t l) { return static_cast<size_t>(std::clamp<int64_t>(l, 1, lLines) - 1); };
+  std::optional<TableKey> key;
+  if (lLine >= 1 && lLine <= lLines) {
+    key = bFirst ? FindStartKey(report, index(lLine), index(lLast), 0)
+                 : FindEndKey(report, index(lFirst), index(lLine), report.Lines().size());
+  }
+  if (!key) {
+    sFault = Translate("No text near this line stands in the report for the first time.");
+    return false;
+  }
+  const std::string sKey = bFirst ? "ReadStartLine" : "ReadEndLine";
+  const std::string sOffset = std::to_string(lLine - static_cast<int64_t>(key->nLine) - 1);
+  std::vector<TextEdit> edits;
+  std::string sText = Text();
+  for (const auto& [sName, sValue] : {std::pair{sKey, key->sText}, std::pair{sKey + "Offset", sOffset}}) {
+    const auto edit = SetTableKey(sText, request.lTable, sName, sValue);
+    if (!edit) return false;
+    sText = edit->Applied(sText);
+    edits.push_back(*edit);
+  }
+  form_.EditText(edits);
+  return true;
 }
 
 void clsRecipeCut::Choose(int32_t lNumber) {

@@ -28,6 +28,9 @@ class clsRecipeCut : public clsCutSource {
   void Change(const CutChange& change) override;
   void Take(const CutProposal& proposal) override;
   std::vector<CutProposal> WorkOut(std::string& sFault) override;
+  bool CanBound() override;
+  /// The key text nearest by that stands in the report for the first time, and the offset from it to the line.
+  bool Bound(bool bFirst, int64_t lLine, std::string& sFault) override;
   void Choose(int32_t lNumber) override;
   void LookFurther() override;
 

@@ -60,13 +60,13 @@ bool clsReportCut::Do(const std::optional<CutChange>& change) {
   return true;
 }
 
-bool clsReportCut::Move(int nBoundary, int32_t lAfter) {
+bool clsReportCut::Move(int nBoundary, int32_t lAfter, bool bApart) {
   if (!CanEdit() || nBoundary < 0) return false;
-  return Do(MoveBoundary(picture_.Fields(), picture_.rules, static_cast<size_t>(nBoundary), lAfter));
+  return Do(MoveBoundary(picture_.Fields(), picture_.rules, static_cast<size_t>(nBoundary), lAfter, bApart));
 }
 
-bool clsReportCut::MoveSelected(int32_t lBy) {
-  return nSelected_ >= 0 && Move(nSelected_, boundaries_[static_cast<size_t>(nSelected_)].lAfter + lBy);
+bool clsReportCut::MoveSelected(int32_t lBy, bool bApart) {
+  return nSelected_ >= 0 && Move(nSelected_, boundaries_[static_cast<size_t>(nSelected_)].lAfter + lBy, bApart);
 }
 
 bool clsReportCut::Add(int32_t lAfter) {
@@ -94,13 +94,23 @@ void clsReportCut::WorkOut() {
     std::string sFault;
     proposals_ = source_.WorkOut(sFault);
     if (proposals_.empty()) {
-      if (!sFault.empty()) picture_.notes.push_back({sFault, true});
-      if (onChange) onChange();
-      return;
+      return Note(sFault);
     }
     nProposal_ = 0;
   }
   Show(source_.Look(&Proposal()));
+}
+
+void clsReportCut::Note(std::string_view sFault) {
+  if (!sFault.empty()) picture_.notes.push_back({std::string(sFault), true});
+  if (onChange) onChange();
+}
+
+void clsReportCut::Bound(bool bFirst, int64_t lLine) {
+  if (!CanBound()) return;
+  std::string sFault;
+  if (!source_.Bound(bFirst, lLine, sFault)) return Note(sFault);
+  Update();
 }
 
 void clsReportCut::TakeProposal() {

@@ -75,6 +75,10 @@ class clsCutSource {
   virtual void Take(const CutProposal& proposal) = 0;
   /// Cuts worked out from the report's own text, the best first. None: sFault says why.
   virtual std::vector<CutProposal> WorkOut(std::string& sFault) = 0;
+  /// True if the current table begins and ends where a hand says.
+  virtual bool CanBound() { return false; }
+  /// Makes a line the current table's first or last row. False with the reason if nothing in the report can tell it.
+  virtual bool Bound(bool /*bFirst*/, int64_t /*lLine*/, std::string& /*sFault*/) { return false; }
   /// Makes another table (its number) the current one.
   virtual void Choose(int32_t /*lNumber*/) {}
   /// Lets the next Look search further for key texts.
@@ -107,13 +111,17 @@ class clsReportCut {
   /// False while there is no table, or a proposal is shown.
   bool CanEdit() const { return picture_.nCurrent >= 0 && !HasProposal(); }
   // Each writes through the source, looks again and selects the boundary in hand. False if nothing was changed.
-  bool Move(int nBoundary, int32_t lAfter);
-  bool MoveSelected(int32_t lBy);
+  bool Move(int nBoundary, int32_t lAfter, bool bApart = false);  ///< bApart: see MoveBoundary
+  bool MoveSelected(int32_t lBy, bool bApart = false);
   bool Add(int32_t lAfter);
   /// In the middle of the field behind the selected boundary, or ten characters behind the last one.
   bool AddBehindSelected();
   bool Remove(int nBoundary);
   bool RemoveSelected() { return Remove(nSelected_); }
+
+  bool CanBound() { return !HasProposal() && source_.CanBound(); }
+  /// Makes a line the table's first or last row. What prevents it becomes a note.
+  void Bound(bool bFirst, int64_t lLine);
 
   bool CanWorkOut() const { return picture_.nCurrent >= 0; }
   /// Shows the first worked-out cut; while one is shown, the next. What prevents it becomes a note.
@@ -131,6 +139,7 @@ class clsReportCut {
  private:
   void Show(CutPicture picture);
   bool Do(const std::optional<CutChange>& change);
+  void Note(std::string_view sFault);
 
   clsCutSource& source_;
   CutPicture picture_;

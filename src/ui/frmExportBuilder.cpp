@@ -85,10 +85,11 @@ void frmExportBuilder::SetEditorText(std::string_view sText) {
   editor.sText = sText;
 }
 
-void frmExportBuilder::EditText(const TextEdit& edit) {
-  const bool bBehind = nCaret >= edit.nFrom + edit.nLength;
-  if (bBehind) nCaret += edit.sNew.size() - edit.nLength;
-  SetEditorText(edit.Applied(Get("txtFileEditor").sText));
+void frmExportBuilder::EditText(const std::vector<TextEdit>& edits) {
+  for (const TextEdit& edit : edits) {
+    if (nCaret >= edit.nFrom + edit.nLength) nCaret += edit.sNew.size() - edit.nLength;
+    SetEditorText(edit.Applied(Get("txtFileEditor").sText));
+  }
   Refresh();
 }
 

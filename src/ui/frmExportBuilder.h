@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "clsForm.h"
 #include "clsScreen.h"
@@ -39,8 +40,8 @@ class frmExportBuilder : public clsForm {
   void SaveIniFile();
   /// The text of the editor is this now.
   void SetEditorText(std::string_view sText);
-  /// One edit of the text that is no typing of the user's.
-  void EditText(const TextEdit& edit);
+  /// Edits of the text that are no typing of the user's, each upon the text that the one before it left.
+  void EditText(const std::vector<TextEdit>& edits);
   /// Puts the caret behind so many bytes of the text.
   void MoveCaret(size_t nPlace);
   /// Title, with the caret on the last character and that one selected.

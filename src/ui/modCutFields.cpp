@@ -64,10 +64,10 @@ std::vector<CutBoundary> BoundariesOf(const std::vector<CutField>& fields, const
 }
 
 std::optional<CutChange> MoveBoundary(const std::vector<CutField>& fields, const CutRules& rules, size_t nBoundary,
-                                      int32_t lAfter) {
+                                      int32_t lAfter, bool bApart) {
   const std::vector<CutBoundary> boundaries = BoundariesOf(fields, rules);
   if (nBoundary >= boundaries.size()) return std::nullopt;
-  const CutBoundary& boundary = boundaries[nBoundary];
+  CutBoundary boundary = boundaries[nBoundary];
   int32_t lLowest = 0;
   int32_t lHighest = kWidestCut;
   if (boundary.lEnds >= 0) {
@@ -83,6 +83,9 @@ std::optional<CutChange> MoveBoundary(const std::vector<CutField>& fields, const
   if (lHighest < lLowest) return std::nullopt;
   const int32_t lPlace = std::clamp(lAfter, lLowest, lHighest);
   if (lPlace == boundary.lAfter) return std::nullopt;
+  if (bApart && rules.bGaps && boundary.lEnds >= 0 && boundary.lBegins >= 0) {
+    (lPlace > boundary.lAfter ? boundary.lEnds : boundary.lBegins) = -1;
+  }
   const int32_t lFirst = boundary.lEnds >= 0 ? boundary.lEnds : boundary.lBegins;
   CutChange change{CutStep::Resize, static_cast<size_t>(lFirst), lPlace, fields};
   if (boundary.lEnds >= 0) change.fields[static_cast<size_t>(boundary.lEnds)].lEnd = lPlace;

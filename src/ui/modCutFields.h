@@ -53,9 +53,10 @@ std::vector<CutBoundary> BoundariesOf(const std::vector<CutField>& fields, const
 
 // Each gives nothing where the rules leave no room for it or nothing would change.
 
-/// As near to lAfter as the fields on both sides let it.
+/// As near to lAfter as the fields on both sides let it. bApart: of two fields that touch only the one ahead of the
+/// hand gives way, so that a gap opens.
 std::optional<CutChange> MoveBoundary(const std::vector<CutField>& fields, const CutRules& rules, size_t nBoundary,
-                                      int32_t lAfter);
+                                      int32_t lAfter, bool bApart = false);
 /// Inside a field splits it; elsewhere makes a field of the characters from the field before up to lAfter.
 std::optional<CutChange> AddBoundary(const std::vector<CutField>& fields, const CutRules& rules, int32_t lAfter);
 /// Where two fields touch they become one; beside a gap the field takes the gap in; the end of the last field takes

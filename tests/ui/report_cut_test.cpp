@@ -32,6 +32,9 @@ TEST(CutFields, BoundariesMoveBetweenTheirNeighbours) {
   EXPECT_EQ(Said(MoveBoundary(fields, kRuler, 3, 99)), "resize 2: 1-5 6-8 12-12") << "the last one may have one";
   EXPECT_EQ(Said(MoveBoundary(fields, kRuler, 0, 2)), "resize 0: 3-5 6-8 11-12");
   EXPECT_EQ(Said(MoveBoundary(fields, kRuler, 4, 1 << 30)), "resize 2: 1-5 6-8 11-32767");
+  EXPECT_EQ(Said(MoveBoundary(fields, kRuler, 1, 3, true)), "resize 0: 1-3 6-8 11-12");
+  EXPECT_EQ(Said(MoveBoundary(fields, kRuler, 1, 6, true)), "resize 1: 1-5 7-8 11-12");
+  EXPECT_EQ(Said(MoveBoundary({{1, 3}, {4, 9}}, kProfile, 0, 5, true)), "resize 0: 1-5 6-9") << "no gaps there";
   EXPECT_EQ(Said(MoveBoundary(fields, kRuler, 1, 5)), "nothing");
   EXPECT_EQ(Said(MoveBoundary(fields, kRuler, 5, 5)), "nothing");
   EXPECT_EQ(BoundariesOf({{1, 1}, {2, 9}}, kProfile).size(), 2U) << "the left edge can't be moved";
@@ -151,6 +154,23 @@ TEST_F(RecipeCut, TheCaretChoosesTheTable) {
   cut_.ChooseTableOf(2);
   EXPECT_TRUE(Notes("Table 1/2"));
   EXPECT_EQ(editor_.Get("txtFileEditor").lSelStart, 10);
+}
+
+TEST_F(RecipeCut, ALineBecomesTheFirstOrLastRow) {
+  Report("Stock of today\n\nBolts   12 x\nNut    100\nScrew    7\n\nTotal  119\nTotal  119\n");
+  cut_.Update();
+  ASSERT_TRUE(cut_.CanBound()) << "though nothing is found yet";
+  cut_.Bound(true, 3);
+  cut_.Bound(false, 5);
+  const std::string& sText = editor_.Get("txtFileEditor").sText;
+  EXPECT_NE(sText.find("ReadStartLine=Stock of today\r\nReadStartLineOffset=2\r\n"), std::string::npos) << sText;
+  EXPECT_NE(sText.find("ReadEndLine=Total\r\nReadEndLineOffset=-2\r\n"), std::string::npos) << sText;
+  EXPECT_TRUE(Notes("Table 1/2; Lines: 3-5"));
+  cut_.Bound(true, 99);
+  EXPECT_TRUE(Notes("No text near this line"));
+  editor_.Get("txtFileEditor").sText = "[Header]\r\n";
+  cut_.Update();
+  EXPECT_FALSE(cut_.CanBound());
 }
 
 TEST_F(RecipeCut, WorkedOutFieldsAreShownBeforeTheyAreTaken) {

@@ -2,6 +2,7 @@
 
 #include <QFontDatabase>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -281,6 +282,7 @@ void clsReportCanvas::PaintRuler(QPainter& painter, const Colours& colours) cons
   painter.drawLine(0, Top() - 1, viewport()->width(), Top() - 1);
 }
 
+/// Strong where the table lies and in the ruler, faint over the lines that it doesn't cut.
 void clsReportCanvas::PaintBoundaries(QPainter& painter, const Colours& colours) const {
   const std::vector<CutBoundary>& boundaries = cut_.Boundaries();
   for (size_t i = 0; i < boundaries.size(); ++i) {
@@ -289,12 +291,34 @@ void clsReportCanvas::PaintBoundaries(QPainter& painter, const Colours& colours)
     const double x = XOf(bInHand ? lDragTo_ : boundaries[i].lAfter);
     if (x < Left() - 1 || x > viewport()->width()) continue;
     const bool bSelected = bInHand || static_cast<int>(i) == cut_.Selected();
-    QPen pen(bSelected ? colours.selected : colours.boundary, bSelected ? 2 : 1);
+    const QColor colour = bSelected ? colours.selected : colours.boundary;
+    QPen pen(bSelected ? colour : Blend(colours.paper, colour, 0.35), bSelected ? 2 : 1);
     if (cut_.HasProposal()) pen.setStyle(Qt::DashLine);
     painter.setPen(pen);
-    painter.drawLine(QPointF(x, nLineHeight_ + 3), QPointF(x, viewport()->height()));
-    painter.fillRect(QRectF(x - 2, nLineHeight_ + 3, 5, 5), pen.color());
+    painter.drawLine(QPointF(x, Top()), QPointF(x, viewport()->height()));
+    pen.setColor(colour);
+    painter.setPen(pen);
+    painter.drawLine(QPointF(x, nLineHeight_ + 3), QPointF(x, Top()));
+    painter.fillRect(QRectF(x - 2, nLineHeight_ + 3, 5, 5), colour);
+    for (const auto& [nFrom, nTo] : TableStretches()) painter.drawLine(QPointF(x, nFrom), QPointF(x, nTo));
   }
+}
+
+/// Heights from and to which rows of the current table are in sight.
+std::vector<std::pair<int, int>> clsReportCanvas::TableStretches() const {
+  const CutPicture& picture = cut_.Picture();
+  std::vector<std::pair<int, int>> stretches;
+  if (picture.nCurrent < 0) return stretches;
+  const int nFirst = verticalScrollBar()->value();
+  const int nLast = std::min(static_cast<int>(rows_.size()), nFirst + verticalScrollBar()->pageStep() + 2);
+  for (int nRow = nFirst; nRow < nLast; ++nRow) {
+    const int nLine = rows_[static_cast<size_t>(nRow)];
+    if (nLine < 0 || picture.lines[static_cast<size_t>(nLine)].nTable != picture.nCurrent) continue;
+    const int y = Top() + (nRow - nFirst) * nLineHeight_;
+    if (stretches.empty() || stretches.back().second != y) stretches.emplace_back(y, y);
+    stretches.back().second = y + nLineHeight_;
+  }
+  return stretches;
 }
 
 void clsReportCanvas::mousePressEvent(QMouseEvent* pEvent) {
@@ -315,9 +339,25 @@ void clsReportCanvas::mousePressEvent(QMouseEvent* pEvent) {
     pressed_ = lAfter;
     return;
   }
-  const int nRow = RowAt(static_cast<int>(pEvent->position().y()));
+  const int64_t lLine = LineAt(static_cast<int>(pEvent->position().y()));
+  if (lLine > 0) cut_.ChooseTableOf(lLine);
+}
+
+int64_t clsReportCanvas::LineAt(int y) const {
+  const int nRow = RowAt(y);
   const int nLine = nRow < 0 ? -1 : rows_[static_cast<size_t>(nRow)];
-  if (nLine >= 0) cut_.ChooseTableOf(cut_.Picture().lines[static_cast<size_t>(nLine)].lLine);
+  return nLine < 0 ? 0 : cut_.Picture().lines[static_cast<size_t>(nLine)].lLine;
+}
+
+void clsReportCanvas::contextMenuEvent(QContextMenuEvent* pEvent) {
+  if (onBeforeHand) onBeforeHand();
+  const int64_t lLine = LineAt(pEvent->pos().y());
+  if (lLine == 0 || !cut_.CanBound()) return;
+  QMenu menu;
+  const QAction* const pFirst = menu.addAction(ToQt(Translate("First row of the table")));
+  const QAction* const pLast = menu.addAction(ToQt(Translate("Last row of the table")));
+  const QAction* const pChosen = menu.exec(pEvent->globalPos());
+  if (pChosen == pFirst || pChosen == pLast) cut_.Bound(pChosen == pFirst, lLine);
 }
 
 void clsReportCanvas::mouseMoveEvent(QMouseEvent* pEvent) {
@@ -340,7 +380,7 @@ void clsReportCanvas::mouseReleaseEvent(QMouseEvent* pEvent) {
     if (bDragOff_) {
       cut_.Remove(nDragged);
     } else if (lDragTo_ != cut_.Boundaries()[static_cast<size_t>(nDragged)].lAfter) {
-      cut_.Move(nDragged, lDragTo_);
+      cut_.Move(nDragged, lDragTo_, pEvent->modifiers().testFlag(Qt::ShiftModifier));
     }
     viewport()->update();
     return;
@@ -367,7 +407,7 @@ void clsReportCanvas::keyPressEvent(QKeyEvent* pEvent) {
     if (bControl || cut_.Selected() < 0) {
       cut_.SelectNext(bForward);
     } else {
-      cut_.MoveSelected(bForward ? 1 : -1);
+      cut_.MoveSelected(bForward ? 1 : -1, pEvent->modifiers().testFlag(Qt::ShiftModifier));
     }
     return ScrollToBoundary();
   }

@@ -3,6 +3,7 @@
 #include <QAbstractScrollArea>
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "clsReportCut.h"
@@ -16,9 +17,10 @@ namespace quillon {
 /// from the palette.
 ///
 /// The hand: a click on the ruler adds a boundary; a boundary can be dragged, also off the drawing, which removes it as
-/// a double click does; a click into another table makes that one current. Keys: Ctrl+Right and Ctrl+Left select a
-/// boundary, Right and Left move it, Insert adds one behind it, Delete removes it; Enter takes a proposal, Escape drops
-/// it.
+/// a double click does; a click into another table makes that one current; the context menu of a line makes it the
+/// table's first or last row. Keys: Ctrl+Right and Ctrl+Left select a boundary, Right and Left move it, Insert adds one
+/// behind it, Delete removes it; Enter takes a proposal, Escape drops it. With Shift a boundary that is moved leaves a
+/// gap behind.
 class clsReportCanvas : public QAbstractScrollArea {
  public:
   explicit clsReportCanvas(clsReportCut& cut, QWidget* pParent = nullptr);
@@ -42,6 +44,7 @@ class clsReportCanvas : public QAbstractScrollArea {
   void mouseMoveEvent(QMouseEvent* pEvent) override;
   void mouseReleaseEvent(QMouseEvent* pEvent) override;
   void mouseDoubleClickEvent(QMouseEvent* pEvent) override;
+  void contextMenuEvent(QContextMenuEvent* pEvent) override;
   void keyPressEvent(QKeyEvent* pEvent) override;
   void focusInEvent(QFocusEvent* pEvent) override;
   void focusOutEvent(QFocusEvent* pEvent) override;
@@ -56,6 +59,7 @@ class clsReportCanvas : public QAbstractScrollArea {
   int32_t AfterAt(double x) const;
   int RowAt(int y) const;
   int RowOfLine(int64_t lLine) const;
+  int64_t LineAt(int y) const;  ///< 0 where there is none
   void ScrollToBoundary();
 
   void PaintRuler(QPainter& painter, const Colours& colours) const;
@@ -64,6 +68,7 @@ class clsReportCanvas : public QAbstractScrollArea {
   void PaintMarks(QPainter& painter, const Colours& colours, const CutLine& line, int y) const;
   void PaintText(QPainter& painter, const CutLine& line, int y) const;
   void PaintBoundaries(QPainter& painter, const Colours& colours) const;
+  std::vector<std::pair<int, int>> TableStretches() const;
 
   clsReportCut& cut_;
   std::vector<int> rows_;  ///< Index of the line on each row; -1: a break between lines

@@ -152,7 +152,7 @@ void ShowCaret(QPlainTextEdit& editor, const clsControl& text) {
     cursor.setPosition(static_cast<int>(ToQt(text.sText.substr(0, nBytes)).replace("\r\n", "\n").size()));
   }
   editor.setTextCursor(cursor);
-  editor.ensureCursorVisible();
+  text.lSelLength > 0 ? editor.ensureCursorVisible() : editor.centerCursor();
 }
 
 /// What the part of the dialog without preview and buttons holds, from top to bottom.
