@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that are missing, and does nothing when all are there.
 #
-#   scripts/setup.sh [build] [demo] [tests] [gui] [checks] [fuzz] [bench] [package]      default: build tests gui
+#   scripts/setup.sh [build] [demo] [tests] [gui] [checks] [fuzz] [valgrind] [bench] [package]      default: build tests gui
 #
 # Works as root and as a user with sudo, on a machine that has nothing but apt.
 set -euo pipefail
@@ -15,6 +15,7 @@ tests+=" parallel munge slurm-client slurmctld slurmd python3-yaml bash-completi
 gui="qt6-base-dev"
 checks="clang-format git"
 fuzz="clang llvm python3"
+valgrind="valgrind"
 bench="gawk csvkit python3-pandas libxlsxwriter-dev libbenchmark-dev python3"
 package="python3 dpkg-dev file gzip"
 
@@ -22,8 +23,8 @@ wanted=""
 for set in "${@:-build tests gui}"; do
   for name in $set; do
     case "$name" in
-      build | demo | tests | gui | checks | fuzz | bench | package) wanted+=" ${!name}" ;;
-      *) echo "setup.sh: no set of packages is called '$name' (build, demo, tests, gui, checks, fuzz, bench, package)" >&2; exit 2 ;;
+      build | demo | tests | gui | checks | fuzz | valgrind | bench | package) wanted+=" ${!name}" ;;
+      *) echo "setup.sh: no set of packages is called '$name' (build, demo, tests, gui, checks, fuzz, valgrind, bench, package)" >&2; exit 2 ;;
     esac
   done
 done

@@ -6,6 +6,7 @@
 #include <clocale>
 #include <cstdio>
 #include <exception>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -74,6 +75,10 @@ int FrontDoor(int argc, char** argv) {
   try {
     if (argc < 2) return BecomeDesktopProgram(argv);
     return IsSlashForm(argv[1]) ? RunSlashForm(argc, argv) : RunLongOptions(argc, argv);
+  } catch (const std::bad_alloc&) {
+    // Of a part that is no file's conversion. Nothing here asks for memory.
+    std::fputs("quillon: Error [-1003] Not enough memory\n", stderr);
+    return kExitUnexpected;
   } catch (const std::exception& failure) {
     PrintUnexpected(failure.what());
     return kExitUnexpected;

@@ -1,5 +1,7 @@
 #include "modConversionRun.h"
 
+#include <new>
+
 #include "modFileListing.h"
 #include "modFiles.h"
 #include "modNumbers.h"
@@ -154,9 +156,20 @@ void clsConversionRun::ConvertBatch(int32_t& lResult) {
 }
 
 void clsConversionRun::ConvertFile(int32_t& lResult) {
+  WithMemoryFor(lResult, [&] { ConvertByMethod(lResult); });
+}
+
+// What one file asks for beyond the memory there is must not end a batch. All that it held is free again here.
+void clsConversionRun::WithMemoryFor(int32_t& lResult, const std::function<void()>& convert) {
   const int32_t errors = log_.lErrorCount;
   account_ = {};
-  ConvertByMethod(lResult);
+  try {
+    convert();
+  } catch (const std::bad_alloc&) {
+    account_ = {};
+    gbProcessing = false;
+    lResult = Refuse(kNotEnoughMemory, options_.sInputFile);
+  }
   if (extras_.fileDone) extras_.fileDone({lResult, log_.lErrorCount - errors, account_});
 }
 

@@ -84,7 +84,8 @@ class clsConversionRun {
   /// The files of a list, each to its own output whose folder is made, with the log and closing report of a batch.
   void ConvertList(const std::vector<PlannedFile>& files, int32_t& lResult);
   /// One input file to one output file by the method of the record; names as they stand in sInputFile and sOutputFile.
-  /// An output that is the input file itself is refused with -1002 before anything is touched.
+  /// An output that is the input file itself is refused with -1002 before anything is touched; a file that asks for
+  /// more memory than there is ends with -1003, its output as it was.
   void ConvertFile(int32_t& lResult);
   void ConvertByProfile(int32_t& lResult);
   void ConvertByRecipe(int32_t& lResult);
@@ -108,6 +109,8 @@ class clsConversionRun {
   int32_t CheckOutputType();
 
   void ConvertByMethod(int32_t& lResult);
+  void RunLongRecipe(std::string_view sOutputFile, const std::vector<std::string>& inputs, int32_t& lResult);
+  void WithMemoryFor(int32_t& lResult, const std::function<void()>& convert);
   clsTurns TakeTurns();
   bool NextFileMayBegin(size_t nFile, size_t nFiles, const std::string& sInput);
   void ConvertSingle(int32_t& lResult);

@@ -56,9 +56,13 @@ void clsConversionRun::ConvertByRecipe(int32_t& lResult) {
 
 void clsConversionRun::ConvertByLongRecipe(std::string_view sOutputFile, const std::vector<std::string>& inputs,
                                            int32_t& lResult) {
+  WithMemoryFor(lResult, [&] { RunLongRecipe(sOutputFile, inputs, lResult); });
+}
+
+void clsConversionRun::RunLongRecipe(std::string_view sOutputFile, const std::vector<std::string>& inputs,
+                                     int32_t& lResult) {
   const clsTurns turns = TakeTurns();
   const int32_t errors = log_.lErrorCount;
-  account_ = {};
   gsRecipeFile = options_.sRecipeFile;
   glTabSize = options_.lTabSize;
   const RecipeOptions recipe_options = MakeRecipeOptions();
@@ -66,7 +70,6 @@ void clsConversionRun::ConvertByLongRecipe(std::string_view sOutputFile, const s
   context.recipe.LoadFromFile(context, gsRecipeFile);
   if (account_.failure.Failed()) {
     lResult = RefuseUnread(errors);
-    if (extras_.fileDone) extras_.fileDone({lResult, log_.lErrorCount - errors, account_});
     return;
   }
   // A box has told which key it was; without an error the output would be emptied and the run call itself done.
@@ -85,7 +88,6 @@ void clsConversionRun::ConvertByLongRecipe(std::string_view sOutputFile, const s
     if (lResult == 0 && IsSameFile(input, gsOutputFile)) lResult = Refuse(kOutputIsInput, gsOutputFile);
   }
   if (lResult == 0) RunRecipe(context, OutputFormatOfPath(gsOutputFile));
-  if (extras_.fileDone) extras_.fileDone({lResult, log_.lErrorCount - errors, account_});
 }
 
 // With a recipe that is there and can't be read the run would write an empty output over a good one.

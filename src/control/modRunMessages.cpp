@@ -32,7 +32,7 @@ constexpr std::string_view kBadInput = "Invalid Input File Specified";
 constexpr std::string_view kBadOutput = "Invalid Output File Specified";
 constexpr std::string_view kBadProfile = "Invalid Profile Specified";
 
-constexpr std::array<RunMessage, 16> kMessages{{
+constexpr std::array<RunMessage, 17> kMessages{{
     {kNoInputFile, EntryType::Error, kBadInput, "Input File", With::Missing},
     {kOutputNeedsWildcard, EntryType::Error, kBadOutput,
      "Output file must have wild card (*) since Input file has a wildcard.", With::Nothing},
@@ -49,6 +49,7 @@ constexpr std::array<RunMessage, 16> kMessages{{
     {kProfileEngine, EntryType::Error, "", "", With::SubjectOnly},
     {kNoFileList, EntryType::Warning, "", "Unable to create file list", With::Nothing},
     {kOutputIsInput, EntryType::Error, kBadOutput, "The output file is the input file itself: ", With::Behind},
+    {kNotEnoughMemory, EntryType::Error, "", "Not enough memory to convert: ", With::Behind},
     {kNoExportSpecs, EntryType::Warning, "", "Cannot find Export Specs file: ", With::Behind},
     {kRecipeRunNoInput, EntryType::Error, kBadInput, "Input File", With::Missing},
     {kRecipeRunNoRecipe, EntryType::Error, "Invalid Recipe File Specified", "Recipe File", With::Missing},

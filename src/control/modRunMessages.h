@@ -23,6 +23,7 @@ enum RunCode : int32_t {
   kProfileEngine = -204,
   kNoFileList = -1001,
   kOutputIsInput = -1002,
+  kNotEnoughMemory = -1003,
   kNoExportSpecs = -2001,
   kRecipeRunNoInput = -2002,
   kRecipeRunNoRecipe = -2003,

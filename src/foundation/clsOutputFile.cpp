@@ -38,7 +38,12 @@ std::string ResolvedTarget(const std::string& sHostPath) {
 /// errno.
 bool SyncWithTurns(int nHandle) {
   constexpr std::chrono::milliseconds kBetweenTurns(20);
-  std::future<int> sync = std::async(std::launch::async, [nHandle] { return SyncHandle(nHandle) ? 0 : errno; });
+  std::future<int> sync;
+  try {
+    sync = std::async(std::launch::async, [nHandle] { return SyncHandle(nHandle) ? 0 : errno; });
+  } catch (const std::system_error&) {
+    return SyncHandle(nHandle);  // No thread to be had: then the windows wait.
+  }
   while (sync.wait_for(kBetweenTurns) != std::future_status::ready) GiveTurn();
   errno = sync.get();
   return errno == 0;

@@ -1,9 +1,5 @@
 #include "clsRecipe.h"
 
-#include <unistd.h>
-
-#include <cstdio>
-#include <random>
 #include <string>
 #include <utility>
 
@@ -22,32 +18,6 @@ namespace {
 constexpr std::string_view kFileType = "RECIPE";
 constexpr std::string_view kOutputSection = "Output File";
 constexpr std::string_view kInputSection = "Input Files";
-
-/// Tells this process from any other, also on a machine that shares the data folder and numbers its processes alike.
-const std::string& ProcessMark() {
-  static const std::string sMark = std::to_string(getpid()) + "-" + std::to_string(std::random_device()());
-  return sMark;
-}
-
-/// A file of ours in the data folder, as all see it and as this process makes it: two runs at once never mix theirs.
-struct OwnFile {
-  std::string sPublic, sPrivate;
-
-  OwnFile(std::string_view sBase, std::string_view sExtension)
-      : sPublic(gsAppDataFolder + std::string(sBase) + std::string(sExtension)),
-        sPrivate(gsAppDataFolder + std::string(sBase) + "." + ProcessMark() + std::string(sExtension)) {}
-  void Delete() const {
-    DeleteFileForced(sPublic);
-    DeleteFileForced(sPrivate);
-  }
-  void Publish() const {
-    if (std::rename(HostPath(sPrivate).c_str(), HostPath(sPublic).c_str()) != 0) DeleteFileForced(sPrivate);
-  }
-};
-
-OwnFile SpecsFile() {
-  return {"_ExportSpecs", ".t2x"};
-}
 
 bool IsDataFormat(std::string_view sText) {
   return sText == "NearestDollar" || sText == "NearestCent";
@@ -78,10 +48,9 @@ void clsRecipe::LoadFromFileShort(RecipeContext& context, std::string_view short
 }
 
 void clsRecipe::LoadFromMarks(RecipeContext& context) {
-  const OwnFile recipe("_AutoRecipe", ".rcp");
-  recipe.Delete();
-  ExportSpecs.FileCreateShort(context, gsInputFile, recipe.sPrivate);
-  LoadShort(context, recipe.sPrivate, context.options.OwnText());
+  clsWorkingFile recipe("_AutoRecipe", ".rcp");
+  ExportSpecs.FileCreateShort(context, gsInputFile, recipe.PrivatePath());
+  LoadShort(context, recipe.PrivatePath(), context.options.OwnText());
   recipe.Publish();
 }
 
@@ -89,26 +58,24 @@ void clsRecipe::LoadShort(RecipeContext& context, std::string_view short_recipe,
   if (!FileExists(short_recipe)) ReportRecipe(context.host, -5500, {short_recipe});
   ResetRecipe();
   CollectionItemSet(context.host, InputFileName, 1, gsInputFile);
-  const OwnFile specs = SpecsFile();
-  specs.Delete();
-  ExportSpecFileName = specs.sPublic;
-  sPrivateSpecs_ = specs.sPrivate;
+  ownSpecs_ = clsWorkingFile("_ExportSpecs", ".t2x");
+  ExportSpecFileName = ownSpecs_.PublicPath();
   specsFailure_ =
-      ExportSpecs.FileConvertShortToLong(context, short_recipe, sPrivateSpecs_, InputFileNameOf(1), &options);
+      ExportSpecs.FileConvertShortToLong(context, short_recipe, ownSpecs_.PrivatePath(), InputFileNameOf(1), &options);
 }
 
 bool clsRecipe::ReadExportSpecs(RecipeContext& context) {
-  const bool bOwn = !sPrivateSpecs_.empty();
-  const std::string sName = bOwn ? std::exchange(sPrivateSpecs_, {}) : ExportSpecFileName;
+  clsWorkingFile own = std::move(ownSpecs_);
+  const bool bOwn = own.IsSet();
+  const std::string sName = bOwn ? own.PrivatePath() : ExportSpecFileName;
   if (!FileExists(sName)) return false;
   clsSectionFile file;
   if (!file.Open(sName, bOwn ? context.options.OwnText() : context.options.RecipeText(),
                  bOwn ? specsFailure_ : context.account.failure)) {
-    if (bOwn) SpecsFile().Delete();
     return !bOwn;
   }
   if (!ExportSpecs.ReadFromFile(context, file)) specsFailure_ = OwnFailure(sName, Translate("Incorrect file type!"));
-  if (bOwn) SpecsFile().Publish();
+  if (bOwn) own.Publish();
   return true;
 }
 
@@ -123,7 +90,7 @@ void clsRecipe::LoadFromFile(RecipeContext& context, std::string_view file_name)
     if (!file.Open(file_name, context.options.RecipeText(), context.account.failure)) return;
     if (CheckFileHeader(context.host, file, "QLN", kFileType, "1.1")) ReportRecipe(context.host, -5503, {file_name});
   }
-  sPrivateSpecs_.clear();
+  ownSpecs_ = {};
   specsFailure_ = {};
   const auto output = [&file](std::string_view sKey) { return ReadKeyFromFile(file, kOutputSection, sKey, {}); };
   OutputFileTitle = output("OutputFileTitle");

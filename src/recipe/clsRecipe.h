@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "clsExportSpecs.h"
+#include "clsWorkingFile.h"
 
 namespace quillon {
 
@@ -55,7 +56,7 @@ class clsRecipe {
   void LoadShort(RecipeContext& context, std::string_view short_recipe, const TextFileOptions& options);
 
   Failure specsFailure_;
-  std::string sPrivateSpecs_;  ///< Where the specification of a short recipe lies until it is read; else empty
+  clsWorkingFile ownSpecs_;  ///< The specification of a short recipe until it is read
 };
 
 }  // namespace quillon
