@@ -1,6 +1,9 @@
 // A recipe is made for a report that nobody has described yet, by clicks and keys alone.
 
+#include <QContextMenuEvent>
 #include <QLabel>
+#include <QMenu>
+#include <QRegularExpression>
 #include <QTextBlock>
 
 #include "clsDrawSession.h"
@@ -51,15 +54,25 @@ class clsDrawRecipe : public clsDrawSession {
     Click(pEditor_, "cmdAddTable");
   }
 
-  /// The cells of a CSV file without the blanks around them.
+  /// A CSV file without the blanks around its values.
   static QString Cells(const std::string& sCsv) {
-    QStringList rows = ToQt(sCsv).split("\r\n");
-    for (QString& sRow : rows) {
-      QStringList cells = sRow.split(',');
-      for (QString& sCell : cells) sCell = sCell.trimmed();
-      sRow = cells.join(',');
-    }
-    return rows.join('\n');
+    static const QRegularExpression kBlanks(" *([,\"\r\n]) *");
+    return ToQt(sCsv).trimmed().replace(kBlanks, "\\1");
+  }
+
+  /// Opens the context menu of a line and clicks on an entry.
+  void ChooseFromMenu(int64_t lLine, const QString& sEntry) {
+    QTimer::singleShot(50, [sEntry] {
+      auto* const pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+      if (pMenu == nullptr) qFatal("no menu");
+      for (QAction* const pAction : pMenu->actions()) {
+        if (pAction->text() != sEntry) continue;
+        return QTest::mouseClick(pMenu, Qt::LeftButton, {}, pMenu->actionGeometry(pAction).center());
+      }
+    });
+    const QPoint place = pCanvas_->PointOnLine(lLine, 5);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place, pCanvas_->viewport()->mapToGlobal(place));
+    QApplication::sendEvent(pCanvas_->viewport(), &event);
   }
 
   QWidget* pEditor_ = nullptr;
@@ -112,6 +125,27 @@ class clsDrawRecipe : public clsDrawSession {
     QTest::keyClick(pWindow_.get(), Qt::Key_F5);
     QVERIFY2(Log().contains("Errors: 0"), qPrintable(Log()));
     QCOMPARE(Cells(folder_.Read("cf6.csv")), Cells(Sample("cf6_anchorage/expected/cf6_anchorage.csv")));
+  }
+
+  void linesOfTheDrawingBoundTheTable() {
+    Type("cbInputFile", folder_.Write("limits.prt", Sample("account_limits/account_limits.prt")));
+    Type("cbOutputFile", folder_.Path("limits.csv"));
+    ChooseMethod(1);
+    Type("cbRecipeFile", folder_.Path("limits.rcp"));
+    QString sNotes;
+    OpenEditor([&](QWidget* pEditor) {
+      WithModal([](QWidget* pBuilder) { Click(pBuilder, "cmdOK"); });
+      Click(pEditor, "cmdAddTable");
+      ChooseFromMenu(6, "First row of the table");
+      for (int i = 0; i < 5; ++i) Key(Qt::Key_PageDown);
+      ChooseFromMenu(50, "Last row of the table");
+      for (const int32_t lAfter : {10, 31, 46}) ClickRuler(lAfter);
+      sNotes = pEditor->findChild<QLabel*>("lblCutNotes")->text();
+      Click(pEditor, "cmdSaveAndClose");
+    });
+    QVERIFY2(sNotes.contains("Lines: 6-50") && sNotes.contains("Nothing is lost."), qPrintable(sNotes));
+    pForm_->Click("keyConvert");
+    QCOMPARE(Cells(folder_.Read("limits.csv")), Cells(Sample("account_limits/expected/account_limits.csv")));
   }
 
   void aLongRecipeIsTypedInAndChangedWithoutLosingText() {

@@ -158,7 +158,7 @@ QString clsReportCutView::NotesText() const {
   QStringList lines;
   if (!cut_.Picture().sFault.empty()) lines << ToQt(cut_.Picture().sFault).toHtmlEscaped();
   for (const CutNote& note : cut_.Picture().notes) {
-    const QString sText = ToQt(note.sText).toHtmlEscaped();
+    const QString sText = ToQt(note.sText).toHtmlEscaped().replace("  ", " &nbsp;");
     lines << (note.bWarning ? "<span style=\"color:" + sWarning + "\">" + sText + "</span>" : sText);
   }
   return lines.join("<br>");
