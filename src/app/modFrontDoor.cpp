@@ -15,6 +15,7 @@
 #include "modLongOptions.h"
 #include "modParseCommandLine.h"
 #include "modPaths.h"
+#include "modRunMessages.h"
 
 namespace quillon {
 
@@ -77,7 +78,7 @@ int FrontDoor(int argc, char** argv) {
     return IsSlashForm(argv[1]) ? RunSlashForm(argc, argv) : RunLongOptions(argc, argv);
   } catch (const std::bad_alloc&) {
     // Of a part that is no file's conversion. Nothing here asks for memory.
-    std::fputs("quillon: Error [-1003] Not enough memory\n", stderr);
+    for (const char* const pText : {"quillon: ", kNoMemoryText, "\n"}) std::fputs(pText, stderr);
     return kExitUnexpected;
   } catch (const std::exception& failure) {
     PrintUnexpected(failure.what());

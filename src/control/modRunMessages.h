@@ -30,6 +30,9 @@ enum RunCode : int32_t {
   kTabsInFile = -2004,
 };
 
+/// For want of memory outside of a file's conversion, where nothing can be looked up any more.
+inline constexpr const char* kNoMemoryText = "Error [-1003] Not enough memory";
+
 /// The entry of a code: "Error [-1] Invalid Input File Specified", its message and its third line, all translated.
 /// sSubject is the path or word that the message names ("" if it names none).
 ReportEntry RunEntry(RunCode code, std::string_view sSubject = {});

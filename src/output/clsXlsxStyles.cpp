@@ -140,7 +140,9 @@ int64_t clsXlsxStyles::Derive(uint32_t nFormat, std::string_view sCode) {
   if (formats_.size() >= kMaxFormats || nNewCodes_ >= kMaxCodes) return -1;
   const uint32_t nId = FormatId(sCode);
   const std::string& sXf = formats_[nFormat];
-  const size_t nTag = sXf.find('>') + 1;
+  clsXmlScanner scanner(sXf);
+  scanner.Next();
+  const size_t nTag = scanner.Raw().size();  // A value may hold a ">".
   std::string sNew = WithAttribute(std::string_view(sXf).substr(0, nTag), "numFmtId", std::to_string(nId));
   sNew = WithAttribute(sNew, "applyNumberFormat", "1") + sXf.substr(nTag);
   const auto known = indexOfFormat_.find(sNew);

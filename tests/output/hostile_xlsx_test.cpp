@@ -9,6 +9,7 @@
 #include "clsOutputFile.h"
 #include "clsTempFolder.h"
 #include "clsXlsxEditor.h"
+#include "clsXlsxStyles.h"
 #include "clsXmlScanner.h"
 #include "clsZipWriter.h"
 #include "modFormulaText.h"
@@ -273,6 +274,17 @@ TEST(modFormulaText, renames_sheets_and_columns_wherever_they_are_named) {
                                           {"'open", "'open"},
                                           {"T[[a", "T[[a"}})
     EXPECT_EQ(RenamedFormula(sFormula, renames), sRenamed);
+}
+
+TEST(Styles, AFormatIsDerivedFromOneWhoseAttributeHoldsAnAngle) {
+  clsXlsxStyles styles;
+  ASSERT_TRUE(styles.Load("<styleSheet xmlns=\"" + std::string(kMain) +
+                          "\"><cellXfs count=\"1\"><xf numFmtId=\"0\" note=\"=>\"/></cellXfs></styleSheet>"));
+  EXPECT_EQ(styles.Derive(0, "0.00"), 1);
+  clsXlsxStyles again;
+  ASSERT_TRUE(again.Load(styles.Bytes()));
+  EXPECT_EQ(again.Count(), 2u);
+  EXPECT_EQ(again.KindOf(1), FormatKind::Number);
 }
 
 }  // namespace

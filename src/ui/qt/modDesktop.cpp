@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 #include <iostream>
 #include <memory>
+#include <new>
 
 #include "MainModule.h"
 #include "clsMainWindow.h"
@@ -19,6 +20,7 @@
 #include "modFiles.h"
 #include "modParseCommandLine.h"
 #include "modPaths.h"
+#include "modRunMessages.h"
 #include "modText.h"
 #include "modTranslator.h"
 #include "modVersion.h"
@@ -115,6 +117,9 @@ bool clsApplication::notify(QObject* pReceiver, QEvent* pEvent) {
   } catch (const UnhandledFailure& failure) {
     if (gpDesktop != nullptr) exit(Failed(*gpDesktop, failure.what()));
     return false;
+  } catch (const std::bad_alloc&) {
+    if (gpDesktop != nullptr) exit(Failed(*gpDesktop, kNoMemoryText));
+    return false;
   }
 }
 
@@ -138,6 +143,8 @@ int RunDesktop(int nArguments, char** pArguments) {
     return outcome == StartOutcome::StartedWindow ? QApplication::exec() : 0;
   } catch (const UnhandledFailure& failure) {
     return Failed(desktop, failure.what());
+  } catch (const std::bad_alloc&) {
+    return Failed(desktop, kNoMemoryText);
   }
 }
 

@@ -1,0 +1,71 @@
+#!/usr/bin/env bash
+# How much of each reader the inputs that fuzzing kept run through: scripts/fuzz_coverage.sh [corpus folder]
+# Builds the entries once more with the compiler's coverage (build-fuzz-coverage), and prints a table of lines.
+set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")/.."
+. scripts/lib.sh
+
+corpus=$(readlink -f "${1:-build-fuzz/corpus}")
+top=$PWD/build-fuzz-coverage
+profdata=$(command -v llvm-profdata || command -v llvm-profdata-14)
+cov=$(command -v llvm-cov || command -v llvm-cov-14)
+scripts/setup.sh build fuzz
+quietly "$top/configure.log" cmake --preset fuzz -B "$top" -DCMAKE_CXX_FLAGS="-O1 -g1 -fprofile-instr-generate -fcoverage-mapping"
+quietly "$top/build.log" cmake --build "$top" -j "$(nproc)"
+export TMPDIR=$top/tmp
+mkdir -p "$TMPDIR"
+
+# The sources that an entry is there for.
+readers='
+cell_typing     output/modCellTyping output/modDateTyping output/modNumberTyping
+code_pages      foundation/clsCodePage foundation/modText
+csv_rows        recipe/clsCsvRows recipe/clsRow recipe/modCsvField
+export_run      recipe/clsExportSpecsProcess recipe/clsTableRun recipe/clsConProcess recipe/clsTitleProcess recipe/clsColumnProcess recipe/clsLineProcessor recipe/clsPeriodFiles
+export_specs    recipe/clsExportSpecs recipe/clsTable recipe/clsTitle recipe/clsCon recipe/clsColumn recipe/clsDepartment
+formula         output/modFormula output/modFormulaText output/modFormulaWords
+job_file        control/clsConversionOptions foundation/modPrivateProfile
+language_file   foundation/modPhraseFile
+line_reader     foundation/clsLineReader
+long_recipe     recipe/clsRecipe recipe/clsSectionWriter
+markup          recipe/modMarkup
+markup_run      recipe/modMarkup recipe/clsRecipe recipe/clsTableRun
+number_text     foundation/modNumbers foundation/clsDecimal
+profile         profile/modFixedWidthAttributes profile/modProfileFile profile/clsProfileGrid
+profile_list    profile/modProfileList
+profile_roads   profile/clsFastCsv profile/clsCsvSink profile/clsRowCutter profile/modCutPlan
+recipe_run      recipe/clsRecipe recipe/modShortToLong recipe/modShortTable recipe/clsTableRun recipe/clsCsvRows
+ruler           recipe/clsTableParser
+section_file    recipe/clsSectionFile recipe/modSectionFile
+settings_file   foundation/clsIniFile
+shared_strings  output/modSheetValues output/clsXmlScanner
+sheet_xml       output/clsSheetMerger output/modSheetFacts output/modSheetValues output/clsXmlScanner
+short_recipe    recipe/clsRecipe recipe/modShortToLong recipe/modShortTable
+slash_text      control/modParseCommandLine
+styles          output/clsXlsxStyles output/clsNumberFormats
+suggest         control/modSuggestRecipe control/modTableBlocks control/modTableRuler control/clsReportLines
+table_parser    recipe/clsTableParser
+utf16           profile/clsUtf16Reader profile/clsCellwright
+xls_file        output/modCompoundFile output/clsXlsExistingWorkbook
+xls_records     output/clsXlsGlobals output/clsXlsSheet output/clsXlsStrings output/modXlsText output/clsXlsSheetMerger output/modXlsFormula
+xlsx_package    output/clsXlsxPackage output/clsXlsxEditor output/modXlsxParts output/modXlsxTables output/modXlsxWorkbookPart
+'
+
+printf '%-16s %6s %7s %6s  %s\n' entry lines run share readers
+while read -r entry files; do
+  program=$top/bin/${entry}_fuzzer
+  [ -n "$entry" ] && [ -x "$program" ] && [ -d "$corpus/${entry}_fuzzer" ] || continue
+  raw=$top/$entry.profraw
+  LLVM_PROFILE_FILE=$raw "$program" -runs=0 -rss_limit_mb=4096 "$corpus/${entry}_fuzzer" >"$top/$entry.log" 2>&1 ||
+    { echo "$entry: see $top/$entry.log" >&2; continue; }
+  "$profdata" merge -sparse "$raw" -o "$top/$entry.profdata"
+  sources=()
+  for file in $files; do [ ! -e "src/$file.cpp" ] || sources+=("$PWD/src/$file.cpp"); done
+  "$cov" export -summary-only -instr-profile "$top/$entry.profdata" "$program" "${sources[@]}" |
+    python3 -c 'import json, sys
+lines = json.load(sys.stdin)["data"][0]["totals"]["lines"]
+count, run = lines["count"], lines["covered"]
+print("{:16} {:6} {:7} {:5.0f}%  {}".format(sys.argv[1], count, run, 100 * run / max(1, count), sys.argv[2]))' \
+      "$entry" "$(basename -a $files | paste -sd' ')"
+  rm -f "$raw"
+done <<<"$readers"
+rm -rf "$TMPDIR"
