@@ -161,6 +161,10 @@ void clsResultList::Learn(const std::string& sLine) {
       Making(PathAt(line, "input"), state, TextAt(line, "made_by"), NumberAt(line, "output_bytes"));
 }
 
+bool clsResultList::TellsOf(std::string_view sOutput) const {
+  return known_.contains(KeyOf(sOutput));
+}
+
 bool clsResultList::IsDone(const PlannedFile& file, std::string_view sMadeBy) const {
   const auto known = known_.find(KeyOf(file.sOutput));
   if (known == known_.end()) return false;

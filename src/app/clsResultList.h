@@ -56,6 +56,8 @@ class clsResultList {
   /// Learns what the list tells. Lines that are no result lines (a torn one) are passed over, the last one about an
   /// output counts. False with the reason.
   bool Read(Failure& failure);
+  /// Whether the last line about the output, of those that were read, says that it was made.
+  bool TellsOf(std::string_view sOutput) const;
   /// Whether the output was made of this input as it is now, in the same way, and is there as it was left.
   bool IsDone(const PlannedFile& file, std::string_view sMadeBy) const;
   bool Write(const ResultLine& line, Failure& failure);

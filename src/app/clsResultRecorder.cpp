@@ -52,7 +52,7 @@ std::string MakingOf(const ConvertRequest& request) {
   return making.Text();
 }
 
-void clsResultRecorder::RemoveLeftovers(const std::vector<PlannedFile>& files) const {
+void clsResultRecorder::RemoveLeftovers(const std::vector<PlannedFile>& files) {
   const std::string sMark = clsFingerprint().Add(request_.sReport).Text() + "-";
   std::unordered_set<std::string> folders;
   for (const PlannedFile& file : files) {
@@ -60,6 +60,9 @@ void clsResultRecorder::RemoveLeftovers(const std::vector<PlannedFile>& files) c
     RemovePrivateFiles(FolderOfPath(file.sOutput), sMark);
   }
   SetPrivateNameMark(sMark);
+  note_.Open(request_.sReport);
+  const PlannedFile* const pFile = list_.IsLeftAlone() ? note_.LeftBehind(files) : nullptr;
+  if (pFile != nullptr && !list_.TellsOf(pFile->sOutput)) DeleteFileForced(pFile->sOutput);
 }
 
 bool clsResultRecorder::Start(const std::vector<PlannedFile>& files) {
@@ -79,6 +82,7 @@ bool clsResultRecorder::Start(const std::vector<PlannedFile>& files) {
 }
 
 void clsResultRecorder::DropDone(std::vector<PlannedFile>& files) {
+  pFiles_ = &files;
   if (!bOpen_ || !request_.bSkipDone) return;
   const size_t nBefore = files.size();
   std::erase_if(files, [this](const PlannedFile& file) { return list_.IsDone(file, sMadeBy_); });
@@ -89,7 +93,7 @@ RunExtras clsResultRecorder::Joined(RunExtras extras) {
   extras.fileBegins = [this, before = std::move(extras.fileBegins)](size_t nFile, size_t nFiles,
                                                                     const std::string& sInput) {
     before(nFile, nFiles, sInput);
-    if (bOpen_) FileBegins(sInput);
+    if (bOpen_) FileBegins((*pFiles_)[nFile - 1]);
   };
   extras.fileDone = [this, before = std::move(extras.fileDone)](const FileOutcome& outcome) {
     before(outcome);
@@ -99,11 +103,12 @@ RunExtras clsResultRecorder::Joined(RunExtras extras) {
 }
 
 // A line has to tell the same of a file in whatever run it is converted, so what is said once a run is said of each.
-void clsResultRecorder::FileBegins(const std::string& sInput) {
+void clsResultRecorder::FileBegins(const PlannedFile& file) {
   run_.log.ForgetWhatIsSaidOnce();
   run_.fields.bWarnedAboutTabsInFile = bNoTabWarning_;
   entries_.clear();
-  state_ = StateOfFile(sInput);
+  state_ = StateOfFile(file.sInput);
+  note_.Begin(file.sOutput);
   lBegan_ = run_.host.TickMilliseconds();
 }
 
@@ -128,7 +133,9 @@ ResultLine clsResultRecorder::LineOf(const FileOutcome& outcome) {
 
 void clsResultRecorder::FileDone(const FileOutcome& outcome) {
   Failure failure;
-  if (list_.Write(LineOf(outcome), failure)) return;
+  const bool bWritten = list_.Write(LineOf(outcome), failure);
+  note_.End();
+  if (bWritten) return;
   if (std::exchange(bFailed_, true)) return;
   run_.Say(failure.sText + "; the result list has gaps");
   ++run_.totals.lFilesFailed;

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "clsInHandNote.h"
 #include "clsLongRun.h"
 #include "clsResultList.h"
 #include "modLongOptions.h"
@@ -21,20 +22,22 @@ class clsResultRecorder {
   /// Opens the list and, with --skip-done, reads it. What a killed run of the same list left in the folders of the
   /// outputs is removed. False: said.
   bool Start(const std::vector<PlannedFile>& files);
-  /// Takes the files out that the list shows as done.
+  /// Takes the files out that the list shows as done. What stays is converted; it outlives this object's use.
   void DropDone(std::vector<PlannedFile>& files);
   /// The extras with the recorder's own share; they are called while this object lives.
   RunExtras Joined(RunExtras extras);
 
  private:
-  void RemoveLeftovers(const std::vector<PlannedFile>& files) const;
-  void FileBegins(const std::string& sInput);
+  void RemoveLeftovers(const std::vector<PlannedFile>& files);
+  void FileBegins(const PlannedFile& file);
   void FileDone(const FileOutcome& outcome);
   ResultLine LineOf(const FileOutcome& outcome);
 
   const ConvertRequest& request_;
   clsLongRun& run_;
   clsResultList list_;
+  clsInHandNote note_;
+  const std::vector<PlannedFile>* pFiles_ = nullptr;  ///< What is converted
   bool bOpen_ = false, bFailed_ = false;
   bool bNoTabWarning_ = false;
   std::string sMadeBy_;

@@ -70,14 +70,37 @@ class ShardTest(FleetTest):
         for name, line in done.items():
             self.assertEqual(repeated.count(line["input"]), 1 if line["status"] == "done" else repeated.count(name))
 
+    def limited(self, *arguments):
+        """A run that a signal kills as soon as it writes behind byte 51,200 of a file."""
+        command = ["/bin/sh", "-c", f"ulimit -f 100; exec '{fleet.PROGRAM}' \"$@\"", "sh", *arguments]
+        run = subprocess.run(command, cwd=self.work, env=self.world.env, capture_output=True, check=False)
+        self.assertEqual(run.returncode, -signal.SIGXFSZ)
+
+    def test_a_workbook_that_its_list_does_not_tell_of_is_made_again(self):
+        for name in ("xlsx", "xls"):
+            convert = ["convert", "in/north/01.txt", "--recipe", "r.rcp", "--quiet", "-o"]
+            self.convert(*convert, f"one.{name}", status=0)
+            out, report = self.work / f"o.{name}", self.work / f"{name}.jsonl"
+            command = [*convert, out.name, "--report", report.name, "--skip-done"]
+            for touched in (False, True):
+                report.write_text("\n" * 60000)  # The list is what grows too long, when the workbook has its name.
+                out.unlink(missing_ok=True)
+                self.limited(*command)
+                self.assertTrue(out.exists())
+                if touched:
+                    os.utime(out, (out.stat().st_mtime + 3600,) * 2)
+                self.convert(*command, status=0)
+                same = out.read_bytes() == (self.work / f"one.{name}").read_bytes()
+                self.assertEqual(same, not touched, "what somebody else may have changed is edited, never replaced")
+            self.assertEqual(list(self.work.glob("*.now")), [])
+
     def test_what_a_killed_run_left_is_removed_once_no_process_has_its_list(self):
         def private():
             return [path for path in (self.work / "out").rglob(".quillon-*")]
 
         command = self.arguments("out", "--report", "l.jsonl", "--skip-done")
-        limited = f"ulimit -f 100; exec '{fleet.PROGRAM}' \"$@\""  # Blocks of 512 bytes; the signal at more is deadly.
-        run = subprocess.run(["/bin/sh", "-c", limited, "sh", *command], cwd=self.work, env=self.world.env, check=False)
-        self.assertEqual((run.returncode, len(private())), (-signal.SIGXFSZ, 1))
+        self.limited(*command)
+        self.assertEqual(len(private()), 1)
         with open(self.work / "l.jsonl", "rb") as other:
             fcntl.flock(other, fcntl.LOCK_SH)
             self.convert(*command)
