@@ -43,13 +43,32 @@ void TakeCharacters(std::string_view sText, int32_t lTabSize, std::u32string& ch
   const bool bTabs = lTabSize > 0 && sText.find('\t') != std::string_view::npos;
   const std::string sExpanded = bTabs ? ExpandTabs(sText, lTabSize) : std::string();
   if (bTabs) sText = sExpanded;
-  int32_t lPlace = 0;
+  characters.resize(std::min(sText.size(), static_cast<size_t>(clsReportLines::kWidest)));
+  size_t nPlace = 0;
   for (size_t i = 0; i < sText.size();) {
-    const char32_t ch = DecodeUtf8(sText, i);
-    if (lPlace++ < clsReportLines::kWidest) characters += ch;
-    if (!IsBlankCharacter(ch)) lWidth = lPlace;
+    const auto c = static_cast<unsigned char>(sText[i]);
+    const char32_t ch = c < 0x80 ? static_cast<char32_t>(sText[i++]) : DecodeUtf8(sText, i);
+    if (nPlace < characters.size()) characters[nPlace] = ch;
+    ++nPlace;
+    if (!IsBlankCharacter(ch)) lWidth = static_cast<int32_t>(nPlace);
   }
   characters.resize(std::min(characters.size(), static_cast<size_t>(lWidth)));
+}
+
+std::string PatternOf(const std::u32string& characters, std::span<const LineToken> tokens) {
+  std::string sPattern;
+  for (const LineToken& token : tokens) {
+    for (int32_t l = token.lStart; l <= token.lEnd; ++l) {
+      const char32_t ch = characters[static_cast<size_t>(l) - 1];
+      if (!IsDigit(ch)) {
+        AppendUtf8(ch, sPattern);
+      } else if (sPattern.empty() || sPattern.back() != '0') {
+        sPattern += '0';
+      }
+    }
+    sPattern += ' ';
+  }
+  return sPattern;
 }
 
 }  // namespace
@@ -62,20 +81,7 @@ std::u32string clsReportLines::Characters(size_t nLine) const {
 }
 
 std::string clsReportLines::Pattern(size_t nLine) const {
-  const std::u32string characters = Characters(nLine);
-  std::string sPattern;
-  for (const LineToken& token : lines_[nLine].tokens) {
-    for (int32_t l = token.lStart; l <= token.lEnd; ++l) {
-      const char32_t ch = characters[static_cast<size_t>(l) - 1];
-      if (!IsDigit(ch)) {
-        AppendUtf8(ch, sPattern);
-      } else if (sPattern.empty() || sPattern.back() != '0') {
-        sPattern += '0';
-      }
-    }
-    sPattern += ' ';
-  }
-  return sPattern;
+  return PatternOf(Characters(nLine), lines_[nLine].tokens);
 }
 
 void clsReportLines::FindTokens(ReportLine& line) {
@@ -108,6 +114,7 @@ void clsReportLines::AddLine(std::string_view sText) {
   const size_t nBefore = tokens_.size();
   FindTokens(line);
   line.tokens = {tokens_.data(), tokens_.size() - nBefore};
+  patterns_.push_back(std::hash<std::string>()(PatternOf(characters_, std::span(tokens_).subspan(nBefore))));
 }
 
 void clsReportLines::Settle() {
@@ -147,15 +154,11 @@ bool clsReportLines::Read(std::string_view sInput, const TextFileOptions& option
 void clsReportLines::FindFurniture() {
   constexpr int32_t kOften = 3;
   std::unordered_map<size_t, int32_t> counts;
-  std::vector<size_t> hashes;
-  hashes.reserve(lines_.size());
+  for (const size_t nPattern : patterns_) ++counts[nPattern];
   for (size_t i = 0; i < lines_.size(); ++i) {
-    hashes.push_back(std::hash<std::string>()(Pattern(i)));
-    ++counts[hashes.back()];
+    lines_[i].bFurniture = counts[patterns_[i]] >= kOften && !lines_[i].IsBlank() && !lines_[i].bRule;
   }
-  for (size_t i = 0; i < lines_.size(); ++i) {
-    lines_[i].bFurniture = counts[hashes[i]] >= kOften && !lines_[i].IsBlank() && !lines_[i].bRule;
-  }
+  patterns_ = {};
 }
 
 bool clsReportLines::IsFirstWith(std::string_view sText, size_t nLine) const {

@@ -65,6 +65,7 @@ class clsReportLines {
   std::vector<ReportLine> lines_;
   std::vector<LineToken> tokens_;  ///< Of all lines
   std::string sAll_;               ///< All texts, each ended by LF
+  std::vector<size_t> patterns_;   ///< A hash of each line's pattern, until its furniture is found
   std::u32string characters_;      ///< Of the line at hand, kept for its memory
   bool bWhole_ = true;
 };

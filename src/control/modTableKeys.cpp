@@ -96,12 +96,12 @@ std::optional<TableKey> FindKey(const clsReportLines& report, const std::vector<
   return std::nullopt;
 }
 
-/// Lines of the report that are looked through if no text near the table serves: upwards from the table, then from the
-/// top, where each text stands for the first time.
-std::vector<size_t> FarLines(size_t nFrom) {
+/// Lines that are looked through if no text near the table serves: upwards from the table, then from the report's top,
+/// where most texts stand for the first time.
+std::vector<size_t> FarLines(const clsReportLines& report, size_t nFrom) {
   std::vector<size_t> nLines;
   for (size_t n = nFrom; n > 0 && nFrom - n < kFarLines; --n) nLines.push_back(n - 1);
-  for (size_t n = 0; n < std::min(nFrom, kFarLines); ++n) nLines.push_back(n);
+  for (size_t n = 0; n < std::min(report.Lines().size(), kFarLines); ++n) nLines.push_back(n);
   return nLines;
 }
 
@@ -109,7 +109,7 @@ std::optional<TableKey> FindNearOrFar(const clsReportLines& report, const std::v
                                       size_t nLast) {
   std::optional<TableKey> key = FindKey(report, nNear);
   const bool bFar = !key;
-  if (bFar) key = FindKey(report, FarLines(nFirst));
+  if (bFar) key = FindKey(report, FarLines(report, nFirst));
   if (!key) return key;
   key->bFar = bFar;
   key->bInRows = !bFar && key->nLine >= nFirst && key->nLine <= nLast;
