@@ -266,10 +266,12 @@ void LayoutProfileEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
   pSplitter->setSizes({kEditorWidth, kPreviewWidth});
   const int nRoom = dialog.screen()->availableGeometry().width() - kFrame;
   dialog.resize(std::min(kEditorWidth + kPreviewWidth, nRoom), static_cast<int>(form.Height / kTwipsPerPixel));
-  QObject::connect(pShowPreview, &QCheckBox::toggled, &dialog, [&dialog, pPreview](bool bShown) {
-    const int nWidth = dialog.width() + (bShown ? kPreviewWidth : -pPreview->width());
+  QObject::connect(pShowPreview, &QCheckBox::toggled, &dialog, [&dialog, pSplitter, pPreview, nRoom](bool bShown) {
+    const int nEditor = pSplitter->sizes().front();
+    const int nMargins = dialog.width() - pSplitter->width();
     pPreview->setVisible(bShown);
-    dialog.resize(nWidth, dialog.height());
+    dialog.layout()->activate();  // else what is hidden would still want its room
+    dialog.resize(std::min(nRoom, nEditor + nMargins + (bShown ? kPreviewWidth : 0)), dialog.height());
   });
   QObject::connect(&dialog, &QDialog::finished, &dialog,
                    [&form, &dialog] { form.Height = dialog.height() * kTwipsPerPixel; });
