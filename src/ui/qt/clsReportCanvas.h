@@ -63,6 +63,7 @@ class clsReportCanvas : public QAbstractScrollArea {
   void ScrollToBoundary();
 
   void PaintRuler(QPainter& painter, const Colours& colours) const;
+  void PaintLetters(QPainter& painter, const Colours& colours) const;
   void PaintRow(QPainter& painter, const Colours& colours, int nRow, int y) const;
   void PaintBands(QPainter& painter, const Colours& colours, const CutLine& line, int y) const;
   void PaintMarks(QPainter& painter, const Colours& colours, const CutLine& line, int y) const;
