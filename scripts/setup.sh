@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that are missing, and does nothing when all are there.
 #
-#   scripts/setup.sh [build] [demo] [tests] [gui] [checks] [fuzz] [valgrind] [bench] [package]      default: build tests gui
+#   scripts/setup.sh [build] [demo] [tests] [gui] [screenshots] [checks] [fuzz] [valgrind] [bench] [package]      default: build tests gui
 #
 # Works as root and as a user with sudo, on a machine that has nothing but apt.
 set -euo pipefail
@@ -13,6 +13,7 @@ tests="python3 python3-openpyxl python3-xlrd python3-xlwt python3-xlsxwriter pyt
 # Batches on many machines are tried under what starts them there, completions in the shells themselves.
 tests+=" parallel munge slurm-client slurmctld slurmd python3-yaml bash-completion zsh fish"
 gui="qt6-base-dev"
+screenshots="xvfb openbox xdotool imagemagick optipng pngquant fonts-dejavu-core fonts-noto-cjk"
 checks="clang-format git"
 fuzz="clang llvm python3"
 valgrind="valgrind"
@@ -23,8 +24,8 @@ wanted=""
 for set in "${@:-build tests gui}"; do
   for name in $set; do
     case "$name" in
-      build | demo | tests | gui | checks | fuzz | valgrind | bench | package) wanted+=" ${!name}" ;;
-      *) echo "setup.sh: no set of packages is called '$name' (build, demo, tests, gui, checks, fuzz, valgrind, bench, package)" >&2; exit 2 ;;
+      build | demo | tests | gui | screenshots | checks | fuzz | valgrind | bench | package) wanted+=" ${!name}" ;;
+      *) echo "setup.sh: no set of packages is called '$name' (build, demo, tests, gui, screenshots, checks, fuzz, valgrind, bench, package)" >&2; exit 2 ;;
     esac
   done
 done

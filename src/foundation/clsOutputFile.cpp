@@ -189,7 +189,7 @@ bool ReadWholeFile(std::string_view sPath, std::string& sBytes, size_t nMaxBytes
   constexpr size_t kMostAtOnce = size_t{4} << 20;
   int64_t nGot = 1;
   while (nGot > 0 && sBytes.size() <= nMaxBytes) {
-    GiveTurn();
+    if (!sBytes.empty()) GiveTurn();
     const size_t nOld = sBytes.size();
     sBytes.resize(nOld + std::clamp(nOld, kBlock, kMostAtOnce));
     nGot = ReadHandle(nHandle, sBytes.data() + nOld, sBytes.size() - nOld);

@@ -41,6 +41,8 @@ class clsScreen {
   virtual bool FontInstalled(std::string_view sFontName) = 0;
   /// Where the main window stands, in twips.
   virtual WindowPlacement MainPlacement() = 0;
+  /// Name and version of the toolkit.
+  virtual std::string Toolkit() = 0;
 };
 
 /// The filters of a text "label|masks|label|masks".

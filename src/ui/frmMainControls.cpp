@@ -85,6 +85,7 @@ constexpr std::array kMenus{
     MenuRow{"mnuHelpMenuItem", "mnuGettingStarted", "&Getting Started", ""},
     MenuRow{"mnuHelpMenuItem", "mnuHelp", "Help &Contents", "F1"},
     MenuRow{"mnuHelpMenuItem", "mnuHelpWeb", "&Web Help (most up to date)", ""},
+    MenuRow{"mnuHelpMenuItem", "mnuLanguage", "&Language..", ""},
     MenuRow{"mnuHelpMenuItem", "mnuAbout", "&About", ""},
     MenuRow{"mnuHelpMenuItem", "mnuHelpProductHomePage", "&Product Home Page", ""},
     MenuRow{"mnuHelpMenuItem", "mnuHelpProductUpdates", "Product &Updates", ""},

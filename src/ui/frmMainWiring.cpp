@@ -1,5 +1,6 @@
 // Which event of the main form does what.
 
+#include "frmLanguage.h"
 #include "frmMain.h"
 #include "modFiles.h"
 #include "modHelp.h"
@@ -69,8 +70,10 @@ void frmMain::WireMenus() {
   });
   OnClick("mnuGettingStarted", [this] { mnuGettingStarted_Click(); });
   OnClick("mnuHelp", [this] { OpenHelpTopic(host_, 0); });
-  OnClick("mnuAbout",
-          [this] { host_.ShowMessage(AboutText(), "Quillon", MessageIcon::Information, MessageButtons::Ok); });
+  OnClick("mnuLanguage", [this] { ChooseLanguage(host_, screen_, true); });
+  OnClick("mnuAbout", [this] {
+    host_.ShowMessage(AboutText(screen_.Toolkit()), "Quillon", MessageIcon::Information, MessageButtons::Ok);
+  });
   for (const WebMenu& menu : kWebMenus) {
     OnClick(menu.sName, [this, nTopic = menu.nTopic] { OpenHelpTopic(host_, nTopic); });
   }

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "modLibraries.h"
 #include "modPaths.h"
 #include "modTranslator.h"
 #include "modVersion.h"
@@ -49,10 +50,11 @@ void OpenHelpTopic(clsHost& host, int nTopic) {
                    MessageIcon::Warning, MessageButtons::Ok);
 }
 
-std::string AboutText() {
-  return fmt::format("Quillon {}\r\nBrindlemark, Inc.\r\n\r\n{}\r\n\r\n{} Qt, fmt {}.{}.{}, libzip, ISA-L, libgsf",
-                     VersionText, Translate("Text to Excel/CSV File Conversion"), Translate("Built with:"),
-                     FMT_VERSION / 10000, FMT_VERSION / 100 % 100, FMT_VERSION % 100);
+std::string AboutText(std::string_view sToolkit) {
+  return fmt::format("Quillon {}\r\n{}\r\n\r\nBrindlemark, Inc. {}\r\n\r\n{} {}, fmt {}.{}.{}, {}", VersionText,
+                     Translate("Text to Excel/CSV File Conversion"), Translate("All rights reserved."),
+                     Translate("Built with:"), sToolkit, FMT_VERSION / 10000, FMT_VERSION / 100 % 100,
+                     FMT_VERSION % 100, WorkbookLibraries());
 }
 
 }  // namespace quillon

@@ -22,7 +22,7 @@ struct WebMenu {
 inline constexpr std::array kWebMenus{WebMenu{"mnuHelpWeb", 0}, WebMenu{"mnuHelpProductHomePage", 2},
                                       WebMenu{"mnuHelpProductUpdates", 60}, WebMenu{"mnuBrindlemarkHomePage", 2}};
 
-/// Name, version, maker and the libraries the program stands on.
-std::string AboutText();
+/// Name, version, maker, licence, and the libraries that the program stands on with their versions.
+std::string AboutText(std::string_view sToolkit);
 
 }  // namespace quillon

@@ -29,6 +29,7 @@ class clsTestScreen : public clsScreen {
   std::string AskFont(std::string_view) override { return sFont; }
   bool FontInstalled(std::string_view) override { return false; }
   WindowPlacement MainPlacement() override { return {}; }
+  std::string Toolkit() override { return "no toolkit"; }
 
  private:
   static std::string Next(std::deque<std::string>& answers) {

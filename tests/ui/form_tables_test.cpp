@@ -1,13 +1,17 @@
 // The tables that the forms are made of: settings, menus, buttons, options. Each row is tried by what it does.
 
-#include <algorithm>
+#include <array>
+#include <fstream>
 #include <functional>
+#include <iterator>
+#include <map>
 
 #include "clsDesktopFixture.h"
 #include "clsIniFile.h"
 #include "frmMainMDI.h"
 #include "frmQLNOptions.h"
 #include "modHelp.h"
+#include "modText.h"
 
 namespace quillon {
 namespace {
@@ -169,8 +173,9 @@ TEST_F(FormTables, MenusAndToolButtonsDoWhatTheySay) {
       {"mnuGettingStarted", "mnuHelpMenuItem", "&Getting Started", "", [&] { return shows("frmGettingStarted"); }},
       {"mnuHelp", "mnuHelpMenuItem", "Help &Contents", "F1", [&] { return opens(0); }},
       {"mnuHelpWeb", "mnuHelpMenuItem", "&Web Help (most up to date)", "", [&] { return opens(0); }},
+      {"mnuLanguage", "mnuHelpMenuItem", "&Language..", "", [&] { return shows("frmLanguage"); }},
       {"mnuAbout", "mnuHelpMenuItem", "&About", "",
-       [&] { return host_.messages.back().sText.find("libzip") != std::string::npos; }},
+       [&] { return host_.messages.back().sText.find("no toolkit, fmt") != std::string::npos; }},
       {"mnuHelpProductHomePage", "mnuHelpMenuItem", "&Product Home Page", "", [&] { return opens(2); }},
       {"mnuHelpProductUpdates", "mnuHelpMenuItem", "Product &Updates", "", [&] { return opens(60); }},
       {"mnuBrindlemarkHomePage", "mnuHelpMenuItem", "&Brindlemark Home Page", "", [&] { return opens(2); }},
@@ -307,6 +312,49 @@ TEST_F(FormTables, EveryOptionIsShownAppliedAndLeftAloneByCancel) {
     EXPECT_EQ(dialog.Get("tsDisplay").lListIndex, 1);
   };
   form_.ConfigureQLNOptions();
+}
+
+/// Access keys of menu entries and buttons that several share, by the menu or form they stand in.
+std::string SharedAccessKeys(const clsForm& form) {
+  std::map<std::string, std::map<std::string, int>> uses;
+  for (const auto& pControl : form.Controls()) {
+    const bool bButton = pControl->kind == ControlKind::CommandButton || pControl->kind == ControlKind::CheckBox;
+    const size_t n = pControl->sCaption.find('&');
+    if ((!bButton && pControl->kind != ControlKind::Menu) || n == std::string::npos) continue;
+    size_t nEnd = n + 1;
+    DecodeUtf8(pControl->sCaption, nEnd);
+    ++uses[pControl->sMenu][UpperText(pControl->sCaption.substr(n + 1, nEnd - n - 1))];
+  }
+  std::string sShared;
+  for (const auto& [sMenu, keys] : uses) {
+    for (const auto& [sKey, nUses] : keys) sShared += nUses > 1 ? sMenu + ":" + sKey + " " : "";
+  }
+  return sShared;
+}
+
+TEST_F(FormTables, NoMenuAndNoFormSharesAnAccessKeyInAnyLanguage) {
+  for (const char* const pLanguage : {"English", "German", "French", "Spanish", "Japanese"}) {
+    ResetTranslator();
+    const std::string sName = std::string(pLanguage) + "-Quillon.txt";
+    if (sName[0] != 'E') {
+      std::ifstream in(std::string(QUILLON_SOURCE_DIR) + "/data/Languages/" + sName);
+      folder_.Write(Data("Languages/" + sName), std::string(std::istreambuf_iterator<char>(in), {}));
+    }
+    SaveLanguage(pLanguage);
+    InitializeTranslator(host_, nullptr);
+    frmMain form(host_, screen_, gConversionOptions, log_, fields_);
+    bool bFirst = false;
+    form.Form_Load(bFirst);
+    EXPECT_EQ(SharedAccessKeys(form), "") << pLanguage;
+    for (const char* const pOpens : {"KeyOptions", "mnuGettingStarted", "mnuLanguage"}) {
+      screen_.onModal = [&](clsForm& dialog) {
+        // "&Clear sheet contents" and "&Cancel": the captions are as they are, and Esc cancels.
+        const std::string sShared = SharedAccessKeys(dialog);
+        EXPECT_TRUE(sShared.empty() || (sShared == ":C " && pOpens[0] == 'K')) << pLanguage << pOpens << sShared;
+      };
+      form.Click(pOpens);
+    }
+  }
 }
 
 }  // namespace

@@ -73,6 +73,10 @@ void clsMainWindow::moveEvent(QMoveEvent* pEvent) {
 void clsMainWindow::changeEvent(QEvent* pEvent) {
   QMainWindow::changeEvent(pEvent);
   if (pEvent->type() == QEvent::WindowStateChange) NotePlacement();
+  if (pEvent->type() == QEvent::PaletteChange && pLogColours_ != nullptr) {
+    MakeIcons();
+    pLogColours_->rehighlight();
+  }
 }
 
 // A run goes on below this event on the stack, so the window stays until the run has stopped.
@@ -173,7 +177,10 @@ void clsMainWindow::ShowRunProgress(const RunProgress& progress) {
 
 void clsMainWindow::PaintProgress() {
   ShowBusy();
-  for (const auto& [place, sText] : std::exchange(panelTexts_, {})) panels_[place]->setText(sText);
+  for (const auto& [place, sText] : std::exchange(panelTexts_, {})) {
+    const bool bTime = place == std::pair(0, 6) && !sText.isEmpty();
+    panels_[place]->setText(bTime ? sText + " s" : sText);
+  }
   if (!progress_ || !form_.IsRunning()) return;
   constexpr int kParts = 1000;
   pProgress_->setRange(0, kParts);

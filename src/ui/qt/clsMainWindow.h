@@ -4,6 +4,7 @@
 #include <QMainWindow>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QSyntaxHighlighter>
 #include <optional>
 
 #include "clsFormBinder.h"
@@ -41,7 +42,9 @@ class clsMainWindow : public QMainWindow, public clsRunLogView {
   QWidget* MakeStep2();
   QWidget* MakeStep3();
   QWidget* MakeLog();
+  void AlignSteps();
   void MakeToolBar();
+  void MakeIcons();
   void MakeStatusBars();
   void NotePlacement();
   void ShowRunProgress(const RunProgress& progress);
@@ -56,6 +59,7 @@ class clsMainWindow : public QMainWindow, public clsRunLogView {
   clsRunLog& log_;
   clsFormBinder binder_;
   QPlainTextEdit* pLog_ = nullptr;
+  QSyntaxHighlighter* pLogColours_ = nullptr;
   QProgressBar* pProgress_ = nullptr;
   struct Progress {
     double share;  ///< Of all files of the run

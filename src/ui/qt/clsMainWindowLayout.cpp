@@ -6,12 +6,12 @@
 #include <QGroupBox>
 #include <QPushButton>
 #include <QStatusBar>
-#include <QStyle>
 #include <QSyntaxHighlighter>
 #include <QToolBar>
 #include <QVBoxLayout>
 
 #include "clsMainWindow.h"
+#include "modIcons.h"
 #include "modTranslator.h"
 
 namespace quillon {
@@ -38,22 +38,40 @@ class clsLogColours : public QSyntaxHighlighter {
   QPlainTextEdit* pLog_;
 };
 
-QPushButton* HelpButton(clsFormBinder& b, const char* pName) {
-  auto* const pButton = b.As<QPushButton>(pName);
+/// The hints, the buttons beside the boxes and the help at the right edge stand in columns of their own in each step.
+constexpr int kBoxColumn = 0, kButtonColumn = 1, kHelpColumn = 3, kColumns = 4;
+
+QWidget* HelpButton(clsFormBinder& b, const char* pName) {
+  QWidget* const pButton = b.Widget(pName);
   constexpr int kWidth = 28;
   pButton->setFixedWidth(kWidth);
   return pButton;
 }
 
+QGridLayout* StepGrid(QWidget* pBox) {
+  auto* const pGrid = new QGridLayout(pBox);
+  pGrid->setColumnStretch(kBoxColumn, 1);
+  return pGrid;
+}
+
 QHBoxLayout* Row(std::initializer_list<QWidget*> widgets) {
   auto* const pRow = new QHBoxLayout;
   for (QWidget* const pWidget : widgets) pRow->addWidget(pWidget);
-  pRow->addStretch();
   return pRow;
 }
 
-void Dim(QWidget* pHint) {
+void AddHint(QGridLayout* pGrid, QWidget* pHint) {
   pHint->setForegroundRole(QPalette::PlaceholderText);
+  pGrid->addWidget(pHint, pGrid->rowCount(), kBoxColumn, 1, kColumns);
+}
+
+/// A check box, and at the right the buttons of which one shows at a time.
+void AddLastRow(QGridLayout* pGrid, QWidget* pCheck, QWidget* pEdit, QWidget* pExplore) {
+  const int nRow = pGrid->rowCount();
+  pGrid->addWidget(pCheck, nRow, kBoxColumn);
+  for (QWidget* const pButton : {pEdit, pExplore}) {
+    pGrid->addWidget(pButton, nRow, kButtonColumn, 1, kColumns - kButtonColumn);
+  }
 }
 
 constexpr int kPanels = 6;
@@ -64,6 +82,8 @@ clsMainWindow::clsMainWindow(clsQtHost& host, frmMainMDI& frame, frmMain& form, 
     : host_(host), frame_(frame), form_(form), log_(log), binder_(form) {
   setAcceptDrops(true);
   auto* const pCentral = new QWidget;
+  // The captions of the steps lead the eye; what is in them inherits nothing of it.
+  pCentral->setStyleSheet("QGroupBox { font-weight: bold } QGroupBox QGroupBox { font-weight: normal; border: 0 }");
   auto* const pColumn = new QVBoxLayout(pCentral);
   pColumn->addWidget(MakeStep1());
   pColumn->addWidget(MakeStep2());
@@ -71,11 +91,13 @@ clsMainWindow::clsMainWindow(clsQtHost& host, frmMainMDI& frame, frmMain& form, 
   pColumn->addWidget(MakeLog(), 1);
   setCentralWidget(pCentral);
   MakeToolBar();
+  MakeIcons();
   MakeStatusBars();
   binder_.MakeMenus(menuBar());
   binder_.onState = [this] {
     const QString sJob = ToQt(form_.sCaption);
     setWindowTitle(sJob == "Quillon" ? ToQt(frame_.sCaption) : sJob + " - Quillon");
+    AlignSteps();
     PaintProgress();
     if (!form_.IsRunning()) HideProgress();
   };
@@ -93,57 +115,56 @@ clsMainWindow::clsMainWindow(clsQtHost& host, frmMainMDI& frame, frmMain& form, 
 
 QWidget* clsMainWindow::MakeStep1() {
   auto* const pBox = binder_.As<QGroupBox>("frameGUI", 0);
-  auto* const pGrid = new QGridLayout(pBox);
-  pGrid->addWidget(binder_.Widget("cbInputFile"), 0, 0);
-  pGrid->addWidget(binder_.Widget("cmdInputBrowse"), 0, 1);
-  pGrid->addWidget(binder_.Widget("cmdSelectInputFolder"), 0, 2);
-  pGrid->addWidget(HelpButton(binder_, "cmdHelpInputFile"), 0, 3);
-  pGrid->setColumnStretch(0, 1);
-  Dim(binder_.Widget("Label1"));
-  pGrid->addWidget(binder_.Widget("Label1"), 1, 0, 1, 4);
-  pGrid->addLayout(
-      Row({binder_.Widget("cbDoSubfolders"), binder_.Widget("cmdEditInput"), binder_.Widget("cmdExploreInputFolder")}),
-      2, 0, 1, 4);
+  QGridLayout* const pGrid = StepGrid(pBox);
+  pGrid->addWidget(binder_.Widget("cbInputFile"), 0, kBoxColumn);
+  pGrid->addWidget(binder_.Widget("cmdInputBrowse"), 0, kButtonColumn);
+  pGrid->addWidget(binder_.Widget("cmdSelectInputFolder"), 0, kButtonColumn + 1);
+  pGrid->addWidget(HelpButton(binder_, "cmdHelpInputFile"), 0, kHelpColumn);
+  AddHint(pGrid, binder_.Widget("Label1"));
+  AddLastRow(pGrid, binder_.Widget("cbDoSubfolders"), binder_.Widget("cmdEditInput"),
+             binder_.Widget("cmdExploreInputFolder"));
   return pBox;
 }
 
 QWidget* clsMainWindow::MakeStep2() {
   auto* const pBox = binder_.As<QGroupBox>("frameGUI", 1);
-  auto* const pGrid = new QGridLayout(pBox);
-  pGrid->addWidget(binder_.Widget("cbOutputFile"), 0, 0);
-  pGrid->addWidget(binder_.Widget("cmdOutputBrowse"), 0, 1);
-  pGrid->addWidget(binder_.Widget("cmdSelectOutputFolder"), 0, 2);
-  pGrid->addWidget(HelpButton(binder_, "cmdHelpOutputFile"), 0, 3);
-  pGrid->setColumnStretch(0, 1);
-  for (const char* const pHint : {"Label5", "Label2"}) Dim(binder_.Widget(pHint));
-  pGrid->addWidget(binder_.Widget("Label5"), 1, 0, 1, 4);
-  pGrid->addWidget(binder_.Widget("Label2"), 2, 0, 1, 4);
-  pGrid->addLayout(Row({binder_.Widget("cbSaveToOriginalFolder"), binder_.Widget("cmdEditOutput"),
-                        binder_.Widget("cmdExploreOutputFolder")}),
-                   3, 0, 1, 4);
+  QGridLayout* const pGrid = StepGrid(pBox);
+  pGrid->addWidget(binder_.Widget("cbOutputFile"), 0, kBoxColumn);
+  for (const char* const pName : {"cmdOutputBrowse", "cmdSelectOutputFolder"}) {
+    pGrid->addWidget(binder_.Widget(pName), 0, kButtonColumn, 1, 2);
+  }
+  pGrid->addWidget(HelpButton(binder_, "cmdHelpOutputFile"), 0, kHelpColumn);
+  for (const char* const pHint : {"Label5", "Label2"}) AddHint(pGrid, binder_.Widget(pHint));
+  AddLastRow(pGrid, binder_.Widget("cbSaveToOriginalFolder"), binder_.Widget("cmdEditOutput"),
+             binder_.Widget("cmdExploreOutputFolder"));
   return pBox;
 }
 
 QWidget* clsMainWindow::MakeStep3() {
   auto* const pBox = binder_.As<QGroupBox>("frameGUI", 2);
   auto* const pColumn = new QVBoxLayout(pBox);
-  pColumn->addLayout(Row({binder_.Widget("rbConversionMethod", 0), binder_.Widget("rbConversionMethod", 1),
-                          binder_.Widget("rbConversionMethod", 2), HelpButton(binder_, "cmdHelpConversionMethod")}));
-  auto* const pProfile = binder_.As<QGroupBox>("frameInnerGUI", 0);
-  pProfile->setLayout(Row({binder_.Widget("Label6"), binder_.Widget("cbFixedWidthProfileList"),
-                           binder_.Widget("cmdEditProfile"), HelpButton(binder_, "cmdHelpProfileFile")}));
-  constexpr int kListWidth = 260;
-  binder_.Widget("cbFixedWidthProfileList")->setMinimumWidth(kListWidth);
-  auto* const pRecipe = binder_.As<QGroupBox>("frameInnerGUI", 1);
-  auto* const pRow = new QHBoxLayout(pRecipe);
-  for (const char* const pName : {"Label3", "cbRecipeFile", "cmdRecipeBrowse", "cmdEditRecipe"}) {
-    pRow->addWidget(binder_.Widget(pName));
-  }
-  pRow->addWidget(HelpButton(binder_, "cmdHelpRecipeFile"));
-  pRow->setStretch(1, 1);
-  auto* const pMarkup = binder_.As<QGroupBox>("frameInnerGUI", 2);
-  pMarkup->setLayout(Row({binder_.Widget("Label4"), HelpButton(binder_, "cmdHelpMarkup")}));
-  for (QWidget* const pFrame : {pProfile, pRecipe, pMarkup}) pColumn->addWidget(pFrame);
+  QHBoxLayout* const pMethods = Row({binder_.Widget("rbConversionMethod", 0), binder_.Widget("rbConversionMethod", 1),
+                                     binder_.Widget("rbConversionMethod", 2)});
+  constexpr int kBetweenMethods = 18;
+  pMethods->setSpacing(kBetweenMethods);
+  pMethods->addStretch();
+  pMethods->addWidget(HelpButton(binder_, "cmdHelpConversionMethod"));
+  pColumn->addLayout(pMethods);
+  const int titleHeight = fontMetrics().height() * 4 / 3;
+  const auto method = [&](int nIndex, std::initializer_list<const char*> names, int nStretched, const char* pHelp) {
+    QWidget* const pFrame = binder_.Widget("frameInnerGUI", nIndex);
+    auto* const pRow = new QHBoxLayout(pFrame);
+    // Its row stands in line with those of the other steps.
+    pRow->setContentsMargins(0, titleHeight, 0, 0);
+    for (const char* const pName : names) pRow->addWidget(binder_.Widget(pName));
+    pRow->setStretch(nStretched, 1);
+    pRow->addWidget(HelpButton(binder_, pHelp));
+    pColumn->addWidget(pFrame);
+  };
+  for (const char* const pName : {"Label6", "Label3"}) binder_.As<QLabel>(pName)->setWordWrap(false);
+  method(0, {"Label6", "cbFixedWidthProfileList", "cmdEditProfile"}, 1, "cmdHelpProfileFile");
+  method(1, {"Label3", "cbRecipeFile", "cmdRecipeBrowse", "cmdEditRecipe"}, 1, "cmdHelpRecipeFile");
+  method(2, {"Label4"}, 0, "cmdHelpMarkup");
   return pBox;
 }
 
@@ -158,7 +179,7 @@ QWidget* clsMainWindow::MakeLog() {
   constexpr int kLogHeight = 120;
   pLog_->setMinimumHeight(kLogHeight);
   pLog_->viewport()->installEventFilter(this);
-  new clsLogColours(pLog_);
+  pLogColours_ = new clsLogColours(pLog_);
   pColumn->addWidget(pLog_);
   return pBox;
 }
@@ -167,16 +188,31 @@ void clsMainWindow::MakeToolBar() {
   QToolBar* const pBar = addToolBar("tbMain");
   pBar->setObjectName("tbMain");
   pBar->setMovable(false);
+  pBar->setContextMenuPolicy(Qt::PreventContextMenu);
   pBar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-  struct Button {
-    const char* pName;
-    QStyle::StandardPixmap icon;
-  };
-  for (const Button& button : {Button{"keyConvert", QStyle::SP_MediaPlay}, Button{"keyPause", QStyle::SP_MediaPause},
-                               Button{"KeyOptions", QStyle::SP_FileDialogDetailedView}}) {
-    QAction* const pAction = binder_.Action(button.pName);
-    pAction->setIcon(style()->standardIcon(button.icon));
-    pBar->addAction(pAction);
+  for (const char* const pName : {"keyConvert", "keyPause", "KeyOptions"}) pBar->addAction(binder_.Action(pName));
+}
+
+/// The buttons of the second step stand below those of the first, once their captions are known.
+void clsMainWindow::AlignSteps() {
+  auto* const pGrid = static_cast<QGridLayout*>(binder_.Widget("frameGUI", 1)->layout());
+  int nColumn = kButtonColumn;
+  for (const char* const pName : {"cmdInputBrowse", "cmdSelectInputFolder"}) {
+    pGrid->setColumnMinimumWidth(nColumn++, binder_.Widget(pName)->sizeHint().width());
+  }
+}
+
+/// In the colours of the palette, which may change while the window stands.
+void clsMainWindow::MakeIcons() {
+  const auto icon = [this](Icon which) { return MakeIcon(which, palette()); };
+  binder_.Action("keyConvert")->setIcon(icon(Icon::Convert));
+  binder_.Action("keyPause")->setIcon(icon(Icon::Pause));
+  binder_.Action("KeyOptions")->setIcon(icon(Icon::Options));
+  for (const char* const pName : {"cmdInputBrowse", "cmdOutputBrowse", "cmdRecipeBrowse"}) {
+    binder_.As<QPushButton>(pName)->setIcon(icon(Icon::File));
+  }
+  for (const char* const pName : {"cmdSelectInputFolder", "cmdSelectOutputFolder"}) {
+    binder_.As<QPushButton>(pName)->setIcon(icon(Icon::Folder));
   }
 }
 

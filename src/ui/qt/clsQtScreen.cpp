@@ -6,6 +6,8 @@
 #include <QFontDatabase>
 #include <QFontDialog>
 #include <QKeyEvent>
+#include <QLayout>
+#include <algorithm>
 
 #include "clsFormBinder.h"
 #include "modDialogLayouts.h"
@@ -66,6 +68,10 @@ void clsQtScreen::ShowModal(clsForm& form) {
   LayoutDialog(form, binder, dialog, host_);
   binder.ShowState();
   dialog.setWindowTitle(ToQt(form.sCaption));
+  if (dialog.property(kFitsItsTexts).toBool()) {
+    const int width = std::max(dialog.sizeHint().width(), dialog.minimumWidth());
+    dialog.resize(width, dialog.layout()->totalHeightForWidth(width));
+  }
   dialog.exec();
   binder.onClose = nullptr;
 }

@@ -23,6 +23,7 @@ class clsQtScreen : public clsScreen {
   std::string AskFont(std::string_view sFontName) override;
   bool FontInstalled(std::string_view sFontName) override;
   WindowPlacement MainPlacement() override;
+  std::string Toolkit() override { return std::string("Qt ") + qVersion(); }
 
  private:
   clsHost& host_;

@@ -1,14 +1,18 @@
 #include "modDesktop.h"
 
 #include <QApplication>
-#include <QIcon>
 #include <QLabel>
+#include <QLibraryInfo>
+#include <QTranslator>
 #include <QVBoxLayout>
 #include <iostream>
+#include <map>
 #include <memory>
 #include <new>
+#include <optional>
 
 #include "MainModule.h"
+#include "clsAppearance.h"
 #include "clsMainWindow.h"
 #include "clsQtHost.h"
 #include "clsQtScreen.h"
@@ -18,9 +22,11 @@
 #include "frmTextDisplay.h"
 #include "modFailure.h"
 #include "modFiles.h"
+#include "modIcons.h"
 #include "modParseCommandLine.h"
 #include "modPaths.h"
 #include "modRunMessages.h"
+#include "modSettings.h"
 #include "modText.h"
 #include "modTranslator.h"
 #include "modVersion.h"
@@ -40,7 +46,10 @@ struct Desktop {
   frmMainMDI frame;
   std::unique_ptr<frmMain> pForm;
   std::unique_ptr<clsMainWindow> pWindow;
+  std::optional<clsAppearance> appearance;
+  QTranslator toolkitTexts;
 
+  void TranslateToolkit();
   void StartMainWindow(const std::string& sJobFile);
   void ShowBanner(QWidget& banner);
 };
@@ -51,21 +60,43 @@ void Desktop::ShowBanner(QWidget& banner) {
   form.Form_Load(screen);
   form.ShowStart();
   auto* const pColumn = new QVBoxLayout(&banner);
+  constexpr int kMargin = 40;
+  constexpr int kPicture = 64;
+  constexpr int kHeaderPoints = 16;
+  pColumn->setContentsMargins(2 * kMargin, kMargin, 2 * kMargin, kMargin);
+  auto* const pPicture = new QLabel;
+  pPicture->setPixmap(QApplication::windowIcon().pixmap(kPicture));
+  pPicture->setAlignment(Qt::AlignCenter);
+  pColumn->addWidget(pPicture);
   for (const char* const pName : {"lblHeader", "lblLine1", "lblLine2"}) {
     auto* const pLabel = new QLabel(ToQt(form.Get(pName).sCaption));
     pLabel->setAlignment(Qt::AlignCenter);
-    constexpr int kHeaderPoints = 16;
-    if (pColumn->count() == 0) pLabel->setFont(QFont(pLabel->font().family(), kHeaderPoints));
+    if (pColumn->count() == 1) pLabel->setFont(QFont(pLabel->font().family(), kHeaderPoints, QFont::Bold));
     pColumn->addWidget(pLabel);
   }
   banner.setWindowFlags(Qt::SplashScreen);
-  constexpr int kMargin = 40;
-  pColumn->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  banner.setWindowTitle(ToQt(form.Get("lblHeader").sCaption));
+  banner.setObjectName("frmPleaseWait");
+  banner.setAttribute(Qt::WA_StyledBackground);
+  banner.setStyleSheet("#frmPleaseWait { border: 1px solid palette(mid) }");
   banner.show();
   QApplication::processEvents();
 }
 
+/// The toolkit's own texts (file dialogs) in the language of ours, where Debian's package of them is installed.
+void Desktop::TranslateToolkit() {
+  static const std::map<std::string, QString> codes{
+      {"German", "de"}, {"French", "fr"}, {"Spanish", "es"}, {"Japanese", "ja"}};
+  const auto code = codes.find(gsLanguage);
+  if (code == codes.end()) return;
+  if (toolkitTexts.load("qtbase_" + code->second, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QApplication::installTranslator(&toolkitTexts);
+  }
+}
+
 void Desktop::StartMainWindow(const std::string& sJobFile) {
+  appearance.emplace(GetPrivateProfileString(gsSettingsFile, "General", "sColours", "auto"));
+  TranslateToolkit();
   QWidget banner;
   ShowBanner(banner);
   host.Wait(200);
@@ -129,7 +160,7 @@ int RunDesktop(int nArguments, char** pArguments) {
   desktop.host.SetLog(&desktop.log);
   QApplication::setApplicationName("Quillon");
   QApplication::setApplicationVersion(ToQt(VersionText));
-  QApplication::setWindowIcon(QIcon(ToQt(ShippedPath("quillon.svg"))));
+  QApplication::setWindowIcon(MakeIcon(Icon::Application, QApplication::palette()));
   const bool bJob = IsJobArgument(nArguments, pArguments);
   const std::string sText = bJob ? std::string() : CommandText(nArguments, pArguments);
   StartHooks hooks;

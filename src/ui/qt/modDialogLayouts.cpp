@@ -51,41 +51,68 @@ QHBoxLayout* Buttons(clsFormBinder& binder, std::initializer_list<const char*> b
   return pRow;
 }
 
+/// A box for a few characters at the left of its row.
+QHBoxLayout* Short(QWidget* pBox) {
+  constexpr int kWidth = 120;
+  pBox->setMaximumWidth(kWidth);
+  QHBoxLayout* const pRow = Row({pBox});
+  pRow->addStretch();
+  return pRow;
+}
+
+QVBoxLayout* ColumnOf(QWidget* pBox) {
+  return static_cast<QVBoxLayout*>(pBox->layout());
+}
+
+void LayoutInputOptions(clsFormBinder& b, QWidget* pTab) {
+  auto* const pColumn = new QVBoxLayout(pTab);
+  QGroupBox* const pRecipe = Group(b, "frameRecipeInput", {});
+  QHBoxLayout* const pTabSize = Row({b.Widget("lblTabSize")});
+  pTabSize->addLayout(Short(b.Widget("txtTabSize")), 1);
+  ColumnOf(pRecipe)->addLayout(pTabSize);
+  ColumnOf(pRecipe)->addWidget(Note(b, "lblTabSizeNote"));
+  ColumnOf(pRecipe)->addWidget(b.Widget("cbUnix"));
+  pColumn->addWidget(pRecipe);
+  QWidget* const pFormat = b.Widget("frameInputFormat");
+  pFormat->setLayout(Row({b.Widget("rbInputFileFormat", 0), b.Widget("rbInputFileFormat", 1)}));
+  QGroupBox* const pProfile = Group(
+      b, "frameProfileInput",
+      {pFormat, b.Widget("cbTreatDataAsText"), Note(b, "lblTreatDataAsTextNote"), b.Widget("lblStartColRowNote")});
+  ColumnOf(pProfile)->addLayout(Short(b.Widget("txtStartColRow")));
+  pColumn->addWidget(pProfile);
+  pColumn->addStretch();
+}
+
+void LayoutOutputOptions(clsFormBinder& b, QWidget* pTab) {
+  auto* const pColumn = new QVBoxLayout(pTab);
+  pColumn->addWidget(Group(b, "frameExcel",
+                           {b.Widget("cbClearOutputFileBeforeProcessing"), b.Widget("lblSheetTarget"),
+                            b.Widget("txtSheetTarget"), Note(b, "lblSheetTargetNote")}));
+  pColumn->addWidget(
+      Group(b, "frameCsv", {b.Widget("lblCharacter1"), b.Widget("cbCharacter1"), Note(b, "lblCharacter1Note")}));
+  QWidget* const pQuotes = b.Widget("frameQuotes");
+  pQuotes->setLayout(
+      Row({b.Widget("rbUseDoubleQuotes", 0), b.Widget("rbUseDoubleQuotes", 1), b.Widget("rbUseDoubleQuotes", 2)}));
+  pColumn->addWidget(Group(b, "frameProfileOutput", {b.Widget("cbRemoveExtraPadChars"), pQuotes}));
+  pColumn->addStretch();
+}
+
+/// The tabs lie on top of each other, and the dialog is as large as the larger one needs.
 void LayoutOptions(clsForm&, clsFormBinder& b, QDialog& dialog) {
   auto* const pAll = new QVBoxLayout(&dialog);
   pAll->addWidget(b.Widget("tsDisplay"));
-  auto* const pInput = b.As<QGroupBox>("FrameArray", 0);
-  auto* const pInputColumn = new QVBoxLayout(pInput);
-  auto* const pTab = Group(b, "frameRecipeInput", {});
-  static_cast<QVBoxLayout*>(pTab->layout())->addLayout(Row({b.Widget("lblTabSize"), b.Widget("txtTabSize")}));
-  pTab->layout()->addWidget(Note(b, "lblTabSizeNote"));
-  pTab->layout()->addWidget(b.Widget("cbUnix"));
-  pInputColumn->addWidget(pTab);
-  auto* const pProfile = Group(b, "frameProfileInput", {});
-  auto* const pFormat = b.As<QGroupBox>("frameInputFormat");
-  pFormat->setLayout(Row({b.Widget("rbInputFileFormat", 0), b.Widget("rbInputFileFormat", 1)}));
-  for (QWidget* const pWidget : {static_cast<QWidget*>(pFormat), b.Widget("cbTreatDataAsText"),
-                                 static_cast<QWidget*>(Note(b, "lblTreatDataAsTextNote")), b.Widget("txtStartColRow"),
-                                 static_cast<QWidget*>(Note(b, "lblStartColRowNote"))}) {
-    pProfile->layout()->addWidget(pWidget);
+  auto* const pTabs = new QGridLayout;
+  for (int i = 0; i < 2; ++i) {
+    QWidget* const pTab = b.Widget("FrameArray", i);
+    (i == 0 ? LayoutInputOptions : LayoutOutputOptions)(b, pTab);
+    QSizePolicy policy = pTab->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    pTab->setSizePolicy(policy);
+    pTabs->addWidget(pTab, 0, 0);
   }
-  pInputColumn->addWidget(pProfile);
-  pInputColumn->addStretch();
-
-  auto* const pOutput = b.As<QGroupBox>("FrameArray", 1);
-  auto* const pOutputColumn = new QVBoxLayout(pOutput);
-  pOutputColumn->addWidget(Group(b, "frameExcel",
-                                 {b.Widget("cbClearOutputFileBeforeProcessing"), b.Widget("lblSheetTarget"),
-                                  b.Widget("txtSheetTarget"), Note(b, "lblSheetTargetNote")}));
-  pOutputColumn->addWidget(
-      Group(b, "frameCsv", {b.Widget("lblCharacter1"), b.Widget("cbCharacter1"), Note(b, "lblCharacter1Note")}));
-  auto* const pQuotes = b.As<QGroupBox>("frameQuotes");
-  pQuotes->setLayout(
-      Row({b.Widget("rbUseDoubleQuotes", 0), b.Widget("rbUseDoubleQuotes", 1), b.Widget("rbUseDoubleQuotes", 2)}));
-  pOutputColumn->addWidget(Group(b, "frameProfileOutput", {b.Widget("cbRemoveExtraPadChars"), pQuotes}));
-  pOutputColumn->addStretch();
-  pAll->addWidget(pInput);
-  pAll->addWidget(pOutput);
+  pAll->addLayout(pTabs);
+  pAll->addStretch();
+  dialog.setProperty(kFitsItsTexts, true);
   pAll->addLayout(Buttons(b, {"cmdApply", "cmdCancel"}));
 }
 
@@ -108,7 +135,10 @@ void LayoutGettingStarted(clsForm&, clsFormBinder& b, QDialog& dialog) {
                         {b.Widget("Label4"), b.Widget("cmdOpenBrowserToQLNFiles"), b.Widget("cmdOpenBrowserToDemo1bat"),
                          b.Widget("cmdOpenBrowserToDemo2bat"), b.Widget("cmdOpenBrowserToDemo3bat"),
                          b.Widget("cmdOpenBrowserToDemo4bat")}));
+  pAll->addStretch(1);
   pAll->addLayout(Buttons(b, {"cmdClose"}));
+  dialog.setStyleSheet("QGroupBox { font-weight: bold }");
+  dialog.setProperty(kFitsItsTexts, true);
   dialog.setMinimumWidth(520);
 }
 

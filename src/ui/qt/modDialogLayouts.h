@@ -7,6 +7,9 @@
 
 namespace quillon {
 
+/// Property of a dialog that is to be as high as its wrapped texts need at its width, once they are known.
+inline constexpr const char* kFitsItsTexts = "fitsItsTexts";
+
 /// Arranges the controls of a form in a dialog. A form that has no layout of its own shows its controls in a column.
 void LayoutDialog(clsForm& form, clsFormBinder& binder, QDialog& dialog, clsHost& host);
 

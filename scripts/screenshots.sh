@@ -1,0 +1,150 @@
+#!/usr/bin/env bash
+# Makes the pictures of the documents from the real program on a screen of its own.
+#
+#   scripts/screenshots.sh [FOLDER] [NAME...]     default: docs/images, all pictures
+set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")/.."
+. scripts/lib.sh
+
+folder=$(realpath -m "${1:-docs/images}")
+wanted=("${@:2}")
+scripts/setup.sh build gui screenshots
+build_preset release -DQUILLON_GUI=ON -DQUILLON_TESTS=OFF -- quillon-gui quillon_help
+
+# A short path, as the pictures show it.
+home=/tmp/quillon-pictures
+rm -rf "$home"
+mkdir -p "$home" "$folder"
+mkdir -m 700 "$home/run"
+started=()
+finish() {
+  for process in "${started[@]}"; do kill "$process" 2>/dev/null || true; done
+  rm -rf "$home"
+}
+trap finish EXIT
+
+mkfifo "$home/display"
+exec 3<>"$home/display"
+Xvfb -displayfd 3 -screen 0 1600x1350x24 >/dev/null 2>&1 &
+started+=($!)
+read -r number <&3
+export DISPLAY=:$number XDG_RUNTIME_DIR=$home/run APPDATA=$home/data LC_ALL=C.UTF-8 HOME=$home
+unset QT_QPA_PLATFORM QT_STYLE_OVERRIDE QT_QPA_PLATFORMTHEME DBUS_SESSION_BUS_ADDRESS
+openbox >/dev/null 2>&1 &
+started+=($!)
+
+data="$APPDATA/Brindlemark, Inc/Quillon"
+program=
+
+# fresh [SETTINGS]: a data folder that has seen its first start
+fresh() {
+  rm -rf "$APPDATA"
+  mkdir -p "$data"
+  cp -r data/Example* data/Profiles "$data"
+  printf '[Settings]\r\nbFirstTimeUser=FALSE\r\n' >"$data/Store.ini"
+  printf '%b' "${1:-}" >"$data/QLN.INI"
+}
+
+# Windows come and go while they are looked for.
+window() {
+  local found
+  for _ in $(seq 100); do
+    found=$({ xdotool search --onlyvisible --name "$1" 2>/dev/null || true; } | tail -1)
+    [ -n "$found" ] && echo "$found" && return
+    sleep 0.1
+  done
+  echo "screenshots.sh: no window is called '$1'" >&2
+  return 1
+}
+
+# open TITLE [ARGUMENT...]: starts the program and waits for its window and the end of the banner
+open() {
+  build/bin/quillon-gui "${@:2}" 2>/dev/null &
+  program=$!
+  main=$(window "$1")
+  timeout 5 xdotool windowactivate --sync "$main" || true
+  sleep 0.7
+}
+close() {
+  kill "$program" 2>/dev/null || true
+  wait "$program" 2>/dev/null || true
+}
+keys() {
+  for key in "$@"; do
+    xdotool key --clearmodifiers "$key"
+    sleep 0.15
+  done
+}
+# shot NAME [WINDOW]: the window with its frame; "root" is all that stands on the screen
+shot() {
+  sleep 0.4
+  if [ "${2:-}" = root ]; then
+    import -window root -trim "$folder/$1.png"
+  else
+    import -frame -window "${2:-$main}" "$folder/$1.png"
+  fi
+  pngquant --force --ext .png --skip-if-larger 128 "$folder/$1.png" || true
+  optipng -quiet -o3 "$folder/$1.png"
+}
+# job FILE METHOD INPUT OUTPUT: a job file in the data folder
+job() {
+  printf '[QLN]\r\nsInputFile=%s\r\nsOutputFile=%s\r\nlConversionMethod=%s\r\n' "$3" "$4" "$2" >"$data/$1"
+}
+want() {
+  [ ${#wanted[@]} -eq 0 ] && return 0
+  local name
+  for name in "${wanted[@]}"; do [ "$name" = "$1" ] && return 0; done
+  return 1
+}
+
+converted() {
+  fresh "${1:-}"
+  open "Example2-Recipe.QLN" "$data/Example2-Recipe.QLN"
+  keys F5
+}
+
+if want main-window; then converted; shot main-window; close; fi
+if want profile; then fresh; open Example1-Profile.QLN "$data/Example1-Profile.QLN"; shot profile; close; fi
+if want markup; then fresh; open Example4 "$data/Example4-File-Marking.QLN"; shot markup; close; fi
+if want wildcard; then
+  fresh
+  job Bills.QLN 1 'C:\bills\*.txt' 'C:\out\*.xlsx'
+  open Bills.QLN "$data/Bills.QLN"; shot wildcard; close
+fi
+if want running; then
+  fresh
+  { echo '>>1'; echo '-------- ----------------------------'; seq -f '%8.0f a line of a report that is long' 1 9000000; echo '<<1'; } >"$home/ledger.txt"
+  job Ledger.QLN 2 "$home/ledger.txt" "$home/ledger.csv"
+  open Ledger.QLN "$data/Ledger.QLN"; keys F5; sleep 0.6; shot running; close
+fi
+if want errors; then
+  fresh
+  printf '[Table 1]\r\nReadStartLine=NOT IN THE REPORT\r\nReadStartLineOffset=1\r\nReadEndLine=x\r\nReadEndLineOffset=1\r\nParsing=----\r\nWriteColumn=A\r\n' >"$home/wrong.rcp"
+  sed -i "s|^sRecipeFile=.*|sRecipeFile=$home/wrong.rcp\r|" "$data/Example2-Recipe.QLN"
+  open Example2-Recipe.QLN "$data/Example2-Recipe.QLN"; keys F5
+  for _ in 1 2 3 4 5; do keys Return; done
+  shot errors; close
+fi
+if want menu; then converted; keys alt+h; shot menu root; close; fi
+if want german; then converted '[Language]\r\nLanguage_Code=German\r\n'; shot german; close; fi
+if want japanese; then converted '[Language]\r\nLanguage_Code=Japanese\r\n'; shot japanese; close; fi
+if want dark; then converted '[General]\r\nsColours=dark\r\n'; shot dark; close; fi
+if want scale-150; then export QT_SCALE_FACTOR=1.5; converted; shot scale-150; close; unset QT_SCALE_FACTOR; fi
+if want options; then
+  converted
+  keys alt+c o; shot options-input "$(window 'Quillon Options')"
+  keys Right; shot options "$(window 'Quillon Options')"
+  close
+fi
+if want getting-started; then converted; keys alt+h g; shot getting-started "$(window 'Getting Started Guide')"; close; fi
+if want about; then converted; keys alt+h a; shot about "$(window '^Quillon$')"; close; fi
+if want language; then converted; keys alt+h l; shot language "$(window '^Language$')"; close; fi
+if want please-wait; then
+  fresh
+  build/bin/quillon-gui 2>/dev/null &
+  program=$!
+  banner=$(window '^Quillon$')
+  import -window "$banner" "$folder/please-wait.png"
+  optipng -quiet "$folder/please-wait.png"
+  close
+fi
