@@ -1,16 +1,13 @@
-// The two editors: what their views have beside plain controls.
+// LayoutProfileEditor of modDialogLayouts.
 
 #include <QAbstractItemView>
-#include <QCheckBox>
 #include <QComboBox>
-#include <QFontDatabase>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
@@ -18,24 +15,18 @@
 #include <QTableWidget>
 #include <QTimer>
 #include <QVBoxLayout>
-#include <memory>
+#include <utility>
 
 #include "clsProfileCut.h"
-#include "clsRecipeCut.h"
-#include "clsReportCutView.h"
-#include "frmExportBuilder.h"
 #include "frmSpecifyFixedWidthText.h"
 #include "modDialogLayouts.h"
-#include "modText.h"
-#include "modTranslator.h"
+#include "modEditorParts.h"
 
 namespace quillon {
 
 namespace {
 
 using Grid = clsProfileGrid;
-
-constexpr double kTwipsPerPixel = 15;
 
 /// Keys and focus of the width box and the grid, which mean more to the profile editor than to other forms. It watches
 /// them until the dialog has taken them down, when the binder is gone already.
@@ -123,38 +114,6 @@ QHBoxLayout* Line(clsFormBinder& b, std::initializer_list<const char*> names) {
   return pRow;
 }
 
-/// Shows the model's text. What the model changed is one step that the editor's undo takes back, unless another file
-/// was loaded.
-void ShowEditorText(QPlainTextEdit& editor, const QString& sShown, bool bLoaded) {
-  const QString sNow = editor.toPlainText();
-  if (sNow == sShown) return;
-  if (bLoaded || sNow.isEmpty()) return editor.setPlainText(sShown);
-  const auto nShorter = std::min(sNow.size(), sShown.size());
-  qsizetype nSame = 0;
-  while (nSame < nShorter && sNow[nSame] == sShown[nSame]) ++nSame;
-  qsizetype nSameEnd = 0;
-  while (nSameEnd < nShorter - nSame && sNow[sNow.size() - 1 - nSameEnd] == sShown[sShown.size() - 1 - nSameEnd]) {
-    ++nSameEnd;
-  }
-  QTextCursor cursor(editor.document());
-  cursor.setPosition(static_cast<int>(nSame));
-  cursor.setPosition(static_cast<int>(sNow.size() - nSameEnd), QTextCursor::KeepAnchor);
-  cursor.insertText(sShown.mid(nSame, sShown.size() - nSame - nSameEnd));
-}
-
-/// Where the model wants the caret: at a place, or behind the last character.
-void ShowCaret(QPlainTextEdit& editor, const clsControl& text) {
-  QTextCursor cursor = editor.textCursor();
-  if (text.lSelLength > 0) {
-    cursor.movePosition(QTextCursor::End);
-  } else {
-    const auto nBytes = ByteOffset(text.sText, static_cast<size_t>(text.lSelStart) + 1);
-    cursor.setPosition(static_cast<int>(ToQt(text.sText.substr(0, nBytes)).replace("\r\n", "\n").size()));
-  }
-  editor.setTextCursor(cursor);
-  text.lSelLength > 0 ? editor.ensureCursorVisible() : editor.centerCursor();
-}
-
 /// What the part of the dialog without preview and buttons holds, from top to bottom.
 void PlaceProfileControls(clsFormBinder& b, QTableWidget* pTable, QVBoxLayout* pAll) {
   pAll->setContentsMargins(0, 0, 0, 0);
@@ -190,38 +149,6 @@ void ConnectProfileKeys(frmSpecifyFixedWidthText& form, clsFormBinder& b, QTable
   QObject::disconnect(pNext, &QAbstractButton::clicked, nullptr, nullptr);
   QObject::connect(pNext, &QAbstractButton::clicked, pNext,
                    [&form, &b] { form.cmdColumnNext_Click(b.Widget("txtNumOfColumns")->hasFocus()); });
-}
-
-/// The pane with a source of its own, which goes with the dialog, after its children.
-template <typename Source, typename Form>
-clsReportCutView* MakeCutView(Form& form, QDialog& dialog) {
-  auto pSource = std::make_shared<Source>(form);
-  auto* const pView = new clsReportCutView(*pSource);
-  pView->setObjectName("paneReportCut");
-  QObject::connect(&dialog, &QObject::destroyed, [pSource] {});
-  return pView;
-}
-
-QCheckBox* MakePreviewBox() {
-  auto* const pBox = new QCheckBox(ToQt(Translate("Show how the input file is cut")));
-  pBox->setObjectName("cbShowPreview");
-  pBox->setChecked(true);
-  return pBox;
-}
-
-/// The pane that shows the report's cut, for the splitter with the editor.
-clsReportCutView* MakePreview(frmExportBuilder& form, QPlainTextEdit* pEditor, QDialog& dialog) {
-  auto* const pView = MakeCutView<clsRecipeCut>(form, dialog);
-  pView->onBeforeLook = [&form, pEditor] {
-    const QString sBefore = pEditor->toPlainText().left(pEditor->textCursor().position());
-    form.nCaret = FromQt(QString(sBefore).replace("\n", "\r\n")).size();
-  };
-  pView->onUndo = [pEditor] { pEditor->undo(); };
-  pView->onRedo = [pEditor] { pEditor->redo(); };
-  const auto later = [pView] { pView->UpdateSoon(); };
-  QObject::connect(pEditor, &QPlainTextEdit::textChanged, pView, later);
-  QObject::connect(pEditor, &QPlainTextEdit::cursorPositionChanged, pView, later);
-  return pView;
 }
 
 }  // namespace
@@ -275,74 +202,6 @@ void LayoutProfileEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
   });
   QObject::connect(&dialog, &QDialog::finished, &dialog,
                    [&form, &dialog] { form.Height = dialog.height() * kTwipsPerPixel; });
-}
-
-void LayoutRecipeEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
-  auto& form = static_cast<frmExportBuilder&>(anyForm);
-  auto* const pAll = new QVBoxLayout(&dialog);
-  auto* const pEditor = new QPlainTextEdit;
-  pEditor->setObjectName("txtFileEditor");
-  pEditor->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  pEditor->setLineWrapMode(QPlainTextEdit::NoWrap);
-  QObject::connect(pEditor, &QPlainTextEdit::textChanged, pEditor, [&form, pEditor] {
-    form.TypeText("txtFileEditor", FromQt(pEditor->toPlainText().replace("\n", "\r\n")));
-  });
-  auto* const pButtons = new QVBoxLayout(b.As<QGroupBox>("frameButtons"));
-  for (const char* const pName : {"cmdNew", "cmdLoadFile", "cmdSave", "cmdSaveAs", "cmdSaveAndClose", "cmdAddTable",
-                                  "cmdClose", "cmdCancel", "cmdHelp"}) {
-    pButtons->addWidget(b.Widget(pName));
-  }
-  pButtons->addStretch();
-  auto* const pRow = new QHBoxLayout;
-  auto* const pSplitter = new QSplitter(Qt::Vertical);
-  pSplitter->addWidget(pEditor);
-  clsReportCutView* const pPreview = MakePreview(form, pEditor, dialog);
-  pSplitter->addWidget(pPreview);
-  pSplitter->setStretchFactor(0, 2);
-  pSplitter->setStretchFactor(1, 5);
-  QCheckBox* const pShowPreview = MakePreviewBox();
-  pRow->addWidget(pSplitter, 1);
-  pRow->addWidget(b.Widget("frameButtons"));
-  pAll->addLayout(pRow, 1);
-  pAll->addWidget(pShowPreview);
-  pAll->addWidget(b.Widget("StatusBar1", 1));
-  b.onState = [&form, &dialog, pEditor, pPreview] {
-    clsControl& text = form.Get("txtFileEditor");
-    dialog.setWindowTitle(ToQt(form.sCaption));
-    const QSignalBlocker quiet(pEditor);
-    ShowEditorText(*pEditor, ToQt(text.sText).replace("\r\n", "\n"), !form.bDirty);
-    pPreview->UpdateSoon();
-    if (text.lSelStart < 0) return;
-    ShowCaret(*pEditor, text);
-    text.lSelStart = -1;
-  };
-  // The preview stands below the editor's own height, and goes with it.
-  constexpr int kPreviewHeight = 340;
-  constexpr int kFrame = 40;
-  const auto shown = [pShowPreview] { return pShowPreview->isChecked() ? kPreviewHeight : 0; };
-  const QRect screen = dialog.screen()->availableGeometry();
-  const int nHeight = static_cast<int>(form.placement.Height / kTwipsPerPixel) + shown();
-  dialog.resize(static_cast<int>(std::max(form.placement.Width, frmExportBuilder::kMinWidth) / kTwipsPerPixel),
-                std::min(nHeight, screen.height() - kFrame));
-  dialog.setMinimumWidth(static_cast<int>(frmExportBuilder::kMinWidth / kTwipsPerPixel));
-  QObject::connect(pShowPreview, &QCheckBox::toggled, &dialog, [&dialog, pPreview](bool bShown) {
-    pPreview->setVisible(bShown);
-    dialog.resize(dialog.width(), dialog.height() + (bShown ? kPreviewHeight : -kPreviewHeight));
-  });
-  const QPoint place(static_cast<int>(form.placement.Left / kTwipsPerPixel),
-                     static_cast<int>(form.placement.Top / kTwipsPerPixel));
-  // It stays whole on the screen, as far as the place lets it.
-  const int nLowest = std::max(screen.top(), screen.bottom() - kFrame - dialog.height());
-  if (dialog.screen()->virtualGeometry().contains(place)) dialog.move(place.x(), std::min(place.y(), nLowest));
-  if (form.placement.lWindowState == 2) dialog.setWindowState(Qt::WindowMaximized);
-  QObject::connect(&dialog, &QDialog::finished, &dialog, [&form, &dialog, shown] {
-    form.placement.lWindowState = dialog.isMaximized() ? 2 : 0;
-    form.placement.Left = dialog.x() * kTwipsPerPixel;
-    form.placement.Top = dialog.y() * kTwipsPerPixel;
-    form.placement.Width = dialog.width() * kTwipsPerPixel;
-    form.placement.Height = (dialog.height() - shown()) * kTwipsPerPixel;
-    form.SaveIniFile();
-  });
 }
 
 }  // namespace quillon
