@@ -19,14 +19,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "golden"))
 import golden  # noqa: E402
 
 PROGRAM = Path(sys.argv.pop(1)).resolve()
-RECIPE = """[Table 1]
-ReadStartLine=STOCK
-ReadStartLineOffset=1
-ReadEndLine=END
-ReadEndLineOffset=-1
-Parsing=------ ---
-WriteColumn=A
-"""
+RECIPE = golden.STOCK_RECIPE
 REPORT = "STOCK\nBolts   12\nNuts     7\nEND\n"
 ROWS = "Bolts  , 12\r\nNuts   ,  7\r\n"
 CLOSING = ("quillon: {} converted, {} failed; {}; {} lines read, {} in tables, {} outside; "

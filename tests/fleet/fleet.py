@@ -17,14 +17,7 @@ ROOT = golden.ROOT
 PROGRAM = Path(sys.argv.pop(1)).resolve() if len(sys.argv) > 1 else None
 SKIPPED = 77
 
-RECIPE = """[Table 1]
-ReadStartLine=STOCK
-ReadStartLineOffset=1
-ReadEndLine=END
-ReadEndLineOffset=-1
-Parsing=------ ---
-WriteColumn=A
-"""
+RECIPE = golden.STOCK_RECIPE
 
 
 def skip_loudly(reason):

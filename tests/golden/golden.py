@@ -10,6 +10,16 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent.parent
 
+# Takes the rows between a line STOCK and a line END.
+STOCK_RECIPE = """[Table 1]
+ReadStartLine=STOCK
+ReadStartLineOffset=1
+ReadEndLine=END
+ReadEndLineOffset=-1
+Parsing=------ ---
+WriteColumn=A
+"""
+
 # What differs from run to run and from machine to machine, and says nothing about the conversion.
 VARYING = [
     (re.compile(r"(Quillon Log) \[[^\]\n]*\]"), r"\1 [<stamp>]"),
