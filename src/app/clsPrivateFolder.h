@@ -5,7 +5,8 @@
 
 namespace quillon {
 
-/// A folder for this process alone, made at the first use and removed with all that is in it.
+/// A folder for this process alone, made at the first use and removed with all that is in it; what killed runs left of
+/// theirs goes when the next is made.
 class clsPrivateFolder {
  public:
   clsPrivateFolder() = default;
@@ -21,6 +22,7 @@ class clsPrivateFolder {
 
  private:
   std::string sFolder_;
+  int nLock_ = -1;  ///< Held while the folder is in use
 };
 
 }  // namespace quillon

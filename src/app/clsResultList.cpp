@@ -65,7 +65,7 @@ int64_t NumberAt(const Json& line, const std::string& sKey) {
   return found != line.end() && found->is_number_integer() ? found->get<int64_t>() : -1;
 }
 
-uint64_t Making(std::string_view sInput, const FileState& state, std::string_view sMadeBy, int64_t lOutputBytes) {
+uint64_t Making(std::string_view sInput, const ListedState& state, std::string_view sMadeBy, int64_t lOutputBytes) {
   clsFingerprint making;
   return making.Add(sInput).Add(state.lBytes).Add(state.sModified).Add(sMadeBy).Add(lOutputBytes).Value();
 }
@@ -76,10 +76,10 @@ uint64_t KeyOf(std::string_view sOutput) {
 
 }  // namespace
 
-std::optional<FileState> StateOfFile(std::string_view sPath) {
+std::optional<ListedState> StateOfFile(std::string_view sPath) {
   struct stat about {};
   if (stat(HostPath(sPath).c_str(), &about) != 0) return std::nullopt;
-  return FileState{about.st_size, fmt::format("{}.{:09}", about.st_mtim.tv_sec, about.st_mtim.tv_nsec)};
+  return ListedState{about.st_size, fmt::format("{}.{:09}", about.st_mtim.tv_sec, about.st_mtim.tv_nsec)};
 }
 
 std::string ResultLineText(const ResultLine& line) {
@@ -156,7 +156,7 @@ void clsResultList::Learn(const std::string& sLine) {
   if (sOutput.empty()) return;
   known_.erase(KeyOf(sOutput));
   if (TextAt(line, "status") != kDone) return;
-  const FileState state{NumberAt(line, "bytes"), TextAt(line, "modified")};
+  const ListedState state{NumberAt(line, "bytes"), TextAt(line, "modified")};
   known_[KeyOf(sOutput)] =
       Making(PathAt(line, "input"), state, TextAt(line, "made_by"), NumberAt(line, "output_bytes"));
 }

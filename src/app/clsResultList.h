@@ -13,12 +13,12 @@
 namespace quillon {
 
 /// What tells whether a file has changed: its size and the time of its last change, "seconds.nanoseconds".
-struct FileState {
+struct ListedState {
   int64_t lBytes = 0;
   std::string sModified;
 };
 /// Nothing if the file can't be looked at.
-std::optional<FileState> StateOfFile(std::string_view sPath);
+std::optional<ListedState> StateOfFile(std::string_view sPath);
 
 /// Something that was said of a file, with its code (0 if it has none).
 struct ResultText {
@@ -33,9 +33,9 @@ struct ResultLine {
   int64_t lRows = 0;
   std::vector<ResultText> warnings, errors;
   double dSeconds = 0;
-  std::optional<FileState> state;  ///< Of the input, before it was read
-  int64_t lOutputBytes = -1;       ///< -1 if there is no output
-  std::string sMadeBy;             ///< Fingerprint of recipe or profile, options and program
+  std::optional<ListedState> state;  ///< Of the input, before it was read
+  int64_t lOutputBytes = -1;         ///< -1 if there is no output
+  std::string sMadeBy;               ///< Fingerprint of recipe or profile, options and program
 };
 
 /// A file of result lines, JSON objects of one line each. Lines are only ever added, each by one call to the system, so

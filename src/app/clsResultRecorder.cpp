@@ -1,6 +1,5 @@
 #include "clsResultRecorder.h"
 
-#include <unordered_set>
 #include <utility>
 
 #include "clsFingerprint.h"
@@ -52,14 +51,7 @@ std::string MakingOf(const ConvertRequest& request) {
   return making.Text();
 }
 
-void clsResultRecorder::RemoveLeftovers(const std::vector<PlannedFile>& files) {
-  const std::string sMark = clsFingerprint().Add(request_.sReport).Text() + "-";
-  std::unordered_set<std::string> folders;
-  for (const PlannedFile& file : files) {
-    if (!list_.IsLeftAlone() || !folders.insert(FolderOfPath(file.sOutput)).second) continue;
-    RemovePrivateFiles(FolderOfPath(file.sOutput), sMark);
-  }
-  SetPrivateNameMark(sMark);
+void clsResultRecorder::RemoveLeftover(const std::vector<PlannedFile>& files) {
   note_.Open(request_.sReport);
   const PlannedFile* const pFile = list_.IsLeftAlone() ? note_.LeftBehind(files) : nullptr;
   if (pFile != nullptr && !list_.TellsOf(pFile->sOutput)) DeleteFileForced(pFile->sOutput);
@@ -72,7 +64,7 @@ bool clsResultRecorder::Start(const std::vector<PlannedFile>& files) {
     run_.Say(failure.sText + "; the result list can't be kept there, so nothing was converted");
     return false;
   }
-  RemoveLeftovers(files);
+  RemoveLeftover(files);
   list_.Share();
   bOpen_ = true;
   sMadeBy_ = MakingOf(request_);

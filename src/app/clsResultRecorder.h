@@ -19,8 +19,8 @@ class clsResultRecorder {
   clsResultRecorder& operator=(const clsResultRecorder&) = delete;
   ~clsResultRecorder() { run_.host.KeepEntries(nullptr); }
 
-  /// Opens the list and, with --skip-done, reads it. What a killed run of the same list left in the folders of the
-  /// outputs is removed. False: said.
+  /// Opens the list and, with --skip-done, reads it. An output that a killed run of the same list finished without
+  /// telling of it is removed. False: said.
   bool Start(const std::vector<PlannedFile>& files);
   /// Takes the files out that the list shows as done. What stays is converted; it outlives this object's use.
   void DropDone(std::vector<PlannedFile>& files);
@@ -28,7 +28,7 @@ class clsResultRecorder {
   RunExtras Joined(RunExtras extras);
 
  private:
-  void RemoveLeftovers(const std::vector<PlannedFile>& files);
+  void RemoveLeftover(const std::vector<PlannedFile>& files);
   void FileBegins(const PlannedFile& file);
   void FileDone(const FileOutcome& outcome);
   ResultLine LineOf(const FileOutcome& outcome);
@@ -41,7 +41,7 @@ class clsResultRecorder {
   bool bOpen_ = false, bFailed_ = false;
   bool bNoTabWarning_ = false;
   std::string sMadeBy_;
-  std::optional<FileState> state_;
+  std::optional<ListedState> state_;
   int64_t lBegan_ = 0;
   std::vector<ReportEntry> entries_;
 };

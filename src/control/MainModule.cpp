@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "clsFileLock.h"
 #include "clsIniFile.h"
 #include "clsOutputFile.h"
 #include "modFiles.h"
@@ -71,9 +72,11 @@ void SetPathsForReading() {
 }
 
 void InstallExamples() {
+  // A second process that starts meanwhile waits until all is there: it may be about to use a profile.
+  const std::string target = AppDataFolder();
+  const clsFileLock lock(target + "Examples");
   if (UpperText(StoreGet(kStoreSection, kInstalledKey, "FALSE")) != "FALSE") return;
   StoreSet(kStoreSection, kInstalledKey, "TRUE");  // Before anything is copied: a copy that fails isn't tried again.
-  const std::string target = AppDataFolder();
   if (FolderExists(JoinPath(target, "Profiles"))) return;
   for (const std::string_view folder : kExampleFolders) {
     CopyFolderOver(ShippedPath(folder), JoinPath(target, folder), true);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -67,7 +68,7 @@ std::string GetPrivateProfileString(std::string_view sPath, std::string_view sSe
                                     std::string_view sDefault);
 int32_t GetPrivateProfileInt(std::string_view sPath, std::string_view sSection, std::string_view sKey,
                              int32_t lDefault);
-/// One key into a file. The file is re-read, changed and replaced under a lock file, so that two processes never lose
+/// One key into a file. The file is re-read, changed and replaced under a clsFileLock, so that two processes never lose
 /// each other's keys. A failure is silent: False.
 bool WritePrivateProfileString(std::string_view sPath, std::string_view sSection, std::string_view sKey,
                                std::string_view sValue);
@@ -78,5 +79,8 @@ struct IniEntry {
 /// pPage as for clsIniFile.
 bool WritePrivateProfileStrings(std::string_view sPath, const std::vector<IniEntry>& entries,
                                 const clsCodePage* pPage = &clsCodePage::Windows1252());
+/// Any change that depends on what the file holds by then, in one such step.
+bool ChangePrivateProfile(std::string_view sPath, const std::function<void(clsIniFile&)>& change,
+                          const clsCodePage* pPage = &clsCodePage::Windows1252());
 
 }  // namespace quillon

@@ -27,6 +27,7 @@ void clsMRU::Setup(int32_t lMaxItems, std::string_view sIniFile, std::string_vie
       sDefaultItems.remove_prefix(std::min(nComma + 1, sDefaultItems.size()));
     }
   }
+  added_.clear();
   bChanged_ = false;
 }
 
@@ -39,19 +40,42 @@ bool clsMRU::bItemExistsInMRU(std::string_view sItem, bool bExact) const {
 void clsMRU::AddUniqueItemToCollection(std::string_view sItem) {
   if (sItem.empty()) return;
   bChanged_ = true;
-  std::erase_if(colItems, [&](const std::string& sOther) { return EqualNoCase(sOther, sItem); });
-  if (!colItems.empty() && Count() >= lMaxItems_) colItems.erase(colItems.begin());
-  colItems.emplace_back(sItem);
+  AddNewest(added_, sItem);
+  AddNewest(colItems, sItem);
+}
+
+void clsMRU::AddNewest(std::vector<std::string>& items, std::string_view sItem) const {
+  std::erase_if(items, [&](const std::string& sOther) { return EqualNoCase(sOther, sItem); });
+  if (!items.empty() && static_cast<int32_t>(items.size()) >= lMaxItems_) items.erase(items.begin());
+  items.emplace_back(sItem);
 }
 
 void clsMRU::WriteCollectionToIniFile() {
   if (bDisabled || !bChanged_) return;
-  std::vector<IniEntry> entries;
-  for (const std::string& sItem : colItems) {
-    entries.push_back({sSection_, sSection_ + std::to_string(entries.size() + 1), sItem});
+  const bool bWritten = ChangePrivateProfile(sIniFile_, [this](clsIniFile& file) {
+    if (const std::vector<std::string> now = ItemsOf(file); !bCleared_ && now != read_) {
+      colItems.clear();
+      for (const std::string& sItem : now) AddNewest(colItems, sItem);
+      for (const std::string& sItem : added_) AddNewest(colItems, sItem);
+    }
+    int32_t i = 1;
+    for (const std::string& sItem : colItems) file.Set(sSection_, sSection_ + std::to_string(i++), sItem);
+    file.Set(sSection_, sSection_ + std::to_string(i), kDone);
+  });
+  if (!bWritten) return;
+  read_ = colItems;
+  added_.clear();
+  bChanged_ = bCleared_ = false;
+}
+
+std::vector<std::string> clsMRU::ItemsOf(const clsIniFile& file) const {
+  std::vector<std::string> items;
+  for (int32_t i = 1; i <= lMaxItems_; ++i) {
+    std::string sItem = file.Get(sSection_, sSection_ + std::to_string(i), kAbsent);
+    if (sItem == kAbsent || sItem == kDone) break;
+    items.push_back(std::move(sItem));
   }
-  entries.push_back({sSection_, sSection_ + std::to_string(entries.size() + 1), std::string(kDone)});
-  bChanged_ = !WritePrivateProfileStrings(sIniFile_, entries);
+  return items;
 }
 
 void clsMRU::ReadIniFileIntoCollection() {
@@ -60,16 +84,17 @@ void clsMRU::ReadIniFileIntoCollection() {
   clsIniFile file;
   Failure ignored;
   file.Load(sIniFile_, ignored);
-  for (int32_t i = 1; i <= lMaxItems_; ++i) {
-    const std::string sItem = file.Get(sSection_, sSection_ + std::to_string(i), kAbsent);
-    if (sItem == kAbsent || sItem == kDone) break;
-    AddUniqueItemToCollection(sItem);
+  read_ = ItemsOf(file);
+  for (const std::string& sItem : read_) {
+    if (!sItem.empty()) AddNewest(colItems, sItem);
   }
+  bCleared_ = false;
 }
 
 void clsMRU::ClearAllItemsInList() {
   colItems.clear();
-  bChanged_ = true;
+  added_.clear();
+  bChanged_ = bCleared_ = true;
 }
 
 }  // namespace quillon

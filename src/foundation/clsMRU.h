@@ -7,6 +7,8 @@
 
 namespace quillon {
 
+class clsIniFile;
+
 /// A bounded list of recently used texts, kept in one section of the settings file. The oldest entry comes first.
 /// Entries are told apart without regard to case.
 class clsMRU {
@@ -20,7 +22,8 @@ class clsMRU {
   bool bItemExistsInMRU(std::string_view sItem, bool bExact) const;
   /// Moves or adds the item to the newest place; the oldest gives way. An empty text is ignored.
   void AddUniqueItemToCollection(std::string_view sItem);
-  /// Writes the entries and "MRU_DONE" behind them, if the list differs from the file.
+  /// Writes the entries and "MRU_DONE" behind them, if the list was changed. Where another process has written the list
+  /// meanwhile, what was added here is added to that one.
   void WriteCollectionToIniFile();
   void ReadIniFileIntoCollection();
   void ClearAllItemsInList();
@@ -29,10 +32,16 @@ class clsMRU {
   const std::string& FromNewest(int32_t n) const { return colItems[colItems.size() - static_cast<size_t>(n)]; }
 
  private:
+  std::vector<std::string> ItemsOf(const clsIniFile& file) const;
+  void AddNewest(std::vector<std::string>& items, std::string_view sItem) const;
+
   int32_t lMaxItems_ = 0;
   std::string sSection_;
   std::string sIniFile_;
   bool bChanged_ = false;
+  std::vector<std::string> read_;   ///< As the file had it last
+  std::vector<std::string> added_;  ///< Since then, oldest first
+  bool bCleared_ = false;           ///< Since then
 };
 
 }  // namespace quillon

@@ -2,18 +2,18 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <chrono>
+#include <climits>
 #include <cstdlib>
-#include <filesystem>
 #include <future>
-#include <system_error>
 #include <utility>
 
-#include "modFolderNames.h"
 #include "modPaths.h"
 #include "modSystemIo.h"
 #include "modTurns.h"
@@ -22,16 +22,24 @@ namespace quillon {
 
 namespace {
 
-constexpr std::string_view kPrivatePrefix = ".quillon-";
-std::string gsPrivateNameMark;
-
-/// The file that the path names, links followed as far as they lead.
-std::string ResolvedTarget(const std::string& sHostPath) {
-  char* const pResolved = realpath(sHostPath.c_str(), nullptr);
-  if (pResolved == nullptr) return sHostPath;
-  std::string sOut = pResolved;
-  std::free(pResolved);
-  return sOut;
+/// Makes the path that of the file which it names, links followed, whether that file is there or not. False with errno.
+bool ResolveTarget(std::string& sPath) {
+  constexpr int kMostLinks = 40;
+  for (int i = 0; i < kMostLinks; ++i) {
+    if (char* const pResolved = realpath(sPath.c_str(), nullptr)) {
+      sPath = pResolved;
+      std::free(pResolved);
+      return true;
+    }
+    if (errno != ENOENT) return false;
+    std::array<char, PATH_MAX> link{};
+    const ssize_t nLink = readlink(sPath.c_str(), link.data(), link.size());
+    if (nLink < 0) return true;
+    const std::string_view sLink(link.data(), static_cast<size_t>(nLink));
+    sPath = (sLink.starts_with('/') ? "" : sPath.substr(0, sPath.rfind('/') + 1)) + std::string(sLink);
+  }
+  errno = ELOOP;
+  return false;
 }
 
 /// The one call that may take seconds and can't be taken in pieces, so it waits on a thread of its own. False with
@@ -55,6 +63,30 @@ mode_t CallersMask() {
   return mask;
 }
 
+/// A file system without permissions has none to set.
+bool SetMode(int nHandle, mode_t mode) {
+  return fchmod(nHandle, mode) == 0 || errno == EPERM || errno == ENOSYS || errno == EOPNOTSUPP;
+}
+
+bool TakeAccessOf(const std::string& sOld, const struct stat& old, int nHandle) {
+  constexpr const char* kAccessList = "system.posix_acl_access";
+  struct stat made {};
+  if (fstat(nHandle, &made) != 0) return false;
+  const bool bOwner = old.st_uid == made.st_uid || fchown(nHandle, old.st_uid, static_cast<gid_t>(-1)) == 0;
+  const bool bGroup = old.st_gid == made.st_gid || fchown(nHandle, static_cast<uid_t>(-1), old.st_gid) == 0;
+  std::array<char, 8192> list{};
+  const ssize_t nList = getxattr(sOld.c_str(), kAccessList, list.data(), list.size());
+  mode_t mode = old.st_mode & 0777;
+  // With a list the bits of the group tell the most that anyone in the list may do.
+  if (!bGroup || nList > 0) mode &= ~mode_t{070} | (mode & 07) << 3;
+  if (!SetMode(nHandle, mode)) return false;
+  if (nList <= 0 || !bOwner || !bGroup ||
+      fsetxattr(nHandle, kAccessList, list.data(), static_cast<size_t>(nList), 0) != 0) {
+    fremovexattr(nHandle, kAccessList);
+  }
+  return true;
+}
+
 }  // namespace
 
 clsOutputFile::~clsOutputFile() {
@@ -66,40 +98,33 @@ bool clsOutputFile::Open(std::string_view sPath, Failure& failure) {
   failure_ = {};
   nUsed_ = 0;
   nFlushed_ = 0;
-  sTarget_ = ResolvedTarget(HostPath(sPath));
-  sTemporary_.clear();
+  sTarget_ = HostPath(sPath);
   if (buffer_ == nullptr) buffer_ = std::make_unique_for_overwrite<char[]>(kBufferBytes);
-  struct stat info {};
-  bReplaces_ = stat(sTarget_.c_str(), &info) == 0;
-  if (bReplaces_ && S_ISDIR(info.st_mode)) {
-    failure = SystemFailure(sPath, EISDIR);
-  } else if (bReplaces_ && !S_ISREG(info.st_mode)) {
-    nHandle_ = OpenHandle(sTarget_, O_WRONLY);
-    if (nHandle_ < 0) failure = SystemFailure(sPath, errno);
-  } else if (bReplaces_ && ((info.st_mode & 0222) == 0 || access(sTarget_.c_str(), W_OK) != 0)) {
-    // A rename would replace a file that its owner made read-only, which the system would let the superuser write.
-    failure = SystemFailure(sPath, EACCES);
-  } else {
-    OpenTemporary(failure);
-  }
-  return nHandle_ >= 0;
+  errno = 0;
+  OpenTarget();
+  if (!IsOpen()) failure = SystemFailure(sPath, errno);
+  return IsOpen();
 }
 
-bool clsOutputFile::OpenTemporary(Failure& failure) {
-  const std::string sFolder = sTarget_.substr(0, sTarget_.rfind('/') + 1);
-  sTemporary_ = sFolder + std::string(kPrivatePrefix) + gsPrivateNameMark + "XXXXXX";
-  nHandle_ = mkostemp(sTemporary_.data(), O_CLOEXEC);
-  if (nHandle_ >= 0) {
-    NoteOwnChange(sTemporary_);
-    return true;
+void clsOutputFile::OpenTarget() {
+  struct stat info {};
+  // Asked before links are followed by hand: the system may know that this one was laid as a trap.
+  const bool bReplaces = stat(sTarget_.c_str(), &info) == 0;
+  if ((!bReplaces && errno != ENOENT) || !ResolveTarget(sTarget_)) return;
+  if (bReplaces && S_ISDIR(info.st_mode)) {
+    errno = EISDIR;
+  } else if (bReplaces && !S_ISREG(info.st_mode)) {
+    nStraight_ = OpenHandle(sTarget_, O_WRONLY);
+  } else if (bReplaces && ((info.st_mode & 0222) == 0 || access(sTarget_.c_str(), W_OK) != 0)) {
+    // A rename would replace a file that its owner made read-only, which the system would let the superuser write.
+    errno = EACCES;
+  } else {
+    temporary_.Open(sTarget_.substr(0, sTarget_.rfind('/') + 1));
   }
-  failure = SystemFailure(sTarget_, errno);
-  sTemporary_.clear();
-  return false;
 }
 
 void clsOutputFile::Flush() {
-  if (nHandle_ >= 0 && !failure_.Failed() && !WriteHandle(nHandle_, buffer_.get(), nUsed_)) {
+  if (IsOpen() && !failure_.Failed() && !WriteHandle(Handle(), buffer_.get(), nUsed_)) {
     failure_ = SystemFailure(sTarget_, errno);
   }
   nFlushed_ += static_cast<int64_t>(nUsed_);
@@ -111,64 +136,39 @@ void clsOutputFile::Flush() {
 void clsOutputFile::WriteSlow(std::string_view sBytes) {
   Flush();
   if (sBytes.size() <= kBufferBytes) return Write(sBytes);
-  if (nHandle_ >= 0 && !failure_.Failed() && !WriteHandle(nHandle_, sBytes.data(), sBytes.size())) {
+  if (IsOpen() && !failure_.Failed() && !WriteHandle(Handle(), sBytes.data(), sBytes.size())) {
     failure_ = SystemFailure(sTarget_, errno);
   }
   nFlushed_ += static_cast<int64_t>(sBytes.size());
 }
 
+/// The new file, complete, becomes the target. False with errno.
+bool clsOutputFile::TakeItsPlace() {
+  constexpr int64_t kSlowBytes = int64_t{8} << 20;
+  const auto sync = nFlushed_ < kSlowBytes ? SyncHandle : SyncWithTurns;
+  struct stat old {};
+  const bool bOld = stat(sTarget_.c_str(), &old) == 0;
+  const bool bAccess =
+      bOld ? TakeAccessOf(sTarget_, old, temporary_.Handle()) : SetMode(temporary_.Handle(), 0666 & ~CallersMask());
+  return bAccess && (!bOld || sync(temporary_.Handle())) && temporary_.Publish(sTarget_, bOld);
+}
+
 bool clsOutputFile::Commit(Failure& failure) {
-  if (nHandle_ < 0) {
-    failure = failure_.Failed() ? failure_ : SystemFailure(sTarget_, EBADF);
-    return false;
+  errno = EBADF;
+  bool bDone = IsOpen();
+  if (bDone) Flush();
+  if (bDone && !failure_.Failed()) {
+    bDone = temporary_.IsOpen() ? TakeItsPlace() : CloseHandle(std::exchange(nStraight_, -1));
   }
-  Flush();
-  const auto fails = [&](bool bDone) {
-    if (!bDone && !failure_.Failed()) failure_ = SystemFailure(sTarget_, errno);
-  };
-  if (!sTemporary_.empty() && !failure_.Failed()) {
-    struct stat old {};
-    const bool bOld = stat(sTarget_.c_str(), &old) == 0;
-    fails(fchmod(nHandle_, bOld ? old.st_mode & 07777 : 0666 & ~CallersMask()) == 0);
-    // The owner can be kept only with the right to give files away; without it the writer owns the new file.
-    if (bOld && (old.st_uid != geteuid() || old.st_gid != getegid())) {
-      [[maybe_unused]] const int nIgnored = fchown(nHandle_, old.st_uid, old.st_gid);
-    }
-    constexpr int64_t kSlowBytes = int64_t{8} << 20;
-    if (bOld && !failure_.Failed()) fails(nFlushed_ < kSlowBytes ? SyncHandle(nHandle_) : SyncWithTurns(nHandle_));
-  }
-  fails(close(nHandle_) == 0);
-  nHandle_ = -1;
-  if (!sTemporary_.empty() && !failure_.Failed()) {
-    fails(rename(sTemporary_.c_str(), sTarget_.c_str()) == 0);
-    if (!failure_.Failed()) sTemporary_.clear();
-    NoteOwnChange(sTarget_);
-  }
+  if (!bDone && !failure_.Failed()) failure_ = SystemFailure(sTarget_, errno);
   failure = failure_;
   Discard();
   return !failure.Failed();
 }
 
 void clsOutputFile::Discard() {
-  if (nHandle_ >= 0) close(nHandle_);
-  nHandle_ = -1;
-  if (!sTemporary_.empty()) unlink(sTemporary_.c_str());
-  sTemporary_.clear();
-}
-
-void SetPrivateNameMark(std::string sMark) {
-  gsPrivateNameMark = std::move(sMark);
-}
-
-void RemovePrivateFiles(std::string_view sFolder, std::string_view sMark) {
-  const std::string sPrefix = std::string(kPrivatePrefix) + std::string(sMark);
-  std::error_code error;
-  for (std::filesystem::directory_iterator entry(HostPath(sFolder.empty() ? "." : sFolder), error), end;
-       !error && entry != end; entry.increment(error)) {
-    if (!entry->path().filename().native().starts_with(sPrefix)) continue;
-    std::error_code ignored;
-    std::filesystem::remove(entry->path(), ignored);
-  }
+  if (nStraight_ >= 0) close(std::exchange(nStraight_, -1));
+  temporary_.Discard();
 }
 
 bool WriteWholeFile(std::string_view sPath, std::string_view sBytes, Failure& failure) {

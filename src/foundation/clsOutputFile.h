@@ -4,14 +4,19 @@
 #include <string>
 #include <string_view>
 
+#include "clsTemporaryFile.h"
 #include "modFailure.h"
 
 namespace quillon {
 
-/// A file in the making. It is written under a private name in the target's folder and takes the target's place when
-/// Commit succeeds, with the old file's permissions and synced to disk where it replaces one; until then, and if
-/// anything fails, the old file stays whole. A target that is no ordinary file (a pipe, a device) is written straight.
-/// Links are followed: the file that a link names is replaced, not the link.
+/// A file in the making. It is written as a clsTemporaryFile in the target's folder and takes the target's place when
+/// Commit succeeds, synced to disk where it replaces another; until then, and if anything fails, the old file stays
+/// whole. A target that is no ordinary file (a pipe, a device) is written straight. Links are followed, also to a file
+/// that isn't there yet: what a link names is replaced, not the link.
+///
+/// Nobody but the owner can read the file before it is whole. A new file then has the permissions that the caller's
+/// umask leaves; one that replaces another has the other's owner, group, permissions and access list, as far as the
+/// system lets the caller give them: a group that can't be kept gets no more than everybody.
 class clsOutputFile {
  public:
   clsOutputFile() = default;
@@ -21,7 +26,7 @@ class clsOutputFile {
 
   /// sPath is a path text. False with the reason; a file that nobody may write is EACCES, for the superuser too.
   bool Open(std::string_view sPath, Failure& failure);
-  bool IsOpen() const { return nHandle_ >= 0; }
+  bool IsOpen() const { return Handle() >= 0; }
   /// Buffered. A failure is kept and given by Commit; writing goes on without effect.
   void Write(std::string_view sBytes) {
     if (sBytes.size() > kBufferBytes - nUsed_) return WriteSlow(sBytes);
@@ -39,7 +44,7 @@ class clsOutputFile {
   int64_t BytesWritten() const { return nFlushed_ + static_cast<int64_t>(nUsed_); }
 
   bool Commit(Failure& failure);
-  /// Gives up: the private file is removed.
+  /// Gives up: nothing is left of the new file.
   void Discard();
 
   static constexpr size_t kBufferBytes = size_t{1} << 20;
@@ -47,22 +52,18 @@ class clsOutputFile {
  private:
   void WriteSlow(std::string_view sBytes);
   void Flush();
-  bool OpenTemporary(Failure& failure);
+  void OpenTarget();
+  bool TakeItsPlace();
+  int Handle() const { return temporary_.IsOpen() ? temporary_.Handle() : nStraight_; }
 
-  int nHandle_ = -1;
-  std::string sTarget_;     ///< Host path, links resolved
-  std::string sTemporary_;  ///< Host path; empty when written straight
-  bool bReplaces_ = false;
+  int nStraight_ = -1;  ///< A target that is written straight
+  clsTemporaryFile temporary_;
+  std::string sTarget_;             ///< Host path, links resolved
   std::unique_ptr<char[]> buffer_;  ///< kBufferBytes, untouched where not used
   size_t nUsed_ = 0;
   int64_t nFlushed_ = 0;
   Failure failure_;
 };
-
-/// Part of the private names from here on, so that a later run can tell what a killed one left. "" at the start.
-void SetPrivateNameMark(std::string sMark);
-/// Removes the files in a folder that killed processes with this mark left.
-void RemovePrivateFiles(std::string_view sFolder, std::string_view sMark);
 
 /// Writes a whole file in the manner of clsOutputFile.
 bool WriteWholeFile(std::string_view sPath, std::string_view sBytes, Failure& failure);

@@ -9,11 +9,13 @@
 #include <cmath>
 #include <filesystem>
 #include <random>
+#include <vector>
 
 #include "clsOutputFile.h"
 #include "modFolderNames.h"
 #include "modPaths.h"
 #include "modStrings.h"
+#include "modSystemIo.h"
 #include "modText.h"
 
 namespace quillon {
@@ -106,8 +108,22 @@ void MakeFolderPath(std::string_view sFolder) {
 }
 
 bool CopyFileOver(std::string_view sSource, std::string_view sTarget) {
-  std::error_code error;
-  return fs::copy_file(HostPath(sSource), HostPath(sTarget), fs::copy_options::overwrite_existing, error) && !error;
+  const int nSource = OpenHandle(HostPath(sSource), O_RDONLY);
+  if (nSource < 0) return false;
+  clsOutputFile target;
+  Failure ignored;
+  std::vector<char> block(size_t{64} << 10);
+  int64_t nGot = target.Open(sTarget, ignored) ? 1 : -1;
+  while (nGot > 0) {
+    nGot = ReadHandle(nSource, block.data(), block.size());
+    if (nGot > 0) target.Write({block.data(), static_cast<size_t>(nGot)});
+  }
+  struct stat info {};
+  const bool bDone = nGot == 0 && fstat(nSource, &info) == 0 && target.Commit(ignored);
+  close(nSource);
+  // A copy of a script can be run, and one of a shipped file changed.
+  if (bDone) chmod(HostPath(sTarget).c_str(), (info.st_mode & 0777) | S_IWUSR);
+  return bDone;
 }
 
 bool MoveFileOver(std::string_view sSource, std::string_view sTarget) {
@@ -116,11 +132,16 @@ bool MoveFileOver(std::string_view sSource, std::string_view sTarget) {
 
 bool CopyFolderOver(std::string_view sSource, std::string_view sTarget, bool bOverwrite) {
   std::error_code error;
-  const auto options =
-      fs::copy_options::recursive | (bOverwrite ? fs::copy_options::overwrite_existing : fs::copy_options::none);
-  if (!FolderExists(sSource)) return false;
-  fs::copy(HostPath(sSource), HostPath(sTarget), options, error);
-  return !error;
+  fs::directory_iterator entries(HostPath(sSource), error);
+  MakeFolderPath(sTarget);
+  bool bDone = !error && FolderExists(sTarget);
+  for (; bDone && !error && entries != fs::directory_iterator(); entries.increment(error)) {
+    const std::string sFrom = entries->path().string();
+    const std::string sTo = JoinPath(sTarget, entries->path().filename().string());
+    bDone = FolderExists(sFrom) ? CopyFolderOver(sFrom, sTo, bOverwrite)
+                                : (bOverwrite || !PathExists(sTo)) && CopyFileOver(sFrom, sTo);
+  }
+  return bDone && !error;
 }
 
 bool DeleteFileForced(std::string_view sPath) {

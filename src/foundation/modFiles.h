@@ -24,6 +24,7 @@ std::string DeepestExistingFolder(std::string_view sPath);
 
 /// Makes all missing levels, ignoring failures.
 void MakeFolderPath(std::string_view sFolder);
+/// In the manner of clsOutputFile; the copy has the source's permissions, and its owner may write it.
 bool CopyFileOver(std::string_view sSource, std::string_view sTarget);
 bool MoveFileOver(std::string_view sSource, std::string_view sTarget);
 /// Copies the folder with all below it. An existing file stops the copy unless bOverwrite.

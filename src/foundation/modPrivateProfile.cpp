@@ -1,41 +1,9 @@
 // The INI services on a path: one key or a batch, with a lock against other processes.
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <unistd.h>
-
-#include <cerrno>
-
+#include "clsFileLock.h"
 #include "clsIniFile.h"
-#include "modPaths.h"
-#include "modSystemIo.h"
 
 namespace quillon {
-
-namespace {
-
-/// Holds the lock file beside a settings file for its scope. The lock goes with the process, however it ends. A place
-/// where no lock file can be made is written to without one: the write itself will tell.
-class clsFileLock {
- public:
-  explicit clsFileLock(std::string_view sPath)
-      : nHandle_(OpenHandle(HostPath(sPath) + ".lock", O_RDWR | O_CREAT, 0600)) {
-    if (nHandle_ >= 0) {
-      while (flock(nHandle_, LOCK_EX) != 0 && errno == EINTR) {
-      }
-    }
-  }
-  clsFileLock(const clsFileLock&) = delete;
-  clsFileLock& operator=(const clsFileLock&) = delete;
-  ~clsFileLock() {
-    if (nHandle_ >= 0) close(nHandle_);
-  }
-
- private:
-  int nHandle_;
-};
-
-}  // namespace
 
 std::string GetPrivateProfileString(std::string_view sPath, std::string_view sSection, std::string_view sKey,
                                     std::string_view sDefault) {
@@ -60,12 +28,20 @@ bool WritePrivateProfileString(std::string_view sPath, std::string_view sSection
 
 bool WritePrivateProfileStrings(std::string_view sPath, const std::vector<IniEntry>& entries,
                                 const clsCodePage* pPage) {
+  const auto setAll = [&entries](clsIniFile& file) {
+    for (const IniEntry& entry : entries) file.Set(entry.sSection, entry.sKey, entry.sValue);
+  };
+  return ChangePrivateProfile(sPath, setAll, pPage);
+}
+
+bool ChangePrivateProfile(std::string_view sPath, const std::function<void(clsIniFile&)>& change,
+                          const clsCodePage* pPage) {
   const clsFileLock lock(sPath);
   clsIniFile file(pPage);
   Failure failure;
   if (!file.Load(sPath, failure)) return false;
   const std::string sBefore = file.Bytes();
-  for (const IniEntry& entry : entries) file.Set(entry.sSection, entry.sKey, entry.sValue);
+  change(file);
   return file.Bytes() == sBefore || file.Save(sPath, failure);
 }
 

@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 
+#include "clsFileLock.h"
 #include "clsOutputFile.h"
 #include "modFiles.h"
 #include "modPaths.h"
@@ -61,10 +62,13 @@ std::string FindSettingsFile() {
   if (!gsSettingsFile.empty()) return gsSettingsFile;
   gsDataFolder = ExpandedPath("%appdata%" + std::string(kFolderTail));
   gsSettingsFile = JoinPath(gsDataFolder, kIniName);
-  const bool bNew = !FileExists(gsSettingsFile);
+  bool bNew = !FileExists(gsSettingsFile);
   if (bNew) {
     MakeFolderPath(gsDataFolder);
-    CreateDefaultSettingsFile(gsSettingsFile);
+    // Of two first starts at once the second must not write over what the first has put in by then.
+    const clsFileLock lock(gsSettingsFile);
+    bNew = !FileExists(gsSettingsFile);
+    if (bNew) CreateDefaultSettingsFile(gsSettingsFile);
   }
   // A file that has passed the probe once isn't written to at every start.
   if (bNew || GetPrivateProfileString(gsSettingsFile, "Main", "Partial", "0") != "Level3") {

@@ -45,7 +45,12 @@ bool WriteHandle(int nHandle, const char* pBytes, size_t nBytes) {
 }
 
 bool SyncHandle(int nHandle) {
-  return Repeat([&] { return fsync(nHandle); }) == 0;
+  return Repeat([&] { return fsync(nHandle); }) == 0 || errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
+}
+
+bool CloseHandle(int nHandle) {
+  // An interrupted call has closed it all the same; again would close what another may have opened meanwhile.
+  return close(nHandle) == 0 || errno == EINTR;
 }
 
 }  // namespace quillon

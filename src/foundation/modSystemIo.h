@@ -14,6 +14,8 @@ int64_t ReadHandle(int nHandle, char* pBytes, size_t nBytes);
 int64_t ReadHandleAt(int nHandle, char* pBytes, size_t nBytes, int64_t nOffset);
 /// All bytes, in as many calls as it takes. False with errno.
 bool WriteHandle(int nHandle, const char* pBytes, size_t nBytes);
+/// True also where the file system has nothing to sync.
 bool SyncHandle(int nHandle);
+bool CloseHandle(int nHandle);
 
 }  // namespace quillon

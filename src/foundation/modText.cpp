@@ -210,4 +210,18 @@ std::string ReplaceAllNoCase(std::string_view sText, std::string_view sFrom, std
   return sOut.append(sRest);
 }
 
+std::string WithoutControls(std::string_view sText, std::string_view sKept) {
+  const auto within = [](char32_t ch, char32_t first, char32_t last) { return ch >= first && ch <= last; };
+  std::string sOut;
+  for (size_t nPos = 0; nPos < sText.size();) {
+    const size_t nFrom = nPos;
+    const char32_t ch = DecodeUtf8(sText, nPos);
+    const bool bControl =
+        ch < 0x20 || within(ch, 0x7F, 0x9F) || within(ch, 0x2028, 0x202E) || within(ch, 0x2066, 0x2069);
+    const bool bKept = !bControl || sKept.find(sText[nFrom]) != std::string_view::npos;
+    bKept ? sOut.append(sText.substr(nFrom, nPos - nFrom)) : sOut.append(1, '?');
+  }
+  return sOut;
+}
+
 }  // namespace quillon

@@ -40,5 +40,8 @@ size_t FindNoCase(std::string_view sText, std::string_view sNeedle);
 std::string ReplaceAll(std::string_view sText, std::string_view sFrom, std::string_view sTo);
 /// All occurrences of sFrom, without regard to case, become sTo.
 std::string ReplaceAllNoCase(std::string_view sText, std::string_view sFrom, std::string_view sTo);
+/// Control characters, and those that turn the direction of writing, become "?", all but the bytes in sKept: so a
+/// file's name can neither make lines of its own in a log nor give orders to a terminal.
+std::string WithoutControls(std::string_view sText, std::string_view sKept = {});
 
 }  // namespace quillon

@@ -2,8 +2,14 @@
 
 #include <unistd.h>
 
+#include <cerrno>
+#include <csignal>
 #include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <filesystem>
 #include <random>
+#include <set>
 #include <utility>
 
 #include "modFiles.h"
@@ -20,6 +26,22 @@ const std::string& ProcessMark() {
   return sMark;
 }
 
+/// Takes away what killed runs left under private names: a day old, and their process is gone. One on another machine
+/// that shares the folder needs its own for seconds.
+void RemoveLeftovers(std::string_view sBase, std::string_view sExtension) {
+  constexpr std::time_t kDay = 24 * 60 * 60;
+  std::error_code error;
+  std::filesystem::directory_iterator entries(HostPath(gsAppDataFolder), error);
+  for (; !error && entries != std::filesystem::directory_iterator(); entries.increment(error)) {
+    const std::string sPath = entries->path().string();
+    const std::string sName = entries->path().filename().string();
+    const bool bOurs = sName.starts_with(std::string(sBase) + ".") && sName.ends_with(sExtension);
+    const int nProcess = bOurs ? std::atoi(sName.c_str() + sBase.size() + 1) : 0;
+    if (nProcess <= 0 || std::time(nullptr) - FileDateLastModified(sPath) < kDay) continue;
+    if (kill(nProcess, 0) != 0 && errno == ESRCH) DeleteFileForced(sPath);
+  }
+}
+
 }  // namespace
 
 clsWorkingFile::clsWorkingFile(std::string_view sBase, std::string_view sExtension)
@@ -28,6 +50,8 @@ clsWorkingFile::clsWorkingFile(std::string_view sBase, std::string_view sExtensi
       sHostPath_(HostPath(sPrivate_)) {
   DeleteFileForced(sPublic_);
   DeleteFileForced(sPrivate_);
+  static std::set<std::string> looked;  // once a process for each folder and base
+  if (looked.insert(sPublic_).second) RemoveLeftovers(sBase, sExtension);
 }
 
 clsWorkingFile::clsWorkingFile(clsWorkingFile&& other) noexcept {

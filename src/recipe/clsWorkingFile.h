@@ -6,7 +6,8 @@
 namespace quillon {
 
 /// A file of our own in the data folder that a run makes and reads again: private to the process until it is put to
-/// the name by which all know it, so that two runs at once never mix theirs. Removed with the object if it wasn't.
+/// the name by which all know it, so that two runs at once never mix theirs. Removed with the object if it wasn't;
+/// what killed runs left of theirs goes after a day.
 class clsWorkingFile {
  public:
   clsWorkingFile() = default;

@@ -7,6 +7,7 @@
 
 #include "clsConversionOptions.h"
 #include "clsForm.h"
+#include "clsIniFile.h"
 #include "clsMRU.h"
 #include "clsScreen.h"
 #include "modConversionRun.h"
@@ -86,6 +87,7 @@ class frmMain : public clsForm, public clsRunWindow {
   const clsConversionOptions& Options() const { return options_; }
 
  private:
+  std::vector<IniEntry> Settings();
   void MakeControls();
   void MakeMenus();
   void WireSteps();
@@ -101,7 +103,7 @@ class frmMain : public clsForm, public clsRunWindow {
   void EnableForRun(bool bEnabled);
   void ShowNotes();
   void TellNotSaved();
-  void WriteJob();
+  bool WriteJob();  ///< False if it can't be saved
   void EnableButtonsWithTargets();
 
   void cmdInputBrowse_Click();
@@ -118,6 +120,11 @@ class frmMain : public clsForm, public clsRunWindow {
   clsConversionOptions& options_;
   clsRunLog& log_;
   clsRunFields& fields_;
+  /// A setting as it was loaded: the value that would be saved for it, and what the file had.
+  struct LoadedSetting {
+    std::string sShown, sInFile;
+  };
+  std::vector<LoadedSetting> asRead_;
   bool bRunning_ = false;
   size_t nFile_ = 0, nFiles_ = 0;
   bool bFirstJobDialog_ = true;

@@ -59,17 +59,17 @@ void frmMain::TellNotSaved() {
 }
 
 /// A run may have the record in hand, with the names of its file in it.
-void frmMain::WriteJob() {
+bool frmMain::WriteJob() {
   const clsConversionOptions before = options_;
   GetOptionsFromGUI();
-  options_.SaveConversionJob(sJobFile);
+  const bool bSaved = options_.SaveConversionJob(sJobFile);
   if (bRunning_) options_ = before;
+  return bSaved;
 }
 
 void frmMain::ConversionJobSave() {
   if (!IsJobPath(sJobFile)) return ConversionJobSaveAs();
-  WriteJob();
-  if (!FileExists(sJobFile)) TellNotSaved();
+  if (!WriteJob()) TellNotSaved();
   bAskToSaveBMKFileBeforeExit = false;
 }
 
@@ -83,8 +83,7 @@ void frmMain::ConversionJobSaveAs() {
   // The place that is tested is that of the job as it stood before the dialog.
   if (!IsFolderWriteable(sJobFile)) return TellNotSaved();
   sJobFile = sChosen;
-  WriteJob();
-  if (FileExists(sJobFile)) {
+  if (WriteJob()) {
     sCaption = FileNameOfPath(sJobFile);
     mruFileOpen.AddUniqueItemToCollection(sJobFile);
     FillMenuFromMRU();

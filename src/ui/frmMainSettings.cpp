@@ -65,30 +65,46 @@ void frmMain::ReadIniFile() {
   FillComboFromMRU("cbInputFile", mruInputFile);
   FillComboFromMRU("cbOutputFile", mruOutputFile);
   FillComboFromMRU("cbRecipeFile", mruRecipeFile);
+  asRead_.clear();
+  for (const IniEntry& entry : Settings()) {
+    asRead_.push_back({entry.sValue, file.Get(entry.sSection, entry.sKey, {})});
+  }
   UpdateFileControls();
   if (!gbCommandLineMode && onMaximise) onMaximise();
 }
 
-void frmMain::SaveIniFile() {
-  if (gbCommandLineMode && !options_.bOpenConversionJobOnly) return;
+std::vector<IniEntry> frmMain::Settings() {
   const auto general = [](std::string_view sKey, std::string sValue) {
     return IniEntry{std::string(kGeneral), std::string(sKey), std::move(sValue)};
   };
-  WritePrivateProfileStrings(
-      gsSettingsFile, {general("bWarnedAboutTabsInFile", UpperWord(fields_.bWarnedAboutTabsInFile)),
-                       general("bClearOutputFileBeforeProcessing", UpperWord(bClearOutputFileBeforeProcessing)),
-                       general("sSheetTarget", sSheetTarget),
-                       general("lDelimitationCharacter", std::to_string(lDelimitationCharacter)),
-                       general("lConversionMethod", std::to_string(lConversionMethod)),
-                       general("lTabSize", std::to_string(lTabSize)),
-                       general("bUnix", bUnix ? "True" : "False"),
-                       {"frmMain", "sActiveFixedWidthProfile", Get("cbFixedWidthProfileList").sText},
-                       general("sStartColRow", sStartColRow),
-                       general("bTreatDataAsText", UpperWord(bTreatDataAsText)),
-                       general("lUseDoubleQuotes", std::to_string(lUseDoubleQuotes)),
-                       general("bIsUnicode", UpperWord(bIsUnicode)),
-                       general("bTrimInputTextFilesPadCharacter", UpperWord(fields_.bTrimInputTextFilesPadCharacter)),
-                       general("bShowAdvancedOptions_Profile_Editor", UpperWord(bShowAdvancedOptions_Profile_Editor))});
+  return {general("bWarnedAboutTabsInFile", UpperWord(fields_.bWarnedAboutTabsInFile)),
+          general("bClearOutputFileBeforeProcessing", UpperWord(bClearOutputFileBeforeProcessing)),
+          general("sSheetTarget", sSheetTarget),
+          general("lDelimitationCharacter", std::to_string(lDelimitationCharacter)),
+          general("lConversionMethod", std::to_string(lConversionMethod)),
+          general("lTabSize", std::to_string(lTabSize)),
+          general("bUnix", bUnix ? "True" : "False"),
+          {"frmMain", "sActiveFixedWidthProfile", Get("cbFixedWidthProfileList").sText},
+          general("sStartColRow", sStartColRow),
+          general("bTreatDataAsText", UpperWord(bTreatDataAsText)),
+          general("lUseDoubleQuotes", std::to_string(lUseDoubleQuotes)),
+          general("bIsUnicode", UpperWord(bIsUnicode)),
+          general("bTrimInputTextFilesPadCharacter", UpperWord(fields_.bTrimInputTextFilesPadCharacter)),
+          general("bShowAdvancedOptions_Profile_Editor", UpperWord(bShowAdvancedOptions_Profile_Editor))};
+}
+
+void frmMain::SaveIniFile() {
+  if (gbCommandLineMode && !options_.bOpenConversionJobOnly) return;
+  const std::vector<IniEntry> settings = Settings();
+  ChangePrivateProfile(gsSettingsFile, [&](clsIniFile& file) {
+    for (size_t i = 0; i < settings.size(); ++i) {
+      const IniEntry& entry = settings[i];
+      // What was left alone here and changed by another window meanwhile stays as that one wants it.
+      const bool bTheirs = i < asRead_.size() && entry.sValue == asRead_[i].sShown &&
+                           file.Get(entry.sSection, entry.sKey, {}) != asRead_[i].sInFile;
+      if (!bTheirs) file.Set(entry.sSection, entry.sKey, entry.sValue);
+    }
+  });
   for (clsMRU* const pList : {&mruInputFile, &mruOutputFile, &mruRecipeFile, &mruFileOpen}) pList->ShutDown();
 }
 

@@ -1,13 +1,17 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <random>
 
 #include "clsIniFile.h"
 #include "clsLineReader.h"
+#include "clsMRU.h"
 #include "clsOutputFile.h"
 #include "clsTempFolder.h"
 #include "clsTestHost.h"
@@ -170,11 +174,54 @@ TEST(OutputFile, FollowsLinksAndRefusesFolders) {
   ASSERT_TRUE(WriteWholeFile(folder.Path("link.csv"), "new", failure));
   EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("link.csv")));
   EXPECT_EQ(folder.Read("real.csv"), "new");
+  std::filesystem::create_symlink("new.csv", folder.Path("dangling.csv"));
+  ASSERT_TRUE(WriteWholeFile(folder.Path("dangling.csv"), "made", failure)) << failure.sText;
+  EXPECT_EQ(folder.Read("new.csv"), "made");
+  std::filesystem::create_symlink("loop.csv", folder.Path("loop.csv"));
+  EXPECT_FALSE(WriteWholeFile(folder.Path("loop.csv"), "x", failure));
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("loop.csv")));
   EXPECT_FALSE(WriteWholeFile(folder.Path(), "x", failure));
   EXPECT_FALSE(WriteWholeFile(folder.Path("no/such/a.csv"), "x", failure));
   failure = {};
   EXPECT_FALSE(WriteWholeFile("/dev/full", std::string(10, 'x'), failure));
   EXPECT_NE(failure.sText.find("No space left"), std::string::npos) << failure.sText;
+}
+
+TEST(OutputFile, IsPrivateInTheMakingAndGetsTheCallersPermissionsAtTheEnd) {
+  const clsTempFolder folder;
+  clsTemporaryFile temporary;
+  struct stat info {};
+  const mode_t old = umask(0);
+  ASSERT_TRUE(temporary.Open(folder.Path() + "/") && fstat(temporary.Handle(), &info) == 0);
+  EXPECT_EQ(info.st_mode & 0777U, 0600U);
+  Failure failure;
+  umask(027);
+  EXPECT_TRUE(WriteWholeFile(folder.Path("new.csv"), "x", failure));
+  umask(old);
+  ASSERT_EQ(stat(folder.Path("new.csv").c_str(), &info), 0);
+  EXPECT_EQ(info.st_mode & 0777U, 0640U);
+}
+
+TEST(OutputFile, RemovesWhatKilledRunsLeftAndNothingElse) {
+  const clsTempFolder folder;
+  const auto aged = [&](const char* pName, int nHours) {
+    const std::string sFile = folder.Write(pName, "x");
+    const auto time = std::filesystem::file_time_type::clock::now() - std::chrono::hours(nHours);
+    std::filesystem::last_write_time(sFile, time);
+    return sFile;
+  };
+  aged(".quillon-unfinished-dead00", 1);
+  aged(".quillon-unfinished-young0", 0);
+  aged(".quillon-unfinished-by-hand", 1);
+  const int nHeld = open(aged(".quillon-unfinished-alive0", 1).c_str(), O_RDWR);
+  ASSERT_EQ(flock(nHeld, LOCK_EX), 0);
+  Failure failure;
+  ASSERT_TRUE(WriteWholeFile(folder.Write("out.csv", "old"), "new", failure));
+  close(nHeld);
+  EXPECT_FALSE(folder.Has(".quillon-unfinished-dead00"));
+  EXPECT_TRUE(folder.Has(".quillon-unfinished-young0") && folder.Has(".quillon-unfinished-by-hand") &&
+              folder.Has(".quillon-unfinished-alive0"));
+  EXPECT_EQ(folder.Read("out.csv"), "new");
 }
 
 TEST(Paths, MapDrivesSeparatorsAndCase) {
@@ -237,6 +284,28 @@ TEST(Files, AnswerWithoutRaising) {
   EXPECT_TRUE(DeleteFileWithRetry(host, folder.Path("absent")));
   EXPECT_FALSE(DeleteFileWithRetry(host, "/proc/version"));
   EXPECT_EQ(host.lTick, 20000);
+}
+
+TEST(RecentList, KeepsWhatAnotherProcessAddedMeanwhile) {
+  const clsTempFolder folder;
+  const std::string sFile = folder.Path("QLN.INI");
+  clsMRU mine;
+  clsMRU theirs;
+  clsMRU cleared;
+  for (clsMRU* const pList : {&mine, &theirs, &cleared}) pList->Setup(3, sFile, "mru", "-1");
+  theirs.AddUniqueItemToCollection("b");
+  theirs.AddUniqueItemToCollection("a");
+  theirs.ShutDown();
+  mine.AddUniqueItemToCollection("A");
+  mine.AddUniqueItemToCollection("c");
+  mine.ShutDown();
+  EXPECT_EQ(mine.colItems, (std::vector<std::string>{"b", "A", "c"}));
+  cleared.ClearAllItemsInList();
+  cleared.AddUniqueItemToCollection("d");
+  cleared.ShutDown();
+  mine.ReadIniFileIntoCollection();
+  EXPECT_EQ(mine.colItems, (std::vector<std::string>{"d"}));
+  EXPECT_FALSE(folder.Has("QLN.INI.lock"));
 }
 
 TEST(IniFile, ChangesKeysInPlaceAndKeepsAllElse) {

@@ -99,6 +99,24 @@ TEST_F(MainForm, SavesAJobWhereItIsAndAsksWhenItHasNoPlace) {
   EXPECT_EQ(host_.messages.back().sText, "Unable to create file. Try a different folder such as 'My Documents'");
 }
 
+TEST_F(MainForm, TwoWindowsLoseNothingOfEachOther) {
+  Load();
+  clsRunFields fields;
+  frmMain other(host_, screen_, gConversionOptions, log_, fields);
+  bool bFirst = false;
+  other.Form_Load(bFirst);
+  other.lTabSize = 4;
+  other.mruInputFile.AddUniqueItemToCollection("theirs");
+  other.Form_Unload();
+  form_.sStartColRow = "B2";
+  form_.mruInputFile.AddUniqueItemToCollection("mine");
+  form_.Form_Unload();
+  const std::string sIni = folder_.Read(Data("QLN.INI"));
+  for (const char* const pLine : {"lTabSize=4", "sStartColRow=B2", "mruInputFile1=theirs", "mruInputFile2=mine"}) {
+    EXPECT_NE(sIni.find(pLine), std::string::npos) << sIni;
+  }
+}
+
 TEST_F(MainForm, KeepsItsSettingsInTheirTwoFormsOfTruth) {
   folder_.Write(
       Data("QLN.INI"),
