@@ -13,6 +13,7 @@
 #include "modParseCommandLine.h"
 #include "modPaths.h"
 #include "modSettings.h"
+#include "modText.h"
 #include "modTranslator.h"
 
 namespace quillon {
@@ -75,7 +76,7 @@ RunExtras clsLongRun::Extras() {
   extras.bTouchSettings = false;
   extras.bSayMore = true;
   extras.fileBegins = [this](size_t nFile, size_t nFiles, const std::string& sInput) {
-    host.SetFilePlace(nFile, nFiles, Shown(sInput));
+    host.SetFilePlace(nFile, nFiles, Printed(sInput));
   };
   extras.fileDone = [this](const FileOutcome& outcome) { FileDone(outcome); };
   return extras;
@@ -94,9 +95,13 @@ std::string clsLongRun::Shown(const std::string& sPath) {
   return sPath == privateFolder.OutputFile() ? "standard output" : sPath;
 }
 
+std::string clsLongRun::Printed(const std::string& sPath) {
+  return WithoutControls(Shown(sPath));
+}
+
 std::vector<std::string> clsLongRun::UntoldReasons(const FileOutcome& outcome) {
   const FileAccount& account = outcome.account;
-  const std::string sInput = Shown(gConversionOptions.sInputFile);
+  const std::string sInput = Printed(gConversionOptions.sInputFile);
   const std::string& sFailure = account.failure.sText;
   std::vector<std::string> reasons;
   // The log takes -5006 once a run; here each file's reason is told.
@@ -105,7 +110,7 @@ std::vector<std::string> clsLongRun::UntoldReasons(const FileOutcome& outcome) {
     reasons.push_back(sInput + ": " + account.sWalkEnded);
   }
   if (!account.bOutputWritten && !account.failure.Failed() && outcome.lErrors == 0) {
-    reasons.push_back(Shown(gConversionOptions.sOutputFile) + ": not written");
+    reasons.push_back(Printed(gConversionOptions.sOutputFile) + ": not written");
   }
   // A recipe that is none converts to an empty file without a word of its own.
   if (Converted(outcome) && account.tables.empty() && account.lLinesRead > 0) {
@@ -118,7 +123,10 @@ void clsLongRun::FileDone(const FileOutcome& outcome) {
   if (InterruptSignal() != 0) return;
   totals.Add(outcome);
   untold_ = UntoldReasons(outcome);
-  for (const std::string& sReason : untold_) Say(sReason);
+  for (const std::string& sReason : untold_) {
+    Say(sReason);
+    log.LogAddEntryHelper(std::string(kLogIndent) + sReason);
+  }
   if (talk_.bVerbose) SayAccount(outcome);
   nLogSeen_ = log.txtLog().size();
 }
@@ -130,8 +138,8 @@ bool clsLongRun::AlreadySaid(std::string_view sReason) const {
 
 void clsLongRun::SayAccount(const FileOutcome& outcome) {
   const FileAccount& account = outcome.account;
-  host.Say(fmt::format("{} -> {}: {}; {} read, {} in tables, {} outside", Shown(gConversionOptions.sInputFile),
-                       Shown(gConversionOptions.sOutputFile), Converted(outcome) ? "converted" : "not converted",
+  host.Say(fmt::format("{} -> {}: {}; {} read, {} in tables, {} outside", Printed(gConversionOptions.sInputFile),
+                       Printed(gConversionOptions.sOutputFile), Converted(outcome) ? "converted" : "not converted",
                        Counted(account.lLinesRead, "line", "lines"), account.lLinesInTables,
                        account.lLinesRead - account.lLinesInTables));
   for (const TableAccount& table : account.tables) {

@@ -52,6 +52,8 @@ class clsLongRun {
 
   /// A path for a person: the files that stand in for the standard streams by their names.
   std::string Shown(const std::string& sPath);
+  /// The same for a terminal or a log.
+  std::string Printed(const std::string& sPath);
 
   /// What was wrong with the file done last and stands in no entry of the log.
   const std::vector<std::string>& Untold() const { return untold_; }

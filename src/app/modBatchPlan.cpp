@@ -8,9 +8,10 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "CFileSearch.h"
 #include "clsSearchedPlaces.h"
+#include "modCollections.h"
 #include "modExcelLink.h"
-#include "modFileListing.h"
 #include "modFiles.h"
 #include "modPaths.h"
 #include "modRunMessages.h"
@@ -88,18 +89,23 @@ class clsPlanner {
     const std::string pattern = AsPattern(sInput);
     searched_.Add(pattern, request_.bRecursive);
     const size_t root = BehindLastSeparator(pattern);
-    std::vector<std::string> found;
-    std::string error;
-    bool ok = false;
-    BuildFileListing(pattern, request_.bRecursive, found, error, true, ok);
-    if (found.empty()) {
-      run_.Say(sInput + ": no file found" + (error.empty() ? "" : " (" + error + ")"));
+    CFileSearch search;
+    int32_t result = 0;
+    search.BuildFileList(pattern, request_.bRecursive, true, result);
+    if (search.Files().empty() || result != 0) {
+      std::string text = sInput + (search.Files().empty() ? ": no file found" : ": not all of it could be searched");
+      if (result != 0) text += " (" + search.LastErrorFolder() + ": " + search.LastErrorDescription() + ")";
+      run_.Say(text);
       ++run_.totals.lFilesFailed;
     }
+    std::vector<std::string> found;
+    for (const CFile& file : search.Files()) found.push_back(file.filename);
     const bool added_here = !HasSeparator(sInput) && !FolderExists(sInput);
-    for (std::string& file : found) {
-      const std::string relative = FolderOfPath(std::string_view(file).substr(root));
-      Add(added_here ? file.substr(root) : file, relative);
+    for (const std::string& file : SortCollection(found, false)) {
+      const std::string below = file.substr(root);
+      // Without its folder such a name would be one on a drive.
+      const bool plain = added_here && below.find(':') == std::string::npos;
+      Add(plain ? below : file, FolderOfPath(below));
     }
   }
 

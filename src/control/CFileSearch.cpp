@@ -47,6 +47,7 @@ void CFileSearch::BuildFileList(std::string_view sFilePath, bool bSearchSubfolde
                                 int32_t& lResult) {
   lLastErrorNumber_ = 0;
   sLastErrorDescription_.clear();
+  sLastErrorFolder_.clear();
   files_.clear();
   if (CharCount(sFilePath) <= 2) return Refuse(kSearchTooShort, "The Invalid path or filename provided.", lResult);
 
@@ -73,6 +74,7 @@ void CFileSearch::BuildFileList1(std::string_view spath, std::string_view sFileM
   lTotalSearched_ = 0;
   lLastErrorNumber_ = 0;
   sLastErrorDescription_.clear();
+  sLastErrorFolder_.clear();
   files_.clear();
   above_.clear();
 
@@ -105,6 +107,7 @@ bool CFileSearch::ReadFolder(const std::string& sFolder, std::vector<Entry>& ent
   const OpenFolder folder(opendir(HostPath(sFolder).c_str()));
   struct stat self {};
   if (!folder || fstat(dirfd(folder.get()), &self) != 0) {
+    sLastErrorFolder_ = sFolder;
     NoteFailure(errno);
     return false;
   }
@@ -118,7 +121,9 @@ bool CFileSearch::ReadFolder(const std::string& sFolder, std::vector<Entry>& ent
     struct stat about {};
     // A link whose target is gone is no file.
     if (fstatat(dirfd(folder.get()), item->d_name, &about, 0) != 0) continue;
-    entries.push_back({item->d_name, S_ISDIR(about.st_mode), static_cast<int32_t>(about.st_size & 0xffffffff)});
+    // A name with a backslash would lead to another place; such a file is refused as one that isn't there.
+    entries.push_back({ReplaceAll(item->d_name, "\\", "?"), S_ISDIR(about.st_mode),
+                       static_cast<int32_t>(about.st_size & 0xffffffff)});
   }
   std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) { return a.sName < b.sName; });
   return true;

@@ -32,6 +32,7 @@ class CFileSearch {
   const std::vector<CFile>& Files() const { return files_; }
   int32_t LastErrorNumber() const { return lLastErrorNumber_; }
   const std::string& LastErrorDescription() const { return sLastErrorDescription_; }
+  const std::string& LastErrorFolder() const { return sLastErrorFolder_; }  ///< "" if it came from no folder
 
  private:
   struct Entry;
@@ -51,6 +52,7 @@ class CFileSearch {
   std::vector<std::pair<uint64_t, uint64_t>> above_;  ///< Device and number of the folders that the walk is in
   int32_t lLastErrorNumber_ = 0;
   std::string sLastErrorDescription_;
+  std::string sLastErrorFolder_;
 };
 
 constexpr uint32_t kSearchNoMask = 0x80040201;

@@ -23,6 +23,7 @@ volatile std::sig_atomic_t gnInterrupt = 0;
 
 constexpr int32_t kCellWriteFailed = -5006;
 constexpr std::string_view kRed = "\x1b[31m", kYellow = "\x1b[33m", kPlain = "\x1b[0m";
+constexpr std::string_view kLayout = "\n\t";  // Control characters that a text for people may hold
 constexpr std::string_view kEraseLine = "\r\x1b[K";
 
 extern "C" void NoteInterrupt(int nSignal) {
@@ -46,7 +47,7 @@ std::string OneLine(std::string_view sText) {
 }
 
 std::string WithLineFeeds(std::string_view sText) {
-  return ReplaceAll(ReplaceAll(sText, "%lf%", "\n"), "\r\n", "\n");
+  return WithoutControls(ReplaceAll(ReplaceAll(sText, "%lf%", "\n"), "\r\n", "\n"), kLayout);
 }
 
 }  // namespace
@@ -74,7 +75,7 @@ bool UseColours() {
 
 void clsConsoleHost::Say(std::string_view sText) {
   EraseProgress();
-  PrintError(std::string(sText) + "\n");
+  PrintError(WithoutControls(sText, kLayout) + "\n");
 }
 
 MessageAnswer clsConsoleHost::ShowMessage(std::string_view sText, std::string_view sTitle, MessageIcon,

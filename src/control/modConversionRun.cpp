@@ -82,7 +82,7 @@ void clsConversionRun::BeginProcessing(int32_t& lResult) {
 
 void clsConversionRun::ConvertSingle(int32_t& lResult) {
   if (pWindow_ != nullptr) {
-    LogLine(Translate("Processing:") + "  " + options_.sInputFile);
+    LogLine(Translate("Processing:") + "  " + WithoutControls(options_.sInputFile));
     host_.SetStatusPanel(StatusBar::CurrentFile, kPanelCurrent, options_.sInputFile);
   }
   ConvertFile(lResult);
@@ -103,7 +103,7 @@ void clsConversionRun::ConvertList(const std::vector<PlannedFile>& files, int32_
   for (size_t i = 0; i < files.size() && NextFileMayBegin(i + 1, files.size(), files[i].sInput); ++i) {
     options_.sInputFile = files[i].sInput;
     options_.sOutputFile = files[i].sOutput;
-    if (files.size() <= kMostFilesLogged) LogLine("  " + options_.sInputFile);
+    if (files.size() <= kMostFilesLogged) LogLine("  " + WithoutControls(options_.sInputFile));
     std::string folder = ParentFolderOfPath(options_.sOutputFile);
     if (folder != folder_made) MakeFolderPath(folder);
     folder_made = std::move(folder);
@@ -131,13 +131,13 @@ void clsConversionRun::ConvertBatch(int32_t& lResult) {
   const BatchOutput output(options_.sOutputFile);
   const bool log_each = files.size() <= kMostFilesLogged;
   LogLine(Translate("Processing:"));
-  if (!log_each) LogLine("  " + options_.sInputFile);
+  if (!log_each) LogLine("  " + WithoutControls(options_.sInputFile));
 
   std::string folder_made;
   for (size_t i = 0; i < files.size(); ++i) {
     if (!NextFileMayBegin(i + 1, files.size(), files[i])) break;
     options_.sInputFile = files[i];
-    if (log_each) LogLine("  " + options_.sInputFile);
+    if (log_each) LogLine("  " + WithoutControls(options_.sInputFile));
     const std::string input_folder = FolderAndSeparator(files[i]);
     std::string target = input_folder;
     if (!options_.bSaveInOriginalFolder) {
@@ -162,6 +162,7 @@ void clsConversionRun::ConvertFile(int32_t& lResult) {
 // What one file asks for beyond the memory there is must not end a batch. All that it held is free again here.
 void clsConversionRun::WithMemoryFor(int32_t& lResult, const std::function<void()>& convert) {
   const int32_t errors = log_.lErrorCount;
+  const int32_t entries = errors + log_.lWarningCount;
   account_ = {};
   try {
     convert();
@@ -170,6 +171,10 @@ void clsConversionRun::WithMemoryFor(int32_t& lResult, const std::function<void(
     gbProcessing = false;
     lResult = Refuse(kNotEnoughMemory, options_.sInputFile);
   }
+  // The log takes -5006 once a run; a file that isn't written must not go under for that.
+  const bool silent = log_.lErrorCount + log_.lWarningCount == entries;
+  if (silent && account_.failure.Failed() && !extras_.fileDone)
+    LogLine(std::string(kLogIndent) + account_.failure.sText);
   if (extras_.fileDone) extras_.fileDone({lResult, log_.lErrorCount - errors, account_});
 }
 

@@ -25,8 +25,9 @@ void clsConversionRun::ConvertByRecipe(int32_t& lResult) {
   if (!RecipeRunCanStart(lResult)) return;
 
   const RecipeOptions recipe_options = MakeRecipeOptions();
-  WarnIfTabsInFile(recipe_options);
   RecipeContext context{host_, recipe_options, gRecipe(), gLineProcessor(), account_};
+  context.Watch(gsInputFile);
+  WarnIfTabsInFile(recipe_options);
   lResult = 0;
   const int32_t errors = log_.lErrorCount;
   if (options_.lConversionMethod == kMethodMarkup) {
@@ -85,6 +86,7 @@ void clsConversionRun::RunLongRecipe(std::string_view sOutputFile, const std::ve
   const bool bRuns = log_.lErrorCount == errors || !context.recipe.ExportSpecs.SectionSequenceCollection.empty();
   lResult = bRuns ? CheckOutputType() : options_.lErr;
   for (const std::string& input : context.recipe.InputFileName) {
+    if (!input.empty()) context.Watch(input);
     if (lResult == 0 && IsSameFile(input, gsOutputFile)) lResult = Refuse(kOutputIsInput, gsOutputFile);
   }
   if (lResult == 0) RunRecipe(context, OutputFormatOfPath(gsOutputFile));

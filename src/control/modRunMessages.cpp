@@ -5,6 +5,7 @@
 
 #include "modReport.h"
 #include "modRunLog.h"
+#include "modText.h"
 #include "modTranslator.h"
 
 namespace quillon {
@@ -117,9 +118,9 @@ std::string ThirdLine(RunCode code, std::string_view sSubject) {
 
 ReportEntry RunEntry(RunCode code, std::string_view sSubject) {
   const RunMessage& message = MessageOf(code);
-  return {
-      code, FirstLine(message), Join(message.sText, message.with, sSubject), ThirdLine(code, sSubject), message.type,
-      true};
+  const std::string subject = WithoutControls(sSubject);
+  return {code, FirstLine(message), Join(message.sText, message.with, subject), ThirdLine(code, subject), message.type,
+          true};
 }
 
 }  // namespace quillon

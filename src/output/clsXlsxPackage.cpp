@@ -1,11 +1,14 @@
 #include "clsXlsxPackage.h"
 
+#include <fcntl.h>
+#include <unistd.h>
 #include <zip.h>
 
 #include <algorithm>
 #include <cerrno>
 
 #include "modOutputMessages.h"
+#include "modSystemIo.h"
 #include "modText.h"
 #include "modTurns.h"
 
@@ -80,9 +83,15 @@ Failure clsXlsxPackage::Damaged(std::string_view sPart) const {
 
 bool clsXlsxPackage::Open(const std::string& sHostPath, Failure& failure) {
   sPath_ = sHostPath;
+  const int nHandle = OpenHandle(sHostPath, O_RDONLY);
+  if (nHandle < 0) {
+    failure = SystemFailure(sHostPath, errno);
+    return false;
+  }
   int nError = 0;
-  pZip_ = zip_open(sHostPath.c_str(), ZIP_RDONLY, &nError);
+  pZip_ = zip_fdopen(nHandle, 0, &nError);
   if (pZip_ == nullptr) {
+    close(nHandle);  // Else it is the library's.
     failure = nError == ZIP_ER_OPEN || nError == ZIP_ER_READ ? SystemFailure(sHostPath, errno != 0 ? errno : EIO)
                                                              : OutputFailure(sHostPath, OutputMessage::Damaged);
     return false;

@@ -34,6 +34,11 @@ bool clsXlsxSaver::Changed() const {
 }
 
 bool clsXlsxSaver::Save(std::string_view sPath, Failure& failure) {
+  for (const auto& pSheet : book_.sheets) {
+    // The run wanted this sheet and could not have it: what it did to others is half of what it was to do.
+    if (pSheet != nullptr && pSheet->failure.Failed()) failure = pSheet->failure;
+  }
+  if (failure.Failed()) return false;
   const std::string sTarget = HostPath(sPath);
   const bool bSameFile = FileState::Of(sTarget) == FileState::Of(book_.package.Path());
   if (bSameFile && !Changed()) return true;

@@ -5,13 +5,13 @@
 
 namespace quillon {
 
-bool StartsFormula(char c) {
-  return c == '=' || c == '+' || c == '-' || c == '@' || c == '\t' || c == '\r';
-}
-
 bool MayRunAsFormula(std::string_view sUtf8) {
+  constexpr std::u32string_view kFirst = U"=+-@\uFF1D\uFF0B\uFF0D\uFF20";
   const std::string_view sTrimmed = TrimLeftBlanks(sUtf8);
-  return !sTrimmed.empty() && StartsFormula(sTrimmed[0]) && !IsNumericText(sTrimmed);
+  if (sTrimmed.empty()) return false;
+  size_t nPos = 0;
+  const char32_t first = DecodeUtf8(sTrimmed, nPos);
+  return (first < 0x20 || kFirst.find(first) != kFirst.npos) && !IsNumericText(sTrimmed);
 }
 
 }  // namespace quillon

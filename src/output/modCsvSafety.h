@@ -5,9 +5,8 @@
 
 namespace quillon {
 
-/// True for a field that begins (blanks aside) with "=", "+", "-", "@", a tab or a CR and is no plain number.
+/// True for a field that begins (blanks aside) with "=", "+", "-", "@", one of their full-width forms or a control
+/// character, and is no plain number: "-12.50" is worth more as a number than it could do harm.
 bool MayRunAsFormula(std::string_view sUtf8);
-/// True for the first characters of such fields.
-bool StartsFormula(char c);
 
 }  // namespace quillon

@@ -40,6 +40,7 @@ constexpr std::array kTexts = std::to_array<std::pair<OutputMessage, std::string
     {PartOfArray, "A part of an array formula cannot be changed. Clear the whole array or choose another place."},
     {ChangedMeanwhile, "Another program has changed the workbook during the run. Run again."},
     {OldVersion, "The existing workbook is of a version before 97. Save it in the form of 97 or later."},
+    {ReportChanged, "The report was changed while it was read. Convert it when it is complete."},
 });
 
 constexpr bool InOrder() {

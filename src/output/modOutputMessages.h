@@ -31,6 +31,7 @@ enum class OutputMessage {
   PartOfArray,
   ChangedMeanwhile,
   OldVersion,
+  ReportChanged,
 };
 
 /// The English text, which is also its key in the phrase table.

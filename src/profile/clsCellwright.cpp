@@ -10,6 +10,8 @@
 #include "modCellTyping.h"
 #include "modCharacterList.h"
 #include "modExcelLink.h"
+#include "modFileState.h"
+#include "modPaths.h"
 #include "modSettings.h"
 #include "modTranslator.h"
 #include "modTurns.h"
@@ -80,6 +82,7 @@ EngineResult clsCellwright::ConvertFile() {
   const EngineResult checked = Check();
   if (checked != EngineResult::Done) return checked;
   Failure failure;
+  report_ = FileState::Of(HostPath(options_.sInputFile));
   if (options_.lInputType == kInputUtf16) {
     clsUtf16Reader reader;
     if (reader.Open(options_.sInputFile, failure)) return Convert(reader, clsCodePage::Utf8());
@@ -99,7 +102,7 @@ EngineResult clsCellwright::Convert(Reader& reader, const clsCodePage& page) {
   return bCsv ? ToCsv(reader, plan, page) : ToSheet(reader, plan, page);
 }
 
-/// Row by row from the start cell on. False if the sink refused one or the input failed.
+/// Row by row from the start cell on. False if the sink refused one or the input failed or changed.
 template <typename Reader, typename Sink>
 bool clsCellwright::PumpRows(Reader& reader, Sink& sink) {
   const int64_t nSkipped = reader.SkipRows(start_.nRow - 1);
@@ -114,7 +117,9 @@ bool clsCellwright::PumpRows(Reader& reader, Sink& sink) {
   account_.lRowsWritten = account_.lRowsRead - nSkipped;
   account_.lCharsBehind = sink.CharsBehind();
   account_.lCharsReplaced = ReplacedBy(reader);
-  return bTaken && !reader.LastFailure().Failed();
+  inputFailure_ = reader.LastFailure();
+  if (!inputFailure_.Failed()) inputFailure_ = ReportChange(options_.sInputFile, report_);
+  return bTaken && !inputFailure_.Failed();
 }
 
 CsvRules clsCellwright::RulesFor(const clsCodePage& pageOut) const {
@@ -127,7 +132,8 @@ CsvRules clsCellwright::RulesFor(const clsCodePage& pageOut) const {
   } else {
     rules.sSeparator = pageOut.CanEncode(sUtf8) ? pageOut.FromUtf8(sUtf8) : sCode;
   }
-  if (options_.lUseDoubleQuotes == 0) rules.quoting = CsvQuoting::Never;
+  // A value that holds a separator or quotes could bring on a cell of its own.
+  if (options_.lUseDoubleQuotes == 0 && !options_.bSafeCsv) rules.quoting = CsvQuoting::Never;
   if (options_.lUseDoubleQuotes == 2) rules.quoting = CsvQuoting::Always;
   return rules;
 }
@@ -145,7 +151,7 @@ EngineResult clsCellwright::ToCsv(Reader& reader, const CutPlan& plan, const cls
   if (!file.Open(options_.sOutputFile, failure)) return FailOutput(failure);
   if (bUtf8) file.Write(kUtf8Mark);
   clsCsvSink sink(file, plan, RulesFor(*pPageOut), page, *pPageOut, {.bSafe = options_.bSafeCsv});
-  if (!PumpRows(reader, sink)) return FailRows(reader.LastFailure());
+  if (!PumpRows(reader, sink)) return FailRows(inputFailure_);
   account_.lCharsLost = sink.CharsLost();
   return file.Commit(failure) ? EngineResult::Done : FailOutput(failure);
 }
@@ -166,7 +172,7 @@ EngineResult clsCellwright::ToSheet(Reader& reader, const CutPlan& plan, const c
   pWorkbook->SetSheetName(1, options_.sSheet, failure);
   clsSheetSink sink(*pWorkbook, plan, page, bXls ? kMaxXlsRows : kMaxSheetRows);
   if (!PumpRows(reader, sink)) {
-    if (sink.Refusal().empty()) return FailRows(reader.LastFailure());
+    if (sink.Refusal().empty()) return FailRows(inputFailure_);
     account_.lCellsFailed = 1;
     account_.lRowsWritten = 0;
     return Fail(EngineResult::CellRefused, sink.Refusal());

@@ -10,6 +10,7 @@
 #include "modCellwrightMessages.h"
 #include "modCutPlan.h"
 #include "modFailure.h"
+#include "modFileState.h"
 
 namespace quillon {
 
@@ -78,6 +79,8 @@ class clsCellwright {
   Options options_;
   StartCell start_;
   Progress progress_;
+  FileState report_;      ///< Of the input before it was opened
+  Failure inputFailure_;  ///< Why the input was not read to its end, or not as it stood
   ProfileAccount account_;
   std::string sError_;
 };

@@ -36,8 +36,7 @@ bool clsCsvSink::PutRow(std::string_view sRow) {
 }
 
 bool clsCsvSink::IsHarmful(std::string_view sField) const {
-  const std::string_view sRest = TrimLeftBlanks(sField);
-  return !sRest.empty() && StartsFormula(sRest[0]) && MayRunAsFormula(pageIn_.ToUtf8(sRest));
+  return MayRunAsFormula(pageIn_.ToUtf8(sField));
 }
 
 std::string_view clsCsvSink::ForOutput(std::string_view sField) {

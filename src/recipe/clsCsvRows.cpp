@@ -10,7 +10,6 @@
 #include "clsRecipe.h"
 #include "modColumnLetters.h"
 #include "modCsvField.h"
-#include "modCsvSafety.h"
 #include "modRecipeFailures.h"
 #include "modRecipeMessages.h"
 #include "modText.h"
@@ -101,7 +100,7 @@ clsCsvRows::clsCsvRows(RecipeContext& context, std::vector<clsColumn>& columns, 
     const Cut cut{static_cast<size_t>(std::max(column.ReadColumnStart, 1)) - 1,
                   static_cast<size_t>(std::max(column.ReadColumnEnd, 1))};
     cuts_.push_back(cut);
-    // Each byte may be doubled; quotes, apostrophe, separator and the blank behind come on top.
+    // Each byte may be doubled; quotes, separator and the blank behind come on top.
     const bool bWide = cut.nEnd > cut.nFrom + kWide;
     nWideCuts_ += bWide ? 1 : 0;
     nFixedBytes_ += (bWide ? 0 : 2 * (cut.nEnd - std::min(cut.nFrom, cut.nEnd))) + sSeparator_.size() + 5;
@@ -111,7 +110,8 @@ clsCsvRows::clsCsvRows(RecipeContext& context, std::vector<clsColumn>& columns, 
 }
 
 bool clsCsvRows::MayBeFast(const std::vector<clsColumn>& columns) const {
-  return HasSeparator() && std::all_of(columns.begin(), columns.end(), [this](const clsColumn& column) {
+  return HasSeparator() && !context_.options.bSafeCsv &&
+         std::all_of(columns.begin(), columns.end(), [this](const clsColumn& column) {
            return IsTwoLetters(column.WriteColumn) && IsPlainCut(column, context_.recipe);
          });
 }
@@ -124,7 +124,7 @@ bool clsCsvRows::WritePlain() {
     AlphaToNum2(context_.host, column.WriteColumn);  // for its message box alone
     if (!bEmpty) sRow_ += sSeparatorUtf8_;
     bEmpty = bEmpty && sField_.empty();
-    AppendCsvField(sField_, context_.options, sRow_);
+    AppendCsvField(sField_, context_.options, sRow_, sSeparatorUtf8_);
   }
   sBytes_.clear();
   context_.account.lCharactersLost += static_cast<int64_t>(pageOfOutput_.Encode(sRow_, sBytes_));
@@ -150,11 +150,11 @@ bool clsCsvRows::Write(clsRow& row) {
 char* clsCsvRows::PutBytes(char* p, const clsRow& row) {
   const std::string_view s = row.Bytes();
   const size_t nReadable = s.size() + row.RoomBehind();
-  const bool bOptions = context_.options.bTrimFields || context_.options.bSafeCsv;
+  const bool bTrim = context_.options.bTrimFields;
   bool bEmpty = true;
   for (const Cut& cut : cuts_) {
     if (!bEmpty) p = PutSeparator(p);
-    if (cut.nEnd + kChunk <= nReadable && cut.nEnd <= s.size() && !bOptions) {
+    if (cut.nEnd + kChunk <= nReadable && cut.nEnd <= s.size() && !bTrim) {
       // The usual case, apart so that it stays short.
       const std::string_view sField(s.data() + cut.nFrom, cut.nEnd - cut.nFrom);
       bEmpty = false;
@@ -183,7 +183,7 @@ char* clsCsvRows::PutCharacters(char* p, clsRow& row) {
   return p;
 }
 
-/// A field at the row's end, or with one of the options on. nReadable: bytes from its start that may be read.
+/// A field at the row's end, or one to be trimmed. nReadable: bytes from its start that may be read.
 char* clsCsvRows::PutField(char* p, std::string_view sField, bool bBlankBehind, size_t nReadable) {
   if (context_.options.bTrimFields) {
     const std::string_view sTrimmed = TrimLeftBlanks(sField);
@@ -195,9 +195,7 @@ char* clsCsvRows::PutField(char* p, std::string_view sField, bool bBlankBehind, 
     if (bBlankBehind) *p++ = ' ';
     return p;
   }
-  const std::string_view sRest = context_.options.bSafeCsv ? TrimLeftBlanks(sField) : std::string_view{};
-  const bool bSuspect = !sRest.empty() && StartsFormula(sRest[0]);
-  char* pEnd = !bSuspect && sField.size() + kChunk <= nReadable ? PutChunks(p, sField) : nullptr;
+  char* pEnd = sField.size() + kChunk <= nReadable ? PutChunks(p, sField) : nullptr;
   if (pEnd == nullptr && bBlankBehind) {
     sField_.assign(sField).append(1, ' ');
     return PutQuoted(p, sField_);
@@ -212,17 +210,15 @@ char* clsCsvRows::PutField(char* p, std::string_view sField, bool bBlankBehind, 
   return pEnd;
 }
 
-/// A field that may need quotes or an apostrophe or begin with an equal sign.
+/// A field that may need quotes or begin with an equal sign.
 char* clsCsvRows::PutQuoted(char* p, std::string_view sField) {
   if (TrimLeftBlanks(sField).starts_with('=') && context_.account.lEqualSigns++ == 0) {
     ReportRecipe(context_.host, -5005);
   }
-  const bool bHarmful = context_.options.bSafeCsv && MayRunAsFormula(pageOfReport_.ToUtf8(sField));
-  if (!bHarmful && sField.find_first_of(",\"") == std::string_view::npos) {
+  if (sField.find_first_of(",\"") == std::string_view::npos) {
     return std::copy(sField.begin(), sField.end(), p);
   }
   *p++ = '"';
-  if (bHarmful) *p++ = '\'';
   for (const char c : sField) {
     if (c == '"') *p++ = '"';
     *p++ = c;

@@ -5,10 +5,13 @@
 
 namespace quillon {
 
-void AppendCsvField(std::string_view sUtf8, const RecipeOptions& options, std::string& sOut) {
+void AppendCsvField(std::string_view sUtf8, const RecipeOptions& options, std::string& sOut,
+                    std::string_view sSeparator) {
   if (options.bTrimFields) sUtf8 = TrimBlanks(sUtf8);
   const bool bHarmful = options.bSafeCsv && MayRunAsFormula(sUtf8);
-  if (!bHarmful && sUtf8.find_first_of(",\"") == std::string_view::npos) {
+  const bool bSplits = options.bSafeCsv && (sUtf8.find(sSeparator) != std::string_view::npos ||
+                                            sUtf8.find_first_of("\r\n") != std::string_view::npos);
+  if (!bHarmful && !bSplits && sUtf8.find_first_of(",\"") == std::string_view::npos) {
     sOut.append(sUtf8);
     return;
   }

@@ -16,9 +16,13 @@ namespace {
 
 constexpr std::string_view kCaption = "Quillon - Text to Excel/CSV File Conversion";
 
-/// An interrupted run, and a report or disk that failed in the middle: the old output is worth more than half a new
-/// one.
-bool OutputGivenUp(const RecipeContext& context) {
+/// An interrupted run, and a report or disk that failed in the middle or changed: the old output is worth more than
+/// half a new one.
+bool OutputGivenUp(RecipeContext& context) {
+  for (const auto& [sReport, state] : context.reports) {
+    const Failure change = ReportChange(sReport, state);
+    if (change.Failed() && !context.account.failure.Failed()) ReportFileFailure(context, change);
+  }
   return gbAbandonOutput || context.account.failure.Failed();
 }
 

@@ -3,10 +3,13 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "clsHost.h"
 #include "clsLineReader.h"
+#include "modFileState.h"
+#include "modPaths.h"
 #include "modTurns.h"
 
 namespace quillon {
@@ -87,6 +90,10 @@ struct RecipeContext {
   clsLineProcessor& lineProcessor;
   FileAccount& account;
   clsWorkbook* pWorkbook = nullptr;  ///< Null in a CSV run
+  /// The reports with their states from before anything of them was read.
+  std::vector<std::pair<std::string, FileState>> reports = {};
+
+  void Watch(const std::string& sReport) { reports.emplace_back(sReport, FileState::Of(HostPath(sReport))); }
 };
 
 }  // namespace quillon
