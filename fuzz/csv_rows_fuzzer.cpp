@@ -14,7 +14,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pBytes, size_t nBytes) {
   options.text.pCodePage = pBytes[0] % 2 == 0 ? &clsCodePage::Windows1252() : &clsCodePage::Utf8();
   options.text.bUnix = pBytes[0] % 3 == 0;
   options.bTrimFields = pBytes[1] % 3 == 1;
-  options.bSafeCsv = pBytes[1] % 3 == 2;
   FileAccount account;
   clsRecipe recipe;
   RecipeContext context{host, options, recipe, gLineProcessor(), account};

@@ -5,6 +5,7 @@ Each test runs the built program in a fresh folder with home, locale and time zo
 """
 
 import itertools
+import csv
 import os
 import pty
 import signal
@@ -75,12 +76,23 @@ class CommandLineTest(unittest.TestCase):
         self.assertEqual(out, "1\n")
 
     def test_safe_csv_makes_formulas_harmless_by_every_method(self):
-        self.write("in.txt", REPORT.replace("Nuts ", "=A1+1"))
-        self.write("p.txt", "1\t6\t[32] Space\tLeft\tNo\t1\t\t\r\n")
-        for method in ("--recipe r.rcp", "--profile ./p.txt"):
-            out, _, status = self.world.run(f"quillon convert in.txt -o - {method} --safe-csv --quiet")
-            self.assertEqual(status, 0)
-            self.assertIn("'=A1+1", out)
+        harmful = ["=A1+1", "+A1", "-A1", "@SUM", "  =A1", "\t=A1", "\r=A1", "\uff1dA1", "\uff0bA1", "\uff0dA1", "\uff20A1"]
+        plain = ["-12.50", "+7", "(3)", "a=b", "'x"]
+        splits = ["x;=A1", 'x";=A1;"']
+        values = harmful + plain + splits
+        report = "STOCK\n" + "".join(f"{value:<12}\n" for value in values) + "END\n"
+        (self.work / "in.txt").write_bytes(report.encode())
+        self.write("r.rcp", "[Table 1]\nReadStartLine=STOCK\nReadStartLineOffset=1\nReadEndLine=END\nReadEndLineOffset=-1\n"
+                   "Parsing=------------\nWriteColumn=A\n")
+        self.write("p.txt", "1\t12\t[32] Space\tLeft\tNo\t1\t\t\r\n")
+        for method in ("--recipe r.rcp --tab-size 0 --trim", "--profile ./p.txt --quote never"):
+            self.check(f"quillon convert in.txt -o out.csv {method} --delimiter ';' --encoding UTF-8 --safe-csv --quiet")
+            with open(self.work / "out.csv", encoding="utf-8", newline="") as file:
+                rows = [row for row in csv.reader(file, delimiter=";") if row not in (["STOCK"], ["END"])]
+            got = [row[0].strip() if len(row) == 1 else row for row in rows]
+            self.assertEqual([cell.replace("'  ", "'") for cell in got[:len(harmful)]],
+                             ["'" + value.lstrip(" ") for value in harmful], method)
+            self.assertEqual(got[len(harmful):], plain + splits, method)
 
     def test_says_what_it_ignores(self):
         self.check("quillon convert in.txt -o o.xlsx --recipe r.rcp --delimiter ';' --quote always --recursive --quiet")
@@ -154,7 +166,7 @@ class CommandLineTest(unittest.TestCase):
         self.write("in/b.txt", "nothing\n")
         self.write("in/c.txt", REPORT)
         self.check("quillon convert 'in/*.txt' 'no/*.txt' -o 'o/*.csv' --recipe r.rcp --log 'l/[Y].log' --quiet", 1, err=(
-            "quillon: no/*.txt: no file found (An error occured while searching for files: 3 : Path Not Found.)\n"
+            "quillon: no/*.txt: no file found (no/: Path Not Found.)\n"
             "quillon: in/b.txt: Error [-5604]\n    Error in Table specs: Cannot find ReadStartLine: STOCK\n"))
         self.assertEqual(self.text("o/c.csv"), ROWS)
         log = self.text(f"l/{time.strftime('%Y', time.gmtime())}.log")

@@ -163,7 +163,7 @@ TEST_F(Engine, ValuesThatWouldRunAreCalmedWhereAsked) {
   Cellwright().Change().bSafeCsv = true;
   EXPECT_EQ(Csv(sInput), "\"'=1+1\", -1.50,\"' @x,y \"\r\n");
   OptUseDoubleQuotesSet(0);
-  EXPECT_EQ(Csv(sInput), "'=1+1, -1.50,' @x,y \r\n");
+  EXPECT_EQ(Csv(sInput), "\"'=1+1\", -1.50,\"' @x,y \"\r\n") << "raw, a value could bring on a cell of its own";
 }
 
 TEST_F(Engine, Utf16IsReadInEitherOrder) {

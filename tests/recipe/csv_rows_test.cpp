@@ -118,7 +118,6 @@ TEST_F(CsvRows, GivesTheSameBytesTheFastAndThePlainWay) {
     ASSERT_TRUE(reader.Open(folder.Write(sPage, sText), options.text, failure));
     for (int nTable = 0; nTable < kTables; ++nTable) {
       options.bTrimFields = nTable % 4 == 1;
-      options.bSafeCsv = nTable % 4 == 2;
       std::vector<clsColumn> columns(1 + random() % 6);
       for (clsColumn& column : columns) {
         column.ReadColumnStart = static_cast<int32_t>(1 + random() % 60);
