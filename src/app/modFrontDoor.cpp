@@ -4,7 +4,6 @@
 
 #include <cctype>
 #include <clocale>
-#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <new>
@@ -74,7 +73,6 @@ void PrintUnexpected(std::string_view sText) {
 
 int FrontDoor(int argc, char** argv) {
   std::setlocale(LC_TIME, "");
-  std::signal(SIGXFSZ, SIG_IGN);  // A limit on file sizes is an ordinary failure, as a full disk is.
   try {
     if (argc < 2) return BecomeDesktopProgram(argv);
     return IsSlashForm(argv[1]) ? RunSlashForm(argc, argv) : RunLongOptions(argc, argv);

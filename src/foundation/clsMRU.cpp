@@ -53,7 +53,8 @@ void clsMRU::AddNewest(std::vector<std::string>& items, std::string_view sItem) 
 void clsMRU::WriteCollectionToIniFile() {
   if (bDisabled || !bChanged_) return;
   const bool bWritten = ChangePrivateProfile(sIniFile_, [this](clsIniFile& file) {
-    if (const std::vector<std::string> now = ItemsOf(file); !bCleared_ && now != read_) {
+    const std::vector<std::string> now = ItemsOf(file);
+    if (!bCleared_ && now != read_ && file.HasSection(sSection_)) {
       colItems.clear();
       for (const std::string& sItem : now) AddNewest(colItems, sItem);
       for (const std::string& sItem : added_) AddNewest(colItems, sItem);

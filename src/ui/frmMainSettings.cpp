@@ -100,8 +100,9 @@ void frmMain::SaveIniFile() {
     for (size_t i = 0; i < settings.size(); ++i) {
       const IniEntry& entry = settings[i];
       // What was left alone here and changed by another window meanwhile stays as that one wants it.
-      const bool bTheirs = i < asRead_.size() && entry.sValue == asRead_[i].sShown &&
-                           file.Get(entry.sSection, entry.sKey, {}) != asRead_[i].sInFile;
+      const std::string sNow = file.Get(entry.sSection, entry.sKey, {});
+      const bool bTheirs =
+          i < asRead_.size() && entry.sValue == asRead_[i].sShown && !sNow.empty() && sNow != asRead_[i].sInFile;
       if (!bTheirs) file.Set(entry.sSection, entry.sKey, entry.sValue);
     }
   });

@@ -162,7 +162,7 @@ class HostileFiles(unittest.TestCase):
         os.utime(self.folder / "out" / found[0], (old, old))
         day = time.time() - 90000
         data = self.folder / "home/.config/Brindlemark, Inc/Quillon"
-        for name in ("_ExportSpecs.999999999.t2x", "_AutoRecipe.999999999.rcp", f"_ExportSpecs.{os.getpid()}.t2x"):
+        for name in ("_ExportSpecs.999999999.t2x", f"_ExportSpecs.{os.getpid()}.t2x"):
             (data / name).write_text("x")
             os.utime(data / name, (day, day))
         self.assertEqual(self.run_it(*command, **named), ("", 0))
