@@ -40,7 +40,8 @@ std::string LanguagesFolder() {
 }
 
 [[noreturn]] void Fail(std::string_view sText) {
-  throw UnhandledFailure("InitializeTranslator: " + std::string(sText) + ":\r\n" + gsLanguageFile);
+  // The box that tells it must not try to add its own texts to that file.
+  throw UnhandledFailure("InitializeTranslator: " + std::string(sText) + ":\r\n" + std::exchange(gsLanguageFile, {}));
 }
 
 void LoadLanguage() {

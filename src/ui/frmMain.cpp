@@ -37,6 +37,7 @@ void frmMain::Form_Load(bool& bFirstTimeUser) {
   if (!bFirstTimeUser) return;
   const std::string sExample = gsAppDataFolder + "Example1-Profile.QLN";
   if (FileExists(sExample)) ConversionJobOpen(sExample);
+  Refresh();
   mnuGettingStarted_Click();
   bFirstTimeUser = false;
 }

@@ -1,7 +1,9 @@
 // A session with real key presses and clicks in the real window, on a screen of the toolkit's own.
 
+#include <QDragEnterEvent>
 #include <QLabel>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QTableWidget>
 
 #include "clsGuiSession.h"
@@ -107,6 +109,44 @@ class clsSession : public clsGuiSession {
     QCOMPARE(FileSizeOf(folder_.Path("long.csv")), kRows * kRowBytes);
     QCOMPARE(GetPrivateProfileString(sJob, "QLN", "sInputFile", ""), folder_.Path("l*.txt"));
     QCOMPARE(pForm_->sJobFile, sJob);
+  }
+
+  void tabGoesThroughTheStepsInTheirOrder() {
+    ChooseMethod(1);
+    Activate();
+    for (const char* const pBox : {"cbInputFile", "cbOutputFile"}) Type(pBox, "none");
+    Widget<QComboBox>("cbInputFile")->setFocus();
+    QStringList order;
+    while (order.size() < 40 && (order.isEmpty() || order.first() != QApplication::focusWidget()->objectName())) {
+      order << QApplication::focusWidget()->objectName();
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    QCOMPARE(order.join(' '), QString("cbInputFile cmdInputBrowse cmdSelectInputFolder cmdHelpInputFile cbOutputFile "
+                                      "cmdOutputBrowse cmdHelpOutputFile rbConversionMethod rbConversionMethod1 "
+                                      "rbConversionMethod2 cmdHelpConversionMethod cbRecipeFile cmdRecipeBrowse "
+                                      "cmdEditRecipe cmdHelpRecipeFile txtLog"));
+  }
+
+  void takesWhatIsDroppedOnIt() {
+    const auto drop = [this](const std::string& sPath) {
+      QMimeData data;
+      data.setUrls({QUrl::fromLocalFile(QString::fromStdString(sPath))});
+      QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+      QApplication::sendEvent(pWindow_.get(), &enter);
+      QVERIFY(enter.isAccepted());
+      QDropEvent event(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+      QApplication::sendEvent(pWindow_.get(), &event);
+    };
+    const auto text = [this](const char* pCombo) { return FromQt(Widget<QComboBox>(pCombo)->currentText()); };
+    drop(folder_.Write("in/a.txt", "x"));
+    QCOMPARE(text("cbInputFile"), folder_.Path("in/a.txt"));
+    drop(folder_.Path("in"));
+    QCOMPARE(text("cbInputFile"), folder_.Path("in/*.TXT"));
+    drop(folder_.Write("r.rcp", "x"));
+    QCOMPARE(text("cbRecipeFile"), folder_.Path("r.rcp"));
+    QCOMPARE(pForm_->lConversionMethod, 1);
+    drop(folder_.Write("j.QLN", "[QLN]\r\nsInputFile=from the job\r\n"));
+    QCOMPARE(text("cbInputFile"), std::string("from the job"));
   }
 
   void asksAboutAChangedJobAlsoAfterARunThatFailed() {

@@ -13,7 +13,8 @@
 #include <cmath>
 #include <utility>
 
-#include "modRecipeGlobals.h"
+#include "modFiles.h"
+#include "modPaths.h"
 #include "modTranslator.h"
 
 namespace quillon {
@@ -127,17 +128,18 @@ void clsMainWindow::dropEvent(QDropEvent* pEvent) {
   binder_.ShowState();
 }
 
-/// A double click on a line of the log that is a path opens it.
+/// A double click on a line of the log that names a file or folder opens it.
 bool clsMainWindow::eventFilter(QObject* pWatched, QEvent* pEvent) {
   if (pEvent->type() == QEvent::MouseButtonDblClick && pWatched == pLog_->viewport()) {
     const QTextCursor cursor = pLog_->cursorForPosition(static_cast<QMouseEvent*>(pEvent)->pos());
-    const QString sLine = cursor.block().text().section(':', -1).trimmed();
-    const QString sWhole = cursor.block().text().trimmed();
-    for (const QString& sPath : {sWhole, sLine}) {
-      if (sPath.contains('/') || sPath.contains('\\')) {
-        form_.LaunchFile(FromQt(sPath));
-        return true;
-      }
+    const QString sLine = cursor.block().text();
+    // Whole, or behind a word with a colon; a drive has one too.
+    for (const QString& sPart : {sLine, sLine.section(':', 1), sLine.section(':', -1)}) {
+      const std::string sPath = FromQt(sPart.trimmed());
+      const bool bPath = sPath.find_first_of("/\\") != std::string::npos;
+      if (!bPath || !PathExists(ExpandedPath(sPath))) continue;
+      form_.LaunchFile(sPath);
+      return true;
     }
   }
   return QMainWindow::eventFilter(pWatched, pEvent);

@@ -140,6 +140,7 @@ void LayoutGettingStarted(clsForm&, clsFormBinder& b, QDialog& dialog) {
   dialog.setStyleSheet("QGroupBox { font-weight: bold }");
   dialog.setProperty(kFitsItsTexts, true);
   dialog.setMinimumWidth(520);
+  b.Widget("cmdLoadDemo1")->setFocus();
 }
 
 void LayoutLanguage(clsForm& form, clsFormBinder& b, QDialog& dialog) {
