@@ -1,9 +1,13 @@
 // A report of any bytes without a recipe: what is suggested converts as it stands, table by table.
 
+#include <set>
+
 #include "clsFuzzRecipe.h"
 #include "modSuggestRecipe.h"
 
 using namespace quillon;
+
+using Lines = std::multiset<std::pair<int64_t, int64_t>>;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pData, size_t nSize) {
   clsFuzzRecipe fuzz(pData, nSize);
@@ -18,10 +22,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pData, size_t nSize) {
   fuzz.recipe.LoadFromFileShort(fuzz.context, sRecipe);
   fuzz.recipe.ReadExportSpecs(fuzz.context);
   fuzz.Csv();
-  Must(fuzz.account.tables.size() == suggested.tables.size(), "each table is converted");
-  for (size_t i = 0; i < suggested.tables.size(); ++i) {
-    Must(fuzz.account.tables[i].lFirstLine == suggested.tables[i].lFirstLine, "from its first line");
-    Must(fuzz.account.tables[i].lLastLine == suggested.tables[i].lLastLine, "to its last");
+  Lines made, meant;
+  for (const TableAccount& table : fuzz.account.tables) made.emplace(table.lFirstLine, table.lLastLine);
+  for (const SuggestedTable& table : suggested.tables) {
+    for (const SuggestedSection& section : table.sections) meant.emplace(section.lFirstLine, section.lLastLine);
   }
+  Must(made == meant, "each section is converted, from its first line to its last");
   return 0;
 }

@@ -58,14 +58,13 @@ while read -r entry files; do
   LLVM_PROFILE_FILE=$raw "$program" -runs=0 -rss_limit_mb=4096 "$corpus/${entry}_fuzzer" >"$top/$entry.log" 2>&1 ||
     { echo "$entry: see $top/$entry.log" >&2; continue; }
   "$profdata" merge -sparse "$raw" -o "$top/$entry.profdata"
-  sources=()
-  for file in $files; do [ ! -e "src/$file.cpp" ] || sources+=("$PWD/src/$file.cpp"); done
-  "$cov" export -summary-only -instr-profile "$top/$entry.profdata" "$program" "${sources[@]}" |
-    python3 -c 'import json, sys
-lines = json.load(sys.stdin)["data"][0]["totals"]["lines"]
-count, run = lines["count"], lines["covered"]
-print("{:16} {:6} {:7} {:5.0f}%  {}".format(sys.argv[1], count, run, 100 * run / max(1, count), sys.argv[2]))' \
-      "$entry" "$(basename -a $files | paste -sd' ')"
+  "$cov" export -summary-only -instr-profile "$top/$entry.profdata" "$program" | python3 -c 'import json, sys
+entry, *readers = sys.argv[1:]
+wanted = tuple("/src/%s.cpp" % reader for reader in readers)
+lines = [file["summary"]["lines"] for file in json.load(sys.stdin)["data"][0]["files"] if file["filename"].endswith(wanted)]
+count, run = sum(line["count"] for line in lines), sum(line["covered"] for line in lines)
+names = " ".join(reader.split("/")[1] for reader in readers)
+print("{:16} {:6} {:7} {:5.0f}%  {}".format(entry, count, run, 100 * run / max(1, count), names))' "$entry" $files
   rm -f "$raw"
 done <<<"$readers"
 rm -rf "$TMPDIR"
