@@ -76,6 +76,8 @@ class clsDrawProfile : public clsDrawSession {
       Step(pEditor, "cbRemove", 1);
       ClickRow(5);
       Step(pEditor, "cbPadWithCharacter", '0' - ' ');
+      Click(pEditor, "cmdWorkOut");
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);  // drops what was worked out, and keeps the dialog
       for (const int nRow : {4, 8}) {
         ClickRow(nRow);
         Step(pEditor, "cbJustification", -1);

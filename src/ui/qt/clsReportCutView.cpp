@@ -60,7 +60,11 @@ clsReportCutView::clsReportCutView(clsCutSource& source, QWidget* pParent) : QWi
   constexpr int kRowsMeasured = 30;
   pGrid_->horizontalHeader()->setResizeContentsPrecision(kRowsMeasured);
   pGrid_->verticalHeader()->setDefaultSectionSize(QFontMetrics(pGrid_->font()).height() + 4);
-  pWorkOut_ = MakeButton("cmdWorkOut", Translate("Work it out"), [this] { cut_.WorkOut(); });
+  pWorkOut_ = MakeButton("cmdWorkOut", Translate("Work it out"), [this] {
+    cut_.WorkOut();
+    // Enter and Escape are to mean the proposal now, not the dialog.
+    if (cut_.HasProposal()) pCanvas_->setFocus();
+  });
   pTake_ = MakeButton("cmdTakeCut", Translate("Take it"), [this] { cut_.TakeProposal(); });
   pDrop_ = MakeButton("cmdDropCut", Translate("Drop it"), [this] { cut_.DropProposal(); });
   pFurther_ = MakeButton("cmdLookFurther", Translate("Look further"), [this] { cut_.LookFurther(); });
