@@ -15,7 +15,7 @@ class clsSession : public clsGuiSession {
   Q_OBJECT
 
  private:
-  static constexpr int kRows = 400000;
+  static constexpr int kRows = 3000000;  // enough for turns on any machine
   static constexpr int64_t kRowBytes = 20;
 
   /// Does it in the first turn that the sections of the next run give to events.
