@@ -143,6 +143,16 @@ class HostileFiles(unittest.TestCase):
         except OSError:
             return False
 
+    def test_rows_that_a_sheet_has_not_are_told(self):
+        for kind, rows in (("xls", 65536), ("xlsx", 1048576)):
+            for more, ends in ((0, ("", 0)), (1, 1)):
+                self.write("long.txt", "TOP\n" + "Apples   1.00\n" * (rows + more) + "END\n")
+                (self.folder / f"o.{kind}").unlink(missing_ok=True)
+                said, status = self.convert("long.txt", f"o.{kind}")
+                self.assertEqual((said, status) if more == 0 else status, ends, kind)
+                self.assertTrue((self.folder / f"o.{kind}").exists())
+            self.assertIn(f"row {rows + 1}, column 1: The cell lies outside the sheet", said)
+
     def test_a_killed_run_leaves_nothing_that_the_next_does_not_remove(self):
         self.write("big.txt", "TOP\n" + "Apples   1.00\n" * 2000000 + "END\n")
         named = {"LD_PRELOAD": CHOSEN.layer, "QUILLON_FAULT_NAMED": "1", "ASAN_OPTIONS": "verify_asan_link_order=0"}
