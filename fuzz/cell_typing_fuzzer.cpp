@@ -30,9 +30,13 @@ std::vector<std::string> Sections(std::string_view sFormat) {
   return sections;
 }
 
-std::string Printed(const char* pFormat, int nDecimals, double nValue) {
+enum class Form { Fixed, Scientific, Shortest };
+
+std::string Printed(Form form, int nDecimals, double nValue) {
   std::array<char, 400> text{};
-  std::snprintf(text.data(), text.size(), pFormat, nDecimals, nValue);
+  if (form == Form::Fixed) std::snprintf(text.data(), text.size(), "%.*f", nDecimals, nValue);
+  if (form == Form::Scientific) std::snprintf(text.data(), text.size(), "%.*E", nDecimals, nValue);
+  if (form == Form::Shortest) std::snprintf(text.data(), text.size(), "%.*g", nDecimals, nValue);
   return text.data();
 }
 
@@ -41,7 +45,7 @@ std::string RenderFigures(const std::string& sCode, double nValue) {
   const std::string sFigures = sCode.substr(0, nExponent);
   const size_t nPoint = sFigures.find('.');
   const int nDecimals = nPoint == std::string::npos ? 0 : static_cast<int>(sFigures.size() - nPoint - 1);
-  std::string sOut = Printed(nExponent == std::string::npos ? "%.*f" : "%.*E", nDecimals, nValue);
+  std::string sOut = Printed(nExponent == std::string::npos ? Form::Fixed : Form::Scientific, nDecimals, nValue);
   if (nExponent != std::string::npos) {
     const size_t nAt = sOut.find('E');
     const int nPower = std::atoi(sOut.c_str() + nAt + 1);
@@ -59,7 +63,7 @@ std::string RenderFigures(const std::string& sCode, double nValue) {
 }
 
 std::string RenderNumber(std::string_view sFormat, double nValue) {
-  if (sFormat.empty()) return Printed("%.*g", 11, nValue);
+  if (sFormat.empty()) return Printed(Form::Shortest, 11, nValue);
   const std::vector<std::string> sections = Sections(sFormat);
   const size_t nSection = nValue == 0 && sections.size() > 2 ? 2 : nValue < 0 && sections.size() > 1 ? 1 : 0;
   std::string sCode = sections[nSection];
