@@ -3,6 +3,7 @@
 #include "frmMain.h"
 #include "modFiles.h"
 #include "modPaths.h"
+#include "modRecipeGlobals.h"
 #include "modSettings.h"
 #include "modText.h"
 #include "modTranslator.h"
@@ -21,8 +22,14 @@ bool IsJobPath(std::string_view sJob) {
 
 void frmMain::ConversionJobOpen(std::string sFile) {
   CheckToSaveFileBeforeErasing();
-  // The run works on the one record; a flag that a failed section left behind keeps nobody from his next job.
-  if (bRunning_) return;
+  // The run works on the one record. A section that failed leaves the flag up until a run ends well.
+  if (gbProcessing || bRunning_) {
+    if (!bRunning_) {
+      host_.SetStatusPanel(StatusBar::Main, 3,
+                           Translate("The last run failed. Let a run end well before you open a job."));
+    }
+    return;
+  }
   if (sFile.empty()) {
     FileQuestion question;
     question.sTitle = Translate("Open Conversion Job");
