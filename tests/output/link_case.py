@@ -1,12 +1,15 @@
 """What the workbook scripts share: the tools of other makers, the program that drives the link, a folder for each test."""
 
 import argparse
+import io
 import os
 import shutil
 import subprocess
 import sys
 import tempfile
 import unittest
+import zipfile
+import zlib
 
 SOFFICE = shutil.which("soffice")
 SSCONVERT = shutil.which("ssconvert")
@@ -32,6 +35,17 @@ def drive(path, script, mode="", **more):
     if done.stderr:
         raise AssertionError(done.stderr)
     return done.stdout.splitlines()
+
+
+def content(data):
+    """What the bytes of a workbook say. Of a package it is its parts: the packer finds now and then another way to the same."""
+    if not data.startswith(b"PK"):
+        return data
+    try:
+        with zipfile.ZipFile(io.BytesIO(data)) as package:
+            return [(part.filename, package.read(part)) for part in package.infolist()]
+    except (zipfile.BadZipFile, zlib.error, EOFError):
+        return None
 
 
 class XlsCase(unittest.TestCase):
