@@ -42,6 +42,9 @@ void clsRow::Own() {
   sBytes_ = sOwn_;
   nRoomBehind_ = 0;
   bBlankBehind_ = false;
+  // A search that ended at the old end took it for the character that it was after.
+  checkpoints_.assign(1, 0);
+  cursor_ = {};
 }
 
 std::string_view clsRow::Field(int64_t nStart, int64_t nEnd) {

@@ -87,6 +87,17 @@ TEST_F(LineProcessor, CutsUnicodeRowsInAnyOrder) {
   EXPECT_EQ(Field(0, 400, 500), "");
 }
 
+TEST_F(LineProcessor, FindsTheBlankBehindAUnicodeRowWhereItStands) {
+  options.text.pCodePage = &clsCodePage::Utf8();
+  std::string sRow;
+  for (int n = 0; n < 10; ++n) sRow += "\xC3\xA9";
+  Read(sRow + "\n");
+  clsRow& row = gLineProcessor().RowCollection[0];
+  EXPECT_EQ(row.CharactersBehind(14), 0);
+  EXPECT_EQ(row.Field(15, 20), "") << "the blank behind the row is its character 11";
+  EXPECT_EQ(row.Field(10, 20), "\xC3\xA9 ");
+}
+
 TEST_F(LineProcessor, AddsAndAveragesOverThePeriods) {
   struct Case {
     std::initializer_list<std::string_view> rows;
