@@ -91,7 +91,8 @@ TEST_F(LineProcessor, FindsTheBlankBehindAUnicodeRowWhereItStands) {
   options.text.pCodePage = &clsCodePage::Utf8();
   std::string sRow;
   for (int n = 0; n < 10; ++n) sRow += "\xC3\xA9";
-  Read(sRow + "\n");
+  sRow += "\n";
+  Read(sRow);
   clsRow& row = gLineProcessor().RowCollection[0];
   EXPECT_EQ(row.CharactersBehind(14), 0);
   EXPECT_EQ(row.Field(15, 20), "") << "the blank behind the row is its character 11";
