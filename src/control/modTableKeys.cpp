@@ -21,7 +21,7 @@ bool HasDigit(std::string_view sText) {
 bool HasWord(std::string_view sText) {
   constexpr size_t kFewest = 3;
   return static_cast<size_t>(std::count_if(sText.begin(), sText.end(), [](char c) {
-           return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || static_cast<unsigned char>(c) >= 0x80;
+           return IsAsciiLetter(c) || static_cast<unsigned char>(c) >= 0x80;
          })) >= kFewest;
 }
 

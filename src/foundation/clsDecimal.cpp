@@ -1,4 +1,5 @@
 #include "clsDecimal.h"
+#include "modText.h"
 
 #include <algorithm>
 #include <charconv>
@@ -14,10 +15,6 @@ constexpr int64_t kMaxExponent = 1000000;
 struct Surroundings {
   bool bSign = false, bNegative = false, bCurrency = false, bOpen = false, bClosed = false;
 };
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 /// Takes blanks, signs, "$" and parentheses from the front of the text, each at most once.
 bool TakeSurroundings(std::string_view& s, Surroundings& around, bool bBehind) {
@@ -46,9 +43,9 @@ int64_t TakeExponent(std::string_view& s) {
   size_t i = 1;
   const bool bNegative = i < s.size() && s[i] == '-';
   if (i < s.size() && (s[i] == '-' || s[i] == '+')) ++i;
-  if (i == s.size() || !IsDigit(s[i])) return 0;
+  if (i == s.size() || !IsAsciiDigit(s[i])) return 0;
   int64_t value = 0;
-  for (; i < s.size() && IsDigit(s[i]); ++i) value = std::min(value * 10 + (s[i] - '0'), kMaxExponent);
+  for (; i < s.size() && IsAsciiDigit(s[i]); ++i) value = std::min(value * 10 + (s[i] - '0'), kMaxExponent);
   s.remove_prefix(i);
   return bNegative ? -value : value;
 }
@@ -64,7 +61,7 @@ bool clsDecimal::Scan(std::string_view sText, clsDecimal* pNumber) {
   bool bPoint = false;
   size_t i = 0;
   for (; i < s.size(); ++i) {
-    if (IsDigit(s[i])) {
+    if (IsAsciiDigit(s[i])) {
       ++nDigits;
     } else if (s[i] == '.' && !bPoint) {
       bPoint = true;
@@ -84,7 +81,7 @@ bool clsDecimal::Scan(std::string_view sText, clsDecimal* pNumber) {
   bool bBehindPoint = false;
   for (const char c : sNumber.substr(0, i)) {
     if (c == '.') bBehindPoint = true;
-    if (!IsDigit(c)) continue;
+    if (!IsAsciiDigit(c)) continue;
     const bool bLeadingZero = c == '0' && pNumber->sDigits_.empty();
     if (!bLeadingZero) pNumber->sDigits_ += c;
     if (!bBehindPoint && !bLeadingZero) ++pNumber->nPoint_;

@@ -19,9 +19,6 @@ namespace {
 bool IsSeparator(char c) {
   return c == '\\' || c == '/';
 }
-bool IsDriveLetter(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
 
 bool Exists(const std::string& sHostPath) {
   struct stat info {};
@@ -31,7 +28,7 @@ bool Exists(const std::string& sHostPath) {
 /// The path text in host form, existing or not.
 std::string PlainHostPath(std::string_view sPath) {
   std::string sOut;
-  if (sPath.size() >= 2 && sPath[1] == ':' && IsDriveLetter(sPath[0])) {
+  if (sPath.size() >= 2 && sPath[1] == ':' && IsAsciiLetter(sPath[0])) {
     const std::string sVariable = std::string("QUILLON_DRIVE_") + static_cast<char>(sPath[0] & ~0x20);
     const char* pDrive = std::getenv(sVariable.c_str());
     if (pDrive != nullptr) sOut = pDrive;
@@ -170,7 +167,7 @@ std::string ParentFolderOfPath(std::string_view sPath) {
 }
 
 std::string AbsolutePath(std::string_view sPath) {
-  const bool bDrive = sPath.size() >= 2 && sPath[1] == ':' && IsDriveLetter(sPath[0]);
+  const bool bDrive = sPath.size() >= 2 && sPath[1] == ':' && IsAsciiLetter(sPath[0]);
   if (bDrive || (!sPath.empty() && IsSeparator(sPath.front()))) return std::string(sPath);
   std::error_code error;
   std::string sFolder = std::filesystem::current_path(error).string();

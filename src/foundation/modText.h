@@ -8,6 +8,12 @@
 
 namespace quillon {
 
+constexpr bool IsAsciiDigit(char ch) {
+  return ch >= '0' && ch <= '9';
+}
+constexpr bool IsAsciiLetter(char ch) {
+  return (ch >= 'a' && ch <= 'z') || (ch >= 'A' && ch <= 'Z');
+}
 bool IsAscii(std::string_view sBytes);
 bool IsValidUtf8(std::string_view sBytes);
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <charconv>
 
+#include "modText.h"
 #include "modXlsFormula.h"
 
 namespace quillon {
@@ -22,7 +23,7 @@ double NumberOf(const TypedCell& cell) {
   for (const char ch : cell.sDigits.substr(bMinus ? 1 : 0)) {
     if (ch == '.' && !bPoint) {
       bPoint = true;
-    } else if (ch >= '0' && ch <= '9' && ++nDigits < kPowers.size()) {
+    } else if (IsAsciiDigit(ch) && ++nDigits < kPowers.size()) {
       nWhole = nWhole * 10 + (ch - '0');
       if (bPoint) ++nBehindPoint;
     } else {

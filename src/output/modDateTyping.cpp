@@ -3,6 +3,7 @@
 #include <string>
 
 #include "modNumberTyping.h"
+#include "modText.h"
 
 namespace quillon {
 
@@ -23,7 +24,7 @@ struct DatePart {
 bool ScanParts(std::string_view sText, std::array<DatePart, 3>& parts, char& separator) {
   size_t nPart = 0;
   for (const char ch : sText) {
-    if (ch >= '0' && ch <= '9') {
+    if (IsAsciiDigit(ch)) {
       DatePart& part = parts[nPart];
       if (part.nDigits == 0) part.bLeadingZero = ch == '0';
       part.nValue = part.nValue * 10 + (ch - '0');

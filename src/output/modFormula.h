@@ -48,6 +48,9 @@ struct FormulaFunction {
     const char ch = sClasses[nArgument < sClasses.size() ? nArgument : sClasses.size() - 1];
     return ch == 'r' ? 'R' : ch;
   }
+  bool TakesArguments(int nCount) const;
+  /// The argument (from 0) must be a reference, else a spreadsheet refuses the formula.
+  bool DemandsReference(int nArgument) const;
 };
 /// In any case; null for an unknown name.
 const FormulaFunction* FindFormulaFunction(std::string_view sName);

@@ -343,7 +343,29 @@ constexpr bool ByName(const FormulaFunction& a, const FormulaFunction& b) {
 }
 static_assert(std::is_sorted(kFunctions.begin(), kFunctions.end(), ByName));
 
+enum class Pairs { None, FromFirst, FromSecond };
+/// SUMIFS and its kin take pairs of a range and a condition.
+Pairs PairsOf(const FormulaFunction& function) {
+  if (function.sName == "COUNTIFS") return Pairs::FromFirst;
+  return function.sName.ends_with("IFS") ? Pairs::FromSecond : Pairs::None;
+}
+
 }  // namespace
+
+bool FormulaFunction::TakesArguments(int nCount) const {
+  const Pairs pairs = PairsOf(*this);
+  if (pairs == Pairs::FromFirst && nCount % 2 != 0) return false;
+  if (pairs == Pairs::FromSecond && nCount % 2 != 1) return false;
+  return nCount >= nMin && nCount <= nMax;
+}
+
+bool FormulaFunction::DemandsReference(int nArgument) const {
+  const Pairs pairs = PairsOf(*this);
+  if (pairs == Pairs::FromFirst) return nArgument % 2 == 0;
+  if (pairs == Pairs::FromSecond) return nArgument == 0 || nArgument % 2 == 1;
+  if (sClasses.empty()) return false;
+  return sClasses[std::min(static_cast<size_t>(nArgument), sClasses.size() - 1)] == 'r';
+}
 
 const FormulaFunction* FindFormulaFunction(std::string_view sName) {
   std::array<char, 16> upper{};

@@ -11,10 +11,6 @@ namespace quillon {
 
 namespace {
 
-bool IsDigit(char ch) {
-  return ch >= '0' && ch <= '9';
-}
-
 /// Behind the quoted text that starts at nPos; the end of the text if it is never closed.
 size_t BehindQuoted(std::string_view sText, size_t nPos) {
   const char chQuote = sText[nPos++];
@@ -251,10 +247,10 @@ std::string ShiftedFormula(std::string_view sFormula, int64_t nRows, int64_t nCo
 }
 
 std::string SheetNameInFormula(std::string_view sName) {
-  const bool bPlain =
-      !sName.empty() && !IsDigit(sName[0]) && sName[0] != '.' && std::all_of(sName.begin(), sName.end(), [](char ch) {
-        return IsFormulaWord(ch) && ch != '$' && static_cast<unsigned char>(ch) < 0x80;
-      });
+  const bool bPlain = !sName.empty() && !IsAsciiDigit(sName[0]) && sName[0] != '.' &&
+                      std::all_of(sName.begin(), sName.end(), [](char ch) {
+                        return IsFormulaWord(ch) && ch != '$' && static_cast<unsigned char>(ch) < 0x80;
+                      });
   // What may be read as a cell, in either notation, needs quotes as well.
   const bool bLooksLikeCell = ParseFormulaCorner(sName).has_value() ||
                               sName.find_first_of("0123456789") != std::string_view::npos || EqualNoCase(sName, "R") ||

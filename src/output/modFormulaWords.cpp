@@ -11,13 +11,6 @@ namespace quillon {
 
 namespace {
 
-bool IsDigit(char ch) {
-  return ch >= '0' && ch <= '9';
-}
-bool IsLetter(char ch) {
-  return (ch >= 'a' && ch <= 'z') || (ch >= 'A' && ch <= 'Z');
-}
-
 // What fetches, calls or asks another program. None of them ever becomes a formula here.
 constexpr std::array<std::string_view, 36> kOutside = {"WEBSERVICE",
                                                        "RTD",
@@ -59,7 +52,8 @@ constexpr std::array<std::string_view, 36> kOutside = {"WEBSERVICE",
 }  // namespace
 
 bool IsFormulaWord(char ch) {
-  return IsDigit(ch) || IsLetter(ch) || ch == '_' || ch == '.' || ch == '$' || static_cast<unsigned char>(ch) >= 0x80;
+  return IsAsciiDigit(ch) || IsAsciiLetter(ch) || ch == '_' || ch == '.' || ch == '$' ||
+         static_cast<unsigned char>(ch) >= 0x80;
 }
 
 std::optional<FormulaCorner> ParseFormulaCorner(std::string_view sWord) {
@@ -68,7 +62,7 @@ std::optional<FormulaCorner> ParseFormulaCorner(std::string_view sWord) {
   const auto Dollar = [&] { return i < sWord.size() && sWord[i] == '$' ? (++i, true) : false; };
   bool bFixed = Dollar();
   size_t nLetters = 0;
-  for (; i < sWord.size() && IsLetter(sWord[i]); ++i) {
+  for (; i < sWord.size() && IsAsciiLetter(sWord[i]); ++i) {
     if (++nLetters > 3) return std::nullopt;
     corner.nColumn = corner.nColumn * 26 + ((sWord[i] | 0x20) - 'a' + 1);
   }
@@ -78,7 +72,7 @@ std::optional<FormulaCorner> ParseFormulaCorner(std::string_view sWord) {
   }
   corner.bRowFixed = bFixed;
   const size_t nDigits = i;
-  for (; i < sWord.size() && IsDigit(sWord[i]); ++i) {
+  for (; i < sWord.size() && IsAsciiDigit(sWord[i]); ++i) {
     corner.nRow = corner.nRow * 10 + (sWord[i] - '0');
     if (corner.nRow > kMaxSheetRows) return std::nullopt;
   }
@@ -93,11 +87,11 @@ bool LooksLikeR1C1(std::string_view sWord) {
   size_t i = 0;
   const auto Part = [&](char ch) {
     if (i < sWord.size() && (sWord[i] | 0x20) == ch) ++i;
-    while (i < sWord.size() && IsDigit(sWord[i])) ++i;
+    while (i < sWord.size() && IsAsciiDigit(sWord[i])) ++i;
   };
   Part('r');
   Part('c');
-  return i == sWord.size() && !sWord.empty() && IsLetter(sWord[0]);
+  return i == sWord.size() && !sWord.empty() && IsAsciiLetter(sWord[0]);
 }
 
 FormulaReference OrderedReference(FormulaCorner first, FormulaCorner second) {

@@ -37,7 +37,7 @@ char* PutEscape(char* p, unsigned nCode) {
 }
 
 bool IsHexDigit(char ch) {
-  return (ch >= '0' && ch <= '9') || (ch >= 'A' && ch <= 'F') || (ch >= 'a' && ch <= 'f');
+  return IsAsciiDigit(ch) || (ch >= 'A' && ch <= 'F') || (ch >= 'a' && ch <= 'f');
 }
 
 /// "_xHHHH_" at the start of the text.

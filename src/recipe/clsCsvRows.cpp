@@ -23,9 +23,8 @@ constexpr size_t kWide = 4096;  // wider cuts are mostly "the rest of the row"
 constexpr size_t kMostRowBytes = clsOutputFile::kBufferBytes / 2;
 
 bool IsTwoLetters(std::string_view sLetters) {
-  return (sLetters.size() == 1 || sLetters.size() == 2) && std::all_of(sLetters.begin(), sLetters.end(), [](char c) {
-           return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-         });
+  return (sLetters.size() == 1 || sLetters.size() == 2) &&
+         std::all_of(sLetters.begin(), sLetters.end(), [](char c) { return IsAsciiLetter(c); });
 }
 
 bool IsPlainCut(const clsColumn& column, const clsRecipe& recipe) {

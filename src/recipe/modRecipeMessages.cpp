@@ -5,6 +5,7 @@
 #include <cassert>
 
 #include "modReport.h"
+#include "modText.h"
 #include "modTranslator.h"
 
 namespace quillon {
@@ -88,7 +89,7 @@ const RecipeMessage& MessageOf(int32_t lErr) {
 }
 
 bool HasLetter(std::string_view s) {
-  return std::any_of(s.begin(), s.end(), [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); });
+  return std::any_of(s.begin(), s.end(), IsAsciiLetter);
 }
 
 std::string BuildText(std::string_view sPieces, std::initializer_list<std::string_view> values) {
