@@ -11,7 +11,7 @@
 
 #include "modPaths.h"
 #include "modSystemIo.h"
-#include "modText.h"
+#include "modTextEnds.h"
 #include "modTurns.h"
 
 namespace quillon {
@@ -20,7 +20,6 @@ namespace {
 
 constexpr size_t kBlockBytes = size_t{256} << 10;
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-constexpr char kEndOfFileMark = '\x1A';
 
 const char* FindByte(std::string_view s, char c) {
   return s.empty() ? nullptr : static_cast<const char*>(std::memchr(s.data(), c, s.size()));
@@ -41,16 +40,6 @@ int64_t CountByte(std::string_view s, char c) {
     s.remove_prefix(nSteps * kLanes);
   }
   return nCount + std::count(s.begin(), s.end(), c);
-}
-
-/// Where the UTF-8 text before a block may end in the middle of a character: bytes to leave for the next block.
-size_t CutTail(std::string_view s) {
-  for (size_t n = 1; n <= std::min<size_t>(3, s.size()); ++n) {
-    const auto byte = static_cast<unsigned char>(s[s.size() - n]);
-    if (byte >= 0xC0) return n;
-    if (byte < 0x80) return 0;
-  }
-  return 0;
 }
 
 }  // namespace
@@ -98,6 +87,11 @@ void clsLineReader::OpenMemory(std::string_view sBytes, const TextFileOptions& o
   Prepare();
 }
 
+bool clsLineReader::Fail(int nError) {
+  failure_ = SystemFailure(sPath_, nError);
+  return false;
+}
+
 /// Looks at both ends and at the kind of line ends before the first row is handed out.
 bool clsLineReader::Prepare() {
   bTurns_ = true;
@@ -112,11 +106,10 @@ bool clsLineReader::Prepare() {
     nFilePos_ = 0;
     window_ = {};
     bCutShort_ = options_.lMostBytes > 0 && nEnd_ > options_.lMostBytes;
-    if (!(bCutShort_ ? CutShort() : FindEndOfText())) return false;
+    if (bCutShort_) nEnd_ = options_.lMostBytes;
+    if (!(bCutShort_ ? FindEndOfRows(nHandle_, nEnd_) : FindEndOfText(nHandle_, nEnd_))) return Fail(errno);
   } else {
-    const size_t nText = window_.find_last_not_of('\0');
-    const bool bMarked = nText != std::string_view::npos && window_[nText] == kEndOfFileMark;
-    if (bMarked) window_ = window_.substr(0, window_.find_last_not_of(std::string_view("\0\x1A", 2)) + 1);
+    window_ = TextBeforeMarks(window_);
     nFilePos_ = nEnd_ = static_cast<int64_t>(window_.size());
   }
   if (!bMemory && !Fill() && failure_.Failed()) return false;
@@ -129,76 +122,19 @@ bool clsLineReader::Prepare() {
   return ScanForEnds();
 }
 
-/// Sets nEnd_ before the bytes 0x1A at the very end and the NULs behind them.
-bool clsLineReader::FindEndOfText() {
-  std::array<char, 4096> tail{};
-  int64_t nEnd = nEnd_;
-  int64_t nText = -1;  // end of the text before the mark, once a mark was seen
-  while (nEnd > 0) {
-    const int64_t nFrom = std::max<int64_t>(0, nEnd - static_cast<int64_t>(tail.size()));
-    const int64_t nGot = ReadHandleAt(nHandle_, tail.data(), static_cast<size_t>(nEnd - nFrom), nFrom);
-    if (nGot < 0) {
-      failure_ = SystemFailure(sPath_, errno);
-      return false;
-    }
-    if (nGot < nEnd - nFrom) return true;  // it shrank meanwhile: reading will find the end
-    for (; nEnd > nFrom; --nEnd) {
-      const char c = tail[static_cast<size_t>(nEnd - nFrom) - 1];
-      if (c == kEndOfFileMark) {
-        nText = nEnd - 1;
-      } else if (c != '\0') {
-        if (nText >= 0) nEnd_ = nEnd;
-        return true;
-      }
-    }
-  }
-  if (nText >= 0) nEnd_ = 0;
-  return true;
-}
-
-/// Sets nEnd_ behind the last row end before lMostBytes, if that isn't far, else between two characters.
-bool clsLineReader::CutShort() {
-  constexpr int64_t kFar = 64 << 10;
-  nEnd_ = options_.lMostBytes;
-  std::string sTail(static_cast<size_t>(std::min(kFar, nEnd_)), '\0');
-  const int64_t nFrom = nEnd_ - static_cast<int64_t>(sTail.size());
-  const int64_t nGot = ReadHandleAt(nHandle_, sTail.data(), sTail.size(), nFrom);
-  if (nGot < 0) {
-    failure_ = SystemFailure(sPath_, errno);
-    return false;
-  }
-  sTail.resize(static_cast<size_t>(nGot));
-  const size_t nLastEnd = sTail.rfind('\n');
-  const size_t nKept = nLastEnd == std::string::npos ? sTail.size() - CutTail(sTail) : nLastEnd + 1;
-  nEnd_ = nFrom + static_cast<int64_t>(nKept);
-  return true;
-}
-
 /// A file without any LF ends its rows at CR (bUnix off), and "auto" needs a look at all bytes: both in one pass, which
 /// ends at once where neither is open.
 bool clsLineReader::ScanForEnds() {
   bool bNeedEnds = !options_.bUnix && FindByte(window_, '\n') == nullptr;
   bool bNeedPage = pCodePage_ == nullptr;
   if (!bNeedEnds && !bNeedPage) return true;
-  bool bLf = false;
-  bool bCr = false;
-  bool bAscii = true;
-  bool bUtf8 = true;
+  clsTextSigns signs;
   std::vector<char> block;
   std::string_view s = window_;
-  size_t nKeep = 0;
   for (int64_t nPos = nFilePos_;;) {
-    bLf = bLf || FindByte(s, '\n') != nullptr;
-    bCr = bCr || FindByte(s, '\r') != nullptr;
-    if (bNeedPage && !IsAscii(s)) {
-      bAscii = false;
-      nKeep = nPos < nEnd_ ? CutTail(s) : 0;
-      bUtf8 = bUtf8 && IsValidUtf8(s.substr(0, s.size() - nKeep));
-    } else {
-      nKeep = 0;
-    }
-    bNeedEnds = bNeedEnds && !bLf;
-    bNeedPage = bNeedPage && bUtf8;
+    const size_t nKeep = signs.Look(s, bNeedPage, nPos < nEnd_);
+    bNeedEnds = bNeedEnds && !signs.HasLf();
+    bNeedPage = bNeedPage && signs.IsUtf8();
     if (nPos >= nEnd_ || (!bNeedEnds && !bNeedPage)) break;
     if (!MayGoOn()) return false;
     const std::string sTail(s.substr(s.size() - nKeep));
@@ -206,16 +142,14 @@ bool clsLineReader::ScanForEnds() {
     std::copy(sTail.begin(), sTail.end(), block.begin());
     const auto nWant = static_cast<size_t>(std::min<int64_t>(kBlockBytes, nEnd_ - nPos));
     const int64_t nGot = ReadHandleAt(nHandle_, block.data() + nKeep, nWant, nPos);
-    if (nGot < 0) {
-      failure_ = SystemFailure(sPath_, errno);
-      return false;
-    }
+    if (nGot < 0) return Fail(errno);
     if (nGot == 0) break;
     nPos += nGot;
     s = std::string_view(block.data(), nKeep + static_cast<size_t>(nGot));
   }
-  if (!options_.bUnix && !bLf && bCr) ends_ = Ends::Cr;
-  if (pCodePage_ == nullptr) pCodePage_ = !bAscii && bUtf8 ? &clsCodePage::Utf8() : &clsCodePage::Windows1252();
+  if (!options_.bUnix && !signs.HasLf() && signs.HasCr()) ends_ = Ends::Cr;
+  if (pCodePage_ == nullptr)
+    pCodePage_ = !signs.IsAscii() && signs.IsUtf8() ? &clsCodePage::Utf8() : &clsCodePage::Windows1252();
   return true;
 }
 

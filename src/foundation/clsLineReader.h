@@ -78,8 +78,7 @@ class clsLineReader {
   enum class Ends { Lf, Cr };
 
   bool Prepare();
-  bool FindEndOfText();
-  bool CutShort();
+  bool Fail(int nError);
   bool ScanForEnds();
   bool Fill();
   bool MayGoOn();
