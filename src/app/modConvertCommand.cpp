@@ -5,6 +5,7 @@
 
 #include "clsLongRun.h"
 #include "clsOutputFile.h"
+#include "clsRecipe.h"
 #include "clsResultRecorder.h"
 #include "modBatchPlan.h"
 #include "modFiles.h"
@@ -151,6 +152,11 @@ int ConvertBySpecification(const ConvertRequest& request, clsLongRun& run, clsCo
   }
   int32_t result = 0;
   conversion.ConvertByLongRecipe(request.sOutput, request.inputs, result);
+  const int32_t lLast = gRecipe().InputFileLast;
+  if (!request.bAllPeriods && result == 0 && lLast > 1) {
+    run.Note("columns are taken from file " + std::to_string(lLast) +
+             " of the period, and without --all-periods only file 1 is read: they stay empty");
+  }
   return run.Finish();
 }
 

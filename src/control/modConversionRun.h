@@ -90,7 +90,8 @@ class clsConversionRun {
   void ConvertByProfile(int32_t& lResult);
   void ConvertByRecipe(int32_t& lResult);
   /// The long-form recipe in sRecipeFile; sOutputFile overrules its output, and the inputs (at most twelve) take its
-  /// file slots in order from the first. lResult is 0 or the code of what stopped it.
+  /// file slots in order from the first. lResult is 0 or the code of what stopped it; a report of the period that isn't
+  /// there is -2002, and the output stays as it was.
   void ConvertByLongRecipe(std::string_view sOutputFile, const std::vector<std::string>& inputs, int32_t& lResult);
   void WarnAboutTabsInFile();
 
@@ -107,6 +108,7 @@ class clsConversionRun {
   int32_t MakeLogFolder();
   int32_t CheckInputAndOutput();
   int32_t CheckOutputType();
+  int32_t CheckPeriodReports(const clsRecipe& recipe);
 
   void ConvertByMethod(int32_t& lResult);
   void RunLongRecipe(std::string_view sOutputFile, const std::vector<std::string>& inputs, int32_t& lResult);

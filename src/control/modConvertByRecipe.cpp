@@ -16,6 +16,16 @@
 
 namespace quillon {
 
+namespace {
+
+bool FileHasTabs(std::string_view sPath, const TextFileOptions& options) {
+  clsLineReader reader;
+  Failure ignored;  // The engine reports what it can't read.
+  return reader.Open(sPath, options, ignored) && reader.RestHasTab();
+}
+
+}  // namespace
+
 void clsConversionRun::ConvertByRecipe(int32_t& lResult) {
   gsInputFile = options_.sInputFile;
   gsOutputFile = options_.sOutputFile;
@@ -85,11 +95,25 @@ void clsConversionRun::RunLongRecipe(std::string_view sOutputFile, const std::ve
   // A section that could not be read is reported and the others run; with no section there is nothing to run.
   const bool bRuns = log_.lErrorCount == errors || !context.recipe.ExportSpecs.SectionSequenceCollection.empty();
   lResult = bRuns ? CheckOutputType() : options_.lErr;
+  if (lResult == 0) lResult = CheckPeriodReports(context.recipe);
   for (const std::string& input : context.recipe.InputFileName) {
     if (!input.empty()) context.Watch(input);
     if (lResult == 0 && IsSameFile(input, gsOutputFile)) lResult = Refuse(kOutputIsInput, gsOutputFile);
   }
   if (lResult == 0) RunRecipe(context, OutputFormatOfPath(gsOutputFile));
+}
+
+// A report that isn't there would leave an output without its rows in the place of a good one.
+int32_t clsConversionRun::CheckPeriodReports(const clsRecipe& recipe) {
+  if (recipe.ExportSpecs.TablesCollection.empty()) return 0;
+  for (int32_t lSlot = 1; lSlot <= clsRecipe::kFileSlots; ++lSlot) {
+    const bool bRead = extras_.bAllPeriods ? lSlot >= recipe.InputFileFirst && lSlot <= recipe.InputFileLast
+                                           : lSlot == 1 || lSlot == recipe.InputFileFirst;
+    const std::string& sName = recipe.InputFileNameOf(lSlot);
+    if (!bRead || IsFile(sName)) continue;
+    return Refuse(kRecipeRunNoInput, sName.empty() ? "FileName" + std::to_string(lSlot) : sName);
+  }
+  return 0;
 }
 
 // With a recipe that is there and can't be read the run would write an empty output over a good one.
@@ -128,9 +152,7 @@ RecipeOptions clsConversionRun::MakeRecipeOptions() const {
 
 void clsConversionRun::WarnIfTabsInFile(const RecipeOptions& recipe_options) {
   if (fields_.bWarnedAboutTabsInFile) return;  // Asked first: a long file isn't read for nothing.
-  clsLineReader reader;
-  Failure ignored;  // The engine reports what it can't read.
-  if (reader.Open(gsInputFile, recipe_options.text, ignored) && reader.RestHasTab()) WarnAboutTabsInFile();
+  if (FileHasTabs(gsInputFile, recipe_options.text)) WarnAboutTabsInFile();
 }
 
 void clsConversionRun::WarnAboutTabsInFile() {
