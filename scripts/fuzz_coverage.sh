@@ -22,12 +22,11 @@ code_pages      foundation/clsCodePage foundation/modText
 csv_rows        recipe/clsCsvRows recipe/clsRow recipe/modCsvField
 export_run      recipe/clsExportSpecsProcess recipe/clsTableRun recipe/clsConProcess recipe/clsTitleProcess recipe/clsColumnProcess recipe/clsLineProcessor recipe/clsPeriodFiles
 export_specs    recipe/clsExportSpecs recipe/clsTable recipe/clsTitle recipe/clsCon recipe/clsColumn recipe/clsDepartment
-formula         output/modFormula output/modFormulaText output/modFormulaWords
+formula         output/modFormula output/clsFormulaScanner output/modFormulaText output/modFormulaWords
 job_file        control/clsConversionOptions foundation/modPrivateProfile
 language_file   foundation/modPhraseFile
-line_reader     foundation/clsLineReader
+line_reader     foundation/clsLineReader foundation/modTextEnds
 long_recipe     recipe/clsRecipe recipe/clsSectionWriter
-markup          recipe/modMarkup
 markup_run      recipe/modMarkup recipe/clsRecipe recipe/clsTableRun
 number_text     foundation/modNumbers foundation/clsDecimal
 profile         profile/modFixedWidthAttributes profile/modProfileFile profile/clsProfileGrid

@@ -54,7 +54,7 @@ def workbook_stream(book):
 def from_reports(seeds, reports):
     for path in reports:
         text = beginning(path)
-        for entry in ("line_reader", "suggest", "markup", "markup_run"):
+        for entry in ("line_reader", "suggest", "markup_run"):
             seeds.add(entry, PLAIN, text)
         seeds.add("line_reader", BY_CONTENT, text)
         seeds.add("code_pages", b"\x00", text[:1500])

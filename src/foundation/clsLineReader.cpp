@@ -1,7 +1,5 @@
 #include "clsLineReader.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -9,9 +7,9 @@
 #include <cerrno>
 #include <cstring>
 
-#include "modPaths.h"
 #include "modSystemIo.h"
 #include "modTextEnds.h"
+#include "modTranslator.h"
 #include "modTurns.h"
 
 namespace quillon {
@@ -59,20 +57,10 @@ bool clsLineReader::Open(std::string_view sPath, const TextFileOptions& options,
   failure_ = {};
   options_ = options;
   sPath_ = sPath;
-  // Without O_NONBLOCK the opening of a pipe would wait for a writer before its kind could be looked at.
-  nHandle_ = OpenHandle(HostPath(sPath), O_RDONLY | O_NONBLOCK);
-  struct stat info {};
-  if (nHandle_ < 0 || fstat(nHandle_, &info) != 0) {
-    failure = SystemFailure(sPath, errno);
-  } else if (S_ISDIR(info.st_mode)) {
-    failure = SystemFailure(sPath, EISDIR);
-  } else if (!S_ISREG(info.st_mode)) {
-    failure = OwnFailure(sPath, "Not an ordinary file");
-  } else {
-    nEnd_ = info.st_size;
-    if (Prepare()) return true;
-    failure = failure_;
-  }
+  nHandle_ = OpenOrdinaryFile(sPath, nEnd_, failure);
+  if (nHandle_ < 0) return false;
+  if (Prepare()) return true;
+  failure = failure_;
   Close();
   return false;
 }
@@ -166,7 +154,8 @@ bool clsLineReader::Fill() {
   if (nHandle_ < 0 || nFilePos_ >= nEnd_ || (nFilePos_ > 0 && !MayGoOn())) return false;
   const size_t nLeft = window_.size();
   if (nLeft > kMaxRowBytes) {
-    failure_ = OwnFailure(sPath_, "Row " + std::to_string(lRow_ + 1) + " is longer than 256 MB");
+    failure_ = OwnFailure(
+        sPath_, Translate("Row") + " " + std::to_string(lRow_ + 1) + " " + Translate("is longer than 256 MB"));
     window_ = {};
     nFilePos_ = nEnd_;
     return false;

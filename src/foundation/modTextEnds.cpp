@@ -1,11 +1,17 @@
 #include "modTextEnds.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <string>
 
+#include "modPaths.h"
 #include "modSystemIo.h"
 #include "modText.h"
+#include "modTranslator.h"
 
 namespace quillon {
 
@@ -24,6 +30,24 @@ size_t CutTail(std::string_view s) {
 }
 
 }  // namespace
+
+int OpenOrdinaryFile(std::string_view sPath, int64_t& nBytes, Failure& failure) {
+  // Without O_NONBLOCK the opening of a pipe would wait for a writer before its kind could be looked at.
+  const int nHandle = OpenHandle(HostPath(sPath), O_RDONLY | O_NONBLOCK);
+  struct stat info {};
+  if (nHandle < 0 || fstat(nHandle, &info) != 0) {
+    failure = SystemFailure(sPath, errno);
+  } else if (S_ISDIR(info.st_mode)) {
+    failure = SystemFailure(sPath, EISDIR);
+  } else if (!S_ISREG(info.st_mode)) {
+    failure = OwnFailure(sPath, Translate("Not an ordinary file"));
+  } else {
+    nBytes = info.st_size;
+    return nHandle;
+  }
+  if (nHandle >= 0) CloseHandle(nHandle);
+  return -1;
+}
 
 std::string_view TextBeforeMarks(std::string_view sBytes) {
   const size_t nLast = sBytes.find_last_not_of('\0');

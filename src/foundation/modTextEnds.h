@@ -1,11 +1,17 @@
 #pragma once
-// What is found out about a text file before its first row is handed out: where its text ends, how its rows end, which
-// characters it has.
+// The opening of text files, and what is found out about one before its first row is handed out: where its text ends,
+// how its rows end, which characters it has.
 
 #include <cstdint>
 #include <string_view>
 
+#include "modFailure.h"
+
 namespace quillon {
+
+/// A handle, the caller's to close, and the size of the file that the path text names. -1 with the reason for what is
+/// there but no ordinary file, too.
+int OpenOrdinaryFile(std::string_view sPath, int64_t& nBytes, Failure& failure);
 
 /// The text before the bytes 0x1A at the very end and the NULs behind them.
 std::string_view TextBeforeMarks(std::string_view sBytes);

@@ -1,16 +1,14 @@
 #include "clsUtf16Reader.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 
 #include "clsLineReader.h"
-#include "modPaths.h"
 #include "modSystemIo.h"
 #include "modText.h"
+#include "modTextEnds.h"
 #include "modTranslator.h"
 #include "modTurns.h"
 
@@ -39,18 +37,8 @@ bool clsUtf16Reader::Open(std::string_view sPath, Failure& failure) {
   Close();
   sPath_ = sPath;
   failure_ = {};
-  nHandle_ = OpenHandle(HostPath(sPath), O_RDONLY | O_NONBLOCK);
-  struct stat info {};
-  if (nHandle_ < 0 || fstat(nHandle_, &info) != 0) {
-    failure_ = SystemFailure(sPath, errno);
-  } else if (S_ISDIR(info.st_mode)) {
-    failure_ = SystemFailure(sPath, EISDIR);
-  } else if (!S_ISREG(info.st_mode)) {
-    failure_ = OwnFailure(sPath, Translate("Not an ordinary file"));
-  } else {
-    nEnd_ = info.st_size;
-    if (Prepare()) return true;
-  }
+  nHandle_ = OpenOrdinaryFile(sPath, nEnd_, failure_);
+  if (nHandle_ >= 0 && Prepare()) return true;
   failure = failure_;
   Close();
   return false;
