@@ -112,10 +112,8 @@ std::string clsIniFile::Get(std::string_view sSection, std::string_view sKey, st
 }
 
 int32_t clsIniFile::GetInt(std::string_view sSection, std::string_view sKey, int32_t lDefault) const {
-  constexpr std::string_view kAbsent("\1", 1);
-  const std::string sValue = Get(sSection, sKey, kAbsent);
-  if (sValue == kAbsent) return lDefault;
-  int32_t lValue = 0;
+  const std::string sValue = Get(sSection, sKey, {});
+  int32_t lValue = lDefault;  // Stays where there are no digits, or too many.
   std::from_chars(sValue.data(), sValue.data() + sValue.size(), lValue);
   return lValue;
 }

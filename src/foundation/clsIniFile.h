@@ -37,7 +37,7 @@ class clsIniFile {
   /// The value, one pair of quotes around it stripped, blanks around it trimmed, cut at kMaxValue characters and at
   /// the first NUL; the default if section or key is absent.
   std::string Get(std::string_view sSection, std::string_view sKey, std::string_view sDefault) const;
-  /// Leading digits of the value (with a sign); the default if absent.
+  /// Leading digits of the value (with a sign); the default if there are none, or too many for 32 bits.
   int32_t GetInt(std::string_view sSection, std::string_view sKey, int32_t lDefault) const;
   bool HasSection(std::string_view sSection) const;
   /// key=value, with no blanks added. A line holds no line end: one in a text becomes a blank.
@@ -66,8 +66,6 @@ class clsIniFile {
 /// One key from a file; the default if file, section or key is absent.
 std::string GetPrivateProfileString(std::string_view sPath, std::string_view sSection, std::string_view sKey,
                                     std::string_view sDefault);
-int32_t GetPrivateProfileInt(std::string_view sPath, std::string_view sSection, std::string_view sKey,
-                             int32_t lDefault);
 /// One key into a file. The file is re-read, changed and replaced under a clsFileLock, so that two processes never lose
 /// each other's keys. A failure is silent: False.
 bool WritePrivateProfileString(std::string_view sPath, std::string_view sSection, std::string_view sKey,

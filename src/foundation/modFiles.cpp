@@ -80,14 +80,12 @@ std::string NearestExistingPath(std::string_view sPath) {
 }
 
 std::string DeepestExistingFolder(std::string_view sPath) {
-  std::string sRoot = DriveOrShareRoot(sPath, true);
-  std::string_view sRest = sPath.substr(std::min(sRoot.size(), sPath.size()));
-  if (sRoot.empty() && HasSeparator(sPath.substr(0, 1))) {
-    sRoot = sPath.substr(0, 1);
-    sRest = sPath.substr(1);
-  }
-  std::string sDeepest = FolderExists(sRoot) ? sRoot : "";
-  std::string sCandidate = sRoot;
+  const std::string sRoot = DriveOrShareRoot(sPath, false);
+  size_t nRoot = sPath.starts_with(sRoot) ? sRoot.size() : 0;  // A colon further on belongs to a folder's name.
+  if (HasSeparator(sPath.substr(nRoot, 1))) ++nRoot;
+  std::string_view sRest = sPath.substr(nRoot);
+  std::string sCandidate(sPath.substr(0, nRoot));
+  std::string sDeepest = FolderExists(sCandidate) ? sCandidate : "";
   while (!sRest.empty()) {
     const size_t nEnd = std::min(sRest.find_first_of("\\/"), sRest.size());
     const std::string_view sName = sRest.substr(0, nEnd);
@@ -127,7 +125,7 @@ bool CopyFileOver(std::string_view sSource, std::string_view sTarget) {
 }
 
 bool MoveFileOver(std::string_view sSource, std::string_view sTarget) {
-  return CopyFileOver(sSource, sTarget) && DeleteFileForced(sSource);
+  return !IsSameFile(sSource, sTarget) && CopyFileOver(sSource, sTarget) && DeleteFileForced(sSource);
 }
 
 bool CopyFolderOver(std::string_view sSource, std::string_view sTarget, bool bOverwrite) {

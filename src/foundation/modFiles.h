@@ -26,6 +26,7 @@ std::string DeepestExistingFolder(std::string_view sPath);
 void MakeFolderPath(std::string_view sFolder);
 /// In the manner of clsOutputFile; the copy has the source's permissions, and its owner may write it.
 bool CopyFileOver(std::string_view sSource, std::string_view sTarget);
+/// False where both are one file, which stays.
 bool MoveFileOver(std::string_view sSource, std::string_view sTarget);
 /// Copies the folder with all below it. An existing file stops the copy unless bOverwrite.
 bool CopyFolderOver(std::string_view sSource, std::string_view sTarget, bool bOverwrite);

@@ -1,6 +1,7 @@
 #include "modPaths.h"
 
 #include <dirent.h>
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -54,18 +55,24 @@ std::string MatchingEntry(const std::string& sFolder, const std::string& sName) 
   return sBest.empty() ? sName : sBest;
 }
 
+std::string HomeFolder() {
+  const char* const pHome = std::getenv("HOME");
+  if (pHome != nullptr && *pHome != '\0') return pHome;
+  const passwd* const pUser = getpwuid(geteuid());  // A service may be started without that variable.
+  return pUser == nullptr || pUser->pw_dir == nullptr ? "" : pUser->pw_dir;
+}
+
 std::string FolderFromEnvironment(const char* pVariable, const char* pOther, std::string_view sBelowHome) {
   for (const char* const pName : {pVariable, pOther}) {
     const char* const pValue = pName == nullptr ? nullptr : std::getenv(pName);
     if (pValue != nullptr && *pValue != '\0') return pValue;
   }
-  const char* const pHome = std::getenv("HOME");
-  return std::string(pHome == nullptr ? "" : pHome) + std::string(sBelowHome);
+  return HomeFolder() + std::string(sBelowHome);
 }
 
 /// XDG_DOCUMENTS_DIR of the user's user-dirs.dirs, else ~/Documents.
 std::string DocumentsFolder() {
-  const std::string sHome = FolderFromEnvironment("HOME", nullptr, "");
+  const std::string sHome = HomeFolder();
   const std::string sFile = FolderFromEnvironment("XDG_CONFIG_HOME", nullptr, "/.config") + "/user-dirs.dirs";
   std::string sFolder = sHome + "/Documents";
   if (FILE* const pFile = std::fopen(sFile.c_str(), "r")) {
@@ -180,9 +187,9 @@ std::string AbsolutePath(std::string_view sPath) {
 
 std::string DriveOrShareRoot(std::string_view sPath, bool bTrailingBackslash) {
   std::string sRoot;
-  const size_t nColon = sPath.find(':');
+  const size_t nColon = sPath.find(':', 1);
   const size_t nShare = sPath.find("\\\\");
-  if (nColon != std::string_view::npos && nColon >= 1) {
+  if (nColon != std::string_view::npos) {
     sRoot = sPath.substr(nColon - 1, 2);
   } else if (nShare != std::string_view::npos) {
     const std::string_view sRest = sPath.substr(nShare + 2);
@@ -206,9 +213,9 @@ std::string SpecialFolder(int lFolderId) {
     case 35:
       return "/var/lib/quillon";
     case 40:
-      return FolderFromEnvironment("HOME", nullptr, "");
+      return HomeFolder();
     case 46:
-      return FolderFromEnvironment("HOME", nullptr, "") + "/Public";
+      return HomeFolder() + "/Public";
     default:
       return "(error)";
   }

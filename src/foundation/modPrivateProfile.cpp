@@ -13,14 +13,6 @@ std::string GetPrivateProfileString(std::string_view sPath, std::string_view sSe
   return file.Get(sSection, sKey, sDefault);
 }
 
-int32_t GetPrivateProfileInt(std::string_view sPath, std::string_view sSection, std::string_view sKey,
-                             int32_t lDefault) {
-  clsIniFile file;
-  Failure ignored;
-  file.Load(sPath, ignored);
-  return file.GetInt(sSection, sKey, lDefault);
-}
-
 bool WritePrivateProfileString(std::string_view sPath, std::string_view sSection, std::string_view sKey,
                                std::string_view sValue) {
   return WritePrivateProfileStrings(sPath, {{std::string(sSection), std::string(sKey), std::string(sValue)}});

@@ -272,6 +272,9 @@ TEST(Files, AnswerWithoutRaising) {
   EXPECT_TRUE(FolderHasEntries(folder.Path("sub")));
   EXPECT_EQ(NearestExistingPath(folder.Path("sub/no/such.txt")), folder.Path("sub/") + "such.txt");
   EXPECT_EQ(DeepestExistingFolder(folder.Path("sub/no/x")), folder.Path("sub"));
+  MakeFolderPath(folder.Path("12:30/a"));
+  EXPECT_EQ(DeepestExistingFolder(folder.Path("12:30/a/no")), folder.Path("12:30/a"));
+  EXPECT_EQ(DeepestExistingFolder("C:" + folder.Path("sub/no")), "C:" + folder.Path("sub"));
   EXPECT_TRUE(IsFolderWriteable(folder.Path("sub/new.txt")));
   EXPECT_FALSE(IsFolderWriteable(""));
   EXPECT_EQ(UniqueTempFileName(folder.Path(), "12345678", "t"), folder.Path("12345678.t"));
@@ -279,6 +282,8 @@ TEST(Files, AnswerWithoutRaising) {
   EXPECT_TRUE(FolderExists(folder.Path("a/b/c")));
   EXPECT_TRUE(CopyFolderOver(folder.Path("sub"), folder.Path("copy"), true));
   EXPECT_TRUE(MoveFileOver(folder.Path("copy/a.txt"), folder.Path("b.txt")));
+  EXPECT_EQ(folder.Read("b.txt"), "x");
+  EXPECT_FALSE(MoveFileOver(folder.Path("b.txt"), folder.Path("B.TXT")));
   EXPECT_EQ(folder.Read("b.txt"), "x");
   clsTestHost host;
   EXPECT_TRUE(DeleteFileWithRetry(host, folder.Path("absent")));
@@ -326,11 +331,11 @@ TEST(IniFile, CutsLongValuesAndKeepsWhatTheCodePageLacks) {
   clsIniFile file;
   file.Set("QLN", "s", std::string(600, 'x'));
   EXPECT_EQ(file.Get("QLN", "s", "").size(), 499U);
-  file.LoadText("[QLN]\r\nsInputFile=caf\xE9\r\nn=12x\r\nb=-3");
+  file.LoadText("[QLN]\r\nsInputFile=caf\xE9\r\nn=12x\r\nb=-3\r\nw=wide\r\nh=99999999999");
   EXPECT_EQ(file.Get("QLN", "sInputFile", ""), "café");
   EXPECT_EQ(file.GetInt("QLN", "n", 7), 12);
   EXPECT_EQ(file.GetInt("QLN", "b", 7), -3);
-  EXPECT_EQ(file.GetInt("QLN", "z", 7), 7);
+  for (const char* const sNone : {"z", "w", "h"}) EXPECT_EQ(file.GetInt("QLN", sNone, 7), 7) << sNone;
   file.Set("QLN", "sOutputFile", "/out/報告.csv");
   clsIniFile again;
   again.LoadText(file.Bytes());
