@@ -42,22 +42,21 @@ int BecomeDesktopProgram(char** argv) {
 int RunSlashForm(int argc, char** argv) {
   std::string text;
   for (int i = 1; i < argc; ++i) text.append(i > 1 ? " " : "").append(argv[i]);
+  // The whole start is the desktop program's then; on the first one it asks for the language.
+  if (OpensJobInWindow(text)) return BecomeDesktopProgram(argv);
 
   clsConsoleHost host(clsConsoleHost::Voice::Mute);
   clsRunLog log(host, gConversionOptions);
   host.AttachLog(log);
   clsRunFields fields;
-  int status = kExitDone;
-  StartHooks hooks;
-  hooks.StartMainWindow = [&status, argv](const std::string&) { status = BecomeDesktopProgram(argv); };
   CatchInterrupts();
-  if (Main(text, host, log, fields, hooks) == StartOutcome::ShowedHelp) {
+  if (Main(text, host, log, fields, {}) == StartOutcome::ShowedHelp) {
     std::fputs(("quillon with slash switches, each run up to the next \"/\":\n\n" + SwitchList() +
                 "\nSee also: quillon --help\n")
                    .c_str(),
                stdout);
   }
-  return InterruptSignal() != 0 ? kExitInterrupted + InterruptSignal() : status;
+  return InterruptSignal() != 0 ? kExitInterrupted + InterruptSignal() : kExitDone;
 }
 
 /// One line that says what failed.

@@ -15,7 +15,7 @@ namespace quillon {
 /// What the program around the start-up does. Each is called at its place in the order of start-up.
 struct StartHooks {
   std::function<void()> chooseLanguage;  ///< Empty in a program without windows
-  /// Shows the windows; the job file may be empty.
+  /// Shows the windows; the job file may be empty. Not called for a text that runs unattended or asks for help.
   std::function<void(const std::string& sJobFile)> StartMainWindow;
 };
 

@@ -154,6 +154,15 @@ constexpr std::array<Switch, 21> kSwitches{{
     {'?', ShowHelp, "/?        this list, and the page about it"},
 }};
 
+/// The first "!" or "?", which ends the parse; "" if there is neither.
+std::string EndingSwitch(std::string_view sCommandLine) {
+  const std::string text = std::string(sCommandLine) + ' ';
+  const std::vector<Field> fields = SplitFields(text, '/');
+  const auto found = std::find_if(fields.begin() + 1, fields.end(),
+                                  [](const Field& field) { return field.sLetter == "!" || field.sLetter == "?"; });
+  return found == fields.end() ? std::string() : std::string(found->sLetter);
+}
+
 }  // namespace
 
 bool ParseCommandLine(std::string_view sCommandLine, clsConversionOptions& options, clsHost& host) {
@@ -176,11 +185,11 @@ bool ParseCommandLine(std::string_view sCommandLine, clsConversionOptions& optio
 }
 
 bool RunsUnattended(std::string_view sCommandLine) {
-  const std::string text = std::string(sCommandLine) + ' ';
-  const std::vector<Field> fields = SplitFields(text, '/');
-  return !sCommandLine.empty() && std::none_of(fields.begin() + 1, fields.end(), [](const Field& field) {
-    return field.sLetter == "!" || field.sLetter == "?";
-  });
+  return !sCommandLine.empty() && EndingSwitch(sCommandLine).empty();
+}
+
+bool OpensJobInWindow(std::string_view sCommandLine) {
+  return EndingSwitch(sCommandLine) == "!";
 }
 
 std::string GetArgument(int16_t lIndex, std::string_view sText, std::string_view sDelimiter, std::string& sLetter) {

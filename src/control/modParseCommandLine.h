@@ -20,6 +20,8 @@ bool ParseCommandLine(std::string_view sCommandLine, clsConversionOptions& optio
 
 /// Whether ParseCommandLine would answer True, asked before anything is set up.
 bool RunsUnattended(std::string_view sCommandLine);
+/// Whether it would come to "/!".
+bool OpensJobInWindow(std::string_view sCommandLine);
 
 /// Value of the lIndex-th field (from 1), trimmed, without its letter. sLetter gets the field's first character,
 /// trimmed; it stays as it was for a field without any character. "" for an index that no field has.

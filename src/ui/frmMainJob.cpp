@@ -40,9 +40,12 @@ void frmMain::ConversionJobOpen(std::string sFile) {
   } else {
     ExpandFolderTokens(sFile);
   }
+  // One that can't be read leaves all as it was: the job before may still be saved, and must not be over this one.
+  clsConversionOptions opened = options_;
+  if (!sFile.empty()) opened.OpenConversionJob(sFile);
   sJobFile = sFile;
   if (sJobFile.empty()) return;
-  options_.OpenConversionJob(sJobFile);
+  options_ = std::move(opened);
   mruFileOpen.AddUniqueItemToCollection(sJobFile);
   FillMenuFromMRU();
   sCaption = FileNameOfPath(sJobFile);

@@ -50,6 +50,8 @@ TEST_F(CommandLine, TellsRunFromWindow) {
   EXPECT_EQ(options.lConversionMethod, kMethodMarkup);
 
   EXPECT_FALSE(Parse("/!C:\\j\\a.QLN /S"));
+  EXPECT_TRUE(OpensJobInWindow("/G /!C:\\j\\a.QLN /?"));
+  EXPECT_FALSE(OpensJobInWindow("/? /!C:\\j\\a.QLN"));
   EXPECT_TRUE(options.bOpenConversionJobOnly);
   EXPECT_EQ(options.sCLBatchJobFile, "C:\\j\\a.QLN");
   EXPECT_FALSE(options.bDoSubfolders) << "nothing behind /! is read";

@@ -91,6 +91,9 @@ TEST_F(MainForm, SavesAJobWhereItIsAndAsksWhenItHasNoPlace) {
   host_.answer = MessageAnswer::Yes;
   form_.CheckToSaveFileBeforeErasing();
   EXPECT_NE(folder_.Read("new.QLN").find("sInputFile=third.txt"), std::string::npos);
+  const std::string sBroken = folder_.Write("broken.QLN", "[QLN]\r\nsInputFile=b.txt\r\nlTabSize=wide\r\n");
+  EXPECT_THROW(form_.ConversionJobOpen(sBroken), UnhandledFailure);
+  EXPECT_EQ(form_.sJobFile, folder_.Path("new.QLN")) << "changes of one job must not be saved over another";
   // A cancelled open leaves no job, and the write test of an empty path fails.
   screen_.files = {"", folder_.Path("never.QLN")};
   form_.ConversionJobOpen("");
