@@ -18,7 +18,8 @@ struct FileQuestion {
   std::string sInitDir;   ///< Host path; may be empty
   std::string sFileName;  ///< Preset name, or path text
   bool bSave = false;
-  bool bMayBeNew = false;  ///< A name that no file has yet may be chosen without saving
+  bool bAsksToReplace = false;  ///< Saving over a file that is there is asked about in the dialog
+  bool bMayBeNew = false;       ///< A name that no file has yet may be chosen without saving
 };
 
 /// Window placement in twips (1440 to the inch). State 0 normal, 1 minimised, 2 maximised.

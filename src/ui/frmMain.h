@@ -101,6 +101,7 @@ class frmMain : public clsForm, public clsRunWindow {
   void FillMenuFromMRU();
   void OpenRecentJob(int nIndex);
   void EnableForRun(bool bEnabled);
+  std::string AskForJob();
   void ShowNotes();
   void TellNotSaved();
   bool WriteJob();  ///< False if it can't be saved

@@ -30,16 +30,7 @@ void frmMain::ConversionJobOpen(std::string sFile) {
     }
     return;
   }
-  if (sFile.empty()) {
-    FileQuestion question;
-    question.sTitle = Translate("Open Conversion Job");
-    question.filters = FiltersOf("*.QLN|*.QLN");
-    const bool bAtJob = !bFirstJobDialog_ && CharCount(sJobFile) >= kShortestJobPath;
-    sFile = PickFile(screen_, question, bAtJob ? sJobFile : AppDataFolder());
-    bFirstJobDialog_ = false;
-  } else {
-    ExpandFolderTokens(sFile);
-  }
+  sFile = sFile.empty() ? AskForJob() : ExpandedPath(sFile);
   // One that can't be read leaves all as it was: the job before may still be saved, and must not be over this one.
   clsConversionOptions opened = options_;
   if (!sFile.empty()) opened.OpenConversionJob(sFile);
@@ -55,6 +46,15 @@ void frmMain::ConversionJobOpen(std::string sFile) {
   log_.LogAddText(Translate("QLN File Opened Successfully"));
   ShowNotes();
   bAskToSaveBMKFileBeforeExit = false;
+}
+
+std::string frmMain::AskForJob() {
+  FileQuestion question;
+  question.sTitle = Translate("Open Conversion Job");
+  question.filters = FiltersOf("*.QLN|*.QLN");
+  const bool bAtJob = !bFirstJobDialog_ && CharCount(sJobFile) >= kShortestJobPath;
+  bFirstJobDialog_ = false;
+  return PickFile(screen_, question, bAtJob ? sJobFile : AppDataFolder());
 }
 
 void frmMain::ShowNotes() {
@@ -86,6 +86,7 @@ void frmMain::ConversionJobSave() {
 void frmMain::ConversionJobSaveAs() {
   FileQuestion question;
   question.sTitle = Translate("Save");
+  question.bAsksToReplace = true;
   question.filters = FiltersOf(Translate("QLN Conversion Job (*.QLN)|*.QLN"));
   const std::string sChosen =
       PickFile(screen_, question, CharCount(sJobFile) >= kShortestJobPath ? sJobFile : std::string());

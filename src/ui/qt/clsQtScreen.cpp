@@ -86,10 +86,11 @@ std::string clsQtScreen::AskFile(FileQuestion& question) {
   }
   QWidget* const pParent =
       QApplication::activeModalWidget() != nullptr ? QApplication::activeModalWidget() : pMainWindow_;
+  const QFileDialog::Options options =
+      question.bAsksToReplace ? QFileDialog::Options() : QFileDialog::DontConfirmOverwrite;
   const QString sChosen =
       question.bSave || question.bMayBeNew
-          ? QFileDialog::getSaveFileName(pParent, ToQt(question.sTitle), sStart, sFilters, &sSelected,
-                                         QFileDialog::DontConfirmOverwrite)
+          ? QFileDialog::getSaveFileName(pParent, ToQt(question.sTitle), sStart, sFilters, &sSelected, options)
           : QFileDialog::getOpenFileName(pParent, ToQt(question.sTitle), sStart, sFilters, &sSelected);
   const auto nIndex = sFilters.split(";;").indexOf(sSelected);
   question.lFilterIndex = static_cast<int>(nIndex) + 1;
