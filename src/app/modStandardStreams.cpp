@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "clsConsoleHost.h"
+#include "modSystemIo.h"
 
 namespace quillon {
 
@@ -28,17 +29,6 @@ class clsHandle {
  private:
   int nHandle_;
 };
-
-bool WriteAll(int nTarget, const char* pBytes, size_t nBytes) {
-  while (nBytes > 0) {
-    const ssize_t written = write(nTarget, pBytes, nBytes);
-    if (written < 0 && errno != EINTR) return false;
-    if (written < 0) continue;
-    pBytes += written;
-    nBytes -= static_cast<size_t>(written);
-  }
-  return true;
-}
 
 /// Waits until there is something to read; False once a signal has come.
 bool WaitForInput(int nSource) {
@@ -64,7 +54,7 @@ bool CopyAll(int nSource, const std::string& sSource, int nTarget, const std::st
       failure = SystemFailure(sSource, errno);
       return false;
     }
-    if (!WriteAll(nTarget, block.data(), static_cast<size_t>(got))) {
+    if (!WriteHandle(nTarget, block.data(), static_cast<size_t>(got))) {
       failure = SystemFailure(sTarget, errno);
       return false;
     }

@@ -125,6 +125,8 @@ class clsConversionRun {
   void TakeEngineAccount();
   void SayWhatWasReplaced();
   bool RecipeRunCanStart(int32_t& lResult);
+  /// 0 or the code of what keeps the recipe from being run.
+  int32_t LoadSpecs(RecipeContext& context);
   void WarnIfTabsInFile(const RecipeOptions& recipeOptions);
   RecipeOptions MakeRecipeOptions() const;
 

@@ -38,23 +38,8 @@ void clsConversionRun::ConvertByRecipe(int32_t& lResult) {
   RecipeContext context{host_, recipe_options, gRecipe(), gLineProcessor(), account_};
   context.Watch(gsInputFile);
   WarnIfTabsInFile(recipe_options);
-  lResult = 0;
-  const int32_t errors = log_.lErrorCount;
-  if (options_.lConversionMethod == kMethodMarkup) {
-    context.recipe.LoadFromMarks(context);
-  } else {
-    context.recipe.LoadFromFileShort(context, gsRecipeFile);
-  }
-  if (account_.failure.Failed()) {
-    lResult = RefuseUnread(errors);
-    return;
-  }
-  if (!context.recipe.ReadExportSpecs(context)) {
-    // What the recipe held before would make another file's table, or none, of this one.
-    lResult = Refuse(kNoExportSpecs, context.recipe.ExportSpecFileName);
-    account_.failure = context.recipe.SpecsFailure();
-    return;
-  }
+  lResult = LoadSpecs(context);
+  if (lResult != 0) return;
   if (IsExcelRunning() && format != kFormatCsv) {
     host_.Report({options_.lErr, Translate("Warning"),
                   Translate("Microsoft Excel is already open. Please close it then retry."), "", EntryType::Error,
@@ -63,6 +48,21 @@ void clsConversionRun::ConvertByRecipe(int32_t& lResult) {
   }
   RunRecipe(context, format);
   if (pWindow_ != nullptr) pWindow_->UpdateMRUs();
+}
+
+int32_t clsConversionRun::LoadSpecs(RecipeContext& context) {
+  const int32_t errors = log_.lErrorCount;
+  if (options_.lConversionMethod == kMethodMarkup) {
+    context.recipe.LoadFromMarks(context);
+  } else {
+    context.recipe.LoadFromFileShort(context, gsRecipeFile);
+  }
+  if (account_.failure.Failed()) return RefuseUnread(errors);
+  if (context.recipe.ReadExportSpecs(context)) return 0;
+  // What the recipe held before would make another file's table, or none, of this one.
+  const int32_t lResult = Refuse(kNoExportSpecs, context.recipe.ExportSpecFileName);
+  account_.failure = context.recipe.SpecsFailure();
+  return lResult;
 }
 
 void clsConversionRun::ConvertByLongRecipe(std::string_view sOutputFile, const std::vector<std::string>& inputs,
