@@ -116,11 +116,10 @@ int32_t clsConversionRun::CheckPeriodReports(const clsRecipe& recipe) {
   return 0;
 }
 
-// With a recipe that is there and can't be read the run would write an empty output over a good one.
+// With a recipe or report that is there and can't be read the run would write an empty output over a good one.
 int32_t clsConversionRun::RefuseUnread(int32_t lErrorsBefore) {
-  constexpr int32_t kRecipeUnread = -5500;
-  if (log_.lErrorCount == lErrorsBefore) ReportRecipe(host_, kRecipeUnread, {account_.failure.sText});
-  return kRecipeUnread;
+  if (log_.lErrorCount == lErrorsBefore) ReportRecipe(host_, -5500, {account_.failure.sText});
+  return options_.lErr;
 }
 
 bool clsConversionRun::RecipeRunCanStart(int32_t& lResult) {

@@ -85,7 +85,6 @@ clsCsvRows::clsCsvRows(RecipeContext& context, std::vector<clsColumn>& columns, 
     : context_(context),
       columns_(columns),
       file_(file),
-      pageOfReport_(pageOfReport),
       pageOfOutput_(context.options.text.pCodePage != nullptr ? *context.options.text.pCodePage : pageOfReport) {
   if (lDelimitationChar >= 1 && lDelimitationChar <= 255) {
     // A character code of the system's code page; a Unicode report has none, so there it is that of the default page.

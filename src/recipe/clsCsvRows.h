@@ -17,8 +17,8 @@ namespace quillon {
 /// field is joined without a separator as long as the row's text is empty; with bTrimFields the fields count as they
 /// were before the trimming, so that no field moves.
 ///
-/// WritePlain does it by the columns' own operations. WriteFast gives the same bytes straight from the bytes of the
-/// row; it is there for the tables and rows whose fields are plain cuts. Both take the row in slot 1.
+/// WritePlain does it by the columns' own operations and the row in the line processor. Write takes the same row, and
+/// gives the same bytes straight from those of the row where the table's fields are plain cuts.
 class clsCsvRows {
  public:
   /// The columns must have been checked: start 1 or more, end not below it. All outlive the object.
@@ -50,7 +50,6 @@ class clsCsvRows {
   RecipeContext& context_;
   std::vector<clsColumn>& columns_;
   clsOutputFile& file_;
-  const clsCodePage& pageOfReport_;
   const clsCodePage& pageOfOutput_;
   std::string sSeparator_;  ///< In the bytes of the output
   std::string sSeparatorUtf8_;

@@ -79,6 +79,19 @@ bool clsRecipe::ReadExportSpecs(RecipeContext& context) {
   return true;
 }
 
+void clsRecipe::ReadOutputKeys(clsSectionFile& file) {
+  const auto key = [&file](std::string_view sKey) { return ReadKeyFromFile(file, kOutputSection, sKey, {}); };
+  OutputFileTitle = key("OutputFileTitle");
+  OutputFileName = key("OutputFileName");
+  InputFileFirst = RequiredWholeNumber("InputFileFirst", key("InputFileFirst"));
+  InputFileLast = RequiredWholeNumber("InputFileLast", key("InputFileLast"));
+  ExportSpecFileName = key("ExportSpecFileName");
+  WriteDataFormat = key("WriteDataFormat");
+  if (!IsDataFormat(WriteDataFormat)) WriteDataFormat.clear();
+  Sheet1Name = key("Sheet1Name");
+  Sheet2Name = key("Sheet2Name");
+}
+
 void clsRecipe::LoadFromFile(RecipeContext& context, std::string_view file_name) {
   const bool bExists = FileExists(file_name);
   clsSectionFile file;
@@ -92,16 +105,7 @@ void clsRecipe::LoadFromFile(RecipeContext& context, std::string_view file_name)
   }
   ownSpecs_ = {};
   specsFailure_ = {};
-  const auto output = [&file](std::string_view sKey) { return ReadKeyFromFile(file, kOutputSection, sKey, {}); };
-  OutputFileTitle = output("OutputFileTitle");
-  OutputFileName = output("OutputFileName");
-  InputFileFirst = RequiredWholeNumber("InputFileFirst", output("InputFileFirst"));
-  InputFileLast = RequiredWholeNumber("InputFileLast", output("InputFileLast"));
-  ExportSpecFileName = output("ExportSpecFileName");
-  WriteDataFormat = output("WriteDataFormat");
-  if (!IsDataFormat(WriteDataFormat)) WriteDataFormat.clear();
-  Sheet1Name = output("Sheet1Name");
-  Sheet2Name = output("Sheet2Name");
+  ReadOutputKeys(file);
   for (int32_t i = 1; i <= kFileSlots; ++i) {
     const auto input = [&](std::string_view sKey) {
       return ReadKeyFromFile(file, kInputSection, std::string(sKey) + std::to_string(i), {});

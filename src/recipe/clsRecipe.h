@@ -54,6 +54,7 @@ class clsRecipe {
 
  private:
   void LoadShort(RecipeContext& context, std::string_view short_recipe, const TextFileOptions& options);
+  void ReadOutputKeys(clsSectionFile& file);
 
   Failure specsFailure_;
   clsWorkingFile ownSpecs_;  ///< The specification of a short recipe until it is read

@@ -67,6 +67,12 @@ bool ScanOrReport(clsHost& host, std::u32string_view characters, Fields& fields)
   return false;
 }
 
+/// A report that can't be read, or not to its end: what is known of its rows would make a wrong cut of them.
+void ReportUnread(RecipeContext& context, const Failure& failure) {
+  ReportTrappedFailure(context.host, failure.nError, failure.sText);
+  if (!IsStopped(failure)) context.account.failure = failure;
+}
+
 }  // namespace
 
 bool clsTableParser::analyze_template(clsHost& host, std::string_view sTemplate, std::vector<int32_t>& colStart,
@@ -117,7 +123,7 @@ bool clsTableParser::LocateRows(RecipeContext& context, std::string_view text_fi
     failure = reader.LastFailure();
   }
   if (failure.Failed()) {
-    ReportTrappedFailure(context.host, failure.nError, failure.sText);
+    ReportUnread(context, failure);
     return false;
   }
   if (lTop < 1 || lBottom < lTop) return false;
@@ -144,8 +150,8 @@ bool clsTableParser::LocateRows(RecipeContext& context, std::string_view text_fi
 
 void clsTableParser::ReadRows(RecipeContext& context, std::string_view text_file, int32_t tab_size) {
   clsLineReader reader;
-  Failure ignored;
-  if (!reader.Open(text_file, context.options.text, ignored)) return;
+  Failure failure;
+  if (!reader.Open(text_file, context.options.text, failure)) return ReportUnread(context, failure);
   reader.SkipRows(int64_t{DataTopLoc} - 1);
   clsRowShape shape(reader.CodePage(), tab_size);
   std::string_view sRow;
@@ -153,6 +159,7 @@ void clsTableParser::ReadRows(RecipeContext& context, std::string_view text_file
     if (shape.Add(sRow)) continue;
     return ReportTrappedFailure(context.host, kOutOfStringSpace, Translate("Out of string space"));
   }
+  if (reader.LastFailure().Failed()) return ReportUnread(context, reader.LastFailure());
   TableWidth = static_cast<int32_t>(shape.Width());
   ColumnOccupied = std::move(shape).Occupied();
 }

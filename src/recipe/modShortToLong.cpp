@@ -18,7 +18,24 @@ class clsTableConverter {
   clsTableConverter(RecipeContext& context, clsSectionFile& recipe, std::string_view textDataFile)
       : context_(context), recipe_(recipe), sTextFile_(textDataFile) {}
 
-  /// False, with the report, if the table can't be found or has no columns.
+  /// All tables, up to the first that can't be found or has no columns, which is reported.
+  void ConvertAll(clsSectionWriter& file) {
+    clsHost& host = context_.host;
+    const std::string sCaption = gbCommandLineMode ? std::string() : host.Caption();
+    const int64_t lTables = CountShortTables(recipe_);
+    for (int32_t i = 1; i <= lTables && !gbAbandonOutput; ++i) {
+      if (!gbCommandLineMode) {
+        host.SetCaption(context_.options.sFormCaption + Translate(" - Scanning ") + "Table " + std::to_string(i));
+      }
+      clsTable table;
+      if (!Convert(i, table)) break;
+      table.WriteToFile(file, i);
+      host.LetEventsRun();
+    }
+    if (!gbCommandLineMode) host.SetCaption(sCaption);
+  }
+
+ private:
   bool Convert(int32_t lTable, clsTable& table) {
     ShortTable keys = ReadShortTable(recipe_, lTable);
     table.ReadStartLine = keys.sStartLine;
@@ -36,7 +53,6 @@ class clsTableConverter {
     return true;
   }
 
- private:
   bool Fails(int32_t lErr, int32_t lTable) {
     ReportRecipe(context_.host, lErr, {std::to_string(lTable)});
     return false;
@@ -64,14 +80,13 @@ class clsTableConverter {
 Failure clsExportSpecs::FileConvertShortToLong(RecipeContext& context, std::string_view short_file,
                                                std::string_view long_file, std::string_view textDataFile,
                                                const TextFileOptions* pShortOptions) {
-  clsHost& host = context.host;
   clsSectionFile recipe;
   Failure failure;
   const bool bExists = FileExists(short_file);
-  if (!bExists) ReportRecipe(host, -5300, {}, true, "    " + std::string(short_file));
+  if (!bExists) ReportRecipe(context.host, -5300, {}, true, "    " + std::string(short_file));
   const TextFileOptions shortOptions = pShortOptions != nullptr ? *pShortOptions : context.options.RecipeText();
   if (!recipe.Open(short_file, shortOptions, failure) && bExists) {
-    ReportRecipe(host, -5500, {failure.sText});
+    ReportRecipe(context.host, -5500, {failure.sText});
     context.account.failure = failure;  // so that nothing is written over
   }
   failure = {};
@@ -84,19 +99,7 @@ Failure clsExportSpecs::FileConvertShortToLong(RecipeContext& context, std::stri
   file.Set("Header", "FileFormat", FileHeader_FileFormat);
   file.Set("General", "Name", "");
 
-  const std::string sCaption = gbCommandLineMode ? std::string() : host.Caption();
-  const int64_t lTables = CountShortTables(recipe);
-  clsTableConverter converter(context, recipe, textDataFile);
-  for (int32_t i = 1; i <= lTables && !gbAbandonOutput; ++i) {
-    if (!gbCommandLineMode) {
-      host.SetCaption(context.options.sFormCaption + Translate(" - Scanning ") + "Table " + std::to_string(i));
-    }
-    clsTable table;
-    if (!converter.Convert(i, table)) break;
-    table.WriteToFile(file, i);
-    host.LetEventsRun();
-  }
-  if (!gbCommandLineMode) host.SetCaption(sCaption);
+  clsTableConverter(context, recipe, textDataFile).ConvertAll(file);
   file.Save(long_file, failure);
   return failure;
 }

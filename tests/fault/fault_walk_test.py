@@ -18,6 +18,7 @@ RECIPE = ("[Header]\r\nProduct=QLN-B\r\nFileType=RECIPE\r\nFileFormat=1.0\r\n\r\
           "WriteColumn=A\r\n")
 PROFILE = "1\t9\t[32] Space\tLeft\tNo\t1\t\t\r\n2\t15\t[32] Space\tLeft\tNo\t2\t\t\r\n3\t10\t[32] Space\tRight\tNo\t3\t\t\r\n"
 BY_RECIPE = ["--recipe", "r.rcp"]
+BY_RULER = ["--recipe", "ruler.rcp"]  # worked out from the rows
 BY_PROFILE = ["--profile", "./p.txt"]
 KINDS = ("fail", "full", "short", "interrupt")
 DATA = "data/Brindlemark, Inc/Quillon/"
@@ -34,6 +35,7 @@ class Walk:
         self.chosen, self.folder = chosen, folder
         (folder / "in.txt").write_text(REPORT)
         (folder / "r.rcp").write_text(RECIPE)
+        (folder / "ruler.rcp").write_text(RECIPE.replace("Parsing=-------- -------------- ----------", "Parsing==R"))
         (folder / "p.txt").write_text(PROFILE)
         for name in ("data", "tmp", "many", "out"):
             (folder / name).mkdir()
@@ -142,8 +144,8 @@ def judge_session(where, done, kind, old, now, new):
 
 
 def walk_conversions(walk, quillon):
-    for method, options in (("recipe", BY_RECIPE), ("profile", BY_PROFILE)):
-        for kind in ("csv", "xlsx", "xls"):
+    for method, options in (("recipe", BY_RECIPE), ("ruler", BY_RULER), ("profile", BY_PROFILE)):
+        for kind in ("csv",) if method == "ruler" else ("csv", "xlsx", "xls"):
             output = f"out.{kind}"
             command = [quillon, "convert", "in.txt", "-o", output, *options, "--quiet"]
             walk.walk(f"{method} to a new .{kind}", command, [output], judge_conversion)
