@@ -7,6 +7,7 @@
 
 #include "MainModule.h"
 #include "clsIniFile.h"
+#include "clsRecipe.h"
 #include "modFiles.h"
 #include "modFrontDoor.h"
 #include "modNumbers.h"
@@ -24,12 +25,17 @@ std::string Counted(int64_t lCount, std::string_view sOne, std::string_view sMan
   return fmt::format("{} {}", lCount, lCount == 1 ? sOne : sMany);
 }
 
+/// A recipe that is none, or a report without marks: its output is empty, and the engine has no word for that.
+bool NothingIsTold(const FileAccount& account) {
+  return account.tables.empty() && account.lLinesRead > 0 && gRecipe().ExportSpecs.SectionSequenceCollection.empty();
+}
+
 }  // namespace
 
 bool Converted(const FileOutcome& outcome) {
   const FileAccount& account = outcome.account;
   return outcome.lResult == 0 && outcome.lErrors == 0 && account.bOutputWritten && !account.failure.Failed() &&
-         account.sWalkEnded.empty();
+         account.sWalkEnded.empty() && !NothingIsTold(account);
 }
 
 void RunTotals::Add(const FileOutcome& outcome) {
@@ -112,8 +118,7 @@ std::vector<std::string> clsLongRun::UntoldReasons(const FileOutcome& outcome) {
   if (!account.bOutputWritten && !account.failure.Failed() && outcome.lErrors == 0) {
     reasons.push_back(Printed(gConversionOptions.sOutputFile) + ": not written");
   }
-  // A recipe that is none converts to an empty file without a word of its own.
-  if (Converted(outcome) && account.tables.empty() && account.lLinesRead > 0) {
+  if (account.bOutputWritten && outcome.lErrors == 0 && NothingIsTold(account)) {
     reasons.push_back(sInput + ": no table is told for it, so no line of it was written");
   }
   return reasons;

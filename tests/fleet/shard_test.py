@@ -31,9 +31,9 @@ class ShardTest(FleetTest):
         for name, text in {"a": marked, "b": "no marks\n", "c": marked.replace("Bolts", "Nuts ")}.items():
             self.write(f"m/{name}.txt", text)
         command = ["convert", "m/*.txt", "--markup", "--quiet", "-o"]
-        self.convert(*command, "one/*.csv", status=0)
-        for part in ("1/3", "2/3", "3/3"):
-            self.convert(*command, "out/*.csv", "--shard", part, status=0)
+        self.assertIn("m/b.txt: no table is told", self.convert(*command, "one/*.csv"))
+        for part, status in (("1/3", 0), ("2/3", 0), ("3/3", 1)):  # the smallest one comes last
+            self.convert(*command, "out/*.csv", "--shard", part, status=status)
         self.assertEqual(self.outputs("out"), self.outputs("one"))
 
     def test_parts_follow_the_stated_rule(self):
