@@ -52,12 +52,22 @@ void clsProfileGrid::AddRow(std::string_view sTabbed) {
   }
 }
 
+namespace {
+
+/// Always False.
+bool TellUnread(const Failure& failure, clsHost& host) {
+  host.ShowMessage(failure.sText, "Quillon", MessageIcon::Warning, MessageButtons::Ok);
+  return false;
+}
+
+}  // namespace
+
 bool OpenProfileFromDisk(std::string& sName, clsProfileGrid& grid, clsHost& host) {
   if (!IsFile(sName)) sName = ProfilePath(sName);
   grid.SetRows(0);
   clsLineReader reader;
   Failure failure;
-  if (!reader.Open(sName, {.bUnix = false, .pCodePage = SystemCodePage()}, failure)) return false;
+  if (!reader.Open(sName, {.bUnix = false, .pCodePage = SystemCodePage()}, failure)) return TellUnread(failure, host);
   bool bOld = false;
   int nCounted = 0;
   for (std::string_view sRow; grid.Rows() <= clsProfileGrid::kMostRows && reader.ReadRow(sRow);) {
@@ -69,11 +79,14 @@ bool OpenProfileFromDisk(std::string& sName, clsProfileGrid& grid, clsHost& host
     grid.AddRow("\t" + sLine);
     if (nCounted % 1000 == 0) host.LetEventsRun();
   }
-  if (reader.LastFailure().Failed()) grid.SetRows(0);
-  return !reader.LastFailure().Failed();
+  if (!reader.LastFailure().Failed()) return true;
+  grid.SetRows(0);
+  return TellUnread(reader.LastFailure(), host);
 }
 
 bool SaveProfileToDisk(std::string_view sName, const clsProfileGrid& grid, clsHost& host) {
+  // A name with a separator would be no profile of the folder, and an empty one none of the list.
+  const bool bNamed = !sName.empty() && !HasSeparator(sName);
   const std::string sPath = ProfilePath(sName);
   const std::string sFolder = JoinPath(gsDataFolder, "Profiles");
   if (!FolderExists(sFolder)) MakeFolderPath(sFolder);
@@ -81,7 +94,8 @@ bool SaveProfileToDisk(std::string_view sName, const clsProfileGrid& grid, clsHo
   for (int nRow = 0; nRow < grid.Rows(); ++nRow) sText.append(grid.Line(nRow)).append("\r\n");
   const clsCodePage* const pPage = SystemCodePage();
   Failure failure;
-  if (WriteWholeFile(sPath, (pPage != nullptr ? *pPage : clsCodePage::Windows1252()).FromUtf8(sText), failure)) {
+  if (bNamed &&
+      WriteWholeFile(sPath, (pPage != nullptr ? *pPage : clsCodePage::Windows1252()).FromUtf8(sText), failure)) {
     return true;
   }
   // Also where an older file of that name is still there: the user must learn that the edits are not in it.

@@ -7,6 +7,7 @@
 #include "frmMain.h"
 #include "modCharacterList.h"
 #include "modFormTranslation.h"
+#include "modHelp.h"
 #include "modNumbers.h"
 #include "modSettings.h"
 #include "modText.h"
@@ -22,7 +23,13 @@ constexpr std::string_view kOnlyPositiveWidth = "Please use only positive number
 constexpr std::string_view kOnlyNumericWidth = "Please use only numeric values for column width";
 constexpr std::string_view kOnlyPositiveCount = "Please use only positive numbers for the number of columns";
 constexpr int kSpace = 32;
+constexpr int kProfileTopic = 50;
 constexpr std::string_view kHeightSection = "SpecifyFixedWidthFormHeight";
+
+void SelectAll(clsControl& box) {
+  box.lSelStart = 0;
+  box.lSelLength = static_cast<int64_t>(CharCount(box.sText));
+}
 
 void SelectIn(clsControl& list, int nIndex) {
   list.lListIndex = nIndex;
@@ -70,8 +77,7 @@ void frmSpecifyFixedWidthText::Form_Load() {
   bSaved = false;
   const double nStored = LeadingNumber(StoreGet(kHeightSection, "Height", ShortestDouble(kDefaultHeight)));
   if (nStored >= kMinHeight) Height = nStored;
-  Get("txtColumnWidth").lSelStart = 0;
-  Get("txtColumnWidth").lSelLength = static_cast<int64_t>(CharCount(Get("txtColumnWidth").sText));
+  SelectAll(Get("txtColumnWidth"));
 }
 
 void frmSpecifyFixedWidthText::Form_Unload() {
@@ -82,7 +88,8 @@ void frmSpecifyFixedWidthText::Form_Unload() {
 
 bool frmSpecifyFixedWidthText::KeyPressed(std::string_view sKey) {
   if (sKey == "Escape") cmdCancel_Click();
-  return sKey == "Escape";
+  if (sKey == "F1") OpenHelpTopic(oOwner_.Host(), kProfileTopic);
+  return sKey == "Escape" || sKey == "F1";
 }
 
 void frmSpecifyFixedWidthText::Tell(std::string_view sText, bool bCritical) {
@@ -118,10 +125,7 @@ void frmSpecifyFixedWidthText::SelectRow(int nRow) {
 
 // The limit holds here only: a larger width can be typed and saved, and is set back when its row is selected again.
 void frmSpecifyFixedWidthText::ShowWidth() {
-  const double nWidth = NumericValue(fgGrid.Text(nRow_, Grid::kWidth)).value_or(10);
-  const bool bGood = nWidth >= 1 && nWidth <= kMaxShownWidth;
-  const std::string sWidth = bGood ? fgGrid.Text(nRow_, Grid::kWidth) : "10";
-  const std::string sShown = IsNumericText(sWidth) ? sWidth : "10";
+  const std::string sShown = HasShownWidth(nRow_) ? fgGrid.Text(nRow_, Grid::kWidth) : "10";
   fgGrid.SetText(nRow_, Grid::kWidth, sShown);
   Get("txtColumnWidth").sText = sShown;
 }
@@ -134,12 +138,10 @@ void frmSpecifyFixedWidthText::ShowPad() {
   const size_t nClose = sPad.find(']', nOpen);
   const std::string sCode = nClose == std::string::npos ? std::string() : sPad.substr(nOpen, nClose - nOpen);
   const int nCode = IsNumericText(sCode) ? WholeOr0(sCode) : -1;
-  if (nCode >= 0 && static_cast<size_t>(nCode) < pads.items.size()) {
-    SelectIn(pads, nCode);
-    return;
-  }
-  SelectIn(pads, kSpace);
-  fgGrid.SetText(nRow_, Grid::kPad, pads.sText);
+  const bool bKnown = nCode >= 0 && static_cast<size_t>(nCode) < pads.items.size();
+  SelectIn(pads, bKnown ? nCode : kSpace);
+  lPadIndexBeforeDropDown_ = pads.lListIndex;
+  if (!bKnown) fgGrid.SetText(nRow_, Grid::kPad, pads.sText);
 }
 
 void frmSpecifyFixedWidthText::ShowChoices() {
@@ -177,8 +179,7 @@ void frmSpecifyFixedWidthText::RecordChanges(bool& bOk) {
 void frmSpecifyFixedWidthText::txtColumnWidth_ArrowKey(bool bDown) {
   const int nTo = nRow_ + (bDown ? 1 : -1);
   SelectRow(nTo);
-  Get("txtColumnWidth").lSelStart = 0;
-  Get("txtColumnWidth").lSelLength = static_cast<int64_t>(CharCount(Get("txtColumnWidth").sText));
+  SelectAll(Get("txtColumnWidth"));
   Refresh();
 }
 
@@ -207,8 +208,7 @@ bool frmSpecifyFixedWidthText::ValidWidth() {
   if (bNumeric) width.sText = std::to_string(WholeOr0(width.sText));
   if (bNumeric && WholeOr0(width.sText) >= 1) return true;
   Tell(bNumeric ? kOnlyPositiveWidth : kOnlyNumericWidth);
-  width.lSelStart = 0;
-  width.lSelLength = static_cast<int64_t>(CharCount(width.sText));
+  SelectAll(width);
   return false;
 }
 
@@ -249,14 +249,19 @@ void frmSpecifyFixedWidthText::cmdColumnNext_Click(bool bInNumberOfColumns) {
       SelectRow(nRow_ + 1);
       if (nRow_ - nTopRow_ >= kRowsBelowTop) ++nTopRow_;
     }
-    Get("txtColumnWidth").lSelStart = 0;
-    Get("txtColumnWidth").lSelLength = static_cast<int64_t>(CharCount(Get("txtColumnWidth").sText));
+    SelectAll(Get("txtColumnWidth"));
   }
   Refresh();
 }
 
-void frmSpecifyFixedWidthText::cbPadWithCharacter_DropDown() {
-  lPadIndexBeforeDropDown_ = Get("cbPadWithCharacter").lListIndex;
+void frmSpecifyFixedWidthText::cbPadWithCharacter_Click() {
+  if (bLoading_) return;
+  clsControl& pads = Get("cbPadWithCharacter");
+  // The first entry is no character.
+  if (pads.lListIndex == 0) SelectIn(pads, lPadIndexBeforeDropDown_);
+  lPadIndexBeforeDropDown_ = pads.lListIndex;
+  bool bOk = true;
+  RecordChanges(bOk);
 }
 
 void frmSpecifyFixedWidthText::cmdApplyNumberOfColumns_Click() {
@@ -265,14 +270,13 @@ void frmSpecifyFixedWidthText::cmdApplyNumberOfColumns_Click() {
   if (!IsNumericText(box.sText)) {
     Tell(kOnlyPositiveCount);
     Focus("txtNumOfColumns");
-    box.lSelStart = 0;
-    box.lSelLength = static_cast<int64_t>(CharCount(box.sText));
-    return;
+    return SelectAll(box);
   }
-  int nWanted = WholeOr0(box.sText);
-  if (nWanted < 1) box.sText = std::to_string(nWanted = 1);
   // A grid is read up to this many rows and one; more could be saved but not read back.
-  nWanted = std::min(nWanted, Grid::kMostRows + 1);
+  constexpr int kMost = Grid::kMostRows + 1;
+  const double nAsked = NumericValue(box.sText).value_or(1);
+  const int nWanted = nAsked > kMost ? kMost : std::max(WholeOr0(box.sText), 1);
+  if (nAsked < 1 || nAsked > kMost) box.sText = std::to_string(nWanted);
   const int nLast = fgGrid.Rows() - 1;
   const int nOld = fgGrid.Rows();
   fgGrid.SetRows(nWanted);

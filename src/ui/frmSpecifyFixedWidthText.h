@@ -8,6 +8,7 @@
 
 #include "clsForm.h"
 #include "clsProfileGrid.h"
+#include "clsScreen.h"
 #include "modCutFields.h"
 #include "modProfileFile.h"
 
@@ -59,7 +60,6 @@ class frmSpecifyFixedWidthText : public clsForm {
   void txtColumnWidth_ArrowKey(bool bDown);
   void txtColumnWidth_KeyUp(std::string_view sText);
   void txtColumnWidth_LostFocus(bool bToCancel);
-  void cbPadWithCharacter_DropDown();
   void cmdColumnNext_Click(bool bInNumberOfColumns);
   void Timer1_Timer();
 
@@ -82,6 +82,7 @@ class frmSpecifyFixedWidthText : public clsForm {
   void PositionCollectionCreateViaGui(bool bCheckUnique);
   void PositionCollectionCreateAddUniqueItem(const std::string& sItem, bool bCheckUnique, bool& bOk);
   void PositionCollectionCreateDefault();
+  void cbPadWithCharacter_Click();
   void cbPosition_Click();
   void ChangePositions(double nFrom, int nBy);
   double PositionOf(int nRow) const;
@@ -106,7 +107,7 @@ class frmSpecifyFixedWidthText : public clsForm {
   bool bUnloadDone_ = false;
   bool bTimerOn_ = true;
   std::string sLastGoodWidth_ = "10";
-  int lPadIndexBeforeDropDown_ = 32;
+  int lPadIndexBeforeDropDown_ = 32;  ///< The pad to go back to from the entry that is none
   int nRow_ = 0, nTopRow_ = 0;
   std::vector<std::string> colPositions_;
   std::unordered_set<std::string> positionsSeen_;
@@ -116,6 +117,7 @@ class frmSpecifyFixedWidthText : public clsForm {
 class frmChooseText : public clsForm {
  public:
   explicit frmChooseText(std::string_view sNow);
+  void Form_Load(clsScreen& screen);
   std::string sChosenText;
   bool bCancelled = false;
   bool KeyPressed(std::string_view sKey) override;

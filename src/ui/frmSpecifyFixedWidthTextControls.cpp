@@ -68,6 +68,10 @@ void frmSpecifyFixedWidthText::MakeControls() {
   Get("lblColumnNumber").sTag = "TranslateFalse";
   Add(ControlKind::Menu, "mnuFile", "&File");
   for (const MenuRow& row : kMenus) Add(ControlKind::Menu, row.sName, row.sCaption).sMenu = "mnuFile";
+  Add(ControlKind::Menu, "mnuHelpMenuItem", "&Help");
+  clsControl& help = Add(ControlKind::Menu, "mnuHelp", "Help &Contents");
+  help.sMenu = "mnuHelpMenuItem";
+  help.sShortcut = "F1";
 }
 
 void frmSpecifyFixedWidthText::Wire() {
@@ -79,16 +83,7 @@ void frmSpecifyFixedWidthText::Wire() {
   OnClick("cbRemove", record);
   OnLostFocus("cbPadWithCharacter", record);
   OnLostFocus("cbJustification", record);
-  OnClick("cbPadWithCharacter", [this, record] {
-    if (bLoading_) return;
-    clsControl& pads = Get("cbPadWithCharacter");
-    // The first entry is no character.
-    if (pads.lListIndex == 0 && lPadIndexBeforeDropDown_ >= 0) {
-      pads.lListIndex = lPadIndexBeforeDropDown_;
-      pads.sText = pads.items[static_cast<size_t>(pads.lListIndex)];
-    }
-    record();
-  });
+  OnClick("cbPadWithCharacter", [this] { cbPadWithCharacter_Click(); });
   OnClick("cbPosition", [this] { cbPosition_Click(); });
   OnClick("cbProfileList", [this] {
     if (!bLoading_) OpenProfile(ProfileName());
@@ -103,6 +98,7 @@ void frmSpecifyFixedWidthText::Wire() {
   OnClick("cmdEditProfile", [this] { cmdEditProfile_Click(); });
   OnClick("cmdReloadProfile", [this] { OpenProfile(ProfileName()); });
   OnClick("cmdRenameProfile", [this] { cmdRenameProfile_Click(); });
+  OnClick("mnuHelp", [this] { KeyPressed("F1"); });
   for (const MenuRow& row : kMenus) {
     OnClick(row.sName, [this, sButton = row.sButton] { Click(sButton); });
   }

@@ -5,6 +5,7 @@
 #include "frmMain.h"
 #include "frmSpecifyFixedWidthText.h"
 #include "modFiles.h"
+#include "modFormTranslation.h"
 #include "modNumbers.h"
 #include "modPaths.h"
 #include "modProfileFile.h"
@@ -116,12 +117,12 @@ void frmSpecifyFixedWidthText::CreateDefaultProfileIfNone() {
 
 void frmSpecifyFixedWidthText::cmdSave_Click() {
   const std::string sName = ProfileName();
-  SaveProfileToDisk(sName, fgGrid, oOwner_.Host());
-  FillProfileList(sName);
+  // Else the list would name another profile over these rows.
+  if (SaveProfileToDisk(sName, fgGrid, oOwner_.Host())) FillProfileList(sName);
 }
 
 void frmSpecifyFixedWidthText::cmdApply_Click() {
-  SaveProfileToDisk(ProfileName(), fgGrid, oOwner_.Host());
+  if (!SaveProfileToDisk(ProfileName(), fgGrid, oOwner_.Host())) return;
   oOwner_.sActiveFixedWidthProfile = ProfileName();
   bSaved = true;
   Unloaded();
@@ -150,6 +151,7 @@ void frmSpecifyFixedWidthText::cmdEditProfile_Click() {
 void frmSpecifyFixedWidthText::cmdRenameProfile_Click() {
   const std::string sOld = ProfileName();
   frmChooseText dialog(sOld);
+  dialog.Form_Load(oOwner_.Screen());
   oOwner_.Screen().ShowModal(dialog);
   if (dialog.bCancelled || dialog.sChosenText.empty()) return;
   const std::string sNew = dialog.sChosenText;
@@ -166,20 +168,25 @@ void frmSpecifyFixedWidthText::cmdRenameProfile_Click() {
 }
 
 frmChooseText::frmChooseText(std::string_view sNow) : clsForm("frmChooseText") {
-  sCaption = Translate("Rename Profile");
-  Add(ControlKind::Label, "Label1", Translate("New Profile Name"));
+  sCaption = "Rename Profile";
+  Add(ControlKind::Label, "Label1", "New Profile Name");
   clsControl& text = Add(ControlKind::TextBox, "txtChoose");
   text.sText = sNow;
+  text.sTag = "TranslateFalse";
   text.lSelStart = 0;
   text.lSelLength = static_cast<int64_t>(CharCount(sNow));
-  Add(ControlKind::CommandButton, "cmdApply", Translate("&Done"));
-  Add(ControlKind::CommandButton, "cmdCancel", Translate("&Cancel"));
+  Add(ControlKind::CommandButton, "cmdApply", "&Done");
+  Add(ControlKind::CommandButton, "cmdCancel", "&Cancel");
   OnClick("cmdApply", [this] {
     sChosenText = Get("txtChoose").sText;
     bCancelled = false;
     Unloaded();
   });
   OnClick("cmdCancel", [this] { CloseRequested(); });
+}
+
+void frmChooseText::Form_Load(clsScreen& screen) {
+  TranslateForm(*this, screen);
 }
 
 void frmChooseText::CloseRequested() {

@@ -67,12 +67,14 @@ TEST_F(ProfileEditor, KeepsTheLastGoodWidthAndTakesDigitsFromTheGrid) {
 }
 
 TEST_F(ProfileEditor, TheFirstPadEntryIsNoCharacter) {
-  editor_.cbPadWithCharacter_DropDown();
   editor_.SelectItem("cbPadWithCharacter", 65);
   EXPECT_EQ(Cell(0, Grid::kPad), "[65] A");
-  editor_.cbPadWithCharacter_DropDown();
   editor_.SelectItem("cbPadWithCharacter", 0);
   EXPECT_EQ(Cell(0, Grid::kPad), "[65] A");
+  editor_.fgGrid_Click(1);
+  editor_.SelectItem("cbPadWithCharacter", 0);
+  EXPECT_EQ(Cell(1, Grid::kPad), "[32] Space");
+  editor_.fgGrid_Click(0);
   editor_.fgGrid_DblClick();
   EXPECT_EQ(Cell(0, Grid::kAlign), "Left");
   editor_.fgGrid_DblClick();
@@ -94,6 +96,9 @@ TEST_F(ProfileEditor, ChangesTheNumberOfColumnsAtTheEnd) {
   editor_.TypeText("txtNumOfColumns", "x");
   editor_.Click("cmdApplyNumberOfColumns");
   EXPECT_EQ(host_.messages.back().sText, "Please use only positive numbers for the number of columns");
+  editor_.TypeText("txtNumOfColumns", "99999999999");
+  editor_.Click("cmdApplyNumberOfColumns");
+  EXPECT_EQ(editor_.Get("txtNumOfColumns").sText + " " + Cell(4, Grid::kWidth), "10001 2");
 }
 
 TEST_F(ProfileEditor, MovesAColumnAndMendsPositionsThatAreNoOrder) {
@@ -132,6 +137,17 @@ TEST_F(ProfileEditor, SavesDeletesAndRenamesProfiles) {
   EXPECT_NE(host_.messages.back().sText.find("Unable to rename profile."), std::string::npos);
   editor_.Click("cmdDeleteProfile");
   EXPECT_FALSE(folder_.Has(Data("Profiles/Ledger.txt")));
+}
+
+TEST_F(ProfileEditor, AFailedSaveKeepsTheRowsAndTheNameOnTheScreen) {
+  editor_.txtColumnWidth_KeyUp("99");
+  for (const char* const pButton : {"cmdSave", "cmdApply"}) {
+    editor_.TypeText("cbProfileList", "no/folder");
+    editor_.Click(pButton);
+    EXPECT_EQ(host_.messages.back().sText, "Unable to create file. Try a different folder such as 'My Documents'");
+    EXPECT_EQ(editor_.Get("cbProfileList").sText + " " + Cell(0, Grid::kWidth), "no/folder 99");
+  }
+  EXPECT_FALSE(editor_.IsUnloaded());
 }
 
 TEST_F(ProfileEditor, CancelClearsTheMarkOfAChangedJobAndSaveAndCloseSetsIt) {

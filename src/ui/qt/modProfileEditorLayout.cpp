@@ -46,20 +46,26 @@ class clsProfileKeys : public QObject {
         return true;
       }
     }
-    // A digit is a width; the grid itself would go to the row of that number.
-    if ((pEvent->type() == QEvent::KeyPress || pEvent->type() == QEvent::KeyRelease) && !bWidth) {
+    // A digit is a width; the grid itself would go to the row of that number. It counts as it goes down, so that a
+    // second one, pressed before the first is up, finds the width box.
+    if (pEvent->type() == QEvent::KeyPress && !bWidth) {
       const int nKey = static_cast<QKeyEvent*>(pEvent)->key();
       const bool bDigit = nKey >= Qt::Key_0 && nKey <= Qt::Key_9;
-      if (bDigit && pEvent->type() == QEvent::KeyPress) return true;
       if (bDigit && nKey != Qt::Key_0) form_.fgGrid_KeyUp(static_cast<char>('1' + (nKey - Qt::Key_1)));
+      if (bDigit) return true;
     }
-    if (pEvent->type() == QEvent::FocusOut && bWidth) {
+    if (pEvent->type() == QEvent::FocusOut && bWidth && LeavesBox(static_cast<QFocusEvent*>(pEvent)->reason())) {
       form_.txtColumnWidth_LostFocus(pCancel_->hasFocus());
     }
     return QObject::eventFilter(pWatched, pEvent);
   }
 
  private:
+  /// Another window, a message about the width itself and a menu give the focus back.
+  static bool LeavesBox(Qt::FocusReason reason) {
+    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason;
+  }
+
   frmSpecifyFixedWidthText& form_;
   QWidget* pWidth_;
   QWidget* pCancel_;
@@ -74,7 +80,9 @@ void ShowGrid(const frmSpecifyFixedWidthText& form, QTableWidget& table, bool bC
       const QString sText = ToQt(form.fgGrid.Text(nRow, static_cast<Grid::Column>(n)));
       QTableWidgetItem* const pItem = table.item(nRow, n - 1);
       if (pItem == nullptr) {
-        table.setItem(nRow, n - 1, new QTableWidgetItem(sText));
+        auto* const pNew = new QTableWidgetItem(sText);
+        if (n <= Grid::kWidth) pNew->setTextAlignment(Qt::AlignCenter);
+        table.setItem(nRow, n - 1, pNew);
       } else if (pItem->text() != sText) {
         pItem->setText(sText);
       }
@@ -191,6 +199,7 @@ void LayoutProfileEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
   constexpr int kPreviewWidth = 720;
   constexpr int kFrame = 20;
   pSplitter->setSizes({kEditorWidth, kPreviewWidth});
+  b.Widget("txtColumnWidth")->setFocus();
   const int nRoom = dialog.screen()->availableGeometry().width() - kFrame;
   dialog.resize(std::min(kEditorWidth + kPreviewWidth, nRoom), static_cast<int>(form.Height / kTwipsPerPixel));
   QObject::connect(pShowPreview, &QCheckBox::toggled, &dialog, [&dialog, pSplitter, pPreview, nRoom](bool bShown) {
