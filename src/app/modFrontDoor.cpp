@@ -63,7 +63,8 @@ int RunSlashForm(int argc, char** argv) {
 void PrintUnexpected(std::string_view sText) {
   std::string line = "quillon: ";
   for (const char c : sText) {
-    if (c != '\r') line += c == '\n' ? ' ' : c;
+    if (c == '\r' || (c == '\n' && line.back() == ' ')) continue;
+    line += c == '\n' ? ' ' : c;
   }
   std::fputs((line + "\n").c_str(), stderr);
 }

@@ -30,6 +30,7 @@ constexpr size_t kMaxLanguageBytes = size_t{16} << 20;
 
 PhraseTable gPhrases;
 clsHost* gpTranslatorHost = nullptr;
+bool gbToldFailedAppend = false;
 
 std::string FileNameOfLanguage(std::string_view sLanguage) {
   return std::string(sLanguage) + "-" + gsProductName + ".txt";
@@ -41,7 +42,7 @@ std::string LanguagesFolder() {
 
 [[noreturn]] void Fail(std::string_view sText) {
   // The box that tells it must not try to add its own texts to that file.
-  throw UnhandledFailure("InitializeTranslator: " + std::string(sText) + ":\r\n" + std::exchange(gsLanguageFile, {}));
+  throw UnhandledFailure("InitializeTranslator: " + std::string(sText) + ": \r\n" + std::exchange(gsLanguageFile, {}));
 }
 
 void LoadLanguage() {
@@ -56,21 +57,12 @@ void LoadLanguage() {
   phrasefile::Parse(sBytes, giLanguageFileFormat, gPhrases);
 }
 
-/// The user's own copy of the language file: a shipped file is never written to.
-std::string WritableLanguageFile() {
-  const std::string sOwn = LanguagesFolder() + FileNameOfLanguage(gsLanguage);
-  if (gsLanguageFile != sOwn) {
-    MakeFolderPath(LanguagesFolder());
-    if (!FileExists(sOwn)) CopyFileOver(gsLanguageFile, sOwn);
-    gsLanguageFile = sOwn;
-  }
-  return sOwn;
-}
-
 void AppendMissingPhrase(std::string_view sKey) {
   if (gsLanguageFile.empty()) return;
-  if (phrasefile::Append(WritableLanguageFile(), giLanguageFileFormat, sKey)) return;
-  if (gpTranslatorHost == nullptr) return;
+  gsLanguageFile = OwnLanguageFile(gsLanguage);
+  if (phrasefile::Append(gsLanguageFile, giLanguageFileFormat, sKey)) return;
+  // Once will do: a window of a language that lacks all of its texts would bring hundreds.
+  if (gpTranslatorHost == nullptr || std::exchange(gbToldFailedAppend, true)) return;
   // The message's own texts may be missing as well; they must not come back here.
   const std::string sFile = std::exchange(gsLanguageFile, {});
   gpTranslatorHost->ShowMessage(Translate("Unable to add to Language file"), Translate("Error"), MessageIcon::Warning,
@@ -112,6 +104,7 @@ void ResetTranslator() {
   gbDoubleByteLocale = false;
   gPhrases.clear();
   gpTranslatorHost = nullptr;
+  gbToldFailedAppend = false;
 }
 
 void InitializeTranslator(clsHost& host, const std::function<void()>& chooseLanguage) {
@@ -145,6 +138,16 @@ std::string GetLanguageFilePath(std::string_view sLanguage) {
   if (FileExists(sOwn)) return sOwn;
   const std::string sShipped = ShippedPath("Languages/" + FileNameOfLanguage(sLanguage));
   return FileExists(sShipped) ? sShipped : sOwn;
+}
+
+std::string OwnLanguageFile(std::string_view sLanguage) {
+  std::string sOwn = LanguagesFolder() + FileNameOfLanguage(sLanguage);
+  const std::string sFound = GetLanguageFilePath(sLanguage);
+  if (sFound != sOwn) {
+    MakeFolderPath(LanguagesFolder());
+    CopyFileOver(sFound, sOwn);
+  }
+  return sOwn;
 }
 
 std::vector<std::string> LanguageList() {

@@ -26,15 +26,17 @@ void ResetTranslator();
 /// Start-up, before any form: takes language and font from the settings and loads the table. With no language chosen
 /// yet it is "English", and on a system that isn't English chooseLanguage runs first (it may set gsLanguage and
 /// gsLanguageFont; an unattended run hands in nothing). Throws UnhandledFailure for a language file that is missing,
-/// unreadable or can't be processed. The host, kept until ResetTranslator, shows a failed append.
+/// unreadable or can't be processed. The host, kept until ResetTranslator, shows the first failed append.
 void InitializeTranslator(clsHost& host, const std::function<void()>& chooseLanguage);
 
 /// The text to show for an English text.
 std::string Translate(std::string_view sKey);
 
 /// Path of a language's file in the Languages folder of the data folder; a shipped file of that name stands in for one
-/// that the user's folder lacks (and is copied there when it must grow).
+/// that the user's folder lacks.
 std::string GetLanguageFilePath(std::string_view sLanguage);
+/// Path of the user's own file, to be written to or edited. Where there is none the shipped one is copied there first.
+std::string OwnLanguageFile(std::string_view sLanguage);
 /// "English" and the languages that have a file, in this order.
 std::vector<std::string> LanguageList();
 

@@ -59,7 +59,7 @@ void frmLanguage::Cancel() {
 }
 
 void frmLanguage::EditLanguageFile() {
-  host_.OpenPath(HostPath(GetLanguageFilePath(Get("List1").sText)), OpenVerb::Edit);
+  host_.OpenPath(HostPath(OwnLanguageFile(Get("List1").sText)), OpenVerb::Edit);
 }
 
 void frmLanguage::SelectFont() {

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "clsMRU.h"
 #include "clsTempFolder.h"
 #include "clsTestHost.h"
@@ -69,8 +71,25 @@ TEST_F(Translator, AppendsAMissingPhraseOnceInTheFormatOfTheFile) {
   EXPECT_EQ(folder_.Read(kFile), sWide + std::string("x\0\r\0\n\0\"\0B\0\"\0\r\0\n\0", 16));
 }
 
+TEST_F(Translator, TellsOnceThatThePhrasesCannotBeAdded) {
+  folder_.Write(kFile, "\"!\"\r\n");
+  Start("Klingon");
+  // A folder in its place can't be written to, whoever asks.
+  std::filesystem::remove(folder_.Path(kFile));
+  std::filesystem::create_directory(folder_.Path(kFile));
+  EXPECT_EQ(Translate("One") + Translate("Two"), "OneTwo");
+  ASSERT_EQ(host_.messages.size(), 1U);
+  EXPECT_EQ(host_.messages[0].sTitle + ": " + host_.messages[0].sText, "Error: Unable to add to Language file");
+}
+
 TEST_F(Translator, RefusesAFileThatIsMissingOrNoLanguageFile) {
-  EXPECT_THROW(Start("Klingon"), UnhandledFailure);
+  try {
+    Start("Klingon");
+    ADD_FAILURE() << "started without a language file";
+  } catch (const UnhandledFailure& failure) {
+    EXPECT_EQ(failure.what(), "InitializeTranslator: Unable to locate Language file: \r\n" + gsAppDataFolder +
+                                  "Languages\\Klingon-Quillon.txt");
+  }
   folder_.Write(kFile, "Save,qon\r\n");
   EXPECT_THROW(Start("Klingon"), UnhandledFailure);
   folder_.Write(kFile, "");

@@ -280,6 +280,12 @@ TEST_F(MainForm, ALanguageIsChosenAtOnceOrForTheNextStart) {
   dialog.Form_Load();
   EXPECT_EQ(dialog.Get("cmdDone").sCaption, "&rIn");
   EXPECT_EQ(dialog.Get("List1").sText, "Klingon");
+  const std::vector<std::string>& languages = dialog.Get("List1").items;
+  dialog.SelectItem("List1",
+                    static_cast<int>(std::find(languages.begin(), languages.end(), "German") - languages.begin()));
+  dialog.Click("cmdEditLanguageFile");
+  EXPECT_EQ(host_.opened, std::vector<std::string>{folder_.Path(Data("Languages/German-Quillon.txt"))});
+  EXPECT_TRUE(folder_.Has(Data("Languages/German-Quillon.txt"))) << "the user edits a copy of the shipped file";
 }
 
 TEST_F(MainForm, SmallFormsShowWhatTheyAreGiven) {

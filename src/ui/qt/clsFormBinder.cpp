@@ -274,7 +274,10 @@ void clsFormBinder::ShowList(const clsControl& control, QWidget* pWidget) {
 }
 
 void clsFormBinder::ShowAction(const clsControl& control, QAction* pAction) {
-  pAction->setText(ToQt(control.sCaption));
+  QString sText = ToQt(control.sCaption);
+  // A caption of the user's own, as "&1 R&D.QLN" is: behind the access key in front each "&" is one of a name.
+  if (control.sTag == "TranslateFalse") sText = sText.left(1) + sText.mid(1).replace("&", "&&");
+  pAction->setText(sText);
   pAction->setEnabled(control.bEnabled);
   pAction->setVisible(control.bVisible);
   pAction->setShortcut(QKeySequence(ToQt(control.sShortcut)));
