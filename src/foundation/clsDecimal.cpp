@@ -73,21 +73,21 @@ bool clsDecimal::Scan(std::string_view sText, clsDecimal* pNumber) {
   s.remove_prefix(i);
   const int64_t nExponent = TakeExponent(s);
   if (!TakeSurroundings(s, around, true) || !s.empty() || around.bOpen != around.bClosed) return false;
-  if (pNumber == nullptr) return true;
+  if (pNumber != nullptr) *pNumber = clsDecimal(sNumber.substr(0, i), nExponent, around.bNegative || around.bOpen);
+  return true;
+}
 
-  pNumber->sDigits_.clear();
-  pNumber->nPoint_ = nExponent;
-  pNumber->bNegative_ = around.bNegative || around.bOpen;
+clsDecimal::clsDecimal(std::string_view sNumber, int64_t nExponent, bool bNegative)
+    : bNegative_(bNegative), nPoint_(nExponent) {
   bool bBehindPoint = false;
-  for (const char c : sNumber.substr(0, i)) {
+  for (const char c : sNumber) {
     if (c == '.') bBehindPoint = true;
     if (!IsAsciiDigit(c)) continue;
-    const bool bLeadingZero = c == '0' && pNumber->sDigits_.empty();
-    if (!bLeadingZero) pNumber->sDigits_ += c;
-    if (!bBehindPoint && !bLeadingZero) ++pNumber->nPoint_;
-    if (bBehindPoint && bLeadingZero) --pNumber->nPoint_;
+    const bool bLeadingZero = c == '0' && sDigits_.empty();
+    if (!bLeadingZero) sDigits_ += c;
+    if (!bBehindPoint && !bLeadingZero) ++nPoint_;
+    if (bBehindPoint && bLeadingZero) --nPoint_;
   }
-  return true;
 }
 
 char clsDecimal::DigitAt(int64_t nPlace) const {

@@ -12,6 +12,8 @@ class clsDecimal {
  public:
   enum class Halves { ToEven, AwayFromZero };
 
+  clsDecimal() = default;
+
   /// Reads a numeric text (the forms of IsNumericText). False, and the number untouched, if the text is none. The
   /// number may be null for a bare test.
   static bool Scan(std::string_view sText, clsDecimal* pNumber);
@@ -27,6 +29,8 @@ class clsDecimal {
   bool IsPlain() const { return nPoint_ <= 400 && nPoint_ >= -400; }
 
  private:
+  /// Of digits with a point and separators among them.
+  clsDecimal(std::string_view sNumber, int64_t nExponent, bool bNegative);
   char DigitAt(int64_t nPlace) const;  ///< Place 0 is the first digit kept; '0' outside
 
   bool bNegative_ = false;

@@ -277,15 +277,10 @@ void frmSpecifyFixedWidthText::cmdApplyNumberOfColumns_Click() {
   const double nAsked = NumericValue(box.sText).value_or(1);
   const int nWanted = nAsked > kMost ? kMost : std::max(WholeOr0(box.sText), 1);
   if (nAsked < 1 || nAsked > kMost) box.sText = std::to_string(nWanted);
-  const int nLast = fgGrid.Rows() - 1;
-  const int nOld = fgGrid.Rows();
-  fgGrid.SetRows(nWanted);
-  for (int n = nOld; n < nWanted; ++n) {
-    for (const auto column : {Grid::kWidth, Grid::kPad, Grid::kAlign, Grid::kRemove}) {
-      fgGrid.SetText(n, column, std::string(fgGrid.Text(nLast, column)));
-    }
-    fgGrid.SetText(n, Grid::kNumber, std::to_string(n + 1));
-    fgGrid.SetText(n, Grid::kPosition, std::to_string(n + 1));
+  if (nWanted < fgGrid.Rows()) fgGrid.SetRows(nWanted);
+  for (int n = fgGrid.Rows(); n < nWanted; ++n) {
+    fgGrid.RepeatRow(n - 1);
+    for (const auto column : {Grid::kNumber, Grid::kPosition}) fgGrid.SetText(n, column, std::to_string(n + 1));
   }
   PositionDropDownListBoxPopulate();
   PositionCollectionCreateViaGui(true);

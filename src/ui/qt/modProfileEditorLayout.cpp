@@ -159,6 +159,26 @@ void ConnectProfileKeys(frmSpecifyFixedWidthText& form, clsFormBinder& b, QTable
                    [&form, &b] { form.cmdColumnNext_Click(b.Widget("txtNumOfColumns")->hasFocus()); });
 }
 
+/// The preview stands beside the editor's own width, and goes with it.
+void SizeWithPreview(frmSpecifyFixedWidthText& form, QDialog& dialog, QSplitter* pSplitter, QWidget* pPreview,
+                     QCheckBox* pShowPreview) {
+  constexpr int kEditorWidth = 760;
+  constexpr int kPreviewWidth = 720;
+  constexpr int kFrame = 20;
+  pSplitter->setSizes({kEditorWidth, kPreviewWidth});
+  const int nRoom = dialog.screen()->availableGeometry().width() - kFrame;
+  dialog.resize(std::min(kEditorWidth + kPreviewWidth, nRoom), static_cast<int>(form.Height / kTwipsPerPixel));
+  QObject::connect(pShowPreview, &QCheckBox::toggled, &dialog, [&dialog, pSplitter, pPreview, nRoom](bool bShown) {
+    const int nEditor = pSplitter->sizes().front();
+    const int nMargins = dialog.width() - pSplitter->width();
+    pPreview->setVisible(bShown);
+    dialog.layout()->activate();  // else what is hidden would still want its room
+    dialog.resize(std::min(nRoom, nEditor + nMargins + (bShown ? kPreviewWidth : 0)), dialog.height());
+  });
+  QObject::connect(&dialog, &QDialog::finished, &dialog,
+                   [&form, &dialog] { form.Height = dialog.height() * kTwipsPerPixel; });
+}
+
 }  // namespace
 
 void LayoutProfileEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
@@ -194,23 +214,8 @@ void LayoutProfileEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
     ShowGrid(form, *pTable, bChanged);
     if (bChanged) pPreview->UpdateSoon();
   };
-  // The preview stands beside the editor's own width, and goes with it.
-  constexpr int kEditorWidth = 760;
-  constexpr int kPreviewWidth = 720;
-  constexpr int kFrame = 20;
-  pSplitter->setSizes({kEditorWidth, kPreviewWidth});
+  SizeWithPreview(form, dialog, pSplitter, pPreview, pShowPreview);
   b.Widget("txtColumnWidth")->setFocus();
-  const int nRoom = dialog.screen()->availableGeometry().width() - kFrame;
-  dialog.resize(std::min(kEditorWidth + kPreviewWidth, nRoom), static_cast<int>(form.Height / kTwipsPerPixel));
-  QObject::connect(pShowPreview, &QCheckBox::toggled, &dialog, [&dialog, pSplitter, pPreview, nRoom](bool bShown) {
-    const int nEditor = pSplitter->sizes().front();
-    const int nMargins = dialog.width() - pSplitter->width();
-    pPreview->setVisible(bShown);
-    dialog.layout()->activate();  // else what is hidden would still want its room
-    dialog.resize(std::min(nRoom, nEditor + nMargins + (bShown ? kPreviewWidth : 0)), dialog.height());
-  });
-  QObject::connect(&dialog, &QDialog::finished, &dialog,
-                   [&form, &dialog] { form.Height = dialog.height() * kTwipsPerPixel; });
 }
 
 }  // namespace quillon
