@@ -55,7 +55,7 @@ void clsRecipe::LoadFromMarks(RecipeContext& context) {
 }
 
 void clsRecipe::LoadShort(RecipeContext& context, std::string_view short_recipe, const TextFileOptions& options) {
-  if (!FileExists(short_recipe)) ReportRecipe(context.host, -5500, {short_recipe});
+  if (!IsFile(short_recipe)) ReportRecipe(context.host, -5500, {short_recipe});
   ResetRecipe();
   CollectionItemSet(context.host, InputFileName, 1, gsInputFile);
   ownSpecs_ = clsWorkingFile("_ExportSpecs", ".t2x");
@@ -68,7 +68,7 @@ bool clsRecipe::ReadExportSpecs(RecipeContext& context) {
   clsWorkingFile own = std::move(ownSpecs_);
   const bool bOwn = own.IsSet();
   const std::string sName = bOwn ? own.PrivatePath() : ExportSpecFileName;
-  if (!FileExists(sName)) return false;
+  if (!IsFile(sName)) return false;
   clsSectionFile file;
   if (!file.Open(sName, bOwn ? context.options.OwnText() : context.options.RecipeText(),
                  bOwn ? specsFailure_ : context.account.failure)) {
@@ -93,7 +93,7 @@ void clsRecipe::ReadOutputKeys(clsSectionFile& file) {
 }
 
 void clsRecipe::LoadFromFile(RecipeContext& context, std::string_view file_name) {
-  const bool bExists = FileExists(file_name);
+  const bool bExists = IsFile(file_name);
   clsSectionFile file;
   if (!bExists) {
     ReportRecipe(context.host, -5501, {file_name});

@@ -8,7 +8,7 @@
 namespace quillon {
 
 bool clsSectionWriter::Load(std::string_view sPath, Failure& failure) {
-  if (!FileExists(sPath)) return true;
+  if (!IsFile(sPath)) return true;
   loaded_.emplace(pPage_);
   return loaded_->Load(sPath, failure);
 }

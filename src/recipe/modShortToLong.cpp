@@ -82,7 +82,7 @@ Failure clsExportSpecs::FileConvertShortToLong(RecipeContext& context, std::stri
                                                const TextFileOptions* pShortOptions) {
   clsSectionFile recipe;
   Failure failure;
-  const bool bExists = FileExists(short_file);
+  const bool bExists = IsFile(short_file);
   if (!bExists) ReportRecipe(context.host, -5300, {}, true, "    " + std::string(short_file));
   const TextFileOptions shortOptions = pShortOptions != nullptr ? *pShortOptions : context.options.RecipeText();
   if (!recipe.Open(short_file, shortOptions, failure) && bExists) {

@@ -126,13 +126,14 @@ TEST_F(ShortToLong, LoadGoesThroughPrivateFilesToThePublicOnes) {
   folder.Write("_ExportSpecs.t2x", "of another run");
   recipe.InputFileLast = 3;
   recipe.WriteDataFormat = "NearestCent";
-  recipe.LoadFromFileShort(context, folder.Write("short.rcp", Table(1, "=")));
+  recipe.LoadFromFileShort(context, folder.Write("short?.rcp", Table(1, "=")));
   EXPECT_EQ(recipe.InputFileLast, 1);
   EXPECT_EQ(recipe.WriteDataFormat, "");
   EXPECT_EQ(recipe.InputFileName[0], gsInputFile);
   EXPECT_EQ(recipe.ExportSpecFileName, folder.Path("_ExportSpecs.t2x"));
   EXPECT_FALSE(folder.Has("_ExportSpecs.t2x")) << "not public before it was read";
   ASSERT_TRUE(recipe.ReadExportSpecs(context));
+  EXPECT_EQ(TakeCodes(), Codes{}) << "a question mark in a name is no wildcard here";
   EXPECT_TRUE(folder.Has("_ExportSpecs.t2x"));
   EXPECT_EQ(recipe.ExportSpecs.TablesCollection.size(), 1U);
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 3);
@@ -141,7 +142,7 @@ TEST_F(ShortToLong, LoadGoesThroughPrivateFilesToThePublicOnes) {
   EXPECT_EQ(host.reports[0].sErr2, "Cannot find recipe file: " + folder.Path("none.rcp"));
   EXPECT_EQ(TakeCodes(), (Codes{-5500, -5300}));
   gsAppDataFolder = folder.Path("gone/");
-  recipe.LoadFromFileShort(context, folder.Path("short.rcp"));
+  recipe.LoadFromFileShort(context, folder.Path("short?.rcp"));
   EXPECT_FALSE(recipe.ReadExportSpecs(context)) << "a folder that can't be written";
 }
 
