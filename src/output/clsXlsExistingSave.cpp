@@ -26,7 +26,7 @@ bool clsXlsExistingWorkbook::SaveAs(std::string_view sPath, int32_t lFormat, Fai
     failure = OutputFailure(sPath, OutputMessage::ChangedMeanwhile);
     return false;
   }
-  if (bSameFile && !bChanged_ && !bActivated_) return true;
+  if (bSameFile && !IsChanged()) return true;
   if (bActivated_) SelectActive();
   Assemble();
   if (nBytes_ > kMaxStream) {
@@ -53,7 +53,7 @@ void clsXlsExistingWorkbook::Assemble() {
   pieces_.clear();
   made_.clear();
   nBytes_ = 0;
-  if (!bChanged_ && !bActivated_) return AddPiece(0, sStream_.size());
+  if (!IsChanged()) return AddPiece(0, sStream_.size());
   if (bChanged_) MarkFormulas();
   clsXlsStrings strings;
   clsXlsFormats formats = globals_.Formats();

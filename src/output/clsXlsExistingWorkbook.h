@@ -46,6 +46,7 @@ class clsXlsExistingWorkbook : public clsWorkbook {
   bool CheckSheets();
   clsXlsSheet* Worksheet(int nSheet, int64_t nRow, int nColumn, Failure& failure);
   Sheet& At(int nSheet) { return *sheets_[static_cast<size_t>(nSheet) - 1]; }
+  bool IsChanged() const { return bChanged_ || bActivated_ || globals_.IsHidden(); }
   bool Has(int nSheet) const { return nSheet >= 1 && nSheet <= SheetCount(); }
   void MarkFormulas();
   void SelectActive();

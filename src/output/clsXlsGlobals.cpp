@@ -7,7 +7,8 @@ namespace quillon {
 
 namespace {
 
-constexpr size_t kActiveTab = 10;  // in WINDOW1
+constexpr size_t kWindowFlags = 8, kActiveTab = 10;  // in WINDOW1
+constexpr unsigned kHidden = 0x05;                   // hidden, or very hidden
 constexpr size_t kXfCount = 14, kXfCrcValue = 16;
 
 }  // namespace
@@ -62,7 +63,10 @@ bool clsXlsGlobals::Note(const XlsRecord& record, OutputMessage& reason) {
       b1904_ = GetU16(record.sData, 0) != 0;
       return true;
     case xls::kWindow1:
+      if (nWindow1_ != 0) return true;
+      nWindow1_ = record.nOffset;
       nActive_ = GetU16(record.sData, kActiveTab) + 1;
+      bHidden_ = (GetU16(record.sData, kWindowFlags) & kHidden) != 0;
       return true;
     default:
       return true;
@@ -117,7 +121,10 @@ void clsXlsGlobals::PutChanged(const XlsRecord& record, std::vector<size_t>& bou
     default:
       PutRecord(sOut, record.nId, record.sData);
   }
-  if (record.nId == xls::kWindow1) SetAt(sOut, nData + kActiveTab, static_cast<uint16_t>(nActive_ - 1));
+  if (record.nId == xls::kWindow1 && record.nOffset == nWindow1_) {
+    SetAt(sOut, nData + kWindowFlags, static_cast<uint16_t>(GetU16(record.sData, kWindowFlags) & ~kHidden));
+    SetAt(sOut, nData + kActiveTab, static_cast<uint16_t>(nActive_ - 1));
+  }
   // A file that was calculated by version 0 is calculated anew by every later one.
   if (record.nId == xls::kRecalcId) SetAt(sOut, nData + 4, uint32_t{0});
 }

@@ -33,12 +33,14 @@ class clsXlsGlobals {
   const clsXlsStringTable& Strings() const { return strings_; }
   bool Is1904() const { return b1904_; }
   int ActiveSheet() const { return nActive_; }  ///< From 1
+  bool IsHidden() const { return bHidden_; }    ///< Its window is, and no sheet to be seen
   void SetActiveSheet(int nSheet) { nActive_ = nSheet; }
   /// Takes a new name for a sheet, from 1.
   void Rename(int nSheet, std::string_view sName);
 
-  /// The records with the added formats and strings, the names as they are now and the mark for calculation. The
-  /// sheets' offsets are those of the old stream; boundSheets gets the place of each in the result.
+  /// The records with the added formats and strings, the names as they are now and the mark for calculation. A
+  /// hidden window is shown: who opens the output is to see it. The sheets' offsets are those of the old stream;
+  /// boundSheets gets the place of each in the result.
   std::string Rebuild(const clsXlsStrings& added, std::vector<size_t>& boundSheets) const;
 
  private:
@@ -56,9 +58,10 @@ class clsXlsGlobals {
   clsXlsFormats formats_;
   clsXlsStringTable strings_;
   size_t nOldXfs_ = 0;
-  size_t nSst_ = 0;                                        ///< Offset of that record; 0 for none
+  size_t nSst_ = 0, nWindow1_ = 0;  ///< Offsets of those records, of the first window's; 0 for none
   size_t nFormatsEnd_ = 0, nXfsEnd_ = 0, nXfExtsEnd_ = 0;  ///< Behind the last record of the kind
   bool b1904_ = false;
+  bool bHidden_ = false;
   int nActive_ = 1;
 };
 

@@ -30,7 +30,7 @@ bool clsXlsxSaver::Changed() const {
     if (book_.edit.names[i] != book_.workbook.sheets[i].sName) return true;
     if (book_.sheets[i] != nullptr && book_.sheets[i]->edit.Touched()) return true;
   }
-  return book_.edit.nActive != book_.workbook.nActive;
+  return book_.edit.nActive != book_.workbook.nActive || book_.workbook.bHidden;
 }
 
 bool clsXlsxSaver::Save(std::string_view sPath, Failure& failure) {

@@ -83,8 +83,11 @@ class clsWorkbookEditor {
   }
   void StepView() {
     bViewSeen_ = true;
-    if (edit_.nActive == workbook_.nActive) return copier_.CopyToken();
-    copier_.Put(WithAttribute(scanner_.Raw(), "activeTab", std::to_string(edit_.nActive)));
+    if (edit_.nActive == workbook_.nActive && !workbook_.bHidden) return copier_.CopyToken();
+    std::string sTag(scanner_.Raw());
+    if (workbook_.bHidden) sTag = WithAttribute(sTag, "visibility", "visible");
+    if (edit_.nActive != workbook_.nActive) sTag = WithAttribute(sTag, "activeTab", std::to_string(edit_.nActive));
+    copier_.Put(sTag);
   }
 
   clsXmlScanner scanner_;
@@ -135,6 +138,7 @@ bool ReadWorkbookPart(const clsXlsxPackage& package, WorkbookPart& workbook, Fai
     if (scanner.Depth() == 3 && scanner.IsMain("sheet")) TakeSheet(scanner, package, workbook);
     if (scanner.Depth() == 3 && scanner.IsMain("workbookView") && !bViewSeen) {
       workbook.nActive = ParseIndex(scanner.Attribute("activeTab").value_or("0")).value_or(0);
+      workbook.bHidden = scanner.Attribute("visibility").value_or("visible") != "visible";
       bViewSeen = true;
     }
   }

@@ -24,7 +24,8 @@ struct WorkbookPart {
   std::string sName;
   std::string sBytes;
   std::vector<WorkbookSheet> sheets;
-  size_t nActive = 0;  ///< From 0
+  size_t nActive = 0;    ///< From 0
+  bool bHidden = false;  ///< Its window is, and no sheet to be seen
   bool b1904 = false;
   bool bHasCalculation = false;  ///< There is a "calcPr"
   std::vector<Relationship> relationships;
@@ -39,7 +40,7 @@ struct WorkbookPartEdit {
   size_t nActive = 0;
   bool bRecalculate = false;  ///< Results kept in cells are out of date
 };
-/// The part's bytes by the edit.
+/// The part's bytes by the edit. A hidden window is shown: who opens the output is to see it.
 std::string EditedWorkbookPart(const WorkbookPart& workbook, const WorkbookPartEdit& edit,
                                const FormulaRenames& renames);
 

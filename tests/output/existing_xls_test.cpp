@@ -209,6 +209,25 @@ TEST_F(ExistingXls, LetsAnArrayFormulaBeClearedOnlyWhole) {
   EXPECT_EQ(ids, (std::vector<uint16_t>{xls::kRow, xls::kRow, xls::kRow, xls::kBlank, xls::kBlank, xls::kLabelSst}));
 }
 
+TEST_F(ExistingXls, ShowsTheHiddenWindowAndLeavesASecondOneAlone) {
+  constexpr size_t kFlags = 8;
+  const std::string sSecond(18, '\1');
+  std::string sStream = StreamOf({"", ""}, Record(xls::kWindow1, sSecond));
+  clsXlsRecordReader reader(sStream, 0);
+  XlsRecord record;
+  while (reader.Next(record) && record.nId != xls::kWindow1) continue;
+  SetAt(sStream, record.nOffset + 4 + kFlags, uint16_t{0x39});
+  const std::string sSaved = Saved(*Open(sStream));
+  std::vector<std::string> windows;
+  clsXlsRecordReader saved(sSaved, 0);
+  while (saved.Next(record)) {
+    if (record.nId == xls::kWindow1) windows.emplace_back(record.sData);
+  }
+  ASSERT_EQ(windows.size(), 2U);
+  EXPECT_EQ(GetU16(windows[0], kFlags), 0x38);
+  EXPECT_EQ(windows[1], sSecond);
+}
+
 TEST_F(ExistingXls, KeepsRecordsThatItDoesNotKnow) {
   const std::string sUnknown = Record(0x0899, "between cells");
   const auto workbook = Open(StreamOf({Row(0) + Cell(xls::kRk, 0, 0, "\2\0\0\0"sv) + sUnknown +

@@ -467,6 +467,14 @@ class ExistingWorkbooks(unittest.TestCase):
         self.assertEqual(openpyxl.load_workbook(path).active.title, "Back")
         self.assertFalse(os.path.exists(path[:-5] + ".xls"))
 
+    def test_a_hidden_window_is_shown(self):
+        path = os.path.join(self.folder, "hidden.xlsx")
+        book = openpyxl.Workbook()
+        book.views[0].visibility = "hidden"
+        book.save(path)
+        Edited(path, [("save", path)])
+        self.assertEqual(openpyxl.load_workbook(path).views[0].visibility, "visible")
+
     def test_the_same_edit_gives_the_same_bytes(self):
         path = self.build("by hand: pivot table")
         other = path + "-2.xlsx"
