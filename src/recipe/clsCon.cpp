@@ -12,8 +12,7 @@ void clsCon::PropertyPrint() const {
 void clsCon::ReadFromFile(RecipeContext& context, std::string_view file_name, int32_t con_number) {
   clsSectionFile file;
   Failure ignored;
-  file.Open(file_name, context.options.RecipeText(), ignored);
-  ReadFromFileSequentially(context, file, con_number);
+  if (file.Open(file_name, context.options.RecipeText(), ignored)) ReadFromFileSequentially(context, file, con_number);
 }
 
 void clsCon::ReadFromFileSequentially(RecipeContext& context, clsSectionFile& filehandle, int32_t con_number) {

@@ -27,6 +27,7 @@ class clsCon {
 
   /// Calls that of each department and prints nothing.
   void PropertyPrint() const;
+  /// Nothing, and no report, if the file can't be read.
   void ReadFromFile(RecipeContext& context, std::string_view file_name, int32_t con_number);
   /// Looks at the tables of the recipe's ExportSpecs, which must have been read before. Reports -5101 to -5103 and ends
   /// at the first failure.

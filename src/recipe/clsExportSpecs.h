@@ -12,6 +12,12 @@
 
 namespace quillon {
 
+/// A short recipe of our own making: the name by which messages speak of it, and how it is read.
+struct OwnShortRecipe {
+  std::string sShownName;
+  TextFileOptions text;
+};
+
 /// What a recipe does, section by section, in the order in which the sections run: files *_ExportSpecs.t2x.
 class clsExportSpecs {
  public:
@@ -29,9 +35,9 @@ class clsExportSpecs {
   /// Writes long_file from short_file, each table measured in textDataFile where its template has a "=". Reports -5300
   /// and goes on, -5500 for a short_file that is there and can't be read, which is kept as the run's failure, too;
   /// -5301 and -5302 end the work, and the tables before stay. Gives back why long_file, which is then not there, could
-  /// not be written. pShortOptions: how short_file is read if not as other recipes are.
+  /// not be written. pOwn: short_file is no recipe of the user.
   Failure FileConvertShortToLong(RecipeContext& context, std::string_view short_file, std::string_view long_file,
-                                 std::string_view textDataFile, const TextFileOptions* pShortOptions = nullptr);
+                                 std::string_view textDataFile, const OwnShortRecipe* pOwn = nullptr);
   /// Writes a short recipe from the marks in text_file. Reports -5303.
   void FileCreateShort(RecipeContext& context, std::string_view text_file, std::string_view short_file);
 

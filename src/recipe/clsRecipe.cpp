@@ -44,24 +44,27 @@ const std::string& clsRecipe::InputFileNameOf(int32_t lSlot) const {
 }
 
 void clsRecipe::LoadFromFileShort(RecipeContext& context, std::string_view short_recipe) {
-  LoadShort(context, short_recipe, context.options.RecipeText());
+  LoadShort(context, short_recipe, nullptr);
 }
 
 void clsRecipe::LoadFromMarks(RecipeContext& context) {
   clsWorkingFile recipe("_AutoRecipe", ".rcp");
   ExportSpecs.FileCreateShort(context, gsInputFile, recipe.PrivatePath());
-  LoadShort(context, recipe.PrivatePath(), context.options.OwnText());
+  const OwnShortRecipe own{recipe.PublicPath(), context.options.OwnText()};
+  LoadShort(context, recipe.PrivatePath(), &own);
   recipe.Publish();
 }
 
-void clsRecipe::LoadShort(RecipeContext& context, std::string_view short_recipe, const TextFileOptions& options) {
-  if (!IsFile(short_recipe)) ReportRecipe(context.host, -5500, {short_recipe});
+void clsRecipe::LoadShort(RecipeContext& context, std::string_view short_recipe, const OwnShortRecipe* pOwn) {
+  if (!IsFile(short_recipe)) {
+    ReportRecipe(context.host, -5500, {pOwn != nullptr ? std::string_view(pOwn->sShownName) : short_recipe});
+  }
   ResetRecipe();
   CollectionItemSet(context.host, InputFileName, 1, gsInputFile);
   ownSpecs_ = clsWorkingFile("_ExportSpecs", ".t2x");
   ExportSpecFileName = ownSpecs_.PublicPath();
   specsFailure_ =
-      ExportSpecs.FileConvertShortToLong(context, short_recipe, ownSpecs_.PrivatePath(), InputFileNameOf(1), &options);
+      ExportSpecs.FileConvertShortToLong(context, short_recipe, ownSpecs_.PrivatePath(), InputFileNameOf(1), pOwn);
 }
 
 bool clsRecipe::ReadExportSpecs(RecipeContext& context) {

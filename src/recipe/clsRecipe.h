@@ -53,7 +53,7 @@ class clsRecipe {
   bool SaveToFile(RecipeContext& context, std::string_view file_name, Failure& failure);
 
  private:
-  void LoadShort(RecipeContext& context, std::string_view short_recipe, const TextFileOptions& options);
+  void LoadShort(RecipeContext& context, std::string_view short_recipe, const OwnShortRecipe* pOwn);
   void ReadOutputKeys(clsSectionFile& file);
 
   Failure specsFailure_;

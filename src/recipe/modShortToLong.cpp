@@ -75,21 +75,29 @@ class clsTableConverter {
   std::string_view sTextFile_;
 };
 
+/// A missing recipe has no tables.
+void OpenShort(RecipeContext& context, std::string_view short_file, const OwnShortRecipe* pOwn,
+               clsSectionFile& recipe) {
+  Failure failure;
+  const bool bExists = IsFile(short_file);
+  if (!bExists) {
+    const std::string sName = pOwn != nullptr ? pOwn->sShownName : std::string(short_file);
+    ReportRecipe(context.host, -5300, {}, true, "    " + sName);
+  }
+  const TextFileOptions text = pOwn != nullptr ? pOwn->text : context.options.RecipeText();
+  if (recipe.Open(short_file, text, failure) || !bExists) return;
+  ReportRecipe(context.host, -5500, {failure.sText});
+  context.account.failure = failure;  // so that nothing is written over
+}
+
 }  // namespace
 
 Failure clsExportSpecs::FileConvertShortToLong(RecipeContext& context, std::string_view short_file,
                                                std::string_view long_file, std::string_view textDataFile,
-                                               const TextFileOptions* pShortOptions) {
+                                               const OwnShortRecipe* pOwn) {
   clsSectionFile recipe;
   Failure failure;
-  const bool bExists = IsFile(short_file);
-  if (!bExists) ReportRecipe(context.host, -5300, {}, true, "    " + std::string(short_file));
-  const TextFileOptions shortOptions = pShortOptions != nullptr ? *pShortOptions : context.options.RecipeText();
-  if (!recipe.Open(short_file, shortOptions, failure) && bExists) {
-    ReportRecipe(context.host, -5500, {failure.sText});
-    context.account.failure = failure;  // so that nothing is written over
-  }
-  failure = {};
+  OpenShort(context, short_file, pOwn, recipe);
   if (context.account.failure.Failed()) return failure;
 
   clsSectionWriter file(*context.options.OwnText().pCodePage);

@@ -193,5 +193,13 @@ TEST_F(Markup, MarkedFileLoadsAsItsOwnRecipe) {
   EXPECT_TRUE(folder.Has("_AutoRecipe.rcp"));
 }
 
+TEST_F(Markup, MessagesSpeakOfTheRecipeByItsPublicName) {
+  gsInputFile = folder.Path("none.txt");
+  recipe.LoadFromMarks(context);
+  ASSERT_EQ(host.reports.size(), 3U);
+  EXPECT_EQ(host.reports[1].sErr2, "Cannot find recipe file: " + gsAppDataFolder + "_AutoRecipe.rcp");
+  EXPECT_EQ(host.reports[2].sErr3, "    " + gsAppDataFolder + "_AutoRecipe.rcp");
+}
+
 }  // namespace
 }  // namespace quillon
