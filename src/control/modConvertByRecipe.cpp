@@ -39,7 +39,7 @@ void clsConversionRun::ConvertByRecipe(int32_t& lResult) {
   context.Watch(gsInputFile);
   WarnIfTabsInFile(recipe_options);
   lResult = LoadSpecs(context);
-  if (lResult != 0) return;
+  if (lResult != 0 || gbAbandonOutput) return;
   if (IsExcelRunning() && format != kFormatCsv) {
     host_.Report({options_.lErr, Translate("Warning"),
                   Translate("Microsoft Excel is already open. Please close it then retry."), "", EntryType::Error,
@@ -57,6 +57,7 @@ int32_t clsConversionRun::LoadSpecs(RecipeContext& context) {
   } else {
     context.recipe.LoadFromFileShort(context, gsRecipeFile);
   }
+  if (gbAbandonOutput) return 0;  // what is missing now was only not made
   if (account_.failure.Failed()) return RefuseUnread(errors);
   if (context.recipe.ReadExportSpecs(context)) return 0;
   // What the recipe held before would make another file's table, or none, of this one.

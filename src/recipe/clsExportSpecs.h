@@ -38,7 +38,7 @@ class clsExportSpecs {
   /// not be written. pOwn: short_file is no recipe of the user.
   Failure FileConvertShortToLong(RecipeContext& context, std::string_view short_file, std::string_view long_file,
                                  std::string_view textDataFile, const OwnShortRecipe* pOwn = nullptr);
-  /// Writes a short recipe from the marks in text_file. Reports -5303.
+  /// Writes a short recipe from the marks in text_file. Reports -5303; nothing if it was stopped (modTurns).
   void FileCreateShort(RecipeContext& context, std::string_view text_file, std::string_view short_file);
 
   /// The next free row of sheet 1 or 2. Another sheet reports -5304 and gives 0.

@@ -50,6 +50,7 @@ void clsRecipe::LoadFromFileShort(RecipeContext& context, std::string_view short
 void clsRecipe::LoadFromMarks(RecipeContext& context) {
   clsWorkingFile recipe("_AutoRecipe", ".rcp");
   ExportSpecs.FileCreateShort(context, gsInputFile, recipe.PrivatePath());
+  if (gbAbandonOutput) return;
   const OwnShortRecipe own{recipe.PublicPath(), context.options.OwnText()};
   LoadShort(context, recipe.PrivatePath(), &own);
   recipe.Publish();

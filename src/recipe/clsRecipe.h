@@ -38,7 +38,8 @@ class clsRecipe {
   /// Makes the export specification for the file named by gsInputFile, by the short recipe. Reports -5500 and goes on.
   /// The specification isn't read back: ReadExportSpecs does that.
   void LoadFromFileShort(RecipeContext& context, std::string_view short_recipe);
-  /// The same by the marks in gsInputFile itself, through _AutoRecipe.rcp in gsAppDataFolder.
+  /// The same by the marks in gsInputFile itself, through _AutoRecipe.rcp in gsAppDataFolder. A run that
+  /// is given up meanwhile leaves nothing.
   void LoadFromMarks(RecipeContext& context);
   /// Reads the export specification that was loaded last and puts it to its public name. False if there is no such
   /// file; ExportSpecs then keeps its content.

@@ -8,6 +8,7 @@
 #include "modSectionFile.h"
 #include "modText.h"
 #include "modTranslator.h"
+#include "modTurns.h"
 
 namespace quillon {
 
@@ -17,6 +18,19 @@ namespace {
 constexpr int32_t kOverflow = 6;
 constexpr int32_t kOutOfStringSpace = 14;
 constexpr int64_t kMaxShort = std::numeric_limits<int16_t>::max();
+constexpr int64_t kMaxLong = std::numeric_limits<int32_t>::max();
+
+/// Reports a number that a whole number up to lLimit (or down to its negative counterpart) can't hold.
+bool Overflows(clsHost& host, int64_t lValue, int64_t lLimit) {
+  if (lValue >= -lLimit - 1 && lValue <= lLimit) return false;
+  ReportTrappedFailure(host, kOverflow, Translate("Overflow"));
+  return true;
+}
+
+/// A run of a template, length at least 1: its last character says whether it ends a field.
+std::string MakeTemplateRun(int32_t length, char fill, char closing) {
+  return std::string(static_cast<size_t>(length) - 1, fill) + closing;
+}
 
 std::u32string Characters(std::string_view sText) {
   std::u32string out;
@@ -69,8 +83,9 @@ bool ScanOrReport(clsHost& host, std::u32string_view characters, Fields& fields)
 
 /// A report that can't be read, or not to its end: what is known of its rows would make a wrong cut of them.
 void ReportUnread(RecipeContext& context, const Failure& failure) {
+  if (IsStopped(failure)) return;
   ReportTrappedFailure(context.host, failure.nError, failure.sText);
-  if (!IsStopped(failure)) context.account.failure = failure;
+  context.account.failure = failure;
 }
 
 }  // namespace
@@ -103,7 +118,7 @@ void clsTableParser::FindTableMarkers(clsLineReader& filehandle, std::string_vie
 void clsTableParser::ReadFromFile(RecipeContext& context, std::string_view text_file, std::string_view topMarker,
                                   int32_t topOffset, std::string_view botMarker, int32_t botOffset, int32_t tab_size) {
   ResetParser();
-  if (!LocateRows(context, text_file, topMarker, topOffset, botMarker, botOffset)) return;
+  if (!LocateMarkers(context, text_file, topMarker, botMarker) || !LocateRows(context, topOffset, botOffset)) return;
   if (DataTopLoc < 1) {
     context.host.ShowMessage(Translate(" invalid start_line in utilities.file_read!"), "Quillon", MessageIcon::Critical,
                              MessageButtons::Ok);
@@ -112,8 +127,8 @@ void clsTableParser::ReadFromFile(RecipeContext& context, std::string_view text_
   ReadRows(context, text_file, tab_size);
 }
 
-bool clsTableParser::LocateRows(RecipeContext& context, std::string_view text_file, std::string_view topMarker,
-                                int32_t topOffset, std::string_view botMarker, int32_t botOffset) {
+bool clsTableParser::LocateMarkers(RecipeContext& context, std::string_view text_file, std::string_view topMarker,
+                                   std::string_view botMarker) {
   clsLineReader reader;
   Failure failure;
   int64_t lTop = 0;
@@ -126,26 +141,26 @@ bool clsTableParser::LocateRows(RecipeContext& context, std::string_view text_fi
     ReportUnread(context, failure);
     return false;
   }
-  if (lTop < 1 || lBottom < lTop) return false;
-  const auto overflows = [&](int64_t lValue, int64_t lLimit) {
-    if (lValue >= -lLimit - 1 && lValue <= lLimit) return false;
-    ReportTrappedFailure(context.host, kOverflow, Translate("Overflow"));
-    return true;
-  };
-  constexpr int64_t kMaxLong = std::numeric_limits<int32_t>::max();
-  if (overflows(lBottom, kMaxLong)) return false;
+  if (lTop < 1 || lBottom < lTop || Overflows(context.host, lBottom, kMaxLong)) return false;
   MarkerTopLoc = static_cast<int32_t>(lTop);
   MarkerBotLoc = static_cast<int32_t>(lBottom);
-  if (overflows(lTop + topOffset, kMaxLong) || overflows(lBottom + botOffset, kMaxLong)) return false;
-  DataTopLoc = MarkerTopLoc + topOffset;
-  DataBotLoc = MarkerBotLoc + botOffset;
-  const int64_t lRows = int64_t{DataBotLoc} - DataTopLoc + 1;
+  return true;
+}
+
+bool clsTableParser::LocateRows(RecipeContext& context, int32_t topOffset, int32_t botOffset) {
+  const auto overflows = [&](int64_t lValue, int64_t lLimit) { return Overflows(context.host, lValue, lLimit); };
+  const int64_t lTop = int64_t{MarkerTopLoc} + topOffset;
+  const int64_t lBottom = int64_t{MarkerBotLoc} + botOffset;
+  if (overflows(lTop, kMaxLong) || overflows(lBottom, kMaxLong)) return false;
+  DataTopLoc = static_cast<int32_t>(lTop);
+  DataBotLoc = static_cast<int32_t>(lBottom);
+  const int64_t lRows = lBottom - lTop + 1;
   if (lRows > kMaxRows) {
     ReportRecipe(context.host, -5701);
     ResetParser();
     return false;
   }
-  return !overflows(DataTopLoc, kMaxShort) && !overflows(lRows, kMaxShort);
+  return !overflows(lTop, kMaxShort) && !overflows(lRows, kMaxShort);
 }
 
 void clsTableParser::ReadRows(RecipeContext& context, std::string_view text_file, int32_t tab_size) {
@@ -196,8 +211,7 @@ std::string clsTableParser::BuildTemplateFromRows(const Piece& piece) const {
   std::string sOut;
   for (int32_t lDone = 0; lDone < piece.lWidth;) {
     const Block block = FindNextBlock(piece, lDone + 1);
-    sOut.append(static_cast<size_t>(block.lEnd - lDone - 1), '-');
-    sOut += OptionNoSpaceColumns && block.bBlank ? '-' : ' ';
+    sOut += MakeTemplateRun(block.lEnd - lDone, '-', OptionNoSpaceColumns && block.bBlank ? '-' : ' ');
     lDone = block.lEnd;
   }
   return sOut;

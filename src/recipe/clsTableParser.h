@@ -38,7 +38,8 @@ class clsTableParser {
 
   /// Finds the table and looks at its rows. A table that isn't there leaves TableWidth 0; more than kMaxRows report
   /// -5701; failures of the system, and rows wider than any report's, are reported by their own number, and a report
-  /// that can't be read is kept as the run's failure, so that nothing is written over.
+  /// that can't be read is kept as the run's failure, so that nothing is written over. A search that was stopped
+  /// (modTurns) leaves TableWidth 0 without a report.
   void ReadFromFile(RecipeContext& context, std::string_view text_file, std::string_view topMarker, int32_t topOffset,
                     std::string_view botMarker, int32_t botOffset, int32_t tab_size);
 
@@ -60,8 +61,9 @@ class clsTableParser {
   void ResetParser();
   static void FindTableMarkers(clsLineReader& filehandle, std::string_view topMarker, std::string_view botMarker,
                                int64_t& top, int64_t& bot);
-  bool LocateRows(RecipeContext& context, std::string_view text_file, std::string_view topMarker, int32_t topOffset,
-                  std::string_view botMarker, int32_t botOffset);
+  bool LocateMarkers(RecipeContext& context, std::string_view text_file, std::string_view topMarker,
+                     std::string_view botMarker);
+  bool LocateRows(RecipeContext& context, int32_t topOffset, int32_t botOffset);
   void ReadRows(RecipeContext& context, std::string_view text_file, int32_t tab_size);
   std::string BuildTemplateFromRows(const Piece& piece) const;
   static Block FindNextBlock(const Piece& piece, int32_t start);

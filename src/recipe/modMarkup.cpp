@@ -2,6 +2,7 @@
 
 #include "clsExportSpecs.h"
 #include "modRecipeMessages.h"
+#include "modTurns.h"
 
 namespace quillon {
 
@@ -56,6 +57,7 @@ void clsExportSpecs::FileCreateShort(RecipeContext& context, std::string_view te
     failure = reader.LastFailure();
     if (!failure.Failed() && file.Save(short_file, failure)) return;
   }
+  if (IsStopped(failure)) return;
   ReportRecipe(context.host, -5303, {std::to_string(failure.nError), failure.sText});
   context.account.failure = failure;
 }

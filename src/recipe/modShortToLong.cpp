@@ -36,13 +36,16 @@ class clsTableConverter {
   }
 
  private:
+  /// False, with the report, if the table can't be found or has no columns; without one if the run is given up.
   bool Convert(int32_t lTable, clsTable& table) {
     ShortTable keys = ReadShortTable(recipe_, lTable);
     table.ReadStartLine = keys.sStartLine;
     table.ReadStartLineOffset = RequiredWholeNumber("ReadStartLineOffset", keys.sStartOffset);
     table.ReadEndLine = keys.sEndLine;
     table.ReadEndLineOffset = RequiredWholeNumber("ReadEndLineOffset", keys.sEndOffset);
-    if (!FixTemplate(context_, sTextFile_, glTabSize, table, keys.sTemplate)) return Fails(-5301, lTable);
+    if (!FixTemplate(context_, sTextFile_, glTabSize, table, keys.sTemplate)) {
+      return !gbAbandonOutput && Fails(-5301, lTable);
+    }
     std::vector<int32_t> colStart;
     std::vector<int32_t> colEnd;
     std::vector<std::string> colOp;

@@ -309,6 +309,8 @@ TEST_F(ConversionRun, GivesTurnsInEveryMethodWhereNoRowIsWritten) {
     host.onEvents = [&, nBefore = nTurns] { gbPauseRequested = gbAbandonOutput = ++nTurns > nBefore + 5; };
     Go("C:\\in\\a.txt", "C:\\o\\a.csv");
     EXPECT_EQ(folder.Read("o/a.csv"), "old") << "a run given up in its search keeps the old output";
+    EXPECT_EQ(log.lErrorCount + log.lWarningCount, row.lMethod == kMethodProfile ? 1 : 0)
+        << "the engine says that it was stopped, and nothing is missing: " << log.txtLog();
     gbAbandonOutput = gbPauseRequested = false;
   }
 }
