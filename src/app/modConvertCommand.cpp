@@ -41,6 +41,9 @@ bool NotToCsv(const ConvertRequest& request) {
 bool NoSpecification(const ConvertRequest& request) {
   return request.sSpecification.empty();
 }
+bool BySpecification(const ConvertRequest& request) {
+  return !NoSpecification(request);
+}
 bool NotByProfileToCsv(const ConvertRequest& request) {
   return NotByProfile(request) || NotToCsv(request);
 }
@@ -58,7 +61,7 @@ struct IgnoredOption {
   bool (*when)(const ConvertRequest&);
   std::string_view sWhy;
 };
-constexpr std::array<IgnoredOption, 13> kIgnored{{
+constexpr std::array<IgnoredOption, 14> kIgnored{{
     {"quote", NotByProfileToCsv, "it serves CSV output of the Profile method"},
     {"start-cell", NotByProfile, "it serves the Profile method"},
     {"as-text", NotByProfile, "it serves the Profile method"},
@@ -71,6 +74,7 @@ constexpr std::array<IgnoredOption, 13> kIgnored{{
     {"safe-csv", NotToCsv, "it serves CSV output"},
     {"no-clear", ToCsvOrByProfile, "it serves workbooks of the Recipe and Markup methods"},
     {"all-periods", NoSpecification, "it goes with --specification"},
+    {"beside-input", BySpecification, "a specification makes one output of all inputs"},
     {"recursive", NothingToSearch, "no input is a pattern or a folder"},
 }};
 
@@ -142,13 +146,20 @@ std::string_view BatchOptionsFault(const ConvertRequest& request) {
   return {};
 }
 
-int ConvertBySpecification(const ConvertRequest& request, clsLongRun& run, clsConversionRun& conversion) {
+/// False for wrong use, which it tells.
+bool ConvertBySpecification(const ConvertRequest& request, clsLongRun& run, clsConversionRun& conversion) {
   constexpr size_t kSlots = 12;
-  if (request.inputs.size() > kSlots)
-    return WrongUse(run, "a long-form recipe has twelve file slots; name no more inputs");
+  if (request.inputs.size() > kSlots) {
+    run.Say("a long-form recipe has twelve file slots; name no more inputs");
+    return false;
+  }
+  if (HasWildcards(request.sOutput)) {
+    run.Say("a long-form recipe makes one output; name it without * and ?");
+    return false;
+  }
   if (!IsFile(request.sSpecification)) {
     run.host.Report(RunEntry(kRecipeRunNoRecipe, request.sSpecification));
-    return run.Refused();
+    return false;
   }
   int32_t result = 0;
   conversion.ConvertByLongRecipe(request.sOutput, request.inputs, result);
@@ -157,7 +168,18 @@ int ConvertBySpecification(const ConvertRequest& request, clsLongRun& run, clsCo
     run.Note("columns are taken from file " + std::to_string(lLast) +
              " of the period, and without --all-periods only file 1 is read: they stay empty");
   }
-  return run.Finish();
+  return true;
+}
+
+/// False, told, if the batch can't be planned or its result list not be kept.
+bool ConvertEach(const ConvertRequest& request, clsLongRun& run, clsConversionRun& conversion,
+                 clsResultRecorder& recorder) {
+  std::vector<PlannedFile> files;
+  if (!PlanBatch(request, run, files) || !recorder.Start(files)) return false;
+  recorder.DropDone(files);
+  int32_t result = 0;
+  conversion.ConvertList(files, result);
+  return true;
 }
 
 /// Replaces "-" by files of our own.
@@ -209,17 +231,15 @@ int ConvertCommand(const ConvertRequest& asked, const TalkRequest& talk) {
 
   const std::string_view fault = BatchOptionsFault(request);
   if (!fault.empty()) return WrongUse(run, fault);
-  if (!request.sSpecification.empty()) return ConvertBySpecification(request, run, conversion);
-  if (request.inputs.empty()) return WrongUse(run, "INPUT is missing: name files, a quoted pattern, or - (see --help)");
-  if (request.sOutput.empty()) return WrongUse(run, "-o OUTPUT is missing (see --help)");
+  const bool by_specification = BySpecification(request);
+  if (!by_specification && request.inputs.empty())
+    return WrongUse(run, "INPUT is missing: name files, a quoted pattern, or - (see --help)");
+  if (!by_specification && request.sOutput.empty()) return WrongUse(run, "-o OUTPUT is missing (see --help)");
   const bool to_standard_output = request.sOutput == kStandardStream;
   if (!TakeStandardStreams(request, run)) return run.Refused();
-  std::vector<PlannedFile> files;
-  if (!PlanBatch(request, run, files) || !recorder.Start(files)) return run.Refused();
-  recorder.DropDone(files);
-
-  int32_t result = 0;
-  conversion.ConvertList(files, result);
+  const bool ran = by_specification ? ConvertBySpecification(request, run, conversion)
+                                    : ConvertEach(request, run, conversion, recorder);
+  if (!ran) return run.Refused();
   Failure failure;
   if (to_standard_output && IsFile(request.sOutput) && InterruptSignal() == 0 &&
       !FileToStandardOutput(request.sOutput, failure)) {
