@@ -5,9 +5,11 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QPainter>
 #include <QPalette>
-#include <QStyle>
+#include <QProxyStyle>
 #include <QStyleFactory>
+#include <QStyleOption>
 #include <array>
 
 namespace quillon {
@@ -60,6 +62,31 @@ QPalette DarkPalette() {
   return palette;
 }
 
+/// Fusion with outlines around the boxes to type and to tick in: its own are darker than the window, so that a dark
+/// window hides them.
+class clsDarkStyle : public QProxyStyle {
+ public:
+  clsDarkStyle() : QProxyStyle(QStyleFactory::create("Fusion")) {}
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* pOption, QPainter* pPainter,
+                     const QWidget* pWidget) const override {
+    QProxyStyle::drawPrimitive(element, pOption, pPainter, pWidget);
+    const bool bTick = element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton;
+    const bool bEntry = element == PE_FrameLineEdit && !(pOption->state & State_HasFocus);
+    if (!bTick && !bEntry) return;
+    constexpr double kHalfPen = 0.5;
+    constexpr double kCorner = 2;
+    const QRectF box = QRectF(pOption->rect).adjusted(kHalfPen, kHalfPen, -kHalfPen, -kHalfPen);
+    const double corner = element == PE_IndicatorRadioButton ? box.width() / 2 : bEntry ? kCorner : 0;
+    pPainter->save();
+    pPainter->setRenderHint(QPainter::Antialiasing);
+    pPainter->setBrush(Qt::NoBrush);
+    pPainter->setPen(QColor(pOption->state & State_Enabled ? "#777b83" : "#4b4e54"));
+    pPainter->drawRoundedRect(box, corner, corner);
+    pPainter->restore();
+  }
+};
+
 }  // namespace
 
 clsAppearance::clsAppearance(std::string_view sWish) {
@@ -97,7 +124,7 @@ void clsAppearance::SettingChanged(const QString& sSpace, const QString& sKey, c
 
 void clsAppearance::Show(bool bDark) {
   bDark_ = bDark;
-  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  QApplication::setStyle(bDark ? new clsDarkStyle : QStyleFactory::create("Fusion"));
   QApplication::setPalette(bDark ? DarkPalette() : QApplication::style()->standardPalette());
 }
 
