@@ -20,10 +20,20 @@ namespace quillon {
 
 namespace {
 
+/// What stands in the editor, with one character for a line end. The toolkit's own way turns no-break spaces into
+/// blanks, and a key text that holds one would no longer be found.
+QString TextOf(const QPlainTextEdit& editor) {
+  QString sText = editor.document()->toRawText();
+  for (const QChar::SpecialCharacter end : {QChar::ParagraphSeparator, QChar::LineSeparator}) {
+    sText.replace(QChar(end), QChar('\n'));
+  }
+  return sText;
+}
+
 /// Shows the model's text. What the model changed is one step that the editor's undo takes back, unless another file
 /// was loaded.
 void ShowEditorText(QPlainTextEdit& editor, const QString& sShown, bool bLoaded) {
-  const QString sNow = editor.toPlainText();
+  const QString sNow = TextOf(editor);
   if (sNow == sShown) return;
   if (bLoaded || sNow.isEmpty()) return editor.setPlainText(sShown);
   const auto nShorter = std::min(sNow.size(), sShown.size());
@@ -56,7 +66,7 @@ void ShowCaret(QPlainTextEdit& editor, const clsControl& text) {
 clsReportCutView* MakePreview(frmExportBuilder& form, QPlainTextEdit* pEditor, QDialog& dialog) {
   auto* const pView = MakeCutView<clsRecipeCut>(form, dialog);
   pView->onBeforeLook = [&form, pEditor] {
-    const QString sBefore = pEditor->toPlainText().left(pEditor->textCursor().position());
+    const QString sBefore = TextOf(*pEditor).left(pEditor->textCursor().position());
     form.nCaret = FromQt(QString(sBefore).replace("\n", "\r\n")).size();
   };
   pView->onUndo = [pEditor] { pEditor->undo(); };
@@ -76,8 +86,10 @@ void LayoutRecipeEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
   pEditor->setObjectName("txtFileEditor");
   pEditor->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   pEditor->setLineWrapMode(QPlainTextEdit::NoWrap);
+  // A recipe has no tabs, and the keyboard must get out again.
+  pEditor->setTabChangesFocus(true);
   QObject::connect(pEditor, &QPlainTextEdit::textChanged, pEditor, [&form, pEditor] {
-    form.TypeText("txtFileEditor", FromQt(pEditor->toPlainText().replace("\n", "\r\n")));
+    form.TypeText("txtFileEditor", FromQt(TextOf(*pEditor).replace("\n", "\r\n")));
   });
   auto* const pButtons = new QVBoxLayout(b.As<QGroupBox>("frameButtons"));
   for (const char* const pName : {"cmdNew", "cmdLoadFile", "cmdSave", "cmdSaveAs", "cmdSaveAndClose", "cmdAddTable",
@@ -90,17 +102,17 @@ void LayoutRecipeEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
   pSplitter->addWidget(pEditor);
   clsReportCutView* const pPreview = MakePreview(form, pEditor, dialog);
   pSplitter->addWidget(pPreview);
-  pSplitter->setStretchFactor(0, 2);
-  pSplitter->setStretchFactor(1, 5);
+  pSplitter->setSizes({1, 2});
+  pSplitter->setStretchFactor(0, 1);
+  pSplitter->setStretchFactor(1, 2);
   QCheckBox* const pShowPreview = MakePreviewBox();
   pRow->addWidget(pSplitter, 1);
   pRow->addWidget(b.Widget("frameButtons"));
   pAll->addLayout(pRow, 1);
   pAll->addWidget(pShowPreview);
   pAll->addWidget(b.Widget("StatusBar1", 1));
-  b.onState = [&form, &dialog, pEditor, pPreview] {
+  b.onState = [&form, pEditor, pPreview] {
     clsControl& text = form.Get("txtFileEditor");
-    dialog.setWindowTitle(ToQt(form.sCaption));
     const QSignalBlocker quiet(pEditor);
     ShowEditorText(*pEditor, ToQt(text.sText).replace("\r\n", "\n"), !form.bDirty);
     pPreview->UpdateSoon();
@@ -109,7 +121,7 @@ void LayoutRecipeEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
     text.lSelStart = -1;
   };
   // The preview stands below the editor's own height, and goes with it.
-  constexpr int kPreviewHeight = 340;
+  constexpr int kPreviewHeight = 420;
   constexpr int kFrame = 40;
   const auto shown = [pShowPreview] { return pShowPreview->isChecked() ? kPreviewHeight : 0; };
   const QRect screen = dialog.screen()->availableGeometry();
