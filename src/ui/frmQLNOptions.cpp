@@ -104,9 +104,13 @@ void frmQLNOptions::MarkJobChanged() {
 void frmQLNOptions::cmdApply_Click() {
   const std::optional<int32_t> lTabSize = ParseWholeNumber(Get("txtTabSize").sText);
   if (!lTabSize) {
-    // Nothing has been copied yet; the dialog stays open.
-    oOwner_.Host().ShowMessage(Translate("Tab Size:") + " " + Get("txtTabSize").sText, Translate("Error"),
+    // Nothing has been copied yet; the dialog stays open, where the size stands.
+    oOwner_.Host().ShowMessage(Translate("The tab size must be a whole number."), Translate("Error"),
                                MessageIcon::Critical, MessageButtons::Ok);
+    Get("tsDisplay").lListIndex = 0;
+    ShowTab();
+    Refresh();
+    Focus("txtTabSize");
     return;
   }
   oOwner_.lTabSize = *lTabSize;
