@@ -34,7 +34,6 @@ class frmMain : public clsForm, public clsRunWindow {
   bool bIsUnicode = false;
   bool bShowAdvancedOptions_Profile_Editor = false;
   std::string sActiveFixedWidthProfile;
-  std::string sProfileFromEditor;
   std::string sJobFile = "*";  ///< Path of the open job; "*" when there is none
   bool bAskToSaveBMKFileBeforeExit = false;
   int32_t lLoadDemo = 0;                 ///< Example to load, 1 to 4; 0 none
