@@ -90,6 +90,33 @@ shot() {
 job() {
   printf '[QLN]\r\nsInputFile=%s\r\nsOutputFile=%s\r\nlConversionMethod=%s\r\n' "$3" "$4" "$2" >"$data/$1"
 }
+# editor TITLE WIDTH HEIGHT: opens the editor of the job's method, whose button is the third before the first box
+editor() {
+  keys shift+Tab shift+Tab shift+Tab space
+  editor=$(window "$1")
+  xdotool windowsize --sync "$editor" "$2" "$3"
+  sleep 0.5
+}
+# recipe NAME REPORT: the recipe editor over a report of the golden cases
+recipe() {
+  fresh '[General]\r\nbUnix=True\r\n'
+  cp "tests/golden/$1/$1.rcp" "tests/golden/$1/$2" "$home"
+  job Report.QLN 1 "$home/$2" "$home/$1.csv"
+  printf 'sRecipeFile=%s\r\nbUnix=TRUE\r\n' "$home/$1.rcp" >>"$data/Report.QLN"
+  open Report.QLN "$data/Report.QLN"
+  editor 'Recipe Editor' 900 820
+}
+# profile NAME REPORT: the profile editor over a report
+profile() {
+  job Report.QLN 0 "$2" "$home/report.csv"
+  printf 'sFixedWidthProfile=%s\r\nbUnix=TRUE\r\n' "$1" >>"$data/Report.QLN"
+  open Report.QLN "$data/Report.QLN"
+  editor 'Fixed Width Text File' 1340 560
+}
+# times N KEY...
+times() {
+  for _ in $(seq "$1"); do keys "${@:2}"; done
+}
 want() {
   [ ${#wanted[@]} -eq 0 ] && return 0
   local name
@@ -139,6 +166,32 @@ fi
 if want getting-started; then converted; keys alt+h g; shot getting-started "$(window 'Getting Started Guide')"; close; fi
 if want about; then converted; keys alt+h a; shot about "$(window '^Quillon$')"; close; fi
 if want language; then converted; keys alt+h l; shot language "$(window '^Language$')"; close; fi
+if want recipe-editor; then recipe account_limits account_limits.prt; shot recipe-editor "$editor"; close; fi
+if want recipe-proposal; then
+  recipe cf6_anchorage cf6_anchorage.txt
+  keys Tab space; sleep 0.5; times 3 shift+Tab; keys space
+  shot recipe-proposal "$editor"; close
+fi
+if want recipe-losses; then
+  recipe epanet_net1_pages epanet_net1_pages.rpt
+  keys ctrl+End; sleep 0.5; keys Tab Tab; times 4 ctrl+Right; times 2 Left
+  shot recipe-losses "$editor"; close
+fi
+if want profile-editor; then
+  fresh '[General]\r\nbShowAdvancedOptions_Profile_Editor=TRUE\r\n'
+  cp tests/golden/profile_ach/ach_entry.txt "$data/Profiles/Payments.txt"
+  grep '^6' tests/golden/profile_ach/ach_payments.txt >"$home/entries.txt"
+  profile Payments "$home/entries.txt"
+  times 7 Tab; times 5 Down
+  shot profile-editor "$editor"; close
+fi
+if want profile-proposal; then
+  fresh
+  cp tests/golden/dwd_stations_latin1/dwd_stations_latin1.txt "$home/stations.txt"
+  profile Default-Profile "$home/stations.txt"
+  times 6 shift+Tab; keys space
+  shot profile-proposal "$editor"; close
+fi
 if want please-wait; then
   fresh
   build/bin/quillon-gui 2>/dev/null &
