@@ -182,14 +182,14 @@ if want profile-editor; then
   cp tests/golden/profile_ach/ach_entry.txt "$data/Profiles/Payments.txt"
   grep '^6' tests/golden/profile_ach/ach_payments.txt >"$home/entries.txt"
   profile Payments "$home/entries.txt"
-  times 7 Tab; times 5 Down
+  times 5 Down
   shot profile-editor "$editor"; close
 fi
 if want profile-proposal; then
   fresh
   cp tests/golden/dwd_stations_latin1/dwd_stations_latin1.txt "$home/stations.txt"
   profile Default-Profile "$home/stations.txt"
-  times 6 shift+Tab; keys space
+  times 5 Tab; keys space
   shot profile-proposal "$editor"; close
 fi
 if want please-wait; then

@@ -87,7 +87,10 @@ void clsForm::SelectItem(std::string_view sControl, int lListIndex) {
 }
 
 void clsForm::LoseFocus(std::string_view sControl) {
+  const clsControl& control = Get(sControl);
+  const std::string sBefore = control.sText;
   Run(lostFocus_, sControl, 0);
+  bEntryReplaced_ = control.sText != sBefore;
 }
 
 void clsForm::Refresh() {

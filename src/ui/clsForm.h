@@ -58,6 +58,8 @@ class clsForm {
   void TypeText(std::string_view sControl, std::string_view sText);
   void SelectItem(std::string_view sControl, int lListIndex);
   void LoseFocus(std::string_view sControl);
+  /// The form refused what stood in the control that lost the focus last, and put another text there.
+  bool EntryReplaced() const { return bEntryReplaced_; }
   /// Keys that belong to the form: "Escape", "F1" ...; False if the form has no use for the key.
   virtual bool KeyPressed(std::string_view /*sKey*/) { return false; }
   /// By the keyboard's own code of the key.
@@ -82,6 +84,7 @@ class clsForm {
   std::vector<std::unique_ptr<clsControl>> controls_;
   std::map<Key, clsControl*> index_;
   std::map<Key, Handler> clicks_, changes_, lostFocus_;
+  bool bEntryReplaced_ = false;
   clsFormView* pView_ = nullptr;
 };
 

@@ -133,7 +133,10 @@ frmAddField::frmAddField(frmTableBuilder& builder) : clsForm("frmAddField"), bui
 void frmAddField::Form_Load() {
   TranslateForm(*this, builder_.Editor().Owner().Screen());
   sCaption = Translate("Add Column Field ") + std::to_string(builder_.FieldCount + 1);
-  Get("txtFieldWidth").sText = std::to_string(FieldWidth);
+  clsControl& width = Get("txtFieldWidth");
+  width.sText = std::to_string(FieldWidth);
+  width.lSelStart = 0;
+  width.lSelLength = static_cast<int64_t>(width.sText.size());
 }
 
 void frmAddField::cmdOK_Click() {

@@ -1,6 +1,7 @@
 // A session with real key presses and clicks in the real window, on a screen of the toolkit's own.
 
 #include <QDragEnterEvent>
+#include <QFileDialog>
 #include <QLabel>
 #include <QMessageBox>
 #include <QMimeData>
@@ -125,6 +126,105 @@ class clsSession : public clsGuiSession {
                                       "cmdOutputBrowse cmdHelpOutputFile rbConversionMethod rbConversionMethod1 "
                                       "rbConversionMethod2 cmdHelpConversionMethod cbRecipeFile cmdRecipeBrowse "
                                       "cmdEditRecipe cmdHelpRecipeFile txtLog"));
+  }
+
+  void takesATypedNameAsItStands() {
+    Type("cbInputFile", "/in/Ledger.txt");
+    pForm_->UpdateMRUs();
+    pWindow_->ShowAll();
+    auto* const pBox = Widget<QComboBox>("cbInputFile");
+    const auto name = [this] { return pForm_->Get("cbInputFile").sText; };
+    pBox->lineEdit()->setCursorPosition(3);
+    QTest::keyClicks(pBox->lineEdit(), "/a");
+    QCOMPARE(name(), std::string("/in/a/Ledger.txt"));
+    for (const char* const pName : {"/in/ledger.TXT", "/in/Led"}) {
+      Type("cbInputFile", pName);
+      QTest::keyClick(pBox->lineEdit(), Qt::Key_Tab);
+      QCOMPARE(FromQt(pBox->currentText()), std::string(pName));
+      QCOMPARE(name(), std::string(pName));
+    }
+  }
+
+  void typesTheNameOfAnotherProfileWithoutOpeningIt() {
+    folder_.Write("data/Brindlemark, Inc/Quillon/Profiles/Other.txt", "1\t2\t[32] Space\tLeft\tNo\t1\t\r\n");
+    int nRows = 0;
+    WithModal([&](QWidget* pEditor) {
+      QLineEdit* const pName = pEditor->findChild<QComboBox*>("cbProfileList")->lineEdit();
+      pName->selectAll();
+      QTest::keyClicks(pName, "Other");
+      QTest::keyClick(pName, Qt::Key_Tab);
+      nRows = pEditor->findChild<QTableWidget*>("fgGrid")->rowCount();
+      QTest::keyClick(pEditor, Qt::Key_Escape);
+    });
+    pForm_->Click("cmdEditProfile");
+    QVERIFY(nRows > 1);
+  }
+
+  void givesEnterToTheFocusedButtonAndToNoneBehindAWrongEntry() {
+    ChooseMethod(1);
+    QString sCorrected;
+    QString sTitle;
+    bool bOpen = false;
+    WithModal([&](QWidget* pEditor) {
+      WithModal([&](QWidget* pTable) {
+        auto* const pStart = pTable->findChild<QLineEdit*>("txtReadStartLine");
+        pStart->setFocus();
+        pStart->selectAll();
+        QTest::keyClick(pStart, Qt::Key_Delete);
+        Answer("OK");
+        QTest::keyClick(pStart, Qt::Key_Return);
+        sCorrected = pStart->text();
+        bOpen = pTable->isVisible();
+        pTable->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(pTable));
+        auto* const pNumber = pTable->findChild<QLineEdit*>("txtTableNumber");
+        pNumber->setFocus();
+        QTest::keyClicks(pNumber, "5");
+        QWidget* const pCancel = pTable->findChild<QPushButton*>("cmdCancel");
+        pCancel->setFocus();
+        sTitle = pTable->windowTitle();
+        QTest::keyClick(pCancel, Qt::Key_Return);
+      });
+      QTest::mouseClick(pEditor->findChild<QPushButton*>("cmdAddTable"), Qt::LeftButton);
+      QVERIFY(!pEditor->findChild<QPlainTextEdit*>("txtFileEditor")->toPlainText().contains("[Table"));
+      pEditor->findChild<QPushButton*>("cmdCancel")->click();
+    });
+    pForm_->Click("cmdEditRecipe");
+    QCOMPARE(sCorrected, QString("KEY TEXT AT TOP"));
+    QCOMPARE(sTitle, QString("Add Table 15"));
+    QVERIFY(bOpen);
+  }
+
+  void asksForFilesByTheWholeNamesOfTheirKinds() {
+    Type("cbInputFile", folder_.Write("in/a.txt", "x"));
+    QStringList kinds;
+    QString sFolder;
+    const auto look = [&](QWidget* pModal) {
+      auto* const pDialog = qobject_cast<QFileDialog*>(pModal);
+      kinds = pDialog->nameFilters();
+      sFolder = pDialog->directory().path();
+      pDialog->reject();
+    };
+    WithModal(look);
+    pForm_->Click("cmdInputBrowse");
+    QCOMPARE(kinds, QStringList({"Text (ASCII) Files (*.txt)", "All Files (*)"}));
+    WithModal(look);
+    pForm_->Click("cmdSelectInputFolder");
+    QCOMPARE(FromQt(sFolder), folder_.Path("in"));
+  }
+
+  void savesARecipeWithItsNoBreakSpaces() {
+    ChooseMethod(1);
+    Type("cbRecipeFile", folder_.Write("r.rcp",
+                                       "[Table 1]\r\nReadStartLine=1\xA0"
+                                       "000\r\n"));
+    WithModal([](QWidget* pEditor) {
+      QTest::keyClicks(pEditor->findChild<QPlainTextEdit*>("txtFileEditor"), "x");
+      pEditor->findChild<QPushButton*>("cmdSaveAndClose")->click();
+    });
+    pForm_->Click("cmdEditRecipe");
+    QCOMPARE(folder_.Read("r.rcp"), std::string("x[Table 1]\r\nReadStartLine=1\xA0"
+                                                "000\r\n"));
   }
 
   void takesWhatIsDroppedOnIt() {

@@ -53,8 +53,13 @@ QWidget* clsFormBinder::Make(clsControl& control) {
       pLabel->setWordWrap(true);
       return pLabel;
     }
-    case ControlKind::Panel:
-      return new QLabel;
+    case ControlKind::Panel: {
+      // It shows paths, which are no markup and may be wider than the window.
+      auto* const pLabel = new QLabel;
+      pLabel->setTextFormat(Qt::PlainText);
+      pLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+      return pLabel;
+    }
     case ControlKind::Frame:
       return new QGroupBox;
     case ControlKind::Grid:
@@ -101,6 +106,10 @@ QWidget* clsFormBinder::MakeList(clsControl& control) {
   pCombo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   QObject::connect(pCombo, &QComboBox::activated, pCombo, select);
   if (control.bEditable) {
+    // A name that begins as an old one does, or differs from it by case, is a name of its own.
+    pCombo->setCompleter(nullptr);
+    // And to type the name of an item is not to select it, which may open a file over what was edited.
+    QObject::disconnect(pCombo->lineEdit(), &QLineEdit::editingFinished, pCombo, nullptr);
     QObject::connect(pCombo->lineEdit(), &QLineEdit::textEdited, pCombo,
                      [this, sControl](const QString& sText) { form_.TypeText(sControl, FromQt(sText)); });
   }
@@ -269,7 +278,9 @@ void clsFormBinder::ShowList(const clsControl& control, QWidget* pWidget) {
     pCombo->clear();
     pCombo->addItems(items);
   }
-  if (pCombo->currentIndex() != control.lListIndex) pCombo->setCurrentIndex(control.lListIndex);
+  // To leave an item would empty the box that is typed in, and its caret with it.
+  const bool bTyped = control.bEditable && control.lListIndex < 0;
+  if (!bTyped && pCombo->currentIndex() != control.lListIndex) pCombo->setCurrentIndex(control.lListIndex);
   if (control.bEditable && pCombo->currentText() != ToQt(control.sText)) pCombo->setEditText(ToQt(control.sText));
 }
 

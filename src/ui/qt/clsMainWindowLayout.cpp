@@ -226,6 +226,7 @@ void clsMainWindow::MakeStatusBars() {
   for (int nBar = 1; nBar >= 0; --nBar) {
     for (int nPanel = 1; nPanel <= kPanels; ++nPanel) {
       auto* const pPanel = new QLabel;
+      pPanel->setTextFormat(Qt::PlainText);
       panels_[{nBar, nPanel}] = pPanel;
       if (nPanel == 3)
         pBar->addWidget(pPanel, nBar == 1 ? 2 : 1);

@@ -56,14 +56,16 @@ MessageAnswer clsQtHost::ShowMessage(std::string_view sText, std::string_view sT
   QWidget* const pParent =
       QApplication::activeModalWidget() != nullptr ? QApplication::activeModalWidget() : QApplication::activeWindow();
   QMessageBox box(IconOf(icon), ToQt(sTitle), ToQt(sText).replace("\r\n", "\n"), QMessageBox::NoButton, pParent);
+  // Names of files and lines of reports may look like markup.
+  box.setTextFormat(Qt::PlainText);
   if (buttons == MessageButtons::Ok) {
     box.addButton(ToQt(Translate("OK")), QMessageBox::AcceptRole);
     box.exec();
     return MessageAnswer::Ok;
   }
+  // Of one role, so that Escape means neither: where it closes an editor, a second one must not drop what was typed.
   QAbstractButton* const pYes = box.addButton(ToQt(Translate("&Yes")), QMessageBox::YesRole);
-  QPushButton* const pNo = box.addButton(ToQt(Translate("&No")), QMessageBox::NoRole);
-  box.setEscapeButton(pNo);
+  box.addButton(ToQt(Translate("&No")), QMessageBox::YesRole);
   box.exec();
   return box.clickedButton() == pYes ? MessageAnswer::Yes : MessageAnswer::No;
 }
@@ -110,8 +112,9 @@ void clsQtHost::Wait(int nMilliseconds) {
 
 bool clsQtHost::OpenPath(std::string_view sPath, OpenVerb) {
   const QString sText = ToQt(sPath);
+  const QUrl address = sText.startsWith("file://") ? QUrl(sText) : QUrl::fromLocalFile(sText);
   // The desktop's own opener: it finds the text editor, the browser and the file manager alike.
-  return QProcess::startDetached("xdg-open", {sText}) || QDesktopServices::openUrl(QUrl::fromLocalFile(sText));
+  return QProcess::startDetached("xdg-open", {sText}) || QDesktopServices::openUrl(address);
 }
 
 std::time_t clsQtHost::Now() {

@@ -7,10 +7,14 @@
 #include <QFontDialog>
 #include <QKeyEvent>
 #include <QLayout>
+#include <QLineEdit>
+#include <QPushButton>
 #include <algorithm>
+#include <utility>
 
 #include "clsFormBinder.h"
 #include "modDialogLayouts.h"
+#include "modFiles.h"
 #include "modPaths.h"
 
 namespace quillon {
@@ -20,9 +24,7 @@ namespace {
 /// A dialog that asks its form before it closes and hands the form's keys on.
 class clsFormDialog : public QDialog {
  public:
-  clsFormDialog(clsForm& form, QWidget* pParent) : QDialog(pParent), form_(form) {
-    setWindowTitle(ToQt(form.sCaption));
-  }
+  clsFormDialog(clsForm& form, QWidget* pParent) : QDialog(pParent), form_(form) {}
 
  protected:
   void reject() override { form_.CloseRequested(); }
@@ -33,6 +35,13 @@ class clsFormDialog : public QDialog {
   void keyPressEvent(QKeyEvent* pEvent) override {
     const std::string sKey = pEvent->key() == Qt::Key_Escape ? "Escape" : pEvent->key() == Qt::Key_F1 ? "F1" : "";
     if (!sKey.empty() && form_.KeyPressed(sKey)) return;
+    const bool bEnter = pEvent->key() == Qt::Key_Return || pEvent->key() == Qt::Key_Enter;
+    // The button that has the keyboard, rather than the one that stands out as the dialog's own.
+    if (auto* const pButton = qobject_cast<QPushButton*>(focusWidget()); bEnter && pButton != nullptr) {
+      return pButton->click();
+    }
+    // It ended an entry that the user is to see corrected first.
+    if (bEnter && form_.EntryReplaced() && qobject_cast<QLineEdit*>(focusWidget()) != nullptr) return;
     QDialog::keyPressEvent(pEvent);
   }
   void keyReleaseEvent(QKeyEvent* pEvent) override {
@@ -47,9 +56,9 @@ class clsFormDialog : public QDialog {
 QString Filters(const FileQuestion& question, QString& sSelected) {
   QStringList all;
   for (const auto& [sLabel, sMasks] : question.filters) {
-    // A label brings its masks in brackets for the eye; the toolkit wants them there, both cases of letters.
-    const QString sShown = ToQt(sLabel.substr(0, sLabel.find('(')) + "(" + sMasks + ")");
-    all << sShown;
+    // A label may bring its masks in brackets for the eye, behind others; the toolkit wants them there.
+    const size_t nMasks = sLabel.rfind("(*");
+    all << ToQt((nMasks == std::string::npos ? sLabel + " " : sLabel.substr(0, nMasks)) + "(" + sMasks + ")");
   }
   for (QString& sFilter : all) sFilter.replace("*.*", "*").replace(";", " ");
   const int nFirst = question.lFilterIndex - 1;
@@ -66,8 +75,11 @@ void clsQtScreen::ShowModal(clsForm& form) {
   clsFormBinder binder(form);
   binder.onClose = [&dialog] { dialog.done(0); };
   LayoutDialog(form, binder, dialog, host_);
+  binder.onState = [&form, &dialog, draw = std::move(binder.onState)] {
+    dialog.setWindowTitle(ToQt(form.sCaption));
+    if (draw) draw();
+  };
   binder.ShowState();
-  dialog.setWindowTitle(ToQt(form.sCaption));
   if (dialog.property(kFitsItsTexts).toBool()) {
     const int width = std::max(dialog.sizeHint().width(), dialog.minimumWidth());
     dialog.resize(width, dialog.layout()->totalHeightForWidth(width));
@@ -98,7 +110,9 @@ std::string clsQtScreen::AskFile(FileQuestion& question) {
 }
 
 std::string clsQtScreen::AskFolder(std::string_view sTitle, std::string_view sStartFolder) {
-  return FromQt(QFileDialog::getExistingDirectory(pMainWindow_, ToQt(sTitle), ToQt(HostPath(sStartFolder))));
+  // The path of a file would be offered as the name of a folder.
+  const QString sStart = ToQt(HostPath(DeepestExistingFolder(sStartFolder)));
+  return FromQt(QFileDialog::getExistingDirectory(pMainWindow_, ToQt(sTitle), sStart));
 }
 
 std::string clsQtScreen::AskFont(std::string_view sFontName) {

@@ -57,6 +57,7 @@ clsReportCutView::clsReportCutView(clsCutSource& source, QWidget* pParent) : QWi
   pGrid_->setFont(pCanvas_->font());
   pGrid_->setAlternatingRowColors(true);
   pGrid_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  pGrid_->setTabKeyNavigation(false);
   constexpr int kRowsMeasured = 30;
   pGrid_->horizontalHeader()->setResizeContentsPrecision(kRowsMeasured);
   pGrid_->verticalHeader()->setDefaultSectionSize(QFontMetrics(pGrid_->font()).height() + 4);

@@ -154,6 +154,7 @@ void LayoutLanguage(clsForm& form, clsFormBinder& b, QDialog& dialog) {
     pButtons->addWidget(b.Widget(pName));
   }
   pButtons->addStretch();
+  b.As<QPushButton>("cmdDone")->setDefault(true);
   auto* const pRow = new QHBoxLayout;
   pRow->addWidget(pList);
   pRow->addLayout(pButtons);
@@ -162,6 +163,7 @@ void LayoutLanguage(clsForm& form, clsFormBinder& b, QDialog& dialog) {
 
 void LayoutTableBuilder(clsForm&, clsFormBinder& b, QDialog& dialog) {
   auto* const pAll = new QVBoxLayout(&dialog);
+  for (const char* const pName : {"lblTableNumber", "lblColumnFields"}) b.As<QLabel>(pName)->setWordWrap(false);
   pAll->addLayout(Row({b.Widget("lblTableNumber"), b.Widget("txtTableNumber")}));
   pAll->addWidget(Group(b, "frameTop",
                         {b.Widget("lblReadStartLine"), b.Widget("txtReadStartLine"), b.Widget("lblReadStartLineOffset"),

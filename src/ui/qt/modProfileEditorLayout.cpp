@@ -106,6 +106,7 @@ QTableWidget* MakeGrid(frmSpecifyFixedWidthText& form, clsFormBinder& b) {
   pTable->setSelectionBehavior(QAbstractItemView::SelectRows);
   pTable->setSelectionMode(QAbstractItemView::SingleSelection);
   pTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  pTable->setTabKeyNavigation(false);
   pTable->setMinimumHeight(220);
   QObject::connect(pTable, &QTableWidget::currentCellChanged, pTable, [&form](int nRow, int, int nOldRow, int) {
     if (nRow != nOldRow) form.fgGrid_Click(nRow);
