@@ -1,5 +1,7 @@
 #include "modText.h"
 
+#include <cstring>
+
 namespace quillon {
 
 namespace {
@@ -22,6 +24,16 @@ size_t ValidSequence(std::string_view s, size_t nPos, char32_t& ch) {
   const bool bOverlong = (nLength == 3 && ch < 0x800) || (nLength == 4 && ch < 0x10000);
   if (bOverlong || ch > 0x10FFFF || (ch >= 0xD800 && ch <= 0xDFFF)) return 0;
   return nLength;
+}
+
+/// Bytes of plain ASCII in front, by whole machine words: most text that isn't ASCII is so for the larger part.
+size_t AsciiWords(std::string_view s) {
+  size_t i = 0;
+  for (uint64_t nWord = 0; i + sizeof nWord <= s.size(); i += sizeof nWord) {
+    std::memcpy(&nWord, s.data() + i, sizeof nWord);
+    if ((nWord & 0x8080808080808080U) != 0) break;
+  }
+  return i;
 }
 
 /// Simple case pairs of the Latin, Greek and Cyrillic blocks that towupper of the C locale doesn't know.
@@ -80,7 +92,8 @@ bool IsAscii(std::string_view sBytes) {
 bool IsValidUtf8(std::string_view sBytes) {
   for (size_t i = 0; i < sBytes.size();) {
     char32_t ch = 0;
-    const size_t nLength = ValidSequence(sBytes, i, ch);
+    size_t nLength = AsciiWords(sBytes.substr(i));
+    if (nLength == 0) nLength = ValidSequence(sBytes, i, ch);
     if (nLength == 0) return false;
     i += nLength;
   }
@@ -119,13 +132,21 @@ void AppendUtf8(char32_t ch, std::string& sOut) {
 size_t CharCount(std::string_view sText) {
   if (IsAscii(sText)) return sText.size();
   size_t nCount = 0;
-  for (size_t i = 0; i < sText.size(); i += Utf8CharBytes(sText, i)) ++nCount;
+  for (size_t i = 0; i < sText.size();) {
+    const size_t nAscii = AsciiWords(sText.substr(i));
+    i += nAscii > 0 ? nAscii : Utf8CharBytes(sText, i);
+    nCount += nAscii > 0 ? nAscii : 1;
+  }
   return nCount;
 }
 
 size_t ByteOffset(std::string_view sText, size_t nChar) {
   size_t i = 0;
-  for (size_t n = 1; n < nChar && i < sText.size(); ++n) i += Utf8CharBytes(sText, i);
+  for (size_t n = 1; n < nChar && i < sText.size();) {
+    const size_t nAscii = AsciiWords(sText.substr(i, nChar - n));
+    i += nAscii > 0 ? nAscii : Utf8CharBytes(sText, i);
+    n += nAscii > 0 ? nAscii : 1;
+  }
   return i;
 }
 

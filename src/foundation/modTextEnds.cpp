@@ -93,7 +93,7 @@ bool FindEndOfRows(int nHandle, int64_t& nEnd) {
 
 size_t clsTextSigns::Look(std::string_view sBlock, bool bCharacters, bool bMore) {
   bLf_ = bLf_ || sBlock.find('\n') != std::string_view::npos;
-  bCr_ = bCr_ || sBlock.find('\r') != std::string_view::npos;
+  bCr_ = bCr_ || (!bLf_ && sBlock.find('\r') != std::string_view::npos);
   if (!bCharacters || quillon::IsAscii(sBlock)) return 0;
   bAscii_ = false;
   const size_t nKeep = bMore ? CutTail(sBlock) : 0;

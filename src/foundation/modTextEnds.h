@@ -30,6 +30,7 @@ class clsTextSigns {
   size_t Look(std::string_view sBlock, bool bCharacters, bool bMore);
 
   bool HasLf() const { return bLf_; }
+  /// Not looked for behind the first LF.
   bool HasCr() const { return bCr_; }
   bool IsAscii() const { return bAscii_; }
   bool IsUtf8() const { return bUtf8_; }

@@ -175,7 +175,8 @@ char* clsCsvRows::PutCharacters(char* p, clsRow& row) {
     if (!bEmpty) p = PutSeparator(p);
     const std::string_view sField = row.Field(static_cast<int64_t>(cut.nFrom) + 1, static_cast<int64_t>(cut.nEnd));
     bEmpty = bEmpty && sField.empty();
-    const auto nBehind = static_cast<size_t>(row.Bytes().data() + row.Bytes().size() - sField.data());
+    const auto nBehind =
+        static_cast<size_t>(row.Bytes().data() + row.Bytes().size() - sField.data()) + row.RoomBehind();
     p = PutField(p, sField, false, sField.empty() ? 0 : nBehind);
   }
   return p;

@@ -25,20 +25,18 @@ void clsRow::SetText(std::string_view sUtf8) {
 
 bool clsRow::Expand(int32_t tab_size) {
   if (sBytes_.find('\t') == std::string_view::npos) return true;
-  std::string sExpanded;
   // The blank behind comes before the expansion: a closing tab is followed by it, not swallowed.
   if (bBlankBehind_) Own();
-  if (!AppendExpanded(sBytes_, tab_size, !bByteChars_, sExpanded)) return false;
-  sOwn_.swap(sExpanded);
+  sNext_.clear();
+  if (!AppendExpanded(sBytes_, tab_size, !bByteChars_, sNext_)) return false;
+  sOwn_.swap(sNext_);
   SetView(sOwn_, *pPage_, false);
   return true;
 }
 
 void clsRow::Own() {
-  std::string sBytes;
-  sBytes.reserve(sBytes_.size() + 1);
-  sBytes.append(sBytes_).append(bBlankBehind_ ? 1 : 0, ' ');
-  sOwn_.swap(sBytes);
+  sNext_.assign(sBytes_).append(bBlankBehind_ ? 1 : 0, ' ');
+  sOwn_.swap(sNext_);
   sBytes_ = sOwn_;
   nRoomBehind_ = 0;
   bBlankBehind_ = false;
@@ -49,9 +47,12 @@ void clsRow::Own() {
 
 std::string_view clsRow::Field(int64_t nStart, int64_t nEnd) {
   if (nStart < 1 || nEnd < nStart) return {};
-  if (bBlankBehind_ && (!bByteChars_ || nEnd > static_cast<int64_t>(sBytes_.size()))) Own();
   const size_t nFrom = OffsetOf(nStart);
-  return sBytes_.substr(nFrom, OffsetOf(nEnd + 1) - nFrom);
+  const size_t nTo = OffsetOf(nEnd + 1);
+  if (!bBlankBehind_ || nTo < sBytes_.size()) return sBytes_.substr(nFrom, nTo - nFrom);
+  Own();
+  const size_t nOwnFrom = OffsetOf(nStart);
+  return sBytes_.substr(nOwnFrom, OffsetOf(nEnd + 1) - nOwnFrom);
 }
 
 /// Byte offset of a character; the row's size behind its end.
@@ -73,12 +74,9 @@ size_t clsRow::OffsetOf(int64_t nCharacter) {
 
 /// Moves the cursor on to the character, or to the end.
 size_t clsRow::Pass(int64_t nCharacter) {
-  size_t nOffset = cursor_.nOffset;
-  for (int64_t n = cursor_.nCharacter; n < nCharacter && nOffset < sBytes_.size(); ++n) {
-    nOffset += static_cast<unsigned char>(sBytes_[nOffset]) < 0x80 ? 1 : Utf8CharBytes(sBytes_, nOffset);
-  }
-  cursor_ = {nCharacter, nOffset};
-  return nOffset;
+  const auto nFurther = static_cast<size_t>(nCharacter - cursor_.nCharacter);
+  cursor_ = {nCharacter, cursor_.nOffset + ByteOffset(sBytes_.substr(cursor_.nOffset), nFurther + 1)};
+  return cursor_.nOffset;
 }
 
 std::string clsRow::Text() const {

@@ -51,6 +51,7 @@ class clsRow {
   static constexpr int64_t kCheckpoint = 64;
 
   std::string sOwn_;
+  std::string sNext_;  ///< What becomes sOwn_; kept for its memory
   std::string_view sBytes_;
   const clsCodePage* pPage_ = &clsCodePage::Utf8();
   size_t nRoomBehind_ = 0;
