@@ -12,6 +12,7 @@
 
 #include "MainModule.h"
 #include "clsConsoleHost.h"
+#include "modFiles.h"
 #include "modLongOptions.h"
 #include "modParseCommandLine.h"
 #include "modPaths.h"
@@ -21,8 +22,9 @@ namespace quillon {
 
 namespace {
 
+/// A path with its name typed in full is none, although its folders could be read as switches.
 bool IsSlashForm(std::string_view sFirst) {
-  if (sFirst.size() < 2 || sFirst[0] != '/') return false;
+  if (sFirst.size() < 2 || sFirst[0] != '/' || IsFile(sFirst)) return false;
   const auto letter = static_cast<unsigned char>(sFirst[1]);
   return std::isalpha(letter) != 0 || letter == '!' || letter == '?';
 }

@@ -131,7 +131,7 @@ bool MoveFileOver(std::string_view sSource, std::string_view sTarget) {
 bool CopyFolderOver(std::string_view sSource, std::string_view sTarget, bool bOverwrite) {
   std::error_code error;
   fs::directory_iterator entries(HostPath(sSource), error);
-  MakeFolderPath(sTarget);
+  if (!error) MakeFolderPath(sTarget);
   bool bDone = !error && FolderExists(sTarget);
   for (; bDone && !error && entries != fs::directory_iterator(); entries.increment(error)) {
     const std::string sFrom = entries->path().string();
