@@ -22,7 +22,8 @@ std::vector<std::pair<std::string, std::string>> FiltersOf(std::string_view sFil
 
 std::string PickFile(clsScreen& screen, FileQuestion& question, std::string_view sStartPath) {
   if (!sStartPath.empty()) question.sInitDir = HostPath(NearestExistingPath(sStartPath));
-  question.bSave = FindNoCase(question.sTitle, Translate("save")) != std::string_view::npos;
+  // A language that has the title but not yet the word must not keep anyone from saving.
+  question.bSave = question.bSave || FindNoCase(question.sTitle, Translate("save")) != std::string_view::npos;
   return screen.AskFile(question);
 }
 

@@ -14,10 +14,10 @@ namespace quillon {
 struct FileQuestion {
   std::string sTitle;
   std::vector<std::pair<std::string, std::string>> filters;
-  int lFilterIndex = 1;   ///< From 1, in and out
-  std::string sInitDir;   ///< Host path; may be empty
-  std::string sFileName;  ///< Preset name, or path text
-  bool bSave = false;
+  int lFilterIndex = 1;         ///< From 1, in and out
+  std::string sInitDir;         ///< Host path; may be empty
+  std::string sFileName;        ///< Preset name, or path text
+  bool bSave = false;           ///< For a name to save under; PickFile sees to it where the title says so
   bool bAsksToReplace = false;  ///< Saving over a file that is there is asked about in the dialog
   bool bMayBeNew = false;       ///< A name that no file has yet may be chosen without saving
 };
@@ -49,7 +49,7 @@ class clsScreen {
 /// The filters of a text "label|masks|label|masks".
 std::vector<std::pair<std::string, std::string>> FiltersOf(std::string_view sFilter);
 
-/// The pickers, over a screen. PickFile saves if the title holds the translated word "save".
+/// The pickers, over a screen. PickFile saves if it is told to or the title holds the translated word "save".
 std::string PickFile(clsScreen& screen, FileQuestion& question, std::string_view sStartPath);
 std::string PickFolder(clsScreen& screen, std::string_view sStartPath);
 

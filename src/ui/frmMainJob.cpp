@@ -86,7 +86,7 @@ void frmMain::ConversionJobSave() {
 void frmMain::ConversionJobSaveAs() {
   FileQuestion question;
   question.sTitle = Translate("Save");
-  question.bAsksToReplace = true;
+  question.bSave = question.bAsksToReplace = true;
   question.filters = FiltersOf(Translate("QLN Conversion Job (*.QLN)|*.QLN"));
   const std::string sChosen =
       PickFile(screen_, question, CharCount(sJobFile) >= kShortestJobPath ? sJobFile : std::string());
