@@ -160,7 +160,8 @@ void clsConsoleHost::ShowProgress(const RunProgress& progress) {
   std::string line = fmt::format("[{}{}] {:3.0f} %", std::string(static_cast<size_t>(filled), '#'),
                                  std::string(static_cast<size_t>(kBarWidth - filled), ' '), done * 100);
   if (nFiles_ > 1) line += fmt::format("  file {} of {}", nFile_, nFiles_);
-  if (seconds > 0 && nFiles_ <= 1) line += fmt::format("  {:.1f} MB/s", static_cast<double>(progress.lBytesDone) / 1e6 / seconds);
+  if (seconds > 0 && nFiles_ <= 1)
+    line += fmt::format("  {:.1f} MB/s", static_cast<double>(progress.lBytesDone) / 1e6 / seconds);
   if (done > 0) line += fmt::format("  {:.0f} s left", seconds / done - seconds);
   PrintError(std::string(kEraseLine) + line);
   bProgressShown_ = true;

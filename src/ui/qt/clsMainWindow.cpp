@@ -116,7 +116,10 @@ void clsMainWindow::dragEnterEvent(QDragEnterEvent* pEvent) {
 void clsMainWindow::dropEvent(QDropEvent* pEvent) {
   if (pEvent->mimeData()->urls().isEmpty()) return;
   const QString sPath = pEvent->mimeData()->urls().first().toLocalFile();
-  if (sPath.isEmpty()) return;
+  if (!sPath.isEmpty()) TakeFile(sPath);
+}
+
+void clsMainWindow::TakeFile(const QString& sPath) {
   if (sPath.endsWith(".qln", Qt::CaseInsensitive)) {
     form_.ConversionJobOpen(FromQt(sPath));
   } else if (sPath.endsWith(".rcp", Qt::CaseInsensitive)) {

@@ -24,6 +24,8 @@ class clsMainWindow : public QMainWindow, public clsRunLogView {
   /// Applies the placement of the settings, on a screen that still exists.
   void ApplyPlacement();
   void ShowAll() { binder_.ShowState(); }
+  /// A job is opened, a recipe chosen, another file or a folder's files made the input. Host path.
+  void TakeFile(const QString& sPath);
 
   void LogReplaced(std::string_view sText) override;
   void LogAppended(std::string_view sBytes) override;

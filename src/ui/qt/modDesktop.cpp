@@ -27,7 +27,6 @@
 #include "modPaths.h"
 #include "modRunMessages.h"
 #include "modSettings.h"
-#include "modText.h"
 #include "modTranslator.h"
 #include "modVersion.h"
 
@@ -135,9 +134,9 @@ std::string CommandText(int nArguments, char** pArguments) {
   return sText;
 }
 
-/// A file given as the one argument, as a desktop does that opens it: a job is opened in the window.
-bool IsJobArgument(int nArguments, char** pArguments) {
-  return nArguments == 2 && EqualNoCase(ExtensionOfPath(pArguments[1]), "QLN") && FileExists(pArguments[1]);
+/// A file given as the one argument, as a desktop does that opens it with this program.
+bool IsFileArgument(int nArguments, char** pArguments) {
+  return nArguments == 2 && IsFile(pArguments[1]);
 }
 
 }  // namespace
@@ -161,13 +160,14 @@ int RunDesktop(int nArguments, char** pArguments) {
   QApplication::setApplicationName("Quillon");
   QApplication::setApplicationVersion(ToQt(VersionText));
   QApplication::setWindowIcon(MakeIcon(Icon::Application, QApplication::palette()));
-  const bool bJob = IsJobArgument(nArguments, pArguments);
-  const std::string sText = bJob ? std::string() : CommandText(nArguments, pArguments);
+  const bool bFile = IsFileArgument(nArguments, pArguments);
+  const std::string sText = bFile ? std::string() : CommandText(nArguments, pArguments);
   StartHooks hooks;
   // A first start that is a script's has nobody who could choose.
   if (!RunsUnattended(sText)) hooks.chooseLanguage = [&] { ChooseLanguage(desktop.host, desktop.screen, false); };
   hooks.StartMainWindow = [&](const std::string& sJobFile) {
-    desktop.StartMainWindow(bJob ? AbsolutePath(pArguments[1]) : sJobFile);
+    desktop.StartMainWindow(sJobFile);
+    if (bFile) desktop.pWindow->TakeFile(ToQt(HostPath(AbsolutePath(pArguments[1]))));
   };
   try {
     const StartOutcome outcome = Main(sText, desktop.host, desktop.log, desktop.fields, hooks);
