@@ -6,8 +6,7 @@
 #include "clsOutputFile.h"
 #include "modConvertCommand.h"
 #include "modFiles.h"
-#include "modPaths.h"
-#include "modSettings.h"
+#include "modProfileFile.h"
 #include "modStrings.h"
 #include "modText.h"
 #include "modVersion.h"
@@ -15,12 +14,6 @@
 namespace quillon {
 
 namespace {
-
-/// Where the profile of a name lies; the name itself if it is a path.
-std::string ProfilePath(const std::string& sName) {
-  const std::string sProfile = ProfileFor(sName);
-  return IsFile(sProfile) ? sProfile : JoinPath(JoinPath(gsDataFolder, "Profiles"), sProfile + ".txt");
-}
 
 /// The lines of an entry behind its headline, as one text of LF lines.
 std::string TextOf(const ReportEntry& entry) {
@@ -36,7 +29,8 @@ std::string MakingOf(const ConvertRequest& request) {
   clsFingerprint making;
   making.Add(VersionText);
   for (const std::string& sFile :
-       {request.sRecipe, request.sSpecification, request.sProfile.empty() ? "" : ProfilePath(request.sProfile)}) {
+       {request.sRecipe, request.sSpecification,
+        request.sProfile.empty() ? std::string() : FindProfile(ProfileFor(request.sProfile))}) {
     std::string sBytes;
     Failure ignored;  // What can't be read fails the run itself.
     if (!sFile.empty()) ReadWholeFile(sFile, sBytes, kLargest, ignored);

@@ -11,6 +11,7 @@
 #include "modFiles.h"
 #include "modFrontDoor.h"
 #include "modPaths.h"
+#include "modProfileFile.h"
 #include "modSettings.h"
 #include "modStandardStreams.h"
 #include "modStrings.h"
@@ -207,7 +208,7 @@ bool TakeStandardStreams(ConvertRequest& request, clsLongRun& run) {
 }  // namespace
 
 std::string ProfileFor(const std::string& sName) {
-  if (IsFile(sName) || IsFile(JoinPath(JoinPath(gsDataFolder, "Profiles"), sName + ".txt"))) return sName;
+  if (!FindProfile(sName).empty()) return sName;
   const std::string shipped = ShippedPath("Profiles/" + sName + ".txt");
   return IsFile(shipped) ? shipped : sName;
 }

@@ -6,7 +6,6 @@
 #include "clsRowCutter.h"
 #include "clsRowMeasure.h"
 #include "modColumnLetters.h"
-#include "modFiles.h"
 #include "modProfileFile.h"
 #include "modReportPreview.h"
 #include "modSettings.h"
@@ -20,20 +19,16 @@ namespace {
 bool ReadColumns(std::string_view sProfile, std::vector<ProfileColumn>& columns, std::string& sFault) {
   clsLineReader reader;
   Failure failure;
-  const std::string sPath = IsFile(sProfile) ? std::string(sProfile) : ProfilePath(sProfile);
-  if (!reader.Open(sPath, {.bUnix = false, .pCodePage = SystemCodePage()}, failure)) {
+  const std::string sFound = FindProfile(sProfile);
+  if (!reader.Open(sFound.empty() ? ProfilePath(sProfile) : sFound, {.bUnix = false, .pCodePage = SystemCodePage()},
+                   failure)) {
     sFault = failure.sText;
     return false;
   }
-  for (std::string_view sRow; reader.ReadRow(sRow);) {
-    ProfileFault fault;
-    if (!DecipherLineOfFixedWidthProfile(reader.CodePage().ToUtf8(sRow), columns.emplace_back(), fault)) {
-      fault.nLine = reader.RowNumber();
-      sFault = fault.Text(sProfile);
-      return false;
-    }
-  }
-  return true;
+  ProfileFault fault;
+  for (ProfileColumn column; ReadProfileColumn(reader, column, fault);) columns.push_back(column);
+  sFault = fault.Text(sProfile);
+  return sFault.empty();
 }
 
 std::vector<CellwrightColumn> EngineColumns(const ProfileCut& cut) {

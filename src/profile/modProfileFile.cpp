@@ -1,8 +1,10 @@
 #include "modProfileFile.h"
 
 #include <algorithm>
+#include <limits>
 #include <optional>
 
+#include "modFiles.h"
 #include "modNumbers.h"
 #include "modPaths.h"
 #include "modSettings.h"
@@ -96,12 +98,44 @@ bool DecipherLineOfFixedWidthProfile(std::string_view sLine, ProfileColumn& colu
   return ReadInteger(fields[5], "Position", -1, column.lPosition, fault);
 }
 
+bool ReadProfileColumn(clsLineReader& reader, ProfileColumn& column, ProfileFault& fault) {
+  constexpr int32_t kMost = std::numeric_limits<int16_t>::max();
+  constexpr int32_t kLeast = std::numeric_limits<int16_t>::min();
+  column = {};
+  std::string_view sRow;
+  if (!reader.ReadRow(sRow)) {
+    fault.sExpected = reader.LastFailure().sText;
+    return false;
+  }
+  fault.nLine = reader.RowNumber();
+  if (!DecipherLineOfFixedWidthProfile(reader.CodePage().ToUtf8(sRow), column, fault)) return false;
+  if (fault.nLine > kMost) {
+    fault.sExpected = Translate("a profile has at most 32767 lines");
+    return false;
+  }
+  if (column.lPosition == -1) column.lPosition = static_cast<int32_t>(fault.nLine);
+  if (column.lPosition > kMost || column.lPosition < kLeast) {
+    fault.sExpected = Translate("Position") + " [" + std::to_string(column.lPosition) + "] " +
+                      Translate("is outside -32768 to 32767");
+    return false;
+  }
+  fault.nLine = 0;
+  return true;
+}
+
 bool IsFromOldProfile(std::string_view sLine) {
   return std::count(sLine.begin(), sLine.end(), '\t') < 7;
 }
 
 std::string ProfilePath(std::string_view sName) {
   return JoinPath(JoinPath(gsDataFolder, "Profiles"), std::string(sName) + ".txt");
+}
+
+std::string FindProfile(std::string_view sProfile) {
+  if (IsFile(sProfile)) return std::string(sProfile);
+  std::string sPath = JoinPath(JoinPath(gsDataFolder, "Profiles"), sProfile);
+  if (!UpperText(TrimBlanks(sProfile)).ends_with(".TXT")) sPath += ".TXT";
+  return IsFile(sPath) ? sPath : std::string();
 }
 
 }  // namespace quillon

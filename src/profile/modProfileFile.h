@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "clsLineReader.h"
+
 namespace quillon {
 
 /// Attributes of one column as a line of a profile gives them.
@@ -29,10 +31,17 @@ struct ProfileFault {
 /// large for 32 bits; then fault.sExpected says which, and column is partly filled.
 bool DecipherLineOfFixedWidthProfile(std::string_view sLine, ProfileColumn& column, ProfileFault& fault);
 
+/// The column of the file's next line. One that gives no position gets its own number. False at the end of the file
+/// and, with the fault, where the line or the reading fails, or number or position leave the 16 bits that part of the
+/// engine's interface has for them.
+bool ReadProfileColumn(clsLineReader& reader, ProfileColumn& column, ProfileFault& fault);
+
 /// True if the line holds fewer than seven tabs. The first line of a file decides for all of it.
 bool IsFromOldProfile(std::string_view sLine);
 
 /// Path of the profile of a name: the data folder's Profiles, the name, ".txt".
 std::string ProfilePath(std::string_view sName);
+/// Path of the file that a run means by a path or a name, which may end in ".txt" in either case; "" if there is none.
+std::string FindProfile(std::string_view sProfile);
 
 }  // namespace quillon

@@ -120,6 +120,11 @@ class ShardTest(FleetTest):
         self.assertEqual(again(recipe="r2.rcp")[0], 42)
         self.assertEqual(again("--trim", recipe="r2.rcp")[0], 42)
         self.assertEqual(again("--trim", recipe="r2.rcp")[0], 0)
+        profile = "../home/.config/Brindlemark, Inc/Quillon/Profiles/Stock.txt"
+        for width, made in (("7", 44), ("7", 0), ("6", 44)):
+            self.write(profile, f"1\t{width}\t[32]\tLeft\tNo\t1\t\t\r\n")
+            said = self.convert(*command, "--profile", "stock.TXT", status=0)
+            self.assertIn(f"quillon: {made} file", said, "a profile is found by its file's name, too")
 
     def test_lines_are_json_whatever_the_names_and_texts(self):
         self.convert(*self.arguments("out", "--report", "l.jsonl"))
