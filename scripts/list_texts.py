@@ -32,6 +32,8 @@ def unescape(literals):
 
 
 def worth_showing(text):
+    if text == "?":  # On the buttons that open the manual.
+        return True
     return bool(re.search(r"[A-Za-z]", text)) and text != "TranslateFalse" and not NAMES.fullmatch(text)
 
 

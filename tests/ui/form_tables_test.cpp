@@ -332,13 +332,15 @@ std::string SharedAccessKeys(const clsForm& form) {
   return sShared;
 }
 
-TEST_F(FormTables, NoMenuAndNoFormSharesAnAccessKeyInAnyLanguage) {
+TEST_F(FormTables, NoMenuAndNoFormSharesAnAccessKeyOrLacksATextInAnyLanguage) {
   for (const char* const pLanguage : {"English", "German", "French", "Spanish", "Japanese"}) {
     ResetTranslator();
     const std::string sName = std::string(pLanguage) + "-Quillon.txt";
+    std::string sPhrases;
     if (sName[0] != 'E') {
       std::ifstream in(std::string(QUILLON_SOURCE_DIR) + "/data/Languages/" + sName);
-      folder_.Write(Data("Languages/" + sName), std::string(std::istreambuf_iterator<char>(in), {}));
+      sPhrases.assign(std::istreambuf_iterator<char>(in), {});
+      folder_.Write(Data("Languages/" + sName), sPhrases);
     }
     SaveLanguage(pLanguage);
     InitializeTranslator(host_, nullptr);
@@ -354,6 +356,9 @@ TEST_F(FormTables, NoMenuAndNoFormSharesAnAccessKeyInAnyLanguage) {
       };
       form.Click(pOpens);
     }
+    for (const char* const pOpens : {"cmdEditProfile", "cmdEditRecipe"}) form.Click(pOpens);
+    const std::string sFile = sPhrases.empty() ? "" : folder_.Read(Data("Languages/" + sName));
+    EXPECT_EQ(sFile.substr(sPhrases.size()), "") << pLanguage;
   }
 }
 
