@@ -60,7 +60,8 @@ void clsRunLog::LogAddText(std::string_view sAddString) {
 }
 
 void clsRunLog::LogClear(bool bAddTimeStamp) {
-  sText_ = bAddTimeStamp ? Translate(LogTimeStamp(host_.Now())) : std::string();
+  // The stamp has no translation, and asking for one would add a line to the language file at each run.
+  sText_ = bAddTimeStamp ? LogTimeStamp(host_.Now()) : std::string();
   ForgetWhatIsSaidOnce();
   options_.sErr1.clear();
   options_.sErr2.clear();

@@ -20,12 +20,16 @@ frmTableBuilder::frmTableBuilder(frmExportBuilder& editor) : clsForm("frmTableBu
   Add(ControlKind::Label, "lblReadStartLine", "Text Near Top of Table");
   Add(ControlKind::TextBox, "txtReadStartLine").sText = "KEY TEXT AT TOP";
   Add(ControlKind::Label, "lblReadStartLineOffset", "Line Offset");
-  Add(ControlKind::TextBox, "txtReadStartLineOffset").sText = "0";
+  Add(ControlKind::TextBox, "txtReadStartLineOffset");
   Add(ControlKind::Frame, "frameBottom", "Bottom Boundry");
   Add(ControlKind::Label, "lblReadEndLine", "Text Near Bottom of Table");
   Add(ControlKind::TextBox, "txtReadEndLine").sText = "KEY TEXT AT BOTTOM";
   Add(ControlKind::Label, "lblReadEndLineOffset", "Line Offset");
-  Add(ControlKind::TextBox, "txtReadEndLineOffset").sText = "0";
+  Add(ControlKind::TextBox, "txtReadEndLineOffset");
+  for (const char* const pName : {"txtReadStartLineOffset", "txtReadEndLineOffset"}) {
+    Get(pName).sText = "0";
+    Get(pName).sTag = "TranslateFalse";
+  }
   Add(ControlKind::Label, "lblColumnFields", "Column Fields");
   Add(ControlKind::Label, "lblFields", "0").sTag = "TranslateFalse";
   Add(ControlKind::CommandButton, "cmdAddColumn", "Add Column Field...");
