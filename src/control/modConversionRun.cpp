@@ -1,6 +1,7 @@
 #include "modConversionRun.h"
 
 #include <new>
+#include <unordered_set>
 
 #include "modFileListing.h"
 #include "modFiles.h"
@@ -134,25 +135,40 @@ void clsConversionRun::ConvertBatch(int32_t& lResult) {
   if (!log_each) LogLine("  " + WithoutControls(options_.sInputFile));
 
   std::string folder_made;
+  std::unordered_set<size_t> written;  // Hashes, as a batch may have a million outputs
   for (size_t i = 0; i < files.size(); ++i) {
     if (!NextFileMayBegin(i + 1, files.size(), files[i])) break;
     options_.sInputFile = files[i];
     if (log_each) LogLine("  " + WithoutControls(options_.sInputFile));
-    const std::string input_folder = FolderAndSeparator(files[i]);
-    std::string target = input_folder;
-    if (!options_.bSaveInOriginalFolder) {
-      target = output.TargetFor(input_folder);
-      if (target != folder_made) MakeFolderPath(target);
-      folder_made = target;
-    }
-    options_.sOutputFile = target + BaseNameOfPath(files[i]) + "." + output.sOutputExtension;
+    NameOutput(output, folder_made);
     if (pWindow_ != nullptr) {
       host_.SetStatusPanel(StatusBar::CurrentFile, kPanelCurrent,
                            options_.sInputFile + "   [" + std::to_string(i + 1) + " " + Translate("of") + " " +
                                std::to_string(files.size()) + " " + Translate("files") + "]");
     }
+    // Path texts that differ in case alone name one file.
+    const size_t written_as = std::hash<std::string>()(UpperText(options_.sOutputFile));
+    if (written.contains(written_as)) WarnOfSecondOutput();
     ConvertFile(lResult);
+    if (account_.bOutputWritten) written.insert(written_as);
   }
+}
+
+void clsConversionRun::NameOutput(const BatchOutput& output, std::string& sFolderMade) {
+  const std::string input_folder = FolderAndSeparator(options_.sInputFile);
+  std::string target = input_folder;
+  if (!options_.bSaveInOriginalFolder) {
+    target = output.TargetFor(input_folder);
+    if (target != sFolderMade) MakeFolderPath(target);
+    sFolderMade = target;
+  }
+  options_.sOutputFile = target + BaseNameOfPath(options_.sInputFile) + "." + output.sOutputExtension;
+}
+
+void clsConversionRun::WarnOfSecondOutput() {
+  ReportEntry entry = RunEntry(kOutputTwice, options_.sOutputFile);
+  entry.bShowMessageBox = false;  // It would come for each of many files.
+  host_.Report(entry);
 }
 
 void clsConversionRun::ConvertFile(int32_t& lResult) {

@@ -24,6 +24,8 @@ struct clsRunFields {
   bool bTrimInputTextFilesPadCharacter = true;  ///< What the Profile method looks at
 };
 
+struct BatchOutput;
+
 /// What only a window does for a run. All of it is called in a run with windows alone.
 class clsRunWindow {
  public:
@@ -118,6 +120,9 @@ class clsConversionRun {
   void ConvertSingle(int32_t& lResult);
   void ConvertBatch(int32_t& lResult);
   bool ListFiles(std::vector<std::string>& clnFiles);
+  /// Output of the file in hand; its folder is made unless it is sFolderMade, which it then is.
+  void NameOutput(const BatchOutput& output, std::string& sFolderMade);
+  void WarnOfSecondOutput();
   void ReportRun();
 
   bool AssignProfile();

@@ -33,7 +33,7 @@ constexpr std::string_view kBadInput = "Invalid Input File Specified";
 constexpr std::string_view kBadOutput = "Invalid Output File Specified";
 constexpr std::string_view kBadProfile = "Invalid Profile Specified";
 
-constexpr std::array<RunMessage, 17> kMessages{{
+constexpr std::array<RunMessage, 18> kMessages{{
     {kNoInputFile, EntryType::Error, kBadInput, "Input File", With::Missing},
     {kOutputNeedsWildcard, EntryType::Error, kBadOutput,
      "Output file must have wild card (*) since Input file has a wildcard.", With::Nothing},
@@ -51,6 +51,7 @@ constexpr std::array<RunMessage, 17> kMessages{{
     {kNoFileList, EntryType::Warning, "", "Unable to create file list", With::Nothing},
     {kOutputIsInput, EntryType::Error, kBadOutput, "The output file is the input file itself: ", With::Behind},
     {kNotEnoughMemory, EntryType::Error, "", "Not enough memory to convert: ", With::Behind},
+    {kOutputTwice, EntryType::Warning, "", "The output of another file of this run is replaced: ", With::Behind},
     {kNoExportSpecs, EntryType::Warning, "", "Cannot find Export Specs file: ", With::Behind},
     {kRecipeRunNoInput, EntryType::Error, kBadInput, "Input File", With::Missing},
     {kRecipeRunNoRecipe, EntryType::Error, "Invalid Recipe File Specified", "Recipe File", With::Missing},
@@ -86,6 +87,7 @@ std::string Join(std::string_view sText, With with, std::string_view sSubject) {
 
 std::string FirstLine(const RunMessage& message) {
   if (message.code == kTabsInFile) return CodeLine(message.type, message.code) + " ";
+  if (message.code == kOutputTwice) return CodeLine(message.type, message.code);
   // Counted as a warning, it calls itself an error; so does the list that can't be made.
   std::string line = CodeLine(EntryType::Error, message.code);
   if (message.code == kProfileGeneral || message.code == kProfileEngine) line = Translate("Error");
@@ -107,6 +109,8 @@ std::string ThirdLine(RunCode code, std::string_view sSubject) {
              std::string(kLogIndent) + Translate("does not exist.");
     case kOutputIsInput:
       return Translate("To fix this: Change the output file.");
+    case kOutputTwice:
+      return Translate("To fix this: Convert files of the same name apart, or rename one of them.");
     case kTabsInFile:
       return Translate("To specify the tab stop, change the options.");
     default:

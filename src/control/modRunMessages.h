@@ -24,6 +24,7 @@ enum RunCode : int32_t {
   kNoFileList = -1001,
   kOutputIsInput = -1002,
   kNotEnoughMemory = -1003,
+  kOutputTwice = -1004,
   kNoExportSpecs = -2001,
   kRecipeRunNoInput = -2002,
   kRecipeRunNoRecipe = -2003,

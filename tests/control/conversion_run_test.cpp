@@ -198,6 +198,15 @@ TEST_F(ConversionRun, GoesOnBehindAFileThatFailed) {
             "Processing:\r\nErrors: 0    Warnings: 0\r\nConversion Complete. Total Time: 0.0 seconds");
 }
 
+TEST_F(ConversionRun, TellsWhenAFileReplacesTheOutputOfAnother) {
+  for (const char* const pName : {"in/a.prt", "in/a.txt", "in/b.txt"}) folder.Write(pName, "abcd");
+  EXPECT_EQ(Go("C:\\in\\*.*", "C:\\ou\\*.csv"), 0);
+  EXPECT_EQ(log.lWarningCount, 1);
+  EXPECT_NE(log.txtLog().find("  C:\\in\\a.txt\r\n!!!!!!!!!! Warning [-1004]\r\n    The output of another file of "
+                              "this run is replaced: C:\\ou\\a.csv\r\n"),
+            std::string::npos);
+}
+
 TEST_F(ConversionRun, NeverWritesOverItsInput) {
   folder.Write("in/a.csv", "abcd\n");
   ASSERT_EQ(link(folder.Path("in/a.csv").c_str(), folder.Path("in/b.csv").c_str()), 0);
