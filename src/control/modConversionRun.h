@@ -111,6 +111,7 @@ class clsConversionRun {
   int32_t CheckInputAndOutput();
   int32_t CheckOutputType();
   int32_t CheckPeriodReports(const clsRecipe& recipe);
+  void NameLongRun(clsRecipe& recipe, std::string_view sOutputFile, const std::vector<std::string>& inputs);
 
   void ConvertByMethod(int32_t& lResult);
   void RunLongRecipe(std::string_view sOutputFile, const std::vector<std::string>& inputs, int32_t& lResult);

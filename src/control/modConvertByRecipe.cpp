@@ -10,6 +10,7 @@
 #include "modExcelLink.h"
 #include "modExportRun.h"
 #include "modFiles.h"
+#include "modPaths.h"
 #include "modRecipeMessages.h"
 #include "modSettings.h"
 #include "modTranslator.h"
@@ -86,13 +87,7 @@ void clsConversionRun::RunLongRecipe(std::string_view sOutputFile, const std::ve
   }
   // A box has told which key it was; without an error the output would be emptied and the run call itself done.
   if (context.recipe.SpecsFailure().Failed()) ReportRecipe(host_, -5503, {context.recipe.ExportSpecFileName});
-  for (size_t i = 0; i < inputs.size(); ++i) {
-    CollectionItemSet(host_, context.recipe.InputFileName, static_cast<int>(i) + 1, inputs[i]);
-  }
-  gsOutputFile = sOutputFile.empty() ? context.recipe.OutputFileName : std::string(sOutputFile);
-  gsInputFile = context.recipe.InputFileNameOf(1);
-  options_.sInputFile = gsInputFile;
-  options_.sOutputFile = gsOutputFile;
+  NameLongRun(context.recipe, sOutputFile, inputs);
   // A section that could not be read is reported and the others run; with no section there is nothing to run.
   const bool bRuns = log_.lErrorCount == errors || !context.recipe.ExportSpecs.SectionSequenceCollection.empty();
   lResult = bRuns ? CheckOutputType() : options_.lErr;
@@ -101,7 +96,22 @@ void clsConversionRun::RunLongRecipe(std::string_view sOutputFile, const std::ve
     if (!input.empty()) context.Watch(input);
     if (lResult == 0 && IsSameFile(input, gsOutputFile)) lResult = Refuse(kOutputIsInput, gsOutputFile);
   }
-  if (lResult == 0) RunRecipe(context, OutputFormatOfPath(gsOutputFile));
+  if (lResult != 0) return;
+  MakeFolderPath(ParentFolderOfPath(gsOutputFile));
+  RunRecipe(context, OutputFormatOfPath(gsOutputFile));
+}
+
+/// The recipe's own files, those of the call in the place of its first ones.
+void clsConversionRun::NameLongRun(clsRecipe& recipe, std::string_view sOutputFile,
+                                   const std::vector<std::string>& inputs) {
+  for (std::string& sInput : recipe.InputFileName) ExpandFolderTokens(sInput);
+  for (size_t i = 0; i < inputs.size(); ++i) {
+    CollectionItemSet(host_, recipe.InputFileName, static_cast<int>(i) + 1, inputs[i]);
+  }
+  gsOutputFile = sOutputFile.empty() ? ExpandedPath(recipe.OutputFileName) : std::string(sOutputFile);
+  gsInputFile = recipe.InputFileNameOf(1);
+  options_.sInputFile = gsInputFile;
+  options_.sOutputFile = gsOutputFile;
 }
 
 // A report that isn't there would leave an output without its rows in the place of a good one.
