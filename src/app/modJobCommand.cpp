@@ -2,8 +2,10 @@
 
 #include <array>
 
+#include "clsIniFile.h"
 #include "clsLineReader.h"
 #include "clsLongRun.h"
+#include "modFiles.h"
 #include "modFrontDoor.h"
 #include "modPaths.h"
 #include "modSettings.h"
@@ -60,6 +62,16 @@ void TellWhatIsIgnored(const O& options, clsLongRun& run) {
   }
 }
 
+/// Says what keeps a file that is there from being a job: it would be run as one that names no input.
+bool IsJob(const std::string& sJobFile, clsLongRun& run) {
+  if (!IsFile(sJobFile)) return true;  // The run tells of it.
+  clsIniFile file(SystemCodePage());
+  Failure failure;
+  if (file.Load(sJobFile, failure) && file.HasSection(kJobSection)) return true;
+  run.Say(failure.Failed() ? failure.sText : sJobFile + ": no conversion job, as it has no section [QLN]");
+  return false;
+}
+
 /// A misspelt key would be passed over without a word.
 void TellUnknownKeys(const std::string& sJobFile, clsLongRun& run) {
   std::vector<std::string> rows;
@@ -83,6 +95,7 @@ void TellUnknownKeys(const std::string& sJobFile, clsLongRun& run) {
 int JobCommand(const JobRequest& request, const TalkRequest& talk) {
   clsLongRun run(talk);
   O& options = gConversionOptions;
+  if (!IsJob(ExpandedPath(request.sJobFile), run)) return run.Refused();
   options.sCLBatchJobFile = request.sJobFile;
   RunExtras extras = run.Extras();
   extras.jobAccepted = [&run, &options] {

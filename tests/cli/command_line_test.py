@@ -115,7 +115,8 @@ class CommandLineTest(unittest.TestCase):
                 ("quillon convert in.txt -o out.pdf --markup", "Error [-4]"),
                 ("quillon convert in.txt -o a.xlsx.d/out.csv.xls --markup", "ending of another kind"),
                 ("quillon convert in.txt -o 'o*/x*.csv' --markup", 'one "*" at most'),
-                ("quillon job none.QLN", "Error [-100]"), ("quillon juggle", "juggle is no command"), ("quillon -x", ""),
+                ("quillon job none.QLN", "Error [-100]"), ("quillon job in.txt", "no conversion job"),
+                ("quillon juggle", "juggle is no command"), ("quillon -x", ""),
                 (f"quillon {self.world.work}/in.txt", "in.txt is no command")]:
             out, err, status = self.world.run(line)
             self.assertEqual((out, status), ("", 2), line)
