@@ -191,7 +191,10 @@ clsTableRun::Step clsTableRun::CheckColumns() {
   if (pCsv_ == nullptr) return Step::Next;
   csvRows_.emplace(context_, columns, table_.lDelimitationChar, Reader().CodePage(), *pCsv_);
   if (csvRows_->HasSeparator()) return Step::Next;
-  EndWalk(context_, "The separator is no character code from 1 to 255", std::to_string(table_.lDelimitationChar));
+  // No row of any table can be written, so the old output stays.
+  context_.account.failure = OwnFailure(gsOutputFile, Translate("The separator is no character code from 1 to 255") +
+                                                          ": " + std::to_string(table_.lDelimitationChar));
+  context_.account.sWalkEnded = context_.account.failure.sText;
   return Step::Died;
 }
 
