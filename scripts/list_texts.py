@@ -4,7 +4,7 @@
     scripts/list_texts.py                    all keys, sorted
     scripts/list_texts.py --missing FILE     the keys that a language file lacks
 
-Keys are the English texts of the sources: what stands in Translate("..."), in the tables of messages (modXMessages),
+Keys are the English texts of the sources: what stands in Translate("...") and EndWalk(context, "..."), in the tables of messages (modXMessages),
 and in the captions, tool tips and lists of the forms.
 """
 
@@ -15,7 +15,7 @@ import sys
 SOURCES = pathlib.Path(__file__).resolve().parent.parent / "src"
 LITERAL = r'"(?:[^"\\\n]|\\.)*"'
 LITERALS = re.compile(rf"{LITERAL}(?:\s*{LITERAL})*")
-TRANSLATED = re.compile(rf"Translate\(\s*({LITERAL}(?:\s*{LITERAL})*)\s*\)")
+TRANSLATED = re.compile(rf"(?:Translate\(|EndWalk\(context_?,)\s*({LITERAL}(?:\s*{LITERAL})*)\s*[,)]")
 # Names of controls, files, keys and sections, which nobody reads.
 NAMES = re.compile(
     r"Example\d-.*|(cmd|cb|txt|lbl|rb|frame|Frame|mnu|pic|key|Key|sb|tb|ts|fg|lst|ob|frm)[A-Z0-9]\w*"
