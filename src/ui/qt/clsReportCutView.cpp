@@ -50,25 +50,8 @@ class clsReportCutView::clsCells : public QAbstractTableModel {
 
 clsReportCutView::clsReportCutView(clsCutSource& source, QWidget* pParent) : QWidget(pParent), cut_(source) {
   pCanvas_ = new clsReportCanvas(cut_);
-  pCells_ = new clsCells(cut_, this);
-  pGrid_ = new QTableView;
-  pGrid_->setObjectName("gridCells");
-  pGrid_->setModel(pCells_);
-  pGrid_->setFont(pCanvas_->font());
-  pGrid_->setAlternatingRowColors(true);
-  pGrid_->setSelectionBehavior(QAbstractItemView::SelectRows);
-  pGrid_->setTabKeyNavigation(false);
-  constexpr int kRowsMeasured = 30;
-  pGrid_->horizontalHeader()->setResizeContentsPrecision(kRowsMeasured);
-  pGrid_->verticalHeader()->setDefaultSectionSize(QFontMetrics(pGrid_->font()).height() + 4);
-  pWorkOut_ = MakeButton("cmdWorkOut", Translate("Work it out"), [this] {
-    cut_.WorkOut();
-    // Enter and Escape are to mean the proposal now, not the dialog.
-    if (cut_.HasProposal()) pCanvas_->setFocus();
-  });
-  pTake_ = MakeButton("cmdTakeCut", Translate("Take it"), [this] { cut_.TakeProposal(); });
-  pDrop_ = MakeButton("cmdDropCut", Translate("Drop it"), [this] { cut_.DropProposal(); });
-  pFurther_ = MakeButton("cmdLookFurther", Translate("Look further"), [this] { cut_.LookFurther(); });
+  MakeGrid();
+  MakeButtons();
   pNotes_ = new QLabel;
   pNotes_->setObjectName("lblCutNotes");
   pNotes_->setWordWrap(true);
@@ -76,20 +59,7 @@ clsReportCutView::clsReportCutView(clsCutSource& source, QWidget* pParent) : QWi
   pHint_ = new QLabel;
   pHint_->setObjectName("lblCutHint");
   pHint_->setWordWrap(true);
-
-  auto* const pButtons = new QHBoxLayout;
-  for (QPushButton* const pButton : {pWorkOut_, pTake_, pDrop_, pFurther_}) pButtons->addWidget(pButton);
-  pButtons->addWidget(pHint_, 1);
-  auto* const pSplitter = new QSplitter(Qt::Vertical);
-  pSplitter->addWidget(pCanvas_);
-  pSplitter->addWidget(pGrid_);
-  pSplitter->setStretchFactor(0, 3);
-  pSplitter->setStretchFactor(1, 1);
-  auto* const pAll = new QVBoxLayout(this);
-  pAll->setContentsMargins(0, 0, 0, 0);
-  pAll->addLayout(pButtons);
-  pAll->addWidget(pSplitter, 1);
-  pAll->addWidget(pNotes_);
+  LayOut();
 
   cut_.onChange = [this] { Show(); };
   timer_.setSingleShot(true);
@@ -103,10 +73,51 @@ clsReportCutView::clsReportCutView(clsCutSource& source, QWidget* pParent) : QWi
   pCanvas_->onRedo = [this] {
     if (onRedo) onRedo();
   };
+  Show();
+}
+
+void clsReportCutView::MakeGrid() {
+  pCells_ = new clsCells(cut_, this);
+  pGrid_ = new QTableView;
+  pGrid_->setObjectName("gridCells");
+  pGrid_->setModel(pCells_);
+  pGrid_->setFont(pCanvas_->font());
+  pGrid_->setAlternatingRowColors(true);
+  pGrid_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  pGrid_->setTabKeyNavigation(false);
+  constexpr int kRowsMeasured = 30;
+  pGrid_->horizontalHeader()->setResizeContentsPrecision(kRowsMeasured);
+  pGrid_->verticalHeader()->setDefaultSectionSize(QFontMetrics(pGrid_->font()).height() + 4);
   connect(pGrid_, &QTableView::clicked, this, [this](const QModelIndex& index) {
     pCanvas_->ScrollToLine(cut_.Picture().cells[static_cast<size_t>(index.row())].lLine);
   });
-  Show();
+}
+
+void clsReportCutView::MakeButtons() {
+  pWorkOut_ = MakeButton("cmdWorkOut", Translate("Work it out"), [this] {
+    cut_.WorkOut();
+    // Enter and Escape are to mean the proposal now, not the dialog.
+    if (cut_.HasProposal()) pCanvas_->setFocus();
+  });
+  pTake_ = MakeButton("cmdTakeCut", Translate("Take it"), [this] { cut_.TakeProposal(); });
+  pDrop_ = MakeButton("cmdDropCut", Translate("Drop it"), [this] { cut_.DropProposal(); });
+  pFurther_ = MakeButton("cmdLookFurther", Translate("Look further"), [this] { cut_.LookFurther(); });
+}
+
+void clsReportCutView::LayOut() {
+  auto* const pButtons = new QHBoxLayout;
+  for (QPushButton* const pButton : {pWorkOut_, pTake_, pDrop_, pFurther_}) pButtons->addWidget(pButton);
+  pButtons->addWidget(pHint_, 1);
+  auto* const pSplitter = new QSplitter(Qt::Vertical);
+  pSplitter->addWidget(pCanvas_);
+  pSplitter->addWidget(pGrid_);
+  pSplitter->setStretchFactor(0, 3);
+  pSplitter->setStretchFactor(1, 1);
+  auto* const pAll = new QVBoxLayout(this);
+  pAll->setContentsMargins(0, 0, 0, 0);
+  pAll->addLayout(pButtons);
+  pAll->addWidget(pSplitter, 1);
+  pAll->addWidget(pNotes_);
 }
 
 QPushButton* clsReportCutView::MakeButton(const char* pName, std::string_view sCaption, std::function<void()> onClick) {

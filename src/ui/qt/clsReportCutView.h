@@ -42,6 +42,9 @@ class clsReportCutView : public QWidget {
   void Show();
   QString NotesText() const;
   QString HintText() const;
+  void MakeGrid();
+  void MakeButtons();
+  void LayOut();
   QPushButton* MakeButton(const char* pName, std::string_view sCaption, std::function<void()> onClick);
 
   clsReportCut cut_;

@@ -77,11 +77,7 @@ clsReportCutView* MakePreview(frmExportBuilder& form, QPlainTextEdit* pEditor, Q
   return pView;
 }
 
-}  // namespace
-
-void LayoutRecipeEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
-  auto& form = static_cast<frmExportBuilder&>(anyForm);
-  auto* const pAll = new QVBoxLayout(&dialog);
+QPlainTextEdit* MakeEditor(frmExportBuilder& form) {
   auto* const pEditor = new QPlainTextEdit;
   pEditor->setObjectName("txtFileEditor");
   pEditor->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
@@ -91,13 +87,62 @@ void LayoutRecipeEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
   QObject::connect(pEditor, &QPlainTextEdit::textChanged, pEditor, [&form, pEditor] {
     form.TypeText("txtFileEditor", FromQt(TextOf(*pEditor).replace("\n", "\r\n")));
   });
+  return pEditor;
+}
+
+void ShowState(frmExportBuilder& form, QPlainTextEdit* pEditor, clsReportCutView* pPreview) {
+  clsControl& text = form.Get("txtFileEditor");
+  const QSignalBlocker quiet(pEditor);
+  ShowEditorText(*pEditor, ToQt(text.sText).replace("\r\n", "\n"), !form.bDirty);
+  pPreview->UpdateSoon();
+  if (text.lSelStart < 0) return;
+  ShowCaret(*pEditor, text);
+  text.lSelStart = -1;
+}
+
+constexpr int kPreviewHeight = 420;
+int PreviewHeight(const QCheckBox* pShowPreview) {
+  return pShowPreview->isChecked() ? kPreviewHeight : 0;
+}
+
+/// The dialog gets the editor's own place, and the preview's height below it.
+void Place(const frmExportBuilder& form, int nPreviewHeight, QDialog& dialog) {
+  constexpr int kFrame = 40;
+  const QRect screen = dialog.screen()->availableGeometry();
+  const auto nMinWidth = static_cast<int>(frmExportBuilder::kMinWidth / kTwipsPerPixel);
+  const int nHeight = static_cast<int>(form.placement.Height / kTwipsPerPixel) + nPreviewHeight;
+  dialog.setMinimumWidth(nMinWidth);
+  dialog.resize(std::max(static_cast<int>(form.placement.Width / kTwipsPerPixel), nMinWidth),
+                std::min(nHeight, screen.height() - kFrame));
+  const QPoint place(static_cast<int>(form.placement.Left / kTwipsPerPixel),
+                     static_cast<int>(form.placement.Top / kTwipsPerPixel));
+  // It stays whole on the screen, as far as the place lets it.
+  const int nLowest = std::max(screen.top(), screen.bottom() - kFrame - dialog.height());
+  if (dialog.screen()->virtualGeometry().contains(place)) dialog.move(place.x(), std::min(place.y(), nLowest));
+  if (form.placement.lWindowState == 2) dialog.setWindowState(Qt::WindowMaximized);
+}
+
+void KeepPlace(const QDialog& dialog, int nPreviewHeight, frmExportBuilder& form) {
+  form.placement.lWindowState = dialog.isMaximized() ? 2 : 0;
+  form.placement.Left = dialog.x() * kTwipsPerPixel;
+  form.placement.Top = dialog.y() * kTwipsPerPixel;
+  form.placement.Width = dialog.width() * kTwipsPerPixel;
+  form.placement.Height = (dialog.height() - nPreviewHeight) * kTwipsPerPixel;
+  form.SaveIniFile();
+}
+
+}  // namespace
+
+void LayoutRecipeEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
+  auto& form = static_cast<frmExportBuilder&>(anyForm);
+  auto* const pAll = new QVBoxLayout(&dialog);
+  QPlainTextEdit* const pEditor = MakeEditor(form);
   auto* const pButtons = new QVBoxLayout(b.As<QGroupBox>("frameButtons"));
   for (const char* const pName : {"cmdNew", "cmdLoadFile", "cmdSave", "cmdSaveAs", "cmdSaveAndClose", "cmdAddTable",
                                   "cmdClose", "cmdCancel", "cmdHelp"}) {
     pButtons->addWidget(b.Widget(pName));
   }
   pButtons->addStretch();
-  auto* const pRow = new QHBoxLayout;
   auto* const pSplitter = new QSplitter(Qt::Vertical);
   pSplitter->addWidget(pEditor);
   clsReportCutView* const pPreview = MakePreview(form, pEditor, dialog);
@@ -106,47 +151,20 @@ void LayoutRecipeEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
   pSplitter->setStretchFactor(0, 1);
   pSplitter->setStretchFactor(1, 2);
   QCheckBox* const pShowPreview = MakePreviewBox();
+  auto* const pRow = new QHBoxLayout;
   pRow->addWidget(pSplitter, 1);
   pRow->addWidget(b.Widget("frameButtons"));
   pAll->addLayout(pRow, 1);
   pAll->addWidget(pShowPreview);
   pAll->addWidget(b.Widget("StatusBar1", 1));
-  b.onState = [&form, pEditor, pPreview] {
-    clsControl& text = form.Get("txtFileEditor");
-    const QSignalBlocker quiet(pEditor);
-    ShowEditorText(*pEditor, ToQt(text.sText).replace("\r\n", "\n"), !form.bDirty);
-    pPreview->UpdateSoon();
-    if (text.lSelStart < 0) return;
-    ShowCaret(*pEditor, text);
-    text.lSelStart = -1;
-  };
-  // The preview stands below the editor's own height, and goes with it.
-  constexpr int kPreviewHeight = 420;
-  constexpr int kFrame = 40;
-  const auto shown = [pShowPreview] { return pShowPreview->isChecked() ? kPreviewHeight : 0; };
-  const QRect screen = dialog.screen()->availableGeometry();
-  const int nHeight = static_cast<int>(form.placement.Height / kTwipsPerPixel) + shown();
-  dialog.resize(static_cast<int>(std::max(form.placement.Width, frmExportBuilder::kMinWidth) / kTwipsPerPixel),
-                std::min(nHeight, screen.height() - kFrame));
-  dialog.setMinimumWidth(static_cast<int>(frmExportBuilder::kMinWidth / kTwipsPerPixel));
+  b.onState = [&form, pEditor, pPreview] { ShowState(form, pEditor, pPreview); };
+  Place(form, PreviewHeight(pShowPreview), dialog);
   QObject::connect(pShowPreview, &QCheckBox::toggled, &dialog, [&dialog, pPreview](bool bShown) {
     pPreview->setVisible(bShown);
     dialog.resize(dialog.width(), dialog.height() + (bShown ? kPreviewHeight : -kPreviewHeight));
   });
-  const QPoint place(static_cast<int>(form.placement.Left / kTwipsPerPixel),
-                     static_cast<int>(form.placement.Top / kTwipsPerPixel));
-  // It stays whole on the screen, as far as the place lets it.
-  const int nLowest = std::max(screen.top(), screen.bottom() - kFrame - dialog.height());
-  if (dialog.screen()->virtualGeometry().contains(place)) dialog.move(place.x(), std::min(place.y(), nLowest));
-  if (form.placement.lWindowState == 2) dialog.setWindowState(Qt::WindowMaximized);
-  QObject::connect(&dialog, &QDialog::finished, &dialog, [&form, &dialog, shown] {
-    form.placement.lWindowState = dialog.isMaximized() ? 2 : 0;
-    form.placement.Left = dialog.x() * kTwipsPerPixel;
-    form.placement.Top = dialog.y() * kTwipsPerPixel;
-    form.placement.Width = dialog.width() * kTwipsPerPixel;
-    form.placement.Height = (dialog.height() - shown()) * kTwipsPerPixel;
-    form.SaveIniFile();
-  });
+  QObject::connect(&dialog, &QDialog::finished, &dialog,
+                   [&form, &dialog, pShowPreview] { KeepPlace(dialog, PreviewHeight(pShowPreview), form); });
 }
 
 }  // namespace quillon
