@@ -200,7 +200,11 @@ void frmExportBuilder::cmdSaveAs_Click() {
                                         MessageIcon::Question, MessageButtons::YesNo) == MessageAnswer::Yes;
   }
   sLastRecipeFileName = sChosen;
-  if (bWrite && Save()) Get("StatusBar1", 1).sText = sChosen;
+  if (bWrite) {
+    // What could not be written is still asked about on closing.
+    if (!Save()) return;
+    Get("StatusBar1", 1).sText = sChosen;
+  }
   bDirty = false;
 }
 

@@ -78,6 +78,10 @@ TEST_F(RecipeForms, ACancelledSaveAsChangesNothingAndAChosenNameStays) {
   EXPECT_EQ(host_.messages.back().sText, "Overwrite existing file: " + folder_.Path("r.rcp"));
   EXPECT_EQ(editor_.Get("StatusBar1", 1).sText, folder_.Path("new.rcp")) << "shown only once it is written";
   EXPECT_FALSE(editor_.bDirty);
+  editor_.TypeText("txtFileEditor", "d");
+  screen_.files = {folder_.Path("no folder/r.rcp")};
+  editor_.Click("cmdSaveAs");
+  EXPECT_TRUE(editor_.bDirty) << "what could not be written is asked about";
 }
 
 TEST_F(RecipeForms, CloseAsksAboutAChangedTextAndCancelDoesNot) {
