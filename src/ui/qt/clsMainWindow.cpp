@@ -21,7 +21,7 @@ namespace quillon {
 
 namespace {
 
-constexpr double kTwipsPerPixel = 15;
+constexpr int kTitleBar = 36;          ///< Pixels that the frame around a window may take
 constexpr int kOpenScreenMargin = 40;  ///< Pixels of a window that must be on a screen for it to be reached
 
 }  // namespace
@@ -34,14 +34,20 @@ void clsMainWindow::ApplyPlacement() {
   const WindowPlacement& p = frame_.placement;
   QRect place(static_cast<int>(p.Left / kTwipsPerPixel), static_cast<int>(p.Top / kTwipsPerPixel),
               static_cast<int>(p.Width / kTwipsPerPixel), static_cast<int>(p.Height / kTwipsPerPixel));
+  const auto room = [](const QScreen* pScreen) { return pScreen->availableGeometry().adjusted(0, 0, 0, -kTitleBar); };
   bool bReachable = false;
+  QRect screen = room(QApplication::primaryScreen());
   for (const QScreen* const pScreen : QApplication::screens()) {
-    const QRect shared = pScreen->availableGeometry().intersected(place);
-    bReachable = bReachable || (shared.width() > kOpenScreenMargin && shared.height() > kOpenScreenMargin);
+    const QRect shared = room(pScreen).intersected(place);
+    if (shared.width() <= kOpenScreenMargin || shared.height() <= kOpenScreenMargin) continue;
+    screen = room(pScreen);
+    bReachable = true;
   }
-  const QRect screen = QApplication::primaryScreen()->availableGeometry();
   if (!bReachable) place.moveTopLeft(screen.topLeft());
   place.setSize(place.size().boundedTo(screen.size()));
+  // Below the screen's edge nobody would see what is going on.
+  if (place.bottom() > screen.bottom()) place.moveBottom(screen.bottom());
+  if (place.right() > screen.right()) place.moveRight(screen.right());
   // The place is that of the frame around the window, title bar included.
   move(place.topLeft());
   resize(place.size());

@@ -5,6 +5,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QStatusBar>
 #include <QSyntaxHighlighter>
 #include <QToolBar>
@@ -89,7 +90,13 @@ clsMainWindow::clsMainWindow(clsQtHost& host, frmMainMDI& frame, frmMain& form, 
   pColumn->addWidget(MakeStep2());
   pColumn->addWidget(MakeStep3());
   pColumn->addWidget(MakeLog(), 1);
-  setCentralWidget(pCentral);
+  // A screen that is smaller than the steps shows them through a window that scrolls.
+  auto* const pScroll = new QScrollArea;
+  pScroll->setFrameShape(QFrame::NoFrame);
+  pScroll->setFocusPolicy(Qt::NoFocus);
+  pScroll->setWidgetResizable(true);
+  pScroll->setWidget(pCentral);
+  setCentralWidget(pScroll);
   MakeToolBar();
   MakeIcons();
   MakeStatusBars();
