@@ -16,6 +16,9 @@ namespace quillon {
 QString ToQt(std::string_view sText);
 std::string FromQt(const QString& sText);
 
+/// Places and sizes of the models are in twips, 1440 to the inch; the toolkit's pixels are 96 to the inch.
+constexpr double kTwipsPerPixel = 15;
+
 /// Draws the controls of one form and forwards their events: a widget for each control by its kind, made once, and one
 /// operation that shows the form's whole state. It knows no rule of any form.
 class clsFormBinder : public clsFormView {

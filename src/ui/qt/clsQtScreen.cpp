@@ -123,7 +123,6 @@ std::string clsQtScreen::AskFont(std::string_view sFontName) {
 }
 
 WindowPlacement clsQtScreen::MainPlacement() {
-  constexpr double kTwipsPerPixel = 15;
   WindowPlacement placement;
   if (pMainWindow_ == nullptr) return placement;
   placement.Left = pMainWindow_->x() * kTwipsPerPixel;

@@ -1,5 +1,6 @@
 #include "modDialogLayouts.h"
 
+#include <QFontDatabase>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -12,6 +13,7 @@
 #include <map>
 
 #include "frmLanguage.h"
+#include "frmTextDisplay.h"
 
 namespace quillon {
 
@@ -187,7 +189,7 @@ void LayoutAddField(clsForm&, clsFormBinder& b, QDialog& dialog) {
   pAll->addWidget(b.Widget("obSingleDataField"));
   pAll->addWidget(b.Widget("Option1"));
   pAll->addLayout(Buttons(b, {"cmdOK", "cmdCancel"}));
-  constexpr int kMoved = 27;  // 400 twips
+  constexpr int kMoved = static_cast<int>(400 / kTwipsPerPixel);
   if (dialog.parentWidget() != nullptr) dialog.move(dialog.parentWidget()->pos() + QPoint(kMoved, kMoved));
 }
 
@@ -199,6 +201,18 @@ void LayoutChooseText(clsForm&, clsFormBinder& b, QDialog& dialog) {
   dialog.setMinimumWidth(320);
 }
 
+void LayoutTextDisplay(clsForm&, clsFormBinder& b, QDialog& dialog) {
+  auto* const pAll = new QVBoxLayout(&dialog);
+  b.Widget("lstData")->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  pAll->addWidget(b.Widget("lstData"));
+  pAll->addLayout(Buttons(b, {"cmdClose"}));
+  dialog.resize(kNoteWidth * 2, kNoteWidth);
+  if (dialog.parentWidget() == nullptr) return;
+  const QPoint moved(static_cast<int>(frmTextDisplay::kRightOfMain / kTwipsPerPixel),
+                     static_cast<int>(frmTextDisplay::kBelowMain / kTwipsPerPixel));
+  dialog.move(dialog.parentWidget()->pos() + moved);
+}
+
 void LayoutColumn(clsForm& form, clsFormBinder& b, QDialog& dialog) {
   auto* const pAll = new QVBoxLayout(&dialog);
   for (const auto& pControl : form.Controls()) pAll->addWidget(b.Widget(pControl->sName, pControl->nIndex));
@@ -207,14 +221,12 @@ void LayoutColumn(clsForm& form, clsFormBinder& b, QDialog& dialog) {
 }  // namespace
 
 void LayoutDialog(clsForm& form, clsFormBinder& binder, QDialog& dialog, clsHost&) {
-  static const std::map<std::string, Layout> layouts{{"frmQLNOptions", LayoutOptions},
-                                                     {"frmGettingStarted", LayoutGettingStarted},
-                                                     {"frmLanguage", LayoutLanguage},
-                                                     {"frmTableBuilder", LayoutTableBuilder},
-                                                     {"frmAddField", LayoutAddField},
-                                                     {"frmChooseText", LayoutChooseText},
-                                                     {"frmSpecifyFixedWidthText", LayoutProfileEditor},
-                                                     {"frmExportBuilder", LayoutRecipeEditor}};
+  static const std::map<std::string, Layout> layouts{
+      {"frmQLNOptions", LayoutOptions},        {"frmGettingStarted", LayoutGettingStarted},
+      {"frmLanguage", LayoutLanguage},         {"frmTableBuilder", LayoutTableBuilder},
+      {"frmAddField", LayoutAddField},         {"frmChooseText", LayoutChooseText},
+      {"frmTextDisplay", LayoutTextDisplay},   {"frmSpecifyFixedWidthText", LayoutProfileEditor},
+      {"frmExportBuilder", LayoutRecipeEditor}};
   const auto found = layouts.find(form.sFormName);
   (found == layouts.end() ? LayoutColumn : found->second)(form, binder, dialog);
 }

@@ -11,8 +11,6 @@
 
 namespace quillon {
 
-constexpr double kTwipsPerPixel = 15;
-
 /// The pane with a source of its own, which goes with the dialog, after its children.
 template <typename Source, typename Form>
 clsReportCutView* MakeCutView(Form& form, QDialog& dialog) {
