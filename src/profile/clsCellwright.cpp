@@ -29,6 +29,12 @@ int64_t ReplacedBy(const clsLineReader&) {
   return 0;
 }
 
+std::string WordsFor(EngineResult result) {
+  const auto itMessage = std::find_if(kEngineMessages.begin(), kEngineMessages.end(),
+                                      [result](const EngineMessage& message) { return message.result == result; });
+  return itMessage != kEngineMessages.end() ? Translate(itMessage->sText) : std::string();
+}
+
 }  // namespace
 
 CellwrightColumn* clsCellwright::Column(int32_t lColumn) {
@@ -39,9 +45,8 @@ CellwrightColumn* clsCellwright::Column(int32_t lColumn) {
 }
 
 EngineResult clsCellwright::Fail(EngineResult result, std::string_view sAbout) {
-  for (const EngineMessage& message : kEngineMessages) {
-    if (message.result == result) sError_ = Translate(message.sText) + ": " + std::string(sAbout);
-  }
+  sError_ = WordsFor(result);
+  if (!sAbout.empty()) sError_.append(": ").append(sAbout);
   return result;
 }
 
@@ -69,10 +74,7 @@ EngineResult clsCellwright::Check() {
       return Fail(EngineResult::OutputType, options_.sOutputFile);
   }
   if (!ParseStartCell(options_.sStartCell, start_)) {
-    for (const EngineMessage& message : kEngineMessages) {
-      if (message.result == EngineResult::StartCell) account_.sNote = Translate(message.sText);
-    }
-    account_.sNote += ": [" + options_.sStartCell + "]";
+    account_.sNote = WordsFor(EngineResult::StartCell) + ": [" + options_.sStartCell + "]";
   }
   return EngineResult::Done;
 }
