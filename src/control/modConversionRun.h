@@ -106,6 +106,7 @@ class clsConversionRun {
 
   int32_t RefuseUnread(int32_t lErrorsBefore);
   int32_t Refuse(RunCode code, std::string_view sSubject = {});
+  void RefuseAndExplain(RunCode code, std::string_view sSubject, std::string sWhy);
   int32_t LoadJobFile();
   int32_t MakeLogFolder();
   int32_t CheckInputAndOutput();

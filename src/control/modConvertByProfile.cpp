@@ -37,11 +37,15 @@ bool clsConversionRun::AssignProfile() {
   if (status == kProfileMissing) {
     Refuse(kProfileNotFound, gsDataFolder + "\\Profiles\\" + profile + ".txt");
   } else {
-    ReportEntry entry = RunEntry(kProfileFormat, profile + ".txt");
-    if (extras_.bSayMore) entry.sErr3 = fault.Text(profile);
-    host_.Report(entry);
+    RefuseAndExplain(kProfileFormat, profile + ".txt", fault.Text(profile));
   }
   return false;
+}
+
+void clsConversionRun::RefuseAndExplain(RunCode code, std::string_view sSubject, std::string sWhy) {
+  ReportEntry entry = RunEntry(code, sSubject);
+  if (extras_.bSayMore) entry.sErr3 = std::move(sWhy);
+  host_.Report(entry);
 }
 
 void clsConversionRun::ConvertByProfile(int32_t& lResult) {
@@ -80,7 +84,7 @@ void clsConversionRun::ReportEngineStatus(int32_t lQuotesResult) {
     GetErrorString(lQuotesResult, text.data(), static_cast<int32_t>(text.size()) - 1);
     Refuse(kProfileEngine, text.data());
   }
-  if (options_.lErr == kEngineRefusedByAttributes) Refuse(kProfileGeneral);
+  if (options_.lErr == kEngineRefusedByAttributes) RefuseAndExplain(kProfileGeneral, {}, Cellwright().LastError());
 }
 
 void clsConversionRun::SayWhatWasReplaced() {
