@@ -132,6 +132,9 @@ void clsLongRun::FileDone(const FileOutcome& outcome) {
     Say(sReason);
     log.LogAddEntryHelper(std::string(kLogIndent) + sReason);
   }
+  if (outcome.account.bOutputWritten) {
+    for (const std::string& sName : outcome.account.namesRefused) Note(sName);
+  }
   if (talk_.bVerbose) SayAccount(outcome);
   nLogSeen_ = log.txtLog().size();
 }

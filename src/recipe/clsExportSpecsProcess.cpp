@@ -21,8 +21,9 @@ std::string PeriodText(const clsRecipe& recipe) {
 void NameSheets(RecipeContext& context) {
   const std::string sBehind = " (P" + PeriodText(context.recipe) + ")";
   const auto name = [&](int nSheet, const std::string& sName) {
-    Failure ignored;
-    if (!TrimBlanks(sName).empty()) context.pWorkbook->SetSheetName(nSheet, sName + sBehind, ignored);
+    Failure failure;
+    if (TrimBlanks(sName).empty() || context.pWorkbook->SetSheetName(nSheet, sName + sBehind, failure)) return;
+    context.account.namesRefused.push_back(failure.sText);
   };
   if (context.pWorkbook == nullptr) return;
   name(1, context.recipe.Sheet1Name);

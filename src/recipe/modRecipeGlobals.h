@@ -79,6 +79,7 @@ struct FileAccount {
   bool bFailureTold = false;  ///< -5006 was reported; the run log drops all others anyhow
   /// Why the walk of sections ended where no report tells it; "" if it did not.
   std::string sWalkEnded;
+  std::vector<std::string> namesRefused;  ///< Names of the recipe that no sheet got, each with the reason
   std::vector<TableAccount> tables;
 };
 

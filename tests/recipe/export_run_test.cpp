@@ -79,6 +79,7 @@ TEST_F(ExportRun, StacksTablesAndTitlesAndCountsTheLines) {
   EXPECT_EQ(Sheet(), "|Top//|Low/10||TOP/11||/" + std::string(26, '|') + "1/" + std::string(26, '|') + "2");
   EXPECT_EQ(workbook.Sheet(2), "Two");
   EXPECT_EQ(workbook.names, (std::vector<std::string>{"Ledger (P1)", "Sheet2"})) << "a refused name is left out";
+  EXPECT_EQ(account.namesRefused.size(), 1U);
   EXPECT_EQ(workbook.sFont, "Courier New");
   const clsTable& second = recipe.ExportSpecs.TablesCollection[1];
   EXPECT_EQ(second.WriteTableTopRow, 6);
