@@ -57,6 +57,13 @@ void clsXlsExistingWorkbook::Assemble() {
   if (bChanged_) MarkFormulas();
   clsXlsStrings strings;
   clsXlsFormats formats = globals_.Formats();
+  std::vector<clsXlsCellTable> tables = MergeTouched(strings);
+  AddAll(strings, tables);
+  globals_.Formats() = std::move(formats);
+}
+
+/// The cell tables of all sheets, those of untouched ones empty.
+std::vector<clsXlsCellTable> clsXlsExistingWorkbook::MergeTouched(clsXlsStrings& strings) {
   clsXlsCellWriter writer(strings, globals_.Formats(), options_.typing);
   writer.SetBase(globals_.Is1904(), globals_.Strings().Count());
   std::vector<clsXlsCellTable> tables;
@@ -66,7 +73,11 @@ void clsXlsExistingWorkbook::Assemble() {
     if (sheet->bTouched) sheet->existing->Merge(sheet->written, globals_.Formats().DefaultXf(), writer, tables.back());
   }
   nRefused_ = writer.RefusedFormulas();
+  return tables;
+}
 
+/// Globals, then the sheets in the order of the old stream, with what stands between them.
+void clsXlsExistingWorkbook::AddAll(const clsXlsStrings& strings, std::vector<clsXlsCellTable>& tables) {
   std::vector<size_t> boundSheets;
   AddPiece(globals_.Rebuild(strings, boundSheets));
   std::string& sGlobals = made_.front();
@@ -85,7 +96,6 @@ void clsXlsExistingWorkbook::Assemble() {
     nDone = sheets_[nSheet]->nEnd;
   }
   AddPiece(nDone, sStream_.size());
-  globals_.Formats() = std::move(formats);
 }
 
 void clsXlsExistingWorkbook::AddTouched(Sheet& sheet, clsXlsCellTable& table) {

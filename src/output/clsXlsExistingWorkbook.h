@@ -51,6 +51,8 @@ class clsXlsExistingWorkbook : public clsWorkbook {
   void MarkFormulas();
   void SelectActive();
   void Assemble();
+  std::vector<clsXlsCellTable> MergeTouched(clsXlsStrings& strings);
+  void AddAll(const clsXlsStrings& strings, std::vector<clsXlsCellTable>& tables);
   void AddTouched(Sheet& sheet, clsXlsCellTable& table);
   void AddUntouched(const Sheet& sheet, size_t nStart, size_t nOffset);
   void AddPiece(size_t nFrom, size_t nTo);

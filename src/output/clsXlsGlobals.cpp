@@ -63,14 +63,17 @@ bool clsXlsGlobals::Note(const XlsRecord& record, OutputMessage& reason) {
       b1904_ = GetU16(record.sData, 0) != 0;
       return true;
     case xls::kWindow1:
-      if (nWindow1_ != 0) return true;
-      nWindow1_ = record.nOffset;
-      nActive_ = GetU16(record.sData, kActiveTab) + 1;
-      bHidden_ = (GetU16(record.sData, kWindowFlags) & kHidden) != 0;
+      if (nWindow1_ == 0) NoteWindow(record);
       return true;
     default:
       return true;
   }
+}
+
+void clsXlsGlobals::NoteWindow(const XlsRecord& record) {
+  nWindow1_ = record.nOffset;
+  nActive_ = GetU16(record.sData, kActiveTab) + 1;
+  bHidden_ = (GetU16(record.sData, kWindowFlags) & kHidden) != 0;
 }
 
 bool clsXlsGlobals::NoteSheet(const XlsRecord& record) {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "clsXlsFormats.h"
-#include "clsXlsStrings.h"
+#include "clsXlsStringTable.h"
 #include "modOutputMessages.h"
 #include "modXlsRecords.h"
 
@@ -46,6 +46,7 @@ class clsXlsGlobals {
  private:
   bool Note(const XlsRecord& record, OutputMessage& reason);
   bool NoteSheet(const XlsRecord& record);
+  void NoteWindow(const XlsRecord& record);
   void PutChanged(const XlsRecord& record, std::vector<size_t>& boundSheets, std::string& sOut) const;
   void PutBoundSheet(const XlsRecord& record, size_t nSheet, std::string& sOut) const;
   void PutXfCrc(const XlsRecord& record, std::string& sOut) const;

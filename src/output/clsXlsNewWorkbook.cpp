@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "clsXlsStringTable.h"
 #include "clsXlsWorkbook.h"
 #include "modCompoundFile.h"
 #include "modOutputMessages.h"

@@ -86,27 +86,28 @@ bool clsXlsxSaver::MergeSheets(Failure& failure) {
 bool clsXlsxSaver::MergeSheet(XlsxSheet& sheet, const WorkbookSheet& entry, clsCellWriter& writer, Failure& failure) {
   const auto nPart = book_.package.Find(entry.sPart);
   if (!nPart) return true;
-  auto pNew = std::make_unique<NewPart>();
-  clsDeflater deflater(pNew->spool);
-  clsXmlScanner scanner = book_.package.Scan(*nPart);
-  clsSheetMerger merger(scanner, sheet.edit, sheet.facts, writer, renames_,
-                        [&deflater](std::string_view sBytes) { deflater.Write(sBytes); });
-  if (!merger.Run()) {
+  return MakePart(*nPart, failure, [&](clsDeflater& deflater) {
+    clsXmlScanner scanner = book_.package.Scan(*nPart);
+    clsSheetMerger merger(scanner, sheet.edit, sheet.facts, writer, renames_,
+                          [&deflater](std::string_view sBytes) { deflater.Write(sBytes); });
+    if (merger.Run()) return true;
     failure = book_.package.Damaged(entry.sPart);
     return false;
-  }
-  deflater.Close(true);
-  pNew->nCrc = deflater.Crc();
-  pNew->nSize = deflater.Size();
-  failure = pNew->spool.LastFailure();
-  newParts_[*nPart] = std::move(pNew);
-  return !failure.Failed();
+  });
 }
 
 bool clsXlsxSaver::SetPart(size_t nPart, std::string_view sBytes, Failure& failure) {
+  return MakePart(nPart, failure, [sBytes](clsDeflater& deflater) {
+    deflater.Write(sBytes);
+    return true;
+  });
+}
+
+/// Takes what fill puts into the packer as the part's new content; fill gives False with the failure.
+bool clsXlsxSaver::MakePart(size_t nPart, Failure& failure, const std::function<bool(clsDeflater&)>& fill) {
   auto pNew = std::make_unique<NewPart>();
   clsDeflater deflater(pNew->spool);
-  deflater.Write(sBytes);
+  if (!fill(deflater)) return false;
   deflater.Close(true);
   pNew->nCrc = deflater.Crc();
   pNew->nSize = deflater.Size();
@@ -115,8 +116,7 @@ bool clsXlsxSaver::SetPart(size_t nPart, std::string_view sBytes, Failure& failu
   return !failure.Failed();
 }
 
-/// Other sheets, charts, pivot caches, controls: what speaks of a sheet or column by its old name. A part that isn't
-/// well-formed is none that a spreadsheet finds names in.
+/// Other sheets, charts, pivot caches, controls: what speaks of a sheet or column by its old name.
 bool clsXlsxSaver::FollowRenames(Failure& failure) {
   if (renames_.Empty()) return true;
   bool bChanged = false;
@@ -130,25 +130,24 @@ bool clsXlsxSaver::FollowRenames(Failure& failure) {
   for (size_t nPart = 0; nPart < book_.package.Parts().size(); ++nPart) {
     if (nPart == book_.workbook.nPart || !MaySpeakOfSheets(book_.package.Parts()[nPart].sName, book_.workbook.sName))
       continue;
-    if (newParts_.contains(nPart)) continue;
-    clsXmlScanner look = book_.package.Scan(nPart);
-    if (!CopyWithRenames(
-            look, renames_, [](std::string_view) {}, bChanged) ||
-        !bChanged)
-      continue;
-    auto pNew = std::make_unique<NewPart>();
-    clsDeflater deflater(pNew->spool);
-    clsXmlScanner scanner = book_.package.Scan(nPart);
-    CopyWithRenames(
-        scanner, renames_, [&](std::string_view sBytes) { deflater.Write(sBytes); }, bChanged);
-    deflater.Close(true);
-    pNew->nCrc = deflater.Crc();
-    pNew->nSize = deflater.Size();
-    failure = pNew->spool.LastFailure();
-    if (failure.Failed()) return false;
-    newParts_[nPart] = std::move(pNew);
+    if (!newParts_.contains(nPart) && !FollowRenamesIn(nPart, failure)) return false;
   }
   return true;
+}
+
+/// A part that isn't well-formed is none that a spreadsheet finds names in.
+bool clsXlsxSaver::FollowRenamesIn(size_t nPart, Failure& failure) {
+  bool bChanged = false;
+  clsXmlScanner look = book_.package.Scan(nPart);
+  const bool bSound = CopyWithRenames(
+      look, renames_, [](std::string_view) {}, bChanged);
+  if (!bSound || !bChanged) return true;
+  return MakePart(nPart, failure, [&](clsDeflater& deflater) {
+    clsXmlScanner scanner = book_.package.Scan(nPart);
+    CopyWithRenames(
+        scanner, renames_, [&deflater](std::string_view sBytes) { deflater.Write(sBytes); }, bChanged);
+    return true;
+  });
 }
 
 bool clsXlsxSaver::ChangeLists(Failure& failure) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -16,6 +17,7 @@
 
 namespace quillon {
 
+class clsDeflater;
 class clsOutputFile;
 
 /// A sheet that the run has touched or looked into.
@@ -58,10 +60,12 @@ class clsXlsxSaver {
   bool MergeSheets(Failure& failure);
   bool MergeSheet(XlsxSheet& sheet, const WorkbookSheet& entry, clsCellWriter& writer, Failure& failure);
   bool FollowRenames(Failure& failure);
+  bool FollowRenamesIn(size_t nPart, Failure& failure);
   bool ChangeLists(Failure& failure);
   bool DropCalculationChain(Failure& failure);
   bool DropFromPart(size_t nPart, const std::function<bool(const clsXmlScanner&)>& bDrop, Failure& failure);
   bool SetPart(size_t nPart, std::string_view sBytes, Failure& failure);
+  bool MakePart(size_t nPart, Failure& failure, const std::function<bool(clsDeflater&)>& fill);
   bool WritePackage(std::string_view sPath, Failure& failure);
   bool CopyPacked(size_t nPart, clsOutputFile& file, Failure& failure);
   std::vector<size_t> PartOrder() const;

@@ -79,28 +79,12 @@ bool clsXlsxStyles::Load(std::string sBytes) {
   clsXmlScanner scanner(sBytes_);
   while (scanner.Next() != XmlToken::End) {
     if (scanner.Token() == XmlToken::Failed) return false;
-    const auto nStart = static_cast<size_t>(scanner.Offset());
-    const size_t nEnd = nStart + scanner.Raw().size();
-    const bool bEnd = scanner.Token() == XmlToken::EndTag;
-    if (!scanner.IsOpening() && !bEnd) continue;
-    Place* pPlace = nullptr;
-    if (scanner.Depth() == 1 && scanner.IsMain("styleSheet")) pPlace = &root_;
-    if (scanner.Depth() == 2 && scanner.IsMain("numFmts")) pPlace = &codesPlace_;
-    if (scanner.Depth() == 2 && scanner.IsMain("cellXfs")) pPlace = &formatsPlace_;
-    if (pPlace != nullptr) {
-      if (!bEnd) *pPlace = {nStart, nEnd, nEnd, true, scanner.Token() == XmlToken::EmptyTag, 0};
-      if (bEnd) pPlace->nClose = nStart;
-      if (pPlace == &root_) sPrefix_ = scanner.Prefix();
-    } else if (scanner.IsOpening() && scanner.Depth() == 3 && scanner.IsMain("numFmt") && codesPlace_.bFound &&
-               codesPlace_.nClose == codesPlace_.nEnd) {
-      const uint32_t nId = NumberOf(scanner.AttributeText("numFmtId"));
-      std::string sCode = scanner.AttributeText("formatCode");
-      idOfCode_.emplace(sCode, nId);
-      codes_.insert_or_assign(nId, std::move(sCode));
-      if (nId < UINT32_MAX / 2) nNextId_ = std::max(nNextId_, nId + 1);
-      ++codesPlace_.nItems;
-    } else if (scanner.IsOpening() && scanner.Depth() == 3 && scanner.IsMain("xf") && formatsPlace_.bFound &&
-               formatsPlace_.nClose == formatsPlace_.nEnd) {
+    if (Place* const pPlace = PlaceOf(scanner); pPlace != nullptr) {
+      NotePlace(scanner, *pPlace);
+    } else if (scanner.IsOpening() && scanner.Depth() == 3 && scanner.IsMain("numFmt") && codesPlace_.IsOpen()) {
+      TakeCode(scanner);
+    } else if (scanner.IsOpening() && scanner.Depth() == 3 && scanner.IsMain("xf") && formatsPlace_.IsOpen()) {
+      const auto nStart = static_cast<size_t>(scanner.Offset());
       const uint32_t nId = NumberOf(scanner.AttributeText("numFmtId"));
       if (!scanner.SkipElement()) return false;
       const auto nBehind = static_cast<size_t>(scanner.Offset()) + scanner.Raw().size();
@@ -108,6 +92,34 @@ bool clsXlsxStyles::Load(std::string sBytes) {
     }
   }
   return root_.bFound && !root_.bEmpty;
+}
+
+/// What the tag in hand begins or ends; null for all else.
+clsXlsxStyles::Place* clsXlsxStyles::PlaceOf(const clsXmlScanner& scanner) {
+  if (!scanner.IsOpening() && scanner.Token() != XmlToken::EndTag) return nullptr;
+  if (scanner.Depth() == 1 && scanner.IsMain("styleSheet")) return &root_;
+  if (scanner.Depth() == 2 && scanner.IsMain("numFmts")) return &codesPlace_;
+  return scanner.Depth() == 2 && scanner.IsMain("cellXfs") ? &formatsPlace_ : nullptr;
+}
+
+void clsXlsxStyles::NotePlace(const clsXmlScanner& scanner, Place& place) {
+  const auto nStart = static_cast<size_t>(scanner.Offset());
+  const size_t nEnd = nStart + scanner.Raw().size();
+  if (scanner.Token() == XmlToken::EndTag) {
+    place.nClose = nStart;
+  } else {
+    place = {nStart, nEnd, nEnd, true, scanner.Token() == XmlToken::EmptyTag, 0};
+  }
+  if (&place == &root_) sPrefix_ = scanner.Prefix();
+}
+
+void clsXlsxStyles::TakeCode(const clsXmlScanner& scanner) {
+  const uint32_t nId = NumberOf(scanner.AttributeText("numFmtId"));
+  std::string sCode = scanner.AttributeText("formatCode");
+  idOfCode_.emplace(sCode, nId);
+  codes_.insert_or_assign(nId, std::move(sCode));
+  if (nId < UINT32_MAX / 2) nNextId_ = std::max(nNextId_, nId + 1);
+  ++codesPlace_.nItems;
 }
 
 bool clsXlsxStyles::TakeFormat(std::string sXf, uint32_t nFormatId) {

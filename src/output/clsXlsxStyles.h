@@ -8,6 +8,8 @@
 
 namespace quillon {
 
+class clsXmlScanner;
+
 /// What a cell's number format makes of its value.
 enum class FormatKind : uint8_t { General, Text, Number, Percent, Date, Time, DateTime };
 
@@ -38,7 +40,11 @@ class clsXlsxStyles {
     bool bFound = false;
     bool bEmpty = false;
     size_t nItems = 0;
+    bool IsOpen() const { return bFound && nClose == nEnd; }  ///< Its end tag was not seen yet
   };
+  Place* PlaceOf(const clsXmlScanner& scanner);
+  void NotePlace(const clsXmlScanner& scanner, Place& place);
+  void TakeCode(const clsXmlScanner& scanner);
   uint32_t FormatId(std::string_view sCode);
   bool TakeFormat(std::string sXf, uint32_t nFormatId);
   void AppendList(const Place& place, size_t nNew, std::string_view sNew, std::string& sOut) const;

@@ -1,5 +1,6 @@
 #include "modXlsShown.h"
 
+#include "clsXlsStringTable.h"
 #include "modSheetValues.h"
 #include "modXlsFormula.h"
 #include "modXlsText.h"

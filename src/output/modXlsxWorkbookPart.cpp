@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "clsSheetCursor.h"
 #include "clsXmlCopier.h"
@@ -36,6 +37,33 @@ void TakeSheet(const clsXmlScanner& scanner, const clsXlsxPackage& package, Work
   if (pTarget == nullptr || pTarget->bExternal || !package.Find(pTarget->sTarget)) return;
   sheet.sPart = pTarget->sTarget;
   sheet.bWorksheet = pTarget->sType == "worksheet";
+}
+
+/// Finds the part, with its bytes and relationships.
+bool LoadWorkbookPart(const clsXlsxPackage& package, WorkbookPart& workbook, Failure& failure) {
+  std::vector<Relationship> roots;
+  if (!package.ReadRelationships("", roots, failure)) return false;
+  for (const Relationship& root : roots)
+    if (root.sType == "officeDocument" && !root.bExternal && workbook.sName.empty()) workbook.sName = root.sTarget;
+  const auto nPart = package.Find(workbook.sName);
+  if (!nPart || !package.Find("[Content_Types].xml")) {
+    failure = OutputFailure(package.Path(), OutputMessage::NotAWorkbook);
+    return false;
+  }
+  workbook.nPart = *nPart;
+  return package.ReadAll(*nPart, workbook.sBytes, failure) &&
+         package.ReadRelationships(workbook.sName, workbook.relationships, failure);
+}
+
+/// Takes what is known of an element from its start tag.
+void TakeElement(const clsXmlScanner& scanner, const clsXlsxPackage& package, bool& bViewSeen, WorkbookPart& workbook) {
+  if (scanner.Depth() == 2 && scanner.IsMain("workbookPr"))
+    workbook.b1904 = IsTrue(scanner.Attribute("date1904").value_or("0"));
+  if (scanner.Depth() == 2 && scanner.IsMain("calcPr")) workbook.bHasCalculation = true;
+  if (scanner.Depth() == 3 && scanner.IsMain("sheet")) TakeSheet(scanner, package, workbook);
+  if (scanner.Depth() != 3 || !scanner.IsMain("workbookView") || std::exchange(bViewSeen, true)) return;
+  workbook.nActive = ParseIndex(scanner.Attribute("activeTab").value_or("0")).value_or(0);
+  workbook.bHidden = scanner.Attribute("visibility").value_or("visible") != "visible";
 }
 
 /// Copies the part's tokens, changed by the edit.
@@ -109,19 +137,7 @@ std::string WorkbookPart::TargetOf(std::string_view sType) const {
 }
 
 bool ReadWorkbookPart(const clsXlsxPackage& package, WorkbookPart& workbook, Failure& failure) {
-  std::vector<Relationship> roots;
-  if (!package.ReadRelationships("", roots, failure)) return false;
-  for (const Relationship& root : roots)
-    if (root.sType == "officeDocument" && !root.bExternal && workbook.sName.empty()) workbook.sName = root.sTarget;
-  const auto nPart = package.Find(workbook.sName);
-  if (!nPart || !package.Find("[Content_Types].xml")) {
-    failure = OutputFailure(package.Path(), OutputMessage::NotAWorkbook);
-    return false;
-  }
-  workbook.nPart = *nPart;
-  if (!package.ReadAll(*nPart, workbook.sBytes, failure) ||
-      !package.ReadRelationships(workbook.sName, workbook.relationships, failure))
-    return false;
+  if (!LoadWorkbookPart(package, workbook, failure)) return false;
   clsXmlScanner scanner(workbook.sBytes);
   bool bViewSeen = false;
   while (scanner.Next() != XmlToken::End) {
@@ -131,16 +147,7 @@ bool ReadWorkbookPart(const clsXlsxPackage& package, WorkbookPart& workbook, Fai
       failure = bOther ? OutputFailure(package.Path(), OutputMessage::NotAWorkbook) : package.Damaged(workbook.sName);
       return false;
     }
-    if (!scanner.IsOpening()) continue;
-    if (scanner.Depth() == 2 && scanner.IsMain("workbookPr"))
-      workbook.b1904 = IsTrue(scanner.Attribute("date1904").value_or("0"));
-    if (scanner.Depth() == 2 && scanner.IsMain("calcPr")) workbook.bHasCalculation = true;
-    if (scanner.Depth() == 3 && scanner.IsMain("sheet")) TakeSheet(scanner, package, workbook);
-    if (scanner.Depth() == 3 && scanner.IsMain("workbookView") && !bViewSeen) {
-      workbook.nActive = ParseIndex(scanner.Attribute("activeTab").value_or("0")).value_or(0);
-      workbook.bHidden = scanner.Attribute("visibility").value_or("visible") != "visible";
-      bViewSeen = true;
-    }
+    if (scanner.IsOpening()) TakeElement(scanner, package, bViewSeen, workbook);
   }
   if (workbook.nActive >= workbook.sheets.size()) workbook.nActive = 0;
   if (workbook.sheets.empty()) failure = package.Damaged(workbook.sName);

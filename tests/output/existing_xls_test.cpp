@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "clsTempFolder.h"
-#include "clsXlsStrings.h"
+#include "clsXlsStringTable.h"
 #include "clsXlsWorkbook.h"
 #include "modCompoundFile.h"
 #include "modXlsLayout.h"

@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "clsXlsCellTable.h"
-#include "clsXlsStrings.h"
+#include "clsXlsStringTable.h"
 #include "modXlsBytes.h"
 #include "modXlsFormula.h"
 #include "modXlsRecords.h"
