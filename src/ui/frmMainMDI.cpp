@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "modFormTranslation.h"
 #include "modSettings.h"
 #include "modWindowPlacement.h"
 
@@ -20,6 +21,10 @@ frmMainMDI::frmMainMDI() : clsForm("frmMainMDI") {
     for (int i = 1; i <= kPanels; ++i) Add(ControlKind::Panel, pBar, {}, i);
   }
   bFirstTimeUser = StoreGet("Settings", "bFirstTimeUser", "TRUE") != "FALSE";
+}
+
+void frmMainMDI::MDIForm_Load(clsScreen& screen) {
+  TranslateForm(*this, screen);
 }
 
 void frmMainMDI::ReadIniFile() {

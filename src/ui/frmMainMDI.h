@@ -16,6 +16,7 @@ class frmMainMDI : public clsForm {
   bool bFirstTimeUser = false;
   WindowPlacement placement;  ///< What the view shows and keeps up to date
 
+  void MDIForm_Load(clsScreen& screen);
   void ReadIniFile();
   /// Leaves the place of the normal state alone when the window isn't in it. bUnattended: writes nothing.
   void SaveIniFile(bool bUnattended);

@@ -344,6 +344,9 @@ TEST_F(FormTables, NoMenuAndNoFormSharesAnAccessKeyOrLacksATextInAnyLanguage) {
     }
     SaveLanguage(pLanguage);
     InitializeTranslator(host_, nullptr);
+    frmMainMDI frame;
+    frame.MDIForm_Load(screen_);
+    EXPECT_EQ(frame.sCaption, Translate("Quillon - Text to Excel/CSV File Conversion"));
     frmMain form(host_, screen_, gConversionOptions, log_, fields_);
     bool bFirst = false;
     form.Form_Load(bFirst);

@@ -99,6 +99,7 @@ void Desktop::StartMainWindow(const std::string& sJobFile) {
   QWidget banner;
   ShowBanner(banner);
   host.Wait(200);
+  frame.MDIForm_Load(screen);
   frame.ReadIniFile();
   pForm = std::make_unique<frmMain>(host, screen, gConversionOptions, log, fields);
   pWindow = std::make_unique<clsMainWindow>(host, frame, *pForm, log);
