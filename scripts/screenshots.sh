@@ -197,6 +197,7 @@ if want please-wait; then
   build/bin/quillon-gui 2>/dev/null &
   program=$!
   banner=$(window '^Quillon$')
+  sleep 0.1  # until it is painted
   import -window "$banner" "$folder/please-wait.png"
   optipng -quiet "$folder/please-wait.png"
   close
