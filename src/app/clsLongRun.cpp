@@ -1,14 +1,13 @@
 #include "clsLongRun.h"
 
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <algorithm>
-#include <csignal>
 
 #include "MainModule.h"
 #include "clsIniFile.h"
 #include "clsRecipe.h"
-#include "modFiles.h"
 #include "modFrontDoor.h"
 #include "modNumbers.h"
 #include "modParseCommandLine.h"
@@ -54,12 +53,11 @@ clsLongRun::clsLongRun(const TalkRequest& talk)
     : host(talk.bQuiet ? clsConsoleHost::Voice::ErrorsOnly : clsConsoleHost::Voice::AllEntries),
       log(host, gConversionOptions),
       talk_(talk) {
-  std::signal(SIGPIPE, SIG_IGN);  // A reader of standard output that goes away is an ordinary failure.
   host.AttachLog(log);
   ResetConversionOptions();
   SetPathsForReading();
-  // The engine's work files need a place even where there is no home.
-  if (!FolderExists(gsAppDataFolder)) gsAppDataFolder = privateFolder.PathOf("");
+  // The engine's work files need a place even where there is no home, or one that only can be read.
+  if (access(HostPath(gsAppDataFolder).c_str(), W_OK) != 0) gsAppDataFolder = privateFolder.PathOf("");
   // A language is used if the desktop program chose one; none is chosen here.
   if (!GetLanguage().empty()) InitializeTranslator(host, {});
   gbCommandLineMode = true;

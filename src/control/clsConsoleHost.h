@@ -68,7 +68,7 @@ class clsConsoleHost : public clsHost {
 };
 
 /// From here on SIGINT and SIGTERM end the run after the row in hand, with no half-written output. A second signal of
-/// the same kind ends the process at once.
+/// the same kind ends the process at once. A reader that goes away (SIGPIPE) is an ordinary failure of writing.
 void CatchInterrupts();
 /// The signal that came, or 0.
 int InterruptSignal();
