@@ -133,6 +133,10 @@ void clsLongRun::FileDone(const FileOutcome& outcome) {
   if (outcome.account.bOutputWritten) {
     for (const std::string& sName : outcome.account.namesRefused) Note(sName);
   }
+  const bool bReadAsUtf16 = gConversionOptions.lConversionMethod == kMethodProfile && gConversionOptions.bIsUnicode;
+  if (!bReadAsUtf16 && HasUtf16Mark(gConversionOptions.sInputFile)) {
+    Note(Printed(gConversionOptions.sInputFile) + kUtf16Note);
+  }
   if (talk_.bVerbose) SayAccount(outcome);
   nLogSeen_ = log.txtLog().size();
 }

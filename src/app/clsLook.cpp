@@ -42,9 +42,12 @@ bool clsLook::TakeInput() {
     Say(failure.sText);
     return false;
   }
-  if (IsFile(preview.sInput)) return true;
-  Say(preview.sInput + ": no such file");
-  return false;
+  if (!IsFile(preview.sInput)) {
+    Say(preview.sInput + ": no such file");
+    return false;
+  }
+  if (HasUtf16Mark(preview.sInput)) Say("note: " + WithoutControls(preview.sInput) + kUtf16Note);
+  return true;
 }
 
 bool clsLook::OpenRecipe() {
