@@ -8,6 +8,7 @@
 #include "MainModule.h"
 #include "clsIniFile.h"
 #include "clsRecipe.h"
+#include "modFiles.h"
 #include "modFrontDoor.h"
 #include "modNumbers.h"
 #include "modParseCommandLine.h"
