@@ -70,7 +70,10 @@ clsSheetCursor::Event clsSheetCursor::Look(const clsXmlScanner& scanner) {
     return Event::SheetData;
   }
   if (nDepth == 3 && bInData_ && scanner.IsMain("row")) return LookAtRow(scanner);
-  if (nDepth == 4 && bInRow_ && scanner.IsMain("c")) return LookAtCell(scanner);
+  if (nDepth != 4 || !bInRow_) return Event::None;
+  if (scanner.IsMain("c")) return LookAtCell(scanner);
+  // What else a row holds stands behind its cells.
+  nColumn_ = kMaxSheetColumns;
   return Event::None;
 }
 

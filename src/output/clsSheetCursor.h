@@ -33,7 +33,7 @@ void Include(CellRange& range, const CellRange& other);
 std::optional<uint32_t> ParseIndex(std::string_view sText);
 
 /// Where a scan of a sheet part stands: knows rows and cells, numbered or not, and refuses those out of order, given
-/// twice or beyond the sheet, which a spreadsheet would have to repair.
+/// twice, beyond the sheet or behind what else a row holds, which a spreadsheet would have to repair.
 class clsSheetCursor {
  public:
   enum class Event : uint8_t {

@@ -155,6 +155,7 @@ TEST_F(HostileXlsx, a_damaged_sheet_fails_every_write_and_leaves_the_file) {
                                   Sheet("<row r=\"1\"><c r=\"B1\"/><c r=\"A1\"/></row>"),
                                   Sheet("<row r=\"1\"><c r=\"A1\"/><c r=\"A1\"/></row>"),
                                   Sheet("<row r=\"1\"><c r=\"A2\"/></row>"),
+                                  Sheet("<row r=\"1\"><c xmlns=\"urn:other\" r=\"A1\"/><c r=\"B1\"/></row>"),
                                   Sheet("<row r=\"1\"><c r=\"XFE1\"/></row>"),
                                   Sheet("<row r=\"1\"><c r=\"A1\"></row>"),
                                   Sheet("<row r=1/>"),
