@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "clsWorkbook.h"
+#include "clsCellRanges.h"
 #include "clsXmlScanner.h"
 
 namespace quillon {
@@ -18,16 +18,6 @@ std::optional<CellPlace> ParseCellPlace(std::string_view sText);
 /// "A1:C9" or "B5".
 std::optional<CellRange> ParseCellRange(std::string_view sText);
 std::string CellRangeText(const CellRange& range);
-inline bool Contains(const CellRange& range, int64_t nRow, int64_t nColumn) {
-  return nRow >= range.nTop && nRow <= range.nBottom && nColumn >= range.nLeft && nColumn <= range.nRight;
-}
-inline bool Covers(const CellRange& outer, const CellRange& inner) {
-  return outer.nTop <= inner.nTop && outer.nBottom >= inner.nBottom && outer.nLeft <= inner.nLeft &&
-         outer.nRight >= inner.nRight;
-}
-inline bool Meet(const CellRange& a, const CellRange& b) {
-  return a.nTop <= b.nBottom && b.nTop <= a.nBottom && a.nLeft <= b.nRight && b.nLeft <= a.nRight;
-}
 void Include(CellRange& range, const CellRange& other);
 /// Whole number of an attribute; nothing if it is none.
 std::optional<uint32_t> ParseIndex(std::string_view sText);

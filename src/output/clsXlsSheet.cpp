@@ -42,18 +42,6 @@ CellRange RangeOf(std::string_view sData) {
   return {GetU16(sData, 0) + 1, GetU8(sData, 4) + 1, GetU16(sData, 2) + 1, GetU8(sData, 5) + 1};
 }
 
-bool Contains(const CellRange& range, int64_t nRow, int64_t nColumn) {
-  return nRow >= range.nTop && nRow <= range.nBottom && nColumn >= range.nLeft && nColumn <= range.nRight;
-}
-
-bool Overlap(const CellRange& a, const CellRange& b) {
-  return a.nTop <= b.nBottom && b.nTop <= a.nBottom && a.nLeft <= b.nRight && b.nLeft <= a.nRight;
-}
-
-bool Covers(const CellRange& outer, const CellRange& inner) {
-  return Contains(outer, inner.nTop, inner.nLeft) && Contains(outer, inner.nBottom, inner.nRight);
-}
-
 }  // namespace
 
 int64_t XlsFormulaTarget(std::string_view sFormulaData) {
@@ -82,7 +70,7 @@ bool clsXlsSheet::Scan() {
   cells_.clear();
   rows_.clear();
   shared_.clear();
-  arrays_.clear();
+  arrays_.Clear();
   loose_.clear();
   maybeLoose_.clear();
   nTableStart_ = nTableEnd_ = kNone;
@@ -205,7 +193,7 @@ void clsXlsSheet::NoteAttached(const XlsRecord& record) {
   cells_.back().nEnd = static_cast<uint32_t>(record.End());
   if (record.nId == xls::kArray || record.nId == xls::kTable) {
     const CellRange range = RangeOf(record.sData);
-    if (range.nTop != range.nBottom || range.nLeft != range.nRight) arrays_.push_back(range);
+    if (range.nTop != range.nBottom || range.nLeft != range.nRight) arrays_.Add(range);
   } else if (record.nId == xls::kShrFmla) {
     const int64_t nTarget = XlsFormulaTarget(sStream_.substr(cells_.back().nOffset + 4, 27));
     if (nTarget >= 0) shared_.push_back({cells_.back().nKey, static_cast<uint32_t>(nTarget), record.nOffset});
@@ -217,6 +205,7 @@ void clsXlsSheet::SortAll() {
   if (!std::is_sorted(cells_.begin(), cells_.end(), bBefore)) std::stable_sort(cells_.begin(), cells_.end(), bBefore);
   std::stable_sort(rows_.begin(), rows_.end(), [](const Row& a, const Row& b) { return a.nRow < b.nRow; });
   std::stable_sort(loose_.begin(), loose_.end(), [](const Loose& a, const Loose& b) { return a.nRow < b.nRow; });
+  arrays_.Sort();
 }
 
 const XlsCell* clsXlsSheet::Find(uint32_t nRow, unsigned nColumn) const {
@@ -238,14 +227,12 @@ CellRange clsXlsSheet::UsedRange() const {
 }
 
 bool clsXlsSheet::IsPartOfArray(int64_t nRow, int nColumn) const {
-  return std::any_of(arrays_.begin(), arrays_.end(),
-                     [=](const CellRange& range) { return Contains(range, nRow, nColumn); });
+  return arrays_.At(nRow, nColumn) != nullptr;
 }
 
 bool clsXlsSheet::Clear(const CellRange& range) {
-  for (const CellRange& array : arrays_)
-    if (Overlap(range, array) && !Covers(range, array)) return false;
-  std::erase_if(arrays_, [&range](const CellRange& array) { return Covers(range, array); });
+  if (arrays_.AreCutBy(range)) return false;
+  arrays_.DropCovered(range);
   cleared_.push_back(range);
   return true;
 }

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "clsCellRanges.h"
 #include "clsCellStore.h"
 #include "clsWorkbook.h"
 #include "clsXlsCellTable.h"
@@ -98,7 +99,8 @@ class clsXlsSheet {
   std::vector<Row> rows_;
   std::vector<Loose> maybeLoose_, loose_;  ///< Records of other kinds between the cells
   std::vector<Shared> shared_;
-  std::vector<CellRange> arrays_, cleared_;
+  clsCellRanges arrays_;
+  std::vector<CellRange> cleared_;
   std::array<uint16_t, 256> columnXfs_{};
   unsigned nDefaultHeight_ = 255;
 };

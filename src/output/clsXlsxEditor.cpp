@@ -180,7 +180,7 @@ bool clsXlsxEditor::ClearContents(int nSheet, const CellRange& range, Failure& f
   XlsxSheet* const pSheet = Prepare(nSheet, failure);
   if (pSheet == nullptr) return false;
   if (range.Empty()) return true;
-  if (pSheet->facts.CutsArray(range)) {
+  if (pSheet->facts.arrays.AreCutBy(range)) {
     failure = CellFailure(nSheet, range.nTop, static_cast<int>(range.nLeft), OutputMessage::PartOfArray);
     return false;
   }

@@ -21,7 +21,7 @@ bool TakeFormula(clsXmlScanner& scanner, const clsSheetCursor& cursor, SheetFact
   const auto range = ParseCellRange(scanner.Attribute("ref").value_or(""));
   if ((sType == "array" || sType == "dataTable") && range &&
       (range->nTop != range->nBottom || range->nLeft != range->nRight))
-    facts.arrays.push_back(*range);
+    facts.arrays.Add(*range);
   const auto nShared = ParseIndex(scanner.Attribute("si").value_or(""));
   if (sType != "shared" || !nShared || !range) return scanner.SkipElement();
   SharedFormula shared{{}, {cursor.Row(), cursor.Column()}, *range};
@@ -37,17 +37,9 @@ bool TakeFormula(clsXmlScanner& scanner, const clsSheetCursor& cursor, SheetFact
 }  // namespace
 
 bool SheetFacts::InArray(int64_t nRow, int nColumn, const std::vector<CellRange>& cleared) const {
-  for (const CellRange& array : arrays) {
-    if (array.nTop > nRow) return false;
-    if (!Contains(array, nRow, nColumn)) continue;
-    return std::none_of(cleared.begin(), cleared.end(), [&](const CellRange& range) { return Covers(range, array); });
-  }
-  return false;
-}
-
-bool SheetFacts::CutsArray(const CellRange& range) const {
-  return std::any_of(arrays.begin(), arrays.end(),
-                     [&](const CellRange& array) { return Meet(range, array) && !Covers(range, array); });
+  const CellRange* const pArray = arrays.At(nRow, nColumn);
+  return pArray != nullptr && std::none_of(cleared.begin(), cleared.end(),
+                                           [pArray](const CellRange& range) { return Covers(range, *pArray); });
 }
 
 bool ReadSheetFacts(clsXmlScanner& scanner, SheetFacts& facts) {
@@ -71,8 +63,7 @@ bool ReadSheetFacts(clsXmlScanner& scanner, SheetFacts& facts) {
         break;
     }
   }
-  std::sort(facts.arrays.begin(), facts.arrays.end(),
-            [](const CellRange& a, const CellRange& b) { return a.nTop < b.nTop; });
+  facts.arrays.Sort();
   return cursor.SeenSheetData();
 }
 

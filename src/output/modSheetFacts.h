@@ -20,7 +20,7 @@ struct SharedFormula {
 struct SheetFacts {
   CellRange used;  ///< All cells that there are, empty ones with a format included
   bool bHasFormulas = false;
-  std::vector<CellRange> arrays;  ///< Array formulas and data tables of more than one cell, by their top
+  clsCellRanges arrays;                                ///< Array formulas and data tables of more than one cell
   std::unordered_map<uint32_t, SharedFormula> shared;  ///< By "si", the first of each
   std::vector<uint32_t> columnStyles;                  ///< By column - 1; empty if no column has a format
 
@@ -29,8 +29,6 @@ struct SheetFacts {
   }
   /// True if the cell is part of an array formula that none of the cleared ranges has taken away.
   bool InArray(int64_t nRow, int nColumn, const std::vector<CellRange>& cleared) const;
-  /// True if the range takes a part of an array formula and leaves another.
-  bool CutsArray(const CellRange& range) const;
 };
 
 /// Reads a whole sheet part. False if it is damaged: a spreadsheet would have to repair it.
