@@ -175,9 +175,11 @@ void LayoutTableBuilder(clsForm&, clsFormBinder& b, QDialog& dialog) {
                          b.Widget("txtReadEndLineOffset")}));
   pAll->addLayout(Row({b.Widget("lblColumnFields"), b.Widget("lblFields"), b.Widget("cmdAddColumn")}));
   pAll->addLayout(Buttons(b, {"cmdOK", "cmdCancel"}));
+  dialog.setProperty(kFitsItsTexts, true);
   const QWidget* const pEditor = dialog.parentWidget();
   if (pEditor == nullptr) return;
-  // At the editor's top, right edge on right edge.
+  // At the editor's top, right edge on right edge; the texts make its width.
+  b.ShowState();
   dialog.adjustSize();
   const QRect editor = pEditor->frameGeometry();
   dialog.move(editor.right() - dialog.width(), editor.top());
