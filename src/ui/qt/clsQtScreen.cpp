@@ -9,6 +9,10 @@
 #include <QLayout>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
 
@@ -53,6 +57,26 @@ class clsFormDialog : public QDialog {
   clsForm& form_;
 };
 
+/// As high as the texts need, or as the screen is: then what stands in the dialog scrolls.
+void FitToTexts(QDialog& dialog) {
+  constexpr int kFrame = 40;
+  const int width = std::max(dialog.sizeHint().width(), dialog.minimumWidth());
+  const int height = dialog.layout()->totalHeightForWidth(width);
+  const QSize room = dialog.screen()->availableGeometry().size() - QSize(0, kFrame);
+  if (height <= room.height()) return dialog.resize(width, height);
+  auto* const pScroll = new QScrollArea;
+  auto* const pContent = new QWidget;
+  pContent->setLayout(dialog.layout());
+  pScroll->setFrameShape(QFrame::NoFrame);
+  pScroll->setFocusPolicy(Qt::NoFocus);
+  pScroll->setWidgetResizable(true);
+  pScroll->setWidget(pContent);
+  auto* const pAll = new QVBoxLayout(&dialog);
+  pAll->setContentsMargins(0, 0, 0, 0);
+  pAll->addWidget(pScroll);
+  dialog.resize(width + pScroll->verticalScrollBar()->sizeHint().width(), room.height());
+}
+
 QString Filters(const FileQuestion& question, QString& sSelected) {
   QStringList all;
   for (const auto& [sLabel, sMasks] : question.filters) {
@@ -80,10 +104,7 @@ void clsQtScreen::ShowModal(clsForm& form) {
     if (draw) draw();
   };
   binder.ShowState();
-  if (dialog.property(kFitsItsTexts).toBool()) {
-    const int width = std::max(dialog.sizeHint().width(), dialog.minimumWidth());
-    dialog.resize(width, dialog.layout()->totalHeightForWidth(width));
-  }
+  if (dialog.property(kFitsItsTexts).toBool()) FitToTexts(dialog);
   dialog.exec();
   binder.onClose = nullptr;
 }
