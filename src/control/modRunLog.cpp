@@ -60,8 +60,7 @@ void clsRunLog::LogAddText(std::string_view sAddString) {
 }
 
 void clsRunLog::LogClear(bool bAddTimeStamp) {
-  // The stamp has no translation, and asking for one would add a line to the language file at each run.
-  sText_ = bAddTimeStamp ? LogTimeStamp(host_.Now()) : std::string();
+  sText_ = bAddTimeStamp ? TranslateIfKnown(LogTimeStamp(host_.Now())) : std::string();
   ForgetWhatIsSaidOnce();
   options_.sErr1.clear();
   options_.sErr2.clear();

@@ -133,6 +133,11 @@ std::string Translate(std::string_view sKey) {
   return sText;
 }
 
+std::string TranslateIfKnown(std::string_view sKey) {
+  const auto found = gPhrases.find(std::string(sKey));
+  return found != gPhrases.end() ? found->second : std::string(sKey);
+}
+
 std::string GetLanguageFilePath(std::string_view sLanguage) {
   const std::string sOwn = LanguagesFolder() + FileNameOfLanguage(sLanguage);
   if (FileExists(sOwn)) return sOwn;

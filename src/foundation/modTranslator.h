@@ -31,6 +31,8 @@ void InitializeTranslator(clsHost& host, const std::function<void()>& chooseLang
 
 /// The text to show for an English text.
 std::string Translate(std::string_view sKey);
+/// The same for a text that differs at each run: where the table lacks it, nothing is appended.
+std::string TranslateIfKnown(std::string_view sKey);
 
 /// Path of a language's file in the Languages folder of the data folder; a shipped file of that name stands in for one
 /// that the user's folder lacks.
