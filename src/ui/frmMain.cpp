@@ -148,14 +148,13 @@ void frmMain::SetGUIFromOptions() {
   lUseDoubleQuotes = options_.lUseDoubleQuotes;
   bIsUnicode = options_.bIsUnicode;
   fields_.bTrimInputTextFilesPadCharacter = options_.bTrimInputTextFilesPadCharacter;
-  FillProfileList(options_.sFixedWidthProfile);
+  FillProfileList(Get("cbFixedWidthProfileList"), options_.sFixedWidthProfile);
   gbSuppressChanges = false;
 }
 
-void frmMain::FillProfileList(std::string_view sSelect) {
+void frmMain::FillProfileList(clsControl& combo, std::string_view sSelect) {
   ProfileList list;
   BuildListValidProfiles(list, sSelect, kProfilesSubFolder, host_);
-  clsControl& combo = Get("cbFixedWidthProfileList");
   combo.items = list.names;
   combo.lListIndex = list.nSelected;
   combo.sText = list.nSelected < 0 ? std::string() : list.names[static_cast<size_t>(list.nSelected)];

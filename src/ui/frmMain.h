@@ -76,6 +76,8 @@ class frmMain : public clsForm, public clsRunWindow {
   void SaveIniFile();
   void ConfigureQLNOptions();
   void mnuGettingStarted_Click();
+  /// Fills a drop-down list with the profiles of the data folder, as BuildListValidProfiles does.
+  void FillProfileList(clsControl& combo, std::string_view sSelect);
   /// Opens a file, explores a folder, or says that there is neither.
   void LaunchFile(std::string_view sFileToLaunch);
   bool Trims() const { return fields_.bTrimInputTextFilesPadCharacter; }
@@ -95,7 +97,6 @@ class frmMain : public clsForm, public clsRunWindow {
   void JobChanged();
   void SetComboText(std::string_view sControl, std::string_view sText);
   void ShowMethod(int32_t lIndex);
-  void FillProfileList(std::string_view sSelect);
   void FillComboFromMRU(std::string_view sControl, const clsMRU& list);
   void FillMenuFromMRU();
   void OpenRecentJob(int nIndex);

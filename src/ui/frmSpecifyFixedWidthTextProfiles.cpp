@@ -97,12 +97,7 @@ void frmSpecifyFixedWidthText::OpenProfile(std::string sName) {
 }
 
 void frmSpecifyFixedWidthText::FillProfileList(std::string_view sSelect) {
-  ProfileList list;
-  BuildListValidProfiles(list, sSelect, kProfilesSubFolder, oOwner_.Host());
-  clsControl& combo = Get("cbProfileList");
-  combo.items = list.names;
-  combo.lListIndex = list.nSelected;
-  combo.sText = list.nSelected < 0 ? std::string() : list.names[static_cast<size_t>(list.nSelected)];
+  oOwner_.FillProfileList(Get("cbProfileList"), sSelect);
 }
 
 void frmSpecifyFixedWidthText::CreateDefaultProfileIfNone() {
