@@ -97,7 +97,10 @@ void frmSpecifyFixedWidthText::OpenProfile(std::string sName) {
 }
 
 void frmSpecifyFixedWidthText::FillProfileList(std::string_view sSelect) {
-  oOwner_.FillProfileList(Get("cbProfileList"), sSelect);
+  clsControl& combo = Get("cbProfileList");
+  oOwner_.FillProfileList(combo, sSelect);
+  // A profile that is there in other letters is not selected; what was typed stays.
+  if (combo.lListIndex < 0) combo.sText = sSelect;
 }
 
 void frmSpecifyFixedWidthText::CreateDefaultProfileIfNone() {

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "clsDesktopFixture.h"
 #include "clsProfileCut.h"
 #include "frmSpecifyFixedWidthText.h"
@@ -121,6 +123,12 @@ TEST_F(ProfileEditor, SavesDeletesAndRenamesProfiles) {
   EXPECT_FALSE(editor_.Get("cmdReloadProfile").bVisible);
   editor_.Click("cmdSave");
   EXPECT_EQ(folder_.Read(Data("Profiles/Bank.txt")).substr(0, 33), "1\t10\t[32] Space\tRight\tNo\t1\t\t\r\n2\t1");
+  editor_.TypeText("cbProfileList", "BANK");
+  editor_.Click("cmdSave");
+  EXPECT_EQ(editor_.Get("cbProfileList").sText, "BANK");
+  EXPECT_FALSE(folder_.Has(Data("Profiles/BANK.txt")));
+  const std::vector<std::string>& names = editor_.Get("cbProfileList").items;
+  editor_.SelectItem("cbProfileList", static_cast<int>(std::find(names.begin(), names.end(), "Bank") - names.begin()));
   editor_.Timer1_Timer();
   screen_.onModal = [](clsForm& dialog) {
     EXPECT_EQ(dialog.Get("txtChoose").sText, "Bank");
