@@ -51,11 +51,11 @@ class clsGuiSession : public QObject {
     pEdit->selectAll();
     QTest::keyClicks(pEdit, QString::fromStdString(sText));
   }
-  /// Plays the user of the next modal window, once it is there.
+  /// Plays the user of the next modal window, once it is there and has the keyboard.
   static void WithModal(const std::function<void(QWidget*)>& play) {
     QTimer::singleShot(20, [play] {
       QWidget* const pModal = QApplication::activeModalWidget();
-      pModal == nullptr || !pModal->isVisible() ? WithModal(play) : play(pModal);
+      pModal == nullptr || !pModal->isActiveWindow() ? WithModal(play) : play(pModal);
     });
   }
   static void Answer(const QString& sButton) {
