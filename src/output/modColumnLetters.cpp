@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "clsWorkbook.h"
 #include "modTranslator.h"
 
 namespace quillon {
@@ -43,14 +44,19 @@ std::string NumToAlpha2(clsHost& host, int32_t nColumn) {
 }
 
 int32_t AlphaToNum2(clsHost& host, std::string_view sLetters) {
-  int32_t nValue = 0;
-  if (sLetters.size() == 1) nValue = LetterValue(sLetters[0]);
-  if (sLetters.size() == 2) {
-    const int32_t nFirst = LetterValue(sLetters[0]), nSecond = LetterValue(sLetters[1]);
-    if (nFirst > 0 && nSecond > 0) nValue = nFirst * kLetters + nSecond;
-  }
+  const int32_t nValue = sLetters.size() <= 2 ? ColumnOfLetters(sLetters) : 0;
   if (nValue == 0) ShowRefusal(host, "unexpected letter code in xl.AlphaToNum2!");
   return nValue;
+}
+
+int ColumnOfLetters(std::string_view sLetters) {
+  int nColumn = 0;
+  for (const char ch : sLetters) {
+    const int nLetter = LetterValue(ch);
+    nColumn = nColumn * kLetters + nLetter;
+    if (nLetter == 0 || nColumn > kMaxSheetColumns) return 0;
+  }
+  return nColumn;
 }
 
 std::string ColumnLetters(int nColumn) {

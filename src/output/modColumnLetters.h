@@ -15,5 +15,7 @@ int32_t AlphaToNum2(clsHost& host, std::string_view sLetters);  ///< One or two 
 
 /// Letters of any sheet column (1 to 16384), with no box: for file formats.
 std::string ColumnLetters(int nColumn);
+/// The sheet column of letters in either case, as a cell is addressed by them; 0, and no box, for anything else.
+int ColumnOfLetters(std::string_view sLetters);
 
 }  // namespace quillon

@@ -19,7 +19,7 @@ bool ReadCellOf(RecipeContext& context, int sheet, int64_t nRow, int32_t lColumn
 
 bool clsDepartment::FindKeyRow(RecipeContext& context, int sheet, std::string_view accounts_column, int32_t first_row,
                                int32_t last_row, std::string_view text, int32_t& lRow) {
-  const int32_t lColumn = AlphaToNum2(context.host, accounts_column);
+  const int32_t lColumn = ColumnOfLetters(accounts_column);
   std::string sCell;
   for (lRow = first_row; lRow <= last_row; ++lRow) {
     if (!ReadCellOf(context, sheet, lRow, lColumn, sCell)) return false;

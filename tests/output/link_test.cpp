@@ -25,6 +25,8 @@ TEST(ColumnLetters, CountLikeASheetAndRefuseWithABox) {
   EXPECT_EQ(ColumnLetters(703) + ColumnLetters(16384), "AAAXFD");
   EXPECT_EQ(AlphaToNum(host, "z"), 26);
   EXPECT_EQ(AlphaToNum2(host, "a") + AlphaToNum2(host, "AA") + AlphaToNum2(host, "zZ"), 1 + 27 + 702);
+  EXPECT_EQ(ColumnOfLetters("xfd"), 16384);
+  for (const char* sLetters : {"", "XFE", "A1"}) EXPECT_EQ(ColumnOfLetters(sLetters), 0) << sLetters;
   EXPECT_TRUE(host.messages.empty());
 
   for (const int32_t nColumn : {0, 703}) EXPECT_EQ(NumToAlpha2(host, nColumn), "");
