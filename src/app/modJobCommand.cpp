@@ -8,7 +8,6 @@
 #include "modFiles.h"
 #include "modFrontDoor.h"
 #include "modPaths.h"
-#include "modSettings.h"
 #include "modStrings.h"
 #include "modText.h"
 
@@ -65,7 +64,7 @@ void TellWhatIsIgnored(const O& options, clsLongRun& run) {
 /// Says what keeps a file that is there from being a job: it would be run as one that names no input.
 bool IsJob(const std::string& sJobFile, clsLongRun& run) {
   if (!IsFile(sJobFile)) return true;  // The run tells of it.
-  clsIniFile file(SystemCodePage());
+  clsIniFile file(JobCodePage());
   Failure failure;
   if (file.Load(sJobFile, failure) && file.HasSection(kJobSection)) return true;
   run.Say(failure.Failed() ? failure.sText : sJobFile + ": no conversion job, as it has no section [QLN]");
@@ -76,7 +75,7 @@ bool IsJob(const std::string& sJobFile, clsLongRun& run) {
 void TellUnknownKeys(const std::string& sJobFile, clsLongRun& run) {
   std::vector<std::string> rows;
   Failure ignored;
-  if (!ReadAllRows(sJobFile, {true, SystemCodePage()}, rows, ignored)) return;
+  if (!ReadAllRows(sJobFile, {true, JobCodePage()}, rows, ignored)) return;
   bool in_job = false;
   for (const std::string& row : rows) {
     const std::string_view line = TrimBlanks(row);

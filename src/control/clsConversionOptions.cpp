@@ -72,7 +72,7 @@ int32_t JobNumber(std::string_view sFile, std::string_view sKey, std::string_vie
 }  // namespace
 
 void clsConversionOptions::OpenConversionJob(std::string_view sFile) {
-  clsIniFile ini(SystemCodePage());
+  clsIniFile ini(JobCodePage());
   Failure ignored;  // A file that can't be read gives the defaults, as a missing one does.
   ini.Load(sFile, ignored);
   if (bOpenConversionJobOnly || !gbCommandLineMode) {
@@ -114,7 +114,12 @@ bool clsConversionOptions::SaveConversionJob(std::string_view sFile) const {
       add(key.sKey, this->*std::get<TruthField>(key.field) ? "TRUE" : "FALSE");
     }
   }
-  return WritePrivateProfileStrings(sFile, entries, SystemCodePage());
+  return WritePrivateProfileStrings(sFile, entries, JobCodePage());
+}
+
+const clsCodePage* JobCodePage() {
+  const clsCodePage* const page = SystemCodePage();
+  return page == &clsCodePage::Windows1252() ? nullptr : page;
 }
 
 bool IsJobKey(std::string_view sKey) {

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "clsCodePage.h"
+
 namespace quillon {
 
 enum ConversionMethod : int32_t { kMethodProfile = 0, kMethodRecipe = 1, kMethodMarkup = 2 };
@@ -57,6 +59,10 @@ void ResetConversionOptions();
 
 /// True if a job file's section has this key (case aside), be it a key of the record or a note.
 bool IsJobKey(std::string_view sKey);
+
+/// The page of job files, as clsIniFile takes it: that of the settings, but for windows-1252 the file's own bytes
+/// decide, as people write jobs in editors that know UTF-8 alone.
+const clsCodePage* JobCodePage();
 
 constexpr std::string_view kJobSection = "QLN";
 
