@@ -241,6 +241,7 @@ std::string ExpandFolderTokens(std::string& sPath) {
                                                  {"%PROGRAMFILES%", "%PROGRAMFILES%", 38},
                                                  {"%MYDOCUMENTS%", "%MYDOCUMENTS%", 5}}};
   sPath = std::string(TrimBlanks(sPath));
+  if (sPath == "~" || sPath.starts_with("~/")) return sPath.replace(0, 1, HomeFolder());
   if (sPath.find('%') == std::string::npos) return sPath;
   for (const Token& token : kTokens) {
     if (FindNoCase(sPath, token.sTest) == std::string_view::npos) continue;

@@ -42,7 +42,8 @@ std::string DriveOrShareRoot(std::string_view sPath, bool bTrailingBackslash);
 std::string SpecialFolder(int lFolderId);
 /// The form for the settings: other words for a failure. Same numbers.
 std::string GetSpecialFolderPath(int lFolderId);
-/// Trims sPath and replaces the first known token (%APPDATA% ...) by its folder, in place and as result.
+/// Trims sPath and replaces the first known token (%APPDATA% ..., or "~/" in front) by its folder, in place and as
+/// result.
 std::string ExpandFolderTokens(std::string& sPath);
 std::string ExpandedPath(std::string_view sPath);
 

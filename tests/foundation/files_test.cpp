@@ -260,6 +260,7 @@ TEST(Paths, ExpandOnlyTheFirstKnownToken) {
   EXPECT_EQ(ExpandedPath("%HOMEPATH%\\x"), "%HOMEPATH%\\x");
   EXPECT_EQ(ExpandedPath("%APPDATA%\\%USERPROFILE%"), "%APPDATA%\\\\home\\u");
   EXPECT_EQ(ExpandedPath("%WINDIR%\\x"), "%WINDIR%\\x");
+  EXPECT_EQ(ExpandedPath("~/in/*.txt") + ExpandedPath("~x/a~/b"), "/home/u/in/*.txt~x/a~/b");
 }
 
 TEST(Files, AnswerWithoutRaising) {
