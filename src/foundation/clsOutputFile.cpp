@@ -16,6 +16,7 @@
 
 #include "modPaths.h"
 #include "modSystemIo.h"
+#include "modTextEnds.h"
 #include "modTurns.h"
 
 namespace quillon {
@@ -180,11 +181,9 @@ bool WriteWholeFile(std::string_view sPath, std::string_view sBytes, Failure& fa
 
 bool ReadWholeFile(std::string_view sPath, std::string& sBytes, size_t nMaxBytes, Failure& failure) {
   sBytes.clear();
-  const int nHandle = OpenHandle(HostPath(sPath), O_RDONLY);
-  if (nHandle < 0) {
-    failure = SystemFailure(sPath, errno);
-    return false;
-  }
+  int64_t nSize = 0;
+  const int nHandle = OpenOrdinaryFile(sPath, nSize, failure);
+  if (nHandle < 0) return false;
   constexpr size_t kBlock = size_t{64} << 10;
   constexpr size_t kMostAtOnce = size_t{4} << 20;
   int64_t nGot = 1;

@@ -67,7 +67,7 @@ class clsOutputFile {
 
 /// Writes a whole file in the manner of clsOutputFile.
 bool WriteWholeFile(std::string_view sPath, std::string_view sBytes, Failure& failure);
-/// Reads a whole file of at most nMaxBytes.
+/// Reads a whole ordinary file of at most nMaxBytes.
 bool ReadWholeFile(std::string_view sPath, std::string& sBytes, size_t nMaxBytes, Failure& failure);
 
 }  // namespace quillon

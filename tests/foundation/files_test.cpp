@@ -135,7 +135,7 @@ TEST(LineReader, FindsTheCodePageByContentAlsoAcrossBlocks) {
   EXPECT_EQ(pageOf(std::string(700000, 'a') + "\n"), &clsCodePage::Windows1252());
 }
 
-TEST(LineReader, RefusesWhatIsNoOrdinaryFile) {
+TEST(Reading, RefusesWhatIsNoOrdinaryFile) {
   const clsTempFolder folder;
   ASSERT_EQ(mkfifo(folder.Path("pipe").c_str(), 0600), 0);
   for (const std::string& sPath : {folder.Path("missing"), folder.Path(), folder.Path("pipe")}) {
@@ -143,6 +143,8 @@ TEST(LineReader, RefusesWhatIsNoOrdinaryFile) {
     Failure failure;
     EXPECT_FALSE(reader.Open(sPath, {}, failure));
     EXPECT_NE(failure.sText.find(sPath), std::string::npos);
+    std::string sBytes;
+    EXPECT_FALSE(ReadWholeFile(sPath, sBytes, 1000, failure));
   }
 }
 
