@@ -45,7 +45,7 @@ suggest         control/modSuggestRecipe control/modTableBlocks control/modTable
 table_parser    recipe/clsTableParser
 utf16           profile/clsUtf16Reader profile/clsCellwright
 xls_file        output/modCompoundFile output/clsXlsExistingWorkbook
-xls_records     output/clsXlsGlobals output/clsXlsSheet output/clsXlsStrings output/modXlsText output/clsXlsSheetMerger output/modXlsFormula
+xls_records     output/clsXlsGlobals output/clsXlsSheet output/clsXlsStrings output/clsXlsStringTable output/modXlsText output/clsXlsSheetMerger output/modXlsFormula
 xlsx_package    output/clsXlsxPackage output/clsXlsxEditor output/modXlsxParts output/modXlsxTables output/modXlsxWorkbookPart
 '
 
