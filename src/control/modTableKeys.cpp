@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "modSectionFile.h"
 #include "modText.h"
 
 namespace quillon {
@@ -30,7 +31,8 @@ bool CanBeValue(std::string_view sText) {
   constexpr std::array<std::string_view, 4> kKeys{"ReadStartLine", "ReadEndLine", "Parsing", "WriteColumn"};
   const bool bKey = std::any_of(kKeys.begin(), kKeys.end(),
                                 [&](std::string_view sKey) { return sText.find(sKey) != std::string_view::npos; });
-  return sText.size() >= 3 && !bKey && sText.find_first_of("[];") == std::string_view::npos && IsValidUtf8(sText);
+  return sText.size() >= 3 && sText != kMissing && !bKey && sText.find_first_of("[];") == std::string_view::npos &&
+         IsValidUtf8(sText);
 }
 
 /// What stands in front of the first figure: "Totals =" of "Totals = $47,500.00".

@@ -14,8 +14,6 @@ namespace quillon {
 
 namespace {
 
-constexpr std::string_view kMissing = "-999999";
-
 bool Holds(std::string_view sLine, std::string_view sText) {
   return sLine.find(sText) != std::string_view::npos;
 }

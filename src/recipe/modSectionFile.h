@@ -63,10 +63,13 @@ int64_t CountMatchingLines(std::string_view sPath, const TextFileOptions& option
 /// A whole number that the program can't go on without: throws UnhandledFailure for anything else.
 int32_t RequiredWholeNumber(std::string_view sKey, std::string_view sValue);
 
+/// The text of a value that isn't there.
+constexpr std::string_view kMissing = "-999999";
+
 // The kinds of keys that sections share. An empty section name reads on. A value that is refused gives False and leaves
 // the result as it was.
 
-/// A text that must be there; "-999999" itself counts as missing.
+/// A text that must be there; kMissing itself counts as missing.
 bool ReadRequiredText(clsSectionFile& filehandle, std::string_view section, std::string_view key, std::string& sResult);
 /// A whole number above 0.
 bool ReadPositiveNumber(clsSectionFile& filehandle, std::string_view section, std::string_view key, int32_t& lResult);

@@ -134,6 +134,11 @@ TEST_F(SuggestRecipeTest, TakesNoKeyTextThatARecipeCannotHold) {
   EXPECT_EQ(recipe.tables[0].sections.at(0).lStartOffset, 5);
   EXPECT_EQ(Cut(recipe, 1).lFirstLine, 9);
   EXPECT_EQ(Cut(recipe, 1).lRows, 3);
+  // A recipe takes this text for a value that isn't there.
+  const SuggestedRecipe missing = Suggest("Heading here\nab 100 1.50\ncd 200 2.50\nef 300 3.50\n-999999\n");
+  ASSERT_EQ(missing.tables.size(), 1U);
+  EXPECT_NE(missing.tables[0].sections.at(0).sEndLine, "-999999");
+  EXPECT_EQ(Cut(missing, 1).lRows, 3);
 }
 
 TEST_F(SuggestRecipeTest, FindsNothingInProseAndBytes) {
