@@ -80,7 +80,7 @@ bool clsXlsxStyles::Load(std::string sBytes) {
   while (scanner.Next() != XmlToken::End) {
     if (scanner.Token() == XmlToken::Failed) return false;
     if (Place* const pPlace = PlaceOf(scanner); pPlace != nullptr) {
-      NotePlace(scanner, *pPlace);
+      if (!NotePlace(scanner, *pPlace)) return false;
     } else if (scanner.IsOpening() && scanner.Depth() == 3 && scanner.IsMain("numFmt") && codesPlace_.IsOpen()) {
       TakeCode(scanner);
     } else if (scanner.IsOpening() && scanner.Depth() == 3 && scanner.IsMain("xf") && formatsPlace_.IsOpen()) {
@@ -102,15 +102,19 @@ clsXlsxStyles::Place* clsXlsxStyles::PlaceOf(const clsXmlScanner& scanner) {
   return scanner.Depth() == 2 && scanner.IsMain("cellXfs") ? &formatsPlace_ : nullptr;
 }
 
-void clsXlsxStyles::NotePlace(const clsXmlScanner& scanner, Place& place) {
+/// False for a list given twice, or codes behind the formats: a spreadsheet would have to repair it.
+bool clsXlsxStyles::NotePlace(const clsXmlScanner& scanner, Place& place) {
   const auto nStart = static_cast<size_t>(scanner.Offset());
   const size_t nEnd = nStart + scanner.Raw().size();
   if (scanner.Token() == XmlToken::EndTag) {
     place.nClose = nStart;
+  } else if (place.bFound || (&place == &codesPlace_ && formatsPlace_.bFound)) {
+    return false;
   } else {
     place = {nStart, nEnd, nEnd, true, scanner.Token() == XmlToken::EmptyTag, 0};
   }
   if (&place == &root_) sPrefix_ = scanner.Prefix();
+  return true;
 }
 
 void clsXlsxStyles::TakeCode(const clsXmlScanner& scanner) {

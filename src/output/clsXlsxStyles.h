@@ -43,7 +43,7 @@ class clsXlsxStyles {
     bool IsOpen() const { return bFound && nClose == nEnd; }  ///< Its end tag was not seen yet
   };
   Place* PlaceOf(const clsXmlScanner& scanner);
-  void NotePlace(const clsXmlScanner& scanner, Place& place);
+  bool NotePlace(const clsXmlScanner& scanner, Place& place);
   void TakeCode(const clsXmlScanner& scanner);
   uint32_t FormatId(std::string_view sCode);
   bool TakeFormat(std::string sXf, uint32_t nFormatId);

@@ -288,5 +288,13 @@ TEST(Styles, AFormatIsDerivedFromOneWhoseAttributeHoldsAnAngle) {
   EXPECT_EQ(again.KindOf(1), FormatKind::Number);
 }
 
+TEST(Styles, ListsGivenTwiceOrOutOfOrderAreRefused) {
+  const std::string sFormats = "<cellXfs count=\"1\"><xf numFmtId=\"0\"/></cellXfs>";
+  for (const std::string& sLists : {sFormats + "<numFmts/>", sFormats + sFormats, "<numFmts/><numFmts/>" + sFormats}) {
+    clsXlsxStyles styles;
+    EXPECT_FALSE(styles.Load("<styleSheet xmlns=\"" + std::string(kMain) + "\">" + sLists + "</styleSheet>")) << sLists;
+  }
+}
+
 }  // namespace
 }  // namespace quillon
