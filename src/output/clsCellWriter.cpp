@@ -77,13 +77,15 @@ void clsCellWriter::Append(const Cell& cell, std::string_view sText, bool bStays
   if (!bStaysText) typed = TypeCell(sText, typing_, sScratch_);
   if (typed.bRefusedFormula) ++nRefused_;
   uint32_t nStyle = cell.nStyle;
-  if (Fits(typed, nStyle)) {
+  const bool bFits = Fits(typed, nStyle);
+  if (!bFits || (typed.kind != CellKind::Number && typed.kind != CellKind::Date)) nStyle = styles_.Plain(cell.nStyle);
+  if (bFits) {
     if (typed.kind == CellKind::Formula) ++nFormulas_;
     OpenCell(cell, nStyle, TypeOf(typed.kind), sOut);
     AppendValue(typed, cell.sPrefix, sOut);
     return CloseCell(cell, sOut);
   }
-  OpenCell(cell, cell.nStyle, "inlineStr", sOut);
+  OpenCell(cell, nStyle, "inlineStr", sOut);
   sOut += '<';
   sOut += cell.sPrefix;
   sOut += "is><";
@@ -113,7 +115,7 @@ void clsCellWriter::AppendValue(const TypedCell& typed, std::string_view sPrefix
 
 /// True if the cell takes the typed value, in the style that results; else it takes the text.
 bool clsCellWriter::Fits(TypedCell& typed, uint32_t& nStyle) const {
-  if (styles_.KindOf(nStyle) == FormatKind::Text) return false;
+  if (styles_.KindToKeep(nStyle) == FormatKind::Text) return false;
   switch (typed.kind) {
     case CellKind::Number:
       return NumberFits(typed, nStyle);
@@ -130,9 +132,9 @@ bool clsCellWriter::Fits(TypedCell& typed, uint32_t& nStyle) const {
 }
 
 bool clsCellWriter::NumberFits(const TypedCell& typed, uint32_t& nStyle) const {
-  switch (styles_.KindOf(nStyle)) {
+  switch (styles_.KindToKeep(nStyle)) {
     case FormatKind::General: {
-      const int64_t nDerived = typed.sFormat.empty() ? nStyle : styles_.Derive(nStyle, typed.sFormat);
+      const int64_t nDerived = typed.sFormat.empty() ? styles_.Plain(nStyle) : styles_.Derive(nStyle, typed.sFormat);
       if (nDerived < 0) return false;
       nStyle = static_cast<uint32_t>(nDerived);
       return true;
@@ -148,7 +150,7 @@ bool clsCellWriter::NumberFits(const TypedCell& typed, uint32_t& nStyle) const {
 }
 
 bool clsCellWriter::DateFits(TypedCell& typed, uint32_t& nStyle) const {
-  const FormatKind kind = styles_.KindOf(nStyle);
+  const FormatKind kind = styles_.KindToKeep(nStyle);
   const bool bTimeAlone = typed.nValue < 1;
   if (kind == FormatKind::General) {
     const int64_t nDerived = styles_.Derive(nStyle, typed.sFormat);

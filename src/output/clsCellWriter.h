@@ -11,7 +11,7 @@
 namespace quillon {
 
 /// Writes cells of an existing sheet. A cell whose format is other than General keeps it, and gets a value of the kind
-/// that the format shows rightly; else its text.
+/// that the format shows rightly; else its text. (In a file of our own all formats count as General.)
 class clsCellWriter {
  public:
   /// sheets are the names that formulas may speak of.

@@ -70,28 +70,28 @@ void clsXlsCellWriter::Write(clsXlsCellTable& table, unsigned nColumn, std::stri
     return;
   }
   if (cell.kind == CellKind::Text) return WriteText(table, nColumn, cell.sText, nXf);
-  if (formats_.KindOf(nXf) == FormatKind::Text || !WriteTyped(table, nColumn, cell, nXf))
+  if (formats_.KindToKeep(nXf) == FormatKind::Text || !WriteTyped(table, nColumn, cell, nXf))
     WriteText(table, nColumn, sText, nXf);
 }
 
 void clsXlsCellWriter::WriteText(clsXlsCellTable& table, unsigned nColumn, std::string_view sText, uint16_t nXf) {
-  table.AddLabelSst(nColumn, nXf, nFirstString_ + strings_.Add(sText));
+  table.AddLabelSst(nColumn, formats_.Plain(nXf), nFirstString_ + strings_.Add(sText));
 }
 
 bool clsXlsCellWriter::WriteTyped(clsXlsCellTable& table, unsigned nColumn, const TypedCell& cell, uint16_t nXf) {
   switch (cell.kind) {
     case CellKind::Boolean:
-      table.AddBoolErr(nColumn, nXf, cell.nValue != 0 ? 1 : 0, false);
+      table.AddBoolErr(nColumn, formats_.Plain(nXf), cell.nValue != 0 ? 1 : 0, false);
       return true;
     case CellKind::Error: {
       const int nCode = XlsErrorCode(cell.sText);
-      if (nCode >= 0) table.AddBoolErr(nColumn, nXf, static_cast<unsigned>(nCode), true);
+      if (nCode >= 0) table.AddBoolErr(nColumn, formats_.Plain(nXf), static_cast<unsigned>(nCode), true);
       return nCode >= 0;
     }
     case CellKind::Formula:
       sTokens_.clear();
       if (!AppendXlsFormula(cell.sText, sTokens_)) return false;
-      table.AddFormula(nColumn, nXf, sTokens_);
+      table.AddFormula(nColumn, formats_.Plain(nXf), sTokens_);
       return true;
     default:
       return WriteNumber(table, nColumn, cell, nXf);
@@ -100,7 +100,7 @@ bool clsXlsCellWriter::WriteTyped(clsXlsCellTable& table, unsigned nColumn, cons
 
 bool clsXlsCellWriter::WriteNumber(clsXlsCellTable& table, unsigned nColumn, const TypedCell& cell, uint16_t nXf) {
   double nValue = NumberOf(cell);
-  const FormatKind kind = formats_.KindOf(nXf);
+  const FormatKind kind = formats_.KindToKeep(nXf);
   if (kind == FormatKind::General) {
     const int nFormatted = formats_.WithNumberFormat(nXf, cell.sFormat);
     if (nFormatted < 0) return false;

@@ -1,5 +1,6 @@
 #include "clsXlsFormats.h"
 
+#include <algorithm>
 #include <array>
 
 #include "modText.h"
@@ -13,7 +14,8 @@ constexpr size_t kMaxXfs = 4000;  // the format allows 4050
 constexpr size_t kMaxFormatId = 382;
 
 /// Codes that look the same wherever the file is opened have a number that every reader knows.
-constexpr auto kFixedCodes = std::to_array<std::pair<std::string_view, uint16_t>>({{"0", 1},
+constexpr auto kFixedCodes = std::to_array<std::pair<std::string_view, uint16_t>>({{"General", xls::kGeneralFormat},
+                                                                                   {"0", 1},
                                                                                    {"0.00", 2},
                                                                                    {"#,##0", 3},
                                                                                    {"#,##0.00", 4},
@@ -80,8 +82,14 @@ int clsXlsFormats::FormatId(std::string_view sCode) {
   return nNextId_++;
 }
 
+uint16_t clsXlsFormats::Plain(uint16_t nXf) {
+  if (!bOwn_ || NumberFormatOf(nXf) == xls::kGeneralFormat) return nXf;
+  const int nPlain = Make(nXf, xls::kGeneralFormat);
+  return nPlain < 0 ? nXf : static_cast<uint16_t>(nPlain);
+}
+
 int clsXlsFormats::WithNumberFormat(uint16_t nXf, std::string_view sCode) {
-  if (sCode.empty()) return nXf;
+  if (sCode.empty()) return Plain(nXf);
   const auto nFirst = static_cast<unsigned char>(sCode.front()), nLast = static_cast<unsigned char>(sCode.back());
   Answer& answer = recent_[(sCode.size() * 7 + nFirst * 3U + nLast + nXf) % recent_.size()];
   if (answer.nXf != nXf || answer.sCode != sCode) answer = {nXf, Make(nXf, FormatId(sCode)), std::string(sCode)};
@@ -92,12 +100,15 @@ int clsXlsFormats::Make(uint16_t nXf, int nFormat) {
   if (nFormat < 0 || nXf >= xfs_.size()) return -1;
   const auto nFormatId = static_cast<uint16_t>(nFormat);
   if (const auto found = made_.find({nXf, nFormatId}); found != made_.end()) return found->second;
-  if (xfs_.size() >= kMaxXfs) return -1;
   constexpr unsigned kOwnNumberFormat = 0x04;
-  const auto nResult = static_cast<uint16_t>(xfs_.size());
   std::string sXf = xfs_[nXf];
   SetAt(sXf, 2, nFormatId);
   SetAt(sXf, 9, static_cast<uint8_t>(GetU8(sXf, 9) | kOwnNumberFormat));
+  // Run after run into a file of our own would add the same ones again.
+  const auto known = bOwn_ ? std::find(xfs_.begin(), xfs_.end(), sXf) : xfs_.end();
+  if (known != xfs_.end()) return made_[{nXf, nFormatId}] = static_cast<uint16_t>(known - xfs_.begin());
+  if (xfs_.size() >= kMaxXfs) return -1;
+  const auto nResult = static_cast<uint16_t>(xfs_.size());
   PutRecord(sAddedXfs_, xls::kXf, sXf);
   xfs_.push_back(std::move(sXf));
   made_[{nXf, nFormatId}] = nResult;

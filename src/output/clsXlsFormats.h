@@ -23,12 +23,20 @@ class clsXlsFormats {
   std::string_view XfData(size_t nXf) const { return xfs_[nXf]; }
   size_t XfCount() const { return xfs_.size(); }
 
+  /// The file is this program's own work, and no person's: what an earlier report made of its cells binds no text of
+  /// the next one. KindToKeep is General from here on.
+  void TakeAsOwn() { bOwn_ = true; }
+
   uint16_t NumberFormatOf(uint16_t nXf) const { return nXf < xfs_.size() ? GetU16(xfs_[nXf], 2) : uint16_t{0}; }
   /// What the number format of an XF shows.
   FormatKind KindOf(uint16_t nXf) const;
+  /// The kind that a text to be written must fit.
+  FormatKind KindToKeep(uint16_t nXf) const { return bOwn_ ? FormatKind::General : KindOf(nXf); }
   /// Format of cells that have none: the standard one, or the first that is for cells where the file's differ.
   uint16_t DefaultXf() const;
-  /// The XF that is as nXf but for its number format ("": nXf itself); -1 if the workbook can hold no more of them.
+  /// The XF of a cell whose value needs no format: nXf, or in a file of our own the like with General.
+  uint16_t Plain(uint16_t nXf);
+  /// The XF that is as nXf but for its number format ("": Plain's); -1 if the workbook can hold no more of them.
   int WithNumberFormat(uint16_t nXf, std::string_view sCode);
 
   const std::string& AddedFormats() const { return sAddedFormats_; }  ///< FORMAT records
@@ -42,6 +50,7 @@ class clsXlsFormats {
   int FormatId(std::string_view sCode);
   int Make(uint16_t nXf, int nFormat);
 
+  bool bOwn_ = false;
   std::vector<std::string> xfs_;
   std::vector<std::string> extensions_;
   std::map<uint16_t, std::string> codes_;

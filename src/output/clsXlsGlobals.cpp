@@ -59,6 +59,10 @@ bool clsXlsGlobals::Note(const XlsRecord& record, OutputMessage& reason) {
     case xls::kSst:
       nSst_ = record.nOffset;
       return strings_.Parse(sStream_, record.nOffset);
+    case xls::kWriteAccess:
+      if (std::string sWriter; GetXlsString(record.sData, 0, 2, sWriter) && sWriter == xls::kOwnName)
+        formats_.TakeAsOwn();
+      return true;
     case xls::kDateMode:
       b1904_ = GetU16(record.sData, 0) != 0;
       return true;

@@ -65,6 +65,7 @@ bool clsXlsxEditor::Open(std::string_view sHostPath, Failure& failure) {
   std::string sBytes;
   if (!nStyles) return true;
   if (!book_.package.ReadAll(*nStyles, sBytes, failure)) return false;
+  if (book_.package.IsOwnWork()) book_.styles.TakeAsOwn();
   if (book_.styles.Load(std::move(sBytes))) return true;
   failure = book_.package.Damaged(sStyles);
   return false;

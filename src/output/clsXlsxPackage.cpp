@@ -11,6 +11,7 @@
 #include "modSystemIo.h"
 #include "modText.h"
 #include "modTurns.h"
+#include "modXlsxParts.h"
 
 namespace quillon {
 
@@ -139,6 +140,13 @@ std::optional<size_t> clsXlsxPackage::Find(std::string_view sName) const {
 std::unique_ptr<clsPartReader> clsXlsxPackage::Read(size_t nPart, bool bPacked) const {
   zip_file_t* const pFile = zip_fopen_index(pZip_, nPart, bPacked ? ZIP_FL_COMPRESSED : 0);
   return pFile == nullptr ? nullptr : std::make_unique<clsPartReader>(pFile);
+}
+
+bool clsXlsxPackage::IsOwnWork() const {
+  const auto nPart = Find("docProps/app.xml");
+  std::string sBytes;
+  Failure ignored;
+  return nPart && ReadAll(*nPart, sBytes, ignored) && sBytes.find(kOwnApplication) != std::string::npos;
 }
 
 bool clsXlsxPackage::ReadAll(size_t nPart, std::string& sBytes, Failure& failure) const {

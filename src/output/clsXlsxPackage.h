@@ -69,6 +69,8 @@ class clsXlsxPackage {
   std::optional<size_t> Find(std::string_view sName) const;
   /// The part's text, or its packed bytes as they stand in the file. Null on failure.
   std::unique_ptr<clsPartReader> Read(size_t nPart, bool bPacked = false) const;
+  /// True if this program was the last to write the package.
+  bool IsOwnWork() const;
   bool ReadAll(size_t nPart, std::string& sBytes, Failure& failure) const;
   /// A scanner of the part.
   clsXmlScanner Scan(size_t nPart) const;

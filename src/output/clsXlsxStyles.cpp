@@ -17,8 +17,15 @@ namespace {
 constexpr size_t kMaxFormats = 64000;
 constexpr size_t kMaxCodes = 200;
 
-constexpr std::array<std::pair<std::string_view, uint32_t>, 8> kBuiltIn = {
-    {{"0", 1}, {"0.00", 2}, {"#,##0", 3}, {"#,##0.00", 4}, {"0%", 9}, {"0.00%", 10}, {"0.00E+00", 11}, {"@", 49}}};
+constexpr std::array<std::pair<std::string_view, uint32_t>, 9> kBuiltIn = {{{"General", 0},
+                                                                            {"0", 1},
+                                                                            {"0.00", 2},
+                                                                            {"#,##0", 3},
+                                                                            {"#,##0.00", 4},
+                                                                            {"0%", 9},
+                                                                            {"0.00%", 10},
+                                                                            {"0.00E+00", 11},
+                                                                            {"@", 49}}};
 
 FormatKind KindOfBuiltIn(uint32_t nId) {
   if (nId == 0) return FormatKind::General;
@@ -147,6 +154,12 @@ uint32_t clsXlsxStyles::FormatId(std::string_view sCode) {
   sNewCodes_ += "\"/>";
   ++nNewCodes_;
   return nNextId_++;
+}
+
+uint32_t clsXlsxStyles::Plain(uint32_t nFormat) {
+  if (!bOwn_ || nFormat >= kinds_.size() || kinds_[nFormat] == FormatKind::General) return nFormat;
+  const int64_t nPlain = Derive(nFormat, "General");
+  return nPlain < 0 ? nFormat : static_cast<uint32_t>(nPlain);
 }
 
 int64_t clsXlsxStyles::Derive(uint32_t nFormat, std::string_view sCode) {

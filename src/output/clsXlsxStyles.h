@@ -25,7 +25,14 @@ class clsXlsxStyles {
 
   /// Number of cell formats; a cell's "s" counts from 0.
   size_t Count() const { return formats_.size(); }
+  /// The file is this program's own work, and no person's: what an earlier report made of its cells binds no text of
+  /// the next one. KindToKeep is General from here on.
+  void TakeAsOwn() { bOwn_ = true; }
+  /// The kind that a text to be written must fit.
+  FormatKind KindToKeep(uint32_t nFormat) const { return bOwn_ ? FormatKind::General : KindOf(nFormat); }
   FormatKind KindOf(uint32_t nFormat) const { return nFormat < kinds_.size() ? kinds_[nFormat] : FormatKind::General; }
+  /// The format of a cell whose value needs none: nFormat, or in a file of our own the like with General.
+  uint32_t Plain(uint32_t nFormat);
   /// The cell format that is like nFormat but for its number format; -1 if there is no room for another one.
   int64_t Derive(uint32_t nFormat, std::string_view sCode);
 
@@ -49,6 +56,7 @@ class clsXlsxStyles {
   bool TakeFormat(std::string sXf, uint32_t nFormatId);
   void AppendList(const Place& place, size_t nNew, std::string_view sNew, std::string& sOut) const;
 
+  bool bOwn_ = false;
   std::string sBytes_;
   std::string sPrefix_;
   Place root_, codesPlace_, formatsPlace_;

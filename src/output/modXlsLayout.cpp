@@ -70,7 +70,7 @@ void PutBof(std::string& sOut, uint16_t nKind) {
 void PutWriteAccess(std::string& sOut) {
   constexpr size_t kBytes = 112;
   std::string sData;
-  PutXlsString(sData, "Quillon", 2);
+  PutXlsString(sData, xls::kOwnName, 2);
   sData.resize(kBytes, ' ');
   PutRecord(sOut, xls::kWriteAccess, sData);
 }

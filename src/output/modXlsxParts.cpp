@@ -73,8 +73,7 @@ std::string PackageRelationsPart() {
 }
 
 std::string AppPropertiesPart() {
-  return Join(kXmlHead, "<Properties xmlns=\"", kOffice, "extended-properties\"><Application>Quillon</Application>",
-              "</Properties>");
+  return Join(kXmlHead, "<Properties xmlns=\"", kOffice, "extended-properties\">", kOwnApplication, "</Properties>");
 }
 
 std::string CorePropertiesPart() {

@@ -11,6 +11,9 @@ namespace quillon {
 
 constexpr std::string_view kXmlHead = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n";
 
+/// Who wrote the file, as its properties have it: each program that saves one puts its own name there.
+constexpr std::string_view kOwnApplication = "<Application>Quillon</Application>";
+
 std::string ContentTypesPart(int nSheets);
 std::string PackageRelationsPart();
 std::string AppPropertiesPart();

@@ -246,8 +246,10 @@ TEST_F(ExistingXls, GivesRowAndColumnFormatsToNewCellsAndKeepsThoseOfOldOnes) {
   StoreAt(sRow.data() + 16, uint32_t{0x00100180});  // format 16 for the row
   const std::string sPercentXf = "\0\0\x09\0\1\0\x20\0\0\0\0\0\0\0\0\0\0\0\xC0\x20"s;
   const std::string sTextXf = "\0\0\x31\0\1\0\x20\0\0\0\0\0\0\0\0\0\0\0\xC0\x20"s;
-  const auto workbook = Open(
-      StreamOf({sRow + Cell(xls::kBlank, 0, 0, {}, 17)}, Record(xls::kXf, sPercentXf) + Record(xls::kXf, sTextXf)));
+  std::string sStream =
+      StreamOf({sRow + Cell(xls::kBlank, 0, 0, {}, 17)}, Record(xls::kXf, sPercentXf) + Record(xls::kXf, sTextXf));
+  sStream.replace(sStream.find(xls::kOwnName), xls::kOwnName.size(), "Another");
+  const auto workbook = Open(sStream);
   ASSERT_TRUE(workbook->WriteCell(1, 1, 1, "12", failure_));  // a cell for text
   ASSERT_TRUE(workbook->WriteCell(1, 1, 2, "7%", failure_));  // per cent as the row has it
   ASSERT_TRUE(workbook->WriteCell(1, 1, 3, "7", failure_));   // would show 700%

@@ -48,6 +48,35 @@ TEST(ExcelLink, TellsTheFormatByTheWholePath) {
   EXPECT_EQ(OutputFormatOfPath("report.txt"), kFormatNone);
 }
 
+TEST(ExcelLink, NumbersOfTheNextReportDoNotTakeTheFormatsOfTheLastOne) {
+  clsTempFolder folder;
+  for (const char* const pName : {"a.xlsx", "a.xls"}) {
+    const auto run = [&](std::initializer_list<std::string_view> texts) {
+      Failure failure;
+      auto workbook = OpenExcelWorkbook(folder.Path(pName), {});
+      if (const auto used = workbook->ActiveUsedRange()) workbook->ClearContents(1, *used, failure);
+      int64_t nRow = 0;
+      for (const std::string_view sText : texts) workbook->WriteCell(1, ++nRow, 1, sText, failure);
+      EXPECT_TRUE(SaveExcelWorkbookAs(*workbook, folder.Path(pName), OutputFormatOfPath(pName), failure))
+          << failure.sText;
+    };
+    const std::initializer_list<std::string_view> next = {"12.75", "12/31/2024", "Total", "5", "0.5", "TRUE"};
+    run({"$5", "12", "(1.5)", "7%", "12/31/2024", "1,234.5"});
+    run(next);
+    auto workbook = OpenExcelWorkbook(folder.Path(pName), {});
+    int64_t nRow = 0;
+    for (const std::string_view sText : next) {
+      std::string sShown;
+      Failure failure;
+      EXPECT_TRUE(workbook->ReadCell(1, ++nRow, 1, sShown, failure));
+      EXPECT_EQ(sShown, sText) << pName;
+    }
+    const std::string sSecond = folder.Read(pName);
+    run(next);
+    EXPECT_EQ(folder.Read(pName).size(), sSecond.size()) << pName << " grows from run to run";
+  }
+}
+
 /// The reason for which every cell write fails; saving must fail with it too and leave the file.
 std::string Refusal(const clsTempFolder& folder, std::string_view sName) {
   const bool bFile = std::filesystem::is_regular_file(folder.Path(sName));
