@@ -181,13 +181,22 @@ std::string clsLongRun::ClosingLine() {
   return line + FormatOneDecimal(elapsed * kMillisecond) + " seconds";
 }
 
+bool clsLongRun::CheckLog() {
+  std::string& sLog = gConversionOptions.sLogFile;
+  if (sLog.empty() || MayBecomeLog(sLog)) return true;
+  Say(WithoutControls(sLog) + ": this file is no log of an earlier run and stays as it is; choose another log");
+  sLog.clear();
+  return false;
+}
+
+/// The name may have become that of an output or of the result list meanwhile.
 void clsLongRun::WriteLog() {
+  if (!CheckLog()) return FailBeside();
   if (gConversionOptions.sLogFile.empty()) return;
   Failure failure;
-  if (!WriteLogFile(gConversionOptions, log, failure)) {
-    Say(failure.sText);
-    ++totals.lFilesFailed;
-  }
+  if (WriteLogFile(gConversionOptions, log, failure)) return;
+  Say(failure.sText);
+  FailBeside();
 }
 
 int clsLongRun::Finish() {
@@ -203,7 +212,7 @@ int clsLongRun::Finish() {
   WriteLog();
   if (signal != 0) return kExitInterrupted + signal;
   // A cell that the sheet couldn't take is lost to whoever reads the output alone.
-  const bool whole = totals.lFilesFailed == 0 && totals.lCellsFailed == 0 && log.lErrorCount == 0;
+  const bool whole = !bFailedBeside_ && totals.lFilesFailed == 0 && totals.lCellsFailed == 0 && log.lErrorCount == 0;
   return whole ? kExitDone : kExitSomeFailed;
 }
 

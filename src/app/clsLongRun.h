@@ -58,6 +58,11 @@ class clsLongRun {
   /// What was wrong with the file done last and stands in no entry of the log.
   const std::vector<std::string>& Untold() const { return untold_; }
 
+  /// False, told, if the log's name is that of a file that is no log; no log is written then.
+  bool CheckLog();
+  /// Something failed that is no file's conversion: the run can't end with 0.
+  void FailBeside() { bFailedBeside_ = true; }
+
   /// Says the closing line, writes the log file and gives the exit status.
   int Finish();
   /// The same for a run that was refused before it began.
@@ -74,6 +79,7 @@ class clsLongRun {
 
   TalkRequest talk_;
   std::vector<std::string> untold_;
+  bool bFailedBeside_ = false;
   int64_t lStart_ = 0;
   size_t nLogSeen_ = 0;  ///< Bytes of the log that speak of files before the one in hand
 };

@@ -124,7 +124,7 @@ void clsResultRecorder::FileDone(const FileOutcome& outcome) {
   if (bWritten) return;
   if (std::exchange(bFailed_, true)) return;
   run_.Say(failure.sText + "; the result list has gaps");
-  ++run_.totals.lFilesFailed;
+  run_.FailBeside();
 }
 
 }  // namespace quillon

@@ -11,9 +11,11 @@
 #include "CFileSearch.h"
 #include "clsSearchedPlaces.h"
 #include "modCollections.h"
+#include "modConvertCommand.h"
 #include "modExcelLink.h"
 #include "modFiles.h"
 #include "modPaths.h"
+#include "modProfileFile.h"
 #include "modRunMessages.h"
 #include "modStrings.h"
 #include "modText.h"
@@ -41,6 +43,12 @@ struct FoundInput {
 std::string AsPattern(const std::string& sInput) {
   const std::string pattern = FolderExists(sInput) ? WithSeparator(sInput) + "*" : sInput;
   return HasSeparator(pattern) ? pattern : "./" + pattern;
+}
+
+/// What helps against two inputs of one output.
+std::string HowToPart(const std::string& sInput, const std::string& sOther) {
+  if (FolderOfPath(sInput) == FolderOfPath(sOther)) return "; convert them apart, or rename one of them";
+  return "; quote the pattern with -r, so that subfolders are mirrored, or convert them apart";
 }
 
 class clsPlanner {
@@ -135,7 +143,7 @@ class clsPlanner {
       if (!fresh) {
         const bool bSame = taken->second->sOutput == file.sOutput;
         return Refuse(file.sOutput + " would be the output of both " + taken->second->sInput + " and " + file.sInput +
-                      (bSame ? "; quote the pattern with -r, so that subfolders are mirrored, or convert them apart"
+                      (bSame ? HowToPart(taken->second->sInput, file.sInput)
                              : ", as names that differ in case alone are one; rename one of them"));
       }
       if (OutputFormatOfPath(file.sOutput) != kFormats.at(UpperText(ExtensionOfPath(file.sOutput)))) {
@@ -155,6 +163,7 @@ class clsPlanner {
     };
     for (PlannedFile& file : files) keep(file.sInput, &file.lBytes);
     keep(request_.sRecipe, nullptr);
+    if (!request_.sProfile.empty()) keep(FindProfile(ProfileFor(request_.sProfile)), nullptr);
   }
 
   /// Leaves the part of this process alone, and tells which it is.
@@ -171,13 +180,18 @@ class clsPlanner {
 
   bool CheckNothingIsOverwritten(const std::vector<PlannedFile>& files) {
     const auto list = request_.sReport.empty() ? std::nullopt : IdentityOf(request_.sReport);
+    // One that isn't there yet has a name alone.
+    const auto becomes_list = [this](const std::string& sOutput) {
+      return !request_.sReport.empty() && EqualNoCase(AbsolutePath(sOutput), request_.sReport);
+    };
     for (const PlannedFile& file : files) {
       const auto identity = IdentityOf(file.sOutput);
       if (identity && kept_.count(*identity) > 0) return Refuse(kOutputIsInput, file.sOutput);
-      if (identity && identity == list) return Refuse(request_.sReport + " is an output; choose another result list");
+      if ((identity && identity == list) || becomes_list(file.sOutput))
+        return Refuse(request_.sReport + " is an output; choose another result list");
     }
     if (list && kept_.count(*list) > 0) {
-      return Refuse(request_.sReport + " is an input or the recipe; choose another result list");
+      return Refuse(request_.sReport + " is an input, the recipe or the profile; choose another result list");
     }
     return true;
   }
@@ -202,7 +216,7 @@ class clsPlanner {
   std::vector<FoundInput> inputs_;
   std::unordered_set<std::string> seen_;
   clsSearchedPlaces searched_;
-  std::set<Identity> kept_;  ///< Inputs and recipe
+  std::set<Identity> kept_;  ///< Inputs, recipe and profile
   bool many_ = false;
 };
 

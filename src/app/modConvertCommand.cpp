@@ -183,7 +183,8 @@ bool ConvertEach(const ConvertRequest& request, clsLongRun& run, clsConversionRu
   return true;
 }
 
-/// Replaces "-" by files of our own.
+/// Replaces "-" by files of our own. False, told, for wrong use, or for an input, counted as failed, that can't be
+/// read.
 bool TakeStandardStreams(ConvertRequest& request, clsLongRun& run) {
   Failure failure;
   for (std::string& input : request.inputs) {
@@ -196,6 +197,7 @@ bool TakeStandardStreams(ConvertRequest& request, clsLongRun& run) {
     input = run.privateFolder.InputFile();
     if (!StandardInputToFile(input, failure)) {
       run.Say(failure.sText);
+      ++run.totals.lFilesFailed;
       return false;
     }
   }
@@ -230,6 +232,7 @@ int ConvertCommand(const ConvertRequest& asked, const TalkRequest& talk) {
   run.log.LogClear(true);
   TellWhatIsIgnored(request, run);
 
+  if (!run.CheckLog()) return run.Refused();
   const std::string_view fault = BatchOptionsFault(request);
   if (!fault.empty()) return WrongUse(run, fault);
   const bool by_specification = BySpecification(request);
@@ -237,7 +240,7 @@ int ConvertCommand(const ConvertRequest& asked, const TalkRequest& talk) {
     return WrongUse(run, "INPUT is missing: name files, a quoted pattern, or - (see --help)");
   if (!by_specification && request.sOutput.empty()) return WrongUse(run, "-o OUTPUT is missing (see --help)");
   const bool to_standard_output = request.sOutput == kStandardStream;
-  if (!TakeStandardStreams(request, run)) return run.Refused();
+  if (!TakeStandardStreams(request, run)) return run.totals.lFilesFailed > 0 ? run.Finish() : run.Refused();
   const bool ran = by_specification ? ConvertBySpecification(request, run, conversion)
                                     : ConvertEach(request, run, conversion, recorder);
   if (!ran) return run.Refused();
@@ -245,7 +248,8 @@ int ConvertCommand(const ConvertRequest& asked, const TalkRequest& talk) {
   if (to_standard_output && IsFile(request.sOutput) && InterruptSignal() == 0 &&
       !FileToStandardOutput(request.sOutput, failure)) {
     run.Say(failure.sText);
-    ++run.totals.lFilesFailed;
+    if (run.totals.lFilesConverted > 0) --run.totals.lFilesConverted, ++run.totals.lFilesFailed;
+    run.FailBeside();
   }
   return run.Finish();
 }

@@ -2,9 +2,9 @@
 
 #include <unistd.h>
 
-#include <cctype>
 #include <clocale>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <new>
 #include <string>
@@ -24,13 +24,17 @@ namespace {
 
 /// A path with its name typed in full is none, although its folders could be read as switches.
 bool IsSlashForm(std::string_view sFirst) {
-  if (sFirst.size() < 2 || sFirst[0] != '/' || IsFile(sFirst)) return false;
-  const auto letter = static_cast<unsigned char>(sFirst[1]);
-  return std::isalpha(letter) != 0 || letter == '!' || letter == '?';
+  return sFirst.starts_with('/') && !IsFile(sFirst);
 }
 
 /// Doesn't come back if the desktop program is there.
 int BecomeDesktopProgram(char** argv) {
+  const auto given = [](const char* pName) { return std::getenv(pName) != nullptr; };
+  if (!given("DISPLAY") && !given("WAYLAND_DISPLAY") && !given("QT_QPA_PLATFORM")) {
+    std::fputs("quillon: there is no display for the desktop program; for the command line see: quillon --help\n",
+               stderr);
+    return kExitWrongUse;
+  }
   const std::string program = ProgramFolder() + "/quillon-gui";
   execv(program.c_str(), argv);
   std::perror(("quillon: " + program).c_str());
@@ -74,6 +78,7 @@ void PrintUnexpected(std::string_view sText) {
 }  // namespace
 
 int FrontDoor(int argc, char** argv) {
+  HoldStandardStreams();
   std::setlocale(LC_TIME, "");
   try {
     if (argc < 2) return BecomeDesktopProgram(argv);

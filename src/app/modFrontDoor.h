@@ -11,8 +11,8 @@ enum ExitStatus : int {
   kExitInterrupted = 128,
 };
 
-/// The whole program behind main. Three ways lead on: slash switches (the first argument begins with "/" and one
-/// letter, "!" or "?", and is no file's path; all arguments joined by blanks are then the one command text), the
+/// The whole program behind main. Three ways lead on: slash switches (the first argument begins with "/" and is
+/// no file's path; all arguments joined by blanks are then the one command text), the
 /// long-option commands, and the desktop program, which takes this one's place when there is no argument.
 int FrontDoor(int argc, char** argv);
 

@@ -94,6 +94,7 @@ void TellUnknownKeys(const std::string& sJobFile, clsLongRun& run) {
 int JobCommand(const JobRequest& request, const TalkRequest& talk) {
   clsLongRun run(talk);
   O& options = gConversionOptions;
+  if (!run.CheckLog()) return run.Refused();
   if (!IsJob(ExpandedPath(request.sJobFile), run)) return run.Refused();
   options.sCLBatchJobFile = request.sJobFile;
   RunExtras extras = run.Extras();

@@ -33,6 +33,11 @@ void RunUnattended(clsHost& host, clsRunLog& log, clsRunFields& fields) {
   clsConversionRun run(host, gConversionOptions, log, fields, nullptr);
   int32_t result = 0;
   run.Go(result);
+  if (result == kNoLogFolder && !gConversionOptions.bVerbose) {
+    // The log would have told it, and nobody may look for the outputs for long.
+    host.ShowMessage(gConversionOptions.sLogFile + ": " + Translate("Unable to create/access log file folder."),
+                     "Log file", MessageIcon::Critical, MessageButtons::Ok);
+  }
   if (result == kNoLogFolder || gConversionOptions.sLogFile.empty()) return;
   Failure failure;
   if (!WriteLogFile(gConversionOptions, log, failure)) {

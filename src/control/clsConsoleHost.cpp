@@ -52,6 +52,14 @@ std::string WithLineFeeds(std::string_view sText) {
 
 }  // namespace
 
+void HoldStandardStreams() {
+  for (const int nStream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(nStream, F_GETFD) >= 0) continue;
+    // The lowest free number is the stream's, as those below are taken.
+    if (open("/dev/null", nStream == STDIN_FILENO ? O_WRONLY : O_RDONLY) != nStream) return;
+  }
+}
+
 void CatchInterrupts() {
   struct sigaction action {};
   action.sa_handler = NoteInterrupt;

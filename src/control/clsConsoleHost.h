@@ -67,6 +67,10 @@ class clsConsoleHost : public clsHost {
   Clock::time_point started_, drawn_;
 };
 
+/// A standard stream that the caller closed gets a place of its own, where reading or writing fails as on a closed one:
+/// else the next file opened would take its number, and what is said would be written into that file.
+void HoldStandardStreams();
+
 /// From here on SIGINT and SIGTERM end the run after the row in hand, with no half-written output. A second signal of
 /// the same kind ends the process at once. A reader that goes away (SIGPIPE) is an ordinary failure of writing.
 void CatchInterrupts();

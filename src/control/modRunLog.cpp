@@ -4,7 +4,9 @@
 #include <utility>
 
 #include "modSettings.h"
+#include "modSystemIo.h"
 #include "modText.h"
+#include "modTextEnds.h"
 #include "modTranslator.h"
 
 namespace quillon {
@@ -69,6 +71,23 @@ void clsRunLog::LogClear(bool bAddTimeStamp) {
   if (pView_ != nullptr) pView_->LogReplaced(sText_);
 }
 
+namespace {
+constexpr std::string_view kStampBegins = "Quillon Log [";
+}
+
+bool MayBecomeLog(std::string_view sPath) {
+  int64_t nBytes = 0;
+  Failure ignored;  // What can't be read the writing tells of.
+  const int nHandle = OpenOrdinaryFile(sPath, nBytes, ignored);
+  if (nHandle < 0) return true;
+  std::array<char, kStampBegins.size()> start{};
+  const int64_t nGot = ReadHandleAt(nHandle, start.data(), start.size(), 0);
+  CloseHandle(nHandle);
+  const std::string_view sStart(start.data(), nGot > 0 ? static_cast<size_t>(nGot) : 0);
+  // A run that was refused before it began leaves a log of a line end alone.
+  return sStart == kStampBegins || sStart.find_first_not_of(kLineEnd) == std::string_view::npos;
+}
+
 std::string LogTimeStamp(std::time_t moment) {
   std::tm parts{};
   localtime_r(&moment, &parts);
@@ -78,7 +97,7 @@ std::string LogTimeStamp(std::time_t moment) {
 #pragma GCC diagnostic ignored "-Wformat-y2k"
   const size_t length = std::strftime(stamp.data(), stamp.size(), "%x %X", &parts);
 #pragma GCC diagnostic pop
-  return "Quillon Log [" + std::string(stamp.data(), length) + "]";
+  return std::string(kStampBegins) + std::string(stamp.data(), length) + "]";
 }
 
 }  // namespace quillon

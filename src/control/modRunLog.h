@@ -61,6 +61,10 @@ class clsRunLog {
   bool bReportedMinus5006_ = false;
 };
 
+/// True unless an ordinary file is there that holds anything but the log of an earlier run: then another use of its
+/// name was meant.
+bool MayBecomeLog(std::string_view sPath);
+
 /// "Quillon Log [date time]" in the locale's short forms.
 std::string LogTimeStamp(std::time_t moment);
 

@@ -151,6 +151,42 @@ class CommandLineTest(unittest.TestCase):
         _, err, status = self.world.run("quillon convert in.txt -o 'folder.cs*' --recipe r.rcp")
         self.assertEqual(status, 2)
 
+    def test_a_closed_stream_is_not_given_to_a_file(self):
+        self.write("eq.txt", REPORT.replace("Bolts", "=SUM("))
+        line = "quillon convert eq.txt none.txt -o '*.csv' --recipe r.rcp --report '{}.jsonl' {}"
+        self.world.run(line.format("open", ""))
+        rows, entries = self.text("eq.csv"), self.text("open.jsonl").count("\n")
+        for closed in ("0<&-", "1>&-", "2>&-"):
+            self.world.run(line.format(closed[0], closed))
+            self.assertEqual((self.text("eq.csv"), self.text(closed[0] + ".jsonl").count("\n")), (rows, entries), closed)
+        out, err, status = self.world.run("quillon convert - -o - --recipe r.rcp 0<&-")
+        self.assertEqual((out, status), ("", 1))
+        self.assertIn("standard input: Bad file descriptor", err)
+
+    def test_logs_and_lists_replace_nothing_else(self):
+        self.write("a.QLN", "[QLN]\r\nsInputFile=C:\\in.txt\r\nsOutputFile=C:\\a.csv\r\nsRecipeFile=C:\\r.rcp\r\n"
+                            "lConversionMethod=1\r\n")
+        self.write("p.csv", "1\t6\t[32] Space\tLeft\tNo\t1\t\t\r\n")
+        self.write("old.log", "Quillon Log [01/01/26 00:00:00]\r\n")
+        before = {name: self.text(name) for name in self.made() if name != "old.log"}
+        for line in ("convert in.txt -o o.csv --recipe r.rcp --log in.txt", "convert in.txt --log r.rcp", "job a.QLN --log a.QLN",
+                     "convert in.txt -o o.csv --recipe r.rcp --report o.csv", "convert in.txt -o p.csv --profile p.csv",
+                     "convert in.txt -o o.csv --profile p.csv --report p.csv"):
+            self.assertEqual(self.world.run("quillon " + line)[2], 2, line)
+        self.assertEqual({name: self.text(name) for name in self.made() if name != "old.log"}, before)
+        # What the run itself made stays, too.
+        out, err, status = self.world.run("quillon convert in.txt -o o.csv --recipe r.rcp --log o.csv")
+        self.assertEqual((self.text("o.csv"), status), (ROWS, 1))
+        self.assertIn("choose another log", err)
+        self.check("quillon convert in.txt -o o.csv --recipe r.rcp --log old.log --quiet")
+        self.assertIn("1 file converted", self.text("old.log"))
+
+    def test_a_file_is_counted_once(self):
+        for line, counts in (("-o - >/dev/full", "0 files converted, 1 failed"), ("-o a.csv --log /dev/full", "1 file converted, 0 failed")):
+            _, err, status = self.world.run("quillon convert in.txt --recipe r.rcp " + line)
+            self.assertEqual(status, 1, line)
+            self.assertIn(counts, err)
+
     # Several files
 
     def test_mirrors_subfolders_whatever_the_folders_are_called(self):
@@ -169,6 +205,8 @@ class CommandLineTest(unittest.TestCase):
         self.check("quillon convert p/a.txt q/a.txt -o 'o/*.csv' --recipe r.rcp", 2, err=(
             "quillon: o/a.csv would be the output of both p/a.txt and q/a.txt; quote the pattern with -r, so that "
             "subfolders are mirrored, or convert them apart\n"))
+        self.write("p/a.prt", REPORT)
+        self.assertIn("; convert them apart, or rename", self.world.run("quillon convert 'p/*' -r -o 'o/*.csv' --recipe r.rcp")[1])
 
     def test_goes_on_behind_a_failure_and_ends_with_1(self):
         self.write("in/a.txt", REPORT)
@@ -197,6 +235,11 @@ class CommandLineTest(unittest.TestCase):
     def test_switches_end_with_0_but_for_what_nobody_handles(self):
         self.check(r"quillon '/IC:\none.txt /OC:\a.csv /RC:\r.rcp /LC:\l\[Y].log'")
         self.assertIn("Error [-1]", self.text(f"l/{time.strftime('%Y', time.gmtime())}.log"))
+        self.check(r"quillon '/1 /IC:\in.txt /OC:\b.csv /RC:\r.rcp'")
+        self.assertEqual(self.text("b.csv"), ROWS)
+        self.write("file", "")
+        self.check(r"quillon '/IC:\in.txt /OC:\c.csv /RC:\r.rcp /LC:\file\x.log'",
+                   err="Log file: C:\\file\\x.log: Unable to create/access log file folder.\n")
         self.write("bad.QLN", "[QLN]\r\nlTabSize=eight\r\n")
         self.check(r"quillon '/JC:\bad.QLN /LC:\bad.log'", 70, err=(
             "quillon: C:\\bad.QLN: lTabSize=eight is not a whole number; correct this key of the conversion job.\n"))
