@@ -88,9 +88,9 @@ bool clsXlsxStyles::Load(std::string sBytes) {
     if (scanner.Token() == XmlToken::Failed) return false;
     if (Place* const pPlace = PlaceOf(scanner); pPlace != nullptr) {
       if (!NotePlace(scanner, *pPlace)) return false;
-    } else if (scanner.IsOpening() && scanner.Depth() == 3 && scanner.IsMain("numFmt") && codesPlace_.IsOpen()) {
+    } else if (scanner.IsOpening() && scanner.Depth() == 3 && scanner.IsMain("numFmt") && codesPlace_.bOpen) {
       TakeCode(scanner);
-    } else if (scanner.IsOpening() && scanner.Depth() == 3 && scanner.IsMain("xf") && formatsPlace_.IsOpen()) {
+    } else if (scanner.IsOpening() && scanner.Depth() == 3 && scanner.IsMain("xf") && formatsPlace_.bOpen) {
       const auto nStart = static_cast<size_t>(scanner.Offset());
       const uint32_t nId = NumberOf(scanner.AttributeText("numFmtId"));
       if (!scanner.SkipElement()) return false;
@@ -115,10 +115,12 @@ bool clsXlsxStyles::NotePlace(const clsXmlScanner& scanner, Place& place) {
   const size_t nEnd = nStart + scanner.Raw().size();
   if (scanner.Token() == XmlToken::EndTag) {
     place.nClose = nStart;
+    place.bOpen = false;
   } else if (place.bFound || (&place == &codesPlace_ && formatsPlace_.bFound)) {
     return false;
   } else {
-    place = {nStart, nEnd, nEnd, true, scanner.Token() == XmlToken::EmptyTag, 0};
+    const bool bEmpty = scanner.Token() == XmlToken::EmptyTag;
+    place = {nStart, nEnd, nEnd, true, bEmpty, 0, !bEmpty};
   }
   if (&place == &root_) sPrefix_ = scanner.Prefix();
   return true;

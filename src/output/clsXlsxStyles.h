@@ -47,7 +47,7 @@ class clsXlsxStyles {
     bool bFound = false;
     bool bEmpty = false;
     size_t nItems = 0;
-    bool IsOpen() const { return bFound && nClose == nEnd; }  ///< Its end tag was not seen yet
+    bool bOpen = false;  ///< Its end tag was not seen yet
   };
   Place* PlaceOf(const clsXmlScanner& scanner);
   bool NotePlace(const clsXmlScanner& scanner, Place& place);

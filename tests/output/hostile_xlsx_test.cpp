@@ -288,6 +288,13 @@ TEST(Styles, AFormatIsDerivedFromOneWhoseAttributeHoldsAnAngle) {
   EXPECT_EQ(again.KindOf(1), FormatKind::Number);
 }
 
+TEST(Styles, WhatStandsBehindAnEmptyListIsNoneOfIt) {
+  clsXlsxStyles styles;
+  ASSERT_TRUE(styles.Load("<styleSheet xmlns=\"" + std::string(kMain) +
+                          "\"><cellXfs></cellXfs><cellStyles><xf numFmtId=\"9\"/></cellStyles></styleSheet>"));
+  EXPECT_EQ(styles.Count(), 0u);
+}
+
 TEST(Styles, ListsGivenTwiceOrOutOfOrderAreRefused) {
   const std::string sFormats = "<cellXfs count=\"1\"><xf numFmtId=\"0\"/></cellXfs>";
   for (const std::string& sLists : {sFormats + "<numFmts/>", sFormats + sFormats, "<numFmts/><numFmts/>" + sFormats}) {
