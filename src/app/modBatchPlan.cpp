@@ -148,8 +148,8 @@ class clsPlanner {
       }
       if (OutputFormatOfPath(file.sOutput) != kFormats.at(UpperText(ExtensionOfPath(file.sOutput)))) {
         return Refuse(file.sOutput +
-                      ": a folder in this path looks like the ending of another kind of file; choose "
-                      "another folder");
+                      ": a part of this path looks like the ending of another kind of file; choose "
+                      "another name or folder");
       }
     }
     return true;

@@ -85,7 +85,8 @@ void CFileSearch::BuildFileList1(std::string_view spath, std::string_view sFileM
   lResult = lLastErrorNumber_;
 }
 
-void CFileSearch::NoteFailure(int nError) {
+void CFileSearch::NoteFailure(const std::string& sFolder, int nError) {
+  sLastErrorFolder_ = sFolder;
   switch (nError) {
     case ENOENT:
     case ENOTDIR:
@@ -107,8 +108,7 @@ bool CFileSearch::ReadFolder(const std::string& sFolder, std::vector<Entry>& ent
   const OpenFolder folder(opendir(HostPath(sFolder).c_str()));
   struct stat self {};
   if (!folder || fstat(dirfd(folder.get()), &self) != 0) {
-    sLastErrorFolder_ = sFolder;
-    NoteFailure(errno);
+    NoteFailure(sFolder, errno);
     return false;
   }
   // A link that leads back to a folder above would make the walk endless.
@@ -116,15 +116,23 @@ bool CFileSearch::ReadFolder(const std::string& sFolder, std::vector<Entry>& ent
   if (std::find(above_.begin(), above_.end(), identity) != above_.end()) return false;
   above_.push_back(identity);
 
-  for (const dirent* item = readdir(folder.get()); item != nullptr; item = readdir(folder.get())) {
+  const auto next = [&folder] {
+    errno = 0;
+    return readdir(folder.get());
+  };
+  for (const dirent* item = next(); item != nullptr; item = next()) {
     GiveTurn();
     struct stat about {};
-    // A link whose target is gone is no file.
-    if (fstatat(dirfd(folder.get()), item->d_name, &about, 0) != 0) continue;
+    if (fstatat(dirfd(folder.get()), item->d_name, &about, 0) != 0) {
+      // A link whose target is gone, or that leads to itself, is no file, nor is what was removed meanwhile.
+      if (errno != ENOENT && errno != ELOOP) NoteFailure(sFolder, errno);
+      continue;
+    }
     // A name with a backslash would lead to another place; such a file is refused as one that isn't there.
     entries.push_back({ReplaceAll(item->d_name, "\\", "?"), S_ISDIR(about.st_mode),
                        static_cast<int32_t>(about.st_size & 0xffffffff)});
   }
+  if (errno != 0) NoteFailure(sFolder, errno);
   std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) { return a.sName < b.sName; });
   return true;
 }

@@ -39,7 +39,7 @@ class CFileSearch {
   void Walk(const std::string& sFolder);
   /// The folder's entries by name; False if it can't be read or the walk is in it already.
   bool ReadFolder(const std::string& sFolder, std::vector<Entry>& entries);
-  void NoteFailure(int nError);
+  void NoteFailure(const std::string& sFolder, int nError);
   void Refuse(uint32_t lNumber, std::string_view sText, int32_t& lResult);
 
   bool bSearchSubfolders_ = false;

@@ -9,7 +9,7 @@ namespace {
 std::u32string Folded(std::string_view sText) {
   std::u32string folded;
   folded.reserve(sText.size());
-  for (size_t pos = 0; pos < sText.size();) folded.push_back(FoldChar(DecodeUtf8(sText, pos)));
+  for (size_t pos = 0; pos < sText.size();) folded.push_back(NextFolded(sText, pos));
   return folded;
 }
 

@@ -185,11 +185,21 @@ char32_t FoldChar(char32_t ch) {
   return UpperChar(ch);
 }
 
+char32_t NextFolded(std::string_view sText, size_t& nPos) {
+  constexpr char32_t kBehindCharacters = 0x110000;
+  const auto byte = static_cast<unsigned char>(sText[nPos]);
+  if (byte < 0x80) return FoldChar(static_cast<unsigned char>(sText[nPos++]));
+  char32_t ch = 0;
+  const size_t nLength = ValidSequence(sText, nPos, ch);
+  nPos += nLength == 0 ? 1 : nLength;
+  return nLength == 0 ? kBehindCharacters + byte : FoldChar(ch);
+}
+
 bool EqualNoCase(std::string_view a, std::string_view b) {
   size_t i = 0;
   size_t j = 0;
   while (i < a.size() && j < b.size()) {
-    if (FoldChar(DecodeUtf8(a, i)) != FoldChar(DecodeUtf8(b, j))) return false;
+    if (NextFolded(a, i) != NextFolded(b, j)) return false;
   }
   return i == a.size() && j == b.size();
 }
@@ -199,7 +209,7 @@ size_t FindNoCase(std::string_view sText, std::string_view sNeedle) {
     size_t a = i;
     size_t b = 0;
     while (b < sNeedle.size() && a < sText.size()) {
-      if (FoldChar(DecodeUtf8(sText, a)) != FoldChar(DecodeUtf8(sNeedle, b))) break;
+      if (NextFolded(sText, a) != NextFolded(sNeedle, b)) break;
       if (b == sNeedle.size()) return i;
     }
     if (sNeedle.empty()) return i;

@@ -39,6 +39,9 @@ char32_t UpperChar(char32_t ch);
 std::string UpperText(std::string_view sText);
 /// Unicode simple folding of one character, for comparisons without regard to case.
 char32_t FoldChar(char32_t ch);
+/// The folded character at a byte of the text, which moves behind it. A byte that is no character equals itself alone:
+/// names of two files may differ in such a byte.
+char32_t NextFolded(std::string_view sText, size_t& nPos);
 bool EqualNoCase(std::string_view a, std::string_view b);
 /// Byte position of sNeedle in sText without regard to case, or npos.
 size_t FindNoCase(std::string_view sText, std::string_view sNeedle);

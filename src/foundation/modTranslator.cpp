@@ -85,7 +85,7 @@ void AddLanguagesOf(const std::string& sFolder, std::vector<std::string>& langua
   for (std::filesystem::directory_iterator i(HostPath(sFolder), error), end; !error && i != end; i.increment(error)) {
     const std::string sName = i->path().filename().string();
     const size_t nTail = FindNoCase(sName, sTail);
-    if (nTail != std::string::npos) found.push_back(sName.substr(0, nTail));
+    if (nTail != std::string::npos && nTail + sTail.size() == sName.size()) found.push_back(sName.substr(0, nTail));
   }
   std::sort(found.begin(), found.end());
   for (std::string& sName : found) {

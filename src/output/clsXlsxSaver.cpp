@@ -144,9 +144,10 @@ bool clsXlsxSaver::FollowRenamesIn(size_t nPart, Failure& failure) {
   if (!bSound || !bChanged) return true;
   return MakePart(nPart, failure, [&](clsDeflater& deflater) {
     clsXmlScanner scanner = book_.package.Scan(nPart);
-    CopyWithRenames(
-        scanner, renames_, [&deflater](std::string_view sBytes) { deflater.Write(sBytes); }, bChanged);
-    return true;
+    const auto write = [&deflater](std::string_view sBytes) { deflater.Write(sBytes); };
+    if (CopyWithRenames(scanner, renames_, write, bChanged)) return true;
+    failure = book_.package.Damaged(book_.package.Parts()[nPart].sName);
+    return false;
   });
 }
 

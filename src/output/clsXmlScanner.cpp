@@ -11,6 +11,7 @@ namespace quillon {
 namespace {
 
 constexpr size_t kBlock = size_t{256} << 10;
+constexpr size_t kMaxDeclarations = 1000;  ///< Of name spaces; each name is looked up in all of them
 
 bool IsXmlBlank(char ch) {
   return ch == ' ' || ch == '\t' || ch == '\n' || ch == '\r';
@@ -244,7 +245,7 @@ bool clsXmlScanner::CheckAttributes() {
   clsAttributes attributes(sRaw_);
   for (AttributeSpan span; attributes.Next(span);)
     if (span.sName.starts_with("xmlns")) Declare(span.sName, span.sValue);
-  return !attributes.Malformed();
+  return !attributes.Malformed() && declarations_.size() <= kMaxDeclarations;
 }
 
 void clsXmlScanner::Declare(std::string_view sName, std::string_view sValue) {

@@ -1,7 +1,6 @@
 #include "modXlsxTables.h"
 
 #include <algorithm>
-#include <set>
 #include <vector>
 
 #include "modText.h"
@@ -40,17 +39,24 @@ bool ReadTable(std::string_view sBytes, Table& table) {
   return true;
 }
 
+/// Names in use, in capitals, each with the number that is tried next for another of that name.
+using TakenNames = std::map<std::string, int>;
+
 /// The text with " (2)" and so on behind it where another column bears it.
-std::string MadeUnique(const std::string& sText, std::set<std::string>& taken) {
-  std::string sName = sText;
-  for (int n = 2; !taken.insert(UpperText(sName)).second; ++n) sName = sText + " (" + std::to_string(n) + ")";
+std::string MadeUnique(const std::string& sText, TakenNames& taken) {
+  const auto [entry, bFree] = taken.emplace(UpperText(sText), 2);
+  if (bFree) return sText;
+  std::string sName;
+  do {
+    sName = sText + " (" + std::to_string(entry->second++) + ")";
+  } while (!taken.emplace(UpperText(sName), 2).second);
   return sName;
 }
 
 /// New names of all columns by what the heading cells are to hold; true if one differs from before.
 bool NameColumns(const Table& table, SheetEdit& edit, std::vector<std::string>& names) {
   names = table.columns;
-  std::set<std::string> taken;
+  TakenNames taken;
   std::vector<size_t> changed;
   for (size_t i = 0; i < names.size(); ++i) {
     const int nColumn = static_cast<int>(table.range.nLeft) + static_cast<int>(i);
@@ -60,7 +66,7 @@ bool NameColumns(const Table& table, SheetEdit& edit, std::vector<std::string>& 
       changed.push_back(i);
       names[i] = sText.empty() ? "Column" + std::to_string(i + 1) : std::string(sText);
     } else {
-      taken.insert(UpperText(names[i]));
+      taken.emplace(UpperText(names[i]), 2);
     }
   }
   for (const size_t i : changed) {

@@ -4,8 +4,20 @@
 #include "modFiles.h"
 #include "modRecipeFailures.h"
 #include "modRecipeMessages.h"
+#include "modTurns.h"
 
 namespace quillon {
+
+namespace {
+
+/// Always False. A stop of the run (modTurns) is no failure of the report.
+bool TellUnread(RecipeContext& context, const Failure& failure) {
+  if (IsStopped(failure)) return false;
+  ReportFileFailure(context, failure);
+  return EndWalk(context, "A report could not be read", failure.sText);
+}
+
+}  // namespace
 
 bool clsPeriodFiles::Open(RecipeContext& context, int64_t lFirstLine) {
   const clsRecipe& recipe = context.recipe;
@@ -23,8 +35,7 @@ bool clsPeriodFiles::Open(RecipeContext& context, int64_t lFirstLine) {
       continue;
     }
     if (!readers_[i].Open(sName, context.options.text, failure)) {
-      ReportFileFailure(context, failure);
-      return EndWalk(context, "A report could not be read", failure.sText);
+      return TellUnread(context, failure);
     }
     open_[i] = true;
     readers_[i].SkipRows(lFirstLine - 1);
@@ -40,8 +51,7 @@ bool clsPeriodFiles::ReadRows(RecipeContext& context, int32_t tab_size) {
     std::string_view sRow;
     if (open_[i] && readers_[i].ReadRow(sRow)) slots[i].SetView(sRow, readers_[i].CodePage(), false);
     if (readers_[i].LastFailure().Failed()) {
-      ReportFileFailure(context, readers_[i].LastFailure());
-      return EndWalk(context, "A report could not be read", readers_[i].LastFailure().sText);
+      return TellUnread(context, readers_[i].LastFailure());
     }
     if (tab_size > 0 && !slots[i].Expand(tab_size)) return EndWalk(context, "The tabs of a row make it too long");
   }

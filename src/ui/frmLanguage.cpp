@@ -84,14 +84,18 @@ bool ChooseLanguage(clsHost& host, clsScreen& screen, bool bTellUser) {
   if (dialog.sChosenLanguage.empty()) return false;
   const std::string sOldLanguage = gsLanguage;
   const std::string sOldFont = gsLanguageFont;
+  // What was chosen before in this session is stored, too, and can be taken back.
+  const auto differs = [](const std::string& sChosen, const std::string& sNow, const std::string& sStored) {
+    return sChosen != sNow || (!sStored.empty() && sChosen != sStored);
+  };
   bool bChanged = false;
-  if (dialog.sChosenLanguage != sOldLanguage) {
+  if (differs(dialog.sChosenLanguage, sOldLanguage, GetLanguage())) {
     SaveLanguage(dialog.sChosenLanguage);
     bChanged = true;
   } else {
     bTellUser = false;
   }
-  if (!dialog.sChosenFont.empty() && dialog.sChosenFont != sOldFont) {
+  if (!dialog.sChosenFont.empty() && differs(dialog.sChosenFont, sOldFont, GetLanguageFont())) {
     SaveLanguageFont(dialog.sChosenFont);
     bChanged = true;
   }

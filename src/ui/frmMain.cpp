@@ -11,6 +11,7 @@
 #include "modProfileList.h"
 #include "modSettings.h"
 #include "modStrings.h"
+#include "modText.h"
 #include "modTranslator.h"
 
 namespace quillon {
@@ -155,6 +156,10 @@ void frmMain::SetGUIFromOptions() {
 void frmMain::FillProfileList(clsControl& combo, std::string_view sSelect) {
   ProfileList list;
   BuildListValidProfiles(list, sSelect, kProfilesSubFolder, host_);
+  // A file is found without regard to case; left unselected, the job would lose its profile's name.
+  for (size_t i = 0; i < list.names.size() && list.nSelected < 0; ++i) {
+    if (EqualNoCase(list.names[i], sSelect)) list.nSelected = static_cast<int>(i);
+  }
   combo.items = list.names;
   combo.lListIndex = list.nSelected;
   combo.sText = list.nSelected < 0 ? std::string() : list.names[static_cast<size_t>(list.nSelected)];

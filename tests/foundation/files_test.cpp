@@ -18,6 +18,7 @@
 #include "modFiles.h"
 #include "modPaths.h"
 #include "modSettings.h"
+#include "modText.h"
 
 namespace quillon {
 namespace {
@@ -235,6 +236,16 @@ TEST(Paths, MapDrivesSeparatorsAndCase) {
   EXPECT_EQ(HostPath("C:\\IN\\new.csv"), folder.Path("In/new.csv"));
   unsetenv("QUILLON_DRIVE_C");
   EXPECT_EQ(HostPath("C:\\no\\such"), "/no/such");
+}
+
+TEST(Paths, KeepNamesApartThatDifferInBytesThatAreNoCharacters) {
+  clsTempFolder folder;
+  const std::string sOther = folder.Write("r\xE8.csv", "precious");
+  const std::string sNew = folder.Path("r\xE9.csv");
+  EXPECT_EQ(HostPath(sNew), sNew);
+  EXPECT_FALSE(IsFile(sNew));
+  EXPECT_EQ(HostPath(folder.Path("R\xE8.CSV")), sOther);
+  EXPECT_EQ(FindNoCase("a\xE8Z", "\xE9z"), std::string_view::npos);
 }
 
 TEST(Paths, SplitLikeTheTextsTheyAre) {

@@ -76,6 +76,12 @@ TEST_F(MainForm, OpensAJobWithItsNotesAndRemembersIt) {
   EXPECT_EQ(form_.Get("mnuMRU", 1).sTag, "TranslateFalse");
 }
 
+TEST_F(MainForm, AJobKeepsAProfileThatItNamesInOtherLetters) {
+  folder_.Write(Data("Profiles/Odd.txt"), "1\t10\t[32] Space\tLeft\tNo\t1\t\t\r\n");
+  form_.ConversionJobOpen(folder_.Write("odd.QLN", "[QLN]\r\nsFixedWidthProfile=oDD\r\n"));
+  EXPECT_EQ(Text("cbFixedWidthProfileList"), "Odd");
+}
+
 TEST_F(MainForm, SavesAJobWhereItIsAndAsksWhenItHasNoPlace) {
   Load();
   form_.TypeText("cbInputFile", "in.txt");
@@ -274,6 +280,14 @@ TEST_F(MainForm, ALanguageIsChosenAtOnceOrForTheNextStart) {
   EXPECT_EQ(gsLanguage, "English");
   EXPECT_EQ(GetLanguage(), "Klingon");
   EXPECT_EQ(host_.messages.back().sText, "Your changes will take effect next time you run Quillon");
+  screen_.onModal = [](clsForm& dialog) {
+    dialog.SelectItem("List1", 0);
+    dialog.Click("cmdDone");
+  };
+  EXPECT_TRUE(ChooseLanguage(host_, screen_, true));
+  EXPECT_EQ(GetLanguage(), "English") << "a wrong choice can be taken back";
+  screen_.onModal = choose;
+  ChooseLanguage(host_, screen_, true);
   ResetTranslator();
   InitializeTranslator(host_, nullptr);
   frmLanguage dialog(host_, screen_);

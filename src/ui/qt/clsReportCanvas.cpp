@@ -84,7 +84,7 @@ void clsReportCanvas::ScrollToLine(int64_t lLine) {
 }
 
 void clsReportCanvas::ScrollToBoundary() {
-  if (cut_.Selected() < 0) return;
+  if (cut_.Selected() < 0 || cut_.Selected() >= static_cast<int>(cut_.Boundaries().size())) return;
   const int32_t lAfter = cut_.Boundaries()[static_cast<size_t>(cut_.Selected())].lAfter;
   QScrollBar* const pBar = horizontalScrollBar();
   if (lAfter < pBar->value() || lAfter >= pBar->value() + pBar->pageStep()) {
@@ -184,6 +184,8 @@ void clsReportCanvas::mouseMoveEvent(QMouseEvent* pEvent) {
 void clsReportCanvas::mouseReleaseEvent(QMouseEvent* pEvent) {
   if (pEvent->button() != Qt::LeftButton) return;
   const int nDragged = std::exchange(nDragged_, -1);
+  // The report may have been looked at anew while the button was down.
+  if (nDragged >= static_cast<int>(cut_.Boundaries().size())) return;
   if (nDragged >= 0) {
     if (bDragOff_) {
       cut_.Remove(nDragged);

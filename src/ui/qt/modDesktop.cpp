@@ -145,11 +145,11 @@ bool IsFileArgument(int nArguments, char** pArguments) {
 bool clsApplication::notify(QObject* pReceiver, QEvent* pEvent) {
   try {
     return QApplication::notify(pReceiver, pEvent);
-  } catch (const UnhandledFailure& failure) {
-    if (gpDesktop != nullptr) exit(Failed(*gpDesktop, failure.what()));
-    return false;
   } catch (const std::bad_alloc&) {
     if (gpDesktop != nullptr) exit(Failed(*gpDesktop, kNoMemoryText));
+    return false;
+  } catch (const std::exception& failure) {
+    if (gpDesktop != nullptr) exit(Failed(*gpDesktop, failure.what()));
     return false;
   }
 }
@@ -173,10 +173,10 @@ int RunDesktop(int nArguments, char** pArguments) {
   try {
     const StartOutcome outcome = Main(sText, desktop.host, desktop.log, desktop.fields, hooks);
     return outcome == StartOutcome::StartedWindow ? QApplication::exec() : 0;
-  } catch (const UnhandledFailure& failure) {
-    return Failed(desktop, failure.what());
   } catch (const std::bad_alloc&) {
     return Failed(desktop, kNoMemoryText);
+  } catch (const std::exception& failure) {
+    return Failed(desktop, failure.what());
   }
 }
 
