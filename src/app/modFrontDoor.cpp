@@ -29,7 +29,10 @@ bool IsSlashForm(std::string_view sFirst) {
 
 /// Doesn't come back if the desktop program is there.
 int BecomeDesktopProgram(char** argv) {
-  const auto given = [](const char* pName) { return std::getenv(pName) != nullptr; };
+  const auto given = [](const char* pName) {
+    const char* const pValue = std::getenv(pName);
+    return pValue != nullptr && *pValue != '\0';
+  };
   if (!given("DISPLAY") && !given("WAYLAND_DISPLAY") && !given("QT_QPA_PLATFORM")) {
     std::fputs("quillon: there is no display for the desktop program; for the command line see: quillon --help\n",
                stderr);

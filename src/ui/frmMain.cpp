@@ -1,5 +1,6 @@
 #include "frmMain.h"
 
+#include <algorithm>
 #include <array>
 
 #include "frmGettingStarted.h"
@@ -149,20 +150,27 @@ void frmMain::SetGUIFromOptions() {
   lUseDoubleQuotes = options_.lUseDoubleQuotes;
   bIsUnicode = options_.bIsUnicode;
   fields_.bTrimInputTextFilesPadCharacter = options_.bTrimInputTextFilesPadCharacter;
-  FillProfileList(Get("cbFixedWidthProfileList"), options_.sFixedWidthProfile);
+  ShowProfile(options_.sFixedWidthProfile);
   gbSuppressChanges = false;
 }
 
 void frmMain::FillProfileList(clsControl& combo, std::string_view sSelect) {
   ProfileList list;
   BuildListValidProfiles(list, sSelect, kProfilesSubFolder, host_);
-  // A file is found without regard to case; left unselected, the job would lose its profile's name.
-  for (size_t i = 0; i < list.names.size() && list.nSelected < 0; ++i) {
-    if (EqualNoCase(list.names[i], sSelect)) list.nSelected = static_cast<int>(i);
-  }
   combo.items = list.names;
   combo.lListIndex = list.nSelected;
   combo.sText = list.nSelected < 0 ? std::string() : list.names[static_cast<size_t>(list.nSelected)];
+}
+
+void frmMain::ShowProfile(std::string_view sProfile) {
+  clsControl& combo = Get("cbFixedWidthProfileList");
+  FillProfileList(combo, sProfile);
+  if (combo.lListIndex >= 0) return;
+  const auto found = std::find_if(combo.items.begin(), combo.items.end(),
+                                  [&](const std::string& sName) { return EqualNoCase(sName, sProfile); });
+  if (found == combo.items.end()) return;
+  combo.lListIndex = static_cast<int>(found - combo.items.begin());
+  combo.sText = *found;
 }
 
 void frmMain::UpdateFileControls() {

@@ -97,6 +97,8 @@ class frmMain : public clsForm, public clsRunWindow {
   void JobChanged();
   void SetComboText(std::string_view sControl, std::string_view sText);
   void ShowMethod(int32_t lIndex);
+  /// Fills the window's own list. A job may name its profile in other letters than the file has: it must not lose it.
+  void ShowProfile(std::string_view sProfile);
   void FillComboFromMRU(std::string_view sControl, const clsMRU& list);
   void FillMenuFromMRU();
   void OpenRecentJob(int nIndex);

@@ -65,7 +65,7 @@ void frmMain::cmdEditProfile_Click() {
   sActiveFixedWidthProfile = Get("cbFixedWidthProfileList").sText;
   editor.Form_Load();
   screen_.ShowModal(editor);
-  FillProfileList(Get("cbFixedWidthProfileList"), sActiveFixedWidthProfile);
+  ShowProfile(sActiveFixedWidthProfile);
   bAskToSaveBMKFileBeforeExit = editor.bSaved;
 }
 

@@ -52,7 +52,7 @@ void frmMain::ReadIniFile() {
   ShowMethod(lMethod >= 0 && lMethod <= 2 ? lMethod : 0);
   bUnix = file.Get(kGeneral, "bUnix", "False") == "True";
   lTabSize = ReadNumber(file, "lTabSize", "8");
-  FillProfileList(Get("cbFixedWidthProfileList"), file.Get("frmMain", "sActiveFixedWidthProfile", "Default-Profile"));
+  ShowProfile(file.Get("frmMain", "sActiveFixedWidthProfile", "Default-Profile"));
   sStartColRow = file.Get(kGeneral, "sStartColRow", "A1");
   bTreatDataAsText = ReadUpper(file, "bTreatDataAsText", "FALSE");
   lUseDoubleQuotes = ReadNumber(file, "lUseDoubleQuotes", "1");
