@@ -50,11 +50,12 @@ std::string PathBehind(std::string_view sFolder, std::string_view sValue) {
 
 std::string InputPath(std::string_view sValue) {
   return PathBehind(ProgramFolder(), sValue);
-}  // Rule A
+}
 std::string OutputPath(std::string_view sValue) {
   return PathBehind(gsAppDataFolder, sValue);
-}  // Rule B
-std::string JobPath(std::string_view sValue) {  // Rule C
+}
+/// A name alone is looked for in the current folder first.
+std::string JobPath(std::string_view sValue) {
   const std::string path = ExpandedPath(sValue);
   if (HasSeparator(path)) return TakenAsItStands(path);
   const std::string name = RemoveDoubleQuotes(TrimBlanks(path));
