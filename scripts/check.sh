@@ -21,10 +21,11 @@ unformatted=$(scripts/format.sh --check 2>&1 | grep -oE '^[^ :]+:[0-9]+' | sort 
 [ -z "$unformatted" ] || finding "not in the form of .clang-format (scripts/format.sh mends it)" "$unformatted"
 
 # 2. A layer includes only what stands below it. The build refuses it too; this says where.
-layers="foundation output profile recipe control ui app"
-declare -A below=([foundation]="" [output]="foundation" [profile]="foundation output" [recipe]="foundation output"
-  [control]="foundation output profile recipe" [ui]="foundation output profile recipe control"
-  [app]="foundation output profile recipe control ui")
+layers="foundation input output profile recipe look control ui app"
+declare -A below=([foundation]="" [input]="foundation" [output]="foundation" [profile]="foundation input output"
+  [recipe]="foundation input output" [look]="foundation input output profile recipe"
+  [control]="foundation input output profile recipe" [ui]="foundation input output profile recipe look control"
+  [app]="foundation input output profile recipe look control ui")
 for layer in $layers; do
   [ -d "src/$layer" ] || continue
   for other in $layers; do

@@ -3,10 +3,10 @@
 #include <array>
 #include <utility>
 
+#include "modFiles.h"
 #include "modSettings.h"
 #include "modSystemIo.h"
 #include "modText.h"
-#include "modTextEnds.h"
 #include "modTranslator.h"
 
 namespace quillon {

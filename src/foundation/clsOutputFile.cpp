@@ -14,9 +14,9 @@
 #include <future>
 #include <utility>
 
+#include "modFiles.h"
 #include "modPaths.h"
 #include "modSystemIo.h"
-#include "modTextEnds.h"
 #include "modTurns.h"
 
 namespace quillon {

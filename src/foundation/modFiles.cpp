@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <chrono>
 #include <cmath>
 #include <filesystem>
@@ -17,6 +18,7 @@
 #include "modStrings.h"
 #include "modSystemIo.h"
 #include "modText.h"
+#include "modTranslator.h"
 
 namespace quillon {
 
@@ -156,6 +158,24 @@ bool DeleteFileWithRetry(clsHost& host, std::string_view sPath) {
     if (i < kTries) host.Wait(1000);
   }
   return false;
+}
+
+int OpenOrdinaryFile(std::string_view sPath, int64_t& nBytes, Failure& failure) {
+  // Without O_NONBLOCK the opening of a pipe would wait for a writer before its kind could be looked at.
+  const int nHandle = OpenHandle(HostPath(sPath), O_RDONLY | O_NONBLOCK);
+  struct stat info {};
+  if (nHandle < 0 || fstat(nHandle, &info) != 0) {
+    failure = SystemFailure(sPath, errno);
+  } else if (S_ISDIR(info.st_mode)) {
+    failure = SystemFailure(sPath, EISDIR);
+  } else if (!S_ISREG(info.st_mode)) {
+    failure = OwnFailure(sPath, Translate("Not an ordinary file"));
+  } else {
+    nBytes = info.st_size;
+    return nHandle;
+  }
+  if (nHandle >= 0) CloseHandle(nHandle);
+  return -1;
 }
 
 std::time_t FileDateLastModified(std::string_view sPath) {

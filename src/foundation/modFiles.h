@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "clsHost.h"
+#include "modFailure.h"
 
 namespace quillon {
 
@@ -33,6 +34,10 @@ bool CopyFolderOver(std::string_view sSource, std::string_view sTarget, bool bOv
 bool DeleteFileForced(std::string_view sPath);
 /// Up to 20 more tries, a second apart; True at once if the file is absent.
 bool DeleteFileWithRetry(clsHost& host, std::string_view sPath);
+
+/// A handle, the caller's to close, and the size of the file that the path text names. -1 with the reason for what is
+/// there but no ordinary file, too.
+int OpenOrdinaryFile(std::string_view sPath, int64_t& nBytes, Failure& failure);
 
 std::time_t FileDateLastModified(std::string_view sPath);  ///< 0 on failure
 struct FileTimes {

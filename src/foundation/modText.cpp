@@ -129,6 +129,13 @@ void AppendUtf8(char32_t ch, std::string& sOut) {
   put(0x80 | (ch & 0x3F));
 }
 
+size_t Utf16Count(std::string_view sUtf8) {
+  if (IsAscii(sUtf8)) return sUtf8.size();
+  size_t nCount = 0;
+  for (size_t i = 0; i < sUtf8.size();) nCount += DecodeUtf8(sUtf8, i) < 0x10000 ? 1U : 2U;
+  return nCount;
+}
+
 size_t CharCount(std::string_view sText) {
   if (IsAscii(sText)) return sText.size();
   size_t nCount = 0;

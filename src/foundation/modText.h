@@ -23,6 +23,9 @@ size_t Utf8CharBytes(std::string_view sText, size_t nPos);
 char32_t DecodeUtf8(std::string_view sText, size_t& nPos);
 void AppendUtf8(char32_t ch, std::string& sOut);
 
+/// UTF-16 units that a UTF-8 text takes.
+size_t Utf16Count(std::string_view sUtf8);
+
 size_t CharCount(std::string_view sText);
 /// Byte offset of character nChar (from 1); the length in bytes if the text is shorter.
 size_t ByteOffset(std::string_view sText, size_t nChar);

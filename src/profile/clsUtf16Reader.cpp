@@ -6,6 +6,7 @@
 #include <cerrno>
 
 #include "clsLineReader.h"
+#include "modFiles.h"
 #include "modSystemIo.h"
 #include "modText.h"
 #include "modTextEnds.h"

@@ -5,6 +5,7 @@
 
 #include "clsXlsCellTable.h"
 #include "clsXlsStringTable.h"
+#include "modText.h"
 #include "modXlsBytes.h"
 #include "modXlsFormula.h"
 #include "modXlsRecords.h"

@@ -1,0 +1,86 @@
+#pragma once
+// The sheet that the engine writes to, whatever file lies behind it.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "modFailure.h"
+
+namespace quillon {
+
+/// Excel's file format numbers.
+enum OutputFormat : int32_t {
+  kFormatNone = 0,
+  kFormatCsv = 6,
+  kFormatCsvUtf8 = 23,
+  kFormatXlsx = 51,
+  kFormatXls = -4143
+};
+
+/// Largest sheets: XLSX; an XLS sheet has 65,536 x 256.
+constexpr int64_t kMaxSheetRows = 1048576;
+constexpr int kMaxSheetColumns = 16384;
+constexpr int64_t kMaxXlsRows = 65536;
+constexpr int kMaxXlsColumns = 256;
+constexpr size_t kMaxCellChars = 32767;
+
+/// Rows and columns from 1, both ends included.
+struct CellRange {
+  int64_t nTop = 1, nLeft = 1, nBottom = 0, nRight = 0;
+  bool Empty() const { return nBottom < nTop || nRight < nLeft; }
+};
+
+/// How texts become typed cells on saving.
+struct CellTypingOptions {
+  bool bAllText = false;           ///< Every cell holds its text (Profile method with bTreatDataAsText)
+  bool bDropLeadingZeros = false;  ///< 007 is 7 (Profile method without it)
+  bool bDayFirst = false;          ///< 31.12.24 rather than 12/31/24 by the user's locale
+};
+
+/// How a workbook is opened or made.
+struct WorkbookOptions {
+  CellTypingOptions typing;
+  /// Cells will be read back during the run (a consolidation), so written texts must stay at hand.
+  bool bReadBack = false;
+};
+
+/// A workbook of at least two sheets (an existing one may have fewer: then sheet 2 fails). Sheets count from 1 in
+/// workbook order, rows and columns from 1. Texts are UTF-8 and are kept as written until saving, when each is typed by
+/// the rule of modCellTyping. All operations that can fail say so by a Failure whose text is for the user.
+///
+/// Cells usually come row by row, which is what a new file streams; cells in any other order are right too, if slower.
+class clsWorkbook {
+ public:
+  clsWorkbook() = default;
+  clsWorkbook(const clsWorkbook&) = delete;
+  clsWorkbook& operator=(const clsWorkbook&) = delete;
+  virtual ~clsWorkbook() = default;
+
+  /// sheets(n).cells(row, column).Value = text. Fails outside the sheet, for a text over kMaxCellChars (UTF-16 units),
+  /// for a sheet that isn't there and for a workbook that could not be read.
+  virtual bool WriteCell(int nSheet, int64_t nRow, int nColumn, std::string_view sText, Failure& failure) = 0;
+  /// The text as written in this run, or the shown value of a cell of an existing file; "" for an empty cell.
+  virtual bool ReadCell(int nSheet, int64_t nRow, int nColumn, std::string& sText, Failure& failure) = 0;
+
+  virtual int SheetCount() const = 0;
+  /// The name that a spreadsheet would refuse (over 31 characters, []:*?/\, empty, taken) fails.
+  virtual bool SetSheetName(int nSheet, std::string_view sName, Failure& failure) = 0;
+  virtual std::string SheetName(int nSheet) const = 0;
+  /// Font of cells with no format of their own; a new workbook is made with it, an existing one keeps its own.
+  virtual void SetStandardFont(std::string_view sName) = 0;
+  /// Used range of the active sheet; nothing on failure.
+  virtual std::optional<CellRange> ActiveUsedRange() = 0;
+  /// Empties the cells, formats kept.
+  virtual bool ClearContents(int nSheet, const CellRange& range, Failure& failure) = 0;
+  virtual bool ActivateSheet(std::string_view sName) = 0;
+  virtual bool ActivateSheet(int nSheet) = 0;
+
+  /// Writes the file in the manner of clsOutputFile. Format kFormatXlsx or kFormatXls.
+  virtual bool SaveAs(std::string_view sPath, int32_t lFormat, Failure& failure) = 0;
+  /// Cells that were written as text because a formula in them reaches outside the workbook.
+  virtual int64_t RefusedFormulas() const = 0;
+};
+
+}  // namespace quillon
