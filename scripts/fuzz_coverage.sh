@@ -17,15 +17,15 @@ mkdir -p "$TMPDIR"
 
 # The sources that an entry is there for.
 readers='
-cell_typing     output/modCellTyping output/modDateTyping output/modNumberTyping
+cell_typing     output/typing/modCellTyping output/typing/modDateTyping output/typing/modNumberTyping
 code_pages      foundation/clsCodePage foundation/modText
 csv_rows        recipe/clsCsvRows recipe/clsRow recipe/modCsvField
 export_run      recipe/clsExportSpecsProcess recipe/clsTableRun recipe/clsConProcess recipe/clsTitleProcess recipe/clsColumnProcess recipe/clsLineProcessor recipe/clsPeriodFiles
 export_specs    recipe/clsExportSpecs recipe/clsTable recipe/clsTitle recipe/clsCon recipe/clsColumn recipe/clsDepartment
-formula         output/modFormula output/clsFormulaScanner output/modFormulaText output/modFormulaWords
+formula         output/formula/modFormula output/formula/clsFormulaScanner output/formula/modFormulaText output/formula/modFormulaWords
 job_file        control/clsConversionOptions foundation/modPrivateProfile
 language_file   foundation/modPhraseFile
-line_reader     foundation/clsLineReader foundation/modTextEnds
+line_reader     input/clsLineReader input/modTextEnds
 long_recipe     recipe/clsRecipe recipe/clsSectionWriter
 markup_run      recipe/modMarkup recipe/clsRecipe recipe/clsTableRun
 number_text     foundation/modNumbers foundation/clsDecimal
@@ -36,17 +36,17 @@ recipe_run      recipe/clsRecipe recipe/modShortToLong recipe/modShortTable reci
 ruler           recipe/clsTableParser
 section_file    recipe/clsSectionFile recipe/modSectionFile
 settings_file   foundation/clsIniFile
-shared_strings  output/modSheetValues output/clsXmlScanner
-sheet_xml       output/clsSheetMerger output/modSheetFacts output/modSheetValues output/clsXmlScanner
+shared_strings  output/xlsx/modSheetValues output/xml/clsXmlScanner
+sheet_xml       output/xlsx/clsSheetMerger output/xlsx/modSheetFacts output/xlsx/modSheetValues output/xml/clsXmlScanner
 short_recipe    recipe/clsRecipe recipe/modShortToLong recipe/modShortTable
 slash_text      control/modParseCommandLine
-styles          output/clsXlsxStyles output/clsNumberFormats
-suggest         control/modSuggestRecipe control/modTableBlocks control/modTableRuler control/clsReportLines
+styles          output/xlsx/clsXlsxStyles output/typing/clsNumberFormats
+suggest         look/modSuggestRecipe look/modTableBlocks look/modTableRuler look/clsReportLines
 table_parser    recipe/clsTableParser
 utf16           profile/clsUtf16Reader profile/clsCellwright
-xls_file        output/modCompoundFile output/clsXlsExistingWorkbook
-xls_records     output/clsXlsGlobals output/clsXlsSheet output/clsXlsStrings output/clsXlsStringTable output/modXlsText output/clsXlsSheetMerger output/modXlsFormula
-xlsx_package    output/clsXlsxPackage output/clsXlsxEditor output/modXlsxParts output/modXlsxTables output/modXlsxWorkbookPart
+xls_file        output/xls/modCompoundFile output/xls/clsXlsExistingWorkbook
+xls_records     output/xls/clsXlsGlobals output/xls/clsXlsSheet output/xls/clsXlsStrings output/xls/clsXlsStringTable output/xls/modXlsText output/xls/clsXlsSheetMerger output/xls/modXlsFormula
+xlsx_package    output/xlsx/clsXlsxPackage output/xlsx/clsXlsxEditor output/xlsx/modXlsxParts output/xlsx/modXlsxTables output/xlsx/modXlsxWorkbookPart
 '
 
 printf '%-16s %6s %7s %6s  %s\n' entry lines run share readers
@@ -62,7 +62,7 @@ entry, *readers = sys.argv[1:]
 wanted = tuple("/src/%s.cpp" % reader for reader in readers)
 lines = [file["summary"]["lines"] for file in json.load(sys.stdin)["data"][0]["files"] if file["filename"].endswith(wanted)]
 count, run = sum(line["count"] for line in lines), sum(line["covered"] for line in lines)
-names = " ".join(reader.split("/")[1] for reader in readers)
+names = " ".join(reader.split("/")[-1] for reader in readers)
 print("{:16} {:6} {:7} {:5.0f}%  {}".format(entry, count, run, 100 * run / max(1, count), names))' "$entry" $files
   rm -f "$raw"
 done <<<"$readers"

@@ -47,7 +47,7 @@ def texts_of(path):
             for piece in re.split(r"\|", unescape(match.group(0))):
                 if not re.search(r"%\d", piece):
                     yield False, piece
-    elif path.parent.name == "ui":
+    elif path.parent.parent.name == "ui" and path.parent.name != "qt":
         # A statement that mentions a form's texts may reach over several lines.
         for statement in re.split(r"(?<=[;{}])\s*\n|,\s*\n(?=\s*\w*Row\{|\s*\w+\{)", source):
             if FORM_LINE.search(statement):
