@@ -20,23 +20,9 @@ command -v clang-format >/dev/null || finding "clang-format is missing (scripts/
 unformatted=$(scripts/format.sh --check 2>&1 | grep -oE '^[^ :]+:[0-9]+' | sort -u | head -20)
 [ -z "$unformatted" ] || finding "not in the form of .clang-format (scripts/format.sh mends it)" "$unformatted"
 
-# 2. A layer includes only what stands below it. The build refuses it too; this says where.
-layers="foundation input output profile recipe look control ui app"
-declare -A below=([foundation]="" [input]="foundation" [output]="foundation" [profile]="foundation input output"
-  [recipe]="foundation input output" [look]="foundation input output profile recipe"
-  [control]="foundation input output profile recipe" [ui]="foundation input output profile recipe look control"
-  [app]="foundation input output profile recipe look control ui")
-for layer in $layers; do
-  [ -d "src/$layer" ] || continue
-  for other in $layers; do
-    case " $layer ${below[$layer]} " in *" $other "*) continue ;; esac
-    [ -d "src/$other" ] || continue
-    names=$(find "src/$other" -name '*.h' -printf '%f\n' | sed 's/\./\\./g' | paste -sd'|')
-    [ -n "$names" ] || continue
-    upward=$(grep -rnE "#include \"($names)\"" "src/$layer")
-    [ -z "$upward" ] || finding "$layer includes from $other, which is not below it" "$upward"
-  done
-done
+# 2. A room includes only what stands below it, and rooms form no circle. The build refuses it too; this says where.
+upward=$(scripts/census.py --quiet 2>&1) || finding "rooms that look up" "$upward"
+head -1 <<<"$upward"
 screen=$(grep -rnE '#include <Q[A-Z]' src --include='*.h' --include='*.cpp' | grep -vE '^src/(ui/qt|app)/')
 [ -z "$screen" ] || finding "the screen toolkit is used outside of src/ui/qt and src/app" "$screen"
 

@@ -74,10 +74,6 @@ int InterruptSignal() {
   return gnInterrupt;
 }
 
-void ResetInterrupt() {
-  gnInterrupt = 0;
-}
-
 bool UseColours() {
   return isatty(STDERR_FILENO) != 0 && std::getenv("NO_COLOR") == nullptr;
 }

@@ -25,7 +25,6 @@ class clsConsoleHost : public clsHost {
 
   explicit clsConsoleHost(Voice voice) : voice_(voice) {}
   void AttachLog(clsRunLog& log) { pLog_ = &log; }
-  void SetVoice(Voice voice) { voice_ = voice; }
   /// From here on each logged entry is added to the list as well; null: no longer.
   void KeepEntries(std::vector<ReportEntry>* pEntries) { pEntries_ = pEntries; }
 
@@ -56,7 +55,7 @@ class clsConsoleHost : public clsHost {
   void EraseProgress();
   void PrintEntry(const ReportEntry& entry);
 
-  Voice voice_;
+  const Voice voice_;
   clsRunLog* pLog_ = nullptr;
   std::vector<ReportEntry>* pEntries_ = nullptr;
   std::string sCaption_;
@@ -76,8 +75,6 @@ void HoldStandardStreams();
 void CatchInterrupts();
 /// The signal that came, or 0.
 int InterruptSignal();
-/// Forgets a signal that came.
-void ResetInterrupt();
 
 /// True if colours may be used on standard error: a terminal, and NO_COLOR isn't set.
 bool UseColours();

@@ -22,7 +22,7 @@ class clsTableParser {
   static constexpr int32_t kMaxFields = 16384;
 
   bool OptionNoSpaceColumns = true;  ///< Blank columns are joined to the block behind them
-  bool OptionLeftJustify = false;    ///< Nothing reads it
+  bool OptionLeftJustify = false;    ///< Kept and set back; nothing reads it
   int32_t MarkerTopLoc = 0;          ///< Line of the start key text
   int32_t MarkerBotLoc = 0;          ///< Line of the end key text
   int32_t DataTopLoc = 0;            ///< First line of the table

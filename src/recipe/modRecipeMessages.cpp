@@ -113,10 +113,6 @@ std::string BuildText(std::string_view sPieces, std::initializer_list<std::strin
 
 }  // namespace
 
-std::string RecipeMessageText(int32_t lErr, std::initializer_list<std::string_view> values) {
-  return BuildText(MessageOf(lErr).sPieces, values);
-}
-
 void ReportRecipe(clsHost& host, int32_t lErr, std::initializer_list<std::string_view> values, bool bShowMessageBox,
                   std::string sThirdLine) {
   const RecipeMessage& message = MessageOf(lErr);

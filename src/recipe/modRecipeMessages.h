@@ -10,10 +10,8 @@
 
 namespace quillon {
 
-/// The text of the code with the values put in, its phrases translated one by one.
-std::string RecipeMessageText(int32_t lErr, std::initializer_list<std::string_view> values = {});
-
-/// Reports the code to the run log. bShowMessageBox False keeps the box away from a code that else wants one.
+/// Reports the code to the run log, its text with the values put in and its phrases translated one by one.
+/// bShowMessageBox False keeps the box away from a code that else wants one.
 void ReportRecipe(clsHost& host, int32_t lErr, std::initializer_list<std::string_view> values = {},
                   bool bShowMessageBox = true, std::string sThirdLine = {});
 

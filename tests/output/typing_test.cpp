@@ -35,8 +35,6 @@ std::string Described(std::string_view sText, const CellTypingOptions& options) 
       return cell.nValue == 1 ? "b TRUE" : "b FALSE";
     case CellKind::Formula:
       return "f " + std::string(cell.sText);
-    case CellKind::Error:
-      break;
   }
   return "error";
 }

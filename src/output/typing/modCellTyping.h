@@ -12,7 +12,7 @@
 
 namespace quillon {
 
-enum class CellKind : uint8_t { Empty, Text, Number, Date, Boolean, Error, Formula };
+enum class CellKind : uint8_t { Empty, Text, Number, Date, Boolean, Formula };
 
 /// A typed cell. Views point into the text given or into static storage.
 struct TypedCell {
@@ -21,7 +21,7 @@ struct TypedCell {
   /// The number as it goes into the file where its own digits serve ("1234.50" minus separators); "" = use nValue.
   std::string_view sDigits;
   std::string_view sFormat;      ///< Number format code; "" is General
-  std::string_view sText;        ///< Text; formula without its "="; error word
+  std::string_view sText;        ///< Text; formula without its "="
   bool bRefusedFormula = false;  ///< Text because its formula reaches outside the workbook
 };
 

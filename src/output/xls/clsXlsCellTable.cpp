@@ -115,10 +115,10 @@ void clsXlsCellTable::AddLabelSst(unsigned nColumn, unsigned nXf, uint32_t nStri
   StoreAt(Begin(nColumn, nXf, xls::kLabelSst, 4), nString);
 }
 
-void clsXlsCellTable::AddBoolErr(unsigned nColumn, unsigned nXf, unsigned nValue, bool bError) {
+void clsXlsCellTable::AddBool(unsigned nColumn, unsigned nXf, bool bValue) {
   char* pData = Begin(nColumn, nXf, xls::kBoolErr, 2);
-  pData[0] = static_cast<char>(nValue);
-  pData[1] = bError ? 1 : 0;
+  pData[0] = bValue ? 1 : 0;
+  pData[1] = 0;  // No error code
 }
 
 void clsXlsCellTable::AddFormula(unsigned nColumn, unsigned nXf, std::string_view sTokens) {

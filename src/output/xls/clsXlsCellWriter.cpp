@@ -81,13 +81,8 @@ void clsXlsCellWriter::WriteText(clsXlsCellTable& table, unsigned nColumn, std::
 bool clsXlsCellWriter::WriteTyped(clsXlsCellTable& table, unsigned nColumn, const TypedCell& cell, uint16_t nXf) {
   switch (cell.kind) {
     case CellKind::Boolean:
-      table.AddBoolErr(nColumn, formats_.Plain(nXf), cell.nValue != 0 ? 1 : 0, false);
+      table.AddBool(nColumn, formats_.Plain(nXf), cell.nValue != 0);
       return true;
-    case CellKind::Error: {
-      const int nCode = XlsErrorCode(cell.sText);
-      if (nCode >= 0) table.AddBoolErr(nColumn, formats_.Plain(nXf), static_cast<unsigned>(nCode), true);
-      return nCode >= 0;
-    }
     case CellKind::Formula:
       sTokens_.clear();
       if (!AppendXlsFormula(cell.sText, sTokens_)) return false;

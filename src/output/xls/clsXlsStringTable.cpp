@@ -18,7 +18,6 @@ class clsStringCursor {
       : sStream_(sStream), nPos_(nPos), nEnd_(nRecordEnd) {}
 
   size_t Pos() const { return nPos_; }
-  size_t RecordEnd() const { return nEnd_; }
   bool AtRecordEnd() const { return nPos_ == nEnd_; }
 
   bool NextContinue() {

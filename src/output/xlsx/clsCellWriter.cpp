@@ -53,11 +53,6 @@ bool HasControls(std::string_view sText) {
   return std::any_of(sText.begin(), sText.end(), [](char ch) { return static_cast<unsigned char>(ch) < 0x20; });
 }
 
-std::string_view TypeOf(CellKind kind) {
-  if (kind == CellKind::Boolean) return "b";
-  return kind == CellKind::Error ? "e" : "";
-}
-
 }  // namespace
 
 void clsCellWriter::AppendEmpty(const Cell& cell, std::string& sOut) {
@@ -81,7 +76,7 @@ void clsCellWriter::Append(const Cell& cell, std::string_view sText, bool bStays
   if (!bFits || (typed.kind != CellKind::Number && typed.kind != CellKind::Date)) nStyle = styles_.Plain(cell.nStyle);
   if (bFits) {
     if (typed.kind == CellKind::Formula) ++nFormulas_;
-    OpenCell(cell, nStyle, TypeOf(typed.kind), sOut);
+    OpenCell(cell, nStyle, typed.kind == CellKind::Boolean ? "b" : "", sOut);
     AppendValue(typed, cell.sPrefix, sOut);
     return CloseCell(cell, sOut);
   }
@@ -104,8 +99,6 @@ void clsCellWriter::AppendValue(const TypedCell& typed, std::string_view sPrefix
   switch (typed.kind) {
     case CellKind::Formula:
       return AppendElement(sPrefix, "f", typed.sText, sOut);
-    case CellKind::Error:
-      return AppendElement(sPrefix, "v", typed.sText, sOut);
     case CellKind::Boolean:
       return AppendElement(sPrefix, "v", typed.nValue != 0 ? "1" : "0", sOut);
     default:
@@ -122,7 +115,6 @@ bool clsCellWriter::Fits(TypedCell& typed, uint32_t& nStyle) const {
     case CellKind::Date:
       return DateFits(typed, nStyle);
     case CellKind::Boolean:
-    case CellKind::Error:
       return true;
     case CellKind::Formula:
       return !HasControls(typed.sText) && FormulaSheetsExist(typed.sText, sheets_);
@@ -151,15 +143,14 @@ bool clsCellWriter::NumberFits(const TypedCell& typed, uint32_t& nStyle) const {
 
 bool clsCellWriter::DateFits(TypedCell& typed, uint32_t& nStyle) const {
   const FormatKind kind = styles_.KindToKeep(nStyle);
-  const bool bTimeAlone = typed.nValue < 1;
   if (kind == FormatKind::General) {
     const int64_t nDerived = styles_.Derive(nStyle, typed.sFormat);
     if (nDerived < 0) return false;
     nStyle = static_cast<uint32_t>(nDerived);
-  } else if (kind != FormatKind::DateTime && kind != (bTimeAlone ? FormatKind::Time : FormatKind::Date)) {
+  } else if (kind != FormatKind::DateTime && kind != FormatKind::Date) {
     return false;
   }
-  if (!b1904_ || bTimeAlone) return true;
+  if (!b1904_) return true;
   if (typed.nValue < kDaysTo1904) return false;
   typed.nValue -= kDaysTo1904;
   typed.sDigits = {};

@@ -71,7 +71,6 @@ class clsSheetMerger {
   int64_t nNextRow_ = 1;      ///< First row whose written cells are still to come
   bool bRowsAdded_ = false;   ///< Rows without a number need one from here on
   bool bCellsMoved_ = false;  ///< The same for cells of the row
-  bool bRowIsEmptyTag_ = false;
   int64_t nRow_ = 0;
   std::optional<uint32_t> nRowStyle_;
   std::vector<StoredCell> cells_;  ///< Written cells of the row

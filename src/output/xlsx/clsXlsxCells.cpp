@@ -91,7 +91,6 @@ char* clsXlsxCells::Put(char* p, const XmlPiece& row, int nColumn, std::string_v
       return PutLiteral(p, "</f></c>");
     case CellKind::Empty:
     case CellKind::Text:
-    case CellKind::Error:
       break;
   }
   kind = CellKind::Text;

@@ -73,17 +73,6 @@ void clsXmlCopier::CopyTag() {
   Put(sTag.empty() ? scanner_.Raw() : sTag);
 }
 
-bool clsXmlCopier::CopyElement() {
-  const int nDepth = scanner_.Depth();
-  CopyToken();
-  if (scanner_.Token() == XmlToken::EmptyTag) return true;
-  while (scanner_.Next() != XmlToken::Failed) {
-    CopyToken();
-    if (scanner_.Token() == XmlToken::EndTag && scanner_.Depth() == nDepth) return true;
-  }
-  return false;
-}
-
 bool CopyWithRenames(clsXmlScanner& scanner, const FormulaRenames& renames, const ByteSink& sink, bool& bChanged) {
   clsXmlCopier copier(scanner, renames, sink);
   while (scanner.Next() != XmlToken::End) {

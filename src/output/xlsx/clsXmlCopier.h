@@ -23,8 +23,6 @@ class clsXmlCopier {
 
   /// Copies the token in hand.
   void CopyToken();
-  /// From a start tag: copies all up to its end tag. False on failure.
-  bool CopyElement();
   /// True once a rename has changed something.
   bool Changed() const { return bChanged_; }
   void Put(std::string_view sBytes) {
