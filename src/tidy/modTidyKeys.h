@@ -1,0 +1,38 @@
+#pragma once
+// Tidy tables in recipes: from sections of keys, and back.
+//
+// Values hold no "[" and ";" as they stand: these are \x5B and \x3B; \x7C is a bar inside of a text, \x20 a blank at
+// its edge. Values parted by a bar are alternatives or a list, blanks around them don't count.
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "modTidyFailures.h"
+#include "modTidyModel.h"
+
+namespace quillon {
+
+/// The sections of a recipe's text with their keys, by the rules of section files: a line that holds "[", at least one
+/// character and "]" is a header; a value ends before ";".
+std::vector<TidySection> SectionsOfText(std::string_view sRecipe);
+
+/// True if section [Table n] of a recipe is a tidy table: it has at least one tidy key by its exact name, or there is a
+/// heading or further line of that number.
+bool IsTidyTable(const std::vector<TidySection>& sections, int32_t lTable);
+
+/// Reads table n with its headings and further lines. False with the first mistake: an unknown key (with the nearest
+/// one that there is), a value that can't be read, a column that isn't there.
+bool ReadTidyTable(const std::vector<TidySection>& sections, int32_t lTable, TidyTable& table, TidyFault& fault);
+
+/// Headings and further lines of tables that aren't there. nTables: [Table 1] to [Table n] are.
+bool HasStraySections(const std::vector<TidySection>& sections, int32_t nTables, TidyFault& fault);
+
+/// All tidy tables of a recipe's text: what a caller needs that has the recipe in hand. Tables that are not tidy are
+/// passed over. False with the first mistake.
+bool ReadTidyRecipe(std::string_view sRecipe, std::vector<TidyTable>& tables, TidyFault& fault);
+
+/// A text as it stands in a value: "[", ";", bars and blanks at its edges escaped.
+std::string TidyEscaped(std::string_view sText);
+
+}  // namespace quillon
