@@ -12,15 +12,19 @@ size_t TidyPart::ColumnCount() const {
   return nCount;
 }
 
-std::string TidyPart::NameOf(TidyColumn column) const {
-  const auto isSkipped = [this](TidyColumn c) { return TypeOf(c).type == TidyType::Skip; };
+std::vector<std::string> TidyPart::ColumnNames() const {
+  const size_t nColumns = ColumnCount();
   size_t nKept = 0;
-  for (TidyColumn c = 0; c < ColumnCount(); ++c) nKept += isSkipped(c) ? 0 : 1;
-  if (names.size() > nKept) return column < names.size() ? names[column] : std::string();
-  if (isSkipped(column)) return {};
-  size_t nIndex = column;
-  for (TidyColumn c = 0; c < column; ++c) nIndex -= isSkipped(c) ? 1 : 0;
-  return nIndex < names.size() ? names[nIndex] : std::string();
+  for (TidyColumn column = 0; column < nColumns; ++column) {
+    if (TypeOf(column).type != TidyType::Skip) ++nKept;
+  }
+  const bool bAll = names.size() > nKept;
+  std::vector<std::string> all(nColumns);
+  size_t nName = 0;
+  for (TidyColumn column = 0; column < nColumns && nName < names.size(); ++column) {
+    if (bAll || TypeOf(column).type != TidyType::Skip) all[column] = names[nName++];
+  }
+  return all;
 }
 
 }  // namespace quillon

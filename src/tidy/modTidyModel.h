@@ -62,8 +62,8 @@ struct TidyPart {
   /// Columns that the cut or, without places, names and types give.
   size_t ColumnCount() const;
   const TidyTyping& TypeOf(TidyColumn column) const { return column < types.size() ? types[column] : otherTypes; }
-  /// "" for none. Names stand for all columns, or for those alone that aren't skipped.
-  std::string NameOf(TidyColumn column) const;
+  /// By column, "" for none. Names stand for all columns, or for those alone that aren't skipped.
+  std::vector<std::string> ColumnNames() const;
 };
 
 /// [Line n.k]
