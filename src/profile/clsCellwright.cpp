@@ -5,7 +5,7 @@
 
 #include "clsCsvSink.h"
 #include "clsLineReader.h"
-#include "clsSheetSink.h"
+#include "clsSheetRowSink.h"
 #include "clsUtf16Reader.h"
 #include "modCellTyping.h"
 #include "modCharacterList.h"
@@ -28,6 +28,24 @@ int64_t ReplacedBy(const clsUtf16Reader& reader) {
 int64_t ReplacedBy(const clsLineReader&) {
   return 0;
 }
+
+/// Rows on their way to a sink that wants their fields.
+class clsCutRows {
+ public:
+  clsCutRows(clsRowSink& sink, const CutPlan& plan, const clsCodePage& page)
+      : sink_(sink), page_(page), cutter_(plan, page) {}
+
+  bool PutRow(std::string_view sRow) {
+    cutter_.Cut(sRow);
+    return sink_.PutRow({cutter_.Fields(), &page_});
+  }
+  int64_t CharsBehind() const { return cutter_.CharsBehind(); }
+
+ private:
+  clsRowSink& sink_;
+  const clsCodePage& page_;
+  clsRowCutter cutter_;
+};
 
 std::string WordsFor(EngineResult result) {
   const auto itMessage = std::find_if(kEngineMessages.begin(), kEngineMessages.end(),
@@ -172,12 +190,19 @@ EngineResult clsCellwright::ToSheet(Reader& reader, const CutPlan& plan, const c
   Failure failure;
   // A name that a sheet can't have leaves the sheet's own name.
   pWorkbook->SetSheetName(1, options_.sSheet, failure);
-  clsSheetSink sink(*pWorkbook, plan, page, bXls ? kMaxXlsRows : kMaxSheetRows);
-  if (!PumpRows(reader, sink)) {
-    if (sink.Refusal().empty()) return FailRows(inputFailure_);
+  // What lacks a value must not pass for a converted report.
+  std::string sRefusal;
+  const auto refused = [&sRefusal](const Failure& cell) {
+    sRefusal = cell.sText;
+    return false;
+  };
+  clsSheetRowSink sink(*pWorkbook, {.bWriteEmpty = false, .lMostRows = bXls ? kMaxXlsRows : kMaxSheetRows}, refused);
+  clsCutRows rows(sink, plan, page);
+  if (!PumpRows(reader, rows)) {
+    if (sRefusal.empty()) return FailRows(inputFailure_);
     account_.lCellsFailed = 1;
     account_.lRowsWritten = 0;
-    return Fail(EngineResult::CellRefused, sink.Refusal());
+    return Fail(EngineResult::CellRefused, sRefusal);
   }
   failure = {};
   return SaveExcelWorkbookAs(*pWorkbook, options_.sOutputFile, options_.lOutputType, failure) ? EngineResult::Done

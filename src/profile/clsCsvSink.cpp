@@ -2,21 +2,27 @@
 
 #include <algorithm>
 
-#include "modCsvSafety.h"
 #include "modText.h"
 
 namespace quillon {
+
+namespace {
+
+CsvRules WithSafety(CsvRules rules, bool bSafe) {
+  rules.bSafe = bSafe;
+  return rules;
+}
+
+}  // namespace
 
 clsCsvSink::clsCsvSink(clsOutputFile& file, const CutPlan& plan, const CsvRules& rules, const clsCodePage& pageIn,
                        const clsCodePage& pageOut, const Options& options)
     : file_(file),
       pageIn_(pageIn),
-      pageOut_(pageOut),
       cutter_(plan, pageIn),
-      writer_(file, rules),
+      rows_(file, WithSafety(rules, options.bSafe), pageOut),
       nWidth_(plan.edges.back()),
-      bSameBytes_(&pageIn == &pageOut),
-      bSafe_(options.bSafe) {
+      bSameBytes_(&pageIn == &pageOut) {
   if (options.bQuick && !options.bSafe && clsFastCsv::Serves(rules)) fast_.emplace(plan, rules);
 }
 
@@ -30,26 +36,7 @@ bool clsCsvSink::PutRow(std::string_view sRow) {
     return true;
   }
   cutter_.Cut(sRow);
-  for (const std::string_view sField : cutter_.Fields()) writer_.Field(ForOutput(sField), bSafe_ && IsHarmful(sField));
-  writer_.EndRow();
-  return true;
-}
-
-bool clsCsvSink::IsHarmful(std::string_view sField) const {
-  return MayRunAsFormula(pageIn_.ToUtf8(sField));
-}
-
-std::string_view clsCsvSink::ForOutput(std::string_view sField) {
-  if (bSameBytes_ || IsAscii(sField)) return sField;
-  if (pageIn_.IsSingleByte()) {
-    sUtf8_.clear();
-    pageIn_.Decode(sField, sUtf8_);
-    sField = sUtf8_;
-  }
-  if (!pageOut_.IsSingleByte()) return sField;
-  sOut_.clear();
-  lLost_ += static_cast<int64_t>(pageOut_.Encode(sField, sOut_));
-  return sOut_;
+  return rows_.PutRow({cutter_.Fields(), &pageIn_});
 }
 
 }  // namespace quillon

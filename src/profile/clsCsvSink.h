@@ -1,10 +1,9 @@
 #pragma once
 
 #include <optional>
-#include <string>
 #include <string_view>
 
-#include "clsCsvWriter.h"
+#include "clsCsvRowSink.h"
 #include "clsFastCsv.h"
 #include "clsRowCutter.h"
 
@@ -25,24 +24,17 @@ class clsCsvSink {
   /// Always True: a failure is the file's and comes out at its Commit.
   bool PutRow(std::string_view sRow);
   /// Characters that the output's code page lacks, each of which became "?".
-  int64_t CharsLost() const { return lLost_; }
+  int64_t CharsLost() const { return rows_.CharsLost(); }
   int64_t CharsBehind() const { return cutter_.CharsBehind(); }
 
  private:
-  bool IsHarmful(std::string_view sField) const;
-  std::string_view ForOutput(std::string_view sField);
-
   clsOutputFile& file_;
   const clsCodePage& pageIn_;
-  const clsCodePage& pageOut_;
   clsRowCutter cutter_;
-  clsCsvWriter writer_;
+  clsCsvRowSink rows_;
   std::optional<clsFastCsv> fast_;
   int64_t nWidth_;  ///< Characters up to the end of the last column
   bool bSameBytes_;
-  bool bSafe_;
-  std::string sUtf8_, sOut_;
-  int64_t lLost_ = 0;
 };
 
 }  // namespace quillon

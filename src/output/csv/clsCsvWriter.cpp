@@ -1,5 +1,7 @@
 #include "clsCsvWriter.h"
 
+#include "modText.h"
+
 namespace quillon {
 
 bool NeedsQuotes(const CsvRules& rules, std::string_view sValue) {
@@ -36,7 +38,8 @@ char* PutQuoted(char* pOut, std::string_view sValue) {
 
 void clsCsvWriter::Field(std::string_view sValue, bool bCalm) {
   if (!bFirst_) file_.Write(rules_.sSeparator);
-  bFirst_ = false;
+  bFirst_ = bFirst_ && rules_.bJoinEmpty && sValue.empty();
+  if (rules_.bTrim) sValue = TrimBlanks(sValue);
   const std::string_view sCalm = bCalm ? "'" : "";
   if (rules_.quoting == CsvQuoting::Never || (!bCalm && !NeedsQuotes(rules_, sValue))) {
     file_.Write(sCalm);

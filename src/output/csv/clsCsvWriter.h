@@ -16,6 +16,10 @@ struct CsvRules {
   CsvQuoting quoting = CsvQuoting::Sometimes;
   std::string sQuoteOn = "\"\r\n";  ///< Single bytes that make a value need quotes
   bool bQuoteSeparator = true;      ///< A value that holds the separator needs them, too
+  bool bTrim = false;               ///< Blanks around values go
+  bool bSafe = false;               ///< A value that a spreadsheet would run as a formula gets an apostrophe in front
+  /// No separator stands behind a value as long as the row's text is empty; with bTrim the values count as they were.
+  bool bJoinEmpty = false;
 };
 
 /// The one quoter of both engines: fields joined by the separator, rows ended by CR LF, double quotes inside a quoted
