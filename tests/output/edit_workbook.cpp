@@ -2,7 +2,8 @@
 // [text|day|stream]
 //
 // One command a line, fields parted by tabs: write SHEET ROW COLUMN TEXT, read SHEET ROW COLUMN, clear SHEET TOP LEFT
-// BOTTOM RIGHT, clearused, used, name SHEET NAME, names, activate SHEET, save PATH. "\n", "\t", "\\" and "\xHH" stand
+// BOTTOM RIGHT, clearused, used, name SHEET NAME, names, activate SHEET, save PATH, sheet NAME (its number), heading
+// SHEET ROW, settle SHEET ROW COLUMN T|N|H DIGITS FORMAT TEXT. "\n", "\t", "\\" and "\xHH" stand
 // in texts. Each answer is one line: "ok", "ok VALUE" or "failed REASON".
 
 #include <charconv>
@@ -79,6 +80,15 @@ class clsScript {
       bDone = workbook_.SetSheetName(nSheet, fields_[2], failure);
     } else if (sCommand == "names") {
       for (int n = 1; n <= workbook_.SheetCount(); ++n) sAnswer += (n > 1 ? "|" : "") + workbook_.SheetName(n);
+    } else if (sCommand == "sheet") {
+      const int nFound = workbook_.SheetNamed(fields_[1], failure);
+      bDone = nFound != 0;
+      sAnswer = std::to_string(nFound);
+    } else if (sCommand == "heading") {
+      workbook_.SetHeadingRow(nSheet, Number(2));
+    } else if (sCommand == "settle") {
+      const auto kind = static_cast<SettledCell::Kind>(fields_[4].front());
+      bDone = workbook_.WriteSettled(nSheet, Number(2), Number(3), {kind, fields_[7], fields_[5], fields_[6]}, failure);
     } else if (sCommand == "activate") {
       bDone = workbook_.ActivateSheet(nSheet);
     } else if (sCommand == "save") {

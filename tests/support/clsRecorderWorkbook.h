@@ -53,6 +53,12 @@ class clsRecorderWorkbook : public clsWorkbook {
     return true;
   }
   std::string SheetName(int nSheet) const override { return names.at(static_cast<size_t>(nSheet) - 1); }
+  int SheetNamed(std::string_view sName, Failure&) override {
+    for (size_t i = 0; i < names.size(); ++i)
+      if (names[i] == sName) return static_cast<int>(i) + 1;
+    names.emplace_back(sName);
+    return SheetCount();
+  }
   void SetStandardFont(std::string_view sName) override { sFont = sName; }
   std::optional<CellRange> ActiveUsedRange() override { return std::nullopt; }
   bool ClearContents(int, const CellRange&, Failure&) override { return true; }

@@ -4,6 +4,15 @@
 
 namespace quillon {
 
+void Include(CellRange& range, const CellRange& other) {
+  if (other.Empty()) return;
+  if (range.Empty()) range = other;
+  range.nTop = std::min(range.nTop, other.nTop);
+  range.nLeft = std::min(range.nLeft, other.nLeft);
+  range.nBottom = std::max(range.nBottom, other.nBottom);
+  range.nRight = std::max(range.nRight, other.nRight);
+}
+
 void clsCellRanges::Sort() {
   std::stable_sort(ranges_.begin(), ranges_.end(),
                    [](const CellRange& a, const CellRange& b) { return a.nTop < b.nTop; });

@@ -17,6 +17,9 @@ inline bool Meet(const CellRange& a, const CellRange& b) {
   return a.nTop <= b.nBottom && b.nTop <= a.nBottom && a.nLeft <= b.nRight && b.nLeft <= a.nRight;
 }
 
+/// Makes the range the smallest one that holds both.
+void Include(CellRange& range, const CellRange& other);
+
 /// Ranges of a sheet that are looked up by cell. As long as few of them share rows a look costs the same however many
 /// there are.
 class clsCellRanges {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "clsCellRanges.h"
+
 namespace quillon {
 
 // A record: pointer to the row's older record (8 bytes), length of that chain (1), count of cells, then for each cell
@@ -66,14 +68,6 @@ void KeepNewest(std::vector<StoredCell>& cells) {
   cells.resize(nKept);
 }
 
-void Include(CellRange& range, int64_t nRow, int64_t nColumn) {
-  if (range.Empty()) range = {nRow, nColumn, nRow, nColumn};
-  range.nTop = std::min(range.nTop, nRow);
-  range.nBottom = std::max(range.nBottom, nRow);
-  range.nLeft = std::min(range.nLeft, nColumn);
-  range.nRight = std::max(range.nRight, nColumn);
-}
-
 }  // namespace
 
 void clsCellStore::Write(int64_t nRow, int nColumn, std::string_view sText) {
@@ -81,7 +75,7 @@ void clsCellStore::Write(int64_t nRow, int nColumn, std::string_view sText) {
   nPendingRow_ = nRow;
   pending_.push_back({nColumn, static_cast<uint32_t>(sPending_.size()), static_cast<uint32_t>(sText.size())});
   sPending_.append(sText);
-  Include(range_, nRow, nColumn);
+  Include(range_, {nRow, nColumn, nRow, nColumn});
 }
 
 void clsCellStore::Seal() {

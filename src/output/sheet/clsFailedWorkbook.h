@@ -17,6 +17,7 @@ class clsFailedWorkbook : public clsWorkbook {
   int SheetCount() const override { return 0; }
   bool SetSheetName(int, std::string_view, Failure& failure) override { return Refuse(failure); }
   std::string SheetName(int) const override { return {}; }
+  int SheetNamed(std::string_view, Failure& failure) override { return Refuse(failure) ? 1 : 0; }
   void SetStandardFont(std::string_view) override {}
   std::optional<CellRange> ActiveUsedRange() override { return std::nullopt; }
   bool ClearContents(int, const CellRange&, Failure& failure) override { return Refuse(failure); }

@@ -46,6 +46,19 @@ struct WorkbookOptions {
   bool bReadBack = false;
 };
 
+/// A cell whose kind the caller has settled: the rule of modCellTyping isn't asked.
+struct SettledCell {
+  enum class Kind : char {
+    Text = 'T',     ///< Its text, as it is
+    Number = 'N',   ///< sDigits in the format sFormat; a date is the number of its day (SerialOfDate)
+    Heading = 'H',  ///< Its text, in bold where the workbook is new
+  };
+  Kind kind = Kind::Text;
+  std::string_view sShown;   ///< The text: what a reader of the sheet sees, and what ReadCell gives back
+  std::string_view sDigits;  ///< "-1234.50"; a text that is no such number makes the cell a text
+  std::string_view sFormat;  ///< Number format code, "" for General
+};
+
 /// A workbook of at least two sheets (an existing one may have fewer: then sheet 2 fails). Sheets count from 1 in
 /// workbook order, rows and columns from 1. Texts are UTF-8 and are kept as written until saving, when each is typed by
 /// the rule of modCellTyping. All operations that can fail say so by a Failure whose text is for the user.
@@ -61,6 +74,10 @@ class clsWorkbook {
   /// sheets(n).cells(row, column).Value = text. Fails outside the sheet, for a text over kMaxCellChars (UTF-16 units),
   /// for a sheet that isn't there and for a workbook that could not be read.
   virtual bool WriteCell(int nSheet, int64_t nRow, int nColumn, std::string_view sText, Failure& failure) = 0;
+  /// The same for a cell that is settled. Those who keep no kinds keep its text.
+  virtual bool WriteSettled(int nSheet, int64_t nRow, int nColumn, const SettledCell& cell, Failure& failure) {
+    return WriteCell(nSheet, nRow, nColumn, cell.sShown, failure);
+  }
   /// The text as written in this run, or the shown value of a cell of an existing file; "" for an empty cell.
   virtual bool ReadCell(int nSheet, int64_t nRow, int nColumn, std::string& sText, Failure& failure) = 0;
 
@@ -68,6 +85,12 @@ class clsWorkbook {
   /// The name that a spreadsheet would refuse (over 31 characters, []:*?/\, empty, taken) fails.
   virtual bool SetSheetName(int nSheet, std::string_view sName, Failure& failure) = 0;
   virtual std::string SheetName(int nSheet) const = 0;
+  /// The sheet of that name in any case; one that isn't there is made behind the others. 0 with the reason for a name
+  /// that a spreadsheet would refuse.
+  virtual int SheetNamed(std::string_view sName, Failure& failure) = 0;
+  /// In a new workbook the rows down to this one stay in sight, and its cells get a filter over the rows below. An
+  /// existing one keeps what its user has made of it.
+  virtual void SetHeadingRow(int /*nSheet*/, int64_t /*nRow*/) {}
   /// Font of cells with no format of their own; a new workbook is made with it, an existing one keeps its own.
   virtual void SetStandardFont(std::string_view sName) = 0;
   /// Used range of the active sheet; nothing on failure.

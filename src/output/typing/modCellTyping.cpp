@@ -3,11 +3,15 @@
 #include <langinfo.h>
 
 #include <array>
+#include <charconv>
 #include <clocale>
+#include <cmath>
 #include <string>
 
+#include "modFormatKinds.h"
 #include "modFormula.h"
 #include "modNumberTyping.h"
+#include "modSettledCell.h"
 
 namespace quillon {
 
@@ -48,6 +52,29 @@ void TypeWord(std::string_view sTrimmed, TypedCell& cell) {
   cell.nValue = sTrimmed == "TRUE" ? 1 : 0;
 }
 
+/// A number as files have it: digits, a minus in front, a point, an exponent. Nothing else may get into one unseen.
+bool IsPlainNumber(std::string_view sDigits, double& nValue) {
+  const char* const pEnd = sDigits.data() + sDigits.size();
+  const auto [pBehind, error] = std::from_chars(sDigits.data(), pEnd, nValue);
+  return error == std::errc{} && pBehind == pEnd && std::isfinite(nValue);
+}
+
+TypedCell TypeSettled(std::string_view sStored) {
+  const SettledCell settled = SettledOf(sStored);
+  TypedCell cell;
+  cell.sText = settled.sShown;
+  if (settled.sShown.empty()) return cell;
+  cell.kind = CellKind::Text;
+  if (settled.kind == SettledCell::Kind::Heading) cell.sFormat = kHeadingFormat;
+  if (settled.kind != SettledCell::Kind::Number || !IsPlainNumber(settled.sDigits, cell.nValue)) return cell;
+  const FormatKind kind = KindOfFormatCode(settled.sFormat);
+  const bool bDate = !settled.sFormat.empty() && (kind == FormatKind::Date || kind == FormatKind::DateTime);
+  cell.kind = bDate ? CellKind::Date : CellKind::Number;
+  cell.sDigits = settled.sDigits;
+  cell.sFormat = settled.sFormat;
+  return cell;
+}
+
 }  // namespace
 
 TypedCell TypeCell(std::string_view sText, const CellTypingOptions& options, std::string& sScratch) {
@@ -55,6 +82,7 @@ TypedCell TypeCell(std::string_view sText, const CellTypingOptions& options, std
   if (sText.empty()) return cell;
   cell.kind = CellKind::Text;
   cell.sText = sText;
+  if (IsSettled(sText)) return TypeSettled(sText);
   if (options.bAllText) return cell;
   const std::string_view sTrimmed = Trimmed(sText);
   if (sTrimmed.empty()) return TypedCell{};

@@ -20,12 +20,15 @@ struct TypedCell {
   double nValue = 0;  ///< Number; date as serial day of the 1900 system; 0 or 1
   /// The number as it goes into the file where its own digits serve ("1234.50" minus separators); "" = use nValue.
   std::string_view sDigits;
-  std::string_view sFormat;      ///< Number format code; "" is General
+  std::string_view sFormat;      ///< Number format code; "" is General. Of a text kHeadingFormat, or ""
   std::string_view sText;        ///< Text; formula without its "="
   bool bRefusedFormula = false;  ///< Text because its formula reaches outside the workbook
 };
 
-/// Types one text. sScratch backs views of the result where its form differs from the text's.
+/// Stands among number formats for a heading's: General, in bold.
+constexpr std::string_view kHeadingFormat = "\1";
+
+/// Types one text in its stored form. sScratch backs views of the result where its form differs from the text's.
 TypedCell TypeCell(std::string_view sText, const CellTypingOptions& options, std::string& sScratch);
 
 /// True if the user's locale (LC_TIME) writes the day before the month.

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "modNumberTyping.h"
+#include "modSettling.h"
 #include "modText.h"
 
 namespace quillon {
@@ -83,6 +84,12 @@ void BuildDateCode(const std::array<DatePart, 3>& parts, const std::array<size_t
 
 }  // namespace
 
+std::optional<int> SerialOfDate(int nYear, int nMonth, int nDay) {
+  if (nYear > 9999 || nMonth < 1 || nMonth > 12 || nDay < 1 || nDay > DaysInMonth(nYear, nMonth)) return std::nullopt;
+  const int nSerial = DaysOfDate(nYear, nMonth, nDay) - kEpochDays;
+  return nSerial < kFirstSerial ? std::nullopt : std::optional(nSerial);
+}
+
 bool TypeDate(std::string_view sText, bool bDayFirst, std::string& sScratch, TypedCell& cell) {
   std::array<DatePart, 3> parts;
   std::array<size_t, 3> order{};
@@ -92,17 +99,16 @@ bool TypeDate(std::string_view sText, bool bDayFirst, std::string& sScratch, Typ
   const DatePart& year = parts[order[2]];
   const int nDay = parts[order[0]].nValue, nMonth = parts[order[1]].nValue;
   const int nYear = year.nDigits == 4 ? year.nValue : year.nValue + (year.nValue < kTwoDigitPivot ? 2000 : 1900);
-  if (nMonth < 1 || nMonth > 12 || nDay < 1 || nDay > DaysInMonth(nYear, nMonth)) return false;
-  const int nSerial = DaysOfDate(nYear, nMonth, nDay) - kEpochDays;
-  if (nSerial < kFirstSerial) return false;
+  const auto nSerial = SerialOfDate(nYear, nMonth, nDay);
+  if (!nSerial) return false;
 
   sScratch.clear();
   BuildDateCode(parts, order, separator, sScratch);
   const size_t nCode = sScratch.size();
-  sScratch.append(std::to_string(nSerial));
+  sScratch.append(std::to_string(*nSerial));
   cell = TypedCell{};
   cell.kind = CellKind::Date;
-  cell.nValue = nSerial;
+  cell.nValue = *nSerial;
   cell.sFormat = std::string_view(sScratch).substr(0, nCode);
   cell.sDigits = std::string_view(sScratch).substr(nCode);
   return true;

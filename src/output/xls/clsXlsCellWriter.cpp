@@ -3,6 +3,7 @@
 #include <array>
 #include <charconv>
 
+#include "modSettledCell.h"
 #include "modText.h"
 #include "modXlsFormula.h"
 
@@ -54,7 +55,7 @@ bool ShowsRightly(const TypedCell& cell, FormatKind kind) {
 void clsXlsCellWriter::Expect(std::span<const StoredCell> cells, std::vector<uint32_t>& hashes) const {
   hashes.clear();
   for (const StoredCell& cell : cells)
-    if (LooksLikeText(cell.sText)) hashes.push_back(strings_.Expect(cell.sText));
+    if (LooksLikeText(cell.sText)) hashes.push_back(strings_.Expect(ShownOf(cell.sText)));
 }
 
 void clsXlsCellWriter::ExpectEntries(std::span<const uint32_t> hashes) const {
@@ -69,9 +70,10 @@ void clsXlsCellWriter::Write(clsXlsCellTable& table, unsigned nColumn, std::stri
     if (bExists || nXf != xls::kDefaultXf) table.AddBlank(nColumn, nXf);
     return;
   }
-  if (cell.kind == CellKind::Text) return WriteText(table, nColumn, cell.sText, nXf);
+  if (cell.kind == CellKind::Text)
+    return WriteText(table, nColumn, cell.sText, cell.sFormat.empty() ? nXf : formats_.Heading(nXf));
   if (formats_.KindToKeep(nXf) == FormatKind::Text || !WriteTyped(table, nColumn, cell, nXf))
-    WriteText(table, nColumn, sText, nXf);
+    WriteText(table, nColumn, ShownOf(sText), nXf);
 }
 
 void clsXlsCellWriter::WriteText(clsXlsCellTable& table, unsigned nColumn, std::string_view sText, uint16_t nXf) {

@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "clsXlsExistingWorkbook.h"
+#include "clsXlsNewWorkbook.h"
 #include "modOutputMessages.h"
 #include "modPaths.h"
 #include "modXlsLayout.h"
@@ -16,18 +17,14 @@ constexpr size_t kMaxStream = 0x7FFF0000;
 
 }  // namespace
 
-bool clsXlsExistingWorkbook::SaveAs(std::string_view sPath, int32_t lFormat, Failure& failure) {
-  if (lFormat != kFormatXls) {
-    failure = OutputFailure(sPath, OutputMessage::OtherFormat);
-    return false;
-  }
+bool clsXlsExistingWorkbook::Save(std::string_view sPath, Failure& failure) {
   const bool bSameFile = FileState::Of(HostPath(sPath)) == FileState::Of(sHostPath_);
   if (bSameFile && !(FileState::Of(sHostPath_) == state_)) {
     failure = OutputFailure(sPath, OutputMessage::ChangedMeanwhile);
     return false;
   }
   if (bSameFile && !IsChanged()) return true;
-  if (bActivated_) SelectActive();
+  if (IsActivated()) SelectActive();
   Assemble();
   if (nBytes_ > kMaxStream) {
     failure = OutputFailure(sPath, OutputMessage::TooLarge);
@@ -68,6 +65,11 @@ std::vector<clsXlsCellTable> clsXlsExistingWorkbook::MergeTouched(clsXlsStrings&
   writer.SetBase(globals_.Is1904(), globals_.Strings().Count());
   std::vector<clsXlsCellTable> tables;
   for (const auto& sheet : sheets_) {
+    if (sheet->bAdded) {
+      tables.emplace_back();
+      FillXlsTable(sheet->written, globals_.Formats().DefaultXf(), writer, tables.back());
+      continue;
+    }
     const bool bIndexed = sheet->existing && sheet->existing->IndexOffset() != clsXlsSheet::kNone;
     tables.emplace_back(sheet->existing ? sheet->existing->DefaultHeight() : 0, bIndexed);
     if (sheet->bTouched) sheet->existing->Merge(sheet->written, globals_.Formats().DefaultXf(), writer, tables.back());
@@ -81,7 +83,7 @@ void clsXlsExistingWorkbook::AddAll(const clsXlsStrings& strings, std::vector<cl
   std::vector<size_t> boundSheets;
   AddPiece(globals_.Rebuild(strings, boundSheets));
   std::string& sGlobals = made_.front();
-  std::vector<size_t> order(sheets_.size());
+  std::vector<size_t> order(globals_.OldSheets());
   std::iota(order.begin(), order.end(), size_t{0});
   const auto Start = [this](size_t nSheet) { return globals_.Sheets()[nSheet].nOffset; };
   std::sort(order.begin(), order.end(), [&Start](size_t a, size_t b) { return Start(a) < Start(b); });
@@ -96,6 +98,19 @@ void clsXlsExistingWorkbook::AddAll(const clsXlsStrings& strings, std::vector<cl
     nDone = sheets_[nSheet]->nEnd;
   }
   AddPiece(nDone, sStream_.size());
+  for (size_t nSheet = globals_.OldSheets(); nSheet < sheets_.size(); ++nSheet) {
+    SetAt(sGlobals, boundSheets[nSheet] + 4, static_cast<uint32_t>(nBytes_));
+    AddNew(static_cast<int>(nSheet) + 1, tables[nSheet]);
+  }
+}
+
+void clsXlsExistingWorkbook::AddNew(int nSheet, const clsXlsCellTable& table) {
+  const XlsSheetHead head =
+      MakeSheetHead({}, table.FirstRow(), table.RowsEnd(), table.FirstColumn(), table.ColumnsEnd());
+  const size_t nRest = nBytes_ + head.sBof.size() + table.IndexBytes();
+  AddPiece(head.sBof + table.Index(nRest + head.sRest.size(), nRest + head.nDefColWidth) + head.sRest);
+  AddPiece(table.Bytes());
+  AddPiece(MakeSheetTail(nActive_ == nSheet));
 }
 
 void clsXlsExistingWorkbook::AddTouched(Sheet& sheet, clsXlsCellTable& table) {
@@ -156,12 +171,13 @@ void clsXlsExistingWorkbook::MarkFormulas() {
 
 /// The active sheet alone is selected and in front.
 void clsXlsExistingWorkbook::SelectActive() {
+  globals_.SetActiveSheet(nActive_);
   constexpr unsigned kSelectedAndInFront = 0x0600;
   for (size_t i = 0; i < sheets_.size(); ++i) {
     if (!sheets_[i]->existing || sheets_[i]->existing->Window2() == clsXlsSheet::kNone) continue;
     const size_t nFlags = sheets_[i]->existing->Window2() + 4;
     const unsigned nRest = GetU16(sStream_, nFlags) & ~kSelectedAndInFront;
-    const bool bActive = static_cast<int>(i) + 1 == globals_.ActiveSheet();
+    const bool bActive = static_cast<int>(i) + 1 == nActive_;
     SetAt(sStream_, nFlags, static_cast<uint16_t>(nRest | (bActive ? kSelectedAndInFront : 0)));
   }
 }

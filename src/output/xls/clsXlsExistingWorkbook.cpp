@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <numeric>
 
+#include "clsCellRanges.h"
 #include "clsXlsNewWorkbook.h"
 #include "clsXlsWorkbook.h"
 #include "modOutputMessages.h"
-#include "modSheetNames.h"
-#include "modText.h"
 #include "modXlsShown.h"
 
 namespace quillon {
@@ -32,6 +31,8 @@ bool clsXlsExistingWorkbook::Open(const std::string& sHostPath, Failure& failure
 bool clsXlsExistingWorkbook::ParseStream(OutputMessage& reason) {
   if (!globals_.Parse(sStream_, reason)) return false;
   reason = OutputMessage::Damaged;
+  nActive_ = globals_.ActiveSheet() <= static_cast<int>(globals_.Sheets().size()) ? globals_.ActiveSheet() : 1;
+  for (const XlsSheetEntry& entry : globals_.Sheets()) names_.push_back(entry.sName);
   return CheckSheets();
 }
 
@@ -54,95 +55,72 @@ bool clsXlsExistingWorkbook::CheckSheets() {
   return true;
 }
 
-clsXlsSheet* clsXlsExistingWorkbook::Worksheet(int nSheet, int64_t nRow, int nColumn, Failure& failure) {
-  if (!CheckXlsCell(SheetCount(), nSheet, nRow, nColumn, failure)) return nullptr;
-  clsXlsSheet* pSheet = At(nSheet).existing.get();
-  if (pSheet != nullptr && pSheet->Load()) return pSheet;
-  const OutputMessage reason = pSheet == nullptr ? OutputMessage::NoSuchSheet : OutputMessage::Damaged;
-  failure = CellFailure(nSheet, nRow, nColumn, reason);
-  return nullptr;
+/// Looks through the sheet before its cells are touched.
+bool clsXlsExistingWorkbook::Load(int nSheet, Failure& failure) {
+  const Sheet& sheet = At(nSheet);
+  if (sheet.bAdded || sheet.existing->Load()) return true;
+  failure = OutputFailure(names_[static_cast<size_t>(nSheet) - 1], OutputMessage::Damaged);
+  return false;
 }
 
-bool clsXlsExistingWorkbook::WriteCell(int nSheet, int64_t nRow, int nColumn, std::string_view sText,
-                                       Failure& failure) {
-  clsXlsSheet* pSheet = Worksheet(nSheet, nRow, nColumn, failure);
-  if (pSheet == nullptr || !CheckXlsText(nSheet, nRow, nColumn, sText, failure)) return false;
-  if (pSheet->IsPartOfArray(nRow, nColumn)) {
+void clsXlsExistingWorkbook::AddSheet() {
+  sheets_.push_back(std::make_unique<Sheet>());
+  sheets_.back()->bAdded = true;
+  globals_.AddSheet();
+}
+
+void clsXlsExistingWorkbook::NamesChanged() {
+  bChanged_ = true;
+  for (int nSheet = 1; nSheet <= SheetCount(); ++nSheet) globals_.Rename(nSheet, SheetName(nSheet));
+}
+
+bool clsXlsExistingWorkbook::PutText(int nSheet, int64_t nRow, int nColumn, std::string_view sStored,
+                                     Failure& failure) {
+  if (!Load(nSheet, failure)) return false;
+  Sheet& sheet = At(nSheet);
+  if (!sheet.bAdded && sheet.existing->IsPartOfArray(nRow, nColumn)) {
     failure = CellFailure(nSheet, nRow, nColumn, OutputMessage::PartOfArray);
     return false;
   }
-  At(nSheet).written.Write(nRow, nColumn, sText);
-  At(nSheet).bTouched = bChanged_ = true;
+  sheet.written.Write(nRow, nColumn, sStored);
+  sheet.bTouched = bChanged_ = true;
   return true;
 }
 
-bool clsXlsExistingWorkbook::ReadCell(int nSheet, int64_t nRow, int nColumn, std::string& sText, Failure& failure) {
-  const clsXlsSheet* pSheet = Worksheet(nSheet, nRow, nColumn, failure);
-  if (pSheet == nullptr) return false;
+bool clsXlsExistingWorkbook::GetText(int nSheet, int64_t nRow, int nColumn, std::string& sStored, Failure& failure) {
+  if (!Load(nSheet, failure)) return false;
+  std::string_view sWritten;
+  if (At(nSheet).written.Read(nRow, nColumn, sWritten)) {
+    sStored = sWritten;
+    return true;
+  }
+  if (At(nSheet).bAdded) return true;
+  const clsXlsSheet& sheet = *At(nSheet).existing;
   const auto nRow0 = static_cast<uint32_t>(nRow - 1);
   const auto nColumn0 = static_cast<unsigned>(nColumn - 1);
-  std::string_view sWritten;
-  sText.clear();
-  if (At(nSheet).written.Read(nRow, nColumn, sWritten))
-    sText = sWritten;
-  else if (const XlsCell* pCell = pSheet->Find(nRow0, nColumn0);
-           pCell != nullptr && !pSheet->IsCleared(nRow0, nColumn0))
-    sText = ShownXlsCell(sStream_, *pCell, globals_, options_.typing.bDayFirst);
+  const XlsCell* const pCell = sheet.Find(nRow0, nColumn0);
+  if (pCell != nullptr && !sheet.IsCleared(nRow0, nColumn0))
+    sStored = ShownXlsCell(sStream_, *pCell, globals_, options_.typing.bDayFirst);
   return true;
 }
 
-bool clsXlsExistingWorkbook::SetSheetName(int nSheet, std::string_view sName, Failure& failure) {
-  std::vector<std::string> names;
-  for (const XlsSheetEntry& entry : globals_.Sheets()) names.push_back(entry.sName);
-  std::optional<OutputMessage> refusal = OutputMessage::NoSuchSheet;
-  if (Has(nSheet)) refusal = RefusalOfSheetName(sName, names, nSheet);
-  if (refusal) {
-    failure = OutputFailure(sName, *refusal);
-    return false;
-  }
-  bChanged_ = bChanged_ || SheetName(nSheet) != sName;
-  globals_.Rename(nSheet, sName);
-  return true;
-}
-
-std::string clsXlsExistingWorkbook::SheetName(int nSheet) const {
-  return Has(nSheet) ? globals_.Sheets()[static_cast<size_t>(nSheet) - 1].sName : std::string{};
-}
-
-std::optional<CellRange> clsXlsExistingWorkbook::ActiveUsedRange() {
-  Failure failure;
-  const int nActive = globals_.ActiveSheet();
-  const clsXlsSheet* pSheet = Worksheet(nActive, 1, 1, failure);
-  if (pSheet == nullptr) return std::nullopt;
-  const CellRange existing = pSheet->UsedRange(), written = At(nActive).written.Range();
-  if (existing.Empty() && written.Empty()) return CellRange{1, 1, 1, 1};
-  if (existing.Empty() || written.Empty()) return existing.Empty() ? written : existing;
-  return CellRange{std::min(existing.nTop, written.nTop), std::min(existing.nLeft, written.nLeft),
-                   std::max(existing.nBottom, written.nBottom), std::max(existing.nRight, written.nRight)};
+std::optional<CellRange> clsXlsExistingWorkbook::UsedRange(int nSheet) {
+  Failure ignored;
+  if (!Load(nSheet, ignored)) return std::nullopt;
+  CellRange range = At(nSheet).written.Range();
+  if (!At(nSheet).bAdded) Include(range, At(nSheet).existing->UsedRange());
+  return range;
 }
 
 bool clsXlsExistingWorkbook::ClearContents(int nSheet, const CellRange& range, Failure& failure) {
-  clsXlsSheet* pSheet = Worksheet(nSheet, 1, 1, failure);
-  if (pSheet == nullptr || range.Empty()) return pSheet != nullptr;
-  if (!pSheet->Clear(range)) {
+  if (!CheckSheet(nSheet, failure) || !Load(nSheet, failure)) return false;
+  if (range.Empty()) return true;
+  if (!At(nSheet).bAdded && !At(nSheet).existing->Clear(range)) {
     failure = CellFailure(nSheet, range.nTop, static_cast<int>(range.nLeft), OutputMessage::PartOfArray);
     return false;
   }
   ClearWritten(At(nSheet).written, range);
   At(nSheet).bTouched = bChanged_ = true;
-  return true;
-}
-
-bool clsXlsExistingWorkbook::ActivateSheet(std::string_view sName) {
-  for (int i = 1; i <= SheetCount(); ++i)
-    if (EqualNoCase(SheetName(i), sName)) return ActivateSheet(i);
-  return false;
-}
-
-bool clsXlsExistingWorkbook::ActivateSheet(int nSheet) {
-  if (!Has(nSheet)) return false;
-  bActivated_ = bActivated_ || globals_.ActiveSheet() != nSheet;
-  globals_.SetActiveSheet(nSheet);
   return true;
 }
 

@@ -78,12 +78,24 @@ int clsXlsFormats::Make(uint16_t nXf, int nFormat) {
   const auto known = bOwn_ ? std::find(xfs_.begin(), xfs_.end(), sXf) : xfs_.end();
   if (known != xfs_.end()) return made_[{nXf, nFormatId}] = static_cast<uint16_t>(known - xfs_.begin());
   if (xfs_.size() >= kMaxXfs) return -1;
+  return made_[{nXf, nFormatId}] = Add(std::move(sXf), nXf);
+}
+
+uint16_t clsXlsFormats::Add(std::string sXf, uint16_t nModel) {
   const auto nResult = static_cast<uint16_t>(xfs_.size());
   PutRecord(sAddedXfs_, xls::kXf, sXf);
   xfs_.push_back(std::move(sXf));
-  made_[{nXf, nFormatId}] = nResult;
-  models_.emplace_back(nResult, nXf);
+  models_.emplace_back(nResult, nModel);
   return nResult;
+}
+
+uint16_t clsXlsFormats::Heading(uint16_t nXf) {
+  constexpr unsigned kOwnFont = 0x08;
+  if (nHeadingFont_ == 0 || nHeadingXf_ != 0) return nHeadingFont_ == 0 ? nXf : nHeadingXf_;
+  std::string sXf = xfs_[nXf];
+  SetAt(sXf, 0, nHeadingFont_);
+  SetAt(sXf, 9, static_cast<uint8_t>(GetU8(sXf, 9) | kOwnFont));
+  return nHeadingXf_ = Add(std::move(sXf), nXf);
 }
 
 std::string clsXlsFormats::AddedExtensions() const {

@@ -39,6 +39,10 @@ class clsXlsFormats {
   /// The XF that is as nXf but for its number format ("": Plain's); -1 if the workbook can hold no more of them.
   int WithNumberFormat(uint16_t nXf, std::string_view sCode);
 
+  /// The XF that is as nXf but for the font of headings; nXf itself in a workbook that has none.
+  uint16_t Heading(uint16_t nXf);
+  void SetHeadingFont(uint16_t nFont) { nHeadingFont_ = nFont; }
+  bool HasHeadings() const { return nHeadingXf_ != 0; }
   const std::string& AddedFormats() const { return sAddedFormats_; }  ///< FORMAT records
   const std::string& AddedXfs() const { return sAddedXfs_; }          ///< XF records
   /// XFEXT records for added XFs whose model has one (colours that XF itself can't say).
@@ -49,6 +53,7 @@ class clsXlsFormats {
  private:
   int FormatId(std::string_view sCode);
   int Make(uint16_t nXf, int nFormat);
+  uint16_t Add(std::string sXf, uint16_t nModel);
 
   bool bOwn_ = false;
   std::vector<std::string> xfs_;
@@ -56,6 +61,7 @@ class clsXlsFormats {
   std::map<uint16_t, std::string> codes_;
   std::map<std::string, uint16_t, std::less<>> ids_;
   uint16_t nNextId_ = 164;
+  uint16_t nHeadingFont_ = 0, nHeadingXf_ = 0;
   std::map<std::pair<uint16_t, uint16_t>, uint16_t> made_;  ///< XF and number format to XF
   std::vector<std::pair<uint16_t, uint16_t>> models_;       ///< Added XF and its model
   std::string sAddedFormats_, sAddedXfs_;

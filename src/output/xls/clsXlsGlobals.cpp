@@ -1,6 +1,9 @@
 #include "clsXlsGlobals.h"
 
+#include <algorithm>
+
 #include "modText.h"
+#include "modXlsLayout.h"
 #include "modXlsText.h"
 
 namespace quillon {
@@ -9,6 +12,7 @@ namespace {
 
 constexpr size_t kWindowFlags = 8, kActiveTab = 10;  // in WINDOW1
 constexpr unsigned kHidden = 0x05;                   // hidden, or very hidden
+constexpr uint16_t kOwnBook = 0x0401;                // in SUPBOOK
 constexpr size_t kXfCount = 14, kXfCrcValue = 16;
 
 }  // namespace
@@ -120,7 +124,15 @@ void clsXlsGlobals::PutChanged(const XlsRecord& record, std::vector<size_t>& bou
   switch (record.nId) {
     case xls::kBoundSheet:
       boundSheets.push_back(sOut.size());
-      return PutBoundSheet(record, boundSheets.size() - 1, sOut);
+      PutBoundSheet(record, boundSheets.size() - 1, sOut);
+      if (boundSheets.size() < oldNames_.size()) return;
+      for (size_t i = oldNames_.size(); i < sheets_.size(); ++i) {
+        boundSheets.push_back(sOut.size());
+        quillon::PutBoundSheet(sOut, sheets_[i].sName);
+      }
+      return;
+    case xls::kTabId:
+      return PutTabIds(record, sOut);
     case xls::kXfCrc:
       return PutXfCrc(record, sOut);
     case xls::kDconRef:
@@ -133,7 +145,18 @@ void clsXlsGlobals::PutChanged(const XlsRecord& record, std::vector<size_t>& bou
     SetAt(sOut, nData + kActiveTab, static_cast<uint16_t>(nActive_ - 1));
   }
   // A file that was calculated by version 0 is calculated anew by every later one.
+  // What the workbook says of itself among the books that formulas speak of: how many sheets it has.
+  if (record.nId == xls::kSupBook && record.sData.size() == 4 && GetU16(record.sData, 2) == kOwnBook)
+    SetAt(sOut, nData, static_cast<uint16_t>(sheets_.size()));
   if (record.nId == xls::kRecalcId) SetAt(sOut, nData + 4, uint32_t{0});
+}
+
+void clsXlsGlobals::PutTabIds(const XlsRecord& record, std::string& sOut) const {
+  std::string sData(record.sData);
+  unsigned nNext = 1;
+  for (size_t i = 0; i + 2 <= sData.size(); i += 2) nNext = std::max(nNext, GetU16(sData, i) + 1U);
+  for (size_t i = oldNames_.size(); i < sheets_.size(); ++i) PutU16(sData, nNext++);
+  PutRecord(sOut, record.nId, sData);
 }
 
 void clsXlsGlobals::PutBoundSheet(const XlsRecord& record, size_t nSheet, std::string& sOut) const {

@@ -35,6 +35,10 @@ class clsXlsGlobals {
   int ActiveSheet() const { return nActive_; }  ///< From 1
   bool IsHidden() const { return bHidden_; }    ///< Its window is, and no sheet to be seen
   void SetActiveSheet(int nSheet) { nActive_ = nSheet; }
+  /// Takes in a sheet behind the others, which gets its name by Rename.
+  void AddSheet() { sheets_.push_back({{}, 0, true}); }
+  /// How many sheets there were before any was added.
+  size_t OldSheets() const { return oldNames_.size(); }
   /// Takes a new name for a sheet, from 1.
   void Rename(int nSheet, std::string_view sName);
 
@@ -49,6 +53,7 @@ class clsXlsGlobals {
   void NoteWindow(const XlsRecord& record);
   void PutChanged(const XlsRecord& record, std::vector<size_t>& boundSheets, std::string& sOut) const;
   void PutBoundSheet(const XlsRecord& record, size_t nSheet, std::string& sOut) const;
+  void PutTabIds(const XlsRecord& record, std::string& sOut) const;
   void PutXfCrc(const XlsRecord& record, std::string& sOut) const;
   void PutDconRef(const XlsRecord& record, std::string& sOut) const;
 

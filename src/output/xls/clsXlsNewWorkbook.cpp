@@ -1,12 +1,13 @@
 #include "clsXlsNewWorkbook.h"
 
 #include <algorithm>
+#include <deque>
 
 #include "clsXlsStringTable.h"
 #include "clsXlsWorkbook.h"
 #include "modCompoundFile.h"
 #include "modOutputMessages.h"
-#include "modSheetNames.h"
+#include "modSettledCell.h"
 #include "modText.h"
 #include "modTurns.h"
 #include "modXlsLayout.h"
@@ -26,19 +27,6 @@ size_t WidthOf(std::string_view sText) {
 
 }  // namespace
 
-bool CheckXlsCell(int nSheets, int nSheet, int64_t nRow, int nColumn, Failure& failure) {
-  const bool bInSheet = nRow >= 1 && nRow <= kMaxXlsRows && nColumn >= 1 && nColumn <= kMaxXlsColumns;
-  if (bInSheet && nSheet >= 1 && nSheet <= nSheets) return true;
-  failure = CellFailure(nSheet, nRow, nColumn, bInSheet ? OutputMessage::NoSuchSheet : OutputMessage::OutsideSheet);
-  return false;
-}
-
-bool CheckXlsText(int nSheet, int64_t nRow, int nColumn, std::string_view sText, Failure& failure) {
-  if (sText.size() <= kMaxCellChars || Utf16Count(sText) <= kMaxCellChars) return true;
-  failure = CellFailure(nSheet, nRow, nColumn, OutputMessage::TextTooLong);
-  return false;
-}
-
 void ClearWritten(clsCellStore& cells, const CellRange& range) {
   std::vector<StoredCell> row;
   const int64_t nBottom = std::min(range.nBottom, cells.LastRow());
@@ -49,79 +37,55 @@ void ClearWritten(clsCellStore& cells, const CellRange& range) {
   }
 }
 
-bool clsXlsNewWorkbook::WriteCell(int nSheet, int64_t nRow, int nColumn, std::string_view sText, Failure& failure) {
-  if (!CheckXlsCell(SheetCount(), nSheet, nRow, nColumn, failure)) return false;
-  if (!CheckXlsText(nSheet, nRow, nColumn, sText, failure)) return false;
-  Sheet& sheet = At(nSheet);
-  sheet.cells.Write(nRow, nColumn, sText);
-  uint8_t& nWidth = sheet.widths[static_cast<size_t>(nColumn) - 1];
-  if (sText.size() > nWidth) nWidth = std::max(nWidth, static_cast<uint8_t>(WidthOf(sText)));
-  return true;
-}
-
-bool clsXlsNewWorkbook::ReadCell(int nSheet, int64_t nRow, int nColumn, std::string& sText, Failure& failure) {
-  if (!CheckXlsCell(SheetCount(), nSheet, nRow, nColumn, failure)) return false;
-  std::string_view sWritten;
-  sText.clear();
-  if (At(nSheet).cells.Read(nRow, nColumn, sWritten)) sText = sWritten;
-  return true;
-}
-
-bool clsXlsNewWorkbook::SetSheetName(int nSheet, std::string_view sName, Failure& failure) {
-  std::optional<OutputMessage> refusal = OutputMessage::NoSuchSheet;
-  if (Has(nSheet)) refusal = RefusalOfSheetName(sName, names_, nSheet);
-  if (refusal) {
-    failure = OutputFailure(sName, *refusal);
-    return false;
+clsXlsNewWorkbook::clsXlsNewWorkbook(const WorkbookOptions& options)
+    : clsSheetBook(options, {kMaxXlsRows, kMaxXlsColumns, kFormatXls}) {
+  for (const char* const pName : {"Sheet1", "Sheet2"}) {
+    clsXlsNewWorkbook::AddSheet();
+    names_.emplace_back(pName);
   }
-  names_[static_cast<size_t>(nSheet) - 1] = sName;
+}
+
+void clsXlsNewWorkbook::SetHeadingRow(int nSheet, int64_t nRow) {
+  if (HasSheet(nSheet)) At(nSheet).nHeadingRow = nRow;
+}
+
+bool clsXlsNewWorkbook::PutText(int nSheet, int64_t nRow, int nColumn, std::string_view sStored, Failure&) {
+  Sheet& sheet = At(nSheet);
+  sheet.cells.Write(nRow, nColumn, sStored);
+  uint8_t& nWidth = sheet.widths[static_cast<size_t>(nColumn) - 1];
+  if (sStored.size() > nWidth) nWidth = std::max(nWidth, static_cast<uint8_t>(WidthOf(ShownOf(sStored))));
   return true;
 }
 
-std::string clsXlsNewWorkbook::SheetName(int nSheet) const {
-  return Has(nSheet) ? names_[static_cast<size_t>(nSheet) - 1] : std::string{};
-}
-
-std::optional<CellRange> clsXlsNewWorkbook::ActiveUsedRange() {
-  const CellRange range = At(nActive_).cells.Range();
-  return range.Empty() ? CellRange{1, 1, 1, 1} : range;
+bool clsXlsNewWorkbook::GetText(int nSheet, int64_t nRow, int nColumn, std::string& sStored, Failure&) {
+  std::string_view sWritten;
+  if (At(nSheet).cells.Read(nRow, nColumn, sWritten)) sStored = sWritten;
+  return true;
 }
 
 bool clsXlsNewWorkbook::ClearContents(int nSheet, const CellRange& range, Failure& failure) {
-  if (!CheckXlsCell(SheetCount(), nSheet, 1, 1, failure)) return false;
+  if (!CheckSheet(nSheet, failure)) return false;
   ClearWritten(At(nSheet).cells, range);
   return true;
 }
 
-bool clsXlsNewWorkbook::ActivateSheet(std::string_view sName) {
-  for (int i = 1; i <= SheetCount(); ++i)
-    if (EqualNoCase(SheetName(i), sName)) return ActivateSheet(i);
-  return false;
-}
-
-bool clsXlsNewWorkbook::ActivateSheet(int nSheet) {
-  if (Has(nSheet)) nActive_ = nSheet;
-  return Has(nSheet);
-}
-
-void clsXlsNewWorkbook::FillTable(Sheet& sheet, clsXlsCellWriter& writer, clsXlsCellTable& table) {
+void FillXlsTable(clsCellStore& cells, uint16_t nXf, clsXlsCellWriter& writer, clsXlsCellTable& table) {
   // A row is announced to the string table two rows before it is written, and once more one row before.
   constexpr size_t kAhead = 3;
   std::array<std::vector<StoredCell>, kAhead> rows;
   std::array<std::vector<uint32_t>, kAhead> hashes;
-  table.Reserve(sheet.cells.Bytes() * 2);
-  const int64_t nLast = sheet.cells.LastRow();
+  table.Reserve(cells.Bytes() * 2);
+  const int64_t nLast = cells.LastRow();
   for (int64_t nRead = 1; nRead <= nLast + 2; ++nRead) {
     GiveTurn();
     const auto nSlot = static_cast<size_t>(nRead);
-    sheet.cells.Row(nRead, rows[nSlot % kAhead]);
+    cells.Row(nRead, rows[nSlot % kAhead]);
     writer.Expect(rows[nSlot % kAhead], hashes[nSlot % kAhead]);
     writer.ExpectEntries(hashes[(nSlot + 2) % kAhead]);
     const std::vector<StoredCell>& row = rows[(nSlot + 1) % kAhead];
     if (row.empty()) continue;
     table.StartRow(static_cast<uint32_t>(nRead - 3));
-    for (const StoredCell& cell : row)
-      writer.Write(table, static_cast<unsigned>(cell.nColumn - 1), cell.sText, xls::kDefaultXf);
+    for (const StoredCell& cell : row) writer.Write(table, static_cast<unsigned>(cell.nColumn - 1), cell.sText, nXf);
   }
   table.Finish();
 }
@@ -144,7 +108,7 @@ struct clsXlsNewWorkbook::Layout {
     XlsSheetHead head;
     std::string sIndex, sTail;
   };
-  std::array<SheetParts, 2> sheets;
+  std::deque<SheetParts> sheets;  ///< Their pieces are spoken of where they lie
   std::vector<std::string_view> pieces;
   size_t nBytes = 0;
 
@@ -159,28 +123,27 @@ void clsXlsNewWorkbook::LayOut(int nSheet, const clsXlsCellTable& table, Layout&
   std::array<uint8_t, 256> widths = At(nSheet).widths;
   for (uint8_t& nWidth : widths)
     if (nWidth <= kMinWidth) nWidth = 0;
-  Layout::SheetParts& parts = layout.sheets[static_cast<size_t>(nSheet) - 1];
+  Layout::SheetParts& parts = layout.sheets.emplace_back();
   parts.head = MakeSheetHead(widths, table.FirstRow(), table.RowsEnd(), table.FirstColumn(), table.ColumnsEnd());
   const size_t nRest = layout.nBytes + parts.head.sBof.size() + table.IndexBytes();
   parts.sIndex = table.Index(nRest + parts.head.sRest.size(), nRest + parts.head.nDefColWidth);
-  parts.sTail = MakeSheetTail(nActive_ == nSheet);
+  parts.sTail = MakeSheetTail(nActive_ == nSheet, At(nSheet).nHeadingRow);
   const std::array<std::string_view, 5> pieces = {parts.head.sBof, parts.sIndex, parts.head.sRest, table.Bytes(),
                                                   parts.sTail};
   for (const std::string_view sPiece : pieces) layout.Add(sPiece);
 }
 
-bool clsXlsNewWorkbook::SaveAs(std::string_view sPath, int32_t lFormat, Failure& failure) {
-  if (lFormat != kFormatXls) {
-    failure = OutputFailure(sPath, OutputMessage::OtherFormat);
-    return false;
-  }
+bool clsXlsNewWorkbook::Save(std::string_view sPath, Failure& failure) {
   clsXlsStrings strings;
   clsXlsFormats formats;
   AddStandardXfs(formats);
+  formats.SetHeadingFont(kXlsHeadingFont);
   clsXlsCellWriter writer(strings, formats, options_.typing);
-  std::array<clsXlsCellTable, 2> tables;
-  strings.Reserve(sheets_[0].cells.Bytes() + sheets_[1].cells.Bytes());
-  for (size_t i = 0; i < tables.size(); ++i) FillTable(sheets_[i], writer, tables[i]);
+  std::vector<clsXlsCellTable> tables(sheets_.size());
+  size_t nBytes = 0;
+  for (const auto& sheet : sheets_) nBytes += sheet->cells.Bytes();
+  strings.Reserve(nBytes);
+  for (size_t i = 0; i < tables.size(); ++i) FillXlsTable(sheets_[i]->cells, xls::kDefaultXf, writer, tables[i]);
   nRefused_ = writer.RefusedFormulas();
 
   size_t nBoundSheet = 0;

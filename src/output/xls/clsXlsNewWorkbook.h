@@ -2,11 +2,12 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "clsCellStore.h"
-#include "clsWorkbook.h"
+#include "clsSheetBook.h"
 #include "clsXlsCellTable.h"
 #include "clsXlsCellWriter.h"
 #include "clsXlsFormats.h"
@@ -15,47 +16,38 @@
 namespace quillon {
 
 /// A new .xls workbook. Texts are kept until saving, when they are typed row by row.
-class clsXlsNewWorkbook : public clsWorkbook {
+class clsXlsNewWorkbook : public clsSheetBook {
  public:
-  explicit clsXlsNewWorkbook(const WorkbookOptions& options) : options_(options) {}
+  explicit clsXlsNewWorkbook(const WorkbookOptions& options);
 
-  bool WriteCell(int nSheet, int64_t nRow, int nColumn, std::string_view sText, Failure& failure) override;
-  bool ReadCell(int nSheet, int64_t nRow, int nColumn, std::string& sText, Failure& failure) override;
-  int SheetCount() const override { return static_cast<int>(sheets_.size()); }
-  bool SetSheetName(int nSheet, std::string_view sName, Failure& failure) override;
-  std::string SheetName(int nSheet) const override;
   void SetStandardFont(std::string_view sName) override { sFont_ = sName; }
-  std::optional<CellRange> ActiveUsedRange() override;
+  void SetHeadingRow(int nSheet, int64_t nRow) override;
   bool ClearContents(int nSheet, const CellRange& range, Failure& failure) override;
-  bool ActivateSheet(std::string_view sName) override;
-  bool ActivateSheet(int nSheet) override;
-  bool SaveAs(std::string_view sPath, int32_t lFormat, Failure& failure) override;
-  int64_t RefusedFormulas() const override { return nRefused_; }
+
+ protected:
+  bool PutText(int nSheet, int64_t nRow, int nColumn, std::string_view sStored, Failure& failure) override;
+  bool GetText(int nSheet, int64_t nRow, int nColumn, std::string& sStored, Failure& failure) override;
+  std::optional<CellRange> UsedRange(int nSheet) override { return At(nSheet).cells.Range(); }
+  void AddSheet() override { sheets_.push_back(std::make_unique<Sheet>()); }
+  bool Save(std::string_view sPath, Failure& failure) override;
 
  private:
   struct Sheet {
     clsCellStore cells;
     std::array<uint8_t, 256> widths{};  ///< Longest value, up to kMaxWidth
+    int64_t nHeadingRow = 0;
   };
   struct Layout;
-  Sheet& At(int nSheet) { return sheets_[static_cast<size_t>(nSheet) - 1]; }
-  bool Has(int nSheet) const { return nSheet >= 1 && nSheet <= SheetCount(); }
-  void FillTable(Sheet& sheet, clsXlsCellWriter& writer, clsXlsCellTable& table);
+  Sheet& At(int nSheet) { return *sheets_[static_cast<size_t>(nSheet) - 1]; }
   void LayOut(int nSheet, const clsXlsCellTable& table, Layout& layout);
   std::string MakeGlobals(const clsXlsFormats& formats, const clsXlsStrings& strings, size_t& nBoundSheets) const;
 
-  WorkbookOptions options_;
-  std::array<Sheet, 2> sheets_;
-  std::array<std::string, 2> names_ = {"Sheet1", "Sheet2"};
-  int nActive_ = 1;
+  std::vector<std::unique_ptr<Sheet>> sheets_;
   std::string sFont_ = "Courier New";
-  int64_t nRefused_ = 0;
 };
 
-/// What a cell write of an .xls sheet is refused for before anything else; True if for nothing. nSheets is the number
-/// of sheets.
-bool CheckXlsCell(int nSheets, int nSheet, int64_t nRow, int nColumn, Failure& failure);
-bool CheckXlsText(int nSheet, int64_t nRow, int nColumn, std::string_view sText, Failure& failure);
+/// Types the cells of a sheet that had none before, whose empty ones have the format nXf.
+void FillXlsTable(clsCellStore& cells, uint16_t nXf, clsXlsCellWriter& writer, clsXlsCellTable& table);
 /// Empties the cells of the range that were written in this run.
 void ClearWritten(clsCellStore& cells, const CellRange& range);
 

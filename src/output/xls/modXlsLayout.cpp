@@ -88,9 +88,9 @@ void PutWindow1(std::string& sOut, int nActiveSheet) {
   PutRecord(sOut, xls::kWindow1, sData);
 }
 
-void PutFont(std::string& sOut, std::string_view sName) {
+void PutFont(std::string& sOut, std::string_view sName, unsigned nWeight) {
   std::string sData;
-  for (const unsigned nValue : {200U, 0U, 0x7FFFU, 400U, 0U, 0x0300U, 0U}) PutU16(sData, nValue);
+  for (const unsigned nValue : {200U, 0U, 0x7FFFU, nWeight, 0U, 0x0300U, 0U}) PutU16(sData, nValue);
   PutXlsString(sData, sName, 1);
   PutRecord(sOut, xls::kFont, sData);
 }
@@ -140,7 +140,9 @@ void PutGlobalsHead(std::string& sOut, std::string_view sFont, int nSheets, int 
   PutAll(sOut, kProtection);
   PutWindow1(sOut, nActiveSheet);
   PutAll(sOut, kBehindWindow);
-  for (int i = 0; i < 4; ++i) PutFont(sOut, sFont);
+  constexpr unsigned kNormal = 400, kBold = 700;
+  for (int i = 0; i < 4; ++i) PutFont(sOut, sFont, kNormal);
+  if (formats.HasHeadings()) PutFont(sOut, sFont, kBold);  // No font has the number 4.
   sOut.append(formats.AddedFormats());
   for (size_t i = 0; i <= xls::kDefaultXf; ++i) PutRecord(sOut, xls::kXf, formats.XfData(i));
   sOut.append(formats.AddedXfs());
@@ -178,12 +180,23 @@ std::string DimensionsData(uint32_t nFirstRow, uint32_t nRowsEnd, unsigned nFirs
   return sData;
 }
 
-std::string MakeSheetTail(bool bActive) {
-  constexpr unsigned kShown = 0x00B6, kSelected = 0x0600;
+std::string MakeSheetTail(bool bActive, int64_t nHeadingRow) {
+  constexpr unsigned kShown = 0x00B6, kSelected = 0x0600, kFrozen = 0x0108, kBelow = 2;
   std::string sTail, sData;
-  PutU16(sData, kShown | (bActive ? kSelected : 0));
+  PutU16(sData, kShown | (bActive ? kSelected : 0) | (nHeadingRow > 0 ? kFrozen : 0));
   for (const unsigned nValue : {0U, 0U, 0x40U, 0U, 0U, 0U, 0U, 0U}) PutU16(sData, nValue);
   PutRecord(sTail, xls::kWindow2, sData);
+  if (nHeadingRow > 0) {
+    sData.clear();
+    for (const unsigned nValue :
+         {0U, static_cast<unsigned>(nHeadingRow), static_cast<unsigned>(nHeadingRow), 0U, kBelow})
+      PutU16(sData, nValue);
+    PutRecord(sTail, xls::kPane, sData);
+    sData = "\2\0\0\0\0\0\0\1\0\0\0\0\0\0\0"sv;
+    for (const size_t nOffset : {size_t{1}, size_t{9}, size_t{11}})
+      SetAt(sData, nOffset, static_cast<uint16_t>(nHeadingRow));
+    PutRecord(sTail, xls::kSelection, sData);
+  }
   PutRecord(sTail, xls::kSelection, "\3\0\0\0\0\0\0\1\0\0\0\0\0\0\0"sv);
   PutEof(sTail);
   return sTail;

@@ -11,6 +11,9 @@
 
 namespace quillon {
 
+/// Number of the font that headings have in a new workbook.
+constexpr uint16_t kXlsHeadingFont = 5;
+
 /// The 16 cell formats that every workbook begins with; number kDefaultXf is that of plain cells.
 void AddStandardXfs(clsXlsFormats& formats);
 
@@ -29,7 +32,8 @@ struct XlsSheetHead {
 /// Widths in characters by column, 0 for the standard width. DIMENSIONS takes the rows and columns used (ends behind).
 XlsSheetHead MakeSheetHead(const std::array<uint8_t, 256>& widths, uint32_t nFirstRow, uint32_t nRowsEnd,
                            unsigned nFirstColumn, unsigned nColumnsEnd);
-std::string MakeSheetTail(bool bActive);
+/// nHeadingRow: rows down to this one, from 1, stay in sight; 0 for none.
+std::string MakeSheetTail(bool bActive, int64_t nHeadingRow = 0);
 
 /// Data of a DIMENSIONS record.
 std::string DimensionsData(uint32_t nFirstRow, uint32_t nRowsEnd, unsigned nFirstColumn, unsigned nColumnsEnd);

@@ -5,6 +5,7 @@
 #include "modColumnLetters.h"
 #include "modFormula.h"
 #include "modNumbers.h"
+#include "modSettledCell.h"
 #include "modXmlText.h"
 
 namespace quillon {
@@ -80,6 +81,7 @@ void clsCellWriter::Append(const Cell& cell, std::string_view sText, bool bStays
     AppendValue(typed, cell.sPrefix, sOut);
     return CloseCell(cell, sOut);
   }
+  sText = ShownOf(sText);
   OpenCell(cell, nStyle, "inlineStr", sOut);
   sOut += '<';
   sOut += cell.sPrefix;

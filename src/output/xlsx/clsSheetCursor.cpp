@@ -36,18 +36,6 @@ std::string CellRangeText(const CellRange& range) {
   return sText;
 }
 
-void Include(CellRange& range, const CellRange& other) {
-  if (other.Empty()) return;
-  if (range.Empty()) {
-    range = other;
-    return;
-  }
-  range.nTop = std::min(range.nTop, other.nTop);
-  range.nLeft = std::min(range.nLeft, other.nLeft);
-  range.nBottom = std::max(range.nBottom, other.nBottom);
-  range.nRight = std::max(range.nRight, other.nRight);
-}
-
 clsSheetCursor::Event clsSheetCursor::Look(const clsXmlScanner& scanner) {
   const int nDepth = scanner.Depth();
   if (nDepth < 2 || nDepth > 4) return Event::None;

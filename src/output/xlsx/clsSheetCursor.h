@@ -18,7 +18,6 @@ std::optional<CellPlace> ParseCellPlace(std::string_view sText);
 /// "A1:C9" or "B5".
 std::optional<CellRange> ParseCellRange(std::string_view sText);
 std::string CellRangeText(const CellRange& range);
-void Include(CellRange& range, const CellRange& other);
 /// Whole number of an attribute; nothing if it is none.
 std::optional<uint32_t> ParseIndex(std::string_view sText);
 

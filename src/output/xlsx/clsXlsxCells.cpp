@@ -1,9 +1,11 @@
 #include "clsXlsxCells.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "modColumnLetters.h"
 #include "modFormula.h"
+#include "modSettledCell.h"
 
 namespace quillon {
 
@@ -59,7 +61,11 @@ bool clsXlsxCells::MayBeFormula(std::string_view sFormula) const {
   return sFormula.find('!') == std::string_view::npos || FormulaSheetsExist(sFormula, sheetNames_);
 }
 
-char* clsXlsxCells::PutText(char* p, std::string_view sText) const {
+char* clsXlsxCells::PutText(char* p, std::string_view sText, int nStyle) {
+  if (nStyle > 0) {
+    const XmlPiece& style = StylePiece(nStyle);
+    p = std::copy_n(style.bytes.data(), style.nLength - std::string_view("\"><v>").size(), p);
+  }
   p = NeedsSpacePreserved(sText) ? PutLiteral(p, "\" t=\"inlineStr\"><is><t xml:space=\"preserve\">")
                                  : PutLiteral(p, "\" t=\"inlineStr\"><is><t>");
   p = PutXmlText(p, sText);
@@ -93,8 +99,9 @@ char* clsXlsxCells::Put(char* p, const XmlPiece& row, int nColumn, std::string_v
     case CellKind::Text:
       break;
   }
+  const bool bBold = cell.kind == CellKind::Text && !cell.sFormat.empty();
   kind = CellKind::Text;
-  return PutText(p, sText);
+  return PutText(p, ShownOf(sText), bBold ? formats_.IndexOf(cell.sFormat) : 0);
 }
 
 }  // namespace quillon

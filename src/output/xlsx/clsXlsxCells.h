@@ -43,7 +43,7 @@ class clsXlsxCells {
  private:
   const XmlPiece& ColumnPiece(int nColumn);
   const XmlPiece& StylePiece(int nStyle);
-  char* PutText(char* p, std::string_view sText) const;
+  char* PutText(char* p, std::string_view sText, int nStyle);
   bool MayBeFormula(std::string_view sFormula) const;
 
   CellTypingOptions typing_;

@@ -1,54 +1,48 @@
 #include "clsXlsxEditor.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <optional>
 #include <vector>
 
+#include "clsSheetBook.h"
 #include "clsXlsxPackage.h"
 #include "clsXlsxSaver.h"
 #include "modOutputMessages.h"
-#include "modSheetNames.h"
 #include "modSheetValues.h"
-#include "modText.h"
-#include "modTranslator.h"
+#include "modXlsxAddedSheets.h"
 
 namespace quillon {
 
 namespace {
 
-class clsXlsxEditor : public clsWorkbook {
+class clsXlsxEditor : public clsSheetBook {
  public:
-  explicit clsXlsxEditor(const WorkbookOptions& options) : options_(options) {}
+  explicit clsXlsxEditor(const WorkbookOptions& options)
+      : clsSheetBook(options, {kMaxSheetRows, kMaxSheetColumns, kFormatXlsx}) {}
 
   bool Open(std::string_view sHostPath, Failure& failure);
 
-  bool WriteCell(int nSheet, int64_t nRow, int nColumn, std::string_view sText, Failure& failure) override;
-  bool ReadCell(int nSheet, int64_t nRow, int nColumn, std::string& sText, Failure& failure) override;
-  int SheetCount() const override { return static_cast<int>(book_.workbook.sheets.size()); }
-  bool SetSheetName(int nSheet, std::string_view sName, Failure& failure) override;
-  std::string SheetName(int nSheet) const override { return HasSheet(nSheet) ? NameOf(nSheet) : std::string(); }
   void SetStandardFont(std::string_view) override {}
-  std::optional<CellRange> ActiveUsedRange() override;
   bool ClearContents(int nSheet, const CellRange& range, Failure& failure) override;
-  bool ActivateSheet(std::string_view sName) override;
-  bool ActivateSheet(int nSheet) override;
-  bool SaveAs(std::string_view sPath, int32_t lFormat, Failure& failure) override;
-  int64_t RefusedFormulas() const override { return nRefused_; }
+
+ protected:
+  bool IsWorksheet(int nSheet) const override { return EntryOf(nSheet).bWorksheet; }
+  bool PutText(int nSheet, int64_t nRow, int nColumn, std::string_view sStored, Failure& failure) override;
+  bool GetText(int nSheet, int64_t nRow, int nColumn, std::string& sStored, Failure& failure) override;
+  std::optional<CellRange> UsedRange(int nSheet) override;
+  void AddSheet() override;
+  void NamesChanged() override;
+  bool Save(std::string_view sPath, Failure& failure) override;
 
  private:
-  bool HasSheet(int nSheet) const { return nSheet >= 1 && nSheet <= SheetCount(); }
-  const std::string& NameOf(int nSheet) const { return book_.edit.names[static_cast<size_t>(nSheet) - 1]; }
+  const WorkbookSheet& EntryOf(int nSheet) const { return book_.workbook.sheets[static_cast<size_t>(nSheet) - 1]; }
   XlsxSheet* Prepare(int nSheet, Failure& failure);
   bool Scan(XlsxSheet& sheet, const WorkbookSheet& entry);
   bool LoadShown(XlsxSheet& sheet, const WorkbookSheet& entry);
   bool LoadStrings();
 
-  WorkbookOptions options_;
   XlsxBook book_;
   std::optional<clsSharedStrings> strings_;
-  int64_t nRefused_ = 0;
 };
 
 bool clsXlsxEditor::Open(std::string_view sHostPath, Failure& failure) {
@@ -57,8 +51,8 @@ bool clsXlsxEditor::Open(std::string_view sHostPath, Failure& failure) {
   book_.state = FileState::Of(sPath);
   if (!book_.package.Open(sPath, failure) || !ReadWorkbookPart(book_.package, book_.workbook, failure)) return false;
   book_.sheets.resize(book_.workbook.sheets.size());
-  for (const WorkbookSheet& sheet : book_.workbook.sheets) book_.edit.names.push_back(sheet.sName);
-  book_.edit.nActive = book_.workbook.nActive;
+  for (const WorkbookSheet& sheet : book_.workbook.sheets) names_.push_back(sheet.sName);
+  nActive_ = static_cast<int>(book_.workbook.nActive) + 1;
   const std::string sStyles = book_.workbook.TargetOf("styles");
   const auto nStyles = book_.package.Find(sStyles);
   std::string sBytes;
@@ -72,15 +66,11 @@ bool clsXlsxEditor::Open(std::string_view sHostPath, Failure& failure) {
 
 /// The sheet, looked through; null with the reason if its cells can't be touched.
 XlsxSheet* clsXlsxEditor::Prepare(int nSheet, Failure& failure) {
-  if (!HasSheet(nSheet) || !book_.workbook.sheets[static_cast<size_t>(nSheet) - 1].bWorksheet) {
-    failure = OutputFailure(Translate("Sheet") + " " + std::to_string(nSheet), OutputMessage::NoSuchSheet);
-    return nullptr;
-  }
   auto& pSheet = book_.sheets[static_cast<size_t>(nSheet) - 1];
-  const WorkbookSheet& entry = book_.workbook.sheets[static_cast<size_t>(nSheet) - 1];
+  const WorkbookSheet& entry = EntryOf(nSheet);
   if (pSheet == nullptr) {
     pSheet = std::make_unique<XlsxSheet>();
-    if (!Scan(*pSheet, entry)) pSheet->failure = book_.package.Damaged(entry.sPart);
+    if (!entry.bAdded && !Scan(*pSheet, entry)) pSheet->failure = book_.package.Damaged(entry.sPart);
   }
   failure = pSheet->failure;
   return failure.Failed() ? nullptr : pSheet.get();
@@ -93,41 +83,44 @@ bool clsXlsxEditor::Scan(XlsxSheet& sheet, const WorkbookSheet& entry) {
   return ReadSheetFacts(scanner, sheet.facts);
 }
 
-bool clsXlsxEditor::WriteCell(int nSheet, int64_t nRow, int nColumn, std::string_view sText, Failure& failure) {
+void clsXlsxEditor::AddSheet() {
+  book_.sheets.push_back(std::make_unique<XlsxSheet>());
+  book_.workbook.sheets.push_back({{}, {}, true, true, {}});
+}
+
+/// An added sheet gets its part when its name is known.
+void clsXlsxEditor::NamesChanged() {
+  auto& sheets = book_.workbook.sheets;
+  for (size_t i = 0; i < sheets.size(); ++i)
+    if (sheets[i].bAdded) sheets[i].sName = names_[i];
+  if (sheets.empty() || !sheets.back().bAdded || !sheets.back().sPart.empty()) return;
+  sheets.pop_back();
+  AddSheets(book_.package, names_, book_.workbook);
+}
+
+bool clsXlsxEditor::PutText(int nSheet, int64_t nRow, int nColumn, std::string_view sStored, Failure& failure) {
   XlsxSheet* const pSheet = Prepare(nSheet, failure);
   if (pSheet == nullptr) return false;
-  std::optional<OutputMessage> refusal;
-  if (nRow < 1 || nRow > kMaxSheetRows || nColumn < 1 || nColumn > kMaxSheetColumns)
-    refusal = OutputMessage::OutsideSheet;
-  else if (Utf16Count(sText) > kMaxCellChars)
-    refusal = OutputMessage::TextTooLong;
-  else if (pSheet->facts.InArray(nRow, nColumn, pSheet->edit.cleared))
-    refusal = OutputMessage::PartOfArray;
-  if (refusal) {
-    failure = CellFailure(nSheet, nRow, nColumn, *refusal);
+  if (pSheet->facts.InArray(nRow, nColumn, pSheet->edit.cleared)) {
+    failure = CellFailure(nSheet, nRow, nColumn, OutputMessage::PartOfArray);
     return false;
   }
-  pSheet->edit.cells.Write(nRow, nColumn, sText);
+  pSheet->edit.cells.Write(nRow, nColumn, sStored);
   return true;
 }
 
-bool clsXlsxEditor::ReadCell(int nSheet, int64_t nRow, int nColumn, std::string& sText, Failure& failure) {
-  sText.clear();
+bool clsXlsxEditor::GetText(int nSheet, int64_t nRow, int nColumn, std::string& sStored, Failure& failure) {
   XlsxSheet* const pSheet = Prepare(nSheet, failure);
   if (pSheet == nullptr) return false;
-  if (nRow < 1 || nRow > kMaxSheetRows || nColumn < 1 || nColumn > kMaxSheetColumns) {
-    failure = CellFailure(nSheet, nRow, nColumn, OutputMessage::OutsideSheet);
-    return false;
-  }
   std::string_view sFound;
   if (!pSheet->edit.cells.Read(nRow, nColumn, sFound) && !pSheet->edit.Cleared(nRow, nColumn)) {
-    if (pSheet->pShown == nullptr && !LoadShown(*pSheet, book_.workbook.sheets[static_cast<size_t>(nSheet) - 1])) {
+    if (pSheet->pShown == nullptr && !LoadShown(*pSheet, EntryOf(nSheet))) {
       failure = pSheet->failure;
       return false;
     }
     pSheet->pShown->Read(nRow, nColumn, sFound);
   }
-  sText = sFound;
+  sStored = sFound;
   return true;
 }
 
@@ -144,6 +137,7 @@ bool clsXlsxEditor::LoadStrings() {
 
 bool clsXlsxEditor::LoadShown(XlsxSheet& sheet, const WorkbookSheet& entry) {
   sheet.pShown = std::make_unique<clsCellStore>();
+  if (entry.bAdded) return true;
   clsXmlScanner scanner = book_.package.Scan(*book_.package.Find(entry.sPart));
   const ShownValueOptions shown{options_.typing.bDayFirst, book_.workbook.b1904};
   if (LoadStrings() && ReadSheetValues(scanner, *strings_, book_.styles, shown, *sheet.pShown)) return true;
@@ -152,32 +146,17 @@ bool clsXlsxEditor::LoadShown(XlsxSheet& sheet, const WorkbookSheet& entry) {
   return false;
 }
 
-bool clsXlsxEditor::SetSheetName(int nSheet, std::string_view sName, Failure& failure) {
-  if (!HasSheet(nSheet)) {
-    failure = OutputFailure(Translate("Sheet") + " " + std::to_string(nSheet), OutputMessage::NoSuchSheet);
-    return false;
-  }
-  if (NameOf(nSheet) == sName) return true;
-  if (const auto refusal = RefusalOfSheetName(sName, book_.edit.names, nSheet)) {
-    failure = OutputFailure(sName, *refusal);
-    return false;
-  }
-  book_.edit.names[static_cast<size_t>(nSheet) - 1] = sName;
-  return true;
-}
-
-std::optional<CellRange> clsXlsxEditor::ActiveUsedRange() {
+std::optional<CellRange> clsXlsxEditor::UsedRange(int nSheet) {
   Failure ignored;
-  const XlsxSheet* const pSheet = Prepare(static_cast<int>(book_.edit.nActive) + 1, ignored);
+  const XlsxSheet* const pSheet = Prepare(nSheet, ignored);
   if (pSheet == nullptr) return std::nullopt;
   CellRange range = pSheet->facts.used;
   Include(range, pSheet->edit.cells.Range());
-  // A sheet with nothing in it has its first cell in use.
-  return range.Empty() ? CellRange{1, 1, 1, 1} : range;
+  return range;
 }
 
 bool clsXlsxEditor::ClearContents(int nSheet, const CellRange& range, Failure& failure) {
-  XlsxSheet* const pSheet = Prepare(nSheet, failure);
+  XlsxSheet* const pSheet = CheckSheet(nSheet, failure) ? Prepare(nSheet, failure) : nullptr;
   if (pSheet == nullptr) return false;
   if (range.Empty()) return true;
   if (pSheet->facts.arrays.AreCutBy(range)) {
@@ -200,23 +179,9 @@ bool clsXlsxEditor::ClearContents(int nSheet, const CellRange& range, Failure& f
   return true;
 }
 
-bool clsXlsxEditor::ActivateSheet(std::string_view sName) {
-  for (int n = 1; n <= SheetCount(); ++n)
-    if (EqualNoCase(NameOf(n), sName)) return ActivateSheet(n);
-  return false;
-}
-
-bool clsXlsxEditor::ActivateSheet(int nSheet) {
-  if (!HasSheet(nSheet) || !book_.workbook.sheets[static_cast<size_t>(nSheet) - 1].bWorksheet) return false;
-  book_.edit.nActive = static_cast<size_t>(nSheet) - 1;
-  return true;
-}
-
-bool clsXlsxEditor::SaveAs(std::string_view sPath, int32_t lFormat, Failure& failure) {
-  if (lFormat != kFormatXlsx) {
-    failure = OutputFailure(sPath, OutputMessage::OtherFormat);
-    return false;
-  }
+bool clsXlsxEditor::Save(std::string_view sPath, Failure& failure) {
+  book_.edit.names = names_;
+  book_.edit.nActive = static_cast<size_t>(nActive_) - 1;
   clsXlsxSaver saver(book_);
   const bool bSaved = saver.Save(sPath, failure);
   nRefused_ = saver.RefusedFormulas();

@@ -8,6 +8,7 @@
 #include "modOutputMessages.h"
 #include "modPaths.h"
 #include "modText.h"
+#include "modXlsxAddedSheets.h"
 #include "modXlsxTables.h"
 
 namespace quillon {
@@ -27,7 +28,7 @@ bool MaySpeakOfSheets(std::string_view sName, std::string_view sWorkbook) {
 
 bool clsXlsxSaver::Changed() const {
   for (size_t i = 0; i < book_.sheets.size(); ++i) {
-    if (book_.edit.names[i] != book_.workbook.sheets[i].sName) return true;
+    if (book_.workbook.sheets[i].bAdded || book_.edit.names[i] != book_.workbook.sheets[i].sName) return true;
     if (book_.sheets[i] != nullptr && book_.sheets[i]->edit.Touched()) return true;
   }
   return book_.edit.nActive != book_.workbook.nActive || book_.workbook.bHidden;
@@ -57,13 +58,14 @@ bool clsXlsxSaver::Save(std::string_view sPath, Failure& failure) {
 bool clsXlsxSaver::PrepareEdits(Failure& failure) {
   for (size_t i = 0; i < book_.sheets.size(); ++i) {
     const WorkbookSheet& entry = book_.workbook.sheets[i];
-    if (book_.edit.names[i] != entry.sName) renames_.sheets.push_back({entry.sName, book_.edit.names[i]});
+    if (!entry.bAdded && book_.edit.names[i] != entry.sName)
+      renames_.sheets.push_back({entry.sName, book_.edit.names[i]});
     auto& pSheet = book_.sheets[i];
     if (book_.edit.nActive != book_.workbook.nActive && !entry.sPart.empty()) {
       if (pSheet == nullptr) pSheet = std::make_unique<XlsxSheet>();
       pSheet->edit.bSelected = i == book_.edit.nActive;
     }
-    if (pSheet == nullptr || !pSheet->edit.Touched()) continue;
+    if (entry.bAdded || pSheet == nullptr || !pSheet->edit.Touched()) continue;
     if (!AdjustTables(book_.package, entry.sPart, pSheet->edit, renames_, tables_, failure)) return false;
   }
   return true;
@@ -73,7 +75,8 @@ bool clsXlsxSaver::MergeSheets(Failure& failure) {
   clsCellWriter writer(book_.styles, book_.typing, book_.edit.names, book_.workbook.b1904);
   for (size_t i = 0; i < book_.sheets.size(); ++i) {
     XlsxSheet* const pSheet = book_.sheets[i].get();
-    if (pSheet == nullptr || !(pSheet->edit.Touched() || pSheet->edit.bSelected)) continue;
+    const bool bAdded = book_.workbook.sheets[i].bAdded;
+    if (pSheet == nullptr || !(bAdded || pSheet->edit.Touched() || pSheet->edit.bSelected)) continue;
     if (!MergeSheet(*pSheet, book_.workbook.sheets[i], writer, failure)) return false;
     book_.edit.bRecalculate |= pSheet->edit.Touched();
     bFormulasChanged_ |= pSheet->edit.Touched() && pSheet->facts.bHasFormulas;
@@ -84,10 +87,12 @@ bool clsXlsxSaver::MergeSheets(Failure& failure) {
 }
 
 bool clsXlsxSaver::MergeSheet(XlsxSheet& sheet, const WorkbookSheet& entry, clsCellWriter& writer, Failure& failure) {
-  const auto nPart = book_.package.Find(entry.sPart);
-  if (!nPart) return true;
-  return MakePart(*nPart, failure, [&](clsDeflater& deflater) {
-    clsXmlScanner scanner = book_.package.Scan(*nPart);
+  const auto nFound = book_.package.Find(entry.sPart);
+  if (!nFound && !entry.bAdded) return true;
+  if (entry.bAdded) added_.push_back(entry.sPart);
+  const size_t nPart = entry.bAdded ? book_.package.Parts().size() + added_.size() - 1 : *nFound;
+  return MakePart(nPart, failure, [&](clsDeflater& deflater) {
+    clsXmlScanner scanner = entry.bAdded ? clsXmlScanner(kEmptySheetPart) : book_.package.Scan(nPart);
     clsSheetMerger merger(scanner, sheet.edit, sheet.facts, writer, renames_,
                           [&deflater](std::string_view sBytes) { deflater.Write(sBytes); });
     if (merger.Run()) return true;
@@ -155,7 +160,28 @@ bool clsXlsxSaver::ChangeLists(Failure& failure) {
   if (!SetPart(book_.workbook.nPart, EditedWorkbookPart(book_.workbook, book_.edit, renames_), failure)) return false;
   const auto nStyles = book_.package.Find(book_.workbook.TargetOf("styles"));
   if (nStyles && book_.styles.Changed() && !SetPart(*nStyles, book_.styles.Bytes(), failure)) return false;
-  return DropCalculationChain(failure);
+  return NameAddedSheets(failure) && DropCalculationChain(failure);
+}
+
+bool clsXlsxSaver::NameAddedSheets(Failure& failure) {
+  if (added_.empty()) return true;
+  const WorkbookPart& workbook = book_.workbook;
+  // Both are there: the workbook and its sheets were found by them.
+  const size_t nRelations = *book_.package.FindRelationshipsOf(workbook.sName);
+  const size_t nTypes = *book_.package.Find("[Content_Types].xml");
+  return ChangePart(
+             nRelations, [&](std::string_view s) { return RelationsWithAdded(s, workbook); }, failure) &&
+         ChangePart(
+             nTypes, [&](std::string_view s) { return ContentTypesWithAdded(s, workbook); }, failure);
+}
+
+/// A part that lists others may be changed more than once: what was made of it before is kept till then.
+bool clsXlsxSaver::ChangePart(size_t nPart, const std::function<std::string(std::string_view)>& change,
+                              Failure& failure) {
+  std::string& sBytes = lists_[nPart];
+  if (sBytes.empty() && !book_.package.ReadAll(nPart, sBytes, failure)) return false;
+  sBytes = change(sBytes);
+  return SetPart(nPart, sBytes, failure);
 }
 
 /// The chain lists the cells that hold formulas; one that lists others would have to be repaired, and a spreadsheet
@@ -180,8 +206,8 @@ bool clsXlsxSaver::DropCalculationChain(Failure& failure) {
 
 bool clsXlsxSaver::DropFromPart(size_t nPart, const std::function<bool(const clsXmlScanner&)>& bDrop,
                                 Failure& failure) {
-  std::string sBytes;
-  return book_.package.ReadAll(nPart, sBytes, failure) && SetPart(nPart, WithoutElements(sBytes, bDrop), failure);
+  return ChangePart(
+      nPart, [&](std::string_view sBytes) { return WithoutElements(sBytes, bDrop); }, failure);
 }
 
 /// The old order, the list of content types first.
@@ -189,8 +215,9 @@ std::vector<size_t> clsXlsxSaver::PartOrder() const {
   std::vector<size_t> order;
   for (size_t i = 0; i < book_.package.Parts().size(); ++i)
     if (i != nDropped_) order.push_back(i);
+  for (size_t i = 0; i < added_.size(); ++i) order.push_back(book_.package.Parts().size() + i);
   std::stable_partition(order.begin(), order.end(),
-                        [&](size_t i) { return EqualNoCase(book_.package.Parts()[i].sName, "[Content_Types].xml"); });
+                        [&](size_t i) { return EqualNoCase(PartName(i), "[Content_Types].xml"); });
   return order;
 }
 
@@ -199,13 +226,13 @@ bool clsXlsxSaver::WritePackage(std::string_view sPath, Failure& failure) {
   if (!file.Open(sPath, failure)) return false;
   clsZipWriter zip(file);
   for (const size_t nPart : PartOrder()) {
-    const PackagePart& part = book_.package.Parts()[nPart];
     const auto changed = newParts_.find(nPart);
     if (changed != newParts_.end()) {
       NewPart& made = *changed->second;
-      if (!zip.AddSpooled({part.sName, 8, made.nCrc, made.nSize, 0}, {&made.spool}, failure)) return false;
+      if (!zip.AddSpooled({PartName(nPart), 8, made.nCrc, made.nSize, 0}, {&made.spool}, failure)) return false;
       continue;
     }
+    const PackagePart& part = book_.package.Parts()[nPart];
     zip.BeginPacked(
         {part.sName, part.nMethod, part.nCrc, static_cast<int64_t>(part.nSize), static_cast<int64_t>(part.nPacked)});
     if (!CopyPacked(nPart, file, failure)) return false;

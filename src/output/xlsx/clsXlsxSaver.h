@@ -62,18 +62,26 @@ class clsXlsxSaver {
   bool FollowRenames(Failure& failure);
   bool FollowRenamesIn(size_t nPart, Failure& failure);
   bool ChangeLists(Failure& failure);
+  bool NameAddedSheets(Failure& failure);
   bool DropCalculationChain(Failure& failure);
+  bool ChangePart(size_t nPart, const std::function<std::string(std::string_view)>& change, Failure& failure);
   bool DropFromPart(size_t nPart, const std::function<bool(const clsXmlScanner&)>& bDrop, Failure& failure);
   bool SetPart(size_t nPart, std::string_view sBytes, Failure& failure);
   bool MakePart(size_t nPart, Failure& failure, const std::function<bool(clsDeflater&)>& fill);
   bool WritePackage(std::string_view sPath, Failure& failure);
   bool CopyPacked(size_t nPart, clsOutputFile& file, Failure& failure);
   std::vector<size_t> PartOrder() const;
+  const std::string& PartName(size_t nPart) const {
+    const size_t nOld = book_.package.Parts().size();
+    return nPart < nOld ? book_.package.Parts()[nPart].sName : added_[nPart - nOld];
+  }
 
   XlsxBook& book_;
   FormulaRenames renames_;
   std::map<size_t, std::string> tables_;  ///< Parts of tables with new headings
   std::map<size_t, std::unique_ptr<NewPart>> newParts_;
+  std::map<size_t, std::string> lists_;  ///< Changed parts that list others
+  std::vector<std::string> added_;       ///< Names of parts behind those of the package
   std::optional<size_t> nDropped_;
   bool bFormulasChanged_ = false;
   int64_t nRefused_ = 0;

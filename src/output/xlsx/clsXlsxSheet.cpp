@@ -4,9 +4,10 @@
 #include <charconv>
 #include <cstring>
 
+#include "clsSheetCursor.h"
 #include "clsXlsxMerger.h"
 #include "clsZipWriter.h"
-#include "modColumnLetters.h"
+#include "modSettledCell.h"
 #include "modText.h"
 
 namespace quillon {
@@ -20,7 +21,7 @@ static_assert(clsXlsxCells::Room(3 * kMaxCellChars) < kXmlBytes);
 constexpr size_t kMinWidth = 8, kMaxWidth = 60;
 
 constexpr std::string_view kTail =
-    "</sheetData><pageMargins left=\"0.7\" right=\"0.7\" top=\"0.75\" bottom=\"0.75\" "
+    "<pageMargins left=\"0.7\" right=\"0.7\" top=\"0.75\" bottom=\"0.75\" "
     "header=\"0.3\" footer=\"0.3\"/></worksheet>";
 
 char* PutLiteral(char* p, std::string_view sPiece) {
@@ -62,7 +63,7 @@ void clsXlsxSheet::NoteCell(int64_t nRow, int nColumn, std::string_view sText, C
   used_.nBottom = std::max(used_.nBottom, nRow);
   used_.nLeft = std::min<int64_t>(used_.nLeft, nColumn);
   used_.nRight = std::max<int64_t>(used_.nRight, nColumn);
-  if (kind != CellKind::Formula) NoteWidth(nColumn, sText, kind == CellKind::Text);
+  if (kind != CellKind::Formula) NoteWidth(nColumn, ShownOf(sText), kind == CellKind::Text);
 }
 
 void clsXlsxSheet::NoteWidth(int nColumn, std::string_view sText, bool bText) {
@@ -143,6 +144,7 @@ void clsXlsxSheet::Clear() {
   rowCells_.clear();
   late_.Clear();
   used_ = {};
+  nHeadingRow_ = 0;
   widths_.clear();
 }
 
@@ -177,17 +179,21 @@ bool clsXlsxSheet::MergeLate(Failure& failure) {
 
 std::string clsXlsxSheet::Head(bool bActive) const {
   const CellRange range = used_.Empty() ? CellRange{1, 1, 1, 1} : used_;
-  const auto CellName = [](int64_t nRow, int64_t nColumn) {
-    return ColumnLetters(static_cast<int>(nColumn)) + std::to_string(nRow);
-  };
   std::string sHead =
       "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
       "<worksheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><dimension ref=\"" +
-      CellName(range.nTop, range.nLeft);
-  if (range.nTop != range.nBottom || range.nLeft != range.nRight) sHead += ":" + CellName(range.nBottom, range.nRight);
-  sHead += "\"/><sheetViews><sheetView ";
+      CellRangeText(range) + "\"/><sheetViews><sheetView ";
   if (bActive) sHead += "tabSelected=\"1\" ";
-  sHead += "workbookViewId=\"0\"/></sheetViews><sheetFormatPr defaultRowHeight=\"13.5\"/>";
+  sHead += "workbookViewId=\"0\"";
+  if (nHeadingRow_ > 0) {
+    const std::string sRows = std::to_string(nHeadingRow_), sBelow = "A" + std::to_string(nHeadingRow_ + 1);
+    sHead += "><pane ySplit=\"" + sRows + "\" topLeftCell=\"" + sBelow +
+             "\" activePane=\"bottomLeft\" state=\"frozen\"/><selection pane=\"bottomLeft\" activeCell=\"" + sBelow +
+             "\" sqref=\"" + sBelow + "\"/></sheetView";
+  } else {
+    sHead += "/";
+  }
+  sHead += "></sheetViews><sheetFormatPr defaultRowHeight=\"13.5\"/>";
   std::string sColumns;
   for (size_t i = 0; i < widths_.size(); ++i) {
     if (widths_[i] == 0) continue;
@@ -200,6 +206,13 @@ std::string clsXlsxSheet::Head(bool bActive) const {
   return sHead + "<sheetData>";
 }
 
+std::string clsXlsxSheet::Tail() const {
+  std::string sTail = "</sheetData>";
+  if (nHeadingRow_ > 0 && nHeadingRow_ < used_.nBottom)
+    sTail += "<autoFilter ref=\"" + CellRangeText({nHeadingRow_, used_.nLeft, used_.nBottom, used_.nRight}) + "\"/>";
+  return sTail.append(kTail);
+}
+
 bool clsXlsxSheet::Save(clsZipWriter& zip, std::string_view sPartName, bool bActive, Failure& failure) {
   CloseBody();
   if (!MergeLate(failure)) return false;
@@ -207,7 +220,7 @@ bool clsXlsxSheet::Save(clsZipWriter& zip, std::string_view sPartName, bool bAct
   clsDeflater head(headSpool), tail(tailSpool);
   head.Write(Head(bActive));
   head.Close(false);
-  tail.Write(kTail);
+  tail.Write(Tail());
   tail.Close(true);
   ZipPart part;
   part.sName = sPartName;

@@ -25,9 +25,11 @@ class clsXlsxSheet {
   clsXlsxSheet(const clsXlsxSheet&) = delete;
   clsXlsxSheet& operator=(const clsXlsxSheet&) = delete;
 
-  /// A place in the sheet and a text that fits a cell.
+  /// A place in the sheet and a text that fits a cell, in its stored form.
   void WriteCell(int64_t nRow, int nColumn, std::string_view sText);
   const CellRange& UsedRange() const { return used_; }
+  /// Rows down to this one stay in sight; its cells get a filter.
+  void SetHeadingRow(int64_t nRow) { nHeadingRow_ = nRow; }
   void Clear();
   /// Writes the part. May be called again, with more cells in between.
   bool Save(clsZipWriter& zip, std::string_view sPartName, bool bActive, Failure& failure);
@@ -46,6 +48,7 @@ class clsXlsxSheet {
   void CloseBody();
   bool MergeLate(Failure& failure);
   std::string Head(bool bActive) const;
+  std::string Tail() const;
 
   clsXlsxCells& cells_;
   std::unique_ptr<clsSpool> body_;
@@ -65,6 +68,7 @@ class clsXlsxSheet {
 
   clsCellStore late_;
   CellRange used_;
+  int64_t nHeadingRow_ = 0;
   std::vector<uint8_t> widths_;  ///< Longest value by column, at most kMaxWidth
 };
 

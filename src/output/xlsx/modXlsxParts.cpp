@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "clsZipWriter.h"
+#include "modCellTyping.h"
 #include "modFormatKinds.h"
 #include "modXmlText.h"
 
@@ -105,7 +106,13 @@ std::string WorkbookRelationsPart(int nSheets) {
 std::string StylesPart(std::string_view sFont, const clsNumberFormats& formats) {
   std::string sFormats, sCells;
   int nOwn = 0;
+  bool bHeadings = false;
   for (const std::string& sCode : formats.Codes()) {
+    if (sCode == kHeadingFormat) {
+      sCells += "<xf numFmtId=\"0\" fontId=\"1\" fillId=\"0\" borderId=\"0\" xfId=\"0\" applyFont=\"1\"/>";
+      bHeadings = true;
+      continue;
+    }
     int nNumber = BuiltInFormatId(sCode.empty() ? "General" : sCode).value_or(0);
     if (nNumber == 0 && !sCode.empty()) {
       nNumber = kFirstOwnFormat + nOwn++;
@@ -117,10 +124,12 @@ std::string StylesPart(std::string_view sFont, const clsNumberFormats& formats) 
                    nNumber == 0 ? "/>" : " applyNumberFormat=\"1\"/>");
   }
   if (nOwn > 0) sFormats = Join("<numFmts count=\"", std::to_string(nOwn), "\">", sFormats, "</numFmts>");
-  std::string sFontName;
-  AppendXmlAttribute(sFontName, sFont);
+  std::string sFontRest = "<sz val=\"10\"/><name val=\"";
+  AppendXmlAttribute(sFontRest, sFont);
+  sFontRest += "\"/></font>";
   return Join(kXmlHead, "<styleSheet xmlns=\"", kMain, "\">", sFormats,
-              "<fonts count=\"1\"><font><sz val=\"10\"/><name val=\"", sFontName, "\"/></font></fonts>",
+              bHeadings ? "<fonts count=\"2\"><font>" : "<fonts count=\"1\"><font>", sFontRest,
+              bHeadings ? "<font><b/>" + sFontRest : "", "</fonts>",
               "<fills count=\"2\"><fill><patternFill patternType=\"none\"/></fill>",
               "<fill><patternFill patternType=\"gray125\"/></fill></fills>",
               "<borders count=\"1\"><border><left/><right/><top/><bottom/><diagonal/></border></borders>",

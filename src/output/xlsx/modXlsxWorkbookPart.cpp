@@ -7,6 +7,7 @@
 #include "clsSheetCursor.h"
 #include "clsXmlCopier.h"
 #include "modOutputMessages.h"
+#include "modXlsxAddedSheets.h"
 #include "modXmlText.h"
 
 namespace quillon {
@@ -85,6 +86,7 @@ class clsWorkbookEditor {
  private:
   void Step() {
     const bool bEnd = scanner_.Token() == XmlToken::EndTag;
+    if (bEnd && scanner_.Depth() == 2 && scanner_.IsMain("sheets")) PutAddedSheets();
     const bool bBehind = scanner_.IsOpening() && scanner_.Depth() == 2 && scanner_.Space() == XmlSpace::Main &&
                          std::find(kBeforeCalculation.begin(), kBeforeCalculation.end(), scanner_.LocalName()) ==
                              kBeforeCalculation.end();
@@ -101,8 +103,15 @@ class clsWorkbookEditor {
     copier_.Put("<" + std::string(scanner_.Prefix()) + (scanner_.Prefix().empty() ? "" : ":") +
                 "calcPr fullCalcOnLoad=\"1\"/>");
   }
+  void PutAddedSheets() {
+    for (const WorkbookSheet& sheet : workbook_.sheets)
+      if (sheet.bAdded) copier_.Put(AddedSheetTag(sSheetTag_, sheet, ++nMaxSheetId_));
+  }
   void StepSheet() {
     const size_t nSheet = nSheet_++;
+    sSheetTag_ = scanner_.Raw();
+    if (scanner_.Token() == XmlToken::StartTag) sSheetTag_.insert(sSheetTag_.size() - 1, "/");
+    nMaxSheetId_ = std::max(nMaxSheetId_, ParseIndex(scanner_.Attribute("sheetId").value_or("")).value_or(0));
     if (nSheet >= edit_.names.size() || edit_.names[nSheet] == workbook_.sheets[nSheet].sName)
       return copier_.CopyToken();
     std::string sName;
@@ -126,6 +135,8 @@ class clsWorkbookEditor {
   bool bCalculationDue_;
   bool bViewSeen_ = false;
   size_t nSheet_ = 0;
+  std::string sSheetTag_;
+  uint32_t nMaxSheetId_ = 0;
 };
 
 }  // namespace

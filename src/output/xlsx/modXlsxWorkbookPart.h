@@ -17,6 +17,8 @@ struct WorkbookSheet {
   std::string sName;
   std::string sPart;        ///< "" if the package lacks it
   bool bWorksheet = false;  ///< It has cells
+  bool bAdded = false;      ///< Not in the file yet
+  std::string sRelation;    ///< Of an added one
 };
 
 struct WorkbookPart {
