@@ -3,11 +3,8 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include <algorithm>
-
 #include "MainModule.h"
 #include "clsIniFile.h"
-#include "clsRecipe.h"
 #include "modFiles.h"
 #include "modFrontDoor.h"
 #include "modNumbers.h"
@@ -25,21 +22,12 @@ std::string Counted(int64_t lCount, std::string_view sOne, std::string_view sMan
   return fmt::format("{} {}", lCount, lCount == 1 ? sOne : sMany);
 }
 
-/// A recipe that is none, or a report without marks: its output is empty, and the engine has no word for that.
-bool NothingIsTold(const FileAccount& account) {
-  return account.tables.empty() && account.lLinesRead > 0 && gRecipe().ExportSpecs.SectionSequenceCollection.empty();
-}
-
 }  // namespace
 
-bool Converted(const FileOutcome& outcome) {
-  const FileAccount& account = outcome.account;
-  return outcome.lResult == 0 && outcome.lErrors == 0 && account.bOutputWritten && !account.failure.Failed() &&
-         account.sWalkEnded.empty() && !NothingIsTold(account);
-}
-
 void RunTotals::Add(const FileOutcome& outcome) {
-  ++(Converted(outcome) ? lFilesConverted : lFilesFailed);
+  if (outcome.status == FileStatus::Skipped) ++lFilesSkipped;
+  if (outcome.status == FileStatus::Failed) ++lFilesFailed;
+  if (outcome.status == FileStatus::Converted) ++lFilesConverted;
   const FileAccount& account = outcome.account;
   lTables += static_cast<int64_t>(account.tables.size());
   lLinesRead += account.lLinesRead;
@@ -104,53 +92,39 @@ std::string clsLongRun::Printed(const std::string& sPath) {
   return WithoutControls(Shown(sPath));
 }
 
-std::vector<std::string> clsLongRun::UntoldReasons(const FileOutcome& outcome) {
-  const FileAccount& account = outcome.account;
-  const std::string sInput = Printed(gConversionOptions.sInputFile);
-  const std::string& sFailure = account.failure.sText;
-  std::vector<std::string> reasons;
-  // The log takes -5006 once a run; here each file's reason is told.
-  if (account.failure.Failed() && outcome.lErrors == 0 && !AlreadySaid(sFailure)) reasons.push_back(sFailure);
-  if (!account.sWalkEnded.empty() && account.sWalkEnded != sFailure) {
-    reasons.push_back(sInput + ": " + account.sWalkEnded);
-  }
-  if (!account.bOutputWritten && !account.failure.Failed() && outcome.lErrors == 0) {
-    reasons.push_back(Printed(gConversionOptions.sOutputFile) + ": not written");
-  }
-  if (account.bOutputWritten && outcome.lErrors == 0 && NothingIsTold(account)) {
-    reasons.push_back(sInput + ": no table is told for it, so no line of it was written");
-  }
-  return reasons;
+std::string clsLongRun::Said(const FileReason& reason) {
+  return reason.sPlace.empty() ? reason.sText : Printed(reason.sPlace) + ": " + reason.sText;
+}
+
+void clsLongRun::Skip(const PlannedFile& file) {
+  FileOutcome outcome;
+  outcome.sInput = file.sInput;
+  outcome.sOutput = file.sOutput;
+  outcome.status = FileStatus::Skipped;
+  totals.Add(outcome);
 }
 
 void clsLongRun::FileDone(const FileOutcome& outcome) {
-  if (InterruptSignal() != 0) return;
+  if (outcome.status == FileStatus::Stopped) return;
   totals.Add(outcome);
-  untold_ = UntoldReasons(outcome);
-  for (const std::string& sReason : untold_) {
-    Say(sReason);
-    log.LogAddEntryHelper(std::string(kLogIndent) + sReason);
+  for (const FileReason& reason : outcome.reasons) {
+    if (reason.bLogged) continue;
+    Say(Said(reason));
+    log.LogAddEntryHelper(std::string(kLogIndent) + Said(reason));
   }
   if (outcome.account.bOutputWritten) {
     for (const std::string& sName : outcome.account.namesRefused) Note(sName);
   }
   const bool bReadAsUtf16 = gConversionOptions.lConversionMethod == kMethodProfile && gConversionOptions.bIsUnicode;
-  if (!bReadAsUtf16 && HasUtf16Mark(gConversionOptions.sInputFile)) {
-    Note(Printed(gConversionOptions.sInputFile) + kUtf16Note);
-  }
+  if (!bReadAsUtf16 && HasUtf16Mark(outcome.sInput)) Note(Printed(outcome.sInput) + kUtf16Note);
   if (talk_.bVerbose) SayAccount(outcome);
-  nLogSeen_ = log.txtLog().size();
-}
-
-bool clsLongRun::AlreadySaid(std::string_view sReason) const {
-  const std::string_view text = log.txtLog();
-  return text.substr(std::min(nLogSeen_, text.size())).find(sReason) != std::string_view::npos;
 }
 
 void clsLongRun::SayAccount(const FileOutcome& outcome) {
   const FileAccount& account = outcome.account;
-  host.Say(fmt::format("{} -> {}: {}; {} read, {} in tables, {} outside", Printed(gConversionOptions.sInputFile),
-                       Printed(gConversionOptions.sOutputFile), Converted(outcome) ? "converted" : "not converted",
+  const bool bConverted = outcome.status == FileStatus::Converted;
+  host.Say(fmt::format("{} -> {}: {}; {} read, {} in tables, {} outside", Printed(outcome.sInput),
+                       Printed(outcome.sOutput), bConverted ? "converted" : "not converted",
                        Counted(account.lLinesRead, "line", "lines"), account.lLinesInTables,
                        account.lLinesRead - account.lLinesInTables));
   for (const TableAccount& table : account.tables) {
@@ -212,7 +186,7 @@ int clsLongRun::Finish() {
   WriteLog();
   if (signal != 0) return kExitInterrupted + signal;
   // A cell that the sheet couldn't take is lost to whoever reads the output alone.
-  const bool whole = !bFailedBeside_ && totals.lFilesFailed == 0 && totals.lCellsFailed == 0 && log.lErrorCount == 0;
+  const bool whole = !bFailedBeside_ && totals.lFilesFailed == 0 && totals.lCellsFailed == 0;
   return whole ? kExitDone : kExitSomeFailed;
 }
 

@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "clsConsoleHost.h"
 #include "clsPrivateFolder.h"
@@ -24,9 +23,6 @@ struct RunTotals {
 
   void Add(const FileOutcome& outcome);
 };
-
-/// True if the whole file was converted and its output written.
-bool Converted(const FileOutcome& outcome);
 
 /// The run of a long-option command: messages on standard error, every line accounted for, the settings left alone.
 class clsLongRun {
@@ -55,8 +51,10 @@ class clsLongRun {
   /// The same for a terminal or a log.
   std::string Printed(const std::string& sPath);
 
-  /// What was wrong with the file done last and stands in no entry of the log.
-  const std::vector<std::string>& Untold() const { return untold_; }
+  /// A reason that no entry tells, as it is said.
+  std::string Said(const FileReason& reason);
+  /// A file that an earlier run did.
+  void Skip(const PlannedFile& file);
 
   /// False, told, if the log's name is that of a file that is no log; no log is written then.
   bool CheckLog();
@@ -70,18 +68,13 @@ class clsLongRun {
 
  private:
   void FileDone(const FileOutcome& outcome);
-  std::vector<std::string> UntoldReasons(const FileOutcome& outcome);
-  /// True if an entry about the file in hand gave the reason.
-  bool AlreadySaid(std::string_view sReason) const;
   void SayAccount(const FileOutcome& outcome);
   std::string ClosingLine();
   void WriteLog();
 
   TalkRequest talk_;
-  std::vector<std::string> untold_;
   bool bFailedBeside_ = false;
   int64_t lStart_ = 0;
-  size_t nLogSeen_ = 0;  ///< Bytes of the log that speak of files before the one in hand
 };
 
 }  // namespace quillon

@@ -13,17 +13,6 @@
 
 namespace quillon {
 
-namespace {
-
-/// The lines of an entry behind its headline, as one text of LF lines.
-std::string TextOf(const ReportEntry& entry) {
-  std::string sText = entry.sErr2.empty() ? entry.sErr1 : entry.sErr2;
-  if (!entry.sErr3.empty()) sText.append("\n").append(entry.sErr3);
-  return ReplaceAll(ReplaceAll(sText, "%lf%", "\n"), "\r\n", "\n");
-}
-
-}  // namespace
-
 std::string MakingOf(const ConvertRequest& request) {
   constexpr size_t kLargest = size_t{64} << 20;
   clsFingerprint making;
@@ -63,16 +52,17 @@ bool clsResultRecorder::Start(const std::vector<PlannedFile>& files) {
   bOpen_ = true;
   sMadeBy_ = MakingOf(request_);
   bNoTabWarning_ = run_.fields.bWarnedAboutTabsInFile;
-  run_.host.KeepEntries(&entries_);
   return true;
 }
 
 void clsResultRecorder::DropDone(std::vector<PlannedFile>& files) {
   pFiles_ = &files;
   if (!bOpen_ || !request_.bSkipDone) return;
-  const size_t nBefore = files.size();
-  std::erase_if(files, [this](const PlannedFile& file) { return list_.IsDone(file, sMadeBy_); });
-  run_.totals.lFilesSkipped += static_cast<int64_t>(nBefore - files.size());
+  std::erase_if(files, [this](const PlannedFile& file) {
+    const bool bDone = list_.IsDone(file, sMadeBy_);
+    if (bDone) run_.Skip(file);
+    return bDone;
+  });
 }
 
 RunExtras clsResultRecorder::Joined(RunExtras extras) {
@@ -83,7 +73,7 @@ RunExtras clsResultRecorder::Joined(RunExtras extras) {
   };
   extras.fileDone = [this, before = std::move(extras.fileDone)](const FileOutcome& outcome) {
     before(outcome);
-    if (bOpen_ && InterruptSignal() == 0) FileDone(outcome);
+    if (bOpen_ && outcome.status != FileStatus::Stopped) FileDone(outcome);
   };
   return extras;
 }
@@ -92,7 +82,6 @@ RunExtras clsResultRecorder::Joined(RunExtras extras) {
 void clsResultRecorder::FileBegins(const PlannedFile& file) {
   run_.log.ForgetWhatIsSaidOnce();
   run_.fields.bWarnedAboutTabsInFile = bNoTabWarning_;
-  entries_.clear();
   state_ = StateOfFile(file.sInput);
   note_.Begin(file.sOutput);
   lBegan_ = run_.host.TickMilliseconds();
@@ -101,18 +90,17 @@ void clsResultRecorder::FileBegins(const PlannedFile& file) {
 ResultLine clsResultRecorder::LineOf(const FileOutcome& outcome) {
   constexpr double kMillisecond = 0.001;
   ResultLine line;
-  line.sInput = run_.Shown(gConversionOptions.sInputFile);
-  line.sOutput = run_.Shown(gConversionOptions.sOutputFile);
-  line.bDone = Converted(outcome);
+  line.sInput = run_.Shown(outcome.sInput);
+  line.sOutput = run_.Shown(outcome.sOutput);
+  line.bDone = outcome.status == FileStatus::Converted;
   for (const TableAccount& table : outcome.account.tables) line.lRows += table.lRows;
-  for (const ReportEntry& entry : entries_) {
-    if (entry.type == EntryType::Other) continue;
-    (entry.type == EntryType::Error ? line.errors : line.warnings).push_back({entry.lErr, TextOf(entry)});
+  for (const FileReason& reason : outcome.reasons) {
+    auto& texts = reason.type == EntryType::Error ? line.errors : line.warnings;
+    texts.push_back({reason.lCode, run_.Said(reason)});
   }
-  for (const std::string& sText : run_.Untold()) (line.bDone ? line.warnings : line.errors).push_back({0, sText});
   line.dSeconds = static_cast<double>(run_.host.TickMilliseconds() - lBegan_) * kMillisecond;
   line.state = state_;
-  if (outcome.account.bOutputWritten) line.lOutputBytes = FileSizeOf(gConversionOptions.sOutputFile);
+  if (outcome.account.bOutputWritten) line.lOutputBytes = FileSizeOf(outcome.sOutput);
   line.sMadeBy = sMadeBy_;
   return line;
 }

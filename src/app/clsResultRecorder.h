@@ -17,7 +17,6 @@ class clsResultRecorder {
   clsResultRecorder(const ConvertRequest& request, clsLongRun& run) : request_(request), run_(run) {}
   clsResultRecorder(const clsResultRecorder&) = delete;
   clsResultRecorder& operator=(const clsResultRecorder&) = delete;
-  ~clsResultRecorder() { run_.host.KeepEntries(nullptr); }
 
   /// Opens the list and, with --skip-done, reads it. An output that a killed run of the same list finished without
   /// telling of it is removed. False: said.
@@ -43,7 +42,6 @@ class clsResultRecorder {
   std::string sMadeBy_;
   std::optional<ListedState> state_;
   int64_t lBegan_ = 0;
-  std::vector<ReportEntry> entries_;
 };
 
 /// Fingerprint of all that an output depends on beside its input: the program's version, the method, the content of the

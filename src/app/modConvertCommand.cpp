@@ -119,12 +119,19 @@ std::optional<const clsCodePage*> RecipePage(const ConvertRequest& request) {
   return std::nullopt;
 }
 
+Failure ToStandardOutput(const FileOutcome& outcome) {
+  Failure failure;
+  if (InterruptSignal() == 0) FileToStandardOutput(outcome.sOutput, failure);
+  return failure;
+}
+
 RunExtras ExtrasFor(const ConvertRequest& request, clsLongRun& run) {
   RunExtras extras = run.Extras();
   extras.recipePage = RecipePage(request);
   extras.bTrimFields = request.bTrim;
   extras.bSafeCsv = request.bSafeCsv;
   extras.bAllPeriods = request.bAllPeriods;
+  if (request.sOutput == kStandardStream) extras.handOn = ToStandardOutput;
   return extras;
 }
 
@@ -162,10 +169,9 @@ bool ConvertBySpecification(const ConvertRequest& request, clsLongRun& run, clsC
     run.host.Report(RunEntry(kRecipeRunNoRecipe, request.sSpecification));
     return false;
   }
-  int32_t result = 0;
-  conversion.ConvertByLongRecipe(request.sOutput, request.inputs, result);
+  const FileOutcome& outcome = conversion.ConvertByLongRecipe(request.sOutput, request.inputs);
   const int32_t lLast = gRecipe().InputFileLast;
-  if (!request.bAllPeriods && result == 0 && lLast > 1) {
+  if (!request.bAllPeriods && outcome.lResult == 0 && lLast > 1) {
     run.Note("columns are taken from file " + std::to_string(lLast) +
              " of the period, and without --all-periods only file 1 is read: they stay empty");
   }
@@ -239,18 +245,10 @@ int ConvertCommand(const ConvertRequest& asked, const TalkRequest& talk) {
   if (!by_specification && request.inputs.empty())
     return WrongUse(run, "INPUT is missing: name files, a quoted pattern, or - (see --help)");
   if (!by_specification && request.sOutput.empty()) return WrongUse(run, "-o OUTPUT is missing (see --help)");
-  const bool to_standard_output = request.sOutput == kStandardStream;
   if (!TakeStandardStreams(request, run)) return run.totals.lFilesFailed > 0 ? run.Finish() : run.Refused();
   const bool ran = by_specification ? ConvertBySpecification(request, run, conversion)
                                     : ConvertEach(request, run, conversion, recorder);
   if (!ran) return run.Refused();
-  Failure failure;
-  if (to_standard_output && IsFile(request.sOutput) && InterruptSignal() == 0 &&
-      !FileToStandardOutput(request.sOutput, failure)) {
-    run.Say(failure.sText);
-    if (run.totals.lFilesConverted > 0) --run.totals.lFilesConverted, ++run.totals.lFilesFailed;
-    run.FailBeside();
-  }
   return run.Finish();
 }
 

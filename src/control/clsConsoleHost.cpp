@@ -95,7 +95,6 @@ MessageAnswer clsConsoleHost::ShowMessage(std::string_view sText, std::string_vi
 void clsConsoleHost::Report(const ReportEntry& entry) {
   const bool logged = pLog_ == nullptr || pLog_->Report(entry);
   if (!logged || InterruptSignal() != 0) return;
-  if (pEntries_ != nullptr) pEntries_->push_back(entry);
   const bool say = voice_ == Voice::AllEntries || (voice_ == Voice::ErrorsOnly && entry.type == EntryType::Error) ||
                    entry.lErr == kCellWriteFailed;
   if (say) PrintEntry(entry);

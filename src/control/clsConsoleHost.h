@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "clsHost.h"
 #include "modRunLog.h"
@@ -25,8 +24,6 @@ class clsConsoleHost : public clsHost {
 
   explicit clsConsoleHost(Voice voice) : voice_(voice) {}
   void AttachLog(clsRunLog& log) { pLog_ = &log; }
-  /// From here on each logged entry is added to the list as well; null: no longer.
-  void KeepEntries(std::vector<ReportEntry>* pEntries) { pEntries_ = pEntries; }
 
   /// Prints a line on standard error, behind the progress line if there is one.
   void Say(std::string_view sText);
@@ -57,7 +54,6 @@ class clsConsoleHost : public clsHost {
 
   const Voice voice_;
   clsRunLog* pLog_ = nullptr;
-  std::vector<ReportEntry>* pEntries_ = nullptr;
   std::string sCaption_;
   bool bProgress_ = false;  ///< Wanted, and standard error is a terminal
   bool bProgressShown_ = false;

@@ -86,7 +86,7 @@ void clsConversionRun::ConvertSingle(int32_t& lResult) {
     LogLine(Translate("Processing:") + "  " + WithoutControls(options_.sInputFile));
     host_.SetStatusPanel(StatusBar::CurrentFile, kPanelCurrent, options_.sInputFile);
   }
-  ConvertFile(lResult);
+  lResult = ConvertFile().lResult;
 }
 
 bool clsConversionRun::NextFileMayBegin(size_t nFile, size_t nFiles, const std::string& sInput) {
@@ -108,7 +108,7 @@ void clsConversionRun::ConvertList(const std::vector<PlannedFile>& files, int32_
     std::string folder = ParentFolderOfPath(options_.sOutputFile);
     if (folder != folder_made) MakeFolderPath(folder);
     folder_made = std::move(folder);
-    ConvertFile(lResult);
+    lResult = ConvertFile().lResult;
   }
   ReportRun();
   gbPauseRequested = false;
@@ -149,8 +149,8 @@ void clsConversionRun::ConvertBatch(int32_t& lResult) {
     // Path texts that differ in case alone name one file.
     const size_t written_as = std::hash<std::string>()(UpperText(options_.sOutputFile));
     if (written.contains(written_as)) WarnOfSecondOutput();
-    ConvertFile(lResult);
-    if (account_.bOutputWritten) written.insert(written_as);
+    lResult = ConvertFile().lResult;
+    if (outcome_.account.bOutputWritten) written.insert(written_as);
   }
 }
 
@@ -171,27 +171,49 @@ void clsConversionRun::WarnOfSecondOutput() {
   host_.Report(entry);
 }
 
-void clsConversionRun::ConvertFile(int32_t& lResult) {
-  WithMemoryFor(lResult, [&] { ConvertByMethod(lResult); });
+const FileOutcome& clsConversionRun::ConvertFile() {
+  return Convert([this](int32_t& lResult) { ConvertByMethod(lResult); });
 }
 
 // What one file asks for beyond the memory there is must not end a batch. All that it held is free again here.
-void clsConversionRun::WithMemoryFor(int32_t& lResult, const std::function<void()>& convert) {
-  const int32_t errors = log_.lErrorCount;
-  const int32_t entries = errors + log_.lWarningCount;
-  account_ = {};
+const FileOutcome& clsConversionRun::Convert(const std::function<void(int32_t& lResult)>& convert) {
+  outcome_ = {};
+  outcome_.sInput = options_.sInputFile;
+  outcome_.sOutput = options_.sOutputFile;
+  log_.TellOutcome(&outcome_);
   try {
-    convert();
+    convert(outcome_.lResult);
   } catch (const std::bad_alloc&) {
-    account_ = {};
+    outcome_.account = {};
     gbProcessing = false;
-    lResult = Refuse(kNotEnoughMemory, options_.sInputFile);
+    outcome_.lResult = Refuse(kNotEnoughMemory, outcome_.sInput);
   }
+  log_.TellOutcome(nullptr);
+  CloseOutcome();
+  if (extras_.handOn && outcome_.account.bOutputWritten) {
+    const Failure failure = extras_.handOn(outcome_);
+    if (failure.Failed()) outcome_.Fail(failure.sText);
+  }
+  if (extras_.fileDone) extras_.fileDone(outcome_);
+  return outcome_;
+}
+
+void clsConversionRun::CloseOutcome() {
+  const FileAccount& account = outcome_.account;
+  const Failure& failure = account.failure;
   // The log takes -5006 once a run; a file that isn't written must not go under for that.
-  const bool silent = log_.lErrorCount + log_.lWarningCount == entries;
-  if (silent && account_.failure.Failed() && !extras_.fileDone)
-    LogLine(std::string(kLogIndent) + account_.failure.sText);
-  if (extras_.fileDone) extras_.fileDone({lResult, log_.lErrorCount - errors, account_});
+  if (failure.Failed() && outcome_.reasons.empty() && !extras_.fileDone)
+    LogLine(std::string(kLogIndent) + failure.sText);
+  const bool errors = outcome_.HasErrors();
+  const bool stopped = gbAbandonOutput || gbPauseRequested;
+  if (failure.Failed() && !errors && !outcome_.Tells(failure)) outcome_.Fail(failure.sText);
+  if (!account.sWalkEnded.empty() && account.sWalkEnded != failure.sText) {
+    outcome_.Fail(account.sWalkEnded, outcome_.sInput);
+  }
+  if (!account.bOutputWritten && !failure.Failed() && !errors && !stopped)
+    outcome_.Fail("not written", outcome_.sOutput);
+  const bool whole = outcome_.lResult == 0 && !outcome_.HasErrors() && account.bOutputWritten && !failure.Failed();
+  outcome_.status = stopped ? FileStatus::Stopped : whole ? FileStatus::Converted : FileStatus::Failed;
 }
 
 void clsConversionRun::ConvertByMethod(int32_t& lResult) {

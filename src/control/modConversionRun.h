@@ -42,13 +42,6 @@ class clsRunWindow {
   virtual const std::string& Caption() const = 0;
 };
 
-/// What became of one file.
-struct FileOutcome {
-  int32_t lResult;
-  int32_t lErrors;  ///< Error entries that it logged
-  const FileAccount& account;
-};
-
 /// One file of a list that was made beforehand.
 struct PlannedFile {
   std::string sInput, sOutput;
@@ -66,7 +59,9 @@ struct RunExtras {
   bool bAllPeriods = false;
   std::function<void()> jobAccepted;  ///< The checks are passed, nothing is converted yet
   std::function<void(size_t nFile, size_t nFiles, const std::string& sInput)> fileBegins;  ///< From 1
-  std::function<void(const FileOutcome&)> fileDone;  ///< The record still has the file's names
+  /// Hands an output that was written on to where it is wanted. A failure makes the file a failed one.
+  std::function<Failure(const FileOutcome&)> handOn;
+  std::function<void(const FileOutcome&)> fileDone;
 };
 
 /// One run after another over the files of a job. The collaborators outlive it; pWindow is null in an unattended run.
@@ -87,26 +82,23 @@ class clsConversionRun {
   void ConvertList(const std::vector<PlannedFile>& files, int32_t& lResult);
   /// One input file to one output file by the method of the record; names as they stand in sInputFile and sOutputFile.
   /// An output that is the input file itself is refused with -1002 before anything is touched; a file that asks for
-  /// more memory than there is ends with -1003, its output as it was.
-  void ConvertFile(int32_t& lResult);
+  /// more memory than there is ends with -1003, its output as it was. The outcome stands until the next file begins.
+  const FileOutcome& ConvertFile();
   void ConvertByProfile(int32_t& lResult);
   void ConvertByRecipe(int32_t& lResult);
   /// The long-form recipe in sRecipeFile; sOutputFile overrules its output, and the inputs (at most twelve) take its
-  /// file slots in order from the first. lResult is 0 or the code of what stopped it; a report of the period that isn't
-  /// there is -2002, and the output stays as it was.
-  void ConvertByLongRecipe(std::string_view sOutputFile, const std::vector<std::string>& inputs, int32_t& lResult);
+  /// file slots in order from the first. A report of the period that isn't there is -2002, and the output stays as it
+  /// was.
+  const FileOutcome& ConvertByLongRecipe(std::string_view sOutputFile, const std::vector<std::string>& inputs);
   void WarnAboutTabsInFile();
-
-  /// What became of the lines of the file converted last.
-  const FileAccount& Account() const { return account_; }
 
  private:
   void LogLine(std::string_view sText);
   std::string ElapsedSeconds() const;
 
-  int32_t RefuseUnread(int32_t lErrorsBefore);
+  int32_t RefuseUnread();
   int32_t Refuse(RunCode code, std::string_view sSubject = {});
-  void RefuseAndExplain(RunCode code, std::string_view sSubject, std::string sWhy);
+  int32_t RefuseAndExplain(RunCode code, std::string_view sSubject, std::string sWhy);
   int32_t LoadJobFile();
   int32_t MakeLogFolder();
   int32_t CheckInputAndOutput();
@@ -116,7 +108,10 @@ class clsConversionRun {
 
   void ConvertByMethod(int32_t& lResult);
   void RunLongRecipe(std::string_view sOutputFile, const std::vector<std::string>& inputs, int32_t& lResult);
-  void WithMemoryFor(int32_t& lResult, const std::function<void()>& convert);
+  const FileOutcome& Convert(const std::function<void(int32_t& lResult)>& convert);
+  /// Adds the reasons that stand in no entry, and the status.
+  void CloseOutcome();
+  void RunSpecs(RecipeContext& context, int32_t lFormat);
   clsTurns TakeTurns();
   bool NextFileMayBegin(size_t nFile, size_t nFiles, const std::string& sInput);
   void ConvertSingle(int32_t& lResult);
@@ -127,9 +122,10 @@ class clsConversionRun {
   void WarnOfSecondOutput();
   void ReportRun();
 
-  bool AssignProfile();
-  void ReportEngineStatus(int32_t lQuotesResult);
-  void TakeEngineAccount();
+  /// 0 or the code of what is wrong with the profile.
+  int32_t AssignProfile();
+  int32_t ReportEngineStatus(int32_t lStatus, int32_t lQuotesResult);
+  void TakeEngineAccount(int32_t lStatus);
   void SayWhatWasReplaced();
   bool RecipeRunCanStart(int32_t& lResult);
   /// 0 or the code of what keeps the recipe from being run.
@@ -143,7 +139,7 @@ class clsConversionRun {
   clsRunFields& fields_;
   clsRunWindow* pWindow_;
   RunExtras extras_;
-  FileAccount account_;
+  FileOutcome outcome_;  ///< Of the file in hand, or the last one
 };
 
 /// Names the output of one file of a batch: prefix of the output pattern, the mirrored part of the input's folder, base

@@ -28,24 +28,23 @@ int32_t EngineOutputType(std::string_view sOutputFile, bool bIsUnicode) {
 
 }  // namespace
 
-bool clsConversionRun::AssignProfile() {
+int32_t clsConversionRun::AssignProfile() {
   const std::string& profile = options_.sFixedWidthProfile;
   ProfileFault fault;
   const int32_t status =
       AssignFixedWidthAttributes(profile, true, fields_.bTrimInputTextFilesPadCharacter, host_, fault);
-  if (status == kProfileDone) return true;
+  if (status == kProfileDone) return 0;
   if (status == kProfileMissing) {
-    Refuse(kProfileNotFound, gsDataFolder + "\\Profiles\\" + profile + ".txt");
-  } else {
-    RefuseAndExplain(kProfileFormat, profile + ".txt", fault.Text(profile));
+    return Refuse(kProfileNotFound, gsDataFolder + "\\Profiles\\" + profile + ".txt");
   }
-  return false;
+  return RefuseAndExplain(kProfileFormat, profile + ".txt", fault.Text(profile));
 }
 
-void clsConversionRun::RefuseAndExplain(RunCode code, std::string_view sSubject, std::string sWhy) {
+int32_t clsConversionRun::RefuseAndExplain(RunCode code, std::string_view sSubject, std::string sWhy) {
   ReportEntry entry = RunEntry(code, sSubject);
   if (extras_.bSayMore) entry.sErr3 = std::move(sWhy);
   host_.Report(entry);
+  return code;
 }
 
 void clsConversionRun::ConvertByProfile(int32_t& lResult) {
@@ -53,10 +52,8 @@ void clsConversionRun::ConvertByProfile(int32_t& lResult) {
   if (gbCommandLineMode) fields_.bTrimInputTextFilesPadCharacter = options_.bTrimInputTextFilesPadCharacter;
   OptLeaveLeadingZeroesIntact(Truth(options_.bTreatDataAsText));
   OptSheetsSet(kSheetName);
-  if (!AssignProfile()) {
-    lResult = options_.lErr;
-    return;
-  }
+  lResult = AssignProfile();
+  if (lResult != 0) return;
   OptXLSRangeSet(options_.sStartColRow.c_str());
   if (options_.lDelimitationCharacter == 0) options_.lDelimitationCharacter = kDefaultDelimiter;
   OptDelimiterUsedSet(options_.lDelimitationCharacter);
@@ -69,22 +66,20 @@ void clsConversionRun::ConvertByProfile(int32_t& lResult) {
   Cellwright().TellProgress([this](int64_t lRow, int64_t lDone, int64_t lTotal) {
     host_.ShowProgress({options_.sInputFile, lRow, lDone, lTotal});
   });
-  options_.lErr = quillon::ConvertFile();
-  TakeEngineAccount();
+  const int32_t status = options_.lErr = quillon::ConvertFile();
+  TakeEngineAccount(status);
   if (extras_.bSayMore) SayWhatWasReplaced();
-  ReportEngineStatus(quotes_result);
-  lResult = options_.lErr;
+  lResult = ReportEngineStatus(status, quotes_result);
   if (pWindow_ != nullptr) pWindow_->UpdateMRUs();
 }
 
 // The engine is asked with the result of the call before ConvertFile, and answers with its last failure all the same.
-void clsConversionRun::ReportEngineStatus(int32_t lQuotesResult) {
-  if (options_.lErr < 0) {
-    std::array<char, 256> text{};
-    GetErrorString(lQuotesResult, text.data(), static_cast<int32_t>(text.size()) - 1);
-    Refuse(kProfileEngine, text.data());
-  }
-  if (options_.lErr == kEngineRefusedByAttributes) RefuseAndExplain(kProfileGeneral, {}, Cellwright().LastError());
+int32_t clsConversionRun::ReportEngineStatus(int32_t lStatus, int32_t lQuotesResult) {
+  if (lStatus == kEngineRefusedByAttributes) return RefuseAndExplain(kProfileGeneral, {}, Cellwright().LastError());
+  if (lStatus >= 0) return lStatus;
+  std::array<char, 256> text{};
+  GetErrorString(lQuotesResult, text.data(), static_cast<int32_t>(text.size()) - 1);
+  return Refuse(kProfileEngine, text.data());
 }
 
 void clsConversionRun::SayWhatWasReplaced() {
@@ -99,13 +94,14 @@ void clsConversionRun::SayWhatWasReplaced() {
 }
 
 /// The engine knows one table: all that it wrote.
-void clsConversionRun::TakeEngineAccount() {
+void clsConversionRun::TakeEngineAccount(int32_t lStatus) {
   const ProfileAccount& tally = LastTally();
-  account_.bOutputWritten = options_.lErr == 0;
-  account_.lLinesRead = tally.lRowsRead;
-  account_.lLinesInTables = tally.lRowsWritten;
-  account_.lCharactersLost = tally.lCharsLost;
-  account_.lCellsFailed = tally.lCellsFailed;
+  FileAccount& account = outcome_.account;
+  account.bOutputWritten = lStatus == 0;
+  account.lLinesRead = tally.lRowsRead;
+  account.lLinesInTables = tally.lRowsWritten;
+  account.lCharactersLost = tally.lCharsLost;
+  account.lCellsFailed = tally.lCellsFailed;
   TableAccount table;
   table.lTable = 1;
   table.lFirstLine = tally.lRowsRead - tally.lRowsWritten + 1;
@@ -114,7 +110,7 @@ void clsConversionRun::TakeEngineAccount() {
   for (const CellwrightColumn& column : Cellwright().Held().columns) table.lColumns += column.lCount > 0 ? 1 : 0;
   table.lCharactersBehind = tally.lCharsBehind;
   table.lCellsFailed = tally.lCellsFailed;
-  if (account_.bOutputWritten) account_.tables.assign(1, table);
+  if (account.bOutputWritten) account.tables.assign(1, table);
 }
 
 }  // namespace quillon

@@ -36,7 +36,7 @@ void clsConversionRun::ConvertByRecipe(int32_t& lResult) {
   if (!RecipeRunCanStart(lResult)) return;
 
   const RecipeOptions recipe_options = MakeRecipeOptions();
-  RecipeContext context{host_, recipe_options, gRecipe(), gLineProcessor(), account_};
+  RecipeContext context{host_, recipe_options, gRecipe(), gLineProcessor(), outcome_.account};
   context.Watch(gsInputFile);
   WarnIfTabsInFile(recipe_options);
   lResult = LoadSpecs(context);
@@ -47,50 +47,59 @@ void clsConversionRun::ConvertByRecipe(int32_t& lResult) {
                   true});
     return;
   }
-  RunRecipe(context, format);
+  RunSpecs(context, format);
   if (pWindow_ != nullptr) pWindow_->UpdateMRUs();
 }
 
+void clsConversionRun::RunSpecs(RecipeContext& context, int32_t lFormat) {
+  RunRecipe(context, lFormat);
+  const FileAccount& account = outcome_.account;
+  // A recipe that is none, or a report without marks: its output is empty, and the engine has no word for that.
+  const bool nothing_told = account.bOutputWritten && account.tables.empty() && account.lLinesRead > 0 &&
+                            context.recipe.ExportSpecs.SectionSequenceCollection.empty();
+  if (nothing_told && !outcome_.HasErrors()) {
+    outcome_.Fail("no table is told for it, so no line of it was written", outcome_.sInput);
+  }
+}
+
 int32_t clsConversionRun::LoadSpecs(RecipeContext& context) {
-  const int32_t errors = log_.lErrorCount;
   if (options_.lConversionMethod == kMethodMarkup) {
     context.recipe.LoadFromMarks(context);
   } else {
     context.recipe.LoadFromFileShort(context, gsRecipeFile);
   }
   if (gbAbandonOutput) return 0;  // what is missing now was only not made
-  if (account_.failure.Failed()) return RefuseUnread(errors);
+  if (context.account.failure.Failed()) return RefuseUnread();
   if (context.recipe.ReadExportSpecs(context)) return 0;
   // What the recipe held before would make another file's table, or none, of this one.
   const int32_t lResult = Refuse(kNoExportSpecs, context.recipe.ExportSpecFileName);
-  account_.failure = context.recipe.SpecsFailure();
+  context.account.failure = context.recipe.SpecsFailure();
   return lResult;
 }
 
-void clsConversionRun::ConvertByLongRecipe(std::string_view sOutputFile, const std::vector<std::string>& inputs,
-                                           int32_t& lResult) {
-  WithMemoryFor(lResult, [&] { RunLongRecipe(sOutputFile, inputs, lResult); });
+const FileOutcome& clsConversionRun::ConvertByLongRecipe(std::string_view sOutputFile,
+                                                         const std::vector<std::string>& inputs) {
+  return Convert([&](int32_t& lResult) { RunLongRecipe(sOutputFile, inputs, lResult); });
 }
 
 void clsConversionRun::RunLongRecipe(std::string_view sOutputFile, const std::vector<std::string>& inputs,
                                      int32_t& lResult) {
   const clsTurns turns = TakeTurns();
-  const int32_t errors = log_.lErrorCount;
   gsRecipeFile = options_.sRecipeFile;
   glTabSize = options_.lTabSize;
   const RecipeOptions recipe_options = MakeRecipeOptions();
-  RecipeContext context{host_, recipe_options, gRecipe(), gLineProcessor(), account_};
+  RecipeContext context{host_, recipe_options, gRecipe(), gLineProcessor(), outcome_.account};
   context.recipe.LoadFromFile(context, gsRecipeFile);
-  if (account_.failure.Failed()) {
-    lResult = RefuseUnread(errors);
+  if (context.account.failure.Failed()) {
+    lResult = RefuseUnread();
     return;
   }
   // A box has told which key it was; without an error the output would be emptied and the run call itself done.
   if (context.recipe.SpecsFailure().Failed()) ReportRecipe(host_, -5503, {context.recipe.ExportSpecFileName});
   NameLongRun(context.recipe, sOutputFile, inputs);
   // A section that could not be read is reported and the others run; with no section there is nothing to run.
-  const bool bRuns = log_.lErrorCount == errors || !context.recipe.ExportSpecs.SectionSequenceCollection.empty();
-  lResult = bRuns ? CheckOutputType() : options_.lErr;
+  const bool bRuns = !outcome_.HasErrors() || !context.recipe.ExportSpecs.SectionSequenceCollection.empty();
+  lResult = bRuns ? CheckOutputType() : outcome_.reasons.back().lCode;
   if (lResult == 0) lResult = CheckPeriodReports(context.recipe);
   for (const std::string& input : context.recipe.InputFileName) {
     if (!input.empty()) context.Watch(input);
@@ -98,7 +107,7 @@ void clsConversionRun::RunLongRecipe(std::string_view sOutputFile, const std::ve
   }
   if (lResult != 0) return;
   MakeFolderPath(ParentFolderOfPath(gsOutputFile));
-  RunRecipe(context, OutputFormatOfPath(gsOutputFile));
+  RunSpecs(context, OutputFormatOfPath(gsOutputFile));
 }
 
 /// The recipe's own files, those of the call in the place of its first ones.
@@ -110,8 +119,8 @@ void clsConversionRun::NameLongRun(clsRecipe& recipe, std::string_view sOutputFi
   }
   gsOutputFile = sOutputFile.empty() ? ExpandedPath(recipe.OutputFileName) : std::string(sOutputFile);
   gsInputFile = recipe.InputFileNameOf(1);
-  options_.sInputFile = gsInputFile;
-  options_.sOutputFile = gsOutputFile;
+  options_.sInputFile = outcome_.sInput = gsInputFile;
+  options_.sOutputFile = outcome_.sOutput = gsOutputFile;
 }
 
 // A report that isn't there would leave an output without its rows in the place of a good one.
@@ -128,9 +137,9 @@ int32_t clsConversionRun::CheckPeriodReports(const clsRecipe& recipe) {
 }
 
 // With a recipe or report that is there and can't be read the run would write an empty output over a good one.
-int32_t clsConversionRun::RefuseUnread(int32_t lErrorsBefore) {
-  if (log_.lErrorCount == lErrorsBefore) ReportRecipe(host_, -5500, {account_.failure.sText});
-  return options_.lErr;
+int32_t clsConversionRun::RefuseUnread() {
+  if (!outcome_.HasErrors()) ReportRecipe(host_, -5500, {outcome_.account.failure.sText});
+  return outcome_.reasons.back().lCode;
 }
 
 bool clsConversionRun::RecipeRunCanStart(int32_t& lResult) {

@@ -11,12 +11,27 @@
 
 namespace quillon {
 
+namespace {
+
+/// What an entry says behind its headline, as LF lines.
+std::string TextOf(const ReportEntry& entry) {
+  std::string sText = entry.sErr2.empty() ? entry.sErr1 : entry.sErr2;
+  if (!entry.sErr3.empty()) sText.append("\n").append(entry.sErr3);
+  return ReplaceAll(ReplaceAll(sText, "%lf%", "\n"), "\r\n", "\n");
+}
+
+}  // namespace
+
 bool clsRunLog::Report(const ReportEntry& entry) {
   options_.lErr = entry.lErr;
   options_.sErr1 = entry.sErr1;
   options_.sErr2 = entry.sErr2;
   options_.sErr3 = entry.sErr3;
-  return LogAddEntry(entry.type, entry.bShowMessageBox);
+  if (!LogAddEntry(entry.type, entry.bShowMessageBox)) return false;
+  if (pOutcome_ != nullptr && entry.type != EntryType::Other) {
+    pOutcome_->reasons.push_back({entry.type, entry.lErr, TextOf(entry), {}, entry.sCause, true});
+  }
+  return true;
 }
 
 bool clsRunLog::AlreadyReported() {

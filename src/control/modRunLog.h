@@ -6,6 +6,7 @@
 
 #include "clsConversionOptions.h"
 #include "clsHost.h"
+#include "modFileOutcome.h"
 
 namespace quillon {
 
@@ -32,7 +33,7 @@ class clsRunLog {
   const std::string& txtLog() const { return sText_; }
 
   /// Makes the entry the pending one and reports it: what a host does with clsHost::Report. False if it was one of the
-  /// two column warnings that are reported once a run, and had been.
+  /// two codes that are reported once a run, and had been.
   bool Report(const ReportEntry& entry);
   /// Reports the pending entry: counts it, shows a message box where one is due, appends its lines and empties its
   /// texts.
@@ -41,6 +42,8 @@ class clsRunLog {
   void LogAddEntryHelper(std::string_view sAddString);
   /// The same; in a verbose unattended run a message box too.
   void LogAddText(std::string_view sAddString);
+  /// From here on each entry that is logged becomes a reason in this outcome, too; null: no longer.
+  void TellOutcome(FileOutcome* pOutcome) { pOutcome_ = pOutcome; }
   /// What is reported once a run is reported again when it comes again.
   void ForgetWhatIsSaidOnce() { bReportedMinus5005_ = bReportedMinus5006_ = false; }
   /// Empties the log and the pending entry; a run's log begins with a time stamp.
@@ -56,6 +59,7 @@ class clsRunLog {
   clsHost& host_;
   clsConversionOptions& options_;
   clsRunLogView* pView_ = nullptr;
+  FileOutcome* pOutcome_ = nullptr;
   std::string sText_;
   bool bReportedMinus5005_ = false;
   bool bReportedMinus5006_ = false;

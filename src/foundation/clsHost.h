@@ -23,6 +23,7 @@ struct ReportEntry {
   std::string sErr3;  ///< Optional third line
   EntryType type = EntryType::Error;
   bool bShowMessageBox = true;  ///< Wanted in a run with windows; an unattended run goes by bVerbose alone
+  std::string sCause = {};      ///< The system's failure that it tells of, "path: reason", if it is one
 };
 
 enum class StatusBar { Main, CurrentFile };

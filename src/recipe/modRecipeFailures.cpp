@@ -1,7 +1,5 @@
 #include "modRecipeFailures.h"
 
-#include <utility>
-
 #include "modRecipeMessages.h"
 #include "modTranslator.h"
 
@@ -10,8 +8,9 @@ namespace quillon {
 namespace {
 
 void ReportReason(RecipeContext& context, const Failure& failure) {
-  if (std::exchange(context.account.bFailureTold, true)) return;
-  ReportRecipe(context.host, -5006, {std::to_string(failure.nError), failure.sText});
+  ReportEntry entry = RecipeEntry(-5006, {std::to_string(failure.nError), failure.sText});
+  entry.sCause = failure.sText;
+  context.host.Report(entry);
 }
 
 }  // namespace
@@ -29,8 +28,7 @@ bool EndWalkAtCell(RecipeContext& context, const Failure& failure) {
 }
 
 void ReportCellFailure(RecipeContext& context, const Failure& failure) {
-  ++context.account.lCellsFailed;
-  ReportReason(context, failure);
+  if (context.account.lCellsFailed++ == 0) ReportReason(context, failure);
 }
 
 void ReportFileFailure(RecipeContext& context, const Failure& failure) {

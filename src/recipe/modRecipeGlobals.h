@@ -8,6 +8,7 @@
 
 #include "clsHost.h"
 #include "clsLineReader.h"
+#include "modFileOutcome.h"
 #include "modFileState.h"
 #include "modPaths.h"
 #include "modTurns.h"
@@ -54,33 +55,6 @@ struct RecipeOptions {
   TextFileOptions OwnText() const {
     return {text.bUnix, pRecipePage != nullptr ? pRecipePage : &clsCodePage::Windows1252()};
   }
-};
-
-/// What became of each line of an input file.
-struct TableAccount {
-  int32_t lTable = 0;
-  int64_t lFirstLine = 0, lLastLine = 0;  ///< Lines of the report, from 1; 0 if not found
-  int64_t lRows = 0;
-  int32_t lColumns = 0;
-  int64_t lCharactersBehind = 0;  ///< Not blank, behind the last column
-  int64_t lCellsFailed = 0;
-};
-struct FileAccount {
-  int64_t lLinesRead = 0;       ///< All lines of the file
-  int64_t lLinesInTables = 0;   ///< Distinct lines that are in at least one table
-  int64_t lCharactersLost = 0;  ///< Characters that the output's code page lacks
-  int64_t lFormulasRefused = 0;
-  int64_t lCellsFailed = 0;  ///< Cell writes that failed, of all sections
-  int64_t lEqualSigns = 0;   ///< Fields that begin with "="
-  bool bOutputWritten = false;
-  const clsCodePage* pCodePage = nullptr;  ///< Of the report, once it was read
-  /// Why the output was not written or the report not read to its end; -5006 has told it. For standard error.
-  Failure failure;
-  bool bFailureTold = false;  ///< -5006 was reported; the run log drops all others anyhow
-  /// Why the walk of sections ended where no report tells it; "" if it did not.
-  std::string sWalkEnded;
-  std::vector<std::string> namesRefused;  ///< Names of the recipe that no sheet got, each with the reason
-  std::vector<TableAccount> tables;
 };
 
 /// The collaborators of one run, handed to every section. Objects are owned by the caller and outlive the run.

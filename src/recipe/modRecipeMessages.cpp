@@ -113,11 +113,18 @@ std::string BuildText(std::string_view sPieces, std::initializer_list<std::strin
 
 }  // namespace
 
+ReportEntry RecipeEntry(int32_t lErr, std::initializer_list<std::string_view> values) {
+  const RecipeMessage& message = MessageOf(lErr);
+  return {lErr,         CodeLine(message.type, lErr), BuildText(message.sPieces, values), {},
+          message.type, message.bShowMessageBox};
+}
+
 void ReportRecipe(clsHost& host, int32_t lErr, std::initializer_list<std::string_view> values, bool bShowMessageBox,
                   std::string sThirdLine) {
-  const RecipeMessage& message = MessageOf(lErr);
-  ReportCode(host, message.type, lErr, BuildText(message.sPieces, values), message.bShowMessageBox && bShowMessageBox,
-             std::move(sThirdLine));
+  ReportEntry entry = RecipeEntry(lErr, values);
+  entry.bShowMessageBox = entry.bShowMessageBox && bShowMessageBox;
+  entry.sErr3 = std::move(sThirdLine);
+  host.Report(entry);
 }
 
 void ReportTrappedFailure(clsHost& host, int32_t lNumber, std::string_view sDescription) {

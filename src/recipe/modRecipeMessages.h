@@ -10,7 +10,9 @@
 
 namespace quillon {
 
-/// Reports the code to the run log, its text with the values put in and its phrases translated one by one.
+/// The code's entry for the run log, its text with the values put in and its phrases translated one by one.
+ReportEntry RecipeEntry(int32_t lErr, std::initializer_list<std::string_view> values = {});
+/// Reports the code to the run log.
 /// bShowMessageBox False keeps the box away from a code that else wants one.
 void ReportRecipe(clsHost& host, int32_t lErr, std::initializer_list<std::string_view> values = {},
                   bool bShowMessageBox = true, std::string sThirdLine = {});

@@ -252,9 +252,13 @@ TEST_F(ConversionRun, RecipeRunNeedsInputAndRecipe) {
   EXPECT_FALSE(folder.Has("o/a.csv"));
 
   options.sInputFile = "C:\\in\\vanished.txt";
-  int32_t result = 0;
-  clsConversionRun(host, options, log, fields, nullptr).ConvertFile(result);
-  EXPECT_EQ(result, -2002);
+  clsConversionRun run(host, options, log, fields, nullptr);
+  const FileOutcome& outcome = run.ConvertFile();
+  EXPECT_EQ(outcome.lResult, -2002);
+  EXPECT_EQ(outcome.status, FileStatus::Failed);
+  EXPECT_EQ(outcome.sInput, options.sInputFile);
+  ASSERT_EQ(outcome.reasons.size(), 1U);
+  EXPECT_EQ(outcome.reasons[0].sText, "Input File\n    C:\\in\\vanished.txt\n    does not exist.");
   EXPECT_EQ(folder.Read("o/a.csv"), "");
 
   options.sRecipeFile = folder.Write("r.rcp", "[Table 1]\nReadStartLine=a\nReadEndLine=a\nParsing=-\nWriteColumn=A\n");
