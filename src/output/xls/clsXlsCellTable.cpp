@@ -124,7 +124,7 @@ void clsXlsCellTable::AddBool(unsigned nColumn, unsigned nXf, bool bValue) {
 void clsXlsCellTable::AddFormula(unsigned nColumn, unsigned nXf, std::string_view sTokens) {
   constexpr uint16_t kAlwaysAndOnLoad = 3;
   char* pData = Begin(nColumn, nXf, xls::kFormula, 14 + sTokens.size());
-  StoreAt(pData, 0.0);
+  xls::kNoResult.copy(pData, xls::kNoResult.size());
   StoreAt(pData + 8, kAlwaysAndOnLoad);
   StoreAt(pData + 10, uint32_t{0});
   sTokens.copy(pData + 14, sTokens.size());

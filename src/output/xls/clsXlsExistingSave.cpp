@@ -154,15 +154,21 @@ void clsXlsExistingWorkbook::AddUntouched(const Sheet& sheet, size_t nStart, siz
   AddPiece(nEnd, sheet.nEnd);
 }
 
-/// Every formula may depend on a changed cell.
+/// Every formula may depend on a changed cell: it is to be calculated, and shows nothing until then. A result that is a
+/// text stands in a record of its own behind the formula.
 void clsXlsExistingWorkbook::MarkFormulas() {
   constexpr uint16_t kAlwaysAndOnLoad = 3;
   for (const auto& sheet : sheets_) {
     if (!sheet->existing) continue;
     clsXlsRecordReader reader(std::string_view(sStream_).substr(0, sheet->nEnd), sheet->existing->Start());
     XlsRecord record;
+    bool bText = false;
     while (reader.Next(record)) {
+      if (record.nId == xls::kString && bText && record.sData.size() >= 3)
+        sStream_.replace(record.nOffset + 4, 3, 3, '\0');
       if (record.nId != xls::kFormula || record.sData.size() < 22) continue;
+      bText = record.sData.substr(6, 1) == std::string_view("\0", 1) && GetU16(record.sData, 12) == 0xFFFF;
+      if (!bText) sStream_.replace(record.nOffset + 4 + 6, xls::kNoResult.size(), xls::kNoResult);
       const auto nFlags = static_cast<uint16_t>(GetU16(record.sData, 14) | kAlwaysAndOnLoad);
       SetAt(sStream_, record.nOffset + 4 + 14, nFlags);
     }

@@ -97,7 +97,8 @@ constexpr uint16_t kBiff8 = 0x0600;
 constexpr uint16_t kGlobals = 0x0005;  ///< Kinds of substream, as BOF names them
 constexpr uint16_t kWorksheet = 0x0010;
 constexpr uint16_t kDefaultXf = 15;
-constexpr std::string_view kOwnName = "Quillon";  ///< Who wrote the file, as WRITEACCESS has it
+constexpr std::string_view kOwnName = "Quillon";                  ///< Who wrote the file, as WRITEACCESS has it
+constexpr std::string_view kNoResult("\3\0\0\0\0\0\xFF\xFF", 8);  ///< In FORMULA, in place of a result
 constexpr uint16_t kGeneralFormat = 0;
 constexpr uint16_t kTextFormat = 49;
 }  // namespace xls

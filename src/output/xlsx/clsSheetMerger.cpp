@@ -246,28 +246,56 @@ bool clsSheetMerger::TakeOver(SharedState& shared) {
 
 bool clsSheetMerger::CopyCell(bool bNumbered) {
   const int nDepth = scanner_.Depth();
-  if (bNumbered || !bCellsMoved_) {
-    copier_.CopyToken();
-  } else {
-    const CellRange here{nRow_, cursor_.Column(), nRow_, cursor_.Column()};
-    copier_.Put(WithAttribute(scanner_.Raw(), "r", CellRangeText(here)));
-  }
-  while (scanner_.Token() != XmlToken::EmptyTag || scanner_.Depth() != nDepth) {
+  const bool bEmpty = scanner_.Token() == XmlToken::EmptyTag;
+  std::string sTag(scanner_.Raw());
+  if (!bNumbered && bCellsMoved_)
+    sTag = WithAttribute(sTag, "r", CellRangeText({nRow_, cursor_.Column(), nRow_, cursor_.Column()}));
+  bool bFormula = false;
+  std::string sLead;
+  const auto PutTag = [&] {
+    copier_.Put(sTag);
+    copier_.Put(sLead);
+    sTag.clear();
+    sLead.clear();
+  };
+  // The start tag waits for the cell's first element: a result that goes takes its type with it.
+  while (!bEmpty) {
     if (scanner_.Next() == XmlToken::Failed) return false;
-    const bool bShared = scanner_.IsOpening() && scanner_.Depth() == nDepth + 1 && scanner_.IsMain("f") &&
-                         scanner_.Attribute("t") == "shared";
-    if (bShared && scanner_.Attribute("ref")) {
-      if (!TakeSharedFormula(false)) return false;
+    const bool bChild = scanner_.IsOpening() && scanner_.Depth() == nDepth + 1;
+    if (bChild && scanner_.IsMain("f")) {
+      bFormula = true;
+      if (edit_.bDropResults && !sTag.empty()) sTag = WithoutAttribute(sTag, "t");
+      PutTag();
+      if (!CopyFormula()) return false;
       continue;
     }
-    const auto shared =
-        bShared ? shared_.find(ParseIndex(scanner_.Attribute("si").value_or("")).value_or(UINT32_MAX)) : shared_.end();
-    if (shared != shared_.end() && shared->second.bOrphaned) {
-      if (!TakeOver(shared->second)) return false;
+    if (bChild && bFormula && edit_.bDropResults && scanner_.IsMain("v")) {
+      if (!scanner_.SkipElement()) return false;
       continue;
     }
+    if (!sTag.empty() && scanner_.Token() == XmlToken::Text) {
+      sLead += scanner_.Raw();
+      continue;
+    }
+    PutTag();
     copier_.CopyToken();
     if (scanner_.Token() == XmlToken::EndTag && scanner_.Depth() == nDepth) break;
+  }
+  PutTag();
+  return true;
+}
+
+/// From a formula's tag to its end.
+bool clsSheetMerger::CopyFormula() {
+  const bool bShared = scanner_.Attribute("t") == "shared";
+  if (bShared && scanner_.Attribute("ref")) return TakeSharedFormula(false);
+  const auto shared =
+      bShared ? shared_.find(ParseIndex(scanner_.Attribute("si").value_or("")).value_or(UINT32_MAX)) : shared_.end();
+  if (shared != shared_.end() && shared->second.bOrphaned) return TakeOver(shared->second);
+  const int nDepth = scanner_.Depth();
+  for (copier_.CopyToken(); scanner_.Token() != XmlToken::EmptyTag || scanner_.Depth() != nDepth; copier_.CopyToken()) {
+    if (scanner_.Token() == XmlToken::EndTag && scanner_.Depth() == nDepth) break;
+    if (scanner_.Next() == XmlToken::Failed) return false;
   }
   return true;
 }

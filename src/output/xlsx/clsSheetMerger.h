@@ -21,6 +21,8 @@ struct SheetEdit {
   /// Cells that must hold their text as it is (headings of tables), as row * kMaxSheetColumns + column.
   std::unordered_set<int64_t> textCells;
   std::optional<bool> bSelected;  ///< The sheet's tab becomes selected or not
+  /// Results kept in formula cells go: what they depend on may have changed, and most programs show what is kept.
+  bool bDropResults = false;
 
   bool Touched() const { return !cells.Empty() || !cleared.empty(); }
   bool Cleared(int64_t nRow, int nColumn) const;
@@ -49,6 +51,7 @@ class clsSheetMerger {
   void EndRow();
   bool MergeCell();
   bool CopyCell(bool bNumbered);
+  bool CopyFormula();
   bool ReplaceCell(const StoredCell* pCell);
   bool ReadCellChildren(std::string& sKept);
   bool TakeSharedFormula(bool bGone);

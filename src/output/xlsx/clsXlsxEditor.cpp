@@ -80,7 +80,8 @@ bool clsXlsxEditor::Scan(XlsxSheet& sheet, const WorkbookSheet& entry) {
   const auto nPart = book_.package.Find(entry.sPart);
   if (!nPart) return false;
   clsXmlScanner scanner = book_.package.Scan(*nPart);
-  return ReadSheetFacts(scanner, sheet.facts);
+  sheet.bScanned = ReadSheetFacts(scanner, sheet.facts);
+  return sheet.bScanned;
 }
 
 void clsXlsxEditor::AddSheet() {

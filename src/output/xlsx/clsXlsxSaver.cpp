@@ -71,12 +71,33 @@ bool clsXlsxSaver::PrepareEdits(Failure& failure) {
   return true;
 }
 
+/// A sheet that the run left alone is looked through for formulas: their results may be out of date.
+bool clsXlsxSaver::TakeFormulasOf(size_t nSheet) {
+  auto& pSheet = book_.sheets[nSheet];
+  const WorkbookSheet& entry = book_.workbook.sheets[nSheet];
+  const auto nPart = book_.package.Find(entry.sPart);
+  if (!entry.bWorksheet || !nPart) return false;
+  if (pSheet == nullptr || !pSheet->bScanned) {
+    SheetFacts facts;
+    clsXmlScanner scanner = book_.package.Scan(*nPart);
+    if (!ReadSheetFacts(scanner, facts)) return false;
+    if (pSheet == nullptr) pSheet = std::make_unique<XlsxSheet>();
+    pSheet->facts = std::move(facts);
+    pSheet->bScanned = true;
+  }
+  return pSheet->facts.bHasFormulas;
+}
+
 bool clsXlsxSaver::MergeSheets(Failure& failure) {
+  const bool bTouched = std::any_of(book_.sheets.begin(), book_.sheets.end(),
+                                    [](const auto& pSheet) { return pSheet != nullptr && pSheet->edit.Touched(); });
   clsCellWriter writer(book_.styles, book_.typing, book_.edit.names, book_.workbook.b1904);
   for (size_t i = 0; i < book_.sheets.size(); ++i) {
-    XlsxSheet* const pSheet = book_.sheets[i].get();
     const bool bAdded = book_.workbook.sheets[i].bAdded;
-    if (pSheet == nullptr || !(bAdded || pSheet->edit.Touched() || pSheet->edit.bSelected)) continue;
+    const bool bDropResults = bTouched && !bAdded && TakeFormulasOf(i);
+    XlsxSheet* const pSheet = book_.sheets[i].get();
+    if (pSheet == nullptr || !(bAdded || bDropResults || pSheet->edit.Touched() || pSheet->edit.bSelected)) continue;
+    pSheet->edit.bDropResults = bDropResults;
     if (!MergeSheet(*pSheet, book_.workbook.sheets[i], writer, failure)) return false;
     book_.edit.bRecalculate |= pSheet->edit.Touched();
     bFormulasChanged_ |= pSheet->edit.Touched() && pSheet->facts.bHasFormulas;

@@ -24,6 +24,7 @@ class clsOutputFile;
 struct XlsxSheet {
   Failure failure;  ///< Set: the sheet is damaged
   SheetFacts facts;
+  bool bScanned = false;  ///< The facts are known
   SheetEdit edit;
   std::unique_ptr<clsCellStore> pShown;  ///< Values as shown, once one was read
 };
@@ -57,6 +58,7 @@ class clsXlsxSaver {
 
   bool Changed() const;
   bool PrepareEdits(Failure& failure);
+  bool TakeFormulasOf(size_t nSheet);
   bool MergeSheets(Failure& failure);
   bool MergeSheet(XlsxSheet& sheet, const WorkbookSheet& entry, clsCellWriter& writer, Failure& failure);
   bool FollowRenames(Failure& failure);
