@@ -83,6 +83,10 @@ void clsLongRun::Note(std::string_view sText) {
   if (!talk_.bQuiet) Say("note: " + std::string(sText));
 }
 
+void clsLongRun::NoteIgnored(std::string_view sName, std::string_view sWhy) {
+  if (!sWhy.empty()) Note(std::string(sName) + " has no effect here: " + std::string(sWhy));
+}
+
 std::string clsLongRun::Shown(const std::string& sPath) {
   if (sPath == privateFolder.InputFile()) return "standard input";
   return sPath == privateFolder.OutputFile() ? "standard output" : sPath;

@@ -45,6 +45,8 @@ class clsLongRun {
   void Say(std::string_view sText);
   /// Something that is no failure; not said in a quiet run.
   void Note(std::string_view sText);
+  /// Notes that an option has no effect; nothing for an empty reason.
+  void NoteIgnored(std::string_view sName, std::string_view sWhy);
 
   /// A path for a person: the files that stand in for the standard streams by their names.
   std::string Shown(const std::string& sPath);

@@ -21,10 +21,10 @@ clsLook::clsLook(const LookRequest& request) : request_(request) {
   // A language is used if the desktop program chose one; none is chosen here.
   if (!GetLanguage().empty()) InitializeTranslator(host, {});
   gbCommandLineMode = true;
-  OverrideSystemCodePage(clsCodePage::Find(request.sEncoding), EqualNoCase(request.sEncoding, "auto"));
+  OverrideSystemCodePage(clsCodePage::Find(request.options.sEncoding), EqualNoCase(request.options.sEncoding, "auto"));
   preview.sInput = request.sInput;
-  preview.text = {request.bUnix, SystemCodePage()};
-  preview.lTabSize = request.lTabSize;
+  preview.text = {request.options.bUnix, SystemCodePage()};
+  preview.lTabSize = request.options.lTabSize;
   preview.lTable = request.lTable;
   preview.lRows = request.lRows;
 }

@@ -6,6 +6,7 @@
 #include "clsOutputFile.h"
 #include "modConvertCommand.h"
 #include "modFiles.h"
+#include "modOptionTable.h"
 #include "modProfileFile.h"
 #include "modStrings.h"
 #include "modText.h"
@@ -25,11 +26,8 @@ std::string MakingOf(const ConvertRequest& request) {
     if (!sFile.empty()) ReadWholeFile(sFile, sBytes, kLargest, ignored);
     making.Add(sFile.empty() ? 0 : 1).Add(sBytes);
   }
-  making.Add(request.lDelimiter).Add(request.lQuote).Add(request.lTabSize);
-  making.Add(UpperText(request.sEncoding)).Add(UpperText(request.sStartCell));
-  for (const bool bOption : {request.bMarkup, request.bNoClear, request.bUnix, request.bAsText, request.bKeepPad,
-                             request.bUtf16, request.bTrim, request.bSafeCsv, request.bAllPeriods}) {
-    making.Add(bOption ? 1 : 0);
+  for (const Option& option : OptionTable()) {
+    if (option.bShapesOutput) making.Add(UpperText(OptionValueText(option, request.options)));
   }
   return making.Text();
 }

@@ -60,13 +60,13 @@ class clsPlanner {
     if (request_.shard && request_.sOutput.find('*') == std::string::npos) {
       return Refuse("--shard goes with an output for each input: OUTPUT holds a \"*\" then");
     }
-    if (many_ && request_.sOutput.find('*') == std::string::npos && !request_.bBesideInput) {
+    if (many_ && request_.sOutput.find('*') == std::string::npos && !request_.options.bSaveInOriginalFolder) {
       return Refuse(kOutputNeedsWildcard);
     }
     if (!CheckOutput()) return false;
     for (const FoundInput& input : inputs_) {
-      files.push_back(
-          {input.sPath, OutputPathFor(request_.sOutput, input.sPath, input.sRelative, request_.bBesideInput)});
+      files.push_back({input.sPath, OutputPathFor(request_.sOutput, input.sPath, input.sRelative,
+                                                  request_.options.bSaveInOriginalFolder)});
     }
     if (!CheckOutputsAreApart(files) || !CheckNextRunFindsTheSame(files)) return false;
     LookAtInputs(files);
@@ -95,11 +95,11 @@ class clsPlanner {
     if (IsFile(sInput)) return Add(sInput, {});  // A name may hold a "*" or "?".
     many_ = true;
     const std::string pattern = AsPattern(sInput);
-    searched_.Add(pattern, request_.bRecursive);
+    searched_.Add(pattern, request_.options.bDoSubfolders);
     const size_t root = BehindLastSeparator(pattern);
     CFileSearch search;
     int32_t result = 0;
-    search.BuildFileList(pattern, request_.bRecursive, true, result);
+    search.BuildFileList(pattern, request_.options.bDoSubfolders, true, result);
     if (search.Files().empty() || result != 0) {
       std::string text = sInput + (search.Files().empty() ? ": no file found" : ": not all of it could be searched");
       if (result != 0) text += " (" + search.LastErrorFolder() + ": " + search.LastErrorDescription() + ")";
@@ -120,7 +120,7 @@ class clsPlanner {
   bool CheckOutput() {
     const std::string& output = request_.sOutput;
     const std::string extension = UpperText(ExtensionOfPath(output));
-    if (FolderExists(output) && !request_.bBesideInput) {
+    if (FolderExists(output) && !request_.options.bSaveInOriginalFolder) {
       return Refuse(output + " is a folder; name a file in it, or a pattern such as " + WithSeparator(output) +
                     "*.csv");
     }

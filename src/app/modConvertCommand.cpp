@@ -1,7 +1,6 @@
 #include "modConvertCommand.h"
 
 #include <algorithm>
-#include <array>
 
 #include "clsLongRun.h"
 #include "clsOutputFile.h"
@@ -10,6 +9,7 @@
 #include "modBatchPlan.h"
 #include "modFiles.h"
 #include "modFrontDoor.h"
+#include "modOptionTable.h"
 #include "modPaths.h"
 #include "modProfileFile.h"
 #include "modSettings.h"
@@ -23,89 +23,48 @@ namespace {
 
 constexpr std::string_view kStandardStream = "-";
 
-bool OutputIs(const ConvertRequest& request, std::string_view sExtension) {
-  return request.sOutput == kStandardStream ? sExtension == "CSV"
-                                            : UpperText(ExtensionOfPath(request.sOutput)) == sExtension;
-}
 bool ByProfile(const ConvertRequest& request) {
   return !request.sProfile.empty();
 }
-bool NotByProfile(const ConvertRequest& request) {
-  return !ByProfile(request);
-}
-bool ToCsv(const ConvertRequest& request) {
-  return OutputIs(request, "CSV");
-}
-bool NotToCsv(const ConvertRequest& request) {
-  return !request.sOutput.empty() && !ToCsv(request);
-}
-bool NoSpecification(const ConvertRequest& request) {
-  return request.sSpecification.empty();
-}
 bool BySpecification(const ConvertRequest& request) {
-  return !NoSpecification(request);
+  return !request.sSpecification.empty();
 }
-bool NotByProfileToCsv(const ConvertRequest& request) {
-  return NotByProfile(request) || NotToCsv(request);
-}
-bool ToCsvOrByProfile(const ConvertRequest& request) {
-  return ToCsv(request) || ByProfile(request);
-}
-bool NothingToSearch(const ConvertRequest& request) {
-  return std::none_of(request.inputs.begin(), request.inputs.end(),
-                      [](const std::string& sInput) { return HasWildcards(sInput) || FolderExists(sInput); });
+bool IsGiven(const ConvertRequest& request, std::string_view sLong) {
+  return std::find(request.given.begin(), request.given.end(), sLong) != request.given.end();
 }
 
-/// An option that was given and does nothing in such a request.
-struct IgnoredOption {
-  std::string_view sName;
-  bool (*when)(const ConvertRequest&);
-  std::string_view sWhy;
-};
-constexpr std::array<IgnoredOption, 14> kIgnored{{
-    {"quote", NotByProfileToCsv, "it serves CSV output of the Profile method"},
-    {"start-cell", NotByProfile, "it serves the Profile method"},
-    {"as-text", NotByProfile, "it serves the Profile method"},
-    {"keep-pad", NotByProfile, "it serves the Profile method"},
-    {"utf16", NotByProfile, "it serves the Profile method"},
-    {"unix", ByProfile, "it serves the Recipe and Markup methods"},
-    {"tab-size", ByProfile, "it serves the Recipe and Markup methods"},
-    {"trim", ByProfile, "it serves the Recipe and Markup methods"},
-    {"delimiter", NotToCsv, "it serves CSV output"},
-    {"safe-csv", NotToCsv, "it serves CSV output"},
-    {"no-clear", ToCsvOrByProfile, "it serves workbooks of the Recipe and Markup methods"},
-    {"all-periods", NoSpecification, "it goes with --specification"},
-    {"beside-input", BySpecification, "a specification makes one output of all inputs"},
-    {"recursive", NothingToSearch, "no input is a pattern or a folder"},
-}};
+OptionUse UseOf(const ConvertRequest& request) {
+  const bool csv = request.sOutput == kStandardStream || UpperText(ExtensionOfPath(request.sOutput)) == "CSV";
+  const bool searches = std::any_of(request.inputs.begin(), request.inputs.end(), [](const std::string& sInput) {
+    return HasWildcards(sInput) || FolderExists(sInput);
+  });
+  return {request.options.lConversionMethod,
+          csv,
+          !csv && !request.sOutput.empty(),
+          BySpecification(request),
+          searches ? "" : "no input is a pattern or a folder",
+          BySpecification(request) ? "a specification makes one output of all inputs" : ""};
+}
 
 void TellWhatIsIgnored(const ConvertRequest& request, clsLongRun& run) {
-  for (const IgnoredOption& option : kIgnored) {
-    const bool given = std::find(request.given.begin(), request.given.end(), option.sName) != request.given.end();
-    if (given && option.when(request)) {
-      run.Note("--" + std::string(option.sName) + " has no effect here: " + std::string(option.sWhy));
+  const OptionUse use = UseOf(request);
+  for (const Option& option : OptionTable()) {
+    if (!option.sLong.empty() && IsGiven(request, option.sLong)) {
+      run.NoteIgnored("--" + std::string(option.sLong), WhyIgnored(option, use));
     }
   }
-  if (request.bBesideInput && HasSeparator(request.sOutput)) {
-    run.Note("the folder of OUTPUT has no effect here: each output is written beside its input");
+  if (request.options.bSaveInOriginalFolder && HasSeparator(request.sOutput)) {
+    run.NoteIgnored("the folder of OUTPUT", "each output is written beside its input");
   }
 }
 
+/// The options of the call with what its method says.
 void FillRecord(const ConvertRequest& request, clsConversionOptions& options) {
-  options.lConversionMethod = ByProfile(request) ? kMethodProfile : request.bMarkup ? kMethodMarkup : kMethodRecipe;
-  options.sRecipeFile = request.sSpecification.empty() ? request.sRecipe : request.sSpecification;
+  const std::string log = options.sLogFile;
+  options = request.options;
+  options.sLogFile = log;
+  options.sRecipeFile = BySpecification(request) ? request.sSpecification : request.sRecipe;
   if (ByProfile(request)) options.sFixedWidthProfile = ProfileFor(request.sProfile);
-  options.bDoSubfolders = request.bRecursive;
-  options.bSaveInOriginalFolder = request.bBesideInput;
-  options.bClearOutputFileBeforeProcessing = !request.bNoClear;
-  options.lDelimitationCharacter = request.lDelimiter;
-  options.lUseDoubleQuotes = request.lQuote;
-  options.lTabSize = request.lTabSize;
-  options.bUnix = request.bUnix;
-  options.sStartColRow = request.sStartCell;
-  options.bTreatDataAsText = request.bAsText;
-  options.bIsUnicode = request.bUtf16;
-  options.bTrimInputTextFilesPadCharacter = !request.bKeepPad;
 }
 
 /// A recipe beside a report of a named page is UTF-8 if it looks so, else of the same page.
@@ -113,7 +72,7 @@ std::optional<const clsCodePage*> RecipePage(const ConvertRequest& request) {
   constexpr size_t kLargestRecipe = size_t{16} << 20;
   std::string bytes;
   Failure ignored;
-  const bool named = !EqualNoCase(request.sEncoding, "auto");
+  const bool named = !EqualNoCase(request.options.sEncoding, "auto");
   if (!named || !ReadWholeFile(request.sRecipe, bytes, kLargestRecipe, ignored)) return std::nullopt;
   if (&DetectCodePage(bytes) == &clsCodePage::Utf8()) return &clsCodePage::Utf8();
   return std::nullopt;
@@ -128,9 +87,6 @@ Failure ToStandardOutput(const FileOutcome& outcome) {
 RunExtras ExtrasFor(const ConvertRequest& request, clsLongRun& run) {
   RunExtras extras = run.Extras();
   extras.recipePage = RecipePage(request);
-  extras.bTrimFields = request.bTrim;
-  extras.bSafeCsv = request.bSafeCsv;
-  extras.bAllPeriods = request.bAllPeriods;
   if (request.sOutput == kStandardStream) extras.handOn = ToStandardOutput;
   return extras;
 }
@@ -171,7 +127,7 @@ bool ConvertBySpecification(const ConvertRequest& request, clsLongRun& run, clsC
   }
   const FileOutcome& outcome = conversion.ConvertByLongRecipe(request.sOutput, request.inputs);
   const int32_t lLast = gRecipe().InputFileLast;
-  if (!request.bAllPeriods && outcome.lResult == 0 && lLast > 1) {
+  if (!request.options.bAllPeriods && outcome.lResult == 0 && lLast > 1) {
     run.Note("columns are taken from file " + std::to_string(lLast) +
              " of the period, and without --all-periods only file 1 is read: they stay empty");
   }
@@ -195,7 +151,7 @@ bool TakeStandardStreams(ConvertRequest& request, clsLongRun& run) {
   Failure failure;
   for (std::string& input : request.inputs) {
     if (input != kStandardStream) continue;
-    if (request.inputs.size() > 1 || request.bBesideInput) {
+    if (request.inputs.size() > 1 || request.options.bSaveInOriginalFolder) {
       run.Say("- as input goes with no other input and not with --beside-input");
       return false;
     }
@@ -224,11 +180,13 @@ std::string ProfileFor(const std::string& sName) {
 int ConvertCommand(const ConvertRequest& asked, const TalkRequest& talk) {
   ConvertRequest request = asked;
   clsLongRun run(talk);
-  OverrideSystemCodePage(clsCodePage::Find(request.sEncoding), EqualNoCase(request.sEncoding, "auto"));
+  request.options.lConversionMethod = ByProfile(request) ? kMethodProfile
+                                      : request.bMarkup  ? kMethodMarkup
+                                                         : kMethodRecipe;
+  OverrideSystemCodePage(clsCodePage::Find(request.options.sEncoding), EqualNoCase(request.options.sEncoding, "auto"));
   FillRecord(request, gConversionOptions);
   // Who names a tab stop needs no hint at tabs.
-  const bool tab_size_given = std::find(request.given.begin(), request.given.end(), "tab-size") != request.given.end();
-  run.fields.bWarnedAboutTabsInFile = tab_size_given;
+  run.fields.bWarnedAboutTabsInFile = IsGiven(request, "tab-size");
   if (!request.sReport.empty()) request.sReport = AbsolutePath(ExpandedPath(request.sReport));
   // Machines that share a home would take each other's work files for their own.
   if (request.shard) gsAppDataFolder = run.privateFolder.PathOf("");

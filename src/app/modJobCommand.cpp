@@ -1,12 +1,11 @@
 #include "modJobCommand.h"
 
-#include <array>
-
 #include "clsIniFile.h"
 #include "clsLineReader.h"
 #include "clsLongRun.h"
 #include "modFiles.h"
 #include "modFrontDoor.h"
+#include "modOptionTable.h"
 #include "modPaths.h"
 #include "modStrings.h"
 #include "modText.h"
@@ -17,47 +16,17 @@ namespace {
 
 using O = clsConversionOptions;
 
-bool OneFile(const O& options) {
-  return !HasWildcards(options.sInputFile);
-}
-bool ByProfile(const O& options) {
-  return options.lConversionMethod == kMethodProfile;
-}
-bool ToCsv(const O& options) {
-  return UpperText(ExtensionOfPath(options.sOutputFile)) == "CSV";
-}
-
-/// What a job holds and its run doesn't look at, where the value isn't the one that a new job has.
-struct IgnoredKey {
-  std::string_view sKey;
-  bool (*when)(const O&);
-  std::string_view sWhy;
-};
-constexpr std::array<IgnoredKey, 12> kIgnored{{
-    {"sSheetTarget", [](const O& o) { return o.sSheetTarget != "1"; }, "no conversion reads it"},
-    {"bDoSubfolders", [](const O& o) { return o.bDoSubfolders && OneFile(o); }, "the input is one file"},
-    {"bSaveInOriginalFolder", [](const O& o) { return o.bSaveInOriginalFolder && OneFile(o); },
-     "the input is one file"},
-    {"sOutputFile", [](const O& o) { return o.bSaveInOriginalFolder && !OneFile(o); },
-     "only its extension counts, as outputs are written beside their inputs"},
-    {"sRecipeFile", [](const O& o) { return !o.sRecipeFile.empty() && o.lConversionMethod != kMethodRecipe; },
-     "it serves the Recipe method"},
-    {"sStartColRow", [](const O& o) { return o.sStartColRow != "A1" && !ByProfile(o); },
-     "it serves the Profile method"},
-    {"bTreatDataAsText", [](const O& o) { return o.bTreatDataAsText && !ByProfile(o); },
-     "it serves the Profile method"},
-    {"bIsUnicode", [](const O& o) { return o.bIsUnicode && !ByProfile(o); }, "it serves the Profile method"},
-    {"lUseDoubleQuotes", [](const O& o) { return o.lUseDoubleQuotes != 1 && !(ByProfile(o) && ToCsv(o)); },
-     "it serves CSV output of the Profile method"},
-    {"lDelimitationCharacter", [](const O& o) { return o.lDelimitationCharacter != 44 && !ToCsv(o); },
-     "it serves CSV output"},
-    {"lTabSize", [](const O& o) { return o.lTabSize != 8 && ByProfile(o); }, "it serves the Recipe and Markup methods"},
-    {"bUnix", [](const O& o) { return o.bUnix && ByProfile(o); }, "it serves the Recipe and Markup methods"},
-}};
-
+/// Tells what a job holds and its run doesn't look at, where the value isn't the one that a new job has.
 void TellWhatIsIgnored(const O& options, clsLongRun& run) {
-  for (const IgnoredKey& key : kIgnored) {
-    if (key.when(options)) run.Note(std::string(key.sKey) + " has no effect here: " + std::string(key.sWhy));
+  const bool one_file = !HasWildcards(options.sInputFile);
+  const std::string_view sOneFile = one_file ? "the input is one file" : "";
+  const bool csv = UpperText(ExtensionOfPath(options.sOutputFile)) == "CSV";
+  const OptionUse use{options.lConversionMethod, csv, !csv, false, sOneFile, sOneFile};
+  for (const Option& option : OptionTable()) {
+    if (option.bInJob && IsOptionSet(option, options)) run.NoteIgnored(option.sName, WhyIgnored(option, use));
+  }
+  if (options.bSaveInOriginalFolder && !one_file) {
+    run.NoteIgnored("sOutputFile", "only its extension counts, as outputs are written beside their inputs");
   }
 }
 

@@ -8,6 +8,7 @@
 #include "modJobCommand.h"
 #include "modLookCommands.h"
 #include "modNumbers.h"
+#include "modOptionTable.h"
 #include "modText.h"
 #include "modVersion.h"
 
@@ -108,16 +109,57 @@ void AddMethodOptions(CLI::App& command, ConvertRequest& request) {
   method->require_option(1);
 }
 
-void AddReadingOptions(CLI::App& command, int32_t& lTabSize, bool& bUnix, std::string& sEncoding) {
-  command.add_option("--tab-size", lTabSize, "Tab stop of the input; 0 leaves tabs alone")
-      ->check(CLI::Range(0, 1000).description(""))
-      ->type_name("N")
-      ->capture_default_str();
-  command.add_flag("--unix", bUnix, "Unix line ends: every CR is dropped");
-  command.add_option("--encoding", sEncoding, "Code page of the input; auto looks at the text")
-      ->check(CLI::Validator(CheckEncoding, ""))
-      ->type_name("NAME")
-      ->capture_default_str();
+void AddDelimiter(CLI::App& command, const std::string& sName, const std::string& sHelp, int32_t& lDelimiter) {
+  command
+      .add_option_function<std::string>(
+          sName,
+          [sName, &lDelimiter](const std::string& sValue) {
+            const std::string wrong = SetDelimiter(sValue, lDelimiter);
+            if (!wrong.empty()) throw CLI::ValidationError(sName, wrong);
+          },
+          sHelp)
+      ->type_name("CHAR");
+}
+
+void AddNumber(CLI::App& command, const std::string& sName, const std::string& sHelp, const Option& option,
+               int32_t& lNumber) {
+  if (option.longValue == LongValue::Delimiter) return AddDelimiter(command, sName, sHelp, lNumber);
+  CLI::Option* const added = command.add_option(sName, lNumber, sHelp)->type_name(std::string(option.sLongType));
+  if (option.longValue == LongValue::Quote) {
+    const std::map<std::string, int32_t> words{{"never", 0}, {"sometimes", 1}, {"always", 2}};
+    added->transform(CLI::CheckedTransformer(words, CLI::ignore_case).description(""));
+  } else {
+    added->check(CLI::Range(0, 1000).description(""))->capture_default_str();
+  }
+}
+
+/// The long option of a row of the table, which sets the row's member.
+void AddOption(CLI::App& command, const Option& option, clsConversionOptions& options) {
+  const std::string sName =
+      (option.cShort != '\0' ? std::string("-") + option.cShort + "," : "") + "--" + std::string(option.sLong);
+  const std::string sHelp(option.sLongHelp);
+  if (const auto* truth = std::get_if<OptionTruth>(&option.field)) {
+    bool& bValue = options.**truth;
+    command.add_flag_callback(
+        sName, [&bValue, bTurned = !bValue] { bValue = bTurned; }, sHelp);
+  } else if (const auto* number = std::get_if<OptionNumber>(&option.field)) {
+    AddNumber(command, sName, sHelp, option, options.**number);
+  } else if (const auto* text = std::get_if<OptionText>(&option.field)) {
+    CLI::Option* const added =
+        command.add_option(sName, options.**text, sHelp)->type_name(std::string(option.sLongType));
+    if (option.longValue == LongValue::Encoding) {
+      added->check(CLI::Validator(CheckEncoding, ""))->capture_default_str();
+    }
+  }
+}
+
+/// How a report is read.
+void AddReadingOptions(CLI::App& command, clsConversionOptions& options) {
+  for (const Option& option : OptionTable()) {
+    if (option.sLong == "tab-size" || option.sLong == "unix" || option.sLong == "encoding") {
+      AddOption(command, option, options);
+    }
+  }
 }
 
 CLI::App* AddLookCommand(CLI::App& app, const std::string& sName, const std::string& sWhat, LookRequest& request,
@@ -143,7 +185,7 @@ CLI::App* AddPreview(CLI::App& app, LookRequest& request) {
       ->check(CLI::Range(1, 100000).description(""))
       ->type_name("N")
       ->capture_default_str();
-  AddReadingOptions(*command, request.lTabSize, request.bUnix, request.sEncoding);
+  AddReadingOptions(*command, request.options);
   return command;
 }
 
@@ -151,7 +193,7 @@ CLI::App* AddCheck(CLI::App& app, LookRequest& request) {
   CLI::App* const command = AddLookCommand(app, "check", "Say what a recipe finds in a report, and what it would lose",
                                            request, kCheckExamples);
   command->add_option("--recipe", request.sRecipe, "The recipe file")->required()->type_name("FILE");
-  AddReadingOptions(*command, request.lTabSize, request.bUnix, request.sEncoding);
+  AddReadingOptions(*command, request.options);
   return command;
 }
 
@@ -160,7 +202,7 @@ CLI::App* AddSuggest(CLI::App& app, LookRequest& request) {
                                            request, kSuggestExamples);
   command->add_option("-o,--output", request.sOutput, "The recipe file; standard output if not given")
       ->type_name("FILE");
-  AddReadingOptions(*command, request.lTabSize, request.bUnix, request.sEncoding);
+  AddReadingOptions(*command, request.options);
   return command;
 }
 
@@ -187,32 +229,9 @@ void AddConvertOptions(CLI::App& command, ConvertRequest& request) {
                   "Output file: .csv, .xlsx or .xls; with a * for many; - for CSV on standard output")
       ->type_name("OUTPUT");
   AddMethodOptions(command, request);
-  command.add_flag("-r,--recursive", request.bRecursive, "Patterns and folders reach into subfolders");
-  command.add_flag("--beside-input", request.bBesideInput, "Write each output beside its input");
-  command.add_flag("--no-clear", request.bNoClear, "Keep what the sheet of an existing workbook holds");
-  command
-      .add_option_function<std::string>(
-          "--delimiter",
-          [&request](const std::string& sValue) {
-            const std::string wrong = SetDelimiter(sValue, request.lDelimiter);
-            if (!wrong.empty()) throw CLI::ValidationError("--delimiter", wrong);
-          },
-          "Separator of CSV: a character, comma, tab, bar, semicolon, or a code")
-      ->type_name("CHAR");
-  command.add_option("--quote", request.lQuote, "Quotes of CSV by the Profile method: never, sometimes, always")
-      ->transform(CLI::CheckedTransformer(std::map<std::string, int32_t>{{"never", 0}, {"sometimes", 1}, {"always", 2}},
-                                          CLI::ignore_case)
-                      .description(""))
-      ->type_name("WORD");
-  AddReadingOptions(command, request.lTabSize, request.bUnix, request.sEncoding);
-  command.add_flag("--utf16", request.bUtf16, "Profile method: the input is UTF-16");
-  command.add_option("--start-cell", request.sStartCell, "Profile method: first cell to gather, such as B4")
-      ->type_name("CELL");
-  command.add_flag("--as-text", request.bAsText, "Profile method: leave values as text, leading zeros intact");
-  command.add_flag("--keep-pad", request.bKeepPad, "Profile method: keep the pad characters");
-  command.add_flag("--trim", request.bTrim, "Recipe and Markup: drop the blanks around fields");
-  command.add_flag("--safe-csv", request.bSafeCsv, "Make values harmless that a spreadsheet would run as formulas");
-  command.add_flag("--all-periods", request.bAllPeriods, "With --specification: the rows of every period's file");
+  for (const Option& option : OptionTable()) {
+    if (!option.sLong.empty()) AddOption(command, option, request.options);
+  }
   AddFleetOptions(command, request);
 }
 

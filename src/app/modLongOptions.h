@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "clsConversionOptions.h"
 #include "modShard.h"
 
 namespace quillon {
@@ -18,21 +19,7 @@ struct ConvertRequest {
   std::string sOutput;
   std::string sRecipe, sProfile, sSpecification;
   bool bMarkup = false;
-  bool bRecursive = false;
-  bool bBesideInput = false;
-  bool bNoClear = false;
-  int32_t lDelimiter = 44;
-  int32_t lQuote = 1;
-  int32_t lTabSize = 8;
-  bool bUnix = false;
-  std::string sEncoding = "auto";
-  std::string sStartCell = "A1";
-  bool bAsText = false;
-  bool bKeepPad = false;
-  bool bUtf16 = false;
-  bool bTrim = false;
-  bool bSafeCsv = false;
-  bool bAllPeriods = false;
+  clsConversionOptions options;  ///< What the rows of the option table say
   std::optional<Shard> shard;
   std::string sReport;
   bool bSkipDone = false;
@@ -50,10 +37,8 @@ struct LookRequest {
   std::string sRecipe, sProfile;
   int32_t lTable = 1;
   int64_t lRows = 20;
-  int32_t lTabSize = 8;
-  bool bUnix = false;
-  std::string sEncoding = "auto";
-  std::string sOutput;  ///< Of suggest; "" is standard output
+  clsConversionOptions options;  ///< How the report is read
+  std::string sOutput;           ///< Of suggest; "" is standard output
 };
 
 /// What both converting commands have.

@@ -36,11 +36,16 @@ class clsConversionOptions {
   bool bIsUnicode = false;          ///< Profile method
   std::string sFixedWidthProfile = "Default-Profile";
   bool bTrimInputTextFilesPadCharacter = true;  ///< Profile method
-  int32_t lCommandLineExitCode = 0;             ///< Declared; nothing reads or writes it
-  std::string sErr1, sErr2, sErr3;              ///< The pending log entry
-  int32_t lErr = 0;                             ///< Its code; stays until the log is cleared
-  std::string sReadMe, sReadMe2;                ///< Job notes of a run with windows
-  std::string sReadMeCommandLine;               ///< Job note of an unattended run
+  // Of the long options alone; no job file keeps them.
+  bool bTrimFields = false;  ///< Blanks around fields go
+  bool bSafeCsv = false;     ///< Cells that a spreadsheet would run are made harmless
+  bool bAllPeriods = false;  ///< Rows of every period's file, not of slot 1 alone
+  std::string sEncoding = "auto";
+  int32_t lCommandLineExitCode = 0;  ///< Declared; nothing reads or writes it
+  std::string sErr1, sErr2, sErr3;   ///< The pending log entry
+  int32_t lErr = 0;                  ///< Its code; stays until the log is cleared
+  std::string sReadMe, sReadMe2;     ///< Job notes of a run with windows
+  std::string sReadMeCommandLine;    ///< Job note of an unattended run
 
   /// Reads the job file key by key. A missing file and missing keys give the file's defaults, two of which differ from
   /// those of a new record: lConversionMethod 0 and bClearOutputFileBeforeProcessing False. A decimal key that is no

@@ -54,9 +54,6 @@ struct RunExtras {
   bool bSayMore = false;       ///< Entries get third lines that a slash run's log doesn't have
   /// How recipes are read, if not as reports; null: each by its content.
   std::optional<const clsCodePage*> recipePage;
-  bool bTrimFields = false;
-  bool bSafeCsv = false;
-  bool bAllPeriods = false;
   std::function<void()> jobAccepted;  ///< The checks are passed, nothing is converted yet
   std::function<void(size_t nFile, size_t nFiles, const std::string& sInput)> fileBegins;  ///< From 1
   /// Hands an output that was written on to where it is wanted. A failure makes the file a failed one.

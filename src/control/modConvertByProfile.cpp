@@ -62,7 +62,7 @@ void clsConversionRun::ConvertByProfile(int32_t& lResult) {
   OptOutputFileTypeSet(EngineOutputType(options_.sOutputFile, options_.bIsUnicode));
   OptOutputFileSet(options_.sOutputFile.c_str());
   const int32_t quotes_result = OptUseDoubleQuotesSet(options_.lUseDoubleQuotes);
-  Cellwright().Change().bSafeCsv = extras_.bSafeCsv;
+  Cellwright().Change().bSafeCsv = options_.bSafeCsv;
   Cellwright().TellProgress([this](int64_t lRow, int64_t lDone, int64_t lTotal) {
     host_.ShowProgress({options_.sInputFile, lRow, lDone, lTotal});
   });

@@ -127,8 +127,8 @@ void clsConversionRun::NameLongRun(clsRecipe& recipe, std::string_view sOutputFi
 int32_t clsConversionRun::CheckPeriodReports(const clsRecipe& recipe) {
   if (recipe.ExportSpecs.TablesCollection.empty()) return 0;
   for (int32_t lSlot = 1; lSlot <= clsRecipe::kFileSlots; ++lSlot) {
-    const bool bRead = extras_.bAllPeriods ? lSlot >= recipe.InputFileFirst && lSlot <= recipe.InputFileLast
-                                           : lSlot == 1 || lSlot == recipe.InputFileFirst;
+    const bool bRead = options_.bAllPeriods ? lSlot >= recipe.InputFileFirst && lSlot <= recipe.InputFileLast
+                                            : lSlot == 1 || lSlot == recipe.InputFileFirst;
     const std::string& sName = recipe.InputFileNameOf(lSlot);
     if (!bRead || IsFile(sName)) continue;
     return Refuse(kRecipeRunNoInput, sName.empty() ? "FileName" + std::to_string(lSlot) : sName);
@@ -161,9 +161,9 @@ RecipeOptions clsConversionRun::MakeRecipeOptions() const {
   recipe_options.pRecipePage = extras_.recipePage.value_or(SystemCodePage());
   recipe_options.lDelimitationCharacter = options_.lDelimitationCharacter;
   recipe_options.bClearOutputFileBeforeProcessing = options_.bClearOutputFileBeforeProcessing;
-  recipe_options.bTrimFields = extras_.bTrimFields;
-  recipe_options.bSafeCsv = extras_.bSafeCsv;
-  recipe_options.bAllPeriods = extras_.bAllPeriods;
+  recipe_options.bTrimFields = options_.bTrimFields;
+  recipe_options.bSafeCsv = options_.bSafeCsv;
+  recipe_options.bAllPeriods = options_.bAllPeriods;
   recipe_options.lTotalTimeStart = fields_.lTotalTimeStart;
   if (pWindow_ != nullptr) recipe_options.sFormCaption = pWindow_->Caption();
   return recipe_options;

@@ -1,12 +1,12 @@
 #include "modParseCommandLine.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 #include <vector>
 
 #include "modFiles.h"
 #include "modNumbers.h"
+#include "modOptionTable.h"
 #include "modPaths.h"
 #include "modSettings.h"
 #include "modStrings.h"
@@ -67,93 +67,31 @@ void SetNumber(int32_t& lOption, std::string_view sValue) {
   if (const auto value = ParseWholeNumber(sValue)) lOption = *value;
 }
 
-enum class Next { GoOn, RunNot };
-
-struct Call {
-  clsConversionOptions& options;
-  clsHost& host;
-  std::string_view sValue;
-};
-
-struct Switch {
-  char cLetter;
-  Next (*act)(const Call&);
-  std::string_view sUsage;
-};
-
-template <bool clsConversionOptions::*Field, bool Value>
-Next SetTruth(const Call& call) {
-  call.options.*Field = Value;
-  return Next::GoOn;
+std::string SwitchText(SwitchValue value, std::string_view sValue) {
+  switch (value) {
+    case SwitchValue::InputPath:
+      return InputPath(sValue);
+    case SwitchValue::OutputPath:
+    case SwitchValue::LogPath:
+      return OutputPath(sValue);
+    case SwitchValue::JobPath:
+    case SwitchValue::OpensWindow:
+      return JobPath(sValue);
+    default:
+      return RemoveDoubleQuotes(sValue);
+  }
 }
 
-template <int32_t clsConversionOptions::*Field>
-Next SetWhole(const Call& call) {
-  SetNumber(call.options.*Field, call.sValue);
-  return Next::GoOn;
+void SetBySwitch(const Option& option, std::string_view sValue, clsConversionOptions& options, clsHost& host) {
+  static const clsConversionOptions kNew;
+  if (const auto* text = std::get_if<OptionText>(&option.field)) options.** text = SwitchText(option.value, sValue);
+  if (const auto* number = std::get_if<OptionNumber>(&option.field)) SetNumber(options.**number, sValue);
+  if (const auto* truth = std::get_if<OptionTruth>(&option.field)) options.** truth = !(kNew.**truth);
+  if (option.lMethod >= 0) options.lConversionMethod = option.lMethod;
+  if (option.value == SwitchValue::LogPath) ApplyLogRule(options, host);
+  if (option.value == SwitchValue::OpensWindow) options.bOpenConversionJobOnly = true;
+  if (option.value == SwitchValue::Help) host.OpenPath(CommandLineHelpPage(), OpenVerb::Open);
 }
-
-template <std::string clsConversionOptions::*Field, std::string (*Rule)(std::string_view)>
-Next SetText(const Call& call) {
-  call.options.*Field = Rule(call.sValue);
-  return Next::GoOn;
-}
-
-Next SetLog(const Call& call) {
-  call.options.sLogFile = OutputPath(call.sValue);
-  ApplyLogRule(call.options, call.host);
-  return Next::GoOn;
-}
-
-Next SetProfile(const Call& call) {
-  call.options.lConversionMethod = kMethodProfile;
-  call.options.sFixedWidthProfile = RemoveDoubleQuotes(call.sValue);
-  return Next::GoOn;
-}
-
-Next SetRecipe(const Call& call) {
-  call.options.lConversionMethod = kMethodRecipe;
-  call.options.sRecipeFile = InputPath(call.sValue);
-  return Next::GoOn;
-}
-
-Next OpenJobOnly(const Call& call) {
-  call.options.bOpenConversionJobOnly = true;
-  call.options.sCLBatchJobFile = JobPath(call.sValue);
-  return Next::RunNot;
-}
-
-Next ShowHelp(const Call& call) {
-  call.host.OpenPath(CommandLineHelpPage(), OpenVerb::Open);
-  return Next::RunNot;
-}
-
-using O = clsConversionOptions;
-constexpr std::array<Switch, 21> kSwitches{{
-    {'C', SetTruth<&O::bClearOutputFileBeforeProcessing, false>,
-     "/C        don't clear the sheet of an existing workbook"},
-    {'G', SetTruth<&O::bSaveInOriginalFolder, true>, "/G        write each output beside its input"},
-    {'I', SetText<&O::sInputFile, InputPath>, "/IPATH    input file, or a wildcard over many"},
-    {'L', SetLog, "/LPATH    log file; [Y] [M] [D] [YMD] [MDY] [H] [I] [S] [HIS] become date and time"},
-    {'O', SetText<&O::sOutputFile, OutputPath>, "/OPATH    output file: .CSV, .XLS or .XLSX; with a * for many"},
-    {'P', SetProfile, "/PNAME    Profile method, with this profile"},
-    {'R', SetRecipe, "/RPATH    Recipe method, with this recipe"},
-    {'S', SetTruth<&O::bDoSubfolders, true>, "/S        subfolders too"},
-    {'D', SetWhole<&O::lDelimitationCharacter>,
-     "/DCODE    separator of CSV by character code: 44 comma, 9 tab, 124 bar"},
-    {'W', SetText<&O::sSheetTarget, RemoveDoubleQuotes>, "/WSHEET   sheet by name or number"},
-    {'Z', SetText<&O::sStartColRow, RemoveDoubleQuotes>, "/ZCELL    first cell, as A1 (Profile method)"},
-    {'E', SetWhole<&O::lUseDoubleQuotes>, "/EMODE    quotes: 0 never, 1 sometimes, 2 always (Profile method)"},
-    {'Y', SetTruth<&O::bTreatDataAsText, true>, "/Y        leave values as text (Profile method)"},
-    {'U', SetTruth<&O::bIsUnicode, true>, "/U        the input is UTF-16 (Profile method)"},
-    {'M', SetTruth<&O::bTrimInputTextFilesPadCharacter, false>, "/M        keep pad characters (Profile method)"},
-    {'V', SetTruth<&O::bVerbose, true>, "/V        show messages"},
-    {'T', SetWhole<&O::lTabSize>, "/TSIZE    tab stop of the input"},
-    {'A', SetTruth<&O::bUnix, true>, "/A        the input has Unix line ends"},
-    {'J', SetText<&O::sCLBatchJobFile, JobPath>, "/JPATH    run this conversion job"},
-    {'!', OpenJobOnly, "/!PATH    open this conversion job in the window"},
-    {'?', ShowHelp, "/?        this list, and the page about it"},
-}};
 
 /// The first "!" or "?", which ends the parse; "" if there is neither.
 std::string EndingSwitch(std::string_view sCommandLine) {
@@ -176,11 +114,13 @@ bool ParseCommandLine(std::string_view sCommandLine, clsConversionOptions& optio
   for (size_t index = 1; index < fields.size(); ++index) {
     // Two "/" in a row: the letter of the switch before acts again, with an empty value.
     if (!fields[index].bEmpty) letter = UpperText(fields[index].sLetter);
-    const auto found = std::find_if(kSwitches.begin(), kSwitches.end(), [&letter](const Switch& entry) {
-      return letter.size() == 1 && letter.front() == entry.cLetter;
+    const auto options_known = OptionTable();
+    const auto found = std::find_if(options_known.begin(), options_known.end(), [&letter](const Option& option) {
+      return letter.size() == 1 && letter.front() == option.cSwitch;
     });
-    if (found == kSwitches.end()) continue;
-    if (found->act({options, host, fields[index].sValue}) == Next::RunNot) return false;
+    if (found == options_known.end()) continue;
+    SetBySwitch(*found, fields[index].sValue, options, host);
+    if (found->value == SwitchValue::OpensWindow || found->value == SwitchValue::Help) return false;
   }
   return true;
 }
@@ -221,7 +161,9 @@ void ApplyLogRule(clsConversionOptions& options, clsHost& host) {
 
 std::string SwitchList() {
   std::string list;
-  for (const Switch& entry : kSwitches) list.append(entry.sUsage).append("\n");
+  for (const Option& option : OptionTable()) {
+    if (option.cSwitch != '\0') list.append("/").append(1, option.cSwitch).append(option.sSwitchHelp).append("\n");
+  }
   return list;
 }
 

@@ -97,9 +97,9 @@ class CommandLineTest(unittest.TestCase):
     def test_says_what_it_ignores(self):
         self.check("quillon convert in.txt -o o.xlsx --recipe r.rcp --delimiter ';' --quote always --recursive --quiet")
         self.check("quillon convert in.txt -o o.xlsx --recipe r.rcp --delimiter ';' --quote always -r", err=(
-            "quillon: note: --quote has no effect here: it serves CSV output of the Profile method\n"
-            "quillon: note: --delimiter has no effect here: it serves CSV output\n"
             "quillon: note: --recursive has no effect here: no input is a pattern or a folder\n"
+            "quillon: note: --delimiter has no effect here: it serves CSV output\n"
+            "quillon: note: --quote has no effect here: it serves CSV output of the Profile method\n"
             + CLOSING.format("1 file", 0, "1 table", 4, 2, 2)))
 
     def test_says_that_a_report_is_utf_16(self):
