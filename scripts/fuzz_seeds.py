@@ -2,6 +2,9 @@
 """Writes beginnings for the fuzz entries, a folder each, from golden cases, examples and texts of the tests."""
 
 import argparse
+import bz2
+import gzip
+import lzma
 import pathlib
 import re
 import struct
@@ -58,6 +61,8 @@ def from_reports(seeds, reports):
             seeds.add(entry, PLAIN, text)
         seeds.add("line_reader", BY_CONTENT, text)
         seeds.add("code_pages", b"\x00", text[:1500])
+        for packed in (gzip.compress(text), bz2.compress(text), lzma.compress(text), text.decode("latin-1").encode("utf-16")):
+            seeds.add("report_text", b"\x01", packed)
         seeds.add("csv_rows", bytes([0, 1, 8, 0, 9, 10, 19, 20, 9, 31, 40]), text)
         seeds.add("profile_roads", bytes([9, 6, 10, 32, 1, 12, 32, 2, 20, 32, 0]), text)
         seeds.add("utf16", b"\xff\xfe", text[:3000].decode("latin-1").encode("utf-16-le"))

@@ -6,7 +6,7 @@
 # Works as root and as a user with sudo, on a machine that has nothing but apt.
 set -euo pipefail
 
-build="g++ cmake ninja-build pkg-config libfmt-dev libcli11-dev nlohmann-json3-dev libzip-dev libisal-dev libgsf-1-dev zlib1g-dev cmark-gfm"
+build="g++ cmake ninja-build pkg-config libfmt-dev libcli11-dev nlohmann-json3-dev libzip-dev libisal-dev libgsf-1-dev zlib1g-dev libzstd-dev liblzma-dev libbz2-dev cmark-gfm"
 demo="python3"
 # The workbooks that the tests make are read back by programs of other makers.
 tests="python3 python3-openpyxl python3-xlrd python3-xlwt python3-xlsxwriter python3-lxml libgtest-dev libreoffice-calc-nogui gnumeric"

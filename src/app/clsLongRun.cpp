@@ -10,6 +10,7 @@
 #include "modNumbers.h"
 #include "modParseCommandLine.h"
 #include "modPaths.h"
+#include "modReportText.h"
 #include "modSettings.h"
 #include "modText.h"
 #include "modTranslator.h"
@@ -50,6 +51,7 @@ clsLongRun::clsLongRun(const TalkRequest& talk)
   // A language is used if the desktop program chose one; none is chosen here.
   if (!GetLanguage().empty()) InitializeTranslator(host, {});
   gbCommandLineMode = true;
+  ReportInput().bFindKinds = true;
   if (!talk.sLog.empty()) {
     gConversionOptions.sLogFile = AbsolutePath(ExpandedPath(talk.sLog));
     ApplyLogRule(gConversionOptions, host);
@@ -61,6 +63,7 @@ clsLongRun::clsLongRun(const TalkRequest& talk)
 
 clsLongRun::~clsLongRun() {
   host.StopProgress();
+  ResetReportInput();
   ResetTranslator();
 }
 
@@ -119,8 +122,7 @@ void clsLongRun::FileDone(const FileOutcome& outcome) {
   if (outcome.account.bOutputWritten) {
     for (const std::string& sName : outcome.account.namesRefused) Note(sName);
   }
-  const bool bReadAsUtf16 = gConversionOptions.lConversionMethod == kMethodProfile && gConversionOptions.bIsUnicode;
-  if (!bReadAsUtf16 && HasUtf16Mark(outcome.sInput)) Note(Printed(outcome.sInput) + kUtf16Note);
+  for (const std::string& sNote : ReportNotes(outcome.sInput)) Note(Printed(outcome.sInput) + ": " + sNote);
   if (talk_.bVerbose) SayAccount(outcome);
 }
 

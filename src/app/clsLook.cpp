@@ -7,6 +7,7 @@
 #include "clsQuietHost.h"
 #include "modConversionRun.h"
 #include "modFiles.h"
+#include "modReportText.h"
 #include "modSettings.h"
 #include "modStandardStreams.h"
 #include "modText.h"
@@ -23,13 +24,18 @@ clsLook::clsLook(const LookRequest& request) : request_(request) {
   gbCommandLineMode = true;
   OverrideSystemCodePage(clsCodePage::Find(request.options.sEncoding), EqualNoCase(request.options.sEncoding, "auto"));
   preview.sInput = request.sInput;
-  preview.text = {request.options.bUnix, SystemCodePage()};
+  preview.text = {.bUnix = request.options.bUnix, .pCodePage = SystemCodePage(), .bReport = true};
+  ReportInput().bFindKinds = true;
   preview.lTabSize = request.options.lTabSize;
   preview.lTable = request.lTable;
   preview.lRows = request.lRows;
 }
 
 clsLook::~clsLook() {
+  for (const std::string& sNote : ReportNotes(preview.sInput)) {
+    Say("note: " + WithoutControls(request_.sInput) + ": " + sNote);
+  }
+  ResetReportInput();
   ResetTranslator();
 }
 
@@ -46,7 +52,6 @@ bool clsLook::TakeInput() {
     Say(preview.sInput + ": no such file");
     return false;
   }
-  if (HasUtf16Mark(preview.sInput)) Say("note: " + WithoutControls(preview.sInput) + kUtf16Note);
   return true;
 }
 

@@ -14,6 +14,7 @@
 #include "modConvertCommand.h"
 #include "modExcelLink.h"
 #include "modFiles.h"
+#include "modPacked.h"
 #include "modPaths.h"
 #include "modProfileFile.h"
 #include "modRunMessages.h"
@@ -230,7 +231,7 @@ std::string OutputPathFor(std::string_view sOutput, std::string_view sInput, std
   const std::string_view last = sOutput.substr(name);
   const size_t star = last.find('*');
   if (star == std::string_view::npos) return path.append(last);
-  return path.append(last.substr(0, star)).append(BaseNameOfPath(sInput)).append(last.substr(star + 1));
+  return path.append(last.substr(0, star)).append(BaseNameOfReport(sInput)).append(last.substr(star + 1));
 }
 
 bool PlanBatch(const ConvertRequest& request, clsLongRun& run, std::vector<PlannedFile>& files) {

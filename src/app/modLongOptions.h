@@ -10,9 +10,6 @@
 
 namespace quillon {
 
-/// What is said behind the name of a report that would be read as gibberish.
-constexpr const char* kUtf16Note = " begins as UTF-16 text does, which the Profile method alone reads, with --utf16";
-
 /// What `quillon convert` was asked for.
 struct ConvertRequest {
   std::vector<std::string> inputs;  ///< Files, patterns, folders, or "-"

@@ -6,7 +6,9 @@
 #include "modFileListing.h"
 #include "modFiles.h"
 #include "modNumbers.h"
+#include "modPacked.h"
 #include "modPaths.h"
+#include "modReportText.h"
 #include "modSettings.h"
 #include "modStrings.h"
 #include "modText.h"
@@ -162,7 +164,7 @@ void clsConversionRun::NameOutput(const BatchOutput& output, std::string& sFolde
     if (target != sFolderMade) MakeFolderPath(target);
     sFolderMade = target;
   }
-  options_.sOutputFile = target + BaseNameOfPath(options_.sInputFile) + "." + output.sOutputExtension;
+  options_.sOutputFile = target + BaseNameOfReport(options_.sInputFile) + "." + output.sOutputExtension;
 }
 
 void clsConversionRun::WarnOfSecondOutput() {
@@ -195,6 +197,7 @@ const FileOutcome& clsConversionRun::Convert(const std::function<void(int32_t& l
     if (failure.Failed()) outcome_.Fail(failure.sText);
   }
   if (extras_.fileDone) extras_.fileDone(outcome_);
+  ForgetReportTexts();
   return outcome_;
 }
 

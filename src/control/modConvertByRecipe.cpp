@@ -158,6 +158,7 @@ RecipeOptions clsConversionRun::MakeRecipeOptions() const {
   RecipeOptions recipe_options;
   recipe_options.text.bUnix = options_.bUnix;
   recipe_options.text.pCodePage = SystemCodePage();
+  recipe_options.text.bReport = true;
   recipe_options.pRecipePage = extras_.recipePage.value_or(SystemCodePage());
   recipe_options.lDelimitationCharacter = options_.lDelimitationCharacter;
   recipe_options.bClearOutputFileBeforeProcessing = options_.bClearOutputFileBeforeProcessing;

@@ -1,45 +1,15 @@
 #include "clsCodePage.h"
 
-#include <iconv.h>
-
 #include <map>
 #include <mutex>
 #include <vector>
 
+#include "modPageCharacters.h"
 #include "modText.h"
 
 namespace quillon {
 
 namespace {
-
-/// The converter of iconv, closed with its scope.
-class clsConverter {
- public:
-  explicit clsConverter(const std::string& sFrom) : handle_(iconv_open("UTF-32LE", sFrom.c_str())) {}
-  clsConverter(const clsConverter&) = delete;
-  clsConverter& operator=(const clsConverter&) = delete;
-  ~clsConverter() {
-    if (Works()) iconv_close(handle_);
-  }
-  // iconv_open's failure value is (iconv_t)-1; comparing it as a number avoids the cast of its macro.
-  bool Works() const { return reinterpret_cast<intptr_t>(handle_) != -1; }
-
-  /// The character of one byte; 0 if the byte alone stands for none (a hole, or a multi-byte page).
-  char32_t CharOf(unsigned char byte) const {
-    char in = static_cast<char>(byte);
-    char32_t out = 0;
-    char* pIn = &in;
-    char* pOut = reinterpret_cast<char*>(&out);
-    size_t nIn = 1;
-    size_t nOut = sizeof out;
-    iconv(handle_, nullptr, nullptr, nullptr, nullptr);
-    const size_t nResult = iconv(handle_, &pIn, &nIn, &pOut, &nOut);
-    return nResult == static_cast<size_t>(-1) || nIn != 0 || nOut != 0 ? 0 : out;
-  }
-
- private:
-  iconv_t handle_;
-};
 
 std::string IconvName(std::string_view sName) {
   const std::string sUpper = UpperText(sName);
@@ -55,14 +25,13 @@ void clsCodePage::Pair(unsigned char byte, char32_t ch) {
 }
 
 std::unique_ptr<clsCodePage> clsCodePage::Load(std::string_view sName) {
-  const std::string sIconv = IconvName(sName);
-  const clsConverter converter(sIconv);
-  if (!converter.Works()) return nullptr;
+  PageCharacters characters{};
+  if (!FindPageCharacters(IconvName(sName), characters)) return nullptr;
   std::unique_ptr<clsCodePage> page(new clsCodePage(std::string(sName), false));
   std::vector<unsigned char> holes;
   for (int i = 0; i < 256; ++i) {
     const auto byte = static_cast<unsigned char>(i);
-    const char32_t ch = converter.CharOf(byte);
+    const char32_t ch = characters[byte];
     if (i < 0x80 && ch != static_cast<char32_t>(i)) return nullptr;  // EBCDIC, UTF-16: rows would not end at LF
     if (i > 0 && ch == 0) {
       holes.push_back(byte);

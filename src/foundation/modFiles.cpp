@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <chrono>
 #include <cmath>
@@ -199,16 +198,6 @@ bool GetFileTimes(std::string_view sPath, FileTimes& times, bool bLocal) {
 int64_t FileSizeOf(std::string_view sPath) {
   struct stat info {};
   return Look(sPath, info) ? static_cast<int64_t>(info.st_size) : -1;
-}
-
-bool HasUtf16Mark(std::string_view sPath) {
-  std::array<char, 2> mark{};
-  const int nHandle = OpenHandle(HostPath(sPath), O_RDONLY | O_NONBLOCK);
-  if (nHandle < 0) return false;
-  const bool bRead = ReadHandleAt(nHandle, mark.data(), mark.size(), 0) == static_cast<int64_t>(mark.size());
-  close(nHandle);
-  const std::string_view sMark(mark.data(), mark.size());
-  return bRead && (sMark == "\xFF\xFE" || sMark == "\xFE\xFF");
 }
 
 std::string UniqueTempFileName(std::string_view sFolder, std::string_view sPrefix, std::string_view sExtension) {

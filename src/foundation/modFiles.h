@@ -46,7 +46,6 @@ struct FileTimes {
 /// A file that can't be looked at leaves the times as they are and gives False.
 bool GetFileTimes(std::string_view sPath, FileTimes& times, bool bLocal);
 int64_t FileSizeOf(std::string_view sPath);  ///< -1 on failure
-bool HasUtf16Mark(std::string_view sPath);   ///< The file begins with the byte order mark of UTF-16
 
 /// A name in the folder that no file has yet; "" if none was found.
 std::string UniqueTempFileName(std::string_view sFolder, std::string_view sPrefix, std::string_view sExtension);

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 
 namespace quillon {
 
@@ -16,10 +17,31 @@ auto Repeat(Call call) {
   return result;
 }
 
+int OpenNamelessIn(const char* folder) {
+  const int nHandle = OpenHandle(folder, O_TMPFILE | O_RDWR, 0600);
+  if (nHandle >= 0) return nHandle;
+  // Some file systems have no nameless files.
+  std::string sName = std::string(folder) + "/quillon-XXXXXX";
+  const int nNamed = mkostemp(sName.data(), O_CLOEXEC);
+  if (nNamed >= 0) unlink(sName.c_str());
+  return nNamed;
+}
+
 }  // namespace
 
 int OpenHandle(const std::string& sHostPath, int nFlags, unsigned nMode) {
   return Repeat([&] { return open(sHostPath.c_str(), nFlags | O_CLOEXEC, nMode); });
+}
+
+int OpenNamelessFile() {
+  const char* const chosen = std::getenv("TMPDIR");
+  if (chosen != nullptr && *chosen != '\0') {
+    const int nHandle = OpenNamelessIn(chosen);
+    if (nHandle >= 0) return nHandle;
+  }
+  // /tmp is memory on many systems.
+  const int nHandle = OpenNamelessIn("/var/tmp");
+  return nHandle >= 0 ? nHandle : OpenNamelessIn("/tmp");
 }
 
 int64_t ReadHandle(int nHandle, char* pBytes, size_t nBytes) {

@@ -9,6 +9,8 @@
 namespace quillon {
 
 int OpenHandle(const std::string& sHostPath, int nFlags, unsigned nMode = 0);
+/// A temporary file without a name ($TMPDIR, else /var/tmp, else /tmp), which is gone with its last handle.
+int OpenNamelessFile();
 /// Up to nBytes; 0 at the end, -1 on a failure.
 int64_t ReadHandle(int nHandle, char* pBytes, size_t nBytes);
 int64_t ReadHandleAt(int nHandle, char* pBytes, size_t nBytes, int64_t nOffset);

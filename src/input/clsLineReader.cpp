@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "modFiles.h"
+#include "modReportText.h"
 #include "modSystemIo.h"
 #include "modTextEnds.h"
 #include "modTranslator.h"
@@ -58,7 +59,8 @@ bool clsLineReader::Open(std::string_view sPath, const TextFileOptions& options,
   failure_ = {};
   options_ = options;
   sPath_ = sPath;
-  nHandle_ = OpenOrdinaryFile(sPath, nEnd_, failure);
+  bCutShort_ = false;
+  nHandle_ = options.bReport ? OpenReport(failure) : OpenOrdinaryFile(sPath, nEnd_, failure);
   if (nHandle_ < 0) return false;
   if (Prepare()) return true;
   failure = failure_;
@@ -66,11 +68,21 @@ bool clsLineReader::Open(std::string_view sPath, const TextFileOptions& options,
   return false;
 }
 
+int clsLineReader::OpenReport(Failure& failure) {
+  ReportText text;
+  if (!OpenReportText(sPath_, options_.lMostBytes, text, failure)) return -1;
+  nEnd_ = text.nBytes;
+  bCutShort_ = text.bCutShort;
+  if (text.bUtf8) options_.pCodePage = &clsCodePage::Utf8();
+  return text.nHandle;
+}
+
 void clsLineReader::OpenMemory(std::string_view sBytes, const TextFileOptions& options) {
   Close();
   failure_ = {};
   options_ = options;
   sPath_.clear();
+  bCutShort_ = false;
   window_ = sBytes;
   nFilePos_ = nEnd_ = static_cast<int64_t>(sBytes.size());
   Prepare();
@@ -89,13 +101,13 @@ bool clsLineReader::Prepare() {
   tabs_ = Tabs::Unknown;
   ends_ = Ends::Lf;
   nStart_ = 0;
-  bCutShort_ = false;
   const bool bMemory = nHandle_ < 0;
   if (!bMemory) {
     nFilePos_ = 0;
     window_ = {};
-    bCutShort_ = options_.lMostBytes > 0 && nEnd_ > options_.lMostBytes;
-    if (bCutShort_) nEnd_ = options_.lMostBytes;
+    const bool bTooLong = options_.lMostBytes > 0 && nEnd_ > options_.lMostBytes;
+    if (bTooLong) nEnd_ = options_.lMostBytes;
+    bCutShort_ = bCutShort_ || bTooLong;
     if (!(bCutShort_ ? FindEndOfRows(nHandle_, nEnd_) : FindEndOfText(nHandle_, nEnd_))) return Fail(errno);
   } else {
     window_ = TextBeforeMarks(window_);
@@ -168,7 +180,7 @@ bool clsLineReader::Fill() {
   if (buffer_.size() < nLeft + nRoom + kRoomBehind) buffer_.resize(nLeft + nRoom + kRoomBehind);
   const auto nWant = static_cast<size_t>(
       std::min<int64_t>(static_cast<int64_t>(buffer_.size() - nLeft - kRoomBehind), nEnd_ - nFilePos_));
-  const int64_t nGot = ReadHandle(nHandle_, buffer_.data() + nLeft, nWant);
+  const int64_t nGot = ReadHandleAt(nHandle_, buffer_.data() + nLeft, nWant, nFilePos_);
   if (nGot < 0) failure_ = SystemFailure(sPath_, errno);
   if (nGot <= 0) nEnd_ = nFilePos_;
   nFilePos_ += std::max<int64_t>(nGot, 0);

@@ -17,6 +17,9 @@ struct TextFileOptions {
   /// Above 0: a longer file is read as if it ended with the last row that ends in its first so many bytes (in the
   /// middle of a row if none does). For looks that must not take long.
   int64_t lMostBytes = 0;
+  /// A report: what is no text yet is made into text first, by the choices in force (see modReportText). All other
+  /// files are read as they stand.
+  bool bReport = false;
 };
 
 /// The one reader of rows: reports, recipes, profiles, marks.
@@ -77,6 +80,7 @@ class clsLineReader {
  private:
   enum class Ends { Lf, Cr };
 
+  int OpenReport(Failure& failure);
   bool Prepare();
   bool Fail(int nError);
   bool ScanForEnds();

@@ -10,8 +10,8 @@
 #include "modCellTyping.h"
 #include "modCharacterList.h"
 #include "modExcelLink.h"
-#include "modFileState.h"
 #include "modPaths.h"
+#include "modReportChange.h"
 #include "modSettings.h"
 #include "modTranslator.h"
 #include "modTurns.h"
@@ -108,7 +108,8 @@ EngineResult clsCellwright::ConvertFile() {
     if (reader.Open(options_.sInputFile, failure)) return Convert(reader, clsCodePage::Utf8());
   } else {
     clsLineReader reader;
-    if (reader.Open(options_.sInputFile, {.bUnix = false, .pCodePage = SystemCodePage()}, failure)) {
+    const TextFileOptions text{.bUnix = false, .pCodePage = SystemCodePage(), .bReport = true};
+    if (reader.Open(options_.sInputFile, text, failure)) {
       return Convert(reader, reader.CodePage());
     }
   }

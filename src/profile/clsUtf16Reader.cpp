@@ -8,7 +8,6 @@
 #include "clsLineReader.h"
 #include "modFiles.h"
 #include "modSystemIo.h"
-#include "modText.h"
 #include "modTextEnds.h"
 #include "modTranslator.h"
 #include "modTurns.h"
@@ -18,15 +17,6 @@ namespace quillon {
 namespace {
 
 constexpr size_t kBlockBytes = size_t{256} << 10;
-constexpr char32_t kReplacement = 0xFFFD;
-
-bool IsHigh(char16_t unit) {
-  return (unit & 0xFC00) == 0xD800;
-}
-bool IsLow(char16_t unit) {
-  return (unit & 0xFC00) == 0xDC00;
-}
-
 }  // namespace
 
 void clsUtf16Reader::Close() {
@@ -48,27 +38,16 @@ bool clsUtf16Reader::Open(std::string_view sPath, Failure& failure) {
 /// Looks at both ends and at the kind of line ends before the first row is handed out.
 bool clsUtf16Reader::Prepare() {
   nPos_ = 0;
-  lRow_ = lReplaced_ = 0;
-  high_ = 0;
+  lRow_ = 0;
+  units_ = {};
   bEnded_ = false;
-  bBigEndian_ = false;
   text_.clear();
   nText_ = 0;
   block_.resize(kBlockBytes);
   size_t nGot = 0;
   if (!ReadBlock(0, nGot)) return false;
-  if (nGot >= 2) {
-    const char16_t mark = UnitAt(0);
-    bBigEndian_ = mark == 0xFFFE;
-    if (bBigEndian_ || mark == 0xFEFF) nPos_ = 2;
-  }
+  nPos_ = static_cast<int64_t>(units_.TakeMark({block_.data(), nGot}));
   return FindEndOfText() && FindLineEnd();
-}
-
-char16_t clsUtf16Reader::UnitAt(size_t nByte) const {
-  const auto first = static_cast<unsigned char>(block_[nByte]);
-  const auto second = static_cast<unsigned char>(block_[nByte + 1]);
-  return static_cast<char16_t>(bBigEndian_ ? first << 8 | second : second << 8 | first);
 }
 
 bool clsUtf16Reader::ReadBlock(int64_t nPos, size_t& nGot) {
@@ -98,7 +77,7 @@ bool clsUtf16Reader::FindEndOfText() {
     if (!ReadBlock(nFrom, nGot)) return false;
     if (nGot < static_cast<size_t>(nEnd - nFrom)) return true;
     for (; nEnd > nFrom; nEnd -= 2) {
-      const char16_t unit = UnitAt(static_cast<size_t>(nEnd - nFrom) - 2);
+      const char16_t unit = units_.UnitAt({block_.data(), nGot}, static_cast<size_t>(nEnd - nFrom) - 2);
       if (unit == 0x1A) bMark = true;
       if (unit == 0x1A || unit == 0) continue;
       if (bMark) nEnd_ = nEnd;
@@ -117,7 +96,7 @@ bool clsUtf16Reader::FindLineEnd() {
     size_t nGot = 0;
     if (!ReadBlock(nPos, nGot)) return false;
     for (size_t n = 0; n + 1 < nGot; n += 2) {
-      const char16_t unit = UnitAt(n);
+      const char16_t unit = units_.UnitAt({block_.data(), nGot}, n);
       if (unit == '\n') return true;
       bCr = bCr || unit == '\r';
     }
@@ -128,45 +107,10 @@ bool clsUtf16Reader::FindLineEnd() {
   return true;
 }
 
-void clsUtf16Reader::TakeUnit(char16_t unit) {
-  if (high_ != 0 && IsLow(unit)) {
-    AppendUtf8(0x10000 + ((char32_t{high_} & 0x3FF) << 10) + (unit & 0x3FF), text_);
-    high_ = 0;
-    return;
-  }
-  if (high_ != 0) {
-    AppendUtf8(kReplacement, text_);
-    ++lReplaced_;
-    high_ = 0;
-  }
-  if (IsHigh(unit)) {
-    high_ = unit;
-  } else if (IsLow(unit)) {
-    AppendUtf8(kReplacement, text_);
-    ++lReplaced_;
-  } else {
-    AppendUtf8(unit, text_);
-  }
-}
-
-void clsUtf16Reader::Convert(size_t nBytes) {
-  for (size_t n = 0; n + 1 < nBytes; n += 2) {
-    const char16_t unit = UnitAt(n);
-    if (unit < 0x80 && high_ == 0) {
-      text_.push_back(static_cast<char>(unit));
-    } else {
-      TakeUnit(unit);
-    }
-  }
-}
-
 /// What is left at the end of the file: half a character or half a pair, one of each at most.
 void clsUtf16Reader::EndConversion() {
   bEnded_ = true;
-  const int64_t lBroken = (high_ != 0 ? 1 : 0) + (nEnd_ % 2 != 0 ? 1 : 0);
-  for (int64_t i = 0; i < lBroken; ++i) AppendUtf8(kReplacement, text_);
-  lReplaced_ += lBroken;
-  high_ = 0;
+  units_.End(nEnd_ % 2 != 0, text_);
 }
 
 /// Converts the next block behind what is left of the text. False at the end and on a failure.
@@ -181,7 +125,7 @@ bool clsUtf16Reader::Fill() {
   }
   size_t nGot = 0;
   if (!ReadBlock(nPos_, nGot)) return false;
-  Convert(nGot);
+  units_.Convert({block_.data(), nGot}, text_);
   nPos_ += static_cast<int64_t>(nGot);
   if (nGot == 0 || nPos_ >= nEnd_) EndConversion();
   return true;

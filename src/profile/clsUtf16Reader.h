@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "clsUtf16Text.h"
 #include "modFailure.h"
 
 namespace quillon {
@@ -31,7 +32,7 @@ class clsUtf16Reader {
   int64_t BytesDone() const { return nPos_; }
   int64_t BytesTotal() const { return nEnd_; }
   /// Characters that could not be read, each of which became U+FFFD.
-  int64_t Replaced() const { return lReplaced_; }
+  int64_t Replaced() const { return units_.Replaced(); }
   const Failure& LastFailure() const { return failure_; }
 
  private:
@@ -40,21 +41,16 @@ class clsUtf16Reader {
   bool FindLineEnd();
   bool ReadBlock(int64_t nPos, size_t& nGot);
   bool Fill();
-  void Convert(size_t nBytes);
-  void TakeUnit(char16_t unit);
   void EndConversion();
-  char16_t UnitAt(size_t nByte) const;
 
   int nHandle_ = -1;
   std::string sPath_;
   Failure failure_;
-  bool bBigEndian_ = false;
+  clsUtf16Text units_;
   char end_ = '\n';
   int64_t nPos_ = 0;  ///< Byte of the file behind what was converted
   int64_t nEnd_ = 0;
   int64_t lRow_ = 0;
-  int64_t lReplaced_ = 0;
-  char16_t high_ = 0;  ///< A high surrogate that waits for its partner
   bool bEnded_ = false;
   std::vector<char> block_;
   std::string text_;  ///< Converted, not yet handed out from nText_ on

@@ -9,8 +9,8 @@
 #include "clsHost.h"
 #include "clsLineReader.h"
 #include "modFileOutcome.h"
-#include "modFileState.h"
 #include "modPaths.h"
+#include "modReportChange.h"
 #include "modTurns.h"
 
 namespace quillon {

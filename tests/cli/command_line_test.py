@@ -102,13 +102,6 @@ class CommandLineTest(unittest.TestCase):
             "quillon: note: --quote has no effect here: it serves CSV output of the Profile method\n"
             + CLOSING.format("1 file", 0, "1 table", 4, 2, 2)))
 
-    def test_says_that_a_report_is_utf_16(self):
-        (self.work / "in.txt").write_bytes(self.text("in.txt").encode("utf-16"))
-        said = "quillon: note: in.txt begins as UTF-16 text does, which the Profile method alone reads, with --utf16\n"
-        for line, told in [("quillon convert in.txt -o o.csv --recipe r.rcp", True), ("quillon suggest in.txt", True),
-                           ("quillon convert in.txt -o o.csv --profile Default-Profile --utf16", False)]:
-            self.assertEqual(said in self.world.run(line)[1], told, line)
-
     def test_wrong_use_ends_with_2_and_touches_nothing(self):
         before = self.made()
         missing = " is missing"

@@ -1,11 +1,9 @@
 #include "clsSpool.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <vector>
 
 #include "clsOutputFile.h"
@@ -17,27 +15,6 @@ namespace {
 
 constexpr size_t kChunkBytes = size_t{1} << 20;
 constexpr size_t kCopyBytes = size_t{256} << 10;
-
-int OpenNamelessIn(const char* folder) {
-  const int nHandle = OpenHandle(folder, O_TMPFILE | O_RDWR, 0600);
-  if (nHandle >= 0) return nHandle;
-  // Some file systems have no nameless files.
-  std::string sName = std::string(folder) + "/quillon-XXXXXX";
-  const int nNamed = mkostemp(sName.data(), O_CLOEXEC);
-  if (nNamed >= 0) unlink(sName.c_str());
-  return nNamed;
-}
-
-int OpenNameless() {
-  const char* const chosen = std::getenv("TMPDIR");
-  if (chosen != nullptr && *chosen != '\0') {
-    const int nHandle = OpenNamelessIn(chosen);
-    if (nHandle >= 0) return nHandle;
-  }
-  // /tmp is memory on many systems.
-  const int nHandle = OpenNamelessIn("/var/tmp");
-  return nHandle >= 0 ? nHandle : OpenNamelessIn("/tmp");
-}
 
 }  // namespace
 
@@ -77,7 +54,7 @@ void clsSpool::Write(std::string_view sBytes) {
 }
 
 void clsSpool::Flush(std::string_view sBytes) {
-  if (nHandle_ < 0) nHandle_ = OpenNameless();
+  if (nHandle_ < 0) nHandle_ = OpenNamelessFile();
   if (nHandle_ < 0 || !WriteHandle(nHandle_, sBytes.data(), sBytes.size()))
     failure_ = SystemFailure("temporary file", errno);
   nInFile_ += static_cast<int64_t>(sBytes.size());

@@ -2,9 +2,6 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
-
-#include "modFailure.h"
 
 namespace quillon {
 
@@ -16,9 +13,5 @@ struct FileState {
   static FileState Of(const std::string& sHostPath);
   bool operator==(const FileState&) const = default;
 };
-
-/// Why what was read of a report since that state isn't to be trusted: it was written to, replaced or removed, so
-/// rows may be missing or mixed. No failure for one that was not there.
-Failure ReportChange(std::string_view sPath, const FileState& before);
 
 }  // namespace quillon
