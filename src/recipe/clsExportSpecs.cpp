@@ -1,6 +1,8 @@
 #include "clsExportSpecs.h"
 
+#include "clsRecipe.h"
 #include "modRecipeMessages.h"
+#include "modTidyRecipe.h"
 
 namespace quillon {
 
@@ -56,9 +58,28 @@ bool clsExportSpecs::ReadFromFile(RecipeContext& context, clsSectionFile& file) 
   lConsolidates_ = CountMatchingLines(file, kConsolidates);
   ReadSectionSequence(file);
   ReadSections(context, file, lTitles_, TitlesCollection);
-  ReadSections(context, file, lTables_, TablesCollection);
+  ReadTables(context, file);
   ReadSections(context, file, lConsolidates_, ConsolidateCollection);
   return true;
+}
+
+void clsExportSpecs::ReadTables(RecipeContext& context, clsSectionFile& file) {
+  const clsTidyTables tidy(file);
+  if (!tidy.Any()) return ReadSections(context, file, lTables_, TablesCollection);
+  TablesCollection.clear();
+  for (int32_t n = 1; n <= lTables_ && file.MayReadOn(); ++n) {
+    clsTable& table = TablesCollection.emplace_back();
+    if (!tidy.Has(n)) {
+      file.Rewind();
+      table.ReadFromFileSequentially(context, file, n);
+      continue;
+    }
+    TidyFault fault;
+    if (!tidy.Read(n, table.tidy.emplace(), fault) || !PlaceRuler(context, {}, *table.tidy, fault)) {
+      ReportTidyFault(context.host, context.recipe.ExportSpecFileName, fault);
+      table.tidy.reset();
+    }
+  }
 }
 
 void clsExportSpecs::ReadSectionSequence(clsSectionFile& file) {

@@ -63,8 +63,10 @@ class clsExportSpecs {
  private:
   struct SectionIndexes {
     size_t nTitle = 0, nTable = 0, nConsolidate = 0;
+    bool bTidyRan = false;  ///< The tables of records, which read the report together
   };
   void ReadSectionSequence(clsSectionFile& file);
+  void ReadTables(RecipeContext& context, clsSectionFile& file);
   bool ProcessSection(RecipeContext& context, clsOutputFile* csv_file_handle, const std::string& sKind,
                       SectionIndexes& indexes);
 

@@ -1,5 +1,8 @@
+#include <utility>
+
 #include "clsExportSpecs.h"
 #include "clsRecipe.h"
+#include "clsTidyRun.h"
 #include "clsWorkbook.h"
 #include "modNumbers.h"
 #include "modRecipeFailures.h"
@@ -75,6 +78,10 @@ bool clsExportSpecs::ProcessSection(RecipeContext& context, clsOutputFile* csv_f
     const size_t n = indexes.nTable++;
     context.host.SetCaption(Translate(" Exporting Table ") + std::to_string(n + 1) + ":");
     if (n >= TablesCollection.size()) return missing();
+    if (TablesCollection[n].tidy) {
+      ++ProcessedTables;
+      return std::exchange(indexes.bTidyRan, true) || RunTidyTables(context, csv_file_handle);
+    }
     TablesCollection[n].lDelimitationChar = context.options.lDelimitationCharacter;
     if (!TablesCollection[n].Process(context, csv_file_handle)) return false;
     if (!FatalProcessError) ++ProcessedTables;

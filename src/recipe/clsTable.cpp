@@ -1,6 +1,7 @@
 #include "clsTable.h"
 
 #include "modRecipeMessages.h"
+#include "modTidyRecipe.h"
 
 namespace quillon {
 
@@ -32,6 +33,7 @@ void clsTable::ReadFromFileSequentially(RecipeContext& context, clsSectionFile& 
 }
 
 void clsTable::WriteToFile(clsSectionWriter& file, int32_t table_number) const {
+  if (tidy) return WriteTidyTable(file, *tidy);
   const std::string sSection = "Table " + std::to_string(table_number);
   file.Set(sSection, "ReadStartLine", ReadStartLine);
   file.Set(sSection, "ReadStartLineOffset", ReadStartLineOffset);

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "clsColumn.h"
+#include "modTidyModel.h"
 
 namespace quillon {
 
@@ -23,6 +25,8 @@ class clsTable {
   int32_t TotalColumns = 0;  ///< Always the count of ColumnsCollection once that is filled
   std::vector<clsColumn> ColumnsCollection;
   int32_t lDelimitationChar = 44;  ///< Field separator of CSV rows
+  /// Set for a table of records, which has none of the members above but the key texts, and is run by clsTidyRun.
+  std::optional<TidyTable> tidy;
 
   void ReadFromFile(RecipeContext& context, std::string_view file_name, int32_t table_number);
   /// Reports -5601 to -5603 and ends at the first failure.

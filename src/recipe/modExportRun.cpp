@@ -32,8 +32,14 @@ void RunCsv(RecipeContext& context) {
   Failure failure;
   if (!file.Open(gsOutputFile, failure)) return ReportFileFailure(context, failure);
   context.recipe.ExportSpecs.Process(context, &file);
-  if (OutputGivenUp(context)) return file.Discard();
-  context.account.bOutputWritten = file.Commit(failure);
+  if (OutputGivenUp(context)) {
+    context.furtherFiles.clear();
+    return file.Discard();
+  }
+  bool bWritten = true;
+  for (const auto& further : context.furtherFiles) bWritten = bWritten && further->Commit(failure);
+  context.account.bOutputWritten = bWritten && file.Commit(failure);
+  context.furtherFiles.clear();
   if (!context.account.bOutputWritten && !IsStopped(failure)) ReportFileFailure(context, failure);
 }
 

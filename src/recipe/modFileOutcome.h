@@ -3,6 +3,7 @@
 // status only show it.
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -25,6 +26,14 @@ struct TableAccount {
   int64_t lCellsFailed = 0;
 };
 
+/// What tidy tables made of the lines of a report.
+struct TidyAccount {
+  bool bRan = false;
+  std::array<int64_t, 9> lines{};  ///< By TidyLineKind
+  int64_t lRecords = 0;
+  int64_t lMisfits = 0;  ///< Cells of number and date columns that stayed text
+};
+
 /// What became of each line of an input file. Counts alone decide nothing; FileOutcome::status does.
 struct FileAccount {
   int64_t lLinesRead = 0;       ///< All lines of the file
@@ -41,6 +50,7 @@ struct FileAccount {
   std::string sWalkEnded;
   std::vector<std::string> namesRefused;  ///< Names of the recipe that no sheet got, each with the reason
   std::vector<TableAccount> tables;
+  TidyAccount tidy;
 };
 
 enum class FileStatus {

@@ -2,12 +2,14 @@
 // What one run of the recipe engine works with.
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "clsHost.h"
 #include "clsLineReader.h"
+#include "clsOutputFile.h"
 #include "modFileOutcome.h"
 #include "modPaths.h"
 #include "modReportChange.h"
@@ -65,6 +67,8 @@ struct RecipeContext {
   clsLineProcessor& lineProcessor;
   FileAccount& account;
   clsWorkbook* pWorkbook = nullptr;  ///< Null in a CSV run
+  /// Files beside the CSV report, for tables that have a sheet of their own; they are kept or given up with it.
+  std::vector<std::unique_ptr<clsOutputFile>> furtherFiles = {};
   /// The reports with their states from before anything of them was read.
   std::vector<std::pair<std::string, FileState>> reports = {};
 

@@ -7,6 +7,7 @@
 #include "modRecipeMessages.h"
 #include "modSettings.h"
 #include "modShortTable.h"
+#include "modTidyRecipe.h"
 #include "modTranslator.h"
 
 namespace quillon {
@@ -15,8 +16,9 @@ namespace {
 
 class clsTableConverter {
  public:
-  clsTableConverter(RecipeContext& context, clsSectionFile& recipe, std::string_view textDataFile)
-      : context_(context), recipe_(recipe), sTextFile_(textDataFile) {}
+  clsTableConverter(RecipeContext& context, clsSectionFile& recipe, const clsTidyTables& tidy,
+                    std::string_view textDataFile, std::string_view sRecipeName)
+      : context_(context), recipe_(recipe), tidy_(tidy), sTextFile_(textDataFile), sRecipeName_(sRecipeName) {}
 
   /// All tables, up to the first that can't be found or has no columns, which is reported.
   void ConvertAll(clsSectionWriter& file) {
@@ -28,7 +30,7 @@ class clsTableConverter {
         host.SetCaption(context_.options.sFormCaption + Translate(" - Scanning ") + "Table " + std::to_string(i));
       }
       clsTable table;
-      if (!Convert(i, table)) break;
+      if (!(tidy_.Has(i) ? ConvertTidy(i, table) : Convert(i, table))) break;
       table.WriteToFile(file, i);
       host.LetEventsRun();
     }
@@ -56,6 +58,16 @@ class clsTableConverter {
     return true;
   }
 
+  bool ConvertTidy(int32_t lTable, clsTable& table) {
+    TidyFault fault;
+    table.tidy.emplace();
+    if (tidy_.Read(lTable, *table.tidy, fault) && PlaceRuler(context_, sTextFile_, *table.tidy, fault)) return true;
+    if (gbAbandonOutput) return false;
+    if (!fault.IsSet()) return Fails(-5301, lTable);
+    ReportTidyFault(context_.host, sRecipeName_, fault);
+    return false;
+  }
+
   bool Fails(int32_t lErr, int32_t lTable) {
     ReportRecipe(context_.host, lErr, {std::to_string(lTable)});
     return false;
@@ -75,7 +87,9 @@ class clsTableConverter {
 
   RecipeContext& context_;
   clsSectionFile& recipe_;
+  const clsTidyTables& tidy_;
   std::string_view sTextFile_;
+  std::string_view sRecipeName_;
 };
 
 /// A missing recipe has no tables.
@@ -102,6 +116,14 @@ Failure clsExportSpecs::FileConvertShortToLong(RecipeContext& context, std::stri
   Failure failure;
   OpenShort(context, short_file, pOwn, recipe);
   if (context.account.failure.Failed()) return failure;
+  const std::string sRecipeName = pOwn != nullptr ? pOwn->sShownName : std::string(short_file);
+  const clsTidyTables tidy(recipe);
+  TidyFault fault;
+  if (!tidy.Check(static_cast<int32_t>(CountShortTables(recipe)), fault)) {
+    ReportTidyFault(context.host, sRecipeName, fault);
+    context.account.failure = OwnFailure(sRecipeName, fault.sText);  // so that nothing is written over
+    return failure;
+  }
 
   clsSectionWriter file(*context.options.OwnText().pCodePage);
   if (!file.Load(long_file, failure)) return failure;
@@ -110,7 +132,7 @@ Failure clsExportSpecs::FileConvertShortToLong(RecipeContext& context, std::stri
   file.Set("Header", "FileFormat", FileHeader_FileFormat);
   file.Set("General", "Name", "");
 
-  clsTableConverter(context, recipe, textDataFile).ConvertAll(file);
+  clsTableConverter(context, recipe, tidy, textDataFile, sRecipeName).ConvertAll(file);
   file.Save(long_file, failure);
   return failure;
 }

@@ -31,7 +31,7 @@ struct TidyFault {
   bool IsSet() const { return lCode != 0; }
 };
 
-/// The text of a code with its values put in, translated.
+/// The text of a code with its values put in.
 std::string TidyText(int32_t lCode, std::initializer_list<std::string_view> values);
 
 }  // namespace quillon

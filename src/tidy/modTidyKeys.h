@@ -17,6 +17,9 @@ namespace quillon {
 /// character and "]" is a header; a value ends before ";".
 std::vector<TidySection> SectionsOfText(std::string_view sRecipe);
 
+/// True if one of the section's keys is a tidy table's own.
+bool HasTidyKey(const TidySection& section);
+
 /// True if section [Table n] of a recipe is a tidy table: it has at least one tidy key by its exact name, or there is a
 /// heading or further line of that number.
 bool IsTidyTable(const std::vector<TidySection>& sections, int32_t lTable);

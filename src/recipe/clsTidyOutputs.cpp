@@ -1,0 +1,79 @@
+#include "clsTidyOutputs.h"
+
+#include <algorithm>
+
+#include "clsWorkbook.h"
+#include "modRecipeFailures.h"
+#include "modSettling.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr int64_t kLookEvery = 1000;
+
+/// "2024-12-31 23:59:00", the time only where there is one.
+CalendarMoment MomentOf(std::string_view sPlain) {
+  const auto number = [sPlain](size_t nFrom, size_t nCount) {
+    int nValue = 0;
+    for (const char ch : sPlain.substr(std::min(nFrom, sPlain.size()), nCount)) nValue = nValue * 10 + (ch - '0');
+    return nValue;
+  };
+  return {number(0, 4), number(5, 2), number(8, 2), (number(11, 2) * 60 + number(14, 2)) * 60 + number(17, 2)};
+}
+
+}  // namespace
+
+bool clsTidyCsvOutput::Heading(const std::vector<std::string>& names) {
+  fields_.assign(names.begin(), names.end());
+  return PutFields();
+}
+
+bool clsTidyCsvOutput::Row(const std::vector<TidyOutCell>& cells) {
+  fields_.clear();
+  for (const TidyOutCell& cell : cells) fields_.push_back(cell.sPlain);
+  return PutFields();
+}
+
+bool clsTidyCsvOutput::PutFields() {
+  sink_.PutRow({fields_, &clsCodePage::Utf8()});
+  if (++lRows_ % kLookEvery != 0 || !file_.LastFailure().Failed()) return true;
+  return EndWalk(context_, "The report could not be written", file_.LastFailure().sText);
+}
+
+bool clsTidySheetOutput::Heading(const std::vector<std::string>& names) {
+  int nColumn = nColumn_;
+  for (const std::string& sName : names) {
+    Failure failure;
+    const SettledCell cell{SettledCell::Kind::Heading, sName, {}, {}};
+    if (!context_.pWorkbook->WriteSettled(nSheet_, nRow_, nColumn++, cell, failure))
+      ReportCellFailure(context_, failure);
+  }
+  context_.pWorkbook->SetHeadingRow(nSheet_, nRow_);
+  ++nRow_;
+  return true;
+}
+
+bool clsTidySheetOutput::Row(const std::vector<TidyOutCell>& cells) {
+  int nColumn = nColumn_;
+  for (const TidyOutCell& cell : cells) {
+    Failure failure;
+    if (!Put(nColumn++, cell, failure)) ReportCellFailure(context_, failure);
+  }
+  ++nRow_;
+  return true;
+}
+
+bool clsTidySheetOutput::Put(int nColumn, const TidyOutCell& cell, Failure& failure) {
+  if (cell.kind == TidyCellKind::Empty) return true;
+  const TidyType type = cell.pTyping != nullptr ? cell.pTyping->type : TidyType::Auto;
+  if (type == TidyType::Auto) return context_.pWorkbook->WriteCell(nSheet_, nRow_, nColumn, cell.sPrinted, failure);
+  SettledCell settled{SettledCell::Kind::Text, cell.sPrinted, {}, {}};
+  if (cell.kind == TidyCellKind::Number) settled = SettledNumber(cell.sPrinted, cell.sPlain, sScratch_);
+  if (cell.kind == TidyCellKind::Date) {
+    settled = SettledDate(cell.sPrinted, MomentOf(cell.sPlain), cell.pTyping->sDateForm, sScratch_);
+  }
+  return context_.pWorkbook->WriteSettled(nSheet_, nRow_, nColumn, settled, failure);
+}
+
+}  // namespace quillon

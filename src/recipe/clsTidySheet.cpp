@@ -1,0 +1,101 @@
+#include "clsTidySheet.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace quillon {
+
+const clsTidySheet::Table* clsTidySheet::Find(size_t nTable) const {
+  const auto found =
+      std::find_if(tables_.begin(), tables_.end(), [nTable](const Table& table) { return table.nTable == nTable; });
+  return found == tables_.end() ? nullptr : &*found;
+}
+
+clsTidySheet::Table* clsTidySheet::Find(size_t nTable) {
+  return const_cast<Table*>(std::as_const(*this).Find(nTable));
+}
+
+/// A column takes the place of the first one of its name that this table hasn't used yet.
+void clsTidySheet::SetColumns(size_t nTable, const std::vector<TidyColumnInfo>& columns) {
+  Table* const table = Find(nTable);
+  if (table == nullptr || !table->columns.empty()) return;
+  std::multimap<std::string, size_t> free;
+  for (size_t i = 0; i < names_.size(); ++i) free.emplace(names_[i], i);
+  for (const TidyColumnInfo& column : columns) {
+    table->types.push_back(column.typing);
+    if (const auto known = free.find(column.sName); known != free.end()) {
+      table->columns.push_back(known->second);
+      free.erase(known);
+      continue;
+    }
+    table->columns.push_back(names_.size());
+    names_.push_back(column.sName);
+  }
+}
+
+void clsTidySheet::Begins(size_t nTable, int64_t lLine) {
+  if (Table* const table = Find(nTable); table != nullptr) table->lOpen = lLine;
+}
+
+void clsTidySheet::Passes(size_t nTable, int64_t lLine) {
+  if (Table* const table = Find(nTable); table != nullptr) table->lPassed = lLine;
+}
+
+bool clsTidySheet::WriteHeading() {
+  if (bHeadingDone_) return true;
+  bHeadingDone_ = true;
+  const bool bNamed = std::any_of(names_.begin(), names_.end(), [](const std::string& s) { return !s.empty(); });
+  return !bNamed || output_->Heading(names_);
+}
+
+bool clsTidySheet::End() {
+  return WriteHeading();
+}
+
+bool clsTidySheet::Write(const std::vector<TidyOutCell>& cells) {
+  if (!WriteHeading()) return false;
+  ++lRows_;
+  return output_->Row(cells);
+}
+
+void clsTidySheet::Place(const Table& table, const TidyRecord& record) {
+  cells_.assign(names_.size(), {});
+  for (size_t i = 0; i < record.cells.size() && i < table.columns.size(); ++i) {
+    const TidyCell& cell = record.cells[i];
+    cells_[table.columns[i]] = {cell.kind, &table.types[i], cell.sPrinted, cell.sPlain};
+  }
+}
+
+bool clsTidySheet::Put(const TidyRecord& record) {
+  Table* const table = Find(record.nTable);
+  if (table == nullptr) return true;
+  table->lOpen = 0;
+  Place(*table, record);
+  if (tables_.size() == 1) return Write(cells_);
+  std::vector<KeptCell> kept;
+  for (const TidyOutCell& cell : cells_) {
+    kept.push_back({cell.kind, cell.pTyping, std::string(cell.sPrinted), std::string(cell.sPlain)});
+  }
+  kept_.emplace(record.lLine, std::move(kept));
+  return true;
+}
+
+bool clsTidySheet::Release(bool bAll) {
+  if (kept_.empty()) return true;
+  int64_t lSafe = std::numeric_limits<int64_t>::max();
+  for (const Table& table : tables_) {
+    if (!bAll) lSafe = std::min(lSafe, table.lOpen > 0 ? table.lOpen - 1 : table.lPassed);
+  }
+  while (!kept_.empty() && kept_.begin()->first <= lSafe) {
+    cells_.clear();
+    for (const KeptCell& cell : kept_.begin()->second) {
+      cells_.push_back({cell.kind, cell.pTyping, cell.sPrinted, cell.sPlain});
+    }
+    if (!Write(cells_)) return false;
+    kept_.erase(kept_.begin());
+  }
+  return true;
+}
+
+}  // namespace quillon

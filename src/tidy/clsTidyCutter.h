@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "clsTidyLine.h"
+#include "modTidyModel.h"
+
+namespace quillon {
+
+/// Cuts the cells of a line by places or by separators, by the columns' own kinds: wide values go on into a gap, and a
+/// sign of currency belongs to the number behind it.
+class clsTidyCutter {
+ public:
+  /// Nothing of the part is kept.
+  explicit clsTidyCutter(const TidyPart& part);
+
+  /// Records that a line may have, side by side.
+  size_t Groups() const { return groups_.empty() ? 1 : groups_.size(); }
+  size_t Columns() const { return nColumns_; }
+
+  /// The cells of record nGroup: trimmed, as many as Columns(); views into the line's text.
+  void Cut(const clsTidyLine& line, size_t nGroup, std::vector<std::string_view>& cells) const;
+  /// The same from a text by separators alone.
+  void Split(std::string_view sText, std::vector<std::string_view>& cells) const;
+  bool IsSplit() const { return split_ != TidySplit::None; }
+  /// True if a letter or digit stands behind the first column where no column is. The line must have been cut last.
+  bool LastCutLeavesText(const clsTidyLine& line) const;
+  /// First and last position of a column (from 0, the last not included; npos: open); both 0 where there are no places.
+  std::pair<size_t, size_t> Range(TidyColumn column) const;
+  bool IsNumberColumn(TidyColumn column) const { return column < numbers_.size() && numbers_[column]; }
+  /// True for a column that holds text rather than a number or date.
+  bool IsTextColumn(TidyColumn column) const { return column < texts_.size() && texts_[column]; }
+
+  static constexpr size_t kOpen = static_cast<size_t>(-1);
+
+ private:
+  struct Place {
+    TidyColumn column;
+    size_t nFrom, nEnd;  ///< From 0, the end not included; kOpen
+    size_t nGapEnd;      ///< Where the next column begins; kOpen: none does
+    size_t nGapStart;    ///< Behind the last column before it
+    bool bGap;           ///< There is a gap behind it
+    bool bGapBefore;     ///< And one in front, with a column on its other side
+  };
+  struct Span {
+    size_t nFrom, nEnd;
+  };
+  using Group = std::vector<Place>;  ///< By position
+
+  void AddGroup(const std::vector<TidyPlace>& places);
+  void SetGaps(Group& group) const;
+  bool IsWide(const clsTidyLine& line, const Place& place) const;
+  bool BeginsEarlier(const clsTidyLine& line, const Place& place) const;
+  void Spans(const clsTidyLine& line, const Group& group, std::vector<Span>& spans) const;
+  void MoveCurrency(std::vector<std::string_view>& cells) const;
+
+  std::vector<Group> groups_;
+  size_t nColumns_ = 1;
+  TidySplit split_ = TidySplit::None;
+  std::string sSplit_;
+  std::vector<bool> numbers_, texts_;
+  std::vector<TidyColumn> order_;  ///< Columns by position, of the first group
+  bool bMovesCurrency_ = false;
+  mutable std::vector<Span> spans_;  ///< Kept for their memory
+};
+
+}  // namespace quillon

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "modText.h"
+
+namespace quillon {
+
+/// One line of a report with its characters by position (from 0), trimmed at its right. Plain ASCII costs no table of
+/// positions.
+class clsTidyLine {
+ public:
+  /// The text must stay as long as it is used.
+  void Set(std::string_view sText);
+
+  std::string_view Text() const { return sText_; }
+  size_t Size() const { return bAscii_ ? sText_.size() : starts_.size() - 1; }
+  bool IsBlank() const { return sText_.empty(); }
+  /// Drawn with characters that make lines and boxes, at least two alike in a row: "-----", "==== ====", "*---*".
+  bool IsDrawn() const;
+
+  size_t Offset(size_t nPosition) const {
+    if (!bAscii_) return starts_[nPosition < starts_.size() ? nPosition : starts_.size() - 1];
+    return nPosition < sText_.size() ? nPosition : sText_.size();
+  }
+  /// Characters nFrom to nTo (not included), with their blanks.
+  std::string_view Piece(size_t nFrom, size_t nTo) const {
+    const size_t nStart = Offset(nFrom);
+    return sText_.substr(nStart, Offset(nTo) - nStart);
+  }
+  bool IsBlankAt(size_t nPosition) const { return nPosition >= Size() || sText_[Offset(nPosition)] == ' '; }
+  bool IsDigitAt(size_t nPosition) const { return nPosition < Size() && IsAsciiDigit(sText_[Offset(nPosition)]); }
+  bool IsLetterAt(size_t nPosition) const;
+  bool IsLetterOrDigitAt(size_t nPosition) const { return IsDigitAt(nPosition) || IsLetterAt(nPosition); }
+  /// Position of the character at a byte.
+  size_t PositionOf(size_t nByte) const;
+
+ private:
+  std::string_view sText_;
+  bool bAscii_ = true;
+  std::vector<uint32_t> starts_{0};  ///< Byte of each character and of the end; of texts that aren't ASCII
+};
+
+/// A letter of any writing, as far as a report tells it from signs and drawings.
+bool IsTidyLetter(char32_t ch);
+
+}  // namespace quillon

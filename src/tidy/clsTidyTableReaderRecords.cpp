@@ -1,0 +1,188 @@
+// Records of clsTidyTableReader: what is added to them, and their end.
+
+#include <algorithm>
+
+#include "clsTidyTableReader.h"
+#include "modTidyValues.h"
+
+namespace quillon {
+
+void clsTidyTableReader::Append(std::string& sValue, std::string_view sPiece) {
+  if (sPiece.empty()) return;
+  if (!sValue.empty()) sValue += ' ';
+  sValue += sPiece;
+}
+
+bool clsTidyTableReader::IsOpen() const {
+  return std::any_of(open_.begin(), open_.end(), [](const Open& open) { return open.bOpen; });
+}
+
+/// A further line that is known by nothing but how far below the row it stands.
+bool clsTidyTableReader::AddByDistance(int64_t lLine) {
+  if (!bKeeps_) return false;
+  for (size_t k = 0; k < table_.lines.size(); ++k) {
+    if (!table_.lines[k].IsByDistance()) continue;
+    const bool bThere = std::any_of(open_.begin(), open_.end(), [&](const Open& open) {
+      return open.bOpen && open.lLine + table_.lines[k].nDistance == lLine;
+    });
+    if (!bThere) continue;
+    further_[k].Cut(line_);
+    AddFurther(k, lLine);
+    return true;
+  }
+  return false;
+}
+
+bool clsTidyTableReader::AddByShape(int64_t lLine) {
+  if (table_.lines.empty() || !IsOpen()) return false;
+  for (size_t k = 0; k < table_.lines.size(); ++k) {
+    if (table_.lines[k].IsByDistance() || !further_[k].Reads(line_)) continue;
+    AddFurther(k, lLine);
+    return true;
+  }
+  return false;
+}
+
+void clsTidyTableReader::AddFurther(size_t nPart, int64_t lLine) {
+  for (size_t nGroup = 0; nGroup < further_[nPart].Groups() && nGroup < open_.size(); ++nGroup) {
+    Open& open = open_[nGroup];
+    if (!open.bOpen) continue;
+    open.lLastLine = lLine;
+    const auto& cells = further_[nPart].Cells(nGroup);
+    for (TidyColumn column = 0; column < cells.size(); ++column) {
+      const size_t nTarget = columns_.TargetOf(nPart, column);
+      if (nTarget != clsTidyColumns::kNowhere) Append(open.values[nTarget], cells[column]);
+    }
+  }
+}
+
+/// A line with text in the column of the levels alone. A wrapped one takes what waits above it.
+bool clsTidyTableReader::OpensLevel(int64_t lLine) {
+  if (table_.levelColumn == kNoTidyColumn || table_.bLevelRows) return false;
+  auto& cells = cells_[0];
+  cutter_.Cut(line_, 0, cells);
+  for (TidyColumn column = 0; column < cells.size(); ++column) {
+    if (cells[column].empty() == (column == table_.levelColumn)) return false;
+  }
+  const std::string_view sCell = cells[table_.levelColumn];
+  if (table_.join == TidyJoin::Down && !sCell.ends_with(':')) return false;
+  nFrontIndent_ = IndentOf(sCell);
+  GatherWaiting();
+  Append(sInFront_, WithoutLeader(sCell));
+  ReleaseWaiting(true);
+  EndJoin();
+  Flush();
+  levels_.Open(nFrontIndent_, sInFront_, lLine);
+  return true;
+}
+
+bool clsTidyTableReader::JoinUp(int64_t lLine) {
+  if (table_.join != TidyJoin::Up || bJoinEnded_ || !IsOpen()) return false;
+  for (size_t nGroup = 0; nGroup < open_.size(); ++nGroup) {
+    Open& open = open_[nGroup];
+    if (!open.bOpen) continue;
+    open.lLastLine = lLine;
+    if (table_.joinColumn != kNoTidyColumn) {
+      Append(open.values[table_.joinColumn], TrimBlanks(line_.Text()));
+      continue;
+    }
+    if (cutter_.IsSplit()) {
+      Append(open.sWhole, TrimBlanks(line_.Text()));
+      continue;
+    }
+    cutter_.Cut(line_, nGroup, cells_[nGroup]);
+    for (TidyColumn column = 0; column < cells_[nGroup].size(); ++column) {
+      Append(open.values[column], cells_[nGroup][column]);
+    }
+  }
+  return true;
+}
+
+/// True for a line that may go in front of the row below: it stands wholly under that row's first text column.
+bool clsTidyTableReader::WaitForRow() {
+  if (table_.join != TidyJoin::Down) return false;
+  const auto [nFrom, nEnd] = cutter_.Range(downColumn_);
+  const size_t nFirst = IndentOf(TrimLeftBlanks(line_.Text()));
+  bWaits_ = nFirst >= nFrom && line_.Size() <= nEnd;
+  return bWaits_;
+}
+
+void clsTidyTableReader::EndLongGroup(int64_t lLine) {
+  if (waiting_.size() > static_cast<size_t>(clsTidyReport::kMaxGroup)) {
+    listener_.GroupTooLong(nTable_, lLine);
+    EndJoin();
+  }
+  if (!bKeeps_) return;
+  for (const Open& open : open_) {
+    if (!open.bOpen || lLine - open.lLine < clsTidyReport::kMaxGroup) continue;
+    // Nothing was added for long: the record was at its end anyhow.
+    if (lLine - open.lLastLine < clsTidyReport::kMaxGroup / 2) listener_.GroupTooLong(nTable_, lLine);
+    bJoinEnded_ = true;
+    return Flush();
+  }
+}
+
+void clsTidyTableReader::Flush() {
+  if (!bKeeps_) return;
+  for (Open& open : open_) {
+    if (open.bOpen) Finish(open);
+  }
+}
+
+void clsTidyTableReader::Finish(Open& open) {
+  open.bOpen = false;
+  const bool bSplitsAtEnd = cutter_.IsSplit() && open.lLastLine > open.lLine && table_.join == TidyJoin::Up &&
+                            table_.joinColumn == kNoTidyColumn;
+  values_.resize(columns_.Values());
+  for (size_t i = 0; i < values_.size(); ++i) values_[i] = open.values[i];
+  if (bSplitsAtEnd) {
+    // The cells of the line in hand are still needed.
+    cutter_.Split(open.sWhole, pieces_);
+    std::copy(pieces_.begin(), pieces_.end(), values_.begin());
+  }
+  record_.lLine = open.lLine;
+  record_.lLastLine = open.lLastLine;
+  Build(record_, values_);
+  CountMisfits(record_);
+  listener_.Record(record_);
+}
+
+void clsTidyTableReader::Build(TidyRecord& record, const std::vector<std::string_view>& values) {
+  const auto& columns = columns_.All();
+  record.nTable = nTable_;
+  record.cells.resize(columns.size());
+  sArena_.clear();
+  size_t nMost = 0;
+  for (const std::string_view sValue : values) nMost += sValue.size() + 32;
+  if (sArena_.capacity() < nMost) sArena_.reserve(nMost * 2);  // views into it must stay
+  for (size_t i = 0; i < columns.size(); ++i) {
+    const TidyColumnInfo& column = columns[i];
+    TidyCell& cell = record.cells[i];
+    if (column.source == TidySource::Heading) {
+      cell = headings_.Cell(column.nPart, column.column);
+      continue;
+    }
+    if (column.source == TidySource::Level) {
+      const std::string_view sText = levels_.Text(column.nPart);
+      cell = {sText.empty() ? TidyCellKind::Empty : TidyCellKind::Text, sText, sText};
+      continue;
+    }
+    const auto& blanks = column.source == TidySource::Row ? table_.row.blanks : table_.lines[column.nPart].part.blanks;
+    cell = TypeTidyCell(values[columns_.ValueOf(i)], column.typing, blanks, sScratch_);
+    if (cell.sPlain.data() != sScratch_.data() || cell.sPlain.empty()) continue;
+    const size_t nFrom = sArena_.size();
+    sArena_ += cell.sPlain;
+    cell.sPlain = std::string_view(sArena_).substr(nFrom);
+  }
+}
+
+void clsTidyTableReader::CountMisfits(const TidyRecord& record) {
+  for (size_t i = 0; i < record.cells.size(); ++i) {
+    if (record.cells[i].kind != TidyCellKind::Misfit || state_.lMisfits++ > 0) continue;
+    state_.lMisfitLine = record.lLine;
+    state_.sMisfit.assign(record.cells[i].sPrinted);
+    state_.nMisfitColumn = i;
+  }
+}
+
+}  // namespace quillon
