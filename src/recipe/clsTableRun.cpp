@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "clsRecipe.h"
+#include "clsWorkbook.h"
 #include "modFiles.h"
 #include "modRecipeFailures.h"
 #include "modRecipeMessages.h"
@@ -53,6 +54,7 @@ bool clsTableRun::Run() {
   Step step = FindBlock();
   if (step == Step::Next) step = OpenRows();
   if (step == Step::Next) {
+    if (context_.pWorkbook != nullptr) context_.pWorkbook->BeginTable(1);
     step = ExportRows();
     KeepAccount();
   }

@@ -1,10 +1,10 @@
 // Drives the link by a script, for tests that compare workbooks before and after: edit_workbook FILE SCRIPT
-// [text|day|stream]
+// [text|day|mdy|dmy|ymd|stream]
 //
 // One command a line, fields parted by tabs: write SHEET ROW COLUMN TEXT, read SHEET ROW COLUMN, clear SHEET TOP LEFT
-// BOTTOM RIGHT, clearused, used, name SHEET NAME, names, activate SHEET, save PATH, sheet NAME (its number), heading
-// SHEET ROW, settle SHEET ROW COLUMN T|N|H DIGITS FORMAT TEXT. "\n", "\t", "\\" and "\xHH" stand
-// in texts. Each answer is one line: "ok", "ok VALUE" or "failed REASON".
+// BOTTOM RIGHT, clearused, used, name SHEET NAME, names, activate SHEET, save PATH, sheet NAME (its number), table
+// SHEET, heading SHEET ROW, settle SHEET ROW COLUMN T|N|H DIGITS FORMAT TEXT. "\n", "\t", "\\" and "\xHH" stand in
+// texts. Each answer is one line: "ok", "ok VALUE" or "failed REASON".
 
 #include <charconv>
 #include <fstream>
@@ -84,6 +84,8 @@ class clsScript {
       const int nFound = workbook_.SheetNamed(fields_[1], failure);
       bDone = nFound != 0;
       sAnswer = std::to_string(nFound);
+    } else if (sCommand == "table") {
+      workbook_.BeginTable(nSheet);
     } else if (sCommand == "heading") {
       workbook_.SetHeadingRow(nSheet, Number(2));
     } else if (sCommand == "settle") {
@@ -115,6 +117,10 @@ int RunScript(const std::string& sFile, const char* pScript, const std::string& 
   options.bReadBack = sMode != "stream";
   options.typing.bAllText = sMode == "text";
   options.typing.bDayFirst = sMode == "day";
+  options.typing.order = sMode == "mdy"   ? DateOrder::MonthFirst
+                         : sMode == "dmy" ? DateOrder::DayFirst
+                         : sMode == "ymd" ? DateOrder::YearFirst
+                                          : DateOrder::ByColumn;
   auto workbook = OpenExcelWorkbook(sFile, options);
   clsScript script(*workbook);
   std::ifstream in(pScript);

@@ -38,10 +38,10 @@ FORMULAS = [("=A1+B1*2", 32), ("=SUM(A1:B1)", 22), ("=IF(A1>10,\"more\",\"less\"
 
 class NewWorkbooks(link_case.XlsCase):
     def test_types_each_text_as_the_sheet_shows_it(self):
-        self.run_link(*(f"write\t1\t{row}\t1\t{case[0]}" for row, case in enumerate(TYPED, 1)), f"save\t{self.path}")
+        self.run_link(*(f"write\t1\t1\t{column}\t{case[0]}" for column, case in enumerate(TYPED, 1)), f"save\t{self.path}")
         book = xlrd.open_workbook(self.path, formatting_info=True)
-        for row, (text, kind, value, code) in enumerate(TYPED):
-            cell = book.sheet_by_index(0).cell(row, 0)
+        for column, (text, kind, value, code) in enumerate(TYPED):
+            cell = book.sheet_by_index(0).cell(0, column)
             self.assertEqual((cell.ctype, cell.value), (kind, value), text[:40])
             if code:
                 self.assertEqual(book.format_map[book.xf_list[cell.xf_index].format_key].format_str, code, text)

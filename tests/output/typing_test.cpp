@@ -140,7 +140,7 @@ TEST(CellTyping, CurrencyPercentAndExponentAreShownByTheFormat) {
          {"15.0E+3", "t"},
          {"1.5e+3", "t"},
          {"1.5E+", "t"},
-         {"2E-0", "t"},
+         {"2E-0", "n 2 0\"E-0\""},
          {"1.5E+999", "t"},
          {"1.2E+308", "t"}});
 }

@@ -32,11 +32,16 @@ struct CellRange {
   bool Empty() const { return nBottom < nTop || nRight < nLeft; }
 };
 
+/// Which part of a date such as 1/2/24 is which: as the column's own dates tell, else as is usual by the user's locale;
+/// or always the one.
+enum class DateOrder : uint8_t { ByColumn, MonthFirst, DayFirst, YearFirst };
+
 /// How texts become typed cells on saving.
 struct CellTypingOptions {
   bool bAllText = false;           ///< Every cell holds its text (Profile method with bTreatDataAsText)
   bool bDropLeadingZeros = false;  ///< 007 is 7 (Profile method without it)
   bool bDayFirst = false;          ///< 31.12.24 rather than 12/31/24 by the user's locale
+  DateOrder order = DateOrder::ByColumn;
 };
 
 /// How a workbook is opened or made.
@@ -88,6 +93,9 @@ class clsWorkbook {
   /// The sheet of that name in any case; one that isn't there is made behind the others. 0 with the reason for a name
   /// that a spreadsheet would refuse.
   virtual int SheetNamed(std::string_view sName, Failure& failure) = 0;
+  /// Cells written below all others of the sheet from here on are another table's: a table's columns are typed each as
+  /// a whole.
+  virtual void BeginTable(int /*nSheet*/) {}
   /// In a new workbook the rows down to this one stay in sight, and its cells get a filter over the rows below. An
   /// existing one keeps what its user has made of it.
   virtual void SetHeadingRow(int /*nSheet*/, int64_t /*nRow*/) {}

@@ -63,6 +63,7 @@ TypedCell TypeSettled(std::string_view sStored) {
   const SettledCell settled = SettledOf(sStored);
   TypedCell cell;
   cell.sText = settled.sShown;
+  cell.bSettled = true;
   if (settled.sShown.empty()) return cell;
   cell.kind = CellKind::Text;
   if (settled.kind == SettledCell::Kind::Heading) cell.sFormat = kHeadingFormat;
@@ -77,7 +78,23 @@ TypedCell TypeSettled(std::string_view sStored) {
 
 }  // namespace
 
+ColumnRule RuleAlone(const CellTypingOptions& options) {
+  using enum DateReading;
+  ColumnRule rule;
+  const bool bDayFirst =
+      options.order == DateOrder::DayFirst || (options.order == DateOrder::ByColumn && options.bDayFirst);
+  const DateReading reading = options.order == DateOrder::YearFirst ? YearFirst : bDayFirst ? DayFirst : MonthFirst;
+  // Where the month comes first 1.2.24 is an account or a section rather than a date.
+  rule.dates = {YearFirst, YearFirst, None, reading, reading, reading == MonthFirst ? None : reading};
+  return rule;
+}
+
 TypedCell TypeCell(std::string_view sText, const CellTypingOptions& options, std::string& sScratch) {
+  return TypeCell(sText, options, RuleAlone(options), sScratch);
+}
+
+TypedCell TypeCell(std::string_view sText, const CellTypingOptions& options, const ColumnRule& rule,
+                   std::string& sScratch) {
   TypedCell cell;
   if (sText.empty()) return cell;
   cell.kind = CellKind::Text;
@@ -92,8 +109,14 @@ TypedCell TypeCell(std::string_view sText, const CellTypingOptions& options, std
     case FirstByte::Number:
       // A slash is no part of a number.
       if ((sTrimmed.size() > 2 && (sTrimmed[1] == '/' || sTrimmed[2] == '/')) ||
-          !TypeNumber(sTrimmed, options.bDropLeadingZeros, sScratch, cell))
-        TypeDate(sTrimmed, options.bDayFirst, sScratch, cell);
+          !TypeNumber(sTrimmed, options.bDropLeadingZeros, sScratch, cell)) {
+        if (!rule.bPointsAreNumbers || !TypePointBehind(sTrimmed, sScratch, cell))
+          TypeDate(sTrimmed, rule.dates, sScratch, cell);
+      } else if (rule.bNumbersAreText || (rule.bDigitsAreText && cell.bDigits)) {
+        cell = TypedCell{};
+        cell.kind = CellKind::Text;
+        cell.sText = sTrimmed;
+      }
       break;
     case FirstByte::Equals:
       TypeFormula(sTrimmed, cell);

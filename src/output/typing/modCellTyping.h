@@ -4,6 +4,7 @@
 // empty cell. An error word such as #N/A stays text: it shows the same, and as an error it would spoil every total.
 // Times stay text as well.
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -22,13 +23,35 @@ struct TypedCell {
   std::string_view sDigits;
   std::string_view sFormat;      ///< Number format code; "" is General. Of a text kHeadingFormat, or ""
   std::string_view sText;        ///< Text; formula without its "="
+  bool bDigits = false;          ///< A number of digits alone
+  bool bSettled = false;         ///< Its kind was given with it
   bool bRefusedFormula = false;  ///< Text because its formula reaches outside the workbook
 };
 
 /// Stands among number formats for a heading's: General, in bold.
 constexpr std::string_view kHeadingFormat = "\1";
 
-/// Types one text in its stored form. sScratch backs views of the result where its form differs from the text's.
+/// The parts of a date in their order; None: what looks like such a date is text.
+enum class DateReading : uint8_t { None, MonthFirst, DayFirst, YearFirst };
+/// Forms of dates: three runs of digits parted by "/", "-" or ".", the first of four digits or not.
+constexpr size_t kDateForms = 6;
+
+/// What is settled for all cells of a column.
+struct ColumnRule {
+  bool bDigitsAreText = false;     ///< They are codes: one of them begins with a zero, or is too long for a number
+  bool bNumbersAreText = false;    ///< One of them has a form that no format shows
+  bool bPointsAreNumbers = false;  ///< "5." is a number, as the column's others are
+  std::array<DateReading, kDateForms> dates{};
+  bool operator==(const ColumnRule&) const = default;
+};
+/// The rule for a cell that stands by itself.
+ColumnRule RuleAlone(const CellTypingOptions& options);
+
+/// Types one text in its stored form by its column's rule. A number that stays text for its column's sake has no blanks
+/// around it. sScratch backs views of the result where its form differs from the text's.
+TypedCell TypeCell(std::string_view sText, const CellTypingOptions& options, const ColumnRule& rule,
+                   std::string& sScratch);
+/// The same for a cell that stands by itself.
 TypedCell TypeCell(std::string_view sText, const CellTypingOptions& options, std::string& sScratch);
 
 /// True if the user's locale (LC_TIME) writes the day before the month.

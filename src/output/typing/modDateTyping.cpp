@@ -1,5 +1,6 @@
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "modNumberTyping.h"
@@ -53,16 +54,35 @@ int DaysOfDate(int nYear, int nMonth, int nDay) {
   return nEra * 146097 + nYearOfEra * 365 + nYearOfEra / 4 - nYearOfEra / 100 + nDayOfYear - 719468;
 }
 
-/// Where day, month and year stand among the parts; False if the text is no date of ours.
-bool OrderParts(const std::array<DatePart, 3>& parts, char separator, bool bDayFirst, std::array<size_t, 3>& order) {
-  if (parts[0].nDigits == 4) {
-    order = {2, 1, 0};
-    return separator != '.' && parts[1].nDigits <= 2 && parts[2].nDigits <= 2;
+/// Which of the forms the parts have.
+size_t FormOf(const std::array<DatePart, 3>& parts, char separator) {
+  return (separator == '/' ? 0U : separator == '-' ? 1U : 2U) + (parts[0].nDigits == 4 ? 0U : 3U);
+}
+
+/// Where day, month and year stand among the parts; False if they have too many digits for it.
+bool OrderParts(const std::array<DatePart, 3>& parts, DateReading reading, std::array<size_t, 3>& order) {
+  switch (reading) {
+    case DateReading::None:
+      return false;
+    case DateReading::YearFirst:
+      order = {2, 1, 0};
+      break;
+    case DateReading::DayFirst:
+      order = {0, 1, 2};
+      break;
+    case DateReading::MonthFirst:
+      order = {1, 0, 2};
+      break;
   }
-  // Where the month comes first 1.2.24 is an account or a section rather than a date.
-  if (separator == '.' && !bDayFirst) return false;
-  order = bDayFirst ? std::array<size_t, 3>{0, 1, 2} : std::array<size_t, 3>{1, 0, 2};
-  return parts[0].nDigits <= 2 && parts[1].nDigits <= 2 && (parts[2].nDigits == 2 || parts[2].nDigits == 4);
+  const size_t nYear = parts[order[2]].nDigits;
+  return parts[order[0]].nDigits <= 2 && parts[order[1]].nDigits <= 2 && (nYear == 2 || nYear == 4);
+}
+
+/// The day that the parts name by an order; nothing if there is none.
+std::optional<int> SerialOfParts(const std::array<DatePart, 3>& parts, const std::array<size_t, 3>& order) {
+  const DatePart& year = parts[order[2]];
+  const int nYear = year.nDigits == 4 ? year.nValue : year.nValue + (year.nValue < kTwoDigitPivot ? 2000 : 1900);
+  return SerialOfDate(nYear, parts[order[1]].nValue, parts[order[0]].nValue);
 }
 
 /// The code of the date as written. A part of two digits that begins with no 0 fits both forms and follows the other.
@@ -84,22 +104,30 @@ void BuildDateCode(const std::array<DatePart, 3>& parts, const std::array<size_t
 
 }  // namespace
 
-std::optional<int> SerialOfDate(int nYear, int nMonth, int nDay) {
-  if (nYear > 9999 || nMonth < 1 || nMonth > 12 || nDay < 1 || nDay > DaysInMonth(nYear, nMonth)) return std::nullopt;
-  const int nSerial = DaysOfDate(nYear, nMonth, nDay) - kEpochDays;
-  return nSerial < kFirstSerial ? std::nullopt : std::optional(nSerial);
+DateLikeness DateLikenessOf(std::string_view sText) {
+  std::array<DatePart, 3> parts;
+  std::array<size_t, 3> order{};
+  char separator = '\0';
+  DateLikeness likeness;
+  if (!ScanParts(sText, parts, separator)) return likeness;
+  const auto Fits = [&](DateReading reading) {
+    return sText.size() <= kMaxDateBytes && OrderParts(parts, reading, order) && SerialOfParts(parts, order);
+  };
+  likeness.nForm = static_cast<int>(FormOf(parts, separator));
+  likeness.bMonthFirst = Fits(DateReading::MonthFirst);
+  likeness.bDayFirst = Fits(DateReading::DayFirst);
+  likeness.bYearFirst = Fits(DateReading::YearFirst);
+  return likeness;
 }
 
-bool TypeDate(std::string_view sText, bool bDayFirst, std::string& sScratch, TypedCell& cell) {
+bool TypeDate(std::string_view sText, const std::array<DateReading, kDateForms>& readings, std::string& sScratch,
+              TypedCell& cell) {
   std::array<DatePart, 3> parts;
   std::array<size_t, 3> order{};
   char separator = '\0';
   if (sText.size() > kMaxDateBytes || !ScanParts(sText, parts, separator)) return false;
-  if (!OrderParts(parts, separator, bDayFirst, order)) return false;
-  const DatePart& year = parts[order[2]];
-  const int nDay = parts[order[0]].nValue, nMonth = parts[order[1]].nValue;
-  const int nYear = year.nDigits == 4 ? year.nValue : year.nValue + (year.nValue < kTwoDigitPivot ? 2000 : 1900);
-  const auto nSerial = SerialOfDate(nYear, nMonth, nDay);
+  if (!OrderParts(parts, readings[FormOf(parts, separator)], order)) return false;
+  const auto nSerial = SerialOfParts(parts, order);
   if (!nSerial) return false;
 
   sScratch.clear();
@@ -112,6 +140,12 @@ bool TypeDate(std::string_view sText, bool bDayFirst, std::string& sScratch, Typ
   cell.sFormat = std::string_view(sScratch).substr(0, nCode);
   cell.sDigits = std::string_view(sScratch).substr(nCode);
   return true;
+}
+
+std::optional<int> SerialOfDate(int nYear, int nMonth, int nDay) {
+  if (nYear > 9999 || nMonth < 1 || nMonth > 12 || nDay < 1 || nDay > DaysInMonth(nYear, nMonth)) return std::nullopt;
+  const int nSerial = DaysOfDate(nYear, nMonth, nDay) - kEpochDays;
+  return nSerial < kFirstSerial ? std::nullopt : std::optional(nSerial);
 }
 
 }  // namespace quillon

@@ -54,6 +54,11 @@ void AppendFigureCode(std::string& sOut, const NumberFigures& figures) {
   }
   if (figures.sExponent.empty()) return;
   const bool bSigned = !IsNumberDigit(figures.sExponent[1]);
+  const bool bOneDigit = figures.nWhole == 1 && !figures.bZeroInFront;
+  if (figures.ExponentIsZero() && (!bOneDigit || figures.sExponent[1] == '-')) {
+    sOut.append("\"").append(figures.sExponent).append("\"");
+    return;
+  }
   // "E+" shows every sign, "E-" that of a negative exponent only.
   sOut.append(bSigned ? "E+" : "E-").append(figures.sExponent.size() - (bSigned ? 2 : 1), '0');
 }
@@ -104,7 +109,8 @@ void BuildNumberDigits(std::string& sOut, std::string_view sText, const NumberFi
   if (nDecimals > 0) sPlain.insert(sPlain.size() - nDecimals, 1, '.');
   const size_t nFirst = sPlain.find_first_not_of('0');
   sPlain.erase(0, nFirst == std::string::npos ? sPlain.size() - 1 : sPlain[nFirst] == '.' ? nFirst - 1 : nFirst);
-  sOut.append(sPlain).append(figures.sExponent);
+  sOut.append(sPlain);
+  if (!figures.ExponentIsZero()) sOut.append(figures.sExponent);
 }
 
 }  // namespace quillon

@@ -22,7 +22,11 @@ struct NumberFigures {
   bool bPoint = false;
   bool bGrouped = false;
   bool bLeadingZeros = false;  ///< More than the one in front of the point
+  bool bZeroInFront = false;   ///< The first digit
   std::string_view sExponent;  ///< "E+03"
+  bool ExponentIsZero() const {
+    return sExponent.size() > 1 && sExponent.find_first_not_of("+-0", 1) == std::string_view::npos;
+  }
 };
 
 /// All that stands around the figures.

@@ -1,5 +1,6 @@
 #include "modNumberTyping.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -47,11 +48,12 @@ bool ScanWhole(std::string_view sText, size_t& nPos, NumberFigures& figures) {
       break;
     }
   }
-  figures.bLeadingZeros = figures.nWhole > 1 && sText[figures.nStart] == '0';
+  figures.bZeroInFront = figures.nWhole > 0 && sText[figures.nStart] == '0';
+  figures.bLeadingZeros = figures.nWhole > 1 && figures.bZeroInFront;
   return !figures.bGrouped || nInGroup == 3;
 }
 
-/// An exponent as a format can show it: behind one digit other than 0, with a sign or behind a point.
+/// An exponent as a format can show it: zero, or behind one digit other than 0; with a sign or behind a point.
 bool ScanExponent(std::string_view sText, size_t& nPos, NumberFigures& figures) {
   const size_t nStart = nPos++;
   bool bSigned = false;
@@ -62,12 +64,10 @@ bool ScanExponent(std::string_view sText, size_t& nPos, NumberFigures& figures) 
   const size_t nDigits = nPos;
   while (nPos < sText.size() && IsNumberDigit(sText[nPos])) ++nPos;
   figures.sExponent = sText.substr(nStart, nPos - nStart);
-  // No format shows a negative power of zero.
-  if (figures.sExponent.substr(1).find_first_not_of("-0") == std::string_view::npos && figures.sExponent[1] == '-')
-    return false;
   // 1E5 is more often a code than a number.
-  return nPos > nDigits && nPos - nDigits <= 3 && (bSigned || figures.bPoint) && figures.nWhole == 1 &&
-         sText[figures.nStart] != '0';
+  if (nPos == nDigits || nPos - nDigits > 3 || !(bSigned || figures.bPoint)) return false;
+  // An exponent of zero is shown by the text of it.
+  return figures.ExponentIsZero() || (figures.nWhole == 1 && sText[figures.nStart] != '0');
 }
 
 bool ScanFigures(std::string_view sText, size_t& nPos, NumberFigures& figures) {
@@ -87,12 +87,19 @@ bool ScanFigures(std::string_view sText, size_t& nPos, NumberFigures& figures) {
   return nPos >= sText.size() || sText[nPos] != 'E' || ScanExponent(sText, nPos, figures);
 }
 
+/// More than one blank in a row parts a sign from its digits.
+bool StandsApart(std::string_view sBetween) {
+  return sBetween.find("  ") != std::string_view::npos;
+}
+
 bool ScanBefore(std::string_view sText, size_t& nPos, NumberSurroundings& around) {
+  size_t nSign = 0;
   for (; nPos < sText.size() && !IsNumberDigit(sText[nPos]) && sText[nPos] != '.'; ++nPos) {
     const char ch = sText[nPos];
     if (ch == ' ') continue;
     if ((ch == '-' || ch == '+' || ch == '(') && around.sign == '\0') {
       around.sign = ch;
+      nSign = nPos + 1;
       around.bSignPlainInFront = ch == '-' && nPos == 0 && sText.size() > 1 && sText[1] != ' ';
       continue;
     }
@@ -102,11 +109,13 @@ bool ScanBefore(std::string_view sText, size_t& nPos, NumberSurroundings& around
     nPos += nCurrency - 1;
   }
   around.sBefore = sText.substr(0, nPos);
-  return true;
+  // What stands further off is a sign of something else.
+  return nSign == 0 || around.sign == '(' || !StandsApart(around.sBefore.substr(nSign));
 }
 
 bool ScanBehind(std::string_view sText, size_t nPos, NumberSurroundings& around) {
   around.sBehind = sText.substr(nPos);
+  const size_t nStart = nPos;
   bool bOpen = around.sign == '(';
   for (; nPos < sText.size(); ++nPos) {
     const char ch = sText[nPos];
@@ -115,7 +124,8 @@ bool ScanBehind(std::string_view sText, size_t nPos, NumberSurroundings& around)
       around.bPercent = true;
     } else if (ch == ')' && bOpen) {
       bOpen = false;
-    } else if ((ch == '-' || ch == '+') && around.sign == '\0') {
+    } else if ((ch == '-' || ch == '+') && around.sign == '\0' &&
+               !StandsApart(around.sBehind.substr(0, nPos - nStart))) {
       around.sign = ch;
     } else {
       return false;
@@ -128,7 +138,7 @@ bool SetValue(const NumberFigures& figures, const NumberSurroundings& around, Ty
   const auto nDivisor = static_cast<size_t>(figures.nDecimals + (around.bPercent ? 2 : 0));
   double nValue = static_cast<double>(figures.nMantissa) / kPowers[nDivisor];
   if (around.sign == '-' || around.sign == '(') nValue = -nValue;
-  if (!figures.sExponent.empty()) {
+  if (!figures.sExponent.empty() && !figures.ExponentIsZero()) {
     const char* const pEnd = cell.sDigits.data() + cell.sDigits.size();
     if (std::from_chars(cell.sDigits.data(), pEnd, nValue).ec != std::errc{}) return false;
     if (std::abs(nValue) < kSmallest || std::abs(nValue) > kLargest) return false;
@@ -161,6 +171,7 @@ void SetPlain(std::string_view sText, bool bGrouped, size_t nDecimals, size_t nW
     cell.sFormat = PlainCode(0);
   }
   cell.sDigits = sText;
+  cell.bDigits = nDecimals == 0 && sText.front() != '-';
 }
 
 /// Most numbers have this form: digits, separators in their places, a point, a minus in front. False, with the cell
@@ -225,7 +236,67 @@ bool TypeNumber(std::string_view sText, bool bDropLeadingZeros, std::string& sSc
   }
   if (!SetValue(figures, around, typed)) return false;
   cell = typed;
+  cell.bDigits |= figures.nWhole == static_cast<int>(sText.size());
   return true;
+}
+
+bool TypePointBehind(std::string_view sText, std::string& sScratch, TypedCell& cell) {
+  TypedCell typed;
+  if (LikenessOf(sText) != NumberLikeness::PointBehind ||
+      !TypeNumber(sText.substr(0, sText.size() - 1), false, sScratch, typed))
+    return false;
+  // The form of a number with a minus in front needs no section of its own.
+  const std::string sDigits(typed.sDigits), sFormat(typed.sFormat.empty() ? "0" : typed.sFormat);
+  sScratch = sFormat + "\".\"" + sDigits;
+  cell = typed;
+  cell.bDigits = false;
+  cell.sFormat = std::string_view(sScratch).substr(0, sFormat.size() + 3);
+  cell.sDigits = std::string_view(sScratch).substr(sFormat.size() + 3);
+  return true;
+}
+
+namespace {
+
+/// Digits with points and commas, and an exponent: the figures of a number that may be written in any way.
+bool AreFigures(std::string_view sText) {
+  const size_t nExponent = std::min(sText.find('E'), sText.size());
+  const std::string_view sFigures = sText.substr(0, nExponent);
+  const auto nPoints = std::count(sFigures.begin(), sFigures.end(), '.');
+  const auto nCommas = std::count(sFigures.begin(), sFigures.end(), ',');
+  // 1.2.3 is a section or an address, 1,2,3 a list.
+  if (sFigures.find_first_not_of("0123456789.,") != std::string_view::npos || nCommas > 1 || nPoints > 1 + 9 * nCommas)
+    return false;
+  if (sFigures.find_first_of("0123456789") == std::string_view::npos) return false;
+  if (nExponent == sText.size()) return true;
+  std::string_view sExponent = sText.substr(nExponent + 1);
+  const bool bSigned = !sExponent.empty() && (sExponent.front() == '-' || sExponent.front() == '+');
+  if (bSigned) sExponent.remove_prefix(1);
+  return (bSigned || nPoints > 0) && !sExponent.empty() && sExponent.size() <= 3 &&
+         sExponent.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+}  // namespace
+
+NumberLikeness LikenessOf(std::string_view sText) {
+  if (sText.empty() || !(IsNumberDigit(sText.back()) || sText.back() == '.' || sText.back() == ')' ||
+                         sText.back() == '-' || sText.back() == '%'))
+    return NumberLikeness::None;
+  if (sText.find_first_not_of("0123456789") == std::string_view::npos)
+    return sText.size() > kMaxDigits || (sText.size() > 1 && sText.front() == '0') ? NumberLikeness::Code
+                                                                                   : NumberLikeness::None;
+  const bool bMinus = sText.front() == '-' || sText.front() == '+';
+  if (bMinus) sText.remove_prefix(1);
+  const bool bParens = sText.size() > 2 && sText.front() == '(' && sText.back() == ')';
+  if (bParens) sText = sText.substr(1, sText.size() - 2);
+  sText.remove_prefix(CurrencyBytes(sText));
+  if (!bParens && sText.size() > 1 && (sText.back() == '-' || sText.back() == '%')) sText.remove_suffix(1);
+  if (!AreFigures(sText)) return NumberLikeness::None;
+  const bool bPointBehind =
+      sText.size() > 1 && sText.back() == '.' &&
+      sText.substr(0, sText.size() - 1).find_first_not_of("0123456789,") == std::string_view::npos;
+  if (!bPointBehind) return NumberLikeness::Unshown;
+  return bMinus || bParens || (sText.front() == '0' && sText.size() > 2) ? NumberLikeness::None
+                                                                         : NumberLikeness::PointBehind;
 }
 
 }  // namespace quillon

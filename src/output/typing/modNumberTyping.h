@@ -14,10 +14,28 @@ namespace quillon {
 /// leading zeros, more than 15 digits.
 bool TypeNumber(std::string_view sText, bool bDropLeadingZeros, std::string& sScratch, TypedCell& cell);
 
-/// A full date of the calendar from 1900-03-01 on (the 1900 system counts a day too many before): year first with "-"
-/// or
-/// "/"; year last with "/" or "-" by the order asked for, and with "." where the day comes first. Of a year of two
-/// digits 00 to 29 lie in this century.
-bool TypeDate(std::string_view sText, bool bDayFirst, std::string& sScratch, TypedCell& cell);
+/// "5.", with a point that its format has in quotes.
+bool TypePointBehind(std::string_view sText, std::string& sScratch, TypedCell& cell);
+
+/// What a text that is no number by itself says of its column's numbers.
+enum class NumberLikeness : uint8_t {
+  None,
+  Code,         ///< Digits alone, the first a zero, or more than a number has
+  PointBehind,  ///< "5."
+  Unshown       ///< A number, but no format shows it as it is written: "0.5E+01", "1.234,56", "0012.50"
+};
+NumberLikeness LikenessOf(std::string_view sText);
+
+/// A full date of the calendar from 1900-03-01 on (the 1900 system counts a day too many before), read by its form. Of
+/// a year of two digits 00 to 29 lie in this century.
+bool TypeDate(std::string_view sText, const std::array<DateReading, kDateForms>& readings, std::string& sScratch,
+              TypedCell& cell);
+
+/// What three runs of digits can be.
+struct DateLikeness {
+  int nForm = -1;  ///< Which of the kDateForms, below 0 for another text
+  bool bMonthFirst = false, bDayFirst = false, bYearFirst = false;
+};
+DateLikeness DateLikenessOf(std::string_view sText);
 
 }  // namespace quillon

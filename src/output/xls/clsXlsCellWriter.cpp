@@ -62,9 +62,9 @@ void clsXlsCellWriter::ExpectEntries(std::span<const uint32_t> hashes) const {
   for (const uint32_t nHash : hashes) strings_.ExpectEntry(nHash);
 }
 
-void clsXlsCellWriter::Write(clsXlsCellTable& table, unsigned nColumn, std::string_view sText, uint16_t nXf,
-                             bool bExists) {
-  const TypedCell cell = TypeCell(sText, options_, sScratch_);
+void clsXlsCellWriter::Write(clsXlsCellTable& table, unsigned nColumn, std::string_view sText, const ColumnRule& rule,
+                             uint16_t nXf, bool bExists) {
+  const TypedCell cell = TypeCell(sText, options_, rule, sScratch_);
   if (cell.bRefusedFormula) ++nRefused_;
   if (cell.kind == CellKind::Empty) {
     if (bExists || nXf != xls::kDefaultXf) table.AddBlank(nColumn, nXf);

@@ -29,7 +29,8 @@ class clsXlsCellWriter {
 
   /// A cell of the row in hand. A number format other than General of nXf stays; where it is Text, so does the text. An
   /// empty text leaves a blank cell if there was one before or the format isn't the plain one.
-  void Write(clsXlsCellTable& table, unsigned nColumn, std::string_view sText, uint16_t nXf, bool bExists = false);
+  void Write(clsXlsCellTable& table, unsigned nColumn, std::string_view sText, const ColumnRule& rule, uint16_t nXf,
+             bool bExists = false);
   /// Said of a row some rows before it is written, then once more just before: what its texts need of the string table
   /// is at hand by then.
   void Expect(std::span<const StoredCell> cells, std::vector<uint32_t>& hashes) const;

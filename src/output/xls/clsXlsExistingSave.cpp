@@ -67,12 +67,13 @@ std::vector<clsXlsCellTable> clsXlsExistingWorkbook::MergeTouched(clsXlsStrings&
   for (const auto& sheet : sheets_) {
     if (sheet->bAdded) {
       tables.emplace_back();
-      FillXlsTable(sheet->written, globals_.Formats().DefaultXf(), writer, tables.back());
+      FillXlsTable(sheet->written, sheet->typing, globals_.Formats().DefaultXf(), writer, tables.back());
       continue;
     }
     const bool bIndexed = sheet->existing && sheet->existing->IndexOffset() != clsXlsSheet::kNone;
     tables.emplace_back(sheet->existing ? sheet->existing->DefaultHeight() : 0, bIndexed);
-    if (sheet->bTouched) sheet->existing->Merge(sheet->written, globals_.Formats().DefaultXf(), writer, tables.back());
+    if (sheet->bTouched)
+      sheet->existing->Merge(sheet->written, sheet->typing, globals_.Formats().DefaultXf(), writer, tables.back());
   }
   nRefused_ = writer.RefusedFormulas();
   return tables;

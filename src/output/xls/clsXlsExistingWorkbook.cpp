@@ -48,7 +48,7 @@ bool clsXlsExistingWorkbook::CheckSheets() {
     const size_t nEnd = *std::upper_bound(starts.begin(), starts.end() - 1, entry.nOffset);
     auto existing = std::make_unique<clsXlsSheet>();
     if (!existing->Check(std::string_view(sStream_).substr(0, nEnd), entry.nOffset)) return false;
-    sheets_.push_back(std::make_unique<Sheet>());
+    sheets_.push_back(std::make_unique<Sheet>(options_.typing));
     sheets_.back()->nEnd = existing->End();
     if (entry.bWorksheet) sheets_.back()->existing = std::move(existing);
   }
@@ -64,7 +64,7 @@ bool clsXlsExistingWorkbook::Load(int nSheet, Failure& failure) {
 }
 
 void clsXlsExistingWorkbook::AddSheet() {
-  sheets_.push_back(std::make_unique<Sheet>());
+  sheets_.push_back(std::make_unique<Sheet>(options_.typing));
   sheets_.back()->bAdded = true;
   globals_.AddSheet();
 }

@@ -9,6 +9,7 @@
 #include "clsSheetBook.h"
 #include "clsXlsGlobals.h"
 #include "clsXlsSheet.h"
+#include "modColumnTyping.h"
 #include "modCompoundFile.h"
 #include "modFileState.h"
 
@@ -23,6 +24,9 @@ class clsXlsExistingWorkbook : public clsSheetBook {
   bool Open(const std::string& sHostPath, Failure& failure);
 
   void SetStandardFont(std::string_view) override {}
+  void BeginTable(int nSheet) override {
+    if (HasSheet(nSheet)) At(nSheet).typing.BeginTable(At(nSheet).written.LastRow());
+  }
   bool ClearContents(int nSheet, const CellRange& range, Failure& failure) override;
 
  protected:
@@ -36,11 +40,13 @@ class clsXlsExistingWorkbook : public clsSheetBook {
 
  private:
   struct Sheet {
+    explicit Sheet(const CellTypingOptions& options) : typing(options) {}
     std::unique_ptr<clsXlsSheet> existing;  ///< Null for what is no worksheet, and for an added one
     bool bAdded = false;
     size_t nEnd = 0;        ///< Offset behind its EOF
     bool bTouched = false;  ///< Cells were written or cleared
     clsCellStore written;
+    clsSheetTyping typing;
   };
 
   bool ParseStream(OutputMessage& reason);

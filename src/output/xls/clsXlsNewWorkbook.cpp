@@ -69,11 +69,14 @@ bool clsXlsNewWorkbook::ClearContents(int nSheet, const CellRange& range, Failur
   return true;
 }
 
-void FillXlsTable(clsCellStore& cells, uint16_t nXf, clsXlsCellWriter& writer, clsXlsCellTable& table) {
+void FillXlsTable(clsCellStore& cells, clsSheetTyping& typing, uint16_t nXf, clsXlsCellWriter& writer,
+                  clsXlsCellTable& table) {
   // A row is announced to the string table two rows before it is written, and once more one row before.
   constexpr size_t kAhead = 3;
   std::array<std::vector<StoredCell>, kAhead> rows;
   std::array<std::vector<uint32_t>, kAhead> hashes;
+  typing.NoteAll(cells);
+  typing.Decide();
   table.Reserve(cells.Bytes() * 2);
   const int64_t nLast = cells.LastRow();
   for (int64_t nRead = 1; nRead <= nLast + 2; ++nRead) {
@@ -85,7 +88,9 @@ void FillXlsTable(clsCellStore& cells, uint16_t nXf, clsXlsCellWriter& writer, c
     const std::vector<StoredCell>& row = rows[(nSlot + 1) % kAhead];
     if (row.empty()) continue;
     table.StartRow(static_cast<uint32_t>(nRead - 3));
-    for (const StoredCell& cell : row) writer.Write(table, static_cast<unsigned>(cell.nColumn - 1), cell.sText, nXf);
+    for (const StoredCell& cell : row)
+      writer.Write(table, static_cast<unsigned>(cell.nColumn - 1), cell.sText, typing.RuleOf(nRead - 2, cell.nColumn),
+                   nXf);
   }
   table.Finish();
 }
@@ -143,7 +148,8 @@ bool clsXlsNewWorkbook::Save(std::string_view sPath, Failure& failure) {
   size_t nBytes = 0;
   for (const auto& sheet : sheets_) nBytes += sheet->cells.Bytes();
   strings.Reserve(nBytes);
-  for (size_t i = 0; i < tables.size(); ++i) FillXlsTable(sheets_[i]->cells, xls::kDefaultXf, writer, tables[i]);
+  for (size_t i = 0; i < tables.size(); ++i)
+    FillXlsTable(sheets_[i]->cells, sheets_[i]->typing, xls::kDefaultXf, writer, tables[i]);
   nRefused_ = writer.RefusedFormulas();
 
   size_t nBoundSheet = 0;

@@ -11,6 +11,7 @@
 #include "clsWorkbook.h"
 #include "clsXlsCellTable.h"
 #include "clsXlsCellWriter.h"
+#include "modColumnTyping.h"
 #include "modXlsRecords.h"
 
 namespace quillon {
@@ -59,7 +60,8 @@ class clsXlsSheet {
 
   /// Fills the table with the sheet's cells and those written, row by row. nDefaultXf is for cells that inherit no
   /// format from their row or column.
-  void Merge(clsCellStore& written, uint16_t nDefaultXf, clsXlsCellWriter& writer, clsXlsCellTable& table) const;
+  void Merge(clsCellStore& written, clsSheetTyping& typing, uint16_t nDefaultXf, clsXlsCellWriter& writer,
+             clsXlsCellTable& table) const;
   unsigned DefaultHeight() const { return nDefaultHeight_; }
 
  private:

@@ -16,9 +16,9 @@ namespace quillon {
 /// relative to the cell that uses it, so it may move.
 class clsXlsSheetMerger {
  public:
-  clsXlsSheetMerger(const clsXlsSheet& sheet, clsCellStore& written, uint16_t nDefaultXf, clsXlsCellWriter& writer,
-                    clsXlsCellTable& table)
-      : sheet_(sheet), written_(written), nDefaultXf_(nDefaultXf), writer_(writer), table_(table) {}
+  clsXlsSheetMerger(const clsXlsSheet& sheet, clsCellStore& written, const clsSheetTyping& typing, uint16_t nDefaultXf,
+                    clsXlsCellWriter& writer, clsXlsCellTable& table)
+      : sheet_(sheet), written_(written), typing_(typing), nDefaultXf_(nDefaultXf), writer_(writer), table_(table) {}
 
   void Run() {
     FindHeirs();
@@ -100,7 +100,8 @@ class clsXlsSheetMerger {
       const bool bExists = nOldColumn == nNewColumn;
       uint16_t nXf = bExists ? sheet_.cells_[nOld].nXf : InheritedXf(sRowData, nNewColumn);
       for (; nOld < nCell_ && sheet_.cells_[nOld].Column() == nNewColumn; ++nOld) nXf = sheet_.cells_[nOld].nXf;
-      writer_.Write(table_, nNewColumn, row_[nNew++].sText, nXf, bExists);
+      const StoredCell& cell = row_[nNew++];
+      writer_.Write(table_, nNewColumn, cell.sText, typing_.RuleOf(int64_t{nRow} + 1, cell.nColumn), nXf, bExists);
     }
   }
 
@@ -137,6 +138,7 @@ class clsXlsSheetMerger {
 
   const clsXlsSheet& sheet_;
   clsCellStore& written_;
+  const clsSheetTyping& typing_;
   uint16_t nDefaultXf_;
   clsXlsCellWriter& writer_;
   clsXlsCellTable& table_;
@@ -145,9 +147,11 @@ class clsXlsSheetMerger {
   std::map<std::pair<uint32_t, unsigned>, Heirs> heirs_;  ///< By what the formulas name, and the column
 };
 
-void clsXlsSheet::Merge(clsCellStore& written, uint16_t nDefaultXf, clsXlsCellWriter& writer,
+void clsXlsSheet::Merge(clsCellStore& written, clsSheetTyping& typing, uint16_t nDefaultXf, clsXlsCellWriter& writer,
                         clsXlsCellTable& table) const {
-  clsXlsSheetMerger(*this, written, nDefaultXf, writer, table).Run();
+  typing.NoteAll(written);
+  typing.Decide();
+  clsXlsSheetMerger(*this, written, typing, nDefaultXf, writer, table).Run();
 }
 
 }  // namespace quillon

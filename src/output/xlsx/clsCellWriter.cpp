@@ -67,10 +67,11 @@ bool clsCellWriter::LeavesEmpty(std::string_view sText) const {
   return sText.empty() || (!typing_.bAllText && sText.find_first_not_of(' ') == std::string_view::npos);
 }
 
-void clsCellWriter::Append(const Cell& cell, std::string_view sText, bool bStaysText, std::string& sOut) {
+void clsCellWriter::Append(const Cell& cell, std::string_view sText, bool bStaysText, const ColumnRule& rule,
+                           std::string& sOut) {
   if (!bStaysText && LeavesEmpty(sText)) return AppendEmpty(cell, sOut);
   TypedCell typed;
-  if (!bStaysText) typed = TypeCell(sText, typing_, sScratch_);
+  if (!bStaysText) typed = TypeCell(sText, typing_, rule, sScratch_);
   if (typed.bRefusedFormula) ++nRefused_;
   uint32_t nStyle = cell.nStyle;
   const bool bFits = Fits(typed, nStyle);
@@ -81,7 +82,7 @@ void clsCellWriter::Append(const Cell& cell, std::string_view sText, bool bStays
     AppendValue(typed, cell.sPrefix, sOut);
     return CloseCell(cell, sOut);
   }
-  sText = ShownOf(sText);
+  sText = typed.kind == CellKind::Text ? typed.sText : ShownOf(sText);
   OpenCell(cell, nStyle, "inlineStr", sOut);
   sOut += '<';
   sOut += cell.sPrefix;

@@ -27,7 +27,7 @@ class clsCellWriter {
     std::string_view sChildren;  ///< Elements kept behind the value
   };
   /// Appends the cell's element; a text that must stay one is never typed.
-  void Append(const Cell& cell, std::string_view sText, bool bStaysText, std::string& sOut);
+  void Append(const Cell& cell, std::string_view sText, bool bStaysText, const ColumnRule& rule, std::string& sOut);
   /// True for a text that leaves its cell empty.
   bool LeavesEmpty(std::string_view sText) const;
   /// Appends the element of a cell with no value.

@@ -27,6 +27,8 @@ clsSheetMerger::clsSheetMerger(clsXmlScanner& scanner, SheetEdit& edit, const Sh
 }
 
 bool clsSheetMerger::Run() {
+  edit_.typing.NoteAll(edit_.cells);
+  edit_.typing.Decide();
   while (scanner_.Next() != XmlToken::End)
     if (scanner_.Token() == XmlToken::Failed || !MergeToken()) return false;
   copier_.Flush();
@@ -161,7 +163,8 @@ void clsSheetMerger::PutCellsBefore(int nColumn) {
 void clsSheetMerger::PutCell(const StoredCell& cell, uint32_t nStyle, std::string_view sChildren) {
   const bool bStaysText = !edit_.textCells.empty() && edit_.textCells.contains(nRow_ * kMaxSheetColumns + cell.nColumn);
   sPiece_.clear();
-  writer_.Append({nRow_, cell.nColumn, nStyle, sPrefix_, sChildren}, cell.sText, bStaysText, sPiece_);
+  writer_.Append({nRow_, cell.nColumn, nStyle, sPrefix_, sChildren}, cell.sText, bStaysText,
+                 edit_.typing.RuleOf(nRow_, cell.nColumn), sPiece_);
   copier_.Put(sPiece_);
 }
 

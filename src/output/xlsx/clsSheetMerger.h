@@ -10,13 +10,16 @@
 #include "clsCellWriter.h"
 #include "clsSheetCursor.h"
 #include "clsXmlCopier.h"
+#include "modColumnTyping.h"
 #include "modSheetFacts.h"
 
 namespace quillon {
 
 /// What a run does to one sheet.
 struct SheetEdit {
+  explicit SheetEdit(const CellTypingOptions& options) : typing(options) {}
   clsCellStore cells;
+  clsSheetTyping typing;
   std::vector<CellRange> cleared;  ///< Emptied before the cells were written
   /// Cells that must hold their text as it is (headings of tables), as row * kMaxSheetColumns + column.
   std::unordered_set<int64_t> textCells;

@@ -72,10 +72,10 @@ char* clsXlsxCells::PutText(char* p, std::string_view sText, int nStyle) {
   return PutLiteral(p, "</t></is></c>");
 }
 
-char* clsXlsxCells::Put(char* p, const XmlPiece& row, int nColumn, std::string_view sText, CellKind& kind) {
-  const TypedCell cell = TypeCell(sText, typing_, sScratch_);
+char* clsXlsxCells::Put(char* p, const XmlPiece& row, int nColumn, std::string_view sText, const ColumnRule& rule,
+                        TypedCell& cell) {
+  cell = TypeCell(sText, typing_, rule, sScratch_);
   nRefused_ += cell.bRefusedFormula ? 1 : 0;
-  kind = cell.kind;
   if (cell.kind == CellKind::Empty) return p;
   p = PutPiece(PutPiece(p, ColumnPiece(nColumn)), row);
   switch (cell.kind) {
@@ -99,9 +99,10 @@ char* clsXlsxCells::Put(char* p, const XmlPiece& row, int nColumn, std::string_v
     case CellKind::Text:
       break;
   }
-  const bool bBold = cell.kind == CellKind::Text && !cell.sFormat.empty();
-  kind = CellKind::Text;
-  return PutText(p, ShownOf(sText), bBold ? formats_.IndexOf(cell.sFormat) : 0);
+  if (cell.kind == CellKind::Text)
+    return PutText(p, cell.sText, cell.sFormat.empty() ? 0 : formats_.IndexOf(cell.sFormat));
+  cell.kind = CellKind::Text;
+  return PutText(p, ShownOf(sText), 0);
 }
 
 }  // namespace quillon

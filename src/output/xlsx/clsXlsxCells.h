@@ -31,8 +31,10 @@ class clsXlsxCells {
 
   /// Room that Put may touch for a text of nBytes.
   static constexpr size_t Room(size_t nBytes) { return nBytes * kXmlBytesPerByte + 160; }
-  /// Writes the cell's element at p and gives the end; p itself for a text that leaves the cell empty.
-  char* Put(char* p, const XmlPiece& row, int nColumn, std::string_view sText, CellKind& kind);
+  /// Writes the cell's element at p by the column's rule and gives the end; p itself for a text that leaves the cell
+  /// empty. typed is what the text is taken for; views of it are valid until the next call.
+  char* Put(char* p, const XmlPiece& row, int nColumn, std::string_view sText, const ColumnRule& rule,
+            TypedCell& typed);
 
   /// Names by which formulas may speak of sheets.
   void SetSheetNames(std::span<const std::string> names) { sheetNames_.assign(names.begin(), names.end()); }

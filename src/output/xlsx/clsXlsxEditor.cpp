@@ -23,6 +23,7 @@ class clsXlsxEditor : public clsSheetBook {
   bool Open(std::string_view sHostPath, Failure& failure);
 
   void SetStandardFont(std::string_view) override {}
+  void BeginTable(int nSheet) override;
   bool ClearContents(int nSheet, const CellRange& range, Failure& failure) override;
 
  protected:
@@ -69,7 +70,7 @@ XlsxSheet* clsXlsxEditor::Prepare(int nSheet, Failure& failure) {
   auto& pSheet = book_.sheets[static_cast<size_t>(nSheet) - 1];
   const WorkbookSheet& entry = EntryOf(nSheet);
   if (pSheet == nullptr) {
-    pSheet = std::make_unique<XlsxSheet>();
+    pSheet = std::make_unique<XlsxSheet>(book_.typing);
     if (!entry.bAdded && !Scan(*pSheet, entry)) pSheet->failure = book_.package.Damaged(entry.sPart);
   }
   failure = pSheet->failure;
@@ -84,8 +85,14 @@ bool clsXlsxEditor::Scan(XlsxSheet& sheet, const WorkbookSheet& entry) {
   return sheet.bScanned;
 }
 
+void clsXlsxEditor::BeginTable(int nSheet) {
+  Failure ignored;
+  XlsxSheet* const pSheet = CheckSheet(nSheet, ignored) ? Prepare(nSheet, ignored) : nullptr;
+  if (pSheet != nullptr) pSheet->edit.typing.BeginTable(pSheet->edit.cells.LastRow());
+}
+
 void clsXlsxEditor::AddSheet() {
-  book_.sheets.push_back(std::make_unique<XlsxSheet>());
+  book_.sheets.push_back(std::make_unique<XlsxSheet>(book_.typing));
   book_.workbook.sheets.push_back({{}, {}, true, true, {}});
 }
 

@@ -11,6 +11,9 @@
 #include "clsDeflater.h"
 #include "clsSpool.h"
 #include "clsXlsxCells.h"
+#include "modColumnTyping.h"
+#include "modShownByCode.h"
+#include "modXmlReading.h"
 
 namespace quillon {
 
@@ -112,11 +115,35 @@ void clsXlsxMerger::BeginRow(std::string_view sElement) {
 }
 
 void clsXlsxMerger::TakeCell(std::string_view sElement) {
-  if (rowCells_.empty()) return Emit(sElement);
   const int nColumn = ColumnOfCell(sElement);
   EmitCellsBefore(nColumn);
   const bool bReplaced = nNextCell_ < rowCells_.size() && rowCells_[nNextCell_].nColumn == nColumn;
-  if (!bReplaced) Emit(sElement);
+  if (bReplaced) return;
+  if (typing_.RuleOf(nRow_, nColumn) == typing_.Alone() || !ShownText(sElement, sShown_)) return Emit(sElement);
+  EmitCell(nColumn, sShown_);
+}
+
+bool clsXlsxMerger::ShownText(std::string_view sElement, std::string& sText) const {
+  constexpr std::string_view kStyle = "\" s=\"", kNumber = "\"><v>", kText = "\" t=\"inlineStr\"><is><t";
+  const size_t nPlace = sElement.find('"') + 1;
+  std::string_view sRest = sElement.substr(sElement.find('"', nPlace));
+  size_t nStyle = 0;
+  if (sRest.starts_with(kStyle)) {
+    std::from_chars(sRest.data() + kStyle.size(), sRest.data() + sRest.size(), nStyle);
+    sRest.remove_prefix(sRest.find('"', kStyle.size()));
+  }
+  sText.clear();
+  if (sRest.starts_with(kText) && nStyle == 0) {
+    sRest.remove_prefix(sRest.find('>', kText.size()) + 1);
+    AppendUnescaped(sRest.substr(0, sRest.find('<')), sText);
+    sText = DecodeCellText(sText);
+    const size_t nFirst = sText.find_first_not_of(' ');
+    return nFirst != std::string::npos && sText[nFirst] <= '9';
+  }
+  const std::vector<std::string>& codes = cells_.Formats().Codes();
+  if (!sRest.starts_with(kNumber) || nStyle >= codes.size()) return false;
+  sRest.remove_prefix(kNumber.size());
+  return AppendShownByCode(sRest.substr(0, sRest.find('<')), codes[nStyle], sText);
 }
 
 void clsXlsxMerger::EndRow() {
@@ -136,15 +163,17 @@ void clsXlsxMerger::EmitRowsBefore(int64_t nRow) {
 }
 
 void clsXlsxMerger::EmitCellsBefore(int nColumn) {
-  const XmlPiece row(std::to_string(nRow_));
-  for (; nNextCell_ < rowCells_.size() && rowCells_[nNextCell_].nColumn < nColumn; ++nNextCell_) {
-    const StoredCell& cell = rowCells_[nNextCell_];
-    const size_t nBefore = sOut_.size();
-    sOut_.resize(nBefore + clsXlsxCells::Room(cell.sText.size()));
-    CellKind kind{};
-    const char* const pEnd = cells_.Put(sOut_.data() + nBefore, row, cell.nColumn, cell.sText, kind);
-    sOut_.resize(static_cast<size_t>(pEnd - sOut_.data()));
-  }
+  for (; nNextCell_ < rowCells_.size() && rowCells_[nNextCell_].nColumn < nColumn; ++nNextCell_)
+    EmitCell(rowCells_[nNextCell_].nColumn, rowCells_[nNextCell_].sText);
+}
+
+void clsXlsxMerger::EmitCell(int nColumn, std::string_view sText) {
+  const size_t nBefore = sOut_.size();
+  sOut_.resize(nBefore + clsXlsxCells::Room(sText.size()));
+  TypedCell typed;
+  const char* const pEnd = cells_.Put(sOut_.data() + nBefore, XmlPiece(std::to_string(nRow_)), nColumn, sText,
+                                      typing_.RuleOf(nRow_, nColumn), typed);
+  sOut_.resize(static_cast<size_t>(pEnd - sOut_.data()));
 }
 
 void clsXlsxMerger::Emit(std::string_view sXml) {

@@ -62,7 +62,7 @@ bool clsXlsxSaver::PrepareEdits(Failure& failure) {
       renames_.sheets.push_back({entry.sName, book_.edit.names[i]});
     auto& pSheet = book_.sheets[i];
     if (book_.edit.nActive != book_.workbook.nActive && !entry.sPart.empty()) {
-      if (pSheet == nullptr) pSheet = std::make_unique<XlsxSheet>();
+      if (pSheet == nullptr) pSheet = std::make_unique<XlsxSheet>(book_.typing);
       pSheet->edit.bSelected = i == book_.edit.nActive;
     }
     if (entry.bAdded || pSheet == nullptr || !pSheet->edit.Touched()) continue;
@@ -81,7 +81,7 @@ bool clsXlsxSaver::TakeFormulasOf(size_t nSheet) {
     SheetFacts facts;
     clsXmlScanner scanner = book_.package.Scan(*nPart);
     if (!ReadSheetFacts(scanner, facts)) return false;
-    if (pSheet == nullptr) pSheet = std::make_unique<XlsxSheet>();
+    if (pSheet == nullptr) pSheet = std::make_unique<XlsxSheet>(book_.typing);
     pSheet->facts = std::move(facts);
     pSheet->bScanned = true;
   }

@@ -22,6 +22,7 @@ class clsOutputFile;
 
 /// A sheet that the run has touched or looked into.
 struct XlsxSheet {
+  explicit XlsxSheet(const CellTypingOptions& options) : edit(options) {}
   Failure failure;  ///< Set: the sheet is damaged
   SheetFacts facts;
   bool bScanned = false;  ///< The facts are known

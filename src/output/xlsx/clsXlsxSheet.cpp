@@ -48,12 +48,13 @@ void clsXlsxSheet::WriteCell(int64_t nRow, int nColumn, std::string_view sText) 
     bRowOpen_ = true;
   }
   const auto nStart = static_cast<uint32_t>(p - xml_.get());
-  CellKind kind{};
-  p = cells_.Put(p, rowDigits_, nColumn, sText, kind);
+  TypedCell typed;
+  p = cells_.Put(p, rowDigits_, nColumn, sText, typing_.Alone(), typed);
   nUsed_ = static_cast<size_t>(p - xml_.get());
   rowCells_.push_back({nColumn, nStart, static_cast<uint32_t>(nUsed_)});
   bRowOrdered_ = bRowOrdered_ && bAscends;
-  NoteCell(nRow, nColumn, sText, kind);
+  typing_.Note(nRow, nColumn, typed, sText);
+  NoteCell(nRow, nColumn, sText, typed.kind);
 }
 
 void clsXlsxSheet::NoteCell(int64_t nRow, int nColumn, std::string_view sText, CellKind kind) {
@@ -143,6 +144,7 @@ void clsXlsxSheet::Clear() {
   bRowOrdered_ = true;
   rowCells_.clear();
   late_.Clear();
+  typing_.Clear();
   used_ = {};
   nHeadingRow_ = 0;
   widths_.clear();
@@ -163,11 +165,13 @@ void clsXlsxSheet::CloseBody() {
   bClosed_ = true;
 }
 
-bool clsXlsxSheet::MergeLate(Failure& failure) {
-  if (late_.Empty()) return true;
+/// Late cells, and those of a kind that their column as a whole isn't.
+bool clsXlsxSheet::MergeRest(Failure& failure) {
+  typing_.NoteAll(late_);
+  if (!typing_.Decide() && late_.Empty()) return true;
   auto merged = std::make_unique<clsSpool>();
   clsDeflater deflater(*merged);
-  clsXlsxMerger merger(cells_, late_, deflater);
+  clsXlsxMerger merger(cells_, late_, typing_, deflater);
   if (!merger.Merge(*body_, failure)) return false;
   deflater.Close(false);
   nBodyCrc_ = deflater.Crc();
@@ -215,7 +219,7 @@ std::string clsXlsxSheet::Tail() const {
 
 bool clsXlsxSheet::Save(clsZipWriter& zip, std::string_view sPartName, bool bActive, Failure& failure) {
   CloseBody();
-  if (!MergeLate(failure)) return false;
+  if (!MergeRest(failure)) return false;
   clsSpool headSpool, tailSpool;
   clsDeflater head(headSpool), tail(tailSpool);
   head.Write(Head(bActive));

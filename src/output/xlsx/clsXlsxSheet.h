@@ -10,6 +10,7 @@
 #include "clsDeflater.h"
 #include "clsSpool.h"
 #include "clsXlsxCells.h"
+#include "modColumnTyping.h"
 #include "modFailure.h"
 
 namespace quillon {
@@ -18,16 +19,18 @@ class clsZipWriter;
 
 /// A sheet of a new .xlsx workbook. Rows are turned into XML and deflated into a spool as they come. What stands before
 /// them in the part (column widths, dimension) is known only at the end: it is deflated by itself and put in front.
-/// Cells of a row may come in any order. Cells of rows that are gone already are kept apart and merged in on saving.
+/// Cells of a row may come in any order. Cells of rows that are gone already are kept apart and merged in
+/// on saving; cells that their column decides to be of another kind are changed by then.
 class clsXlsxSheet {
  public:
-  explicit clsXlsxSheet(clsXlsxCells& cells) : cells_(cells) {}
+  clsXlsxSheet(clsXlsxCells& cells, const CellTypingOptions& options) : cells_(cells), typing_(options) {}
   clsXlsxSheet(const clsXlsxSheet&) = delete;
   clsXlsxSheet& operator=(const clsXlsxSheet&) = delete;
 
   /// A place in the sheet and a text that fits a cell, in its stored form.
   void WriteCell(int64_t nRow, int nColumn, std::string_view sText);
   const CellRange& UsedRange() const { return used_; }
+  void BeginTable() { typing_.BeginTable(used_.nBottom); }
   /// Rows down to this one stay in sight; its cells get a filter.
   void SetHeadingRow(int64_t nRow) { nHeadingRow_ = nRow; }
   void Clear();
@@ -46,7 +49,7 @@ class clsXlsxSheet {
   void NoteCell(int64_t nRow, int nColumn, std::string_view sText, CellKind kind);
   void NoteWidth(int nColumn, std::string_view sText, bool bText);
   void CloseBody();
-  bool MergeLate(Failure& failure);
+  bool MergeRest(Failure& failure);
   std::string Head(bool bActive) const;
   std::string Tail() const;
 
@@ -67,6 +70,7 @@ class clsXlsxSheet {
   std::vector<RowCell> rowCells_;
 
   clsCellStore late_;
+  clsSheetTyping typing_;
   CellRange used_;
   int64_t nHeadingRow_ = 0;
   std::vector<uint8_t> widths_;  ///< Longest value by column, at most kMaxWidth

@@ -20,6 +20,9 @@ class clsXlsxWorkbook : public clsSheetBook {
   explicit clsXlsxWorkbook(const WorkbookOptions& options);
 
   void SetStandardFont(std::string_view sName) override { sFont_ = sName; }
+  void BeginTable(int nSheet) override {
+    if (HasSheet(nSheet)) At(nSheet).xml.BeginTable();
+  }
   void SetHeadingRow(int nSheet, int64_t nRow) override;
   bool ClearContents(int nSheet, const CellRange& range, Failure& failure) override;
 
@@ -27,13 +30,13 @@ class clsXlsxWorkbook : public clsSheetBook {
   bool PutText(int nSheet, int64_t nRow, int nColumn, std::string_view sStored, Failure& failure) override;
   bool GetText(int nSheet, int64_t nRow, int nColumn, std::string& sStored, Failure& failure) override;
   std::optional<CellRange> UsedRange(int nSheet) override { return At(nSheet).xml.UsedRange(); }
-  void AddSheet() override { sheets_.push_back(std::make_unique<Sheet>(cells_)); }
+  void AddSheet() override { sheets_.push_back(std::make_unique<Sheet>(cells_, options_.typing)); }
   void NamesChanged() override { cells_.SetSheetNames(names_); }
   bool Save(std::string_view sPath, Failure& failure) override;
 
  private:
   struct Sheet {
-    explicit Sheet(clsXlsxCells& cells) : xml(cells) {}
+    Sheet(clsXlsxCells& cells, const CellTypingOptions& options) : xml(cells, options) {}
     clsXlsxSheet xml;
     clsCellStore kept;
   };
