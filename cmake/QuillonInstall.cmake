@@ -78,6 +78,7 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_QUILLON_PACKAGE_NAME quillon)
 set(CPACK_DEBIAN_QUILLON_PACKAGE_SECTION text)
+set(CPACK_DEBIAN_QUILLON_PACKAGE_RECOMMENDS poppler-utils)
 set(CPACK_DEBIAN_QUILLON_DESCRIPTION
     "Quillon turns ledgers, stock lists and spool files into CSV files and
 workbooks. Columns are drawn as a ruler on the report, worked out from its

@@ -9,7 +9,7 @@ set -euo pipefail
 build="g++ cmake ninja-build pkg-config libfmt-dev libcli11-dev nlohmann-json3-dev libzip-dev libisal-dev libgsf-1-dev zlib1g-dev libzstd-dev liblzma-dev libbz2-dev cmark-gfm"
 demo="python3"
 # The workbooks that the tests make are read back by programs of other makers.
-tests="python3 python3-openpyxl python3-xlrd python3-xlwt python3-xlsxwriter python3-lxml libgtest-dev libreoffice-calc-nogui gnumeric"
+tests="python3 python3-openpyxl python3-xlrd python3-xlwt python3-xlsxwriter python3-lxml libgtest-dev libreoffice-calc-nogui gnumeric poppler-utils zstd"
 # Batches on many machines are tried under what starts them there, completions in the shells themselves.
 tests+=" parallel munge slurm-client slurmctld slurmd python3-yaml bash-completion zsh fish"
 gui="qt6-base-dev"

@@ -7,6 +7,7 @@
 #include "clsQuietHost.h"
 #include "modConversionRun.h"
 #include "modFiles.h"
+#include "modInputChoices.h"
 #include "modReportText.h"
 #include "modSettings.h"
 #include "modStandardStreams.h"
@@ -26,6 +27,7 @@ clsLook::clsLook(const LookRequest& request) : request_(request) {
   preview.sInput = request.sInput;
   preview.text = {.bUnix = request.options.bUnix, .pCodePage = SystemCodePage(), .bReport = true};
   ReportInput().bFindKinds = true;
+  ApplyInputChoices(request.options);
   preview.lTabSize = request.options.lTabSize;
   preview.lTable = request.lTable;
   preview.lRows = request.lRows;

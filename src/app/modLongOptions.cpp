@@ -3,8 +3,10 @@
 #include <CLI/CLI.hpp>
 
 #include "clsCodePage.h"
+#include "clsEbcdicPage.h"
 #include "modConvertCommand.h"
 #include "modFrontDoor.h"
+#include "modInputChoices.h"
 #include "modJobCommand.h"
 #include "modLookCommands.h"
 #include "modNumbers.h"
@@ -85,7 +87,8 @@ std::string SetDelimiter(const std::string& sValue, int32_t& lDelimiter) {
 }
 
 std::string CheckEncoding(const std::string& sValue) {
-  if (EqualNoCase(sValue, "auto") || clsCodePage::Find(sValue) != nullptr) return {};
+  const bool bPage = clsCodePage::Find(sValue) != nullptr || clsEbcdicPage::Find(sValue) != nullptr;
+  if (EqualNoCase(sValue, "auto") || bPage) return {};
   return "no such code page: " + sValue + " (auto, UTF-8, windows-1252, cp437, cp850, ISO-8859-1 ...)";
 }
 
@@ -129,7 +132,7 @@ void AddNumber(CLI::App& command, const std::string& sName, const std::string& s
     const std::map<std::string, int32_t> words{{"never", 0}, {"sometimes", 1}, {"always", 2}};
     added->transform(CLI::CheckedTransformer(words, CLI::ignore_case).description(""));
   } else {
-    added->check(CLI::Range(0, 1000).description(""))->capture_default_str();
+    added->check(CLI::Range(0, option.lMost).description(""))->capture_default_str();
   }
 }
 
@@ -149,6 +152,9 @@ void AddOption(CLI::App& command, const Option& option, clsConversionOptions& op
         command.add_option(sName, options.**text, sHelp)->type_name(std::string(option.sLongType));
     if (option.longValue == LongValue::Encoding) {
       added->check(CLI::Validator(CheckEncoding, ""))->capture_default_str();
+    } else if (option.longValue == LongValue::InputChoice) {
+      const auto check = [sMember = option.sName](const std::string& s) { return WhyNoInputChoice(sMember, s); };
+      added->check(CLI::Validator(check, ""));
     }
   }
 }
@@ -156,9 +162,9 @@ void AddOption(CLI::App& command, const Option& option, clsConversionOptions& op
 /// How a report is read.
 void AddReadingOptions(CLI::App& command, clsConversionOptions& options) {
   for (const Option& option : OptionTable()) {
-    if (option.sLong == "tab-size" || option.sLong == "unix" || option.sLong == "encoding") {
-      AddOption(command, option, options);
-    }
+    const bool bReading = option.longValue == LongValue::InputChoice || option.longValue == LongValue::Encoding ||
+                          option.sLong == "record-length" || option.sLong == "tab-size" || option.sLong == "unix";
+    if (bReading) AddOption(command, option, options);
   }
 }
 

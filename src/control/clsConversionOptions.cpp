@@ -6,6 +6,7 @@
 
 #include "clsIniFile.h"
 #include "modFailure.h"
+#include "modInputChoices.h"
 #include "modNumbers.h"
 #include "modOptionTable.h"
 #include "modSettings.h"
@@ -25,11 +26,11 @@ constexpr std::string_view kInfo =
     "This is a 'Quillon' Conversion Job file. Use me as a batch file to convert TXT to CSV/Excel";
 constexpr std::string_view kShowStatusMessages = "bShowStatusMessages";
 
-/// The options that a job file keeps, in the order in which they are written.
+/// The options that a job file may keep, in the order in which they are written.
 std::vector<const Option*> JobOptions() {
   std::vector<const Option*> rows;
   for (const Option& option : OptionTable()) {
-    if (option.bInJob) rows.push_back(&option);
+    if (option.bInJob || option.bInJobIfSet) rows.push_back(&option);
   }
   return rows;
 }
@@ -53,6 +54,13 @@ int32_t JobNumber(std::string_view sFile, std::string_view sKey, std::string_vie
                          " is not a whole number; correct this key of the conversion job.");
 }
 
+std::string JobText(std::string_view sFile, const Option& option, const std::string& sValue) {
+  const std::string sWrong = WhyNoInputChoice(option.sName, sValue);
+  if (sWrong.empty()) return sValue;
+  throw UnhandledFailure(std::string(sFile) + ": " + std::string(option.sName) + "=" + sValue + ": " + sWrong +
+                         "; correct this key of the conversion job.");
+}
+
 }  // namespace
 
 void clsConversionOptions::OpenConversionJob(std::string_view sFile) {
@@ -68,7 +76,7 @@ void clsConversionOptions::OpenConversionJob(std::string_view sFile) {
   for (const Option* const pRow : JobOptionsToRead()) {
     const std::string value = ini.Get(kJobSection, pRow->sName, pRow->sIfMissing);
     if (const auto* text = std::get_if<OptionText>(&pRow->field)) {
-      this->** text = value;
+      this->** text = JobText(sFile, *pRow, value);
     } else if (const auto* number = std::get_if<OptionNumber>(&pRow->field)) {
       this->** number = JobNumber(sFile, pRow->sName, value);
     } else if (pRow->sName == kShowStatusMessages) {
@@ -86,6 +94,7 @@ bool clsConversionOptions::SaveConversionJob(std::string_view sFile) const {
   };
   add(kNoteKeys[0], kInfo);
   for (const Option* const pRow : JobOptions()) {
+    if (pRow->bInJobIfSet && !IsOptionSet(*pRow, *this)) continue;
     // A saved job never asks for messages; only a hand edit does.
     add(pRow->sName, pRow->sName == kShowStatusMessages ? "FALSE" : OptionValueText(*pRow, *this));
   }

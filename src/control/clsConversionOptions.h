@@ -41,11 +41,17 @@ class clsConversionOptions {
   bool bSafeCsv = false;     ///< Cells that a spreadsheet would run are made harmless
   bool bAllPeriods = false;  ///< Rows of every period's file, not of slot 1 alone
   std::string sEncoding = "auto";
-  int32_t lCommandLineExitCode = 0;  ///< Declared; nothing reads or writes it
-  std::string sErr1, sErr2, sErr3;   ///< The pending log entry
-  int32_t lErr = 0;                  ///< Its code; stays until the log is cleared
-  std::string sReadMe, sReadMe2;     ///< Job notes of a run with windows
-  std::string sReadMeCommandLine;    ///< Job note of an unattended run
+  // How reports lie in their files. A job file keeps those that say something.
+  std::string sRecords = "auto";      ///< Where records end: lines, fixed, rdw, blocks
+  int32_t lRecordLength = 0;          ///< Of fixed records; 0 is unsaid
+  std::string sCarriageControl;       ///< First column: none, asa, machine, auto; "" is auto in EBCDIC, else none
+  std::string sPrinterCodes = "off";  ///< Backspaces and escape sequences: off, on, auto
+  std::string sPages;                 ///< Of a PDF, "2-5"
+  int32_t lCommandLineExitCode = 0;   ///< Declared; nothing reads or writes it
+  std::string sErr1, sErr2, sErr3;    ///< The pending log entry
+  int32_t lErr = 0;                   ///< Its code; stays until the log is cleared
+  std::string sReadMe, sReadMe2;      ///< Job notes of a run with windows
+  std::string sReadMeCommandLine;     ///< Job note of an unattended run
 
   /// Reads the job file key by key. A missing file and missing keys give the file's defaults, two of which differ from
   /// those of a new record: lConversionMethod 0 and bClearOutputFileBeforeProcessing False. A decimal key that is no

@@ -5,6 +5,7 @@
 
 #include "modFileListing.h"
 #include "modFiles.h"
+#include "modInputChoices.h"
 #include "modNumbers.h"
 #include "modPacked.h"
 #include "modPaths.h"
@@ -183,6 +184,7 @@ const FileOutcome& clsConversionRun::Convert(const std::function<void(int32_t& l
   outcome_.sInput = options_.sInputFile;
   outcome_.sOutput = options_.sOutputFile;
   log_.TellOutcome(&outcome_);
+  ApplyInputChoices(options_);
   try {
     convert(outcome_.lResult);
   } catch (const std::bad_alloc&) {

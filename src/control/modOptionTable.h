@@ -43,13 +43,14 @@ enum class Serves {
 };
 
 /// How a long option's value is checked and read. A flag turns the default over.
-enum class LongValue { Flag, Text, Number, Delimiter, Quote, Encoding };
+enum class LongValue { Flag, Text, Number, Delimiter, Quote, Encoding, InputChoice };
 
 struct Option {
   /// Name of the member, and its key in a job file.
   std::string_view sName;
   std::variant<std::monostate, OptionText, OptionNumber, OptionTruth> field{};
   bool bInJob = false;
+  bool bInJobIfSet = false;       ///< A job file keeps it where it isn't that of a new record
   std::string_view sIfMissing{};  ///< Value of a job file without the key; a new record's stands at the member
   bool bShapesOutput = false;     ///< Other values may make other outputs of the same recipe
   Serves serves = Serves::All;
@@ -60,6 +61,7 @@ struct Option {
   std::string_view sLong{};        ///< "tab-size", or "recursive" with its letter in cShort
   char cShort = '\0';
   LongValue longValue = LongValue::Flag;
+  int32_t lMost = 1000;  ///< Of Number
   std::string_view sLongType{};
   std::string_view sLongHelp{};
 };

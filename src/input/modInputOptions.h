@@ -26,6 +26,14 @@ enum class CarriageControl {
 /// Backspaces, and escape sequences of printers and terminals.
 enum class PrinterCodes { Off, On, Auto };
 
+/// Pages of a PDF to read, from 1; 0 is the first, and the last.
+struct PdfPages {
+  int32_t lFirst = 0;
+  int32_t lLast = 0;
+
+  bool operator==(const PdfPages&) const = default;
+};
+
 /// How the lines of a report lie in its bytes, once it is unpacked. The defaults read a file as it stands, but for
 /// what would be noise as text: compressed files and PDF.
 struct InputOptions {
@@ -37,6 +45,7 @@ struct InputOptions {
   int32_t lRecordLength = 0;  ///< Of Fixed; 0: found by content in EBCDIC files
   CarriageControl carriageControl = CarriageControl::Unsaid;
   PrinterCodes printerCodes = PrinterCodes::Off;
+  PdfPages pages = {};  ///< Of a PDF
 
   bool operator==(const InputOptions&) const = default;
 };

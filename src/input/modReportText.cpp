@@ -10,6 +10,7 @@
 #include "modFileState.h"
 #include "modFiles.h"
 #include "modPacked.h"
+#include "modPdfText.h"
 #include "modSystemIo.h"
 #include "modTextPlan.h"
 
@@ -58,6 +59,7 @@ class clsReportMaker {
       if (!Unpack(packing)) return false;
       packing = PackingOf(Head());
     }
+    if (IsPdf(Head())) return MakeOfPdf(made);
     TextPlan plan;
     std::string sFault;
     if (!MakeTextPlan(Handle(), Head(), Size(), made.options, plan, sFault)) {
@@ -87,6 +89,14 @@ class clsReportMaker {
     failure_ = spool->LastFailure();
     if (failure_.Failed()) return false;
     spool_ = std::move(spool);
+    return true;
+  }
+
+  bool MakeOfPdf(MadeText& made) {
+    auto spool = std::make_unique<clsTextSpool>(sPath_, nMost_);
+    if (!MakePdfText(sPath_, Handle(), made.options.pages, *spool, made.notes, failure_)) return false;
+    made.bUtf8 = true;
+    made.spool = std::move(spool);
     return true;
   }
 
@@ -187,8 +197,9 @@ bool OpenReportText(std::string_view sPath, int64_t nMost, ReportText& text, Fai
   const std::string sHead = BeginningOf(text.nHandle, kHeadBytes);
   TextPlan plan;
   std::string sFault;
-  const bool bPlanned = MakeTextPlan(text.nHandle, sHead, text.nBytes, ReportInput(), plan, sFault);
-  if (PackingOf(sHead) == Packing::None && bPlanned && plan.makers.empty()) return true;
+  const bool bNoText = PackingOf(sHead) != Packing::None || IsPdf(sHead);
+  const bool bPlanned = !bNoText && MakeTextPlan(text.nHandle, sHead, text.nBytes, ReportInput(), plan, sFault);
+  if (bPlanned && plan.makers.empty()) return true;
   const int nFile = text.nHandle;
   const bool bOpened = OpenMade(sPath, nFile, nMost, text, failure);
   CloseHandle(nFile);

@@ -22,6 +22,42 @@ CASES = [("account_limits", "account_limits.prt", "account_limits.rcp"),
          ("fastiron_arp_crlf", "fastiron_arp_crlf.txt", "fastiron_arp_crlf.rcp")]
 
 
+def ebcdic(text, page="cp037"):
+    return text.encode(page)
+
+
+def asa(text):
+    """The lines of a text as records with ASA carriage control."""
+    records = []
+    for line in text.split("\n")[:-1]:
+        feeds = len(line) - len(line.lstrip("\f"))
+        records += ["1"] * (feeds - 1) + [("1" if feeds else " ") + line.lstrip("\f")]
+    return records
+
+
+def pdf(pages, size):
+    """A PDF of pages of lines, in Courier."""
+    objects = [b"<</Type/Catalog/Pages 2 0 R>>", None, b"<</Type/Font/Subtype/Type1/BaseFont/Courier>>"]
+    kids = []
+    height = int(size * 1.2 * max(map(len, pages), default=0)) + 80
+    for lines in pages:
+        shown = "".join("(%s) Tj T*\n" % line.replace("\\", "\\\\").replace("(", "\\(").replace(")", "\\)")
+                        for line in lines)
+        stream = f"BT /F1 {size} Tf {size * 1.2} TL 40 {height - 40} Td\n{shown}ET".encode("latin-1")
+        objects.append(b"<</Length %d>>stream\n%s\nendstream" % (len(stream), stream))
+        objects.append(b"<</Type/Page/Parent 2 0 R/MediaBox[0 0 1200 %d]/Contents %d 0 R"
+                       b"/Resources<</Font<</F1 3 0 R>>>>>>" % (height, len(objects)))
+        kids.append(b"%d 0 R" % len(objects))
+    objects[1] = b"<</Type/Pages/Count %d/Kids[%s]>>" % (len(kids), b" ".join(kids))
+    made, places = b"%PDF-1.4\n", []
+    for number, thing in enumerate(objects, 1):
+        places.append(len(made))
+        made += b"%d 0 obj\n%s\nendobj\n" % (number, thing)
+    table = b"".join(b"%010d 00000 n \n" % place for place in places)
+    return made + b"xref\n0 %d\n0000000000 65535 f \n%strailer<</Size %d/Root 1 0 R>>\nstartxref\n%d\n%%%%EOF\n" % (
+        len(objects) + 1, table, len(objects) + 1, len(made))
+
+
 class Inputs(unittest.TestCase):
     def setUp(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="quillon-inputs-"))
@@ -95,6 +131,79 @@ class Inputs(unittest.TestCase):
             self.assertEqual((status, made), (0, wanted))
             self.assertIn("note: in.txt: read as UTF-16", said)
             self.assertEqual(self.run_program("check", "in.txt", "--recipe", recipe)[0], 0)
+
+    def test_mainframe_files_give_the_bytes_of_their_text(self):
+        for case, report, recipe in CASES:
+            recipe = GOLDEN / case / recipe
+            # Blanks at the ends of lines can't be told from those that fill up records.
+            lines = [line.rstrip(" ") for line in (GOLDEN / case / report).read_bytes().decode().split("\n")]
+            lines = [line.rstrip("\r").rstrip(" ") for line in lines]
+            text = "".join(line + "\n" for line in lines).rstrip("\n") + "\n"
+            lines = text.split("\n")[:-1]
+            (self.folder / "plain.txt").write_text(text, newline="")
+            _, wanted, _ = self.convert("plain.txt", recipe)
+            records = asa(text)
+            width = max(map(len, records))
+            counted = [ebcdic(r) for r in records]
+            rdw = [(len(r) + 4).to_bytes(2, "big") + bytes(2) + r for r in counted]
+            found = {"NEL": b"".join(ebcdic(line) + b"\x15" for line in lines), "RDW": b"".join(rdw),
+                     "blocks": b"".join((len(r) + 4).to_bytes(2, "big") + bytes(2) + r for r in rdw)}
+            fixed = b"".join(ebcdic(r.ljust(width)) for r in records)
+            said = ["--encoding", "cp037", "--record-length", width, "--carriage-control", "asa"]
+            control = {"NEL": []}
+            made = [(k, d, control.get(k, said[-2:])) for k, d in found.items()] + [("fixed", fixed, said)]
+            for kind, data, options in made:
+                (self.folder / "spool").write_bytes(data)
+                status, made, told = self.convert("spool", recipe, "out.csv", *options)
+                self.assertEqual((status, made), (0, wanted), f"{case} {kind} {told}")
+                self.assertIn("read as EBCDIC (cp037)", told)
+
+    def test_a_job_keeps_how_its_reports_are_read(self):
+        case, report, recipe = CASES[0]
+        lines, recipe = (GOLDEN / case / report).read_bytes().decode().splitlines(), GOLDEN / case / recipe
+        text = "".join(line.rstrip() + "\n" for line in lines)
+        (self.folder / "plain.txt").write_text(text)
+        _, wanted, _ = self.convert("plain.txt", recipe)
+        (self.folder / "spool").write_bytes("".join(r.ljust(140) for r in asa(text)).encode())
+        job = f"[QLN]\r\nsInputFile=spool\r\nsOutputFile=job.csv\r\nsRecipeFile={recipe}\r\nlConversionMethod=1\r\n"
+        for keys, status in [("lRecordLength=140\r\nsCarriageControl=asa\r\n", 0), ("sRecords=odd\r\n", 70)]:
+            (self.folder / "a.QLN").write_text(job + keys)
+            self.assertEqual(self.run_program("job", "a.QLN")[0], status, keys)
+        self.assertEqual((self.folder / "job.csv").read_bytes(), wanted)
+        self.assertEqual(self.convert("spool", recipe, "o.csv", "--records", "odd")[0], 2)
+
+    @unittest.skipUnless(shutil.which("pdftotext"), "poppler-utils is not installed")
+    def test_a_pdf_gives_the_cells_of_its_text(self):
+        # Columns count from the leftmost character of the document, so a text that is indented as a whole moves.
+        for case, report, recipe in CASES[::2]:
+            text, recipe = (GOLDEN / case / report).read_bytes().decode(), GOLDEN / case / recipe
+            pages = [page.splitlines() for page in text.split("\f")]
+            for size in (7, 10):
+                (self.folder / "in.pdf").write_bytes(pdf(pages, size))
+                status, made, said = self.convert("in.pdf", recipe, "out.csv", "--trim")
+                _, plain, _ = self.convert(GOLDEN / case / report, recipe, "plain.csv", "--trim")
+                self.assertEqual((status, made), (0, plain), f"{case} {size} {said}")
+
+    @unittest.skipUnless(shutil.which("pdftotext"), "poppler-utils is not installed")
+    def test_a_pdf_that_is_no_text_is_refused_with_the_reason(self):
+        case, _, recipe = CASES[0]
+        recipe = GOLDEN / case / recipe
+        for data, said in [(b"%PDF-1.4\nrubbish", "can't be read"), (pdf([[]], 10), "is it a scan?")]:
+            (self.folder / "in.pdf").write_bytes(data)
+            status, made, told = self.convert("in.pdf", recipe)
+            self.assertEqual((status, made), (1, None), told)
+            self.assertIn(said, told)
+        hanging = self.folder / "bin" / "pdftotext"
+        hanging.parent.mkdir()
+        for script, said in [("#!/bin/sh\nkill -9 $$\n", "takes too long or too much"), (None, "poppler-utils")]:
+            hanging.unlink(missing_ok=True)
+            if script:
+                hanging.write_text(script)
+                hanging.chmod(0o755)
+            told = subprocess.run([PROGRAM, "convert", "in.pdf", "-o", "out.csv", "--recipe", str(recipe)],
+                                  cwd=self.folder, capture_output=True, timeout=60,
+                                  env={"PATH": str(hanging.parent), "HOME": str(self.folder)}).stderr.decode()
+            self.assertIn(said, told)
 
 
 if __name__ == "__main__":

@@ -1,0 +1,82 @@
+#include "modInputChoices.h"
+
+#include <array>
+#include <optional>
+
+#include "clsEbcdicPage.h"
+#include "modNumbers.h"
+#include "modReportText.h"
+#include "modText.h"
+
+namespace quillon {
+
+namespace {
+
+template <typename Value>
+struct Word {
+  std::string_view sWord;
+  Value value;
+};
+
+constexpr std::array kRecords{Word{"auto", RecordForm::Auto}, Word{"lines", RecordForm::Lines},
+                              Word{"fixed", RecordForm::Fixed}, Word{"rdw", RecordForm::Rdw},
+                              Word{"blocks", RecordForm::Blocks}};
+constexpr std::array kControls{Word{"", CarriageControl::Unsaid}, Word{"none", CarriageControl::None},
+                               Word{"asa", CarriageControl::Asa}, Word{"machine", CarriageControl::Machine},
+                               Word{"auto", CarriageControl::Auto}};
+constexpr std::array kCodes{Word{"off", PrinterCodes::Off}, Word{"on", PrinterCodes::On},
+                            Word{"auto", PrinterCodes::Auto}};
+
+template <typename Words>
+auto Find(const Words& words, std::string_view sValue) {
+  std::optional<decltype(words[0].value)> found;
+  for (const auto& word : words) {
+    if (EqualNoCase(word.sWord, sValue)) found = word.value;
+  }
+  return found;
+}
+
+template <typename Words>
+std::string Unless(const Words& words, std::string_view sValue) {
+  if (Find(words, sValue)) return {};
+  std::string sWanted;
+  for (const auto& word : words) sWanted += (sWanted.empty() ? "" : ", ") + std::string(word.sWord);
+  return "one of " + sWanted + " is wanted";
+}
+
+/// "", "2", "2-5", "2-" or "-5".
+std::optional<PdfPages> ParsePages(std::string_view sValue) {
+  const std::string_view sPages = TrimBlanks(sValue);
+  if (sPages.empty()) return PdfPages();
+  const size_t nDash = sPages.find('-');
+  const std::string_view sFirst = sPages.substr(0, nDash);
+  const std::string_view sLast = nDash == std::string_view::npos ? sFirst : sPages.substr(nDash + 1);
+  const auto page = [](std::string_view s) { return s.empty() ? std::optional(0) : ParseWholeNumber(s); };
+  const auto lFirst = page(sFirst);
+  const auto lLast = page(sLast);
+  const bool bGood =
+      lFirst && lLast && *lFirst >= 0 && *lLast >= 0 && (*lLast == 0 || *lLast >= *lFirst) && *lFirst + *lLast > 0;
+  return bGood ? std::optional(PdfPages{*lFirst, *lLast}) : std::nullopt;
+}
+
+}  // namespace
+
+std::string WhyNoInputChoice(std::string_view sMember, std::string_view sValue) {
+  if (sMember == "sRecords") return Unless(kRecords, sValue);
+  if (sMember == "sCarriageControl") return Unless(kControls, sValue);
+  if (sMember == "sPrinterCodes") return Unless(kCodes, sValue);
+  if (sMember == "sPages" && !ParsePages(sValue)) return "pages such as 2, 2-5 or 3- are wanted";
+  return {};
+}
+
+void ApplyInputChoices(const clsConversionOptions& options) {
+  InputOptions& input = ReportInput();
+  input.sEbcdicPage = clsEbcdicPage::Find(options.sEncoding) != nullptr ? options.sEncoding : "";
+  input.records = Find(kRecords, options.sRecords).value_or(RecordForm::Auto);
+  input.lRecordLength = options.lRecordLength;
+  input.carriageControl = Find(kControls, options.sCarriageControl).value_or(CarriageControl::Unsaid);
+  input.printerCodes = Find(kCodes, options.sPrinterCodes).value_or(PrinterCodes::Off);
+  input.pages = ParsePages(options.sPages).value_or(PdfPages());
+}
+
+}  // namespace quillon

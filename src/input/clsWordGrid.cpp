@@ -1,0 +1,164 @@
+#include "clsWordGrid.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+
+#include "modText.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr double kHundredths = 100;
+/// What lies further out comes of a made-up page, not of a printed one.
+constexpr int64_t kMostColumns = 4000;
+constexpr int64_t kMostLines = 2000;
+
+double NumberOf(std::string_view sLine, std::string_view sName) {
+  const size_t nAt = sLine.find(sName);
+  double d = 0;
+  if (nAt == std::string_view::npos) return d;
+  const char* const pFrom = sLine.data() + nAt + sName.size();
+  std::from_chars(pFrom, sLine.data() + sLine.size(), d);
+  return std::isfinite(d) ? std::clamp(d, -1e6, 1e6) : 0;
+}
+
+std::string Plain(std::string_view sMarked) {
+  struct Mark {
+    std::string_view sMark;
+    char plain;
+  };
+  constexpr std::array kMarks{Mark{"&amp;", '&'},  Mark{"&lt;", '<'},    Mark{"&gt;", '>'},
+                              Mark{"&quot;", '"'}, Mark{"&apos;", '\''}, Mark{"&#39;", '\''}};
+  std::string sText;
+  while (!sMarked.empty()) {
+    const auto mark =
+        std::find_if(kMarks.begin(), kMarks.end(), [&](const Mark& m) { return sMarked.starts_with(m.sMark); });
+    sText += mark != kMarks.end() ? mark->plain : sMarked.front();
+    sMarked.remove_prefix(mark != kMarks.end() ? mark->sMark.size() : 1);
+  }
+  return sText;
+}
+
+}  // namespace
+
+bool PlacedWord::IsTurned() const {
+  constexpr size_t kFewest = 3;
+  constexpr double kTimes = 1.5;
+  return CharCount(sText) >= kFewest && dBottom - dTop > kTimes * (dRight - dLeft);
+}
+
+void clsWordList::Take(std::string_view sBlock, const PageSink& sink) {
+  for (size_t nEnd = sBlock.find('\n'); nEnd != std::string_view::npos; nEnd = sBlock.find('\n')) {
+    sKept_.append(sBlock.substr(0, nEnd));
+    TakeLine(sKept_, sink);
+    sKept_.clear();
+    sBlock.remove_prefix(nEnd + 1);
+  }
+  sKept_.append(sBlock);
+}
+
+void clsWordList::TakeLine(std::string_view sLine, const PageSink& sink) {
+  if (sLine.find("</page>") != std::string_view::npos) {
+    sink(words_);
+    words_.clear();
+    return;
+  }
+  const size_t nText = sLine.find("\">");
+  const size_t nEnd = sLine.rfind("</word>");
+  if (sLine.find("<word ") == std::string_view::npos || nText == std::string_view::npos ||
+      nEnd == std::string_view::npos)
+    return;
+  PlacedWord word{NumberOf(sLine, "xMin=\""), NumberOf(sLine, "yMin=\""), NumberOf(sLine, "xMax=\""),
+                  NumberOf(sLine, "yMax=\""), nEnd > nText + 2 ? Plain(sLine.substr(nText + 2, nEnd - nText - 2)) : ""};
+  if (!word.sText.empty()) words_.push_back(std::move(word));
+}
+
+void clsWordGrid::Measure(const std::vector<PlacedWord>& words) {
+  std::vector<double> tops;
+  for (const PlacedWord& word : words) {
+    if (word.IsTurned()) continue;
+    const auto nChars = static_cast<double>(CharCount(word.sText));
+    widths_[std::llround((word.dRight - word.dLeft) / nChars * kHundredths)] += nChars;
+    dLeft_ = std::min(dLeft_, word.dLeft);
+    dTop_ = std::min(dTop_, word.Middle());
+    tops.push_back(word.Middle());
+  }
+  std::sort(tops.begin(), tops.end());
+  for (size_t i = 1; i < tops.size(); ++i) {
+    const double dApart = tops[i] - tops[i - 1];
+    // Less is one line in letters of several sizes.
+    constexpr double kLeast = 3;
+    if (dApart >= kLeast) heights_[std::llround(dApart * kHundredths)] += 1;
+  }
+}
+
+/// The length that most have, over those that differ from it by no more than rounding.
+double clsWordGrid::Dominant(const Lengths& lengths) {
+  constexpr double kNear = 0.02;
+  double dBest = 0;
+  double dMost = 0;
+  for (const auto& [length, often] : lengths) {
+    const auto nNear = static_cast<int64_t>(std::ceil(static_cast<double>(length) * kNear));
+    double dSum = 0;
+    double dCount = 0;
+    for (auto it = lengths.lower_bound(length - nNear); it != lengths.end() && it->first <= length + nNear; ++it) {
+      dSum += static_cast<double>(it->first) * it->second;
+      dCount += it->second;
+    }
+    if (dCount <= dMost) continue;
+    dMost = dCount;
+    dBest = dSum / dCount;
+  }
+  return dBest / kHundredths;
+}
+
+void clsWordGrid::EndMeasure() {
+  constexpr double kLeast = 0.5;
+  if (const double d = Dominant(widths_); d >= kLeast) dWidth_ = d;
+  if (const double d = Dominant(heights_); d >= kLeast) dHeight_ = d;
+}
+
+int64_t clsWordGrid::LineOf(const PlacedWord& word) const {
+  return std::clamp<int64_t>(std::llround((word.Middle() - dTop_) / dHeight_), 0, kMostLines);
+}
+
+int64_t clsWordGrid::ColumnOf(const PlacedWord& word) const {
+  return std::clamp<int64_t>(std::llround((word.dLeft - dLeft_) / dWidth_), 0, kMostColumns);
+}
+
+void clsWordGrid::PlaceLine(const std::vector<const PlacedWord*>& words, std::string& sOut) {
+  int64_t lColumn = 0;
+  for (const PlacedWord* const pWord : words) {
+    int64_t lWanted = ColumnOf(*pWord);
+    // Words never run into each other, nor over what stands there.
+    const int64_t lFree = lColumn == 0 ? 0 : lColumn + 1;
+    if (lWanted < lFree) ++lMoved_;
+    lWanted = std::max(lWanted, lFree);
+    sOut.append(static_cast<size_t>(lWanted - lColumn), ' ').append(pWord->sText);
+    lColumn = lWanted + static_cast<int64_t>(CharCount(pWord->sText));
+  }
+}
+
+void clsWordGrid::Place(std::vector<PlacedWord>& words, std::string& sOut) {
+  if (++lPages_ > 1) sOut += '\f';
+  lWords_ += static_cast<int64_t>(words.size());
+  if (words.empty()) ++lEmpty_;
+  std::map<int64_t, std::vector<const PlacedWord*>> lines;
+  for (const PlacedWord& word : words) {
+    if (word.IsTurned()) ++lTurned_;
+    if (!word.IsTurned()) lines[LineOf(word)].push_back(&word);
+  }
+  int64_t lLine = 0;
+  for (auto& [lAt, line] : lines) {
+    std::stable_sort(line.begin(), line.end(), [](auto* a, auto* b) { return a->dLeft < b->dLeft; });
+    sOut.append(static_cast<size_t>(lAt - lLine), '\n');
+    PlaceLine(line, sOut);
+    sOut += '\n';
+    lLine = lAt + 1;
+  }
+}
+
+}  // namespace quillon
