@@ -9,6 +9,7 @@
 #include "modFrontDoor.h"
 #include "modLookCommands.h"
 #include "modText.h"
+#include "modTidyPreview.h"
 
 namespace quillon {
 
@@ -57,6 +58,13 @@ int PreviewCommand(const LookRequest& request) {
   clsLook look(request);
   const bool bRecipe = !request.sRecipe.empty();
   if (!look.TakeInput() || (bRecipe && !look.OpenRecipe())) return kExitWrongUse;
+  if (bRecipe && HasTidyTable(look.recipe, look.preview.lTable)) {
+    const TidyPreview preview = PreviewTidyTable(look.preview, look.recipe);
+    look.PrintText(TidyPreviewText(preview));
+    const bool bShown = look.Flush();
+    if (!preview.sFault.empty()) clsLook::Say(preview.sFault);
+    return bShown && preview.sFault.empty() ? kExitDone : kExitSomeFailed;
+  }
   const ReportPreview preview = bRecipe ? PreviewByRecipe(look.preview, look.recipe)
                                         : PreviewByProfile(look.preview, ProfileFor(request.sProfile));
   look.PrintText(PreviewText(preview));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -14,8 +15,7 @@ namespace quillon {
 class clsTidyCsvOutput : public clsTidyOutput {
  public:
   /// The file outlives the object. pageOfOutput: of the file's bytes.
-  clsTidyCsvOutput(RecipeContext& context, clsOutputFile& file, const CsvRules& rules, const clsCodePage& pageOfOutput)
-      : context_(context), file_(file), sink_(file, rules, pageOfOutput) {}
+  clsTidyCsvOutput(RecipeContext& context, clsOutputFile& file, const CsvRules& rules, const clsCodePage& pageOfOutput);
   ~clsTidyCsvOutput() override { context_.account.lCharactersLost += sink_.CharsLost(); }
 
   bool Heading(const std::vector<std::string>& names) override;
@@ -23,10 +23,14 @@ class clsTidyCsvOutput : public clsTidyOutput {
 
  private:
   bool PutFields();
+  bool PutPlain();
 
   RecipeContext& context_;
   clsOutputFile& file_;
   clsCsvRowSink sink_;
+  const bool bPlain_;
+  const char cSeparator_;
+  std::array<bool, 256> asks_{};  ///< Bytes that want more than their copy
   std::vector<std::string_view> fields_;
   int64_t lRows_ = 0;
 };

@@ -128,7 +128,7 @@ void clsTidyCutter::Cut(const clsTidyLine& line, size_t nGroup, std::vector<std:
   const Group& group = groups_[nGroup];
   Spans(line, group, spans_);
   for (size_t i = 0; i < group.size(); ++i) {
-    cells[group[i].column] = TrimBlanks(line.Piece(spans_[i].nFrom, spans_[i].nEnd));
+    cells[group[i].column] = line.Trimmed(spans_[i].nFrom, spans_[i].nEnd);
   }
   if (bMovesCurrency_) MoveCurrency(cells);
 }

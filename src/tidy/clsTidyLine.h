@@ -30,10 +30,23 @@ class clsTidyLine {
     const size_t nStart = Offset(nFrom);
     return sText_.substr(nStart, Offset(nTo) - nStart);
   }
-  bool IsBlankAt(size_t nPosition) const { return nPosition >= Size() || sText_[Offset(nPosition)] == ' '; }
+  bool IsBlankAt(size_t nPosition) const {
+    if (bAscii_) return nPosition >= sText_.size() || sText_[nPosition] == ' ';
+    return nPosition >= Size() || sText_[Offset(nPosition)] == ' ';
+  }
   bool IsDigitAt(size_t nPosition) const { return nPosition < Size() && IsAsciiDigit(sText_[Offset(nPosition)]); }
   bool IsLetterAt(size_t nPosition) const;
-  bool IsLetterOrDigitAt(size_t nPosition) const { return IsDigitAt(nPosition) || IsLetterAt(nPosition); }
+  bool IsLetterOrDigitAt(size_t nPosition) const {
+    if (!bAscii_) return IsDigitAt(nPosition) || IsLetterAt(nPosition);
+    return nPosition < sText_.size() && (IsAsciiDigit(sText_[nPosition]) || IsAsciiLetter(sText_[nPosition]));
+  }
+  /// The piece without the blanks around it.
+  std::string_view Trimmed(size_t nFrom, size_t nTo) const {
+    std::string_view s = Piece(nFrom, nTo);
+    while (!s.empty() && s.front() == ' ') s.remove_prefix(1);
+    while (!s.empty() && s.back() == ' ') s.remove_suffix(1);
+    return s;
+  }
   /// Position of the character at a byte.
   size_t PositionOf(size_t nByte) const;
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <deque>
 #include <string>
+#include <utility>
 
 #include "clsTidyTableReader.h"
 
@@ -30,11 +31,10 @@ class clsTidyReport::Impl : public clsTidyLineSink {
   void Line(std::string_view sLine) {
     ++lLine_;
     present_ = sLine;
-    unsettled_.emplace_back();
     for (auto& reader : readers_) reader->Arrives(lLine_, sLine);
     Settle();
     // What no table knows yet has to be kept.
-    if (!unsettled_.empty()) unsettled_.back().sLine.assign(sLine);
+    if (lSettled_ < lLine_) EntryOf(lLine_).sLine.assign(sLine);
     present_ = {};
   }
 
@@ -44,13 +44,17 @@ class clsTidyReport::Impl : public clsTidyLineSink {
   }
 
   void Classified(size_t nTable, int64_t lLine, std::string_view sLine, TidyLineKind kind) override {
-    Unsettled& line = unsettled_[static_cast<size_t>(lLine - lSettled_ - 1)];
+    listener_.TableLine(nTable, lLine, sLine, kind);
+    if (readers_.size() == 1 && lLine == lSettled_ + 1 && unsettled_.empty()) {
+      Settled(lLine, sLine, kind, kind == TidyLineKind::Outside ? 0 : nTable);
+      return;
+    }
+    Unsettled& line = EntryOf(lLine);
     ++line.nTables;
     if (kind < line.kind || line.nTables == 1) {
       line.kind = kind;
       line.nTable = kind == TidyLineKind::Outside ? 0 : nTable;
     }
-    listener_.TableLine(nTable, lLine, sLine, kind);
   }
 
   const clsTidyTableReader& Reader(size_t nTable) const { return *readers_[nTable]; }
@@ -64,14 +68,24 @@ class clsTidyReport::Impl : public clsTidyLineSink {
     std::string sLine;
   };
 
+  Unsettled& EntryOf(int64_t lLine) {
+    const auto nIndex = static_cast<size_t>(lLine - lSettled_ - 1);
+    if (nIndex >= unsettled_.size()) unsettled_.resize(nIndex + 1);
+    return unsettled_[nIndex];
+  }
+
+  void Settled(int64_t lLine, std::string_view sLine, TidyLineKind kind, size_t nTable) {
+    lSettled_ = lLine;
+    ++counts_[static_cast<size_t>(kind)];
+    listener_.Line(lLine, sLine, kind, nTable);
+  }
+
   void Settle() {
     while (!unsettled_.empty() && unsettled_.front().nTables == readers_.size()) {
-      const Unsettled& line = unsettled_.front();
-      ++lSettled_;
-      ++counts_[static_cast<size_t>(line.kind)];
-      const bool bPresent = lSettled_ == lLine_ && present_.data() != nullptr;
-      listener_.Line(lSettled_, bPresent ? present_ : std::string_view(line.sLine), line.kind, line.nTable);
+      const Unsettled line = std::move(unsettled_.front());
       unsettled_.pop_front();
+      const bool bPresent = lSettled_ + 1 == lLine_ && present_.data() != nullptr;
+      Settled(lSettled_ + 1, bPresent ? present_ : std::string_view(line.sLine), line.kind, line.nTable);
     }
   }
 

@@ -161,41 +161,53 @@ void WritePlain(const Figures& figures, bool bNegative, std::string& sOut) {
   if (!figures.sExponent.empty()) sOut.append(1, 'E').append(figures.sExponent);
 }
 
-/// Digits alone, or with a point in front of the last ones, which is what most cells are: nothing is to be changed.
-bool IsPlainAlready(std::string_view s) {
-  size_t i = s.size() > 1 && s[0] == '-' ? 1 : 0;
-  const size_t nFrom = i;
-  while (i < s.size() && IsAsciiDigit(s[i])) ++i;
-  const size_t nWhole = i - nFrom;
-  if (nWhole == 0 || s.size() > kMostDigits || (s[nFrom] == '0' && (nWhole > 1 || nFrom > 0))) return false;
-  if (i == s.size()) return true;
-  if (s[i++] != '.' || i == s.size()) return false;
-  while (i < s.size() && IsAsciiDigit(s[i])) ++i;
-  return i == s.size();
-}
-
-TidyNumber ScaledOf(std::string_view sPlain) {
-  TidyNumber number;
-  number.bScaled = true;
-  bool bPoint = false;
-  for (const char ch : sPlain) {
-    if (ch == '.') bPoint = true;
-    if (!IsAsciiDigit(ch)) continue;
-    number.nValue = number.nValue * 10 + (ch - '0');
-    if (bPoint) ++number.nDecimals;
+/// What most numbers are: a minus in front at most, digits in groups of three or in none, and decimals. Gives the plain
+/// form at one go. False for any other number too.
+bool ReadCommonNumber(std::string_view s, std::string* pPlain, TidyNumber& number) {
+  std::array<char, kMostDigits + 2> plain{};
+  size_t nPlain = 0;
+  size_t i = 0;
+  const bool bNegative = s.size() > 1 && s[0] == '-';
+  if (bNegative) plain[nPlain++] = s[i++];
+  const size_t nFirst = i;
+  size_t nWhole = 0;
+  size_t nGroup = kMostDigits;  // digits since the last separator
+  for (; i < s.size() && s[i] != '.'; ++i) {
+    if (s[i] == ',') {
+      if (nGroup == kMostDigits ? nWhole == 0 || nWhole > 3 : nGroup != 3) return false;
+      nGroup = 0;
+      continue;
+    }
+    if (!IsAsciiDigit(s[i]) || nWhole == kMostDigits) return false;
+    plain[nPlain++] = s[i];
+    number.nValue = number.nValue * 10 + (s[i] - '0');
+    ++nWhole;
+    if (nGroup < kMostDigits) ++nGroup;
   }
-  if (sPlain.starts_with('-')) number.nValue = -number.nValue;
-  return number;
+  // Zeros in front, and a zero with a sign, are changed.
+  if (nWhole == 0 || (nGroup < kMostDigits && nGroup != 3) || (s[nFirst] == '0' && (nWhole > 1 || bNegative)))
+    return false;
+  if (i < s.size()) {
+    if (i + 1 == s.size() || s.size() - i - 1 + nWhole > kMostDigits) return false;
+    plain[nPlain++] = s[i++];
+    for (; i < s.size(); ++i) {
+      if (!IsAsciiDigit(s[i])) return false;
+      plain[nPlain++] = s[i];
+      number.nValue = number.nValue * 10 + (s[i] - '0');
+      ++number.nDecimals;
+    }
+  }
+  if (bNegative) number.nValue = -number.nValue;
+  number.bScaled = true;
+  if (pPlain != nullptr) pPlain->assign(plain.data(), nPlain);
+  return true;
 }
 
 }  // namespace
 
 std::optional<TidyNumber> ReadTidyNumber(std::string_view sText, const TidyTyping& typing, std::string* pPlain) {
   std::string_view s = TrimBlanks(sText);
-  if (!typing.bComma && typing.nImplied == 0 && IsPlainAlready(s)) {
-    if (pPlain != nullptr) pPlain->assign(s);
-    return ScaledOf(s);
-  }
+  if (TidyNumber common; !typing.bComma && typing.nImplied == 0 && ReadCommonNumber(s, pPlain, common)) return common;
   Around around;
   Figures figures;
   if (s.empty() || !TakeAround(s, around) || !ScanFigures(s, typing.bComma, figures)) return std::nullopt;
