@@ -94,7 +94,9 @@ bool clsConversionOptions::SaveConversionJob(std::string_view sFile) const {
   };
   add(kNoteKeys[0], kInfo);
   for (const Option* const pRow : JobOptions()) {
-    if (pRow->bInJobIfSet && !IsOptionSet(*pRow, *this)) continue;
+    // Jobs that say nothing of it stay as they were before there was this key.
+    const bool bUnsaid = pRow->bInJobIfSet && !IsOptionSet(*pRow, *this);
+    if (bUnsaid && GetPrivateProfileString(sFile, kJobSection, pRow->sName, "").empty()) continue;
     // A saved job never asks for messages; only a hand edit does.
     add(pRow->sName, pRow->sName == kShowStatusMessages ? "FALSE" : OptionValueText(*pRow, *this));
   }

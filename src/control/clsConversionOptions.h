@@ -30,6 +30,7 @@ class clsConversionOptions {
   bool bOpenConversionJobOnly = false;  ///< The job is to be opened in the window, not run
   int32_t lTabSize = 8;
   bool bUnix = false;
+  std::string sCodePage;            ///< Of the reports: a name or "auto"; empty: that of the settings
   std::string sStartColRow = "A1";  ///< Profile method
   bool bTreatDataAsText = false;    ///< Profile method
   int32_t lUseDoubleQuotes = 1;     ///< Profile method: 0 never, 1 sometimes, 2 always

@@ -67,6 +67,10 @@ clsTurns clsConversionRun::TakeTurns() {
 }
 
 void clsConversionRun::BeginProcessing(int32_t& lResult) {
+  // The job's page is that of its reports; recipes are read as they would be without it.
+  const bool bRecipe = options_.lConversionMethod == kMethodRecipe && !options_.sCodePage.empty();
+  if (bRecipe && !extras_.recipePage) extras_.recipePage = SystemCodePage();
+  const clsCodePageScope page(options_.sCodePage);
   const clsTurns turns = TakeTurns();
   if (pWindow_ != nullptr) LogLine(Translate("Starting conversion..."));
   fields_.lTotalTimeStart = host_.TickMilliseconds();
@@ -94,7 +98,10 @@ void clsConversionRun::ConvertSingle(int32_t& lResult) {
 
 bool clsConversionRun::NextFileMayBegin(size_t nFile, size_t nFiles, const std::string& sInput) {
   host_.LetEventsRun();
-  if (gbPauseRequested) return false;
+  if (gbPauseRequested) {
+    bFilesLeft_ = true;
+    return false;
+  }
   if (extras_.fileBegins) extras_.fileBegins(nFile, nFiles, sInput);
   return true;
 }
@@ -240,9 +247,9 @@ std::string BatchOutput::TargetFor(std::string_view sInputFolder) const {
   const size_t input = CharCount(sInputFolder);
   const size_t output = CharCount(sOutputFolder);
   if (input < output) {
-    throw UnhandledFailure("The output folder " + sOutputFolder +
-                           " has a longer name than the folder of the input file, " + std::string(sInputFolder) +
-                           ": no part of it can be mirrored.");
+    throw OutputFolderTooLong("The output folder " + sOutputFolder +
+                              " has a longer name than the folder of the input file, " + std::string(sInputFolder) +
+                              ": no part of it can be mirrored.");
   }
   return sOutputPrefix + std::string(sInputFolder.substr(ByteOffset(sInputFolder, output + 1)));
 }
@@ -257,12 +264,15 @@ void clsConversionRun::ReportRun() {
     LogLine(errors + "    " + warnings + std::string(kLineEnd) + closing);
     return;
   }
-  host_.SetStatusPanel(StatusBar::Main, kPanelCurrent, Translate("Conversion Complete"));
+  bStopped_ = bFilesLeft_ || outcome_.status == FileStatus::Stopped;
+  host_.SetStatusPanel(StatusBar::Main, kPanelCurrent,
+                       bStopped_ ? Translate("Conversion stopped") : Translate("Conversion Complete"));
   host_.SetStatusPanel(StatusBar::Main, kPanelTime, seconds);
   pWindow_->EnableGUIForRunning();
   LogLine(errors);
   LogLine(warnings);
-  LogLine(closing);
+  LogLine(bStopped_ ? Translate("Conversion stopped. Total Time:") + " " + seconds + " " + Translate("seconds")
+                    : closing);
 }
 
 }  // namespace quillon

@@ -9,6 +9,7 @@
 
 #include "clsConversionOptions.h"
 #include "clsHost.h"
+#include "modFailure.h"
 #include "modRecipeGlobals.h"
 #include "modRunLog.h"
 #include "modRunMessages.h"
@@ -89,6 +90,9 @@ class clsConversionRun {
   const FileOutcome& ConvertByLongRecipe(std::string_view sOutputFile, const std::vector<std::string>& inputs);
   void WarnAboutTabsInFile();
 
+  /// The user stopped the run that was reported last.
+  bool WasStopped() const { return bStopped_; }
+
  private:
   void LogLine(std::string_view sText);
   std::string ElapsedSeconds() const;
@@ -137,11 +141,19 @@ class clsConversionRun {
   clsRunWindow* pWindow_;
   RunExtras extras_;
   FileOutcome outcome_;  ///< Of the file in hand, or the last one
+  bool bFilesLeft_ = false;  ///< A pause ended the run between two files
+  bool bStopped_ = false;
+};
+
+/// No part of the input's folder can be mirrored below the output's.
+class OutputFolderTooLong : public UnhandledFailure {
+ public:
+  using UnhandledFailure::UnhandledFailure;
 };
 
 /// Names the output of one file of a batch: prefix of the output pattern, the mirrored part of the input's folder, base
 /// name and extension. The mirrored part goes by the lengths of the two folders alone; an output folder longer than the
-/// input's throws UnhandledFailure.
+/// input's throws OutputFolderTooLong.
 struct BatchOutput {
   explicit BatchOutput(std::string_view sOutputPattern);
   /// Folder and prefix in front of the base name.

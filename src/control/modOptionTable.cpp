@@ -171,6 +171,7 @@ constexpr std::array kOptions = std::to_array<Option>({
      .sIfMissing = "FALSE",
      .cSwitch = 'V',
      .sSwitchHelp = "        show messages"},
+    {.sName = "sCodePage", .field = &O::sCodePage, .bInJobIfSet = true, .bShapesOutput = true},
     {.sName = "bTrimFields",
      .field = &O::bTrimFields,
      .bShapesOutput = true,

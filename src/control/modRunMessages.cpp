@@ -33,7 +33,7 @@ constexpr std::string_view kBadInput = "Invalid Input File Specified";
 constexpr std::string_view kBadOutput = "Invalid Output File Specified";
 constexpr std::string_view kBadProfile = "Invalid Profile Specified";
 
-constexpr std::array<RunMessage, 18> kMessages{{
+constexpr std::array<RunMessage, 19> kMessages{{
     {kNoInputFile, EntryType::Error, kBadInput, "Input File", With::Missing},
     {kOutputNeedsWildcard, EntryType::Error, kBadOutput,
      "Output file must have wild card (*) since Input file has a wildcard.", With::Nothing},
@@ -52,6 +52,7 @@ constexpr std::array<RunMessage, 18> kMessages{{
     {kOutputIsInput, EntryType::Error, kBadOutput, "The output file is the input file itself: ", With::Behind},
     {kNotEnoughMemory, EntryType::Error, "", "Not enough memory to convert: ", With::Behind},
     {kOutputTwice, EntryType::Warning, "", "The output of another file of this run is replaced: ", With::Behind},
+    {kRunEnded, EntryType::Error, "", "The run was ended: ", With::Behind},
     {kNoExportSpecs, EntryType::Warning, "", "Cannot find Export Specs file: ", With::Behind},
     {kRecipeRunNoInput, EntryType::Error, kBadInput, "Input File", With::Missing},
     {kRecipeRunNoRecipe, EntryType::Error, "Invalid Recipe File Specified", "Recipe File", With::Missing},

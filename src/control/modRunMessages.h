@@ -25,6 +25,7 @@ enum RunCode : int32_t {
   kOutputIsInput = -1002,
   kNotEnoughMemory = -1003,
   kOutputTwice = -1004,
+  kRunEnded = -1005,
   kNoExportSpecs = -2001,
   kRecipeRunNoInput = -2002,
   kRecipeRunNoRecipe = -2003,

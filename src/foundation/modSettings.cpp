@@ -31,10 +31,7 @@ PageOverride gPageOverride;
 std::optional<const clsCodePage*> gPageFromSettings;
 
 const clsCodePage* PageFromSettings() {
-  const std::string sName = GetPrivateProfileString(gsSettingsFile, "General", "sCodePage", "windows-1252");
-  if (EqualNoCase(sName, "auto")) return nullptr;
-  const clsCodePage* const pPage = clsCodePage::Find(sName);
-  return pPage != nullptr ? pPage : &clsCodePage::Windows1252();
+  return CodePageNamed(GetPrivateProfileString(gsSettingsFile, "General", "sCodePage", kFoundByContent));
 }
 
 std::string StoreFile() {
@@ -101,6 +98,12 @@ void CreateDefaultSettingsFile(std::string_view sPath) {
   WriteWholeFile(sPath, sText, ignored);
 }
 
+const clsCodePage* CodePageNamed(std::string_view sName) {
+  if (EqualNoCase(sName, kFoundByContent)) return nullptr;
+  const clsCodePage* const pPage = clsCodePage::Find(sName);
+  return pPage != nullptr ? pPage : &clsCodePage::Windows1252();
+}
+
 const clsCodePage* SystemCodePage() {
   if (gPageOverride.bSet) return gPageOverride.pPage;
   if (!gPageFromSettings) gPageFromSettings = PageFromSettings();
@@ -109,6 +112,15 @@ const clsCodePage* SystemCodePage() {
 
 void OverrideSystemCodePage(const clsCodePage* pPage, bool bAuto) {
   gPageOverride = {bAuto || pPage != nullptr, pPage};
+}
+
+clsCodePageScope::clsCodePageScope(std::string_view sName)
+    : bWasSet_(gPageOverride.bSet), pBefore_(gPageOverride.pPage) {
+  if (!sName.empty()) gPageOverride = {true, CodePageNamed(sName)};
+}
+
+clsCodePageScope::~clsCodePageScope() {
+  gPageOverride = {bWasSet_, pBefore_};
 }
 
 std::string StoreGet(std::string_view sSection, std::string_view sKey, std::string_view sDefault) {

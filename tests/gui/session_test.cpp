@@ -74,8 +74,12 @@ class clsSession : public clsGuiSession {
 
     Activate();
     AtTurn([this] { QTest::keyClick(pWindow_.get(), Qt::Key_F9); });
-    Answer("Yes");
+    WithModal([](QWidget* pBox) {
+      QCOMPARE(static_cast<QMessageBox*>(pBox)->defaultButton()->text().remove('&'), QString("No"));
+      Answer("Yes");
+    });
     pForm_->Click("keyConvert");
+    QVERIFY2(Log().contains("Conversion stopped."), qPrintable(Log()));
     const int64_t nSize = FileSizeOf(folder_.Path("long.csv"));
     QVERIFY2(nSize < kRows * kRowBytes && nSize % kRowBytes == 0, qPrintable(QString::number(nSize)));
     QVERIFY(Widget<QComboBox>("cbInputFile")->isEnabled());
@@ -122,10 +126,11 @@ class clsSession : public clsGuiSession {
       order << QApplication::focusWidget()->objectName();
       QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     }
-    QCOMPARE(order.join(' '), QString("cbInputFile cmdInputBrowse cmdSelectInputFolder cmdHelpInputFile cbOutputFile "
-                                      "cmdOutputBrowse cmdHelpOutputFile rbConversionMethod rbConversionMethod1 "
-                                      "rbConversionMethod2 cmdHelpConversionMethod cbRecipeFile cmdRecipeBrowse "
-                                      "cmdEditRecipe cmdHelpRecipeFile txtLog"));
+    QCOMPARE(order.join(' '),
+             QString("cbInputFile cmdInputBrowse cmdSelectInputFolder cmdHelpInputFile cbCodePage cbOutputFile "
+                     "cmdOutputBrowse cmdHelpOutputFile rbConversionMethod rbConversionMethod1 "
+                     "rbConversionMethod2 cmdHelpConversionMethod cbRecipeFile cmdRecipeBrowse "
+                     "cmdEditRecipe cmdHelpRecipeFile txtLog"));
   }
 
   void takesATypedNameAsItStands() {

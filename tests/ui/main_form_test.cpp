@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "clsDesktopFixture.h"
 #include "frmGettingStarted.h"
 #include "frmLanguage.h"
@@ -168,6 +170,66 @@ TEST_F(MainForm, ConvertsWithConvertAndComesBackToIdle) {
   form_.Click("mnuBeginConversionJob");
   EXPECT_EQ(host_.Codes().back(), -1);
   EXPECT_TRUE(Enabled("keyConvert"));
+}
+
+TEST_F(MainForm, ReadsAReportByThePageItShowsAndKeepsAnotherInTheJob) {
+  Load();
+  form_.Click("rbConversionMethod", 2);
+  form_.TypeText("cbOutputFile", folder_.Path("a.csv"));
+  form_.TypeText("cbInputFile", folder_.Write("a.txt",
+                                              ">>1\n-- -\n\xC3\xA9"
+                                              "1 2\n<<1\n"));
+  EXPECT_EQ(Text("cbCodePage"), "By content: UTF-8");
+  form_.Click("keyConvert");
+  EXPECT_EQ(folder_.Read("a.csv"),
+            "\xC3\xA9"
+            "1 ,2\r\n");
+  const auto& pages = form_.Get("cbCodePage").items;
+  form_.SelectItem("cbCodePage", static_cast<int>(std::find(pages.begin(), pages.end(), "cp437") - pages.begin()));
+  form_.Click("keyConvert");
+  EXPECT_EQ(folder_.Read("a.csv"),
+            "\xC3\xA9"
+            "1, \r\n")
+      << "each byte is a character";
+  screen_.files = {folder_.Path("a.QLN")};
+  form_.ConversionJobSaveAs();
+  EXPECT_NE(folder_.Read("a.QLN").find("sCodePage=cp437\r\n"), std::string::npos);
+  form_.ConversionJobOpen(folder_.Write("b.QLN", "[QLN]\r\nsInputFile=" + folder_.Write("b.txt", "\xE9") + "\r\n"));
+  EXPECT_EQ(Text("cbCodePage"), "By content: windows-1252");
+  form_.ConversionJobOpen(folder_.Path("a.QLN"));
+  EXPECT_EQ(Text("cbCodePage"), "cp437");
+}
+
+TEST_F(MainForm, TellsTheOptionsThatAnExampleOrAJobLeftBehindAndClearsThem) {
+  Load();
+  EXPECT_FALSE(Visible("cmdClearOptions"));
+  form_.ConversionJobOpen(
+      folder_.Write("a.QLN", "[QLN]\r\nsStartColRow=B6\r\nlTabSize=4\r\nbUnix=TRUE\r\nlDelimitationCharacter=124\r\n"));
+  const std::string sLine = "Start cell B6;  Tab Size: 4;  Support Unix style text files;  Separator [124] |";
+  EXPECT_EQ(form_.OptionsInForce(), sLine);
+  EXPECT_EQ(form_.Get("lblOptionsInForce").sCaption, "Options in force: " + sLine);
+  form_.Click("cmdClearOptions");
+  EXPECT_EQ(form_.OptionsInForce(), "");
+  EXPECT_FALSE(Visible("lblOptionsInForce"));
+  EXPECT_EQ(form_.sStartColRow, "A1");
+}
+
+TEST_F(MainForm, AFailureThatNobodyHandlesEndsTheRunAlone) {
+  Load();
+  form_.Click("rbConversionMethod", 2);
+  folder_.Write("in/a.txt", ">>1\n-- -\nab 1\n<<1\n");
+  form_.TypeText("cbInputFile", folder_.Path("in/*.txt"));
+  form_.TypeText("cbOutputFile", folder_.Path("longer/*.csv"));
+  bool bTroubled = false;
+  form_.onTrouble = [&] { bTroubled = true; };
+  form_.Click("keyConvert");
+  ASSERT_FALSE(host_.reports.empty());
+  EXPECT_EQ(host_.reports.back().lErr, -1005);
+  EXPECT_EQ(host_.reports.back().sErr3, "Choose an output folder with a shorter name, or save to the original folder.");
+  EXPECT_TRUE(Enabled("keyConvert") && !form_.IsRunning());
+  form_.TypeText("cbOutputFile", folder_.Path("io/*.csv"));
+  form_.Click("keyConvert");
+  EXPECT_EQ(folder_.Read("io/a.csv"), "ab ,1\r\n");
 }
 
 TEST_F(MainForm, PickersFillTheBoxes) {

@@ -71,7 +71,7 @@ PreviewRequest clsProfileCut::Request() const {
   const frmMain& main = form_.Owner();
   PreviewRequest request;
   request.sInput = ExpandedPath(main.Get("cbInputFile").sText);
-  request.text = {main.bUnix, SystemCodePage(), kBytes};
+  request.text = {main.bUnix, main.ReportPage(), kBytes};
   request.lTabSize = 0;  // a tab is one character of a profile's column
   request.lRows = std::clamp<int64_t>(kCells / std::max(1, form_.fgGrid.Rows()), 1, kLines);
   return request;

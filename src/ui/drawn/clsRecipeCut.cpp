@@ -73,7 +73,7 @@ PreviewRequest clsRecipeCut::Request() const {
   const frmMain& main = form_.Owner();
   PreviewRequest request;
   request.sInput = ExpandedPath(main.Get("cbInputFile").sText);
-  request.text = {main.bUnix, SystemCodePage(), request.sInput == sSearchedInput_ ? lSearched_ : kSearched};
+  request.text = {main.bUnix, main.ReportPage(), request.sInput == sSearchedInput_ ? lSearched_ : kSearched};
   request.lTabSize = main.lTabSize;
   request.lTable = Table();
   request.lRows = kLines;

@@ -197,7 +197,7 @@ void frmExportBuilder::cmdSaveAs_Click() {
   bool bWrite = true;
   if (FileExists(sChosen)) {
     bWrite = oOwner_.Host().ShowMessage(Translate("Overwrite existing file: ") + sChosen, sCaption,
-                                        MessageIcon::Question, MessageButtons::YesNo) == MessageAnswer::Yes;
+                                        MessageIcon::Question, MessageButtons::NoYes) == MessageAnswer::Yes;
   }
   sLastRecipeFileName = sChosen;
   if (bWrite) {

@@ -5,11 +5,14 @@
 
 #include "frmGettingStarted.h"
 #include "frmQLNOptions.h"
+#include "modFailure.h"
 #include "modFiles.h"
 #include "modFormTranslation.h"
 #include "modHelp.h"
 #include "modPaths.h"
 #include "modProfileList.h"
+#include "modRecipeGlobals.h"
+#include "modRunMessages.h"
 #include "modSettings.h"
 #include "modStrings.h"
 #include "modText.h"
@@ -75,7 +78,25 @@ void frmMain::Go(int32_t& lResult) {
     nFiles_ = nFiles;
   };
   clsConversionRun run(host_, options_, log_, fields_, this, std::move(extras));
-  run.Go(lResult);
+  try {
+    run.Go(lResult);
+  } catch (const OutputFolderTooLong& failure) {
+    EndRun(failure, Translate("Choose an output folder with a shorter name, or save to the original folder."));
+  } catch (const UnhandledFailure& failure) {
+    EndRun(failure, {});
+  }
+  if (onTrouble && (log_.lErrorCount > 0 || run.WasStopped())) onTrouble();
+}
+
+/// What no file could be blamed for ends the run, and the window goes on.
+void frmMain::EndRun(const UnhandledFailure& failure, std::string_view sAdvice) {
+  gbProcessing = gbPauseRequested = false;
+  EnableForRun(true);
+  ReportEntry entry = RunEntry(kRunEnded, failure.what());
+  entry.sErr3 = sAdvice;
+  host_.Report(entry);
+  host_.SetStatusPanel(StatusBar::Main, 3, Translate("Conversion stopped"));
+  UpdateFileControls();
 }
 
 void frmMain::ConversionJobPause() {
@@ -124,6 +145,7 @@ void frmMain::GetOptionsFromGUI() {
   options_.lDelimitationCharacter = lDelimitationCharacter;
   options_.lTabSize = lTabSize;
   options_.bUnix = bUnix;
+  options_.sCodePage = sCodePage;
   options_.sStartColRow = sStartColRow;
   options_.bTreatDataAsText = bTreatDataAsText;
   options_.lUseDoubleQuotes = lUseDoubleQuotes;
@@ -145,6 +167,7 @@ void frmMain::SetGUIFromOptions() {
   lDelimitationCharacter = options_.lDelimitationCharacter;
   lTabSize = options_.lTabSize;
   bUnix = options_.bUnix;
+  sCodePage = options_.sCodePage;
   sStartColRow = options_.sStartColRow;
   bTreatDataAsText = options_.bTreatDataAsText;
   lUseDoubleQuotes = options_.lUseDoubleQuotes;
@@ -188,6 +211,8 @@ void frmMain::UpdateFileControls() {
   Get("cmdExploreOutputFolder").bVisible = bWild;
   Get("cbOutputFile").bEnabled = !bWild || !original.bChecked;
   EnableButtonsWithTargets();
+  ShowCodePage();
+  ShowOptionsInForce();
 }
 
 void frmMain::EnableButtonsWithTargets() {
@@ -254,6 +279,7 @@ void frmMain::ConfigureQLNOptions() {
   frmQLNOptions dialog(*this);
   dialog.Form_Load();
   screen_.ShowModal(dialog);
+  UpdateFileControls();
 }
 
 void frmMain::mnuGettingStarted_Click() {

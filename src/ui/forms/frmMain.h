@@ -33,6 +33,7 @@ class frmMain : public clsForm, public clsRunWindow {
   int32_t lUseDoubleQuotes = 1;
   bool bIsUnicode = false;
   bool bShowAdvancedOptions_Profile_Editor = false;
+  std::string sCodePage;  ///< Of the reports: a name or "auto"; empty: that of the settings. Kept in jobs alone
   std::string sActiveFixedWidthProfile;
   std::string sJobFile = "*";  ///< Path of the open job; "*" when there is none
   bool bAskToSaveBMKFileBeforeExit = false;
@@ -40,6 +41,7 @@ class frmMain : public clsForm, public clsRunWindow {
   int32_t lLastOptionsTabDisplayed = 0;  ///< Within a process only
   clsMRU mruInputFile, mruOutputFile, mruRecipeFile, mruFileOpen;
   std::function<void()> onExit;      ///< Closes frmMainMDI
+  std::function<void()> onTrouble;   ///< A run or its check failed or was stopped: the log tells
   std::function<void()> onMaximise;  ///< A fresh form asks for a maximised window
 
   /// bFirstTimeUser: opens the first example and the guide, then clears it. Throws UnhandledFailure for a number in the
@@ -83,6 +85,11 @@ class frmMain : public clsForm, public clsRunWindow {
   bool Trims() const { return fields_.bTrimInputTextFilesPadCharacter; }
   void SetTrims(bool bTrims) { fields_.bTrimInputTextFilesPadCharacter = bTrims; }
 
+  /// How the report is read; null: by its content.
+  const clsCodePage* ReportPage() const;
+  /// The options that the three steps don't show and that aren't at their default, for a line of the window; "": none.
+  std::string OptionsInForce() const;
+
   clsHost& Host() { return host_; }
   clsScreen& Screen() { return screen_; }
   const clsConversionOptions& Options() const { return options_; }
@@ -108,7 +115,12 @@ class frmMain : public clsForm, public clsRunWindow {
   void TellNotSaved();
   bool WriteJob();  ///< False if it can't be saved
   void EnableButtonsWithTargets();
+  void EndRun(const UnhandledFailure& failure, std::string_view sAdvice);
+  void ShowCodePage();
+  void ShowOptionsInForce();
 
+  void cbCodePage_Click();
+  void cmdClearOptions_Click();
   void cmdInputBrowse_Click();
   void cmdSelectInputFolder_Click();
   void cmdOutputBrowse_Click();
@@ -128,6 +140,7 @@ class frmMain : public clsForm, public clsRunWindow {
     std::string sShown, sInFile;
   };
   std::vector<LoadedSetting> asRead_;
+  std::vector<std::string> pages_;  ///< Of the items of cbCodePage
   bool bRunning_ = false;
   size_t nFile_ = 0, nFiles_ = 0;
   bool bFirstJobDialog_ = true;

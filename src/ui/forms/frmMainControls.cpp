@@ -28,6 +28,8 @@ constexpr std::array kControls{
     ControlRow{ControlKind::CommandButton, "cmdHelpInputFile", "?"},
     ControlRow{ControlKind::Label, "Label1", "Example: c:\\input\\test.txt or c:\\bills\\*.txt"},
     ControlRow{ControlKind::CheckBox, "cbDoSubfolders", "Do Subfolders"},
+    ControlRow{ControlKind::Label, "lblCodePage", "Code page:"},
+    ControlRow{ControlKind::ComboBox, "cbCodePage", ""},
     ControlRow{ControlKind::CommandButton, "cmdEditInput", "Edit Input File.."},
     ControlRow{ControlKind::CommandButton, "cmdExploreInputFolder", "Explore Input Folder.."},
     ControlRow{ControlKind::Frame, "frameGUI", "STEP 2: Specify the output file(s)", 1},
@@ -63,6 +65,9 @@ constexpr std::array kControls{
     ControlRow{ControlKind::Frame, "frameInnerGUI", "", 2},
     ControlRow{ControlKind::Label, "Label4", "Mark up the input file(s) by editing them."},
     ControlRow{ControlKind::CommandButton, "cmdHelpMarkup", "?"},
+    ControlRow{ControlKind::Label, "lblOptionsInForce", ""},
+    ControlRow{ControlKind::CommandButton, "cmdChangeOptions", "Options"},
+    ControlRow{ControlKind::CommandButton, "cmdClearOptions", "Clear"},
     ControlRow{ControlKind::Frame, "frameLog", "Output Log"},
 };
 
@@ -104,7 +109,8 @@ constexpr std::array kHelpButtons{HelpButton{"cmdHelpConversionMethod", 16}, Hel
 
 void frmMain::MakeControls() {
   for (const ControlRow& row : kControls) Add(row.kind, row.sName, row.sCaption, row.nIndex);
-  Get("cbFixedWidthProfileList").bEditable = false;
+  for (const char* const pName : {"cbFixedWidthProfileList", "cbCodePage"}) Get(pName).bEditable = false;
+  Get("cbCodePage").sTag = Get("lblOptionsInForce").sTag = "TranslateFalse";
   Get("keyPause").bEnabled = false;
   Get("rbConversionMethod", 0).bChecked = true;
   ShowMethod(0);

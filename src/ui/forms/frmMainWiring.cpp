@@ -18,6 +18,7 @@ void frmMain::WireSteps() {
     OnChange(pName, changed);
     OnClick(pName, changed);
   }
+  OnClick("cbCodePage", [this] { cbCodePage_Click(); });
   OnClick("cbDoSubfolders", [this] { JobChanged(); });
   OnClick("cbSaveToOriginalFolder", [this] {
     JobChanged();
@@ -59,9 +60,10 @@ void frmMain::WireMenus() {
   OnClick("keyConvert", convert);
   OnClick("mnuBeginConversionJob", convert);
   for (const char* const pName : {"keyPause", "mnuPause"}) OnClick(pName, [this] { ConversionJobPause(); });
-  for (const char* const pName : {"KeyOptions", "mnuConversionOptions"}) {
+  for (const char* const pName : {"KeyOptions", "mnuConversionOptions", "cmdChangeOptions"}) {
     OnClick(pName, [this] { ConfigureQLNOptions(); });
   }
+  OnClick("cmdClearOptions", [this] { cmdClearOptions_Click(); });
   OnClick("mnuOpenConversionJob", [this] { ConversionJobOpen(""); });
   OnClick("mnuSaveConversionJob", [this] { ConversionJobSave(); });
   OnClick("mnuSaveConversionJobAs", [this] { ConversionJobSaveAs(); });

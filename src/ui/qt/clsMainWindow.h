@@ -43,6 +43,7 @@ class clsMainWindow : public QMainWindow, public clsRunLogView {
   QWidget* MakeStep1();
   QWidget* MakeStep2();
   QWidget* MakeStep3();
+  QWidget* MakeOptionsLine();
   QWidget* MakeLog();
   void AlignSteps();
   void MakeToolBar();

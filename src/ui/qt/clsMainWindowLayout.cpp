@@ -66,10 +66,11 @@ void AddHint(QGridLayout* pGrid, QWidget* pHint) {
   pGrid->addWidget(pHint, pGrid->rowCount(), kBoxColumn, 1, kColumns);
 }
 
-/// A check box, and at the right the buttons of which one shows at a time.
-void AddLastRow(QGridLayout* pGrid, QWidget* pCheck, QWidget* pEdit, QWidget* pExplore) {
+/// A check box and what stands beside it, and at the right the buttons of which one shows at a time.
+void AddLastRow(QGridLayout* pGrid, QHBoxLayout* pLeft, QWidget* pEdit, QWidget* pExplore) {
   const int nRow = pGrid->rowCount();
-  pGrid->addWidget(pCheck, nRow, kBoxColumn);
+  pLeft->addStretch(1);
+  pGrid->addLayout(pLeft, nRow, kBoxColumn);
   for (QWidget* const pButton : {pEdit, pExplore}) {
     pGrid->addWidget(pButton, nRow, kButtonColumn, 1, kColumns - kButtonColumn);
   }
@@ -89,6 +90,7 @@ clsMainWindow::clsMainWindow(clsQtHost& host, frmMainMDI& frame, frmMain& form, 
   pColumn->addWidget(MakeStep1());
   pColumn->addWidget(MakeStep2());
   pColumn->addWidget(MakeStep3());
+  pColumn->addWidget(MakeOptionsLine());
   pColumn->addWidget(MakeLog(), 1);
   // A screen that is smaller than the steps shows them through a window that scrolls.
   auto* const pScroll = new QScrollArea;
@@ -116,6 +118,7 @@ clsMainWindow::clsMainWindow(clsQtHost& host, frmMainMDI& frame, frmMain& form, 
   host_.onCaption = [this](std::string_view sText) { setWindowTitle(ToQt(sText)); };
   host_.SetCaption(frame_.sCaption);
   host_.onProgress = [this](const RunProgress& progress) { ShowRunProgress(progress); };
+  form_.onTrouble = [pScroll, this] { pScroll->ensureWidgetVisible(pLog_); };
   form_.onExit = [this] { close(); };
   log_.SetView(this);
 }
@@ -128,8 +131,14 @@ QWidget* clsMainWindow::MakeStep1() {
   pGrid->addWidget(binder_.Widget("cmdSelectInputFolder"), 0, kButtonColumn + 1);
   pGrid->addWidget(HelpButton(binder_, "cmdHelpInputFile"), 0, kHelpColumn);
   AddHint(pGrid, binder_.Widget("Label1"));
-  AddLastRow(pGrid, binder_.Widget("cbDoSubfolders"), binder_.Widget("cmdEditInput"),
-             binder_.Widget("cmdExploreInputFolder"));
+  binder_.As<QLabel>("lblCodePage")->setWordWrap(false);
+  constexpr int kBetween = 24;
+  auto* const pLeft = Row({binder_.Widget("cbDoSubfolders")});
+  pLeft->addSpacing(kBetween);
+  pLeft->addWidget(binder_.Widget("lblCodePage"));
+  pLeft->addWidget(binder_.Widget("cbCodePage"));
+  binder_.As<QComboBox>("cbCodePage")->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+  AddLastRow(pGrid, pLeft, binder_.Widget("cmdEditInput"), binder_.Widget("cmdExploreInputFolder"));
   return pBox;
 }
 
@@ -142,7 +151,7 @@ QWidget* clsMainWindow::MakeStep2() {
   }
   pGrid->addWidget(HelpButton(binder_, "cmdHelpOutputFile"), 0, kHelpColumn);
   for (const char* const pHint : {"Label5", "Label2"}) AddHint(pGrid, binder_.Widget(pHint));
-  AddLastRow(pGrid, binder_.Widget("cbSaveToOriginalFolder"), binder_.Widget("cmdEditOutput"),
+  AddLastRow(pGrid, Row({binder_.Widget("cbSaveToOriginalFolder")}), binder_.Widget("cmdEditOutput"),
              binder_.Widget("cmdExploreOutputFolder"));
   return pBox;
 }
@@ -173,6 +182,22 @@ QWidget* clsMainWindow::MakeStep3() {
   method(1, {"Label3", "cbRecipeFile", "cmdRecipeBrowse", "cmdEditRecipe"}, 1, "cmdHelpRecipeFile");
   method(2, {"Label4"}, 0, "cmdHelpMarkup");
   return pBox;
+}
+
+/// Shown while an option isn't at its default.
+QWidget* clsMainWindow::MakeOptionsLine() {
+  auto* const pLine = new QWidget;
+  auto* const pRow =
+      Row({binder_.Widget("lblOptionsInForce"), binder_.Widget("cmdChangeOptions"), binder_.Widget("cmdClearOptions")});
+  pRow->setContentsMargins(0, 0, 0, 0);
+  pRow->setStretch(0, 1);
+  pLine->setLayout(pRow);
+  for (const char* const pName : {"cmdChangeOptions", "cmdClearOptions"}) {
+    auto* const pLink = binder_.As<QPushButton>(pName);
+    pLink->setFlat(true);
+    pLink->setStyleSheet("color: palette(link); text-decoration: underline");
+  }
+  return pLine;
 }
 
 QWidget* clsMainWindow::MakeLog() {

@@ -64,8 +64,10 @@ MessageAnswer clsQtHost::ShowMessage(std::string_view sText, std::string_view sT
     return MessageAnswer::Ok;
   }
   // Of one role, so that Escape means neither: where it closes an editor, a second one must not drop what was typed.
-  QAbstractButton* const pYes = box.addButton(ToQt(Translate("&Yes")), QMessageBox::YesRole);
-  box.addButton(ToQt(Translate("&No")), QMessageBox::YesRole);
+  QPushButton* const pYes = box.addButton(ToQt(Translate("&Yes")), QMessageBox::YesRole);
+  QPushButton* const pNo = box.addButton(ToQt(Translate("&No")), QMessageBox::YesRole);
+  // Else the first button of the desktop's own order would be the one that Enter presses.
+  box.setDefaultButton(buttons == MessageButtons::NoYes ? pNo : pYes);
   box.exec();
   return box.clickedButton() == pYes ? MessageAnswer::Yes : MessageAnswer::No;
 }

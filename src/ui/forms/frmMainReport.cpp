@@ -1,0 +1,115 @@
+// What the main form tells of the report before it is converted: its code page, and the options in force.
+
+#include <algorithm>
+#include <array>
+
+#include "clsLineReader.h"
+#include "frmMain.h"
+#include "modCharacterList.h"
+#include "modFiles.h"
+#include "modPaths.h"
+#include "modSettings.h"
+#include "modStrings.h"
+#include "modText.h"
+#include "modTranslator.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr int64_t kLookedAt = int64_t{4} << 20;  ///< Bytes of a report by which its page is shown
+constexpr std::array<std::string_view, 12> kPages{"UTF-8",        "windows-1252", "cp437",        "cp850",
+                                                  "ISO-8859-1",   "ISO-8859-15",  "ISO-8859-2",   "windows-1250",
+                                                  "windows-1251", "KOI8-R",       "windows-1253", "cp852"};
+
+constexpr std::string_view kStartColRow = "A1";
+constexpr int32_t kTabSize = 8, kComma = 44, kQuoteSometimes = 1;
+
+/// The page that a report is read by where its content decides; "" if it can't be read.
+std::string PageByContent(const std::string& sPath, bool bUnix) {
+  if (!IsFile(sPath)) return {};
+  if (HasUtf16Mark(sPath)) return "UTF-16";
+  clsLineReader reader;
+  Failure ignored;
+  return reader.Open(sPath, {bUnix, nullptr, kLookedAt}, ignored) ? reader.CodePage().Name() : std::string();
+}
+
+}  // namespace
+
+const clsCodePage* frmMain::ReportPage() const {
+  return sCodePage.empty() ? SystemCodePage() : CodePageNamed(sCodePage);
+}
+
+void frmMain::ShowCodePage() {
+  const std::string sPath = ExpandedPath(Get("cbInputFile").sText);
+  const std::string sFound = HasWildcards(sPath) ? std::string() : PageByContent(sPath, bUnix);
+  const std::string sByContent = Translate("By content") + (sFound.empty() ? "" : ": " + sFound);
+  clsControl& combo = Get("cbCodePage");
+  pages_.clear();
+  combo.items.clear();
+  const auto add = [&](std::string_view sPage, std::string sShown) {
+    pages_.emplace_back(sPage);
+    combo.items.push_back(std::move(sShown));
+  };
+  const clsCodePage* const pSystem = SystemCodePage();
+  if (pSystem != nullptr) add("", Translate("Settings") + ": " + pSystem->Name());
+  add(pSystem == nullptr ? "" : kFoundByContent, sByContent);
+  for (const std::string_view sPage : kPages) add(sPage, std::string(sPage));
+  const bool bByContent = pSystem == nullptr && EqualNoCase(sCodePage, kFoundByContent);
+  const auto found = std::find_if(pages_.begin(), pages_.end(), [&](const std::string& sPage) {
+    return EqualNoCase(sPage, bByContent ? std::string_view() : std::string_view(sCodePage));
+  });
+  combo.lListIndex = static_cast<int>(found - pages_.begin());
+  if (found == pages_.end()) add(sCodePage, sCodePage);
+  combo.sText = combo.items[static_cast<size_t>(combo.lListIndex)];
+}
+
+void frmMain::cbCodePage_Click() {
+  sCodePage = pages_[static_cast<size_t>(Get("cbCodePage").lListIndex)];
+  JobChanged();
+}
+
+// Whether the output is cleared first isn't told: each of its values is the default of some road.
+std::string frmMain::OptionsInForce() const {
+  std::string sAll;
+  const auto tell = [&](bool bDefault, const std::string& sText) {
+    if (!bDefault) sAll += (sAll.empty() ? "" : ";  ") + sText;
+  };
+  const auto characters = FillInCharacterSelectionListBox();
+  const bool bKnown = lDelimitationCharacter > 0 && static_cast<size_t>(lDelimitationCharacter) < characters.size();
+  const std::string sSeparator =
+      bKnown ? characters[static_cast<size_t>(lDelimitationCharacter)] : std::to_string(lDelimitationCharacter);
+  tell(EqualNoCase(sStartColRow, kStartColRow), Translate("Start cell") + " " + sStartColRow);
+  tell(lTabSize == kTabSize, Translate("Tab Size:") + " " + std::to_string(lTabSize));
+  tell(!bUnix, Translate("Support Unix style text files"));
+  tell(!bIsUnicode, Translate("Input File Format") + ": UNICODE");
+  tell(!bTreatDataAsText, Translate("Values as text"));
+  tell(lDelimitationCharacter == kComma, Translate("Separator") + " " + sSeparator);
+  tell(lUseDoubleQuotes == kQuoteSometimes,
+       Translate("Use Double Quotes") + ": " + Translate(lUseDoubleQuotes == 2 ? "Always" : "Never"));
+  tell(Trims(), Translate("Pad characters are kept"));
+  return sAll;
+}
+
+void frmMain::ShowOptionsInForce() {
+  const std::string sOptions = OptionsInForce();
+  Get("lblOptionsInForce").sCaption = Translate("Options in force:") + " " + sOptions;
+  for (const char* const pName : {"lblOptionsInForce", "cmdChangeOptions", "cmdClearOptions"}) {
+    Get(pName).bVisible = !sOptions.empty();
+  }
+}
+
+void frmMain::cmdClearOptions_Click() {
+  sStartColRow = kStartColRow;
+  lTabSize = kTabSize;
+  bUnix = bIsUnicode = bTreatDataAsText = false;
+  sSheetTarget = "1";
+  lDelimitationCharacter = kComma;
+  lUseDoubleQuotes = kQuoteSometimes;
+  SetTrims(true);
+  JobChanged();
+  UpdateFileControls();
+  Focus("cbInputFile");
+}
+
+}  // namespace quillon
