@@ -102,9 +102,16 @@ TEST_F(MainForm, SavesAJobWhereItIsAndAsksWhenItHasNoPlace) {
   const std::string sBroken = folder_.Write("broken.QLN", "[QLN]\r\nsInputFile=b.txt\r\nlTabSize=wide\r\n");
   EXPECT_THROW(form_.ConversionJobOpen(sBroken), UnhandledFailure);
   EXPECT_EQ(form_.sJobFile, folder_.Path("new.QLN")) << "changes of one job must not be saved over another";
-  // A cancelled open leaves no job, and the write test of an empty path fails.
-  screen_.files = {"", folder_.Path("never.QLN")};
+  // A cancelled open leaves the job that was open.
+  screen_.files = {""};
   form_.ConversionJobOpen("");
+  EXPECT_EQ(form_.sJobFile, folder_.Path("new.QLN"));
+  screen_.files = {folder_.Path("named")};
+  form_.ConversionJobSaveAs();
+  EXPECT_TRUE(folder_.Has("named.QLN") && !folder_.Has("named"));
+  EXPECT_EQ(form_.sCaption, "named.QLN");
+  form_.sJobFile.clear();
+  screen_.files = {folder_.Path("never.QLN")};
   form_.ConversionJobSaveAs();
   EXPECT_FALSE(folder_.Has("never.QLN"));
   EXPECT_EQ(host_.messages.back().sText, "Unable to create file. Try a different folder such as 'My Documents'");

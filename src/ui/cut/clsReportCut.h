@@ -75,6 +75,8 @@ class clsCutSource {
   virtual void Take(const CutProposal& proposal) = 0;
   /// Cuts worked out from the report's own text, the best first. None: sFault says why.
   virtual std::vector<CutProposal> WorkOut(std::string& sFault) = 0;
+  /// True if nothing of it can be changed by hand.
+  virtual bool OnlyShows() const { return false; }
   /// True if the current table begins and ends where a hand says.
   virtual bool CanBound() { return false; }
   /// Makes a line the current table's first or last row. False with the reason if nothing in the report can tell it.
@@ -123,6 +125,7 @@ class clsReportCut {
   /// Makes a line the table's first or last row. What prevents it becomes a note.
   void Bound(bool bFirst, int64_t lLine);
 
+  bool OnlyShows() const { return source_.OnlyShows(); }
   bool CanWorkOut() const { return picture_.nCurrent >= 0; }
   /// Shows the first worked-out cut; while one is shown, the next. What prevents it becomes a note.
   void WorkOut();

@@ -20,12 +20,17 @@ namespace {
 constexpr std::string_view kSection = "frmExportBuilder";
 constexpr int kRecipeTopic = 13;
 
-const clsCodePage& PageForWriting() {
-  const clsCodePage* const pPage = SystemCodePage();
-  return pPage != nullptr ? *pPage : clsCodePage::Windows1252();
-}
-
 }  // namespace
+
+std::string BytesOfRecipe(std::string_view sText) {
+  const clsCodePage* const pPage = SystemCodePage();
+  const clsCodePage& page = pPage != nullptr ? *pPage : clsCodePage::Windows1252();
+  if (!page.CanEncode(sText)) return "\xEF\xBB\xBF" + std::string(sText);
+  std::string sBytes = page.FromUtf8(sText);
+  // Found by content, they would read as another text.
+  const bool bMisread = pPage == nullptr && sBytes != sText && &DetectCodePage(sBytes) == &clsCodePage::Utf8();
+  return bMisread ? "\xEF\xBB\xBF" + std::string(sText) : sBytes;
+}
 
 frmExportBuilder::frmExportBuilder(frmMain& owner) : clsForm("frmExportBuilder"), oOwner_(owner) {
   sCaption = "Recipe Editor";
@@ -175,8 +180,7 @@ bool frmExportBuilder::Save() {
   ExportSpecs = Get("txtFileEditor").sText;
   Failure failure;
   const std::string sPath = ExpandedPath(sLastRecipeFileName);
-  const std::string sBytes =
-      PageForWriting().CanEncode(ExportSpecs) ? PageForWriting().FromUtf8(ExportSpecs) : "\xEF\xBB\xBF" + ExportSpecs;
+  const std::string sBytes = BytesOfRecipe(ExportSpecs);
   if (sPath.empty()) {
     failure = OwnFailure(Translate("Save"), Translate("The recipe has no file name yet; use Save As."));
   } else if (WriteWholeFile(sPath, sBytes, failure)) {

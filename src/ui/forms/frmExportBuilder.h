@@ -13,6 +13,9 @@ namespace quillon {
 
 class frmMain;
 
+/// A recipe as it is saved: in the page of the settings, or with the mark of UTF-8 where that can't hold it.
+std::string BytesOfRecipe(std::string_view sText);
+
 /// The recipe editor: a plain text editor for short recipes with a dialog that writes a table section. It edits text
 /// and never parses the recipe.
 class frmExportBuilder : public clsForm {

@@ -71,13 +71,19 @@ void frmMain::Go(int32_t& lResult) {
     bool& bFlag;
     ~Ended() { bFlag = false; }
   } ended{bRunning_};
+  if (TrimBlanks(Get("cbOutputFile").sText).empty()) ProposeOutput();
+  sOutputOf_ = Get("cbInputFile").sText;
   nFile_ = nFiles_ = 0;
   RunExtras extras;
-  extras.fileBegins = [this](size_t nFile, size_t nFiles, const std::string&) {
+  clsConversionRun* pRun = nullptr;
+  extras.fileBegins = [&](size_t nFile, size_t nFiles, const std::string&) {
+    if (nFile > 1) AddToClosing(pRun->Account());
     nFile_ = nFile;
     nFiles_ = nFiles;
   };
+  closing_ = {};
   clsConversionRun run(host_, options_, log_, fields_, this, std::move(extras));
+  pRun = &run;
   try {
     run.Go(lResult);
   } catch (const OutputFolderTooLong& failure) {
@@ -85,6 +91,8 @@ void frmMain::Go(int32_t& lResult) {
   } catch (const UnhandledFailure& failure) {
     EndRun(failure, {});
   }
+  AddToClosing(run.Account());
+  ShowClosing(run.WasStopped());
   if (onTrouble && (log_.lErrorCount > 0 || run.WasStopped())) onTrouble();
 }
 
@@ -115,6 +123,7 @@ void frmMain::SetComboText(std::string_view sControl, std::string_view sText) {
   clsControl& control = Get(sControl);
   if (control.sText != sText) JobChanged();
   control.sText = sText;
+  if (sControl == "cbOutputFile") sOutputOf_ = Get("cbInputFile").sText;
   UpdateFileControls();
 }
 
@@ -157,6 +166,7 @@ void frmMain::SetGUIFromOptions() {
   gbSuppressChanges = true;
   Get("cbInputFile").sText = options_.sInputFile;
   Get("cbOutputFile").sText = options_.sOutputFile;
+  sOutputOf_ = options_.sInputFile;
   // A method that no button has shows none of the three; the run takes it as the Markup method.
   ShowMethod(options_.lConversionMethod);
   Get("cbRecipeFile").sText = options_.sRecipeFile;
@@ -221,6 +231,8 @@ void frmMain::EnableButtonsWithTargets() {
   };
   Get("cmdExploreInputFolder").bEnabled = folderThere(Get("cbInputFile").sText);
   Get("cmdExploreOutputFolder").bEnabled = folderThere(Get("cbOutputFile").sText);
+  Get("cmdFindTables").bEnabled =
+      !HasWildcards(Get("cbInputFile").sText) && IsFile(ExpandedPath(Get("cbInputFile").sText));
   Get("cmdEditInput").bEnabled = FileExists(ExpandedPath(Get("cbInputFile").sText));
   Get("cmdEditOutput").bEnabled = FileExists(ExpandedPath(Get("cbOutputFile").sText));
 }

@@ -11,6 +11,7 @@
 #include "clsMRU.h"
 #include "clsScreen.h"
 #include "modConversionRun.h"
+#include "modReportPreview.h"
 #include "modRunLog.h"
 
 namespace quillon {
@@ -87,6 +88,10 @@ class frmMain : public clsForm, public clsRunWindow {
 
   /// How the report is read; null: by its content.
   const clsCodePage* ReportPage() const;
+  /// The report of step 1, to be looked at.
+  PreviewRequest Report() const;
+  /// A workbook beside the report, or among the user's documents; "" without one report that is there.
+  std::string ProposedOutput() const;
   /// The options that the three steps don't show and that aren't at their default, for a line of the window; "": none.
   std::string OptionsInForce() const;
 
@@ -115,10 +120,15 @@ class frmMain : public clsForm, public clsRunWindow {
   void TellNotSaved();
   bool WriteJob();  ///< False if it can't be saved
   void EnableButtonsWithTargets();
+  void AddToClosing(const FileAccount& account);
+  void ShowClosing(bool bStopped);
   void EndRun(const UnhandledFailure& failure, std::string_view sAdvice);
   void ShowCodePage();
   void ShowOptionsInForce();
 
+  void cmdFindTables_Click();
+  std::string WriteFoundRecipe(const std::string& sText);
+  void ProposeOutput();
   void cbCodePage_Click();
   void cmdClearOptions_Click();
   void cmdInputBrowse_Click();
@@ -140,8 +150,16 @@ class frmMain : public clsForm, public clsRunWindow {
     std::string sShown, sInFile;
   };
   std::vector<LoadedSetting> asRead_;
+  std::string sOutputOf_;           ///< The input that the output was chosen for
   std::vector<std::string> pages_;  ///< Of the items of cbCodePage
   bool bRunning_ = false;
+  /// Sums over the files of the run, for the closing line.
+  struct Closing {
+    int64_t lFiles = 0, lTables = 0, lRows = 0, lOutside = 0, lBehind = 0;
+    int32_t lColumns = 0;
+    bool bWritten = false;
+  } closing_;
+  std::string sResult_;  ///< What the run wrote: its file, or the pattern of its files
   size_t nFile_ = 0, nFiles_ = 0;
   bool bFirstJobDialog_ = true;
   std::string sLastRecipeText_;  ///< Of the recipe editor, between two openings

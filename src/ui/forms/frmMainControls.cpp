@@ -49,6 +49,7 @@ constexpr std::array kControls{
     ControlRow{ControlKind::OptionButton, "rbConversionMethod", "Use a Profile", 0},
     ControlRow{ControlKind::OptionButton, "rbConversionMethod", "Use a Recipe", 1},
     ControlRow{ControlKind::OptionButton, "rbConversionMethod", "Use a Marked up text file", 2},
+    ControlRow{ControlKind::CommandButton, "cmdFindTables", "Find &Tables.."},
     ControlRow{ControlKind::CommandButton, "cmdHelpConversionMethod", "?"},
     ControlRow{ControlKind::Frame, "frameInnerGUI", "Select or edit profile", 0},
     ControlRow{ControlKind::Label, "Label6", "Active Profile"},
@@ -68,6 +69,9 @@ constexpr std::array kControls{
     ControlRow{ControlKind::Label, "lblOptionsInForce", ""},
     ControlRow{ControlKind::CommandButton, "cmdChangeOptions", "Options"},
     ControlRow{ControlKind::CommandButton, "cmdClearOptions", "Clear"},
+    ControlRow{ControlKind::Label, "lblClosing", ""},
+    ControlRow{ControlKind::CommandButton, "cmdOpenResult", "Open"},
+    ControlRow{ControlKind::CommandButton, "cmdShowResult", "Show in folder"},
     ControlRow{ControlKind::Frame, "frameLog", "Output Log"},
 };
 
@@ -110,7 +114,8 @@ constexpr std::array kHelpButtons{HelpButton{"cmdHelpConversionMethod", 16}, Hel
 void frmMain::MakeControls() {
   for (const ControlRow& row : kControls) Add(row.kind, row.sName, row.sCaption, row.nIndex);
   for (const char* const pName : {"cbFixedWidthProfileList", "cbCodePage"}) Get(pName).bEditable = false;
-  Get("cbCodePage").sTag = Get("lblOptionsInForce").sTag = "TranslateFalse";
+  for (const char* const pName : {"cbCodePage", "lblOptionsInForce", "lblClosing"}) Get(pName).sTag = "TranslateFalse";
+  for (const char* const pName : {"lblClosing", "cmdOpenResult", "cmdShowResult"}) Get(pName).bVisible = false;
   Get("keyPause").bEnabled = false;
   Get("rbConversionMethod", 0).bChecked = true;
   ShowMethod(0);

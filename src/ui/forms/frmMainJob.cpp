@@ -31,11 +31,11 @@ void frmMain::ConversionJobOpen(std::string sFile) {
     return;
   }
   sFile = sFile.empty() ? AskForJob() : ExpandedPath(sFile);
+  if (sFile.empty()) return;
   // One that can't be read leaves all as it was: the job before may still be saved, and must not be over this one.
   clsConversionOptions opened = options_;
-  if (!sFile.empty()) opened.OpenConversionJob(sFile);
+  opened.OpenConversionJob(sFile);
   sJobFile = sFile;
-  if (sJobFile.empty()) return;
   options_ = std::move(opened);
   mruFileOpen.AddUniqueItemToCollection(sJobFile);
   FillMenuFromMRU();

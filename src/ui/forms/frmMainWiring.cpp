@@ -11,7 +11,8 @@ namespace quillon {
 
 void frmMain::WireSteps() {
   for (const char* const pName : {"cbInputFile", "cbOutputFile", "cbRecipeFile", "cbFixedWidthProfileList"}) {
-    const Handler changed = [this] {
+    const Handler changed = [this, bOutput = std::string_view(pName) == "cbOutputFile"] {
+      if (bOutput) sOutputOf_ = Get("cbInputFile").sText;
       JobChanged();
       UpdateFileControls();
     };
@@ -48,7 +49,10 @@ void frmMain::WireButtons() {
   OnClick("cmdEditOutput", [this] { LaunchFile(Get("cbOutputFile").sText); });
   OnClick("cmdExploreInputFolder", [this] { ExploreFolderOf("cbInputFile"); });
   OnClick("cmdExploreOutputFolder", [this] { ExploreFolderOf("cbOutputFile"); });
+  OnClick("cmdOpenResult", [this] { LaunchFile(sResult_); });
+  OnClick("cmdShowResult", [this] { LaunchFile(FolderOfPath(ExpandedPath(sResult_))); });
   OnClick("cmdEditProfile", [this] { cmdEditProfile_Click(); });
+  OnClick("cmdFindTables", [this] { cmdFindTables_Click(); });
   OnClick("cmdEditRecipe", [this] { cmdEditRecipe_Click(); });
 }
 

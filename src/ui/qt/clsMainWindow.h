@@ -43,7 +43,7 @@ class clsMainWindow : public QMainWindow, public clsRunLogView {
   QWidget* MakeStep1();
   QWidget* MakeStep2();
   QWidget* MakeStep3();
-  QWidget* MakeOptionsLine();
+  QWidget* MakeLine(const char* pText, std::initializer_list<const char*> links);
   QWidget* MakeLog();
   void AlignSteps();
   void MakeToolBar();

@@ -90,7 +90,8 @@ clsMainWindow::clsMainWindow(clsQtHost& host, frmMainMDI& frame, frmMain& form, 
   pColumn->addWidget(MakeStep1());
   pColumn->addWidget(MakeStep2());
   pColumn->addWidget(MakeStep3());
-  pColumn->addWidget(MakeOptionsLine());
+  pColumn->addWidget(MakeLine("lblOptionsInForce", {"cmdChangeOptions", "cmdClearOptions"}));
+  pColumn->addWidget(MakeLine("lblClosing", {"cmdOpenResult", "cmdShowResult"}));
   pColumn->addWidget(MakeLog(), 1);
   // A screen that is smaller than the steps shows them through a window that scrolls.
   auto* const pScroll = new QScrollArea;
@@ -107,6 +108,9 @@ clsMainWindow::clsMainWindow(clsQtHost& host, frmMainMDI& frame, frmMain& form, 
     const QString sJob = ToQt(form_.sCaption);
     setWindowTitle(sJob == "Quillon" ? ToQt(frame_.sCaption) : sJob + " - Quillon");
     AlignSteps();
+    for (const char* const pLine : {"lblOptionsInForce", "lblClosing"}) {
+      binder_.Widget(pLine)->parentWidget()->setVisible(form_.Get(pLine).bVisible);
+    }
     PaintProgress();
     if (!form_.IsRunning()) HideProgress();
   };
@@ -164,6 +168,7 @@ QWidget* clsMainWindow::MakeStep3() {
   constexpr int kBetweenMethods = 18;
   pMethods->setSpacing(kBetweenMethods);
   pMethods->addStretch();
+  pMethods->addWidget(binder_.Widget("cmdFindTables"));
   pMethods->addWidget(HelpButton(binder_, "cmdHelpConversionMethod"));
   pColumn->addLayout(pMethods);
   const int titleHeight = fontMetrics().height() * 4 / 3;
@@ -184,15 +189,15 @@ QWidget* clsMainWindow::MakeStep3() {
   return pBox;
 }
 
-/// Shown while an option isn't at its default.
-QWidget* clsMainWindow::MakeOptionsLine() {
+/// A text that shows at times, and what can be done about it.
+QWidget* clsMainWindow::MakeLine(const char* pText, std::initializer_list<const char*> links) {
   auto* const pLine = new QWidget;
-  auto* const pRow =
-      Row({binder_.Widget("lblOptionsInForce"), binder_.Widget("cmdChangeOptions"), binder_.Widget("cmdClearOptions")});
+  auto* const pRow = Row({binder_.Widget(pText)});
+  for (const char* const pName : links) pRow->addWidget(binder_.Widget(pName));
   pRow->setContentsMargins(0, 0, 0, 0);
   pRow->setStretch(0, 1);
   pLine->setLayout(pRow);
-  for (const char* const pName : {"cmdChangeOptions", "cmdClearOptions"}) {
+  for (const char* const pName : links) {
     auto* const pLink = binder_.As<QPushButton>(pName);
     pLink->setFlat(true);
     pLink->setStyleSheet("color: palette(link); text-decoration: underline");

@@ -94,13 +94,13 @@ void clsReportCutView::MakeGrid() {
 }
 
 void clsReportCutView::MakeButtons() {
-  pWorkOut_ = MakeButton("cmdWorkOut", Translate("Work it out"), [this] {
+  pWorkOut_ = MakeButton("cmdWorkOut", Translate("Suggest columns"), [this] {
     cut_.WorkOut();
     // Enter and Escape are to mean the proposal now, not the dialog.
     if (cut_.HasProposal()) pCanvas_->setFocus();
   });
-  pTake_ = MakeButton("cmdTakeCut", Translate("Take it"), [this] { cut_.TakeProposal(); });
-  pDrop_ = MakeButton("cmdDropCut", Translate("Drop it"), [this] { cut_.DropProposal(); });
+  pTake_ = MakeButton("cmdTakeCut", Translate("Use"), [this] { cut_.TakeProposal(); });
+  pDrop_ = MakeButton("cmdDropCut", Translate("Discard"), [this] { cut_.DropProposal(); });
   pFurther_ = MakeButton("cmdLookFurther", Translate("Look further"), [this] { cut_.LookFurther(); });
 }
 
@@ -160,6 +160,7 @@ void clsReportCutView::Show() {
   pCells_->Refill();
   constexpr size_t kColumnsMeasured = 300;  // more would take longer than a hand waits
   if (cut_.Picture().titles.size() <= kColumnsMeasured) pGrid_->resizeColumnsToContents();
+  pWorkOut_->setVisible(!cut_.OnlyShows());
   pWorkOut_->setEnabled(cut_.CanWorkOut());
   pTake_->setVisible(cut_.HasProposal());
   pDrop_->setVisible(cut_.HasProposal());

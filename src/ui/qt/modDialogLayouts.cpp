@@ -224,11 +224,11 @@ void LayoutColumn(clsForm& form, clsFormBinder& b, QDialog& dialog) {
 
 void LayoutDialog(clsForm& form, clsFormBinder& binder, QDialog& dialog, clsHost&) {
   static const std::map<std::string, Layout> layouts{
-      {"frmQLNOptions", LayoutOptions},        {"frmGettingStarted", LayoutGettingStarted},
-      {"frmLanguage", LayoutLanguage},         {"frmTableBuilder", LayoutTableBuilder},
-      {"frmAddField", LayoutAddField},         {"frmChooseText", LayoutChooseText},
-      {"frmTextDisplay", LayoutTextDisplay},   {"frmSpecifyFixedWidthText", LayoutProfileEditor},
-      {"frmExportBuilder", LayoutRecipeEditor}};
+      {"frmQLNOptions", LayoutOptions},         {"frmGettingStarted", LayoutGettingStarted},
+      {"frmLanguage", LayoutLanguage},          {"frmTableBuilder", LayoutTableBuilder},
+      {"frmAddField", LayoutAddField},          {"frmChooseText", LayoutChooseText},
+      {"frmTextDisplay", LayoutTextDisplay},    {"frmSpecifyFixedWidthText", LayoutProfileEditor},
+      {"frmExportBuilder", LayoutRecipeEditor}, {"frmFindTables", LayoutFindTables}};
   const auto found = layouts.find(form.sFormName);
   (found == layouts.end() ? LayoutColumn : found->second)(form, binder, dialog);
 }

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "clsForm.h"
+#include "clsTableFinder.h"
+
+namespace quillon {
+
+class frmMain;
+
+/// What tables a report has: a list to tick and name, drawn over the report. OK leaves the recipe of the chosen ones.
+class frmFindTables : public clsForm {
+ public:
+  explicit frmFindTables(frmMain& owner);
+
+  /// Looks through the main window's report. False with the reason if there is nothing to show.
+  bool Form_Load(std::string& sFault);
+
+  const std::vector<ListedTable>& Tables() const { return finder_.Tables(); }
+  bool IsTicked(size_t nTable) const { return ticked_[nTable]; }
+  void Tick(size_t nTable, bool bOn);
+  /// The table that the list stands on and the drawing shows the cells of.
+  size_t Selected() const { return nSelected_; }
+  void Select(size_t nTable);
+
+  /// UTF-8 with LF; "" if the dialog was cancelled.
+  std::string sRecipe;
+  frmMain& Owner() const { return oOwner_; }
+  bool KeyPressed(std::string_view sKey) override;
+
+ private:
+  void cmdOK_Click();
+
+  frmMain& oOwner_;
+  clsTableFinder finder_;
+  std::vector<bool> ticked_;
+  size_t nSelected_ = 0;
+};
+
+}  // namespace quillon

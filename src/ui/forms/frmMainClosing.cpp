@@ -1,0 +1,59 @@
+// The line that tells what a run came to.
+
+#include <algorithm>
+
+#include "frmMain.h"
+#include "modPaths.h"
+#include "modStrings.h"
+#include "modTranslator.h"
+
+namespace quillon {
+
+namespace {
+
+std::string Counted(int64_t lCount, const std::string& sOne, const std::string& sMany) {
+  return std::to_string(lCount) + " " + (lCount == 1 ? sOne : sMany);
+}
+
+}  // namespace
+
+void frmMain::AddToClosing(const FileAccount& account) {
+  ++closing_.lFiles;
+  closing_.bWritten = closing_.bWritten || account.bOutputWritten;
+  if (!account.bOutputWritten) return;
+  closing_.lOutside += account.lLinesRead - account.lLinesInTables;
+  int64_t lRows = 0;
+  for (const TableAccount& table : account.tables) {
+    lRows += table.lRows;
+    closing_.lTables += table.lRows > 0 ? 1 : 0;
+    closing_.lColumns = std::max(closing_.lColumns, table.lColumns);
+    closing_.lBehind += table.lCharactersBehind;
+  }
+  closing_.lRows += account.tables.empty() ? account.lLinesInTables : lRows;
+}
+
+void frmMain::ShowClosing(bool bStopped) {
+  sResult_ = Get("cbOutputFile").sText;
+  const Closing& sum = closing_;
+  std::string sText = bStopped ? Translate("Conversion stopped") + ": " : std::string();
+  if (!sum.bWritten) {
+    sText = bStopped ? Translate("Conversion stopped") : Translate("Nothing was converted; the log tells why.");
+  } else {
+    if (sum.lFiles > 1) sText += Counted(sum.lFiles, Translate("file"), Translate("files")) + ", ";
+    if (sum.lTables > 0) sText += Counted(sum.lTables, Translate("table"), Translate("tables")) + ", ";
+    sText += Counted(sum.lRows, Translate("row"), Translate("rows"));
+    if (sum.lColumns > 0) sText += ", " + Counted(sum.lColumns, Translate("column"), Translate("columns"));
+    sText += " " + Translate("to") + " " + sResult_.substr(BehindLastSeparator(sResult_));
+    if (sum.lOutside > 0)
+      sText += "; " + Translate("Lines outside of the tables:") + " " + std::to_string(sum.lOutside);
+    if (sum.lBehind > 0) {
+      sText += "; " + Translate("Characters behind the last column:") + " " + std::to_string(sum.lBehind);
+    }
+  }
+  Get("lblClosing").sCaption = sText;
+  Get("lblClosing").bVisible = true;
+  Get("cmdOpenResult").bVisible = sum.bWritten && !HasWildcards(sResult_);
+  Get("cmdShowResult").bVisible = sum.bWritten;
+}
+
+}  // namespace quillon

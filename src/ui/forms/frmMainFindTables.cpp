@@ -1,0 +1,91 @@
+// From a report that nobody has described yet to a job that converts it.
+
+#include "clsOutputFile.h"
+#include "frmExportBuilder.h"
+#include "frmFindTables.h"
+#include "frmMain.h"
+#include "modFiles.h"
+#include "modPaths.h"
+#include "modStrings.h"
+#include "modText.h"
+#include "modTranslator.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr int kMethodOfRecipes = 1;
+
+/// Beside the report, or among the user's documents where nothing can be written there.
+std::string FolderForResults(const std::string& sReport) {
+  const std::string sBeside = FolderOfPath(sReport);
+  return IsFolderWriteable(sReport) ? sBeside : WithSeparator(ExpandedPath("%MYDOCUMENTS%"));
+}
+
+}  // namespace
+
+PreviewRequest frmMain::Report() const {
+  PreviewRequest request;
+  request.sInput = ExpandedPath(Get("cbInputFile").sText);
+  request.text = {bUnix, ReportPage()};
+  request.lTabSize = lTabSize;
+  return request;
+}
+
+std::string frmMain::ProposedOutput() const {
+  const std::string& sInput = Get("cbInputFile").sText;
+  if (HasWildcards(sInput) || !IsFile(ExpandedPath(sInput))) return {};
+  const bool bBeside = IsFolderWriteable(ExpandedPath(sInput));
+  const std::string sFolder = bBeside ? FolderOfPath(sInput) : FolderForResults(ExpandedPath(sInput));
+  return sFolder + BaseNameOfPath(sInput) + ".xlsx";
+}
+
+void frmMain::ProposeOutput() {
+  const std::string sProposed = ProposedOutput();
+  if (sProposed.empty()) return;
+  SetComboText("cbOutputFile", sProposed);
+}
+
+void frmMain::cmdFindTables_Click() {
+  frmFindTables dialog(*this);
+  std::string sFault;
+  if (!dialog.Form_Load(sFault)) {
+    host_.ShowMessage(sFault, sCaption, MessageIcon::Information, MessageButtons::Ok);
+    return;
+  }
+  screen_.ShowModal(dialog);
+  if (dialog.sRecipe.empty()) return;
+  const std::string sRecipe = WriteFoundRecipe(ReplaceAll(dialog.sRecipe, "\n", "\r\n"));
+  if (sRecipe.empty()) return;
+  if (!Get("rbConversionMethod", kMethodOfRecipes).bChecked) JobChanged();
+  ShowMethod(kMethodOfRecipes);
+  SetComboText("cbRecipeFile", sRecipe);
+  // What stands there for another report isn't meant for this one.
+  const bool bTheirs = sOutputOf_ != Get("cbInputFile").sText;
+  if (bTheirs || TrimBlanks(Get("cbOutputFile").sText).empty()) ProposeOutput();
+  Focus("cbOutputFile");
+}
+
+/// The path of the recipe, which is the report's name; "" if it can't be written. A recipe of that name that says
+/// something else is only replaced if the user says so, and else left for a name with a number.
+std::string frmMain::WriteFoundRecipe(const std::string& sText) {
+  const std::string sReport = ExpandedPath(Get("cbInputFile").sText);
+  const std::string sStem = FolderForResults(sReport) + BaseNameOfPath(sReport);
+  const std::string sBytes = BytesOfRecipe(sText);
+  std::string sPath = sStem + ".rcp";
+  std::string sThere;
+  Failure failure;
+  const auto same = [&] { return ReadWholeFile(sPath, sThere, sBytes.size() + 1, failure) && sThere == sBytes; };
+  if (FileExists(sPath) && !same() &&
+      host_.ShowMessage(Translate("Overwrite existing file: ") + sPath, sCaption, MessageIcon::Question,
+                        MessageButtons::NoYes) != MessageAnswer::Yes) {
+    for (int n = 2; FileExists(sPath) && !same(); ++n) sPath = sStem + "-" + std::to_string(n) + ".rcp";
+  }
+  if (FileExists(sPath) && same()) return sPath;
+  failure = {};
+  if (WriteWholeFile(sPath, sBytes, failure)) return sPath;
+  host_.ShowMessage(failure.sText, sCaption, MessageIcon::Warning, MessageButtons::Ok);
+  return {};
+}
+
+}  // namespace quillon
