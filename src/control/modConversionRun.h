@@ -140,7 +140,7 @@ class clsConversionRun {
   clsRunFields& fields_;
   clsRunWindow* pWindow_;
   RunExtras extras_;
-  FileOutcome outcome_;  ///< Of the file in hand, or the last one
+  FileOutcome outcome_;      ///< Of the file in hand, or the last one
   bool bFilesLeft_ = false;  ///< A pause ended the run between two files
   bool bStopped_ = false;
 };

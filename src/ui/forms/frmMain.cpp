@@ -75,15 +75,13 @@ void frmMain::Go(int32_t& lResult) {
   sOutputOf_ = Get("cbInputFile").sText;
   nFile_ = nFiles_ = 0;
   RunExtras extras;
-  clsConversionRun* pRun = nullptr;
-  extras.fileBegins = [&](size_t nFile, size_t nFiles, const std::string&) {
-    if (nFile > 1) AddToClosing(pRun->Account());
+  extras.fileBegins = [this](size_t nFile, size_t nFiles, const std::string&) {
     nFile_ = nFile;
     nFiles_ = nFiles;
   };
+  extras.fileDone = [this](const FileOutcome& outcome) { AddToClosing(outcome); };
   closing_ = {};
   clsConversionRun run(host_, options_, log_, fields_, this, std::move(extras));
-  pRun = &run;
   try {
     run.Go(lResult);
   } catch (const OutputFolderTooLong& failure) {
@@ -91,7 +89,6 @@ void frmMain::Go(int32_t& lResult) {
   } catch (const UnhandledFailure& failure) {
     EndRun(failure, {});
   }
-  AddToClosing(run.Account());
   ShowClosing(run.WasStopped());
   if (onTrouble && (log_.lErrorCount > 0 || run.WasStopped())) onTrouble();
 }

@@ -120,7 +120,7 @@ class frmMain : public clsForm, public clsRunWindow {
   void TellNotSaved();
   bool WriteJob();  ///< False if it can't be saved
   void EnableButtonsWithTargets();
-  void AddToClosing(const FileAccount& account);
+  void AddToClosing(const FileOutcome& outcome);
   void ShowClosing(bool bStopped);
   void EndRun(const UnhandledFailure& failure, std::string_view sAdvice);
   void ShowCodePage();
@@ -157,7 +157,7 @@ class frmMain : public clsForm, public clsRunWindow {
   struct Closing {
     int64_t lFiles = 0, lTables = 0, lRows = 0, lOutside = 0, lBehind = 0;
     int32_t lColumns = 0;
-    bool bWritten = false;
+    int64_t lWritten = 0;
   } closing_;
   std::string sResult_;  ///< What the run wrote: its file, or the pattern of its files
   size_t nFile_ = 0, nFiles_ = 0;

@@ -17,10 +17,11 @@ std::string Counted(int64_t lCount, const std::string& sOne, const std::string& 
 
 }  // namespace
 
-void frmMain::AddToClosing(const FileAccount& account) {
+void frmMain::AddToClosing(const FileOutcome& outcome) {
+  const FileAccount& account = outcome.account;
   ++closing_.lFiles;
-  closing_.bWritten = closing_.bWritten || account.bOutputWritten;
   if (!account.bOutputWritten) return;
+  ++closing_.lWritten;
   closing_.lOutside += account.lLinesRead - account.lLinesInTables;
   int64_t lRows = 0;
   for (const TableAccount& table : account.tables) {
@@ -36,10 +37,10 @@ void frmMain::ShowClosing(bool bStopped) {
   sResult_ = Get("cbOutputFile").sText;
   const Closing& sum = closing_;
   std::string sText = bStopped ? Translate("Conversion stopped") + ": " : std::string();
-  if (!sum.bWritten) {
+  if (sum.lWritten == 0) {
     sText = bStopped ? Translate("Conversion stopped") : Translate("Nothing was converted; the log tells why.");
   } else {
-    if (sum.lFiles > 1) sText += Counted(sum.lFiles, Translate("file"), Translate("files")) + ", ";
+    if (sum.lFiles > 1) sText += Counted(sum.lWritten, Translate("file"), Translate("files")) + ", ";
     if (sum.lTables > 0) sText += Counted(sum.lTables, Translate("table"), Translate("tables")) + ", ";
     sText += Counted(sum.lRows, Translate("row"), Translate("rows"));
     if (sum.lColumns > 0) sText += ", " + Counted(sum.lColumns, Translate("column"), Translate("columns"));
@@ -52,8 +53,8 @@ void frmMain::ShowClosing(bool bStopped) {
   }
   Get("lblClosing").sCaption = sText;
   Get("lblClosing").bVisible = true;
-  Get("cmdOpenResult").bVisible = sum.bWritten && !HasWildcards(sResult_);
-  Get("cmdShowResult").bVisible = sum.bWritten;
+  Get("cmdOpenResult").bVisible = sum.lWritten > 0 && !HasWildcards(sResult_);
+  Get("cmdShowResult").bVisible = sum.lWritten > 0;
 }
 
 }  // namespace quillon
