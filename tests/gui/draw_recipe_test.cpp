@@ -127,6 +127,61 @@ class clsDrawRecipe : public clsDrawSession {
     QCOMPARE(Cells(folder_.Read("cf6.csv")), Cells(Sample("cf6_anchorage/expected/cf6_anchorage.csv")));
   }
 
+  void keysGoThroughTheReportFindTextsAndLosses() {
+    Type("cbInputFile",
+         folder_.Write("stock.txt", "STOCK\nBolts   12\nNuts     3\nWashers  9\n\fPage 2\nEND of bolts\n"));
+    ChooseMethod(1);
+    Type("cbRecipeFile", folder_.Write("stock.rcp",
+                                       "[Table 1]\nReadStartLine=STOCK\nReadStartLineOffset=1\nReadEndLine=Page\n"
+                                       "ReadEndLineOffset=-1\nParsing=----- ----\nWriteColumn=A\n"));
+    std::vector<int64_t> cursor;
+    const auto press = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+      Key(key, modifiers);
+      cursor.push_back(pCanvas_->Cursor());
+    };
+    QString sSpoken;
+    bool bOpen = false;
+    OpenEditor([&](QWidget* pEditor) {
+      pCanvas_->setFocus();
+      press(Qt::Key_End, Qt::ControlModifier);
+      press(Qt::Key_Up);
+      press(Qt::Key_Home, Qt::ControlModifier);
+      press(Qt::Key_F8);
+      sSpoken = pCanvas_->accessibleDescription();
+      press(Qt::Key_F8);
+      press(Qt::Key_F, Qt::ControlModifier);
+      auto* const pFind = pEditor->findChild<QLineEdit*>("txtFindInReport");
+      QTest::keyClicks(pFind, "BOLTS");
+      QTest::keyClick(pFind, Qt::Key_Return);
+      cursor.push_back(pCanvas_->Cursor());
+      QTest::keyClick(pFind, Qt::Key_Escape);
+      bOpen = pEditor->isVisible() && !pFind->isVisible() && pCanvas_->hasFocus();
+      press(Qt::Key_F3);
+      Click(pEditor, "cmdCancel");
+    });
+    QCOMPARE(cursor, (std::vector<int64_t>{6, 5, 1, 4, 4, 4, 2, 6}));
+    QCOMPARE(sSpoken, QString("Line 4, Table 1, something is lost: Washers  9"));
+    QVERIFY(bOpen);
+  }
+
+  void findTablesWritesTheRecipeIntoTheEditorAsOneStep() {
+    Type("cbInputFile", folder_.Write("limits.prt", Sample("account_limits/account_limits.prt")));
+    ChooseMethod(1);
+    Type("cbRecipeFile", folder_.Write("limits.rcp", "; mine\n"));
+    QString sFound;
+    QString sBack;
+    OpenEditor([&](QWidget* pEditor) {
+      WithModal([](QWidget* pDialog) { Click(pDialog, "cmdOK"); });
+      Click(pEditor, "cmdFindTables");
+      sFound = pText_->toPlainText();
+      pText_->undo();
+      sBack = pText_->toPlainText();
+      Click(pEditor, "cmdCancel");
+    });
+    QVERIFY2(sFound.contains("[Table 1]") && !sFound.contains("mine"), qPrintable(sFound));
+    QCOMPARE(sBack, QString("; mine\n"));
+  }
+
   void linesOfTheDrawingBoundTheTable() {
     Type("cbInputFile", folder_.Write("limits.prt", Sample("account_limits/account_limits.prt")));
     Type("cbOutputFile", folder_.Path("limits.csv"));

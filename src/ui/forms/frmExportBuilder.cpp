@@ -20,6 +20,20 @@ namespace {
 constexpr std::string_view kSection = "frmExportBuilder";
 constexpr int kRecipeTopic = 13;
 
+bool IsTableHead(std::string_view sRow) {
+  return sRow.find("[Table ") != std::string_view::npos && sRow.find("Col") == std::string_view::npos;
+}
+
+int32_t CountTables(std::string_view sRecipe) {
+  int32_t lTables = 0;
+  for (size_t nFrom = 0; nFrom < sRecipe.size();) {
+    const size_t nEnd = std::min(sRecipe.find('\n', nFrom), sRecipe.size());
+    lTables += IsTableHead(sRecipe.substr(nFrom, nEnd - nFrom)) ? 1 : 0;
+    nFrom = nEnd + 1;
+  }
+  return lTables;
+}
+
 }  // namespace
 
 std::string BytesOfRecipe(std::string_view sText) {
@@ -40,10 +54,10 @@ frmExportBuilder::frmExportBuilder(frmMain& owner) : clsForm("frmExportBuilder")
   struct Row {
     const char *pName, *pCaption;
   };
-  for (const Row& row :
-       {Row{"cmdNew", "New..."}, Row{"cmdLoadFile", "Open File..."}, Row{"cmdSave", "Save"},
-        Row{"cmdSaveAs", "Save As..."}, Row{"cmdSaveAndClose", "&Save and Close"}, Row{"cmdAddTable", "Add Table..."},
-        Row{"cmdClose", "&Close"}, Row{"cmdCancel", "Cancel"}, Row{"cmdHelp", "Help..."}}) {
+  for (const Row& row : {Row{"cmdNew", "New..."}, Row{"cmdLoadFile", "Open File..."}, Row{"cmdSave", "Save"},
+                         Row{"cmdSaveAs", "Save As..."}, Row{"cmdSaveAndClose", "&Save and Close"},
+                         Row{"cmdAddTable", "Add Table..."}, Row{"cmdFindTables", "Find &Tables.."},
+                         Row{"cmdClose", "&Close"}, Row{"cmdCancel", "Cancel"}, Row{"cmdHelp", "Help..."}}) {
     Add(ControlKind::CommandButton, row.pName, row.pCaption);
   }
   Add(ControlKind::Panel, "StatusBar1", {}, 1);
@@ -56,6 +70,7 @@ frmExportBuilder::frmExportBuilder(frmMain& owner) : clsForm("frmExportBuilder")
     if (Save()) CloseForm();
   });
   OnClick("cmdAddTable", [this] { cmdAddTable_Click(); });
+  OnClick("cmdFindTables", [this] { cmdFindTables_Click(); });
   OnClick("cmdClose", [this] { cmdClose_Click(); });
   OnClick("cmdCancel", [this] { CloseForm(); });
   OnClick("cmdHelp", [this] { OpenHelpTopic(oOwner_.Host(), kRecipeTopic); });
@@ -134,8 +149,7 @@ void frmExportBuilder::LoadRecipeIntoEditor(std::string_view sFileName) {
     for (const std::string& sRow : rows) {
       if (!ExportSpecs.empty() || &sRow != &rows.front()) ExportSpecs += "\r\n";
       ExportSpecs += sRow;
-      const bool bTable = sRow.find("[Table ") != std::string::npos && sRow.find("Col") == std::string::npos;
-      TableCounter += bTable ? 1 : 0;
+      TableCounter += IsTableHead(sRow) ? 1 : 0;
     }
     SetEditorText(ExportSpecs + "\r\n");
     RefreshTitle();
@@ -217,6 +231,18 @@ void frmExportBuilder::cmdAddTable_Click() {
   builder.Form_Load();
   oOwner_.Screen().ShowModal(builder);
   RefreshTitle();
+}
+
+/// The recipe of the tables that were found takes the place of the text; one undo of the editor takes it back.
+void frmExportBuilder::cmdFindTables_Click() {
+  const std::string sFound = oOwner_.AskForTables();
+  if (sFound.empty()) return;
+  const std::string& sNow = Get("txtFileEditor").sText;
+  nCaret = 0;
+  EditText({{0, sNow.size(), sFound}});
+  TableCounter = CountTables(sFound);
+  RefreshTitle();
+  MoveCaret(PlaceOfTable(sFound, 1).value_or(0));
 }
 
 void frmExportBuilder::cmdClose_Click() {

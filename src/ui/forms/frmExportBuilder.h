@@ -57,6 +57,7 @@ class frmExportBuilder : public clsForm {
   bool Save();
   void cmdSaveAs_Click();
   void cmdAddTable_Click();
+  void cmdFindTables_Click();
   void cmdClose_Click();
   void CloseForm();
   std::string StartPath(FileQuestion& question) const;

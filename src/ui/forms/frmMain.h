@@ -90,6 +90,8 @@ class frmMain : public clsForm, public clsRunWindow {
   const clsCodePage* ReportPage() const;
   /// The report of step 1, to be looked at.
   PreviewRequest Report() const;
+  /// Lets the user choose among the tables of the report. Their recipe, with CR LF; "" if there is none.
+  std::string AskForTables();
   /// A workbook beside the report, or among the user's documents; "" without one report that is there.
   std::string ProposedOutput() const;
   /// The options that the three steps don't show and that aren't at their default, for a line of the window; "": none.

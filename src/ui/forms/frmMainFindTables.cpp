@@ -46,16 +46,21 @@ void frmMain::ProposeOutput() {
   SetComboText("cbOutputFile", sProposed);
 }
 
-void frmMain::cmdFindTables_Click() {
+std::string frmMain::AskForTables() {
   frmFindTables dialog(*this);
   std::string sFault;
   if (!dialog.Form_Load(sFault)) {
     host_.ShowMessage(sFault, sCaption, MessageIcon::Information, MessageButtons::Ok);
-    return;
+    return {};
   }
   screen_.ShowModal(dialog);
-  if (dialog.sRecipe.empty()) return;
-  const std::string sRecipe = WriteFoundRecipe(ReplaceAll(dialog.sRecipe, "\n", "\r\n"));
+  return ReplaceAll(dialog.sRecipe, "\n", "\r\n");
+}
+
+void frmMain::cmdFindTables_Click() {
+  const std::string sFound = AskForTables();
+  if (sFound.empty()) return;
+  const std::string sRecipe = WriteFoundRecipe(sFound);
   if (sRecipe.empty()) return;
   if (!Get("rbConversionMethod", kMethodOfRecipes).bChecked) JobChanged();
   ShowMethod(kMethodOfRecipes);

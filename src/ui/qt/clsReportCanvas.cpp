@@ -1,7 +1,6 @@
 #include "clsReportCanvas.h"
 
 #include <QFontDatabase>
-#include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QScrollBar>
@@ -148,7 +147,9 @@ void clsReportCanvas::mousePressEvent(QMouseEvent* pEvent) {
     return;
   }
   const int64_t lLine = LineAt(static_cast<int>(pEvent->position().y()));
-  if (lLine > 0) cut_.ChooseTableOf(lLine);
+  if (lLine <= 0) return;
+  MoveCursor(lLine);
+  cut_.ChooseTableOf(lLine);
 }
 
 int64_t clsReportCanvas::LineAt(int y) const {
@@ -159,12 +160,15 @@ int64_t clsReportCanvas::LineAt(int y) const {
 
 void clsReportCanvas::contextMenuEvent(QContextMenuEvent* pEvent) {
   if (onBeforeHand) onBeforeHand();
-  const int64_t lLine = LineAt(pEvent->pos().y());
+  // The key for it means the line of the cursor.
+  const bool bByKey = pEvent->reason() == QContextMenuEvent::Keyboard;
+  const int64_t lLine = bByKey ? lCursor_ : LineAt(pEvent->pos().y());
   if (lLine == 0 || !cut_.CanBound()) return;
+  const QPoint place = bByKey ? viewport()->mapToGlobal(PointOnLine(lLine, 0)) : pEvent->globalPos();
   QMenu menu;
   const QAction* const pFirst = menu.addAction(ToQt(Translate("First row of the table")));
   const QAction* const pLast = menu.addAction(ToQt(Translate("Last row of the table")));
-  const QAction* const pChosen = menu.exec(pEvent->globalPos());
+  const QAction* const pChosen = menu.exec(place);
   if (pChosen == pFirst || pChosen == pLast) cut_.Bound(pChosen == pFirst, lLine);
 }
 
@@ -204,37 +208,6 @@ void clsReportCanvas::mouseDoubleClickEvent(QMouseEvent* pEvent) {
   if (std::exchange(bJustAdded_, false)) return;
   nDragged_ = -1;
   cut_.Remove(cut_.BoundaryAt(AfterAt(pEvent->position().x())));
-}
-
-void clsReportCanvas::keyPressEvent(QKeyEvent* pEvent) {
-  if (onBeforeHand) onBeforeHand();
-  const bool bControl = pEvent->modifiers().testFlag(Qt::ControlModifier);
-  const int nKey = pEvent->key();
-  if (pEvent->matches(QKeySequence::Undo) && onUndo) return onUndo();
-  if (pEvent->matches(QKeySequence::Redo) && onRedo) return onRedo();
-  if (nKey == Qt::Key_Left || nKey == Qt::Key_Right) {
-    const bool bForward = nKey == Qt::Key_Right;
-    if (bControl || cut_.Selected() < 0) {
-      cut_.SelectNext(bForward);
-    } else {
-      cut_.MoveSelected(bForward ? 1 : -1, pEvent->modifiers().testFlag(Qt::ShiftModifier));
-    }
-    return ScrollToBoundary();
-  }
-  if (nKey == Qt::Key_Insert) {
-    cut_.AddBehindSelected();
-    return ScrollToBoundary();
-  }
-  if (nKey == Qt::Key_Delete || nKey == Qt::Key_Backspace) {
-    cut_.RemoveSelected();
-    return;
-  }
-  const bool bEnter = nKey == Qt::Key_Return || nKey == Qt::Key_Enter;
-  if (cut_.HasProposal() && (bEnter || nKey == Qt::Key_Escape)) {
-    return bEnter ? cut_.TakeProposal() : cut_.DropProposal();
-  }
-  if (nKey == Qt::Key_Escape && cut_.Selected() >= 0) return cut_.Select(-1);
-  QAbstractScrollArea::keyPressEvent(pEvent);
 }
 
 void clsReportCanvas::focusInEvent(QFocusEvent* pEvent) {

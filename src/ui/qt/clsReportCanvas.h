@@ -18,9 +18,10 @@ namespace quillon {
 ///
 /// The hand: a click on the ruler adds a boundary; a boundary can be dragged, also off the drawing, which removes it as
 /// a double click does; a click into another table makes that one current; the context menu of a line makes it the
-/// table's first or last row. Keys: Ctrl+Right and Ctrl+Left select a boundary, Right and Left move it, Insert adds one
-/// behind it, Delete removes it; Enter takes a proposal, Escape drops it. With Shift a boundary that is moved leaves a
-/// gap behind.
+/// table's first or last row. Keys: Up, Down, PgUp, PgDn, Ctrl+Home and Ctrl+End move the cursor from line to line, F8
+/// to the next line that loses something; Ctrl+Right and Ctrl+Left select a boundary, Right and Left move it, Insert
+/// adds one behind it, Delete removes it; Enter takes a proposal, Escape drops it. With Shift a boundary that is moved
+/// leaves a gap behind.
 class clsReportCanvas : public QAbstractScrollArea {
  public:
   explicit clsReportCanvas(clsReportCut& cut, QWidget* pParent = nullptr);
@@ -31,6 +32,11 @@ class clsReportCanvas : public QAbstractScrollArea {
   /// Called before hand or keys do anything, so that the picture is up to date.
   std::function<void()> onBeforeHand;
   std::function<void()> onUndo, onRedo;  ///< The keys for them
+  /// Ctrl+F (bAsk) and F3: a text is to be asked for, or the next or last line with it.
+  std::function<void(bool bAsk, bool bForward)> onFind;
+  /// The next shown line that holds the text, without regard to case, past the end on from the top. False if none does.
+  bool FindNext(std::string_view sText, bool bForward);
+  int64_t Cursor() const { return lCursor_; }  ///< Line of the cursor; 0: none yet
 
   // Where things are drawn, for views and tests: points of the viewport.
   QPoint PointOnRuler(int32_t lAfter) const;
@@ -61,12 +67,17 @@ class clsReportCanvas : public QAbstractScrollArea {
   int RowOfLine(int64_t lLine) const;
   int64_t LineAt(int y) const;  ///< 0 where there is none
   void ScrollToBoundary();
+  void MoveCursor(int64_t lLine);
+  void MoveCursorBy(int nRows);
+  bool MoveCursorTo(bool bForward, const std::function<bool(const CutLine&)>& wanted);
+  bool CursorKey(const QKeyEvent& event);
 
   void PaintRuler(QPainter& painter, const Colours& colours) const;
   void PaintLetters(QPainter& painter, const Colours& colours) const;
   void PaintRow(QPainter& painter, const Colours& colours, int nRow, int y) const;
   void PaintBands(QPainter& painter, const Colours& colours, const CutLine& line, int y) const;
   void PaintMarks(QPainter& painter, const Colours& colours, const CutLine& line, int y) const;
+  void PaintPageMark(QPainter& painter, const Colours& colours, const CutLine& line, int y) const;
   void PaintText(QPainter& painter, const CutLine& line, int y) const;
   void PaintBoundaries(QPainter& painter, const Colours& colours) const;
   std::vector<std::pair<int, int>> TableStretches() const;
@@ -74,6 +85,7 @@ class clsReportCanvas : public QAbstractScrollArea {
   clsReportCut& cut_;
   std::vector<int> rows_;  ///< Index of the line on each row; -1: a break between lines
   int32_t lWidest_ = 0;
+  int64_t lCursor_ = 0;
   double nCharWidth_ = 8;
   int nLineHeight_ = 16;
   int nAscent_ = 12;

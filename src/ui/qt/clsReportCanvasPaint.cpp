@@ -78,7 +78,13 @@ void clsReportCanvas::PaintRow(QPainter& painter, const Colours& colours, int nR
   PaintMarks(painter, colours, line, y);
   painter.setPen(colours.ink);
   PaintText(painter, line, y);
+  PaintPageMark(painter, colours, line, y);
   painter.restore();
+  if (line.lLine == lCursor_) {
+    painter.setPen(hasFocus() ? colours.selected : colours.faint);
+    painter.drawLine(0, y + nLineHeight_ - 1, viewport()->width(), y + nLineHeight_ - 1);
+    painter.fillRect(QRectF(0, y, 3, nLineHeight_), hasFocus() ? colours.selected : colours.faint);
+  }
   const bool bLoses = !line.sMarks.empty();
   painter.setPen(bLoses ? colours.loss : colours.faint);
   const QRectF place(0, y, Left() - 0.75 * nCharWidth_, nLineHeight_);
@@ -110,6 +116,13 @@ void clsReportCanvas::PaintMarks(QPainter& painter, const Colours& colours, cons
   painter.setPen(colours.key);
   const double x = XOf(line.lKeyAt - 1);
   painter.drawRect(QRectF(x - 1, y, line.lKeyLength * nCharWidth_ + 1, nLineHeight_ - 1));
+}
+
+/// A page begins at a form feed.
+void clsReportCanvas::PaintPageMark(QPainter& painter, const Colours& colours, const CutLine& line, int y) const {
+  if (line.sText.find('\f') == std::string::npos) return;
+  painter.setPen(QPen(colours.boundary, 1, Qt::DashDotLine));
+  painter.drawLine(Left(), y, viewport()->width(), y);
 }
 
 /// Plain text goes out in one piece; anything else by the character, as fonts hold the pitch for few others.

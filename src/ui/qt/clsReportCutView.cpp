@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <utility>
@@ -52,6 +53,7 @@ clsReportCutView::clsReportCutView(clsCutSource& source, QWidget* pParent) : QWi
   pCanvas_ = new clsReportCanvas(cut_);
   MakeGrid();
   MakeButtons();
+  MakeFind();
   pNotes_ = new QLabel;
   pNotes_->setObjectName("lblCutNotes");
   pNotes_->setWordWrap(true);
@@ -104,10 +106,48 @@ void clsReportCutView::MakeButtons() {
   pFurther_ = MakeButton("cmdLookFurther", Translate("Look further"), [this] { cut_.LookFurther(); });
 }
 
+/// A box that Ctrl+F opens and Escape closes.
+void clsReportCutView::MakeFind() {
+  pFind_ = new QLineEdit;
+  pFind_->setObjectName("txtFindInReport");
+  pFind_->setPlaceholderText(ToQt(Translate("Find in the report")));
+  pFind_->setAccessibleName(pFind_->placeholderText());
+  pFind_->setVisible(false);
+  pFind_->installEventFilter(this);
+  connect(pFind_, &QLineEdit::textEdited, this, [this] { Find(true); });
+  pCanvas_->onFind = [this](bool bAsk, bool bForward) {
+    if (!bAsk) return Find(bForward);
+    pFind_->show();
+    pFind_->setFocus();
+    pFind_->selectAll();
+  };
+}
+
+void clsReportCutView::Find(bool bForward) {
+  const bool bFound = pCanvas_->FindNext(FromQt(pFind_->text()), bForward);
+  pFind_->setStyleSheet(bFound || pFind_->text().isEmpty() ? "" : "color: palette(bright-text); background: #a00000");
+}
+
+/// Its keys are its own: to the dialog, Enter and Escape would mean the whole.
+bool clsReportCutView::eventFilter(QObject* pWatched, QEvent* pEvent) {
+  if (pWatched != pFind_ || pEvent->type() != QEvent::KeyPress) return QWidget::eventFilter(pWatched, pEvent);
+  const auto* const pKey = static_cast<QKeyEvent*>(pEvent);
+  const bool bNext = pKey->key() == Qt::Key_Return || pKey->key() == Qt::Key_Enter || pKey->key() == Qt::Key_F3;
+  if (!bNext && pKey->key() != Qt::Key_Escape) return false;
+  if (bNext) {
+    Find(!pKey->modifiers().testFlag(Qt::ShiftModifier));
+  } else {
+    pCanvas_->setFocus();
+    pFind_->hide();
+  }
+  return true;
+}
+
 void clsReportCutView::LayOut() {
   auto* const pButtons = new QHBoxLayout;
   for (QPushButton* const pButton : {pWorkOut_, pTake_, pDrop_, pFurther_}) pButtons->addWidget(pButton);
   pButtons->addWidget(pHint_, 1);
+  pButtons->addWidget(pFind_);
   auto* const pSplitter = new QSplitter(Qt::Vertical);
   pSplitter->addWidget(pCanvas_);
   pSplitter->addWidget(pGrid_);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
 #include <QTimer>
@@ -33,6 +34,7 @@ class clsReportCutView : public QWidget {
  protected:
   void showEvent(QShowEvent* pEvent) override;
   void changeEvent(QEvent* pEvent) override;
+  bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
 
  private:
   static constexpr int kMoment = 120;  // milliseconds
@@ -45,6 +47,8 @@ class clsReportCutView : public QWidget {
   void MakeGrid();
   void MakeButtons();
   void LayOut();
+  void MakeFind();
+  void Find(bool bForward);
   QPushButton* MakeButton(const char* pName, std::string_view sCaption, std::function<void()> onClick);
 
   clsReportCut cut_;
@@ -54,6 +58,7 @@ class clsReportCutView : public QWidget {
   QTableView* pGrid_;
   QPushButton *pWorkOut_, *pTake_, *pDrop_, *pFurther_;
   QLabel *pNotes_, *pHint_;
+  QLineEdit* pFind_;
 };
 
 }  // namespace quillon

@@ -139,7 +139,7 @@ void LayoutRecipeEditor(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
   QPlainTextEdit* const pEditor = MakeEditor(form);
   auto* const pButtons = new QVBoxLayout(b.As<QGroupBox>("frameButtons"));
   for (const char* const pName : {"cmdNew", "cmdLoadFile", "cmdSave", "cmdSaveAs", "cmdSaveAndClose", "cmdAddTable",
-                                  "cmdClose", "cmdCancel", "cmdHelp"}) {
+                                  "cmdFindTables", "cmdClose", "cmdCancel", "cmdHelp"}) {
     pButtons->addWidget(b.Widget(pName));
   }
   pButtons->addStretch();

@@ -1,10 +1,14 @@
-// The line that tells what a run came to.
+// Runs of the main form, and the line that tells what one came to.
 
 #include <algorithm>
 
 #include "frmMain.h"
+#include "modFailure.h"
 #include "modPaths.h"
+#include "modRecipeGlobals.h"
+#include "modRunMessages.h"
 #include "modStrings.h"
+#include "modText.h"
 #include "modTranslator.h"
 
 namespace quillon {
@@ -16,6 +20,54 @@ std::string Counted(int64_t lCount, const std::string& sOne, const std::string& 
 }
 
 }  // namespace
+
+void frmMain::Go(int32_t& lResult) {
+  if (bRunning_) return;
+  bRunning_ = true;
+  struct Ended {
+    bool& bFlag;
+    ~Ended() { bFlag = false; }
+  } ended{bRunning_};
+  if (TrimBlanks(Get("cbOutputFile").sText).empty()) ProposeOutput();
+  sOutputOf_ = Get("cbInputFile").sText;
+  nFile_ = nFiles_ = 0;
+  RunExtras extras;
+  extras.fileBegins = [this](size_t nFile, size_t nFiles, const std::string&) {
+    nFile_ = nFile;
+    nFiles_ = nFiles;
+  };
+  extras.fileDone = [this](const FileOutcome& outcome) { AddToClosing(outcome); };
+  closing_ = {};
+  clsConversionRun run(host_, options_, log_, fields_, this, std::move(extras));
+  try {
+    run.Go(lResult);
+  } catch (const OutputFolderTooLong& failure) {
+    EndRun(failure, Translate("Choose an output folder with a shorter name, or save to the original folder."));
+  } catch (const UnhandledFailure& failure) {
+    EndRun(failure, {});
+  }
+  ShowClosing(run.WasStopped());
+  if (onTrouble && (log_.lErrorCount > 0 || run.WasStopped())) onTrouble();
+}
+
+/// What no file could be blamed for ends the run, and the window goes on.
+void frmMain::EndRun(const UnhandledFailure& failure, std::string_view sAdvice) {
+  gbProcessing = gbPauseRequested = false;
+  EnableForRun(true);
+  ReportEntry entry = RunEntry(kRunEnded, failure.what());
+  entry.sErr3 = sAdvice;
+  host_.Report(entry);
+  host_.SetStatusPanel(StatusBar::Main, 3, Translate("Conversion stopped"));
+  UpdateFileControls();
+}
+
+void frmMain::ConversionJobPause() {
+  if (gbProcessing) {
+    gbPauseRequested = true;
+  } else if (bRunning_) {
+    host_.SetStatusPanel(StatusBar::Main, 3, Translate("This step can't be paused. Closing the window stops it."));
+  }
+}
 
 void frmMain::AddToClosing(const FileOutcome& outcome) {
   const FileAccount& account = outcome.account;
