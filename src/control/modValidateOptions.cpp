@@ -6,6 +6,7 @@
 #include "modSettings.h"
 #include "modStrings.h"
 #include "modText.h"
+#include "modTranslator.h"
 
 namespace quillon {
 
@@ -57,7 +58,11 @@ int32_t clsConversionRun::CheckInputAndOutput() {
 int32_t clsConversionRun::CheckOutputType() {
   const std::string extension = UpperText(ExtensionOfPath(ExpandedPath(options_.sOutputFile)));
   if (extension == "XLS" || extension == "CSV" || extension == "XLSX") return 0;
-  return Refuse(kOutputType, extension);
+  if (pWindow_ == nullptr || !extension.empty()) return Refuse(kOutputType, extension);
+  ReportEntry entry = RunEntry(kOutputType);
+  entry.sErr3 = Translate("The output's name has no extension; put one behind it, such as .xlsx");
+  host_.Report(entry);
+  return kOutputType;
 }
 
 }  // namespace quillon

@@ -1,6 +1,7 @@
 // A session with real key presses and clicks in the real window, on a screen of the toolkit's own.
 
 #include <QDragEnterEvent>
+#include <QFile>
 #include <QFileDialog>
 #include <QLabel>
 #include <QMessageBox>
@@ -320,6 +321,22 @@ class clsSession : public clsGuiSession {
     pForm_->Click("cmdEditProfile");
     QCOMPARE(nRows, 7);
     QCOMPARE(StoreGet("SpecifyFixedWidthFormHeight", "Height", ""), std::string("9000"));
+  }
+
+  void saysWhenNothingOpensAFile() {
+    const std::string sOpener = folder_.Write("bin/xdg-open", "#!/bin/sh\nexit 3\n");
+    QFile::setPermissions(ToQt(sOpener), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", QByteArray::fromStdString(folder_.Path("bin")) + ":" + path);
+    QString sTold;
+    WithModal([&](QWidget* pBox) {
+      sTold = static_cast<QMessageBox*>(pBox)->text();
+      Answer("OK");
+    });
+    pForm_->LaunchFile(folder_.Write("a.xlsx", "x"));
+    QTRY_VERIFY(!sTold.isEmpty() && QApplication::activeModalWidget() == nullptr);
+    qputenv("PATH", path);
+    QVERIFY2(sTold.startsWith("No program of the desktop opens this:"), qPrintable(sTold));
   }
 
   void tellsWhatIsWrongInABoxAndInTheLog() {

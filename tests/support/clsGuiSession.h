@@ -104,7 +104,8 @@ class clsGuiSession : public QObject {
 /// What main does for a session.
 template <typename Session>
 int PlaySession(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
+  // On a screen of its own, unless a session is wanted on another.
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   qputenv("LC_ALL", "C.UTF-8");
   QApplication application(argc, argv);
   Session session;

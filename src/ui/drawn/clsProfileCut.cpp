@@ -69,9 +69,8 @@ void DrawTable(const ReportPreview& preview, const std::vector<ProfileColumn>& c
 
 PreviewRequest clsProfileCut::Request() const {
   const frmMain& main = form_.Owner();
-  PreviewRequest request;
-  request.sInput = ExpandedPath(main.Get("cbInputFile").sText);
-  request.text = {main.bUnix, main.ReportPage(), kBytes};
+  PreviewRequest request = main.Report();
+  request.text.lMostBytes = kBytes;
   request.lTabSize = 0;  // a tab is one character of a profile's column
   request.lRows = std::clamp<int64_t>(kCells / std::max(1, form_.fgGrid.Rows()), 1, kLines);
   return request;

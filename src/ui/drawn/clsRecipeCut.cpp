@@ -71,10 +71,8 @@ int32_t clsRecipeCut::Table() const {
 
 PreviewRequest clsRecipeCut::Request() const {
   const frmMain& main = form_.Owner();
-  PreviewRequest request;
-  request.sInput = ExpandedPath(main.Get("cbInputFile").sText);
-  request.text = {main.bUnix, main.ReportPage(), request.sInput == sSearchedInput_ ? lSearched_ : kSearched};
-  request.lTabSize = main.lTabSize;
+  PreviewRequest request = main.Report();
+  request.text.lMostBytes = request.sInput == sSearchedInput_ ? lSearched_ : kSearched;
   request.lTable = Table();
   request.lRows = kLines;
   request.bFindEnd = true;

@@ -88,7 +88,7 @@ class frmMain : public clsForm, public clsRunWindow {
 
   /// How the report is read; null: by its content.
   const clsCodePage* ReportPage() const;
-  /// The report of step 1, to be looked at.
+  /// The report of step 1, to be looked at: of a pattern the first file that it names.
   PreviewRequest Report() const;
   /// Lets the user choose among the tables of the report. Their recipe, with CR LF; "" if there is none.
   std::string AskForTables();
@@ -131,6 +131,7 @@ class frmMain : public clsForm, public clsRunWindow {
   void cmdFindTables_Click();
   std::string WriteFoundRecipe(const std::string& sText);
   void ProposeOutput();
+  std::string FirstMatch(const std::string& sPattern) const;
   void cbCodePage_Click();
   void cmdClearOptions_Click();
   void cmdInputBrowse_Click();
@@ -152,8 +153,9 @@ class frmMain : public clsForm, public clsRunWindow {
     std::string sShown, sInFile;
   };
   std::vector<LoadedSetting> asRead_;
-  std::string sOutputOf_;           ///< The input that the output was chosen for
-  std::vector<std::string> pages_;  ///< Of the items of cbCodePage
+  mutable std::pair<std::string, std::string> firstMatch_;  ///< A pattern, and the first file that it names
+  std::string sOutputOf_;                                   ///< The input that the output was chosen for
+  std::vector<std::string> pages_;                          ///< Of the items of cbCodePage
   bool bRunning_ = false;
   /// Sums over the files of the run, for the closing line.
   struct Closing {

@@ -4,6 +4,7 @@
 #include "frmExportBuilder.h"
 #include "frmFindTables.h"
 #include "frmMain.h"
+#include "modFileListing.h"
 #include "modFiles.h"
 #include "modPaths.h"
 #include "modStrings.h"
@@ -27,9 +28,23 @@ std::string FolderForResults(const std::string& sReport) {
 PreviewRequest frmMain::Report() const {
   PreviewRequest request;
   request.sInput = ExpandedPath(Get("cbInputFile").sText);
+  if (HasWildcards(request.sInput)) request.sInput = FirstMatch(request.sInput);
   request.text = {bUnix, ReportPage()};
   request.lTabSize = lTabSize;
   return request;
+}
+
+/// A drawing asks again at each change, so the folder is searched once for a pattern.
+std::string frmMain::FirstMatch(const std::string& sPattern) const {
+  const bool bSubfolders = Get("cbDoSubfolders").bChecked;
+  const std::string sAsked = (bSubfolders ? "/S " : "") + sPattern;
+  if (firstMatch_.first == sAsked && IsFile(firstMatch_.second)) return firstMatch_.second;
+  std::vector<std::string> files;
+  std::string sIgnored;
+  bool bDone = false;
+  BuildFileListing(sPattern, bSubfolders, files, sIgnored, true, bDone);
+  firstMatch_ = {sAsked, files.empty() ? sPattern : files.front()};
+  return firstMatch_.second;
 }
 
 std::string frmMain::ProposedOutput() const {

@@ -115,8 +115,21 @@ void clsQtHost::Wait(int nMilliseconds) {
 bool clsQtHost::OpenPath(std::string_view sPath, OpenVerb) {
   const QString sText = ToQt(sPath);
   const QUrl address = sText.startsWith("file://") ? QUrl(sText) : QUrl::fromLocalFile(sText);
-  // The desktop's own opener: it finds the text editor, the browser and the file manager alike.
-  return QProcess::startDetached("xdg-open", {sText}) || QDesktopServices::openUrl(address);
+  // The desktop's own opener: it finds the text editor, the browser and the file manager alike. It outlives us.
+  auto* const pOpener = new QProcess;
+  QObject::connect(pOpener, &QProcess::finished, pOpener, [this, pOpener, sText](int nStatus) {
+    constexpr int kNoTool = 3, kToolFailed = 4;
+    pOpener->deleteLater();
+    if (nStatus != kNoTool && nStatus != kToolFailed) return;
+    ShowMessage(Translate("No program of the desktop opens this:") + "\r\n\r\n" + FromQt(sText), Translate("Error"),
+                MessageIcon::Warning, MessageButtons::Ok);
+  });
+  pOpener->setStandardOutputFile(QProcess::nullDevice());
+  pOpener->setStandardErrorFile(QProcess::nullDevice());
+  pOpener->start("xdg-open", {sText});
+  if (pOpener->waitForStarted()) return true;
+  pOpener->deleteLater();
+  return QDesktopServices::openUrl(address);
 }
 
 std::time_t clsQtHost::Now() {

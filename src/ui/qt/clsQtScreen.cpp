@@ -57,13 +57,13 @@ class clsFormDialog : public QDialog {
   clsForm& form_;
 };
 
-/// As high as the texts need, or as the screen is: then what stands in the dialog scrolls.
-void FitToTexts(QDialog& dialog) {
+QSize RoomFor(const QDialog& dialog) {
   constexpr int kFrame = 40;
-  const int width = std::max(dialog.sizeHint().width(), dialog.minimumWidth());
-  const int height = dialog.layout()->totalHeightForWidth(width);
-  const QSize room = dialog.screen()->availableGeometry().size() - QSize(0, kFrame);
-  if (height <= room.height()) return dialog.resize(width, height);
+  return dialog.screen()->availableGeometry().size() - QSize(0, kFrame);
+}
+
+/// What stands in the dialog scrolls.
+void PutIntoScrollArea(QDialog& dialog, int width) {
   auto* const pScroll = new QScrollArea;
   auto* const pContent = new QWidget;
   pContent->setLayout(dialog.layout());
@@ -74,7 +74,16 @@ void FitToTexts(QDialog& dialog) {
   auto* const pAll = new QVBoxLayout(&dialog);
   pAll->setContentsMargins(0, 0, 0, 0);
   pAll->addWidget(pScroll);
-  dialog.resize(width + pScroll->verticalScrollBar()->sizeHint().width(), room.height());
+  dialog.setMinimumHeight(0);
+  dialog.resize(std::min(width + pScroll->verticalScrollBar()->sizeHint().width(), RoomFor(dialog).width()),
+                RoomFor(dialog).height());
+}
+
+/// As high as the texts need, or as the screen is.
+void FitToTexts(QDialog& dialog) {
+  const int width = std::max(dialog.sizeHint().width(), dialog.minimumWidth());
+  const int height = dialog.layout()->totalHeightForWidth(width);
+  height <= RoomFor(dialog).height() ? dialog.resize(width, height) : PutIntoScrollArea(dialog, width);
 }
 
 QString Filters(const FileQuestion& question, QString& sSelected) {
@@ -104,7 +113,11 @@ void clsQtScreen::ShowModal(clsForm& form) {
     if (draw) draw();
   };
   binder.ShowState();
-  if (dialog.property(kFitsItsTexts).toBool()) FitToTexts(dialog);
+  if (dialog.property(kFitsItsTexts).toBool()) {
+    FitToTexts(dialog);
+  } else if (dialog.layout() != nullptr && dialog.layout()->minimumSize().height() > RoomFor(dialog).height()) {
+    PutIntoScrollArea(dialog, dialog.width());
+  }
   dialog.exec();
   binder.onClose = nullptr;
 }

@@ -27,7 +27,6 @@ clsReportCanvas::clsReportCanvas(clsReportCut& cut, QWidget* pParent) : QAbstrac
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setMouseTracking(true);
   setAccessibleName(ToQt(Translate("The report with its cut")));
-  setMinimumHeight(120);
   Measure();
 }
 
@@ -36,6 +35,8 @@ void clsReportCanvas::Measure() {
   nCharWidth_ = metrics.horizontalAdvance(QLatin1Char('0'));
   nAscent_ = static_cast<int>(std::ceil(metrics.ascent()));
   nLineHeight_ = nAscent_ + static_cast<int>(std::ceil(metrics.descent())) + 1;
+  constexpr int kFewestLines = 12;  // fewer show no table with what stands around it
+  setMinimumHeight(Top() + kFewestLines * nLineHeight_ + horizontalScrollBar()->sizeHint().height() + 2 * frameWidth());
 }
 
 void clsReportCanvas::ShowPicture() {

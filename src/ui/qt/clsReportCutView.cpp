@@ -87,6 +87,8 @@ void clsReportCutView::MakeGrid() {
   pGrid_->setAlternatingRowColors(true);
   pGrid_->setSelectionBehavior(QAbstractItemView::SelectRows);
   pGrid_->setTabKeyNavigation(false);
+  constexpr int kFewestRows = 2;
+  pGrid_->setMinimumHeight((kFewestRows + 1) * (QFontMetrics(pGrid_->font()).height() + 4) + 4);
   constexpr int kRowsMeasured = 30;
   pGrid_->horizontalHeader()->setResizeContentsPrecision(kRowsMeasured);
   pGrid_->verticalHeader()->setDefaultSectionSize(QFontMetrics(pGrid_->font()).height() + 4);

@@ -82,6 +82,8 @@ QPlainTextEdit* MakeEditor(frmExportBuilder& form) {
   pEditor->setObjectName("txtFileEditor");
   pEditor->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   pEditor->setLineWrapMode(QPlainTextEdit::NoWrap);
+  constexpr int kFewestLines = 3;
+  pEditor->setMinimumHeight(kFewestLines * pEditor->fontMetrics().lineSpacing());
   // A recipe has no tabs, and the keyboard must get out again.
   pEditor->setTabChangesFocus(true);
   QObject::connect(pEditor, &QPlainTextEdit::textChanged, pEditor, [&form, pEditor] {
