@@ -112,6 +112,29 @@ class RecipeCut : public clsDesktopFixture {
   clsReportCut cut_{source_};
 };
 
+TEST_F(RecipeCut, TellsTheLinesOfATidyTableApart) {
+  Report("ACME\nDEPT: 12 Sales\n 7 Ann     10.00\n   of Rome\n 9 Bob     12.50\nTOTAL      22.50\nstray 7\n");
+  editor_.Get("txtFileEditor").sText =
+      "[Table 1]\r\nNeeds=A digits, C number\r\nPlaces=1-2 4-9 10-16\r\nNames=No|Name|Gross\r\n"
+      "Types=A text, C number\r\nTotals=TOTAL\r\n[Heading 1.1]\r\nText=DEPT:\r\nNames=Dept\r\n"
+      "[Line 1.2]\r\nLike=___X\r\nPlaces=4-\r\nNames=Town\r\n";
+  cut_.Update();
+  const CutPicture& picture = cut_.Picture();
+  ASSERT_EQ(picture.lines.size(), 7U) << picture.sFault;
+  std::vector<CutKind> kinds;
+  for (const CutLine& line : picture.lines) kinds.push_back(line.kind);
+  using enum CutKind;
+  EXPECT_EQ(kinds, (std::vector<CutKind>{LeftOut, Heading, Row, Further, Row, Total, LeftOut}));
+  EXPECT_EQ(picture.titles, (std::vector<std::string>{"Dept", "No", "Name", "Gross", "Town"}));
+  ASSERT_EQ(picture.cells.size(), 2U);
+  EXPECT_EQ(picture.cells[0].cells, (std::vector<std::string>{"12 Sales", "7", "Ann", "10.00", "of Rome"}));
+  EXPECT_EQ(picture.InFront(), 0);
+  EXPECT_FALSE(cut_.CanEdit());
+  EXPECT_TRUE(Notes("Row lines: 2;  Further lines: 1;  Headings: 1;  Totals: 1;  Left out: 2"));
+  ReplaceInEditor("Needs=A digits", "Needs=Z digits");
+  EXPECT_TRUE(cut_.Picture().notes.front().bWarning);
+}
+
 TEST_F(RecipeCut, ShowsTablesBoundariesLossesAndCells) {
   const CutPicture& picture = cut_.Picture();
   ASSERT_EQ(picture.lines.size(), 7U);

@@ -16,13 +16,17 @@
 
 namespace quillon {
 
+/// What a line is for the tables of a recipe that tells its lines apart.
+enum class CutKind : uint8_t { Untold, Row, Further, Heading, Total, Dropped, LeftOut, Outside };
+
 /// One line of the report as it is drawn.
 struct CutLine {
   int64_t lLine = 0;       ///< Lines of a picture ascend; those left out between two are shown by a break
   std::string sText = {};  ///< UTF-8, tabs expanded
   /// As LossMarks gives them: "!" over what no field takes, "^" over the last character before a cut.
   std::string sMarks = {};
-  int nTable = -1;     ///< Of CutPicture::tables; -1: in none
+  int nTable = -1;  ///< Of CutPicture::tables; -1: in none
+  CutKind kind = CutKind::Untold;
   int32_t lKeyAt = 0;  ///< Where a key text begins in it; 0: holds none
   int32_t lKeyLength = 0;
 };
@@ -46,12 +50,15 @@ struct CutPicture {
   bool bMore = false;          ///< The report goes on behind the last line
   std::vector<CutTable> tables;
   int nCurrent = -1;  ///< The table that can be changed; -1: none
+  int nShown = -1;    ///< The table that stands out where none can be changed; -1: none
   CutRules rules;
   std::vector<std::string> titles;  ///< Column letters of the cells, in the order of the output
   std::vector<PreviewRow> cells;    ///< Rows of the current table; their texts are dropped
   std::vector<CutNote> notes;
   bool bSearchedShort = false;  ///< A key text wasn't looked for to the end of the report: LookFurther may find it
 
+  /// The table that stands out; -1: none.
+  int InFront() const { return nCurrent >= 0 ? nCurrent : nShown; }
   /// Fields of the current table; none without one.
   const std::vector<CutField>& Fields() const;
 };

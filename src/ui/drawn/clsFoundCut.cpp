@@ -66,6 +66,7 @@ void clsFoundCut::CutCells(CutPicture& picture) const {
                                   [&](const CutTable& table) { return table.lNumber == number; });
   picture.titles = found->letters;
   const auto nTable = static_cast<int>(found - picture.tables.begin());
+  picture.nShown = nTable;
   for (const CutLine& line : picture.lines) {
     if (line.nTable != nTable) continue;
     PreviewRow& row = picture.cells.emplace_back();

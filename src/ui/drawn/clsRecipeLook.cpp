@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "clsRecipeCut.h"
+#include "clsTidyLook.h"
 #include "modCutPicture.h"
 #include "modPreviewText.h"
 #include "modShortTable.h"
@@ -59,6 +60,7 @@ clsRecipeLook::clsRecipeLook(const PreviewRequest& request, std::string_view sRe
 
 CutPicture clsRecipeLook::Look() {
   if (!IsOneInput(request_.sInput, picture_)) return std::move(picture_);
+  if (clsTidyLook(request_, recipe_).Look(picture_)) return std::move(picture_);
   current_ = PreviewByRecipe(request_, recipe_);
   if (!ReadLines()) return std::move(picture_);
   DrawTable(current_);

@@ -76,6 +76,7 @@ class clsReportCanvas : public QAbstractScrollArea {
   void PaintLetters(QPainter& painter, const Colours& colours) const;
   void PaintRow(QPainter& painter, const Colours& colours, int nRow, int y) const;
   void PaintBands(QPainter& painter, const Colours& colours, const CutLine& line, int y) const;
+  void PaintKind(QPainter& painter, const Colours& colours, const CutLine& line, int y) const;
   void PaintMarks(QPainter& painter, const Colours& colours, const CutLine& line, int y) const;
   void PaintPageMark(QPainter& painter, const Colours& colours, const CutLine& line, int y) const;
   void PaintText(QPainter& painter, const CutLine& line, int y) const;

@@ -20,6 +20,25 @@ const CutLine* LineOf(const CutPicture& picture, int64_t lLine) {
   return found == picture.lines.end() || found->lLine != lLine ? nullptr : &*found;
 }
 
+std::string KindText(CutKind kind) {
+  switch (kind) {
+    case CutKind::Row:
+      return Translate("row");
+    case CutKind::Further:
+      return Translate("further line");
+    case CutKind::Heading:
+      return Translate("heading");
+    case CutKind::Total:
+      return Translate("total");
+    case CutKind::Dropped:
+      return Translate("dropped");
+    case CutKind::LeftOut:
+      return Translate("left out");
+    default:
+      return Translate("outside of all tables");
+  }
+}
+
 }  // namespace
 
 /// A screen reader is told the line, and its table.
@@ -32,6 +51,7 @@ void clsReportCanvas::MoveCursor(int64_t lLine) {
     const CutTable& table = cut_.Picture().tables[static_cast<size_t>(pLine->nTable)];
     sText += ", " + Translate("Table") + " " + std::to_string(table.lNumber);
   }
+  if (pLine->kind != CutKind::Untold) sText += ", " + KindText(pLine->kind);
   if (!pLine->sMarks.empty()) sText += ", " + Translate("something is lost");
   setAccessibleDescription(ToQt(sText + ": " + pLine->sText));
   QAccessibleEvent event(this, QAccessible::DescriptionChanged);
@@ -97,7 +117,7 @@ bool clsReportCanvas::CursorKey(const QKeyEvent& event) {
       return true;
     }
     case Qt::Key_F8:
-      MoveCursorTo(!bBack, [](const CutLine& line) { return !line.sMarks.empty(); });
+      MoveCursorTo(!bBack, [](const CutLine& line) { return !line.sMarks.empty() || line.kind == CutKind::LeftOut; });
       return true;
     case Qt::Key_F:
     case Qt::Key_F3:

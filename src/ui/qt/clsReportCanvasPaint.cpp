@@ -22,6 +22,7 @@ QColor Blend(const QColor& a, const QColor& b, double nShare) {
 
 struct clsReportCanvas::Colours {
   QColor paper, ink, faint, ruler, bands[2], otherBands[2], boundary, selected, loss, lossPaper, key;
+  QColor further, heading, total, leftOut;
 
   explicit Colours(const QPalette& palette) {
     paper = palette.color(QPalette::Base);
@@ -39,6 +40,10 @@ struct clsReportCanvas::Colours {
     selected = bDark ? QColor(255, 190, 60) : QColor(200, 90, 0);
     loss = bDark ? QColor(255, 150, 140) : QColor(170, 0, 0);
     lossPaper = Blend(paper, bDark ? QColor(255, 60, 40) : QColor(255, 0, 0), bDark ? 0.45 : 0.28);
+    further = Blend(paper, tint, 0.10);
+    heading = Blend(paper, bDark ? QColor(240, 200, 80) : QColor(230, 170, 0), 0.28);
+    total = Blend(paper, bDark ? QColor(190, 130, 255) : QColor(130, 60, 200), 0.22);
+    leftOut = Blend(paper, bDark ? QColor(255, 110, 90) : QColor(240, 90, 60), 0.20);
     key = bDark ? QColor(240, 210, 90) : QColor(140, 100, 0);
   }
 };
@@ -74,9 +79,11 @@ void clsReportCanvas::PaintRow(QPainter& painter, const Colours& colours, int nR
   const CutLine& line = cut_.Picture().lines[static_cast<size_t>(nLine)];
   painter.save();
   painter.setClipRect(Left(), Top(), viewport()->width() - Left(), viewport()->height() - Top());
+  PaintKind(painter, colours, line, y);
   PaintBands(painter, colours, line, y);
   PaintMarks(painter, colours, line, y);
-  painter.setPen(colours.ink);
+  const bool bFaint = line.kind == CutKind::Outside || line.kind == CutKind::Dropped;
+  painter.setPen(bFaint ? colours.faint : colours.ink);
   PaintText(painter, line, y);
   PaintPageMark(painter, colours, line, y);
   painter.restore();
@@ -94,13 +101,23 @@ void clsReportCanvas::PaintRow(QPainter& painter, const Colours& colours, int nR
 void clsReportCanvas::PaintBands(QPainter& painter, const Colours& colours, const CutLine& line, int y) const {
   if (line.nTable < 0) return;
   const CutPicture& picture = cut_.Picture();
-  const QColor* const bands = line.nTable == picture.nCurrent ? colours.bands : colours.otherBands;
+  const QColor* const bands = line.nTable == picture.InFront() ? colours.bands : colours.otherBands;
   const std::vector<CutField>& fields = picture.tables[static_cast<size_t>(line.nTable)].fields;
   for (size_t i = 0; i < fields.size(); ++i) {
     const double x = XOf(fields[i].lStart - 1);
     if (x > viewport()->width()) break;
     painter.fillRect(QRectF(x, y, XOf(fields[i].lEnd) - x, nLineHeight_), bands[i % 2]);
   }
+}
+
+/// What is no row and means something has a ground of its own; a line that is left out stands out most.
+void clsReportCanvas::PaintKind(QPainter& painter, const Colours& colours, const CutLine& line, int y) const {
+  const QColor* pGround = nullptr;
+  if (line.kind == CutKind::Further) pGround = &colours.further;
+  if (line.kind == CutKind::Heading) pGround = &colours.heading;
+  if (line.kind == CutKind::Total) pGround = &colours.total;
+  if (line.kind == CutKind::LeftOut) pGround = &colours.leftOut;
+  if (pGround != nullptr) painter.fillRect(QRectF(Left(), y, viewport()->width() - Left(), nLineHeight_), *pGround);
 }
 
 void clsReportCanvas::PaintMarks(QPainter& painter, const Colours& colours, const CutLine& line, int y) const {
@@ -169,8 +186,8 @@ void clsReportCanvas::PaintRuler(QPainter& painter, const Colours& colours) cons
 /// The letters of the output's columns over their fields.
 void clsReportCanvas::PaintLetters(QPainter& painter, const Colours& colours) const {
   const CutPicture& picture = cut_.Picture();
-  if (picture.nCurrent < 0) return;
-  const CutTable& table = picture.tables[static_cast<size_t>(picture.nCurrent)];
+  if (picture.InFront() < 0) return;
+  const CutTable& table = picture.tables[static_cast<size_t>(picture.InFront())];
   for (size_t i = 0; i < table.fields.size(); ++i) {
     const double x = XOf(table.fields[i].lStart - 1);
     const QRectF place(x, nLineHeight_ + 3, XOf(table.fields[i].lEnd) - x, nLineHeight_ + 1);

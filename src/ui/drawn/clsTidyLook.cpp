@@ -1,0 +1,196 @@
+#include "clsTidyLook.h"
+
+#include <algorithm>
+
+#include "clsLineReader.h"
+#include "clsRecipeCut.h"
+#include "clsTidyLines.h"
+#include "modColumnLetters.h"
+#include "modCutPicture.h"
+#include "modShortTable.h"
+#include "modTidyRecipe.h"
+#include "modTranslator.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr int32_t kOpenEnd = 2000;  ///< Where an open column is drawn to
+
+CutKind KindOf(TidyLineKind kind) {
+  switch (kind) {
+    case TidyLineKind::Row:
+      return CutKind::Row;
+    case TidyLineKind::Further:
+    case TidyLineKind::Joined:
+      return CutKind::Further;
+    case TidyLineKind::Heading:
+      return CutKind::Heading;
+    case TidyLineKind::Total:
+      return CutKind::Total;
+    case TidyLineKind::Dropped:
+      return CutKind::Dropped;
+    case TidyLineKind::LeftOut:
+      return CutKind::LeftOut;
+    default:
+      return CutKind::Outside;
+  }
+}
+
+/// In the order of the report, as the drawing wants them; neighbours that overlap show the first one whole.
+std::vector<CutField> FieldsOf(const TidyCut& cut) {
+  std::vector<CutField> fields;
+  if (cut.places.empty()) return fields;
+  for (const TidyPlace& place : cut.places.front()) {
+    fields.push_back({place.nStart, place.nEnd > 0 ? place.nEnd : std::max(kOpenEnd, place.nStart)});
+  }
+  std::sort(fields.begin(), fields.end(), [](const CutField& a, const CutField& b) { return a.lStart < b.lStart; });
+  int32_t lDone = 0;
+  std::erase_if(fields, [&](const CutField& field) {
+    const bool bUnder = field.lStart <= lDone;
+    if (!bUnder) lDone = field.lEnd;
+    return bUnder;
+  });
+  return fields;
+}
+
+}  // namespace
+
+clsTidyLook::clsTidyLook(const PreviewRequest& request, clsSectionFile& recipe) : request_(request), recipe_(recipe) {}
+
+bool clsTidyLook::ReadTables() {
+  const clsTidyTables tidy(recipe_);
+  if (!tidy.Any()) return false;
+  const auto lTables = static_cast<int32_t>(CountShortTables(recipe_));
+  TidyFault fault;
+  if (!tidy.Check(lTables, fault)) {
+    sFault_ = fault.sText;
+    return true;
+  }
+  for (int32_t l = 1; l <= lTables; ++l) {
+    TidyTable table;
+    if (!tidy.Has(l) || !tidy.Read(l, table, fault)) continue;
+    if (table.row.cut.places.empty() && table.row.cut.split == TidySplit::None) PlaceByRuler(table);
+    if (l <= request_.lTable) nCurrent_ = tables_.size();
+    tables_.push_back(std::move(table));
+  }
+  return true;
+}
+
+void clsTidyLook::PlaceByRuler(TidyTable& table) {
+  PreviewRequest request = request_;
+  request.lTable = table.lNumber;
+  request.lRows = 1;
+  std::vector<TidyPlace>& places = table.row.cut.places.emplace_back();
+  for (const PreviewColumn& column : PreviewByRecipe(request, recipe_).columns) {
+    places.push_back({column.lStart, column.lEnd});
+  }
+}
+
+bool clsTidyLook::Look(CutPicture& picture) {
+  if (!ReadTables()) return false;
+  if (!sFault_.empty()) picture.notes.push_back({sFault_, true});
+  if (!sFault_.empty() || tables_.empty()) {
+    DrawStretches(ReadStretches(request_, {{1, clsRecipeCut::kLines}}, clsRecipeCut::kCharacters), picture);
+    return true;
+  }
+  ReadReport(picture);
+  return true;
+}
+
+void clsTidyLook::ReadReport(CutPicture& picture) {
+  clsLineReader reader;
+  Failure failure;
+  // Every line is looked at in all its cells, which a key press waits for: less of the report than key texts need.
+  constexpr int64_t kShare = 4;
+  TextFileOptions text = request_.text;
+  text.lMostBytes /= kShare;
+  if (!reader.Open(request_.sInput, text, failure)) {
+    picture.sFault = failure.sText;
+    return;
+  }
+  clsTidyReport report(tables_, *this);
+  clsTidyLines lines(reader, request_.lTabSize);
+  for (std::string_view sLine; lines.Next(sLine);) report.Line(sLine);
+  report.End();
+  std::vector<LineRange> ranges{{1, clsRecipeCut::kLines}};
+  constexpr int64_t kAbove = 8;
+  if (lFirstRow_ > clsRecipeCut::kLines) {
+    ranges.push_back({std::max(ranges[0].lLast + 1, lFirstRow_ - kAbove), lFirstRow_ + clsRecipeCut::kLines});
+  }
+  if (!DrawStretches(ReadStretches(request_, ranges, clsRecipeCut::kCharacters), picture)) return;
+  picture.bSearchedShort = reader.IsCutShort();
+  DrawTables(picture);
+  NoteKinds(report, picture);
+}
+
+void clsTidyLook::DrawTables(CutPicture& picture) const {
+  for (const TidyTable& table : tables_) {
+    CutTable& drawn = picture.tables.emplace_back();
+    drawn.lNumber = table.lNumber;
+    drawn.fields = FieldsOf(table.row.cut);
+    const std::vector<std::string> names = table.row.ColumnNames();
+    for (size_t i = 0; i < drawn.fields.size(); ++i) {
+      const bool bNamed = i < names.size() && !names[i].empty() && names[i] != "^";
+      drawn.letters.push_back(bNamed ? names[i] : ColumnLetters(static_cast<int>(i) + 1));
+    }
+  }
+  for (CutLine& line : picture.lines) {
+    if (line.lLine > static_cast<int64_t>(seen_.size())) continue;
+    const SeenLine& seen = seen_[static_cast<size_t>(line.lLine) - 1];
+    line.kind = KindOf(seen.kind);
+    if (line.kind == CutKind::Row) line.nTable = static_cast<int>(seen.nTable);
+  }
+  picture.nShown = static_cast<int>(nCurrent_);
+  picture.titles = titles_;
+  picture.cells = records_;
+}
+
+void clsTidyLook::NoteKinds(const clsTidyReport& report, CutPicture& picture) const {
+  const TidyTableState& state = report.State(nCurrent_);
+  const auto counted = [](const std::string& sWhat, int64_t lCount) { return sWhat + " " + std::to_string(lCount); };
+  picture.notes.push_back(
+      {counted(Translate("Table"), tables_[nCurrent_].lNumber) + ": " + counted(Translate("Records:"), state.lRecords),
+       state.lRecords == 0});
+  std::string sKinds;
+  const auto add = [&](TidyLineKind kind, const std::string& sWhat) {
+    if (report.Lines(kind) > 0) sKinds += (sKinds.empty() ? "" : ";  ") + counted(sWhat, report.Lines(kind));
+  };
+  add(TidyLineKind::Row, Translate("Row lines:"));
+  add(TidyLineKind::Further, Translate("Further lines:"));
+  add(TidyLineKind::Joined, Translate("Joined lines:"));
+  add(TidyLineKind::Heading, Translate("Headings:"));
+  add(TidyLineKind::Total, Translate("Totals:"));
+  add(TidyLineKind::Dropped, Translate("Dropped:"));
+  add(TidyLineKind::LeftOut, Translate("Left out:"));
+  add(TidyLineKind::Outside, Translate("Outside:"));
+  picture.notes.push_back({sKinds, false});
+  if (state.lMisfits > 0) {
+    picture.notes.push_back({counted(Translate("Cells that are not of their column's kind:"), state.lMisfits) + "; " +
+                                 counted(Translate("First on line:"), state.lMisfitLine),
+                             true});
+  }
+}
+
+void clsTidyLook::TableStarts(size_t nTable, const std::vector<TidyColumnInfo>& columns) {
+  if (nTable != nCurrent_) return;
+  for (size_t i = 0; i < columns.size(); ++i) {
+    const std::string& sName = columns[i].sName;
+    titles_.push_back(sName.empty() || sName == "^" ? ColumnLetters(static_cast<int>(i) + 1) : sName);
+  }
+}
+
+void clsTidyLook::Record(const TidyRecord& record) {
+  if (record.nTable != nCurrent_) return;
+  if (lFirstRow_ == 0) lFirstRow_ = record.lLine;
+  if (records_.size() >= static_cast<size_t>(clsRecipeCut::kLines)) return;
+  PreviewRow& row = records_.emplace_back();
+  row.lLine = record.lLine;
+  for (const TidyCell& cell : record.cells) row.cells.emplace_back(cell.sPrinted);
+}
+
+void clsTidyLook::Line(int64_t, std::string_view, TidyLineKind kind, size_t nTable) {
+  seen_.push_back({kind, nTable});
+}
+
+}  // namespace quillon
