@@ -159,7 +159,7 @@ class frmMain : public clsForm, public clsRunWindow {
   bool bRunning_ = false;
   /// Sums over the files of the run, for the closing line.
   struct Closing {
-    int64_t lFiles = 0, lTables = 0, lRows = 0, lOutside = 0, lBehind = 0;
+    int64_t lFiles = 0, lTables = 0, lRows = 0, lOutside = 0, lLeftOut = 0, lBehind = 0;
     int32_t lColumns = 0;
     int64_t lWritten = 0;
   } closing_;

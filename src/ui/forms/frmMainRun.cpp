@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "clsTidyReport.h"
 #include "frmMain.h"
 #include "modFailure.h"
 #include "modPaths.h"
@@ -74,7 +75,9 @@ void frmMain::AddToClosing(const FileOutcome& outcome) {
   ++closing_.lFiles;
   if (!account.bOutputWritten) return;
   ++closing_.lWritten;
-  closing_.lOutside += account.lLinesRead - account.lLinesInTables;
+  const auto lines = [&](TidyLineKind kind) { return account.tidy.lines[static_cast<size_t>(kind)]; };
+  closing_.lOutside += account.tidy.bRan ? lines(TidyLineKind::Outside) : account.lLinesRead - account.lLinesInTables;
+  closing_.lLeftOut += lines(TidyLineKind::LeftOut);
   int64_t lRows = 0;
   for (const TableAccount& table : account.tables) {
     lRows += table.lRows;
@@ -99,6 +102,9 @@ void frmMain::ShowClosing(bool bStopped) {
     sText += " " + Translate("to") + " " + sResult_.substr(BehindLastSeparator(sResult_));
     if (sum.lOutside > 0)
       sText += "; " + Translate("Lines outside of the tables:") + " " + std::to_string(sum.lOutside);
+    if (sum.lLeftOut > 0) {
+      sText += "; " + Translate("Lines left out of the tables:") + " " + std::to_string(sum.lLeftOut);
+    }
     if (sum.lBehind > 0) {
       sText += "; " + Translate("Characters behind the last column:") + " " + std::to_string(sum.lBehind);
     }
