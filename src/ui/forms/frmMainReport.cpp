@@ -28,7 +28,6 @@ constexpr int32_t kTabSize = 8, kComma = 44, kQuoteSometimes = 1;
 /// The page that a report is read by where its content decides; "" if it can't be read.
 std::string PageByContent(const std::string& sPath, bool bUnix) {
   if (!IsFile(sPath)) return {};
-  if (HasUtf16Mark(sPath)) return "UTF-16";
   clsLineReader reader;
   Failure ignored;
   return reader.Open(sPath, {bUnix, nullptr, kLookedAt}, ignored) ? reader.CodePage().Name() : std::string();
