@@ -3,6 +3,7 @@
 #include <new>
 #include <unordered_set>
 
+#include "clsCodePageScope.h"
 #include "modFileListing.h"
 #include "modFiles.h"
 #include "modInputChoices.h"

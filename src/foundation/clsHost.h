@@ -9,8 +9,7 @@
 namespace quillon {
 
 enum class MessageIcon { None, Information, Warning, Question, Critical };
-/// YesNo stands at Yes, NoYes at No: at the answer that loses nothing.
-enum class MessageButtons { Ok, YesNo, NoYes };
+enum class MessageButtons { Ok, YesNo };
 enum class MessageAnswer { Ok, Yes, No };
 
 /// Kind of a run-log entry. Other is logged and counted nowhere.

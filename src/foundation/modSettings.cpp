@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 
+#include "clsCodePageScope.h"
 #include "clsFileLock.h"
 #include "clsOutputFile.h"
 #include "modFiles.h"

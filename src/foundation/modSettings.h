@@ -28,25 +28,10 @@ void CreateDefaultSettingsFile(std::string_view sPath);
 /// %appdata%\Brindlemark, Inc\Quillon\ with the token expanded.
 std::string AppDataFolder();
 
-constexpr std::string_view kFoundByContent = "auto";
-/// A page as settings and jobs name it; null for "auto". An unknown name is windows-1252.
-const clsCodePage* CodePageNamed(std::string_view sName);
-/// [General] sCodePage of the settings: the page of 8-bit files; null for "auto", which holds where there is none.
+/// [General] sCodePage of the settings: the page of 8-bit files; null for "auto". An unknown name is windows-1252.
 const clsCodePage* SystemCodePage();
 /// Overrules the setting for this process; nullptr with bAuto False takes the setting again.
 void OverrideSystemCodePage(const clsCodePage* pPage, bool bAuto);
-/// Overrules the page as long as it lives; an empty name leaves it.
-class clsCodePageScope {
- public:
-  explicit clsCodePageScope(std::string_view sName);
-  clsCodePageScope(const clsCodePageScope&) = delete;
-  clsCodePageScope& operator=(const clsCodePageScope&) = delete;
-  ~clsCodePageScope();
-
- private:
-  bool bWasSet_;
-  const clsCodePage* pBefore_;
-};
 
 /// The per-user store of named values, Store.ini in the data folder.
 std::string StoreGet(std::string_view sSection, std::string_view sKey, std::string_view sDefault);

@@ -32,7 +32,7 @@ void ResetRecipeGlobals() {
 bool PauseEndsRun(clsHost& host) {
   if (gbAbandonOutput || gbPauseConfirmed) return true;
   const MessageAnswer answer = host.ShowMessage(Translate("Do you want to terminate the process?"), "Quillon",
-                                                MessageIcon::Question, MessageButtons::NoYes);
+                                                MessageIcon::Question, MessageButtons::YesNo);
   gbPauseConfirmed = gbPauseRequested = answer == MessageAnswer::Yes;
   return gbPauseConfirmed;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "clsCodePageScope.h"
 #include "clsLineReader.h"
 #include "frmMain.h"
 #include "modCharacterList.h"
