@@ -76,21 +76,19 @@ int PreviewCommand(const LookRequest& request) {
 int CheckCommand(const LookRequest& request) {
   clsLook look(request);
   if (!look.TakeInput() || !look.OpenRecipe()) return kExitWrongUse;
-  look.preview.bWholeTable = true;
   look.preview.lRows = 0;
+  clsRecipeCheck check(look.preview, look.recipe);
   bool bGood = true;
-  int32_t lTables = 1;
-  for (look.preview.lTable = 1; look.preview.lTable <= lTables; ++look.preview.lTable) {
-    const ReportPreview preview = PreviewByRecipe(look.preview, look.recipe);
-    if (preview.lTables == 0) {
-      clsLook::Say(request.sRecipe + ": no table in this recipe");
-      return kExitSomeFailed;
-    }
-    lTables = preview.lTables;
+  if (check.Tables() == 0) {
+    clsLook::Say(request.sRecipe + ": no table in this recipe");
+    return kExitSomeFailed;
+  }
+  for (int32_t lTable = 1; lTable <= check.Tables(); ++lTable) {
+    const ReportPreview preview = check.Look(lTable);
     bGood = CheckTable(look, preview) && bGood;
     // A run ends at a key text that isn't there.
     const bool bMissing = preview.start.place == KeyPlace::Missing || preview.end.place == KeyPlace::Missing;
-    if (bMissing && look.preview.lTable < lTables) {
+    if (bMissing && lTable < check.Tables()) {
       look.Print("  The tables behind this one would not be converted.");
     }
   }

@@ -103,14 +103,14 @@ bool clsLineReader::Prepare() {
   nStart_ = 0;
   const bool bMemory = nHandle_ < 0;
   if (!bMemory) {
-    nFilePos_ = 0;
+    nFilePos_ = nBlock_ = 0;
     window_ = {};
     const bool bTooLong = options_.lMostBytes > 0 && nEnd_ > options_.lMostBytes;
     if (bTooLong) nEnd_ = options_.lMostBytes;
     bCutShort_ = bCutShort_ || bTooLong;
     if (!(bCutShort_ ? FindEndOfRows(nHandle_, nEnd_) : FindEndOfText(nHandle_, nEnd_))) return Fail(errno);
   } else {
-    window_ = TextBeforeMarks(window_);
+    memory_ = window_ = TextBeforeMarks(window_);
     nFilePos_ = nEnd_ = static_cast<int64_t>(window_.size());
   }
   if (!bMemory && !Fill() && failure_.Failed()) return false;
@@ -183,6 +183,7 @@ bool clsLineReader::Fill() {
   const int64_t nGot = ReadHandleAt(nHandle_, buffer_.data() + nLeft, nWant, nFilePos_);
   if (nGot < 0) failure_ = SystemFailure(sPath_, errno);
   if (nGot <= 0) nEnd_ = nFilePos_;
+  nBlock_ = nFilePos_ - static_cast<int64_t>(nLeft);
   nFilePos_ += std::max<int64_t>(nGot, 0);
   tabs_ = Tabs::Unknown;
   window_ = std::string_view(buffer_.data(), nLeft + static_cast<size_t>(std::max<int64_t>(nGot, 0)));
@@ -248,6 +249,23 @@ int64_t clsLineReader::SkipRows(int64_t nRows) {
 
 bool clsLineReader::AtEnd() {
   return window_.empty() && (nFilePos_ >= nEnd_ || !Fill());
+}
+
+bool clsLineReader::SeekRow(int64_t lRow, int64_t nOffset) {
+  if (failure_.Failed()) return false;
+  lRow_ = lRow;
+  raw_ = {};
+  if (nHandle_ < 0) {
+    window_ = memory_.substr(static_cast<size_t>(nOffset));
+  } else if (nOffset >= nBlock_ && nOffset <= nFilePos_) {
+    window_ = {buffer_.data() + (nOffset - nBlock_), buffer_.data() + (nFilePos_ - nBlock_)};
+  } else {
+    if (lseek(nHandle_, nOffset, SEEK_SET) < 0) return Fail(errno);
+    window_ = {};
+    nFilePos_ = nBlock_ = nOffset;
+  }
+  tabs_ = Tabs::Unknown;
+  return true;
 }
 
 int64_t clsLineReader::BytesDone() const {

@@ -57,9 +57,14 @@ class clsLineReader {
   int64_t SkipRows(int64_t nRows);
   /// True if no row is left.
   bool AtEnd();
+  /// Goes to the row behind row lRow, whose first byte is at nOffset: what RowNumber and BytesDone said before it was
+  /// read. After a failure only Open helps.
+  bool SeekRow(int64_t lRow, int64_t nOffset);
   /// Number of rows read or passed over so far.
   int64_t RowNumber() const { return lRow_; }
   int64_t BytesDone() const;
+  /// Where the row read last begins.
+  int64_t RowOffset() const { return BytesDone() - static_cast<int64_t>(raw_.size()) - (bEnded_ ? 1 : 0); }
   int64_t BytesTotal() const { return nEnd_; }
   /// True if the file goes on behind lMostBytes.
   bool IsCutShort() const { return bCutShort_; }
@@ -103,8 +108,10 @@ class clsLineReader {
   int64_t nStart_ = 0;      ///< First byte behind a UTF-8 mark
   int64_t nEnd_ = 0;        ///< First byte of the end-of-file mark, or the size
   int64_t nFilePos_ = 0;    ///< File offset of the byte behind the buffer
+  int64_t nBlock_ = 0;      ///< File offset of the buffer's first byte
   int64_t lRow_ = 0;
   std::vector<char> buffer_;
+  std::string_view memory_;  ///< What is read where there is no file
   std::string_view window_;  ///< Bytes read and not yet handed out
   std::string_view raw_;     ///< The row handed out last, with its CRs
   /// Whether the block in hand holds a tab, once that was asked

@@ -44,10 +44,14 @@ std::optional<const clsCodePage*> PageByBeginning(const std::string& sInput) {
 /// One look at one table.
 class clsTableLook {
  public:
-  clsTableLook(const PreviewRequest& request, clsSectionFile& recipe) : request_(request), recipe_(recipe) {
+  clsTableLook(const PreviewRequest& request, clsSectionFile& recipe, int32_t lTables,
+               const std::shared_ptr<clsReports>& pReports = std::make_shared<clsReports>())
+      : request_(request), recipe_(recipe) {
     options_.text = request.text;
     context_.emplace(RecipeContext{host_, options_, ownRecipe_, lineProcessor_, account_});
+    context_->pReports = pReports;
     preview_.lTable = request.lTable;
+    preview_.lTables = lTables;
   }
 
   ReportPreview Look() {
@@ -57,7 +61,7 @@ class clsTableLook {
     } else if (FindColumns()) {
       TakeRows();
     }
-    if (preview_.sFault.empty() && reader_.LastFailure().Failed()) Fault(reader_.LastFailure().sText);
+    if (preview_.sFault.empty() && Reader().LastFailure().Failed()) Fault(Reader().LastFailure().sText);
     return std::move(preview_);
   }
 
@@ -68,7 +72,6 @@ class clsTableLook {
   }
 
   bool ReadKeys() {
-    preview_.lTables = static_cast<int32_t>(CountShortTables(recipe_));
     if (request_.lTable < 1 || request_.lTable > preview_.lTables) {
       return Fault(Translate("The recipe has no table of this number"));
     }
@@ -93,55 +96,57 @@ class clsTableLook {
       bByBeginning_ = page.has_value();
       if (page) options_.text.pCodePage = *page;
     }
-    return Reopen();
+    return OpenReport();
   }
 
-  bool Reopen() {
+  bool OpenReport() {
     Failure failure;
-    if (!reader_.Open(request_.sInput, options_.text, failure)) return Fault(failure.sText);
-    options_.text.pCodePage = &reader_.CodePage();
-    return true;
+    return Report().Open(failure) || Fault(failure.sText);
   }
+  clsReport& Report() { return context_->Report(request_.sInput); }
+  clsLineReader& Reader() { return Report().Reader(); }
 
   bool FindStart() {
     PreviewKey& key = preview_.start;
-    key.lLine = FindKeyText(reader_, {.sNeedle1 = key.sText});
+    key.lLine = Report().LineOf(key.sText);
     key.place = key.lLine > 0 ? KeyPlace::Found : NotThere();
     // What is shown lies further down than what the page was found by.
-    if (bByBeginning_ && reader_.BytesDone() > static_cast<int64_t>(2 * kBeginningBytes)) {
+    if (bByBeginning_ && Reader().BytesDone() > static_cast<int64_t>(2 * kBeginningBytes)) {
       bByBeginning_ = false;
       options_.text.pCodePage = nullptr;
-      return Reopen() && FindStart();
+      context_->pReports->Close();
+      return OpenReport() && FindStart();
     }
-    return !reader_.LastFailure().Failed();
+    return !Reader().LastFailure().Failed();
   }
 
-  KeyPlace NotThere() const { return reader_.IsCutShort() ? KeyPlace::NotReached : KeyPlace::Missing; }
+  KeyPlace NotThere() { return Reader().IsCutShort() ? KeyPlace::NotReached : KeyPlace::Missing; }
 
   /// The first line that holds the end's text, from the top; no further down than it matters.
   bool FindEnd() {
     PreviewKey& key = preview_.end;
-    if (!Reopen()) return false;
+    clsLineReader& reader = Reader();
     if (request_.bWholeTable || request_.bFindEnd || preview_.start.place != KeyPlace::Found) {
-      key.lLine = FindKeyText(reader_, {.sNeedle1 = key.sText});
+      key.lLine = Report().LineOf(key.sText);
       key.place = key.lLine > 0 ? KeyPlace::Found : NotThere();
-      return !reader_.LastFailure().Failed();
+      return !reader.LastFailure().Failed();
     }
+    Report().SeekLine(1);
     const int64_t lLastShown = preview_.start.lLine + table_.ReadStartLineOffset + request_.lRows;
     const int64_t lLimit = std::max<int64_t>(lLastShown - table_.ReadEndLineOffset, preview_.start.lLine);
-    const std::string sNeedle = reader_.CodePage().FromUtf8(key.sText);
+    const std::string sNeedle = reader.CodePage().FromUtf8(key.sText);
     key.place = NotThere();
-    for (std::string_view sRow; reader_.ReadRow(sRow);) {
+    for (std::string_view sRow; reader.ReadRow(sRow);) {
       if (sRow.find(sNeedle) != std::string_view::npos) {
-        key.lLine = reader_.RowNumber();
+        key.lLine = reader.RowNumber();
         key.place = KeyPlace::Found;
         break;
       }
-      if (reader_.RowNumber() < lLimit) continue;
-      if (!reader_.AtEnd()) key.place = KeyPlace::FurtherDown;
+      if (reader.RowNumber() < lLimit) continue;
+      if (!reader.AtEnd()) key.place = KeyPlace::FurtherDown;
       break;
     }
-    return !reader_.LastFailure().Failed();
+    return !reader.LastFailure().Failed();
   }
 
   bool FindBounds() {
@@ -190,28 +195,27 @@ class clsTableLook {
   }
 
   void TakeRows() {
-    if (!Reopen()) return;
-    const int64_t lBefore = preview_.lFirstLine - 1;
-    if (reader_.SkipRows(lBefore) < lBefore || reader_.AtEnd()) {
+    clsLineReader& reader = Reader();
+    if (!Report().SeekLine(preview_.lFirstLine) || reader.AtEnd()) {
       Fault(Translate("The table starts behind the end of the report"));
       return;
     }
     clsRowMeasure measure(preview_.columns);
     clsRow& row = lineProcessor_.RowCollection[0];
     PreviewRow taken;
-    for (int64_t lLine = preview_.lFirstLine; lLine <= lLastWanted_ && !reader_.AtEnd(); ++lLine) {
+    for (int64_t lLine = preview_.lFirstLine; lLine <= lLastWanted_ && !reader.AtEnd(); ++lLine) {
       preview_.bMore = lLine - preview_.lFirstLine >= request_.lRows;
       if (preview_.bMore && !request_.bWholeTable) return;
-      if (!lineProcessor_.ReadRowPeriod1Only(*context_, &reader_, request_.lTabSize)) {
-        if (!reader_.LastFailure().Failed()) Fault(Translate("The tabs of a row make it too long"));
+      if (!lineProcessor_.ReadRowPeriod1Only(*context_, &reader, request_.lTabSize)) {
+        if (!reader.LastFailure().Failed()) Fault(Translate("The tabs of a row make it too long"));
         break;
       }
       TakeRow(row, lLine, taken, measure);
     }
     row.Clear();
-    if (reader_.IsCutShort() && reader_.AtEnd() && reader_.RowNumber() < lLastWanted_) preview_.bMore = true;
-    if (preview_.lLastLine > 0 && !reader_.IsCutShort())
-      preview_.lLastLine = std::min(preview_.lLastLine, reader_.RowNumber());
+    if (reader.IsCutShort() && reader.AtEnd() && reader.RowNumber() < lLastWanted_) preview_.bMore = true;
+    if (preview_.lLastLine > 0 && !reader.IsCutShort())
+      preview_.lLastLine = std::min(preview_.lLastLine, reader.RowNumber());
   }
 
   void TakeRow(clsRow& row, int64_t lLine, PreviewRow& taken, clsRowMeasure& measure) {
@@ -237,7 +241,6 @@ class clsTableLook {
   std::optional<RecipeContext> context_;
   ShortTable keys_;
   clsTable table_;
-  clsLineReader reader_;
   bool bByBeginning_ = false;
   int64_t lLastWanted_ = 0;
   ReportPreview preview_;
@@ -246,7 +249,21 @@ class clsTableLook {
 }  // namespace
 
 ReportPreview PreviewByRecipe(const PreviewRequest& request, clsSectionFile& recipe) {
-  return clsTableLook(request, recipe).Look();
+  return clsTableLook(request, recipe, static_cast<int32_t>(CountShortTables(recipe))).Look();
+}
+
+clsRecipeCheck::clsRecipeCheck(const PreviewRequest& request, clsSectionFile& recipe)
+    : request_(request),
+      recipe_(recipe),
+      pReports_(std::make_shared<clsReports>()),
+      lTables_(static_cast<int32_t>(CountShortTables(recipe))) {
+  request_.bWholeTable = true;
+  pReports_->Of(request_.sInput, request_.text).Expect(KeyTextsOf(recipe_, lTables_));
+}
+
+ReportPreview clsRecipeCheck::Look(int32_t lTable) {
+  request_.lTable = lTable;
+  return clsTableLook(request_, recipe_, lTables_, pReports_).Look();
 }
 
 }  // namespace quillon

@@ -3,6 +3,7 @@
 // Looks only; nothing is written, logged or shown.
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "clsSectionFile.h"
 #include "modCutPlan.h"
 #include "modProfileFile.h"
+#include "modRecipeGlobals.h"
 
 namespace quillon {
 
@@ -88,6 +90,22 @@ struct ReportPreview {
 
 /// By table request.lTable of a short recipe, with the bounds that a run would find.
 ReportPreview PreviewByRecipe(const PreviewRequest& request, clsSectionFile& recipe);
+
+/// Whole looks at the tables of one recipe: the report is opened once, and one pass finds the key texts of all of them.
+class clsRecipeCheck {
+ public:
+  /// The recipe outlives the object. Of the request lTable doesn't count, and bWholeTable is taken as set.
+  clsRecipeCheck(const PreviewRequest& request, clsSectionFile& recipe);
+  int32_t Tables() const { return lTables_; }
+  ReportPreview Look(int32_t lTable);
+
+ private:
+  PreviewRequest request_;
+  clsSectionFile& recipe_;
+  std::shared_ptr<clsReports> pReports_;
+  int32_t lTables_;
+};
+
 /// By a profile (a path or a name), pads trimmed as in a run; all lines of the report are rows.
 ReportPreview PreviewByProfile(const PreviewRequest& request, std::string_view sProfile);
 

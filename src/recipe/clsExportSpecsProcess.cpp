@@ -34,6 +34,16 @@ void NameSheets(RecipeContext& context) {
   context.pWorkbook->SetStandardFont("Courier New");
 }
 
+/// So that one pass over the report finds the key texts of all tables.
+void ExpectKeyTexts(RecipeContext& context, const std::vector<clsTable>& tables) {
+  std::vector<std::string> texts;
+  for (const clsTable& table : tables) {
+    texts.push_back(table.ReadStartLine);
+    texts.push_back(table.ReadEndLine);
+  }
+  context.Report(context.recipe.InputFileNameOf(context.recipe.InputFileFirst)).Expect(texts);
+}
+
 void ShowTime(RecipeContext& context) {
   const int64_t lTicks = context.host.TickMilliseconds() - context.options.lTotalTimeStart;
   context.host.SetStatusPanel(StatusBar::Main, 6, FormatOneDecimal(static_cast<double>(lTicks) / 1000));
@@ -46,6 +56,7 @@ void clsExportSpecs::Process(RecipeContext& context, clsOutputFile* csv_file_han
     return ReportRecipe(context.host, -5307);
   }
   if (csv_file_handle == nullptr) NameSheets(context);
+  ExpectKeyTexts(context, TablesCollection);
   writePointers_ = {1, 1};
   ProcessedTables = 0;
   FatalProcessError = gbPauseRequested = gbPauseConfirmed = false;

@@ -29,17 +29,18 @@ bool clsPeriodFiles::Open(RecipeContext& context, int64_t lFirstLine) {
   nLast_ = static_cast<size_t>(recipe.InputFileLast) - 1;
   for (size_t i = nFirst_; i <= nLast_; ++i) {
     const std::string& sName = recipe.InputFileName[i];
+    reports_[i] = &context.Report(sName, static_cast<int32_t>(i) + 1);
     Failure failure;
     if (!PathExists(sName)) {
       ReportRecipe(context.host, -5401, {sName});
       continue;
     }
-    if (!readers_[i].Open(sName, context.options.text, failure)) {
-      return TellUnread(context, failure);
-    }
+    if (!reports_[i]->Open(failure)) return TellUnread(context, failure);
     open_[i] = true;
-    readers_[i].SkipRows(lFirstLine - 1);
-    readers_[i].LeaveTurnsToCaller(true);
+    clsLineReader& reader = reports_[i]->Reader();
+    reader.LeaveTurnsToCaller(false);
+    reports_[i]->SeekLine(lFirstLine);
+    reader.LeaveTurnsToCaller(true);
   }
   return true;
 }
@@ -49,10 +50,9 @@ bool clsPeriodFiles::ReadRows(RecipeContext& context, int32_t tab_size) {
   for (clsRow& slot : slots) slot.Clear();
   for (size_t i = nFirst_; i <= nLast_; ++i) {
     std::string_view sRow;
-    if (open_[i] && readers_[i].ReadRow(sRow)) slots[i].SetView(sRow, readers_[i].CodePage(), false);
-    if (readers_[i].LastFailure().Failed()) {
-      return TellUnread(context, readers_[i].LastFailure());
-    }
+    clsLineReader& reader = reports_[i]->Reader();
+    if (open_[i] && reader.ReadRow(sRow)) slots[i].SetView(sRow, reader.CodePage(), false);
+    if (reader.LastFailure().Failed()) return TellUnread(context, reader.LastFailure());
     if (tab_size > 0 && !slots[i].Expand(tab_size)) return EndWalk(context, "The tabs of a row make it too long");
   }
   return true;
@@ -60,7 +60,7 @@ bool clsPeriodFiles::ReadRows(RecipeContext& context, int32_t tab_size) {
 
 bool clsPeriodFiles::AtEnd() {
   for (size_t i = nFirst_; i <= nLast_; ++i) {
-    if (open_[i] && !readers_[i].AtEnd()) return false;
+    if (open_[i] && !reports_[i]->Reader().AtEnd()) return false;
   }
   return true;
 }

@@ -4,12 +4,11 @@
 #include <cstdint>
 
 #include "clsLineProcessor.h"
-#include "clsLineReader.h"
 
 namespace quillon {
 
 /// The files of all periods in range, read forward together: what clsLineProcessor::ReadRow does for one line number,
-/// with each file opened once and passed over once.
+/// with each file opened once.
 class clsPeriodFiles {
  public:
   /// Opens the files and passes over the rows before lFirstLine. A missing file reports -5401 and gives no rows. False
@@ -20,10 +19,10 @@ class clsPeriodFiles {
   /// True if no file has a row left.
   bool AtEnd();
   /// The reader of the first period in range, for progress and the count of lines.
-  clsLineReader& First() { return readers_[nFirst_]; }
+  clsLineReader& First() { return reports_[nFirst_]->Reader(); }
 
  private:
-  std::array<clsLineReader, clsLineProcessor::kPeriods> readers_;
+  std::array<clsReport*, clsLineProcessor::kPeriods> reports_{};
   std::array<bool, clsLineProcessor::kPeriods> open_{};
   size_t nFirst_ = 0, nLast_ = 0;
 };

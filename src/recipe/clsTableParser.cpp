@@ -5,7 +5,6 @@
 
 #include "clsRowShape.h"
 #include "modRecipeMessages.h"
-#include "modSectionFile.h"
 #include "modText.h"
 #include "modTranslator.h"
 #include "modTurns.h"
@@ -104,15 +103,15 @@ void clsTableParser::ResetParser() {
   *this = clsTableParser();
 }
 
-void clsTableParser::FindTableMarkers(clsLineReader& filehandle, std::string_view topMarker, std::string_view botMarker,
+void clsTableParser::FindTableMarkers(clsReport& report, std::string_view topMarker, std::string_view botMarker,
                                       int64_t& top, int64_t& bot) {
-  const int64_t lTop = FindKeyText(filehandle, {.sNeedle1 = topMarker});
+  const int64_t lTop = report.LineOf(std::string(topMarker));
   if (lTop < 1) return;
   top = lTop;
   // One line can be both.
   if (topMarker.find(botMarker) != std::string_view::npos) bot = top;
-  const int64_t lBottom = FindKeyText(filehandle, {.sNeedle1 = botMarker});
-  if (lBottom >= 1) bot = top + lBottom;
+  const int64_t lBottom = report.LineBehind(std::string(botMarker), lTop);
+  if (lBottom >= 1) bot = lBottom;
 }
 
 void clsTableParser::ReadFromFile(RecipeContext& context, std::string_view text_file, std::string_view topMarker,
@@ -129,13 +128,13 @@ void clsTableParser::ReadFromFile(RecipeContext& context, std::string_view text_
 
 bool clsTableParser::LocateMarkers(RecipeContext& context, std::string_view text_file, std::string_view topMarker,
                                    std::string_view botMarker) {
-  clsLineReader reader;
+  clsReport& report = context.Report(std::string(text_file));
   Failure failure;
   int64_t lTop = 0;
   int64_t lBottom = 0;
-  if (reader.Open(text_file, context.options.text, failure)) {
-    FindTableMarkers(reader, topMarker, botMarker, lTop, lBottom);
-    failure = reader.LastFailure();
+  if (report.Open(failure)) {
+    FindTableMarkers(report, topMarker, botMarker, lTop, lBottom);
+    failure = report.Reader().LastFailure();
   }
   if (failure.Failed()) {
     ReportUnread(context, failure);
@@ -164,10 +163,11 @@ bool clsTableParser::LocateRows(RecipeContext& context, int32_t topOffset, int32
 }
 
 void clsTableParser::ReadRows(RecipeContext& context, std::string_view text_file, int32_t tab_size) {
-  clsLineReader reader;
+  clsReport& report = context.Report(std::string(text_file));
   Failure failure;
-  if (!reader.Open(text_file, context.options.text, failure)) return ReportUnread(context, failure);
-  reader.SkipRows(int64_t{DataTopLoc} - 1);
+  if (!report.Open(failure)) return ReportUnread(context, failure);
+  report.SeekLine(DataTopLoc);
+  clsLineReader& reader = report.Reader();
   clsRowShape shape(reader.CodePage(), tab_size);
   std::string_view sRow;
   for (int64_t lLine = DataTopLoc; lLine <= DataBotLoc && reader.ReadRow(sRow); ++lLine) {

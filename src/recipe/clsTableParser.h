@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "clsHost.h"
-#include "clsLineReader.h"
 #include "modRecipeGlobals.h"
 
 namespace quillon {
@@ -59,8 +58,8 @@ class clsTableParser {
     bool bBlank;
   };
   void ResetParser();
-  static void FindTableMarkers(clsLineReader& filehandle, std::string_view topMarker, std::string_view botMarker,
-                               int64_t& top, int64_t& bot);
+  static void FindTableMarkers(clsReport& report, std::string_view topMarker, std::string_view botMarker, int64_t& top,
+                               int64_t& bot);
   bool LocateMarkers(RecipeContext& context, std::string_view text_file, std::string_view topMarker,
                      std::string_view botMarker);
   bool LocateRows(RecipeContext& context, int32_t topOffset, int32_t botOffset);

@@ -8,14 +8,12 @@
 #include "modFiles.h"
 #include "modRecipeFailures.h"
 #include "modRecipeMessages.h"
-#include "modSectionFile.h"
 #include "modTranslator.h"
 
 namespace quillon {
 
 namespace {
 
-constexpr int64_t kAllRows = std::numeric_limits<int64_t>::max();
 constexpr int64_t kStatusEvery = 15;
 constexpr int64_t kProgressEvery = 1000;
 
@@ -84,27 +82,26 @@ clsTableRun::Step clsTableRun::FindLine(std::string_view sKeyText, int32_t lErr,
   const std::string& sPath = context_.recipe.InputFileNameOf(context_.recipe.InputFileFirst);
   if (!PathExists(sPath)) return Fatal(lErr, {sKeyText});
   if (const Step step = OpenReport(sPath); step != Step::Next) return step;
-  lLine = FindKeyText(reader_, {.sNeedle1 = sKeyText});
-  if (IsStopped(reader_.LastFailure())) return Step::Done;
-  if (reader_.LastFailure().Failed()) return ReadFailure(reader_);
+  lLine = pReport_->LineOf(std::string(sKeyText));
+  if (IsStopped(pReport_->Reader().LastFailure())) return Step::Done;
+  if (pReport_->Reader().LastFailure().Failed()) return ReadFailure(pReport_->Reader());
   if (lLine != 0) return Step::Next;
-  CountLines(reader_);
+  if (bAllPeriods_ || context_.recipe.InputFileFirst == 1) CountLines();
   return Fatal(lErr, {sKeyText});
 }
 
-/// Opens the file; what its page is gets found out once for the report and not at each opening.
+/// Opens the file, unless it is open.
 clsTableRun::Step clsTableRun::OpenReport(const std::string& sPath) {
-  const bool bReport = sPath == context_.recipe.InputFileNameOf(1);
-  TextFileOptions text = context_.options.text;
-  if (bReport && context_.account.pCodePage != nullptr) text.pCodePage = context_.account.pCodePage;
+  pReport_ = &context_.Report(sPath);
   Failure failure;
-  if (!reader_.Open(sPath, text, failure)) {
+  if (!pReport_->Open(failure)) {
     if (IsStopped(failure)) return Step::Done;
     ReportFileFailure(context_, failure);
     EndWalk(context_, "A report could not be read", failure.sText);
     return Step::Died;
   }
-  if (bReport) context_.account.pCodePage = &reader_.CodePage();
+  pReport_->Reader().LeaveTurnsToCaller(false);
+  if (sPath == context_.recipe.InputFileNameOf(1)) context_.account.pCodePage = &pReport_->Reader().CodePage();
   return Step::Next;
 }
 
@@ -125,13 +122,14 @@ clsTableRun::Step clsTableRun::OpenRows() {
   lFirstSheetRow_ = context_.recipe.ExportSpecs.getWritePointer(context_.host, 1);
   if (bAllPeriods_) return periods_.Open(context_, lStart_) ? Step::Next : Step::Died;
   if (const Step step = OpenReport(context_.recipe.InputFileNameOf(1)); step != Step::Next) return step;
-  const bool bThere = reader_.SkipRows(lStart_ - 1) == lStart_ - 1;
-  if (IsStopped(reader_.LastFailure())) return Step::Done;
+  clsLineReader& reader = pReport_->Reader();
+  const bool bThere = pReport_->SeekLine(lStart_);
+  if (IsStopped(reader.LastFailure())) return Step::Done;
   // From here on each row gives a turn.
-  reader_.LeaveTurnsToCaller(true);
+  reader.LeaveTurnsToCaller(true);
   // With Unix rows there are empty ones behind the end.
-  const bool bGoesOn = bThere || (context_.options.text.bUnix && !reader_.LastFailure().Failed());
-  return bGoesOn ? Step::Next : ReadFailure(reader_);
+  const bool bGoesOn = bThere || (context_.options.text.bUnix && !reader.LastFailure().Failed());
+  return bGoesOn ? Step::Next : ReadFailure(reader);
 }
 
 clsTableRun::Step clsTableRun::ExportRows() {
@@ -164,8 +162,8 @@ clsTableRun::Step clsTableRun::ExportRows() {
 
 bool clsTableRun::ReadRow() {
   if (bAllPeriods_) return periods_.ReadRows(context_, glTabSize);
-  if (context_.lineProcessor.ReadRowPeriod1Only(context_, &reader_, glTabSize)) return true;
-  ReadFailure(reader_);
+  if (context_.lineProcessor.ReadRowPeriod1Only(context_, &Reader(), glTabSize)) return true;
+  ReadFailure(Reader());
   return false;
 }
 
@@ -216,12 +214,9 @@ void clsTableRun::TellProgress(int64_t lLine) {
   context_.host.ShowProgress({gsInputFile, lLine, Reader().BytesDone(), Reader().BytesTotal()});
 }
 
-/// All lines of the report, counted where the reader stands at its end or near it.
-void clsTableRun::CountLines(clsLineReader& reader) {
-  const bool bReport = bAllPeriods_ || context_.recipe.InputFileFirst == 1 || &reader != &reader_;
-  if (context_.account.lLinesRead > 0 || !bReport) return;
-  reader.SkipRows(kAllRows);
-  context_.account.lLinesRead = reader.RowNumber();
+/// All lines of the report that was opened last.
+void clsTableRun::CountLines() {
+  if (context_.account.lLinesRead == 0) context_.account.lLinesRead = pReport_->CountLines();
 }
 
 void clsTableRun::KeepAccount() {
@@ -235,7 +230,7 @@ void clsTableRun::KeepAccount() {
     account.lLastLine = lLastLine;
   }
   Reader().LeaveTurnsToCaller(false);
-  if (!gbAbandonOutput && !gbPauseRequested) CountLines(Reader());
+  if (!gbAbandonOutput && !gbPauseRequested) CountLines();
 }
 
 }  // namespace quillon

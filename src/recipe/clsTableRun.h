@@ -36,19 +36,19 @@ class clsTableRun {
   Step CheckColumns();
   bool ReadRow();
   bool WriteRow();
-  bool AtEnd() { return bAllPeriods_ ? periods_.AtEnd() : reader_.AtEnd(); }
+  bool AtEnd() { return bAllPeriods_ ? periods_.AtEnd() : Reader().AtEnd(); }
   void TellProgress(int64_t lLine);
   Step ReadFailure(const clsLineReader& reader);
-  void CountLines(clsLineReader& reader);
+  void CountLines();
   void KeepAccount();
   clsRow& Row();
-  clsLineReader& Reader() { return bAllPeriods_ ? periods_.First() : reader_; }
+  clsLineReader& Reader() { return bAllPeriods_ ? periods_.First() : pReport_->Reader(); }
   TableAccount& Account() { return context_.account.tables.back(); }
 
   RecipeContext& context_;
   clsTable& table_;
   clsOutputFile* pCsv_;
-  clsLineReader reader_;
+  clsReport* pReport_ = nullptr;  ///< The one opened last
   clsPeriodFiles periods_;
   bool bAllPeriods_;
   std::optional<clsCsvRows> csvRows_;

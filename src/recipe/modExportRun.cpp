@@ -1,7 +1,6 @@
 #include "modExportRun.h"
 
 #include <algorithm>
-#include <limits>
 
 #include "clsOutputFile.h"
 #include "clsRecipe.h"
@@ -86,10 +85,9 @@ int64_t LinesOf(const std::vector<TableAccount>& tables) {
 
 /// Where no table came to count them.
 int64_t CountLines(RecipeContext& context) {
-  clsLineReader reader;
+  clsReport& report = context.Report(context.recipe.InputFileNameOf(1));
   Failure ignored;
-  if (!reader.Open(context.recipe.InputFileNameOf(1), context.options.text, ignored)) return 0;
-  return reader.SkipRows(std::numeric_limits<int64_t>::max());
+  return report.Open(ignored) ? report.CountLines() : 0;
 }
 
 }  // namespace
@@ -103,6 +101,7 @@ void RunRecipe(RecipeContext& context, int32_t lFormat) {
   }
   if (context.account.lLinesRead == 0 && !gbAbandonOutput && !gbPauseRequested)
     context.account.lLinesRead = CountLines(context);
+  context.pReports->Close();
   context.account.lLinesInTables = LinesOf(context.account.tables);
   context.host.SetCaption(Translate(kCaption));
 }

@@ -29,6 +29,10 @@ void ResetRecipeGlobals() {
   for (clsRow& row : gLineProcessor().RowCollection) row.Clear();
 }
 
+clsReport& clsReports::Of(const std::string& sPath, const TextFileOptions& options, int32_t lSlot) {
+  return reports_.try_emplace({lSlot, sPath}, sPath, options).first->second;
+}
+
 bool PauseEndsRun(clsHost& host) {
   if (gbAbandonOutput || gbPauseConfirmed) return true;
   const MessageAnswer answer = host.ShowMessage(Translate("Do you want to terminate the process?"), "Quillon",

@@ -2,14 +2,15 @@
 // What one run of the recipe engine works with.
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "clsHost.h"
-#include "clsLineReader.h"
 #include "clsOutputFile.h"
+#include "clsReport.h"
 #include "modFileOutcome.h"
 #include "modPaths.h"
 #include "modReportChange.h"
@@ -59,6 +60,18 @@ struct RecipeOptions {
   }
 };
 
+/// The reports that a run reads, each opened once.
+class clsReports {
+ public:
+  /// The report of that path; how it is read counts for the first call. Reports that are read side by side have slots
+  /// of their own.
+  clsReport& Of(const std::string& sPath, const TextFileOptions& options, int32_t lSlot = 0);
+  void Close() { reports_.clear(); }
+
+ private:
+  std::map<std::pair<int32_t, std::string>, clsReport> reports_;
+};
+
 /// The collaborators of one run, handed to every section. Objects are owned by the caller and outlive the run.
 struct RecipeContext {
   clsHost& host;
@@ -71,7 +84,11 @@ struct RecipeContext {
   std::vector<std::unique_ptr<clsOutputFile>> furtherFiles = {};
   /// The reports with their states from before anything of them was read.
   std::vector<std::pair<std::string, FileState>> reports = {};
+  std::shared_ptr<clsReports> pReports = std::make_shared<clsReports>();
 
+  clsReport& Report(const std::string& sPath, int32_t lSlot = 0) const {
+    return pReports->Of(sPath, options.text, lSlot);
+  }
   void Watch(const std::string& sReport) { reports.emplace_back(sReport, FileState::Of(HostPath(sReport))); }
 };
 

@@ -44,10 +44,25 @@ ShortTable ReadShortTable(clsSectionFile& recipe, int32_t lTable) {
   return keys;
 }
 
+std::vector<std::string> KeyTextsOf(clsSectionFile& recipe, int64_t lTables) {
+  std::vector<std::string> texts;
+  for (int32_t i = 1; i <= lTables && recipe.MayReadOn(); ++i) {
+    const std::string sSection = "Table " + std::to_string(i);
+    for (const std::string_view sKey : {"ReadStartLine", "ReadEndLine"}) {
+      texts.push_back(ReadKeyFromFile(recipe, sSection, sKey, {}));
+    }
+  }
+  return texts;
+}
+
+bool IsOpenTemplate(std::string_view sTemplate) {
+  return TrimBlanks(sTemplate) == "-" || sTemplate.find('=') != std::string_view::npos;
+}
+
 bool FixTemplate(RecipeContext& context, std::string_view sTextFile, int32_t lTabSize, const clsTable& table,
                  std::string& sTemplate) {
+  if (!IsOpenTemplate(sTemplate)) return true;
   const std::string_view sWord = TrimBlanks(sTemplate);
-  if (sWord != "-" && sTemplate.find('=') == std::string::npos) return true;
   clsTableParser parser;
   parser.ReadFromFile(context, sTextFile, table.ReadStartLine, table.ReadStartLineOffset, table.ReadEndLine,
                       table.ReadEndLineOffset, lTabSize);

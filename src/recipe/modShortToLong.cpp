@@ -1,5 +1,7 @@
 // FileConvertShortToLong of clsExportSpecs: a short recipe becomes an export specification by measuring the report.
 
+#include <utility>
+
 #include "clsExportSpecs.h"
 #include "clsTableParser.h"
 #include "modColumnLetters.h"
@@ -24,8 +26,8 @@ class clsTableConverter {
   void ConvertAll(clsSectionWriter& file) {
     clsHost& host = context_.host;
     const std::string sCaption = gbCommandLineMode ? std::string() : host.Caption();
-    const int64_t lTables = CountShortTables(recipe_);
-    for (int32_t i = 1; i <= lTables && !gbAbandonOutput; ++i) {
+    lTables_ = CountShortTables(recipe_);
+    for (int32_t i = 1; i <= lTables_ && !gbAbandonOutput; ++i) {
       if (!gbCommandLineMode) {
         host.SetCaption(context_.options.sFormCaption + Translate(" - Scanning ") + "Table " + std::to_string(i));
       }
@@ -38,6 +40,12 @@ class clsTableConverter {
   }
 
  private:
+  /// So that one pass over the report finds the key texts of all tables.
+  void ExpectKeyTexts() {
+    if (std::exchange(bExpected_, true)) return;
+    context_.Report(std::string(sTextFile_)).Expect(KeyTextsOf(recipe_, lTables_));
+  }
+
   /// False, with the report, if the table can't be found or has no columns; without one if the run is given up.
   bool Convert(int32_t lTable, clsTable& table) {
     ShortTable keys = ReadShortTable(recipe_, lTable);
@@ -45,6 +53,7 @@ class clsTableConverter {
     table.ReadStartLineOffset = RequiredWholeNumber("ReadStartLineOffset", keys.sStartOffset);
     table.ReadEndLine = keys.sEndLine;
     table.ReadEndLineOffset = RequiredWholeNumber("ReadEndLineOffset", keys.sEndOffset);
+    if (IsOpenTemplate(keys.sTemplate)) ExpectKeyTexts();
     if (!FixTemplate(context_, sTextFile_, glTabSize, table, keys.sTemplate)) {
       return !gbAbandonOutput && Fails(-5301, lTable);
     }
@@ -90,6 +99,8 @@ class clsTableConverter {
   const clsTidyTables& tidy_;
   std::string_view sTextFile_;
   std::string_view sRecipeName_;
+  int64_t lTables_ = 0;
+  bool bExpected_ = false;
 };
 
 /// A missing recipe has no tables.
@@ -112,6 +123,7 @@ void OpenShort(RecipeContext& context, std::string_view short_file, const OwnSho
 Failure clsExportSpecs::FileConvertShortToLong(RecipeContext& context, std::string_view short_file,
                                                std::string_view long_file, std::string_view textDataFile,
                                                const OwnShortRecipe* pOwn) {
+  context.pReports->Close();
   clsSectionFile recipe;
   Failure failure;
   OpenShort(context, short_file, pOwn, recipe);

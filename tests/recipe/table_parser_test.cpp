@@ -10,10 +10,15 @@ namespace {
 
 class TableParser : public clsRecipeTest {
  protected:
+  /// Another text under the name of the one before.
+  std::string Report(const std::string& sText) {
+    context.pReports->Close();
+    return folder.Write("r.txt", sText);
+  }
   /// Reads the rows between the lines TOP and END.
   clsTableParser Read(const std::string& sRows, int32_t tab_size = 8) {
     clsTableParser parser;
-    parser.ReadFromFile(context, folder.Write("r.txt", "TOP\n" + sRows + "END\n"), "TOP", 1, "END", -1, tab_size);
+    parser.ReadFromFile(context, Report("TOP\n" + sRows + "END\n"), "TOP", 1, "END", -1, tab_size);
     return parser;
   }
   std::string Fields(std::string_view sTemplate) {
@@ -74,7 +79,7 @@ TEST_F(TableParser, FindsTheTableByItsKeyTexts) {
            Case{"TOP\n\n\nEND", "TOP", "END", 1, -1, 2, 3, 0},  // empty rows only
        }) {
     clsTableParser parser;
-    parser.ReadFromFile(context, folder.Write("r.txt", c.sText), c.sTop, c.topOffset, c.sBottom, c.botOffset, 0);
+    parser.ReadFromFile(context, Report(c.sText), c.sTop, c.topOffset, c.sBottom, c.botOffset, 0);
     EXPECT_EQ(parser.DataTopLoc, c.lTop) << c.sText;
     EXPECT_EQ(parser.DataBotLoc, c.lBottom) << c.sText;
     EXPECT_EQ(parser.TableWidth, c.lWidth) << c.sText;
@@ -95,13 +100,13 @@ TEST_F(TableParser, RefusesMoreRowsThanItHolds) {
 TEST_F(TableParser, ReportsFailuresOfTheSystemByTheirNumber) {
   clsTableParser parser;
   std::string sText(32766, '\n');
-  parser.ReadFromFile(context, folder.Write("r.txt", sText + "TOP\nEND\n"), "TOP", 1, "END", 0, 8);
+  parser.ReadFromFile(context, Report(sText + "TOP\nEND\n"), "TOP", 1, "END", 0, 8);
   EXPECT_EQ(parser.DataTopLoc, 32768);
   EXPECT_EQ(parser.TableWidth, 0);
   parser.ReadFromFile(context, folder.Path("none.txt"), "TOP", 1, "END", 0, 8);
   ASSERT_EQ(TakeCodes(), (Codes{6, ENOENT}));
   parser.ReadFromFile(context, folder.Path("r.txt"), "TOP", INT32_MAX, "END", 0, 8);
-  parser.ReadFromFile(context, folder.Write("r.txt", "TOP\nx\ty\nEND\n"), "TOP", 0, "END", 0, INT32_MAX);
+  parser.ReadFromFile(context, Report("TOP\nx\ty\nEND\n"), "TOP", 0, "END", 0, INT32_MAX);
   EXPECT_EQ(parser.TableWidth, 0) << "a tab as wide as no report";
   EXPECT_EQ(host.reports[0].sErr2, "Error: [6] Overflow");
   EXPECT_FALSE(host.reports[0].bShowMessageBox);
