@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "clsUtf8Walk.h"
 #include "modText.h"
 
 namespace quillon {
@@ -39,18 +40,15 @@ void clsRowCutter::CutBytes(std::string_view sRow) {
 }
 
 void clsRowCutter::CutChars(std::string_view sRow) {
-  size_t nByte = 0;
-  int64_t nChar = 0;
-  for (size_t i = 0; i < plan_.edges.size(); ++i) {
-    for (; nChar < plan_.edges[i] && nByte < sRow.size(); ++nChar) nByte += Utf8CharBytes(sRow, nByte);
-    offsets_[i] = nByte;
-  }
+  clsUtf8Walk walk(sRow);
+  for (size_t i = 0; i < plan_.edges.size(); ++i) offsets_[i] = walk.To(plan_.edges[i]);
   for (size_t i = 0; i < fields_.size(); ++i) {
     const PlanColumn& column = plan_.columns[i];
     const size_t nStart = offsets_[column.nInput];
     fields_[i] = TrimPad(sRow.substr(nStart, offsets_[column.nInput + 1] - nStart), column.side, column.sPad);
   }
-  if (nByte < sRow.size()) lBehind_ += static_cast<int64_t>(CharCount(sRow.substr(nByte)));
+  const size_t nEnd = offsets_.back();
+  if (nEnd < sRow.size()) lBehind_ += static_cast<int64_t>(CharCount(sRow.substr(nEnd)));
 }
 
 }  // namespace quillon

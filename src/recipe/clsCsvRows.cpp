@@ -8,6 +8,7 @@
 #endif
 
 #include "clsRecipe.h"
+#include "clsUtf8Walk.h"
 #include "modColumnLetters.h"
 #include "modCsvField.h"
 #include "modRecipeFailures.h"
@@ -103,8 +104,23 @@ clsCsvRows::clsCsvRows(RecipeContext& context, std::vector<clsColumn>& columns, 
     nWideCuts_ += bWide ? 1 : 0;
     nFixedBytes_ += (bWide ? 0 : 2 * (cut.nEnd - std::min(cut.nFrom, cut.nEnd))) + sSeparator_.size() + 5;
   }
+  FindEdges();
   nFixedBytes_ += 2 + kChunk;
   bFast_ = bFast_ && nFixedBytes_ <= kMostRowBytes;
+}
+
+void clsCsvRows::FindEdges() {
+  for (const Cut& cut : cuts_) {
+    edges_.push_back(cut.nFrom);
+    edges_.push_back(cut.nEnd);
+  }
+  std::sort(edges_.begin(), edges_.end());
+  edges_.erase(std::unique(edges_.begin(), edges_.end()), edges_.end());
+  offsets_.resize(edges_.size());
+  const auto index = [this](size_t nEdge) {
+    return static_cast<size_t>(std::lower_bound(edges_.begin(), edges_.end(), nEdge) - edges_.begin());
+  };
+  for (const Cut& cut : cuts_) edgesOfCuts_.push_back({index(cut.nFrom), index(cut.nEnd)});
 }
 
 bool clsCsvRows::MayBeFast(const std::vector<clsColumn>& columns) const {
@@ -169,15 +185,23 @@ char* clsCsvRows::PutBytes(char* p, const clsRow& row) {
   return p;
 }
 
-char* clsCsvRows::PutCharacters(char* p, clsRow& row) {
+/// The fields of a UTF-8 row: one walk through it finds the bytes of all cuts.
+char* clsCsvRows::PutCharacters(char* p, const clsRow& row) {
+  const std::string_view s = row.Bytes();
+  clsUtf8Walk walk(s);
+  for (size_t i = 0; i < edges_.size(); ++i) offsets_[i] = walk.To(static_cast<int64_t>(edges_[i]));
+  // Where the walk came to the row's end, it knows how many characters there are.
+  const bool bToEnd = !offsets_.empty() && offsets_.back() == s.size();
+  const auto nCharacters = static_cast<size_t>(walk.Passed());
   bool bEmpty = true;
-  for (const Cut& cut : cuts_) {
+  for (size_t i = 0; i < cuts_.size(); ++i) {
     if (!bEmpty) p = PutSeparator(p);
-    const std::string_view sField = row.Field(static_cast<int64_t>(cut.nFrom) + 1, static_cast<int64_t>(cut.nEnd));
-    bEmpty = bEmpty && sField.empty();
-    const auto nBehind =
-        static_cast<size_t>(row.Bytes().data() + row.Bytes().size() - sField.data()) + row.RoomBehind();
-    p = PutField(p, sField, false, sField.empty() ? 0 : nBehind);
+    const size_t nFrom = offsets_[edgesOfCuts_[i].nFrom];
+    const std::string_view sField = s.substr(nFrom, offsets_[edgesOfCuts_[i].nEnd] - nFrom);
+    const bool bBlankBehind =
+        row.HasBlankBehind() && bToEnd && cuts_[i].nEnd > nCharacters && cuts_[i].nFrom <= nCharacters;
+    bEmpty = bEmpty && sField.empty() && !bBlankBehind;
+    p = PutField(p, sField, bBlankBehind, sField.empty() ? 0 : s.size() - nFrom + row.RoomBehind());
   }
   return p;
 }

@@ -37,9 +37,10 @@ class clsCsvRows {
   struct Cut {
     size_t nFrom, nEnd;  ///< Bytes, the end behind the last
   };
+  void FindEdges();
   bool MayBeFast(const std::vector<clsColumn>& columns) const;
   char* PutBytes(char* p, const clsRow& row);
-  char* PutCharacters(char* p, clsRow& row);
+  char* PutCharacters(char* p, const clsRow& row);
   char* PutSeparator(char* p) const {
     std::memcpy(p, separator_.data(), separator_.size());  // of a fixed size; the next field writes over the surplus
     return p + sSeparator_.size();
@@ -55,8 +56,14 @@ class clsCsvRows {
   std::string sSeparatorUtf8_;
   std::array<char, 4> separator_{};  ///< sSeparator_ again, for copying at one go
   std::vector<Cut> cuts_;
-  size_t nFixedBytes_ = 0;  ///< Most that a row takes, but for its wide cuts
-  size_t nWideCuts_ = 0;    ///< Cuts whose room goes by the row
+  std::vector<size_t> edges_;  ///< Character positions at which the cuts begin or end, ascending
+  struct Edges {
+    size_t nFrom, nEnd;  ///< Indexes in edges_
+  };
+  std::vector<Edges> edgesOfCuts_;
+  std::vector<size_t> offsets_;  ///< Of the edges in the row at hand
+  size_t nFixedBytes_ = 0;       ///< Most that a row takes, but for its wide cuts
+  size_t nWideCuts_ = 0;         ///< Cuts whose room goes by the row
   bool bFast_ = false;
   std::string sField_, sRow_, sBytes_;  ///< Kept for their memory
 };

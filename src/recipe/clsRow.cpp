@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "clsUtf8Walk.h"
 #include "modRows.h"
 #include "modText.h"
 
@@ -86,7 +87,8 @@ std::string clsRow::Text() const {
 }
 
 int64_t clsRow::CharactersBehind(int64_t nEnd) {
-  const std::string_view sRest = sBytes_.substr(OffsetOf(std::max<int64_t>(nEnd, 0) + 1));
+  nEnd = std::max<int64_t>(nEnd, 0);
+  const std::string_view sRest = sBytes_.substr(bByteChars_ ? OffsetOf(nEnd + 1) : clsUtf8Walk(sBytes_).To(nEnd));
   const auto lAll = static_cast<int64_t>(bByteChars_ ? sRest.size() : CharCount(sRest));
   return lAll - std::count(sRest.begin(), sRest.end(), ' ');
 }
