@@ -131,7 +131,7 @@ class clsConversionRun {
   bool RecipeRunCanStart(int32_t& lResult);
   /// 0 or the code of what keeps the recipe from being run.
   int32_t LoadSpecs(RecipeContext& context);
-  void WarnIfTabsInFile(const RecipeOptions& recipeOptions);
+  void WarnIfTabsInFile(const RecipeContext& context);
   RecipeOptions MakeRecipeOptions() const;
 
   clsHost& host_;

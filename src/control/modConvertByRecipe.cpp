@@ -3,7 +3,6 @@
 #include "clsExportSpecs.h"
 #include "clsIniFile.h"
 #include "clsLineProcessor.h"
-#include "clsLineReader.h"
 #include "clsRecipe.h"
 #include "modCollections.h"
 #include "modConversionRun.h"
@@ -19,10 +18,9 @@ namespace quillon {
 
 namespace {
 
-bool FileHasTabs(std::string_view sPath, const TextFileOptions& options) {
-  clsLineReader reader;
+bool FileHasTabs(clsReport& report) {
   Failure ignored;  // The engine reports what it can't read.
-  return reader.Open(sPath, options, ignored) && reader.RestHasTab();
+  return report.Open(ignored) && report.HasTab();
 }
 
 }  // namespace
@@ -38,7 +36,7 @@ void clsConversionRun::ConvertByRecipe(int32_t& lResult) {
   const RecipeOptions recipe_options = MakeRecipeOptions();
   RecipeContext context{host_, recipe_options, gRecipe(), gLineProcessor(), outcome_.account};
   context.Watch(gsInputFile);
-  WarnIfTabsInFile(recipe_options);
+  WarnIfTabsInFile(context);
   lResult = LoadSpecs(context);
   if (lResult != 0 || gbAbandonOutput) return;
   if (IsExcelRunning() && format != kFormatCsv) {
@@ -170,9 +168,9 @@ RecipeOptions clsConversionRun::MakeRecipeOptions() const {
   return recipe_options;
 }
 
-void clsConversionRun::WarnIfTabsInFile(const RecipeOptions& recipe_options) {
+void clsConversionRun::WarnIfTabsInFile(const RecipeContext& context) {
   if (fields_.bWarnedAboutTabsInFile) return;  // Asked first: a long file isn't read for nothing.
-  if (FileHasTabs(gsInputFile, recipe_options.text)) WarnAboutTabsInFile();
+  if (FileHasTabs(context.Report(gsInputFile))) WarnAboutTabsInFile();
 }
 
 void clsConversionRun::WarnAboutTabsInFile() {

@@ -40,10 +40,10 @@ std::string PlainHostPath(std::string_view sPath) {
   return sOut;
 }
 
-/// The entry of the folder that equals the name but for case, the first in byte order; the name itself if none does.
-std::string MatchingEntry(const std::string& sFolder, const std::string& sName) {
-  const std::string sExact = sFolder + sName;
-  if (Exists(sExact) || !MayHoldName(sFolder, sName)) return sName;
+/// The entry of the folder that equals the name, which it doesn't hold, but for case; the first in byte order, the name
+/// itself if none does.
+std::string FoldedEntry(const std::string& sFolder, const std::string& sName) {
+  if (!MayHoldName(sFolder, sName)) return sName;
   DIR* const pFolder = opendir(sFolder.empty() ? "." : sFolder.c_str());
   if (pFolder == nullptr) return sName;
   std::string sBest;
@@ -53,6 +53,10 @@ std::string MatchingEntry(const std::string& sFolder, const std::string& sName) 
   }
   closedir(pFolder);
   return sBest.empty() ? sName : sBest;
+}
+
+std::string MatchingEntry(const std::string& sFolder, const std::string& sName) {
+  return Exists(sFolder + sName) ? sName : FoldedEntry(sFolder, sName);
 }
 
 std::string HomeFolder() {
@@ -98,6 +102,12 @@ std::string_view NameOf(std::string_view sPath) {
 std::string HostPath(std::string_view sPath) {
   const std::string sPlain = PlainHostPath(sPath);
   if (sPlain.empty() || Exists(sPlain)) return sPlain;
+  // Mostly it is a file to be made in a folder that is there.
+  const size_t nName = sPlain.rfind('/') + 1;
+  const std::string sFolder = sPlain.substr(0, nName);
+  if (nName > 0 && nName < sPlain.size() && sFolder.find("//") == std::string::npos && Exists(sFolder)) {
+    return sFolder + FoldedEntry(sFolder, sPlain.substr(nName));
+  }
   std::string sOut = sPlain.front() == '/' ? "/" : "";
   bool bFollow = true;
   for (size_t i = 0; i < sPlain.size();) {

@@ -101,6 +101,7 @@ bool clsLineReader::Prepare() {
   tabs_ = Tabs::Unknown;
   ends_ = Ends::Lf;
   nStart_ = 0;
+  hasTab_.reset();
   const bool bMemory = nHandle_ < 0;
   if (!bMemory) {
     nFilePos_ = nBlock_ = 0;
@@ -128,14 +129,17 @@ bool clsLineReader::Prepare() {
 bool clsLineReader::ScanForEnds() {
   bool bNeedEnds = !options_.bUnix && FindByte(window_, '\n') == nullptr;
   bool bNeedPage = pCodePage_ == nullptr;
+  bool bTab = false;
   if (!bNeedEnds && !bNeedPage) return true;
   clsTextSigns signs;
   std::vector<char> block;
   std::string_view s = window_;
   for (int64_t nPos = nFilePos_;;) {
     const size_t nKeep = signs.Look(s, bNeedPage, nPos < nEnd_);
+    bTab = bTab || FindByte(s, '\t') != nullptr;
     bNeedEnds = bNeedEnds && !signs.HasLf();
     bNeedPage = bNeedPage && signs.IsUtf8();
+    if (bTab || nPos >= nEnd_) hasTab_ = bTab;
     if (nPos >= nEnd_ || (!bNeedEnds && !bNeedPage)) break;
     if (!MayGoOn()) return false;
     const std::string sTail(s.substr(s.size() - nKeep));
@@ -176,7 +180,8 @@ bool clsLineReader::Fill() {
   const size_t nOffset = nLeft == 0 ? 0 : static_cast<size_t>(window_.data() - buffer_.data());
   // A long row doubles its buffer; a short rest moves to the front.
   if (nLeft > 0 && nOffset > 0) std::memmove(buffer_.data(), window_.data(), nLeft);
-  const size_t nRoom = std::max(kBlockBytes, nLeft);
+  const size_t nBlock = static_cast<size_t>(std::min<int64_t>(kBlockBytes, nEnd_ - nFilePos_));
+  const size_t nRoom = std::max(nBlock, nLeft);
   if (buffer_.size() < nLeft + nRoom + kRoomBehind) buffer_.resize(nLeft + nRoom + kRoomBehind);
   const auto nWant = static_cast<size_t>(
       std::min<int64_t>(static_cast<int64_t>(buffer_.size() - nLeft - kRoomBehind), nEnd_ - nFilePos_));
@@ -260,7 +265,6 @@ bool clsLineReader::SeekRow(int64_t lRow, int64_t nOffset) {
   } else if (nOffset >= nBlock_ && nOffset <= nFilePos_) {
     window_ = {buffer_.data() + (nOffset - nBlock_), buffer_.data() + (nFilePos_ - nBlock_)};
   } else {
-    if (lseek(nHandle_, nOffset, SEEK_SET) < 0) return Fail(errno);
     window_ = {};
     nFilePos_ = nBlock_ = nOffset;
   }

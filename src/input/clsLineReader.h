@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -76,6 +77,8 @@ class clsLineReader {
   size_t RoomBehind() const { return nHandle_ >= 0 && bInBuffer_ ? kRoomBehind : 0; }
   /// False if the row read last holds no tab, found out for many rows at once. True says nothing.
   bool RowMayHaveTab();
+  /// Whether a tab stands anywhere in the file, where opening it has shown that.
+  std::optional<bool> HasTab() const { return hasTab_; }
   /// True if a tab stands anywhere from here on; reads the rest of the file.
   bool RestHasTab();
 
@@ -101,6 +104,7 @@ class clsLineReader {
   std::string sPath_;
   Failure failure_;
   Ends ends_ = Ends::Lf;
+  std::optional<bool> hasTab_;
   bool bCutShort_ = false;
   bool bTurns_ = true;
   bool bEnded_ = false;     ///< The row handed out last had a line end

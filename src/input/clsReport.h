@@ -35,6 +35,8 @@ class clsReport {
   /// The reader's next row is line lLine (from 1). False if there are not as many lines before it; it stands at the
   /// end.
   bool SeekLine(int64_t lLine);
+  /// True if a tab stands anywhere in it; the reader stands wherever it likes then.
+  bool HasTab() { return reader_.HasTab() ? *reader_.HasTab() : SeekPlace(0) && reader_.RestHasTab(); }
   /// All lines of the report; the reader stands wherever it likes then.
   int64_t CountLines();
 

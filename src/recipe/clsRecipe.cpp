@@ -1,8 +1,10 @@
 #include "clsRecipe.h"
 
+#include <chrono>
 #include <string>
 #include <utility>
 
+#include "clsHeardHost.h"
 #include "modCollections.h"
 #include "modFiles.h"
 #include "modPaths.h"
@@ -18,6 +20,20 @@ namespace {
 constexpr std::string_view kFileType = "RECIPE";
 constexpr std::string_view kOutputSection = "Output File";
 constexpr std::string_view kInputSection = "Input Files";
+
+/// The context with another host in front.
+RecipeContext Through(clsHost& host, const RecipeContext& context) {
+  RecipeContext through{host, context.options, context.recipe, context.lineProcessor, context.account};
+  through.pReports = context.pReports;
+  return through;
+}
+
+/// A file that was changed a moment ago may change once more without its time showing it.
+bool IsSettled(const FileState& state) {
+  using std::chrono::nanoseconds, std::chrono::seconds, std::chrono::milliseconds;
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  return now - seconds(state.nSeconds) - nanoseconds(state.nNanoseconds) > milliseconds(100);
+}
 
 bool IsDataFormat(std::string_view sText) {
   return sText == "NearestDollar" || sText == "NearestCent";
@@ -44,13 +60,49 @@ const std::string& clsRecipe::InputFileNameOf(int32_t lSlot) const {
 }
 
 void clsRecipe::LoadFromFileShort(RecipeContext& context, std::string_view short_recipe) {
-  LoadShort(context, short_recipe, nullptr);
+  bTaken_ = TakeLoaded(context, short_recipe);
+  if (bTaken_) return;
+  loading_.emplace();
+  loading_->sRecipe = short_recipe;
+  loading_->state = FileState::Of(HostPath(short_recipe));
+  loading_->pPage = context.options.pRecipePage;
+  loading_->bUnix = context.options.text.bUnix;
+  clsHeardHost host(context.host);
+  RecipeContext heard = Through(host, context);
+  const int64_t lAsked = context.pReports->Asked();
+  LoadShort(heard, short_recipe, nullptr);
+  // What was measured in a report holds for that one alone.
+  if (host.Heard() || context.pReports->Asked() != lAsked) loading_.reset();
+}
+
+bool clsRecipe::TakeLoaded(const RecipeContext& context, std::string_view short_recipe) {
+  if (!gbCommandLineMode || !loaded_ || loaded_->sRecipe != short_recipe) return false;
+  const LoadedShort& loaded = *loaded_;
+  if (loaded.pPage != context.options.pRecipePage || loaded.bUnix != context.options.text.bUnix) return false;
+  if (FileState::Of(HostPath(short_recipe)) != loaded.state || !IsFile(loaded.sSpecs)) return false;
+  ResetRecipe();
+  InputFileName[0] = gsInputFile;
+  ExportSpecFileName = loaded.sSpecs;
+  specsFailure_ = {};
+  ExportSpecs = loaded.specs;
+  return true;
+}
+
+void clsRecipe::KeepLoaded(const RecipeContext& context) {
+  loaded_ = std::exchange(loading_, std::nullopt);
+  const bool bSettled = loaded_ && IsSettled(loaded_->state);
+  if (!bSettled || specsFailure_.Failed() || context.account.failure.Failed() || gbAbandonOutput)
+    return loaded_.reset();
+  loaded_->sSpecs = ExportSpecFileName;
+  loaded_->specs = ExportSpecs;
 }
 
 void clsRecipe::LoadFromMarks(RecipeContext& context) {
   clsWorkingFile recipe("_AutoRecipe", ".rcp");
   ExportSpecs.FileCreateShort(context, gsInputFile, recipe.PrivatePath());
   if (gbAbandonOutput) return;
+  bTaken_ = false;
+  loading_.reset();
   const OwnShortRecipe own{recipe.PublicPath(), context.options.OwnText()};
   LoadShort(context, recipe.PrivatePath(), &own);
   recipe.Publish();
@@ -69,6 +121,16 @@ void clsRecipe::LoadShort(RecipeContext& context, std::string_view short_recipe,
 }
 
 bool clsRecipe::ReadExportSpecs(RecipeContext& context) {
+  if (bTaken_) return true;
+  clsHeardHost host(context.host);
+  RecipeContext heard = Through(host, context);
+  if (!ReadSpecs(heard)) return false;
+  if (host.Heard()) loading_.reset();
+  KeepLoaded(context);
+  return true;
+}
+
+bool clsRecipe::ReadSpecs(RecipeContext& context) {
   clsWorkingFile own = std::move(ownSpecs_);
   const bool bOwn = own.IsSet();
   const std::string sName = bOwn ? own.PrivatePath() : ExportSpecFileName;
@@ -109,6 +171,8 @@ void clsRecipe::LoadFromFile(RecipeContext& context, std::string_view file_name)
   }
   ownSpecs_ = {};
   specsFailure_ = {};
+  bTaken_ = false;
+  loading_.reset();
   ReadOutputKeys(file);
   for (int32_t i = 1; i <= kFileSlots; ++i) {
     const auto input = [&](std::string_view sKey) {

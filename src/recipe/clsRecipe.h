@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,7 +37,8 @@ class clsRecipe {
   const std::string& InputFileNameOf(int32_t lSlot) const;
 
   /// Makes the export specification for the file named by gsInputFile, by the short recipe. Reports -5500 and goes on.
-  /// The specification isn't read back: ReadExportSpecs does that.
+  /// The specification isn't read back: ReadExportSpecs does that. In an unattended batch a recipe that says all by
+  /// itself, and gave no cause to say anything, is made one of once: the file that it left stays as it is.
   void LoadFromFileShort(RecipeContext& context, std::string_view short_recipe);
   /// The same by the marks in gsInputFile itself, through _AutoRecipe.rcp in gsAppDataFolder. A run that
   /// is given up meanwhile leaves nothing.
@@ -54,11 +56,24 @@ class clsRecipe {
   bool SaveToFile(RecipeContext& context, std::string_view file_name, Failure& failure);
 
  private:
+  /// What a short recipe came to, for the next file of a batch.
+  struct LoadedShort {
+    std::string sRecipe, sSpecs;
+    FileState state;
+    const clsCodePage* pPage;
+    bool bUnix;
+    clsExportSpecs specs;
+  };
   void LoadShort(RecipeContext& context, std::string_view short_recipe, const OwnShortRecipe* pOwn);
+  bool TakeLoaded(const RecipeContext& context, std::string_view short_recipe);
+  void KeepLoaded(const RecipeContext& context);
+  bool ReadSpecs(RecipeContext& context);
   void ReadOutputKeys(clsSectionFile& file);
 
   Failure specsFailure_;
   clsWorkingFile ownSpecs_;  ///< The specification of a short recipe until it is read
+  std::optional<LoadedShort> loading_, loaded_;
+  bool bTaken_ = false;  ///< ExportSpecs is that of loaded_
 };
 
 }  // namespace quillon

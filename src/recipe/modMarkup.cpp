@@ -41,9 +41,11 @@ MarkedTable FindNextMarkedTable(clsLineReader& filehandle, std::string_view sTop
 }
 
 void clsExportSpecs::FileCreateShort(RecipeContext& context, std::string_view text_file, std::string_view short_file) {
-  clsLineReader reader;
+  clsReport& report = context.Report(std::string(text_file));
+  clsLineReader& reader = report.Reader();
   Failure failure;
-  if (reader.Open(text_file, context.options.text, failure)) {
+  if (report.Open(failure)) {
+    report.SeekLine(1);
     clsSectionWriter file(*context.options.OwnText().pCodePage);
     file.Set("Header", "Product", "QLN-B");
     file.Set("Header", "FileType", "RECIPE");

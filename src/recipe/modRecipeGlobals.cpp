@@ -30,6 +30,7 @@ void ResetRecipeGlobals() {
 }
 
 clsReport& clsReports::Of(const std::string& sPath, const TextFileOptions& options, int32_t lSlot) {
+  ++lAsked_;
   return reports_.try_emplace({lSlot, sPath}, sPath, options).first->second;
 }
 

@@ -66,10 +66,13 @@ class clsReports {
   /// The report of that path; how it is read counts for the first call. Reports that are read side by side have slots
   /// of their own.
   clsReport& Of(const std::string& sPath, const TextFileOptions& options, int32_t lSlot = 0);
+  /// How many times a report was asked for.
+  int64_t Asked() const { return lAsked_; }
   void Close() { reports_.clear(); }
 
  private:
   std::map<std::pair<int32_t, std::string>, clsReport> reports_;
+  int64_t lAsked_ = 0;
 };
 
 /// The collaborators of one run, handed to every section. Objects are owned by the caller and outlive the run.

@@ -123,7 +123,6 @@ void OpenShort(RecipeContext& context, std::string_view short_file, const OwnSho
 Failure clsExportSpecs::FileConvertShortToLong(RecipeContext& context, std::string_view short_file,
                                                std::string_view long_file, std::string_view textDataFile,
                                                const OwnShortRecipe* pOwn) {
-  context.pReports->Close();
   clsSectionFile recipe;
   Failure failure;
   OpenShort(context, short_file, pOwn, recipe);

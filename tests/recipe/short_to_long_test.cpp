@@ -1,5 +1,7 @@
 // Short recipes and marks become an export specification by measuring the report.
 
+#include <chrono>
+
 #include "clsRecipeTest.h"
 #include "modFailure.h"
 
@@ -199,6 +201,59 @@ TEST_F(Markup, MessagesSpeakOfTheRecipeByItsPublicName) {
   ASSERT_EQ(host.reports.size(), 3U);
   EXPECT_EQ(host.reports[1].sErr2, "Cannot find recipe file: " + gsAppDataFolder + "_AutoRecipe.rcp");
   EXPECT_EQ(host.reports[2].sErr3, "    " + gsAppDataFolder + "_AutoRecipe.rcp");
+}
+
+/// Loads the recipe as a batch does for its next report; True if the specification was made anew.
+class BatchOfReports : public ShortToLong {
+ protected:
+  bool Load(const std::string& sRecipe) {
+    const std::string sSpecs = folder.Path("_ExportSpecs.t2x");
+    if (std::filesystem::exists(sSpecs)) folder.Write("_ExportSpecs.t2x", "left alone");
+    recipe.LoadFromFileShort(context, sRecipe);
+    EXPECT_TRUE(recipe.ReadExportSpecs(context));
+    EXPECT_EQ(recipe.InputFileName[0], gsInputFile);
+    return folder.Read("_ExportSpecs.t2x") != "left alone";
+  }
+  std::string Recipe(const std::string& sParsing, const std::string& sWriteColumn = "B") {
+    const std::string sPath = folder.Write("r.rcp", Table(1, sParsing, sWriteColumn));
+    std::filesystem::last_write_time(sPath,
+                                     std::filesystem::file_time_type::clock::now() - std::chrono::hours(++nHours_));
+    return sPath;
+  }
+
+ private:
+  int nHours_ = 0;
+};
+
+TEST_F(BatchOfReports, MakesASpecificationOnceFromARecipeThatSaysAllByItself) {
+  const std::string sPath = Recipe("---- ------");
+  EXPECT_TRUE(Load(sPath));
+  recipe.ExportSpecs.TablesCollection[0].WriteTableTopRow = 7;
+  gsInputFile = folder.Write("second.txt", kReport);
+  EXPECT_FALSE(Load(sPath));
+  ASSERT_EQ(recipe.ExportSpecs.TablesCollection.size(), 1U);
+  EXPECT_EQ(recipe.ExportSpecs.TablesCollection[0].WriteTableTopRow, 0) << "nothing of the file before";
+  EXPECT_EQ(recipe.ExportSpecs.TablesCollection[0].ColumnsCollection[1].WriteColumn, "C");
+  std::filesystem::remove(folder.Path("_ExportSpecs.t2x"));
+  EXPECT_TRUE(Load(sPath)) << "what a run leaves must be there";
+  Recipe("---- ----- ");
+  EXPECT_TRUE(Load(sPath)) << "another recipe under the name";
+  EXPECT_FALSE(Load(sPath));
+  options.pRecipePage = &clsCodePage::Utf8();
+  EXPECT_TRUE(Load(sPath)) << "read in another page";
+  gbCommandLineMode = false;
+  EXPECT_TRUE(Load(sPath)) << "a window shows what is scanned";
+}
+
+TEST_F(BatchOfReports, MakesItForEachReportWhereThatIsMeasuredOrSomethingIsSaid) {
+  EXPECT_TRUE(Load(Recipe("=")));
+  EXPECT_TRUE(Load(folder.Path("r.rcp")));
+  EXPECT_EQ(host.messages.size(), 0U);
+  EXPECT_TRUE(Load(Recipe("----", "1")));
+  const size_t nSaid = host.messages.size() + host.reports.size();
+  EXPECT_GT(nSaid, 0U);
+  EXPECT_TRUE(Load(folder.Path("r.rcp")));
+  EXPECT_EQ(host.messages.size() + host.reports.size(), 2 * nSaid) << "said once for each report";
 }
 
 }  // namespace

@@ -16,6 +16,7 @@ namespace quillon {
 namespace {
 
 constexpr size_t kMostAtOnce = size_t{1} << 20;
+constexpr size_t kMostIdle = 2;
 
 }  // namespace
 
@@ -25,7 +26,18 @@ struct clsDeflater::Stream {
   std::array<uint8_t, size_t{64} << 10> out{};
 };
 
-clsDeflater::clsDeflater(clsSpool& spool) : spool_(spool), stream_(std::make_unique<Stream>()) {
+std::vector<std::unique_ptr<clsDeflater::Stream>>& clsDeflater::Idle() {
+  static std::vector<std::unique_ptr<Stream>> streams;
+  return streams;
+}
+
+clsDeflater::clsDeflater(clsSpool& spool) : spool_(spool) {
+  if (Idle().empty()) {
+    stream_ = std::make_unique<Stream>();
+  } else {
+    stream_ = std::move(Idle().back());
+    Idle().pop_back();
+  }
   isal_zstream& zip = stream_->zip;
   isal_deflate_init(&zip);
   zip.level = 1;
@@ -72,6 +84,7 @@ void clsDeflater::Close(bool bLast) {
   zip.flush = bLast ? NO_FLUSH : SYNC_FLUSH;
   zip.end_of_stream = bLast ? 1 : 0;
   Run();
+  if (Idle().size() < kMostIdle) Idle().push_back(std::move(stream_));
   stream_.reset();
 }
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 namespace quillon {
 
@@ -26,6 +27,9 @@ class clsDeflater {
 
  private:
   struct Stream;
+  /// Streams that are done, for the next: a workbook has some ten parts, and making their memory anew costs more than
+  /// all that goes through it.
+  static std::vector<std::unique_ptr<Stream>>& Idle();
   void Run();
 
   clsSpool& spool_;
