@@ -2,6 +2,7 @@
 """Runs the program and its peers in turn on the same made files and prints one table. See bench/run.sh."""
 
 import argparse
+import math
 import os
 import pathlib
 import random
@@ -11,7 +12,13 @@ import sys
 import tempfile
 import time
 
+# Three decades of each size.
+TABLES = (16, 160, 1600, 16000)
+ROWS = (400, 4000, 40000, 400000)
+COLUMNS = (10, 100, 1000, 10000)
 WIDTHS = (8, 10, 20, 10, 12, 6, 8, 9, 12, 10)
+GAWK_PLAIN = r"""function put(s) { if (s ~ /[",]/) { gsub(/"/, "\"\"", s); s = "\"" s "\"" } return s }
+NR > 1 { out = put($1); for (i = 3; i <= NF; i += 2) out = out "," put($i); print out }"""
 GAWK_CSV = r"""function put(s) { sub(/ +$/, "", s); if (s ~ /[",]/) { gsub(/"/, "\"\"", s); s = "\"" s "\"" } return s }
 NR > 1 { out = put($1); for (i = 3; i <= NF; i += 2) out = out "," put($i); print out }"""
 
@@ -64,6 +71,24 @@ def recipe(parsing):
             f"Parsing={parsing}\r\nWriteColumn=A\r\n")
 
 
+def table_recipe(tables, parsing):
+    return ("[Header]\r\nProduct=QLN-B\r\nFileType=RECIPE\r\nFileFormat=1.0\r\n\r\n" + "".join(
+        f"[Table {t}]\r\nReadStartLine=START OF TABLE {t}#\r\nReadStartLineOffset=1\r\nReadEndLine=END OF TABLE {t}#\r\n"
+        f"ReadEndLineOffset=-1\r\nParsing={parsing}\r\nWriteColumn=A\r\n" for t in range(1, tables + 1)))
+
+
+def make_tables(folder, tables, rows, ruler):
+    """A report of many tables, with the recipe that reads them, and the same with marks."""
+    each = [rows[i % len(rows)] for i in range(tables * 10)]
+    blocks = [each[10 * t:10 * t + 10] for t in range(tables)]
+    (folder / f"tables{tables}.txt").write_text("".join(
+        f"START OF TABLE {t}#\n" + "\n".join(block) + f"\nEND OF TABLE {t}#\n" for t, block in enumerate(blocks, 1)))
+    (folder / f"tables{tables}.rcp").write_text(table_recipe(tables, ruler))
+    (folder / f"worked{tables}.rcp").write_text(table_recipe(tables, "="))
+    (folder / f"marked{tables}.txt").write_text("".join(
+        f">>{t}\n{ruler}\n" + "\n".join(block) + f"\n<<{t}\n" for t, block in enumerate(blocks, 1)))
+
+
 def framed(rows):
     return "LEDGER START\n" + "\n".join(rows) + "\nLEDGER END\n"
 
@@ -91,6 +116,15 @@ def make_files(folder, rows):
     (folder / "drawn.rcp").write_text(recipe(" ".join("-" * width for width in WIDTHS)))
     (folder / "wide.rcp").write_text(recipe(" ".join(["-------"] * 125)))
     (folder / "worked.rcp").write_text(recipe("="))
+    (folder / "quotes.txt").write_text(framed([line.replace("Account ", '"Acct", ') for line in lines]))
+    for tables in TABLES:
+        make_tables(folder, tables, lines, " ".join("-" * width for width in WIDTHS))
+    for count in ROWS:
+        (folder / f"rows{count}.txt").write_text(framed([lines[i % rows] for i in range(count)]))
+    for count in COLUMNS:
+        line = " ".join(f"{chance.randrange(10**6):7}" for _ in range(count))
+        (folder / f"columns{count}.txt").write_text(framed([line] * 200))
+        (folder / f"columns{count}.rcp").write_text(recipe(" ".join(["-------"] * count)))
     (folder / "led.txt").write_text("".join(
         f"{n}\t{width + (n < len(WIDTHS))}\t[32] Space\tLeft\tNo\t{n}\t\t\r\n" for n, width in enumerate(WIDTHS, 1)))
     (folder / "schema.csv").write_text(fixed_schema())
@@ -112,6 +146,38 @@ def print_row(work, ours, theirs=None, peer="", size=0, cells=0, note=""):
     print(f"| {work} | {ours.wall:.3f} | {ours.cpu:.3f} | {ours.peak:.0f} | "
           f"{f'{size / 1e6 / ours.wall:.0f}' if size else ''} | {f'{cells / 1e6 / ours.wall:.1f}' if cells else ''} | "
           f"{peer} | {f'{theirs.wall:.3f}' if theirs else ''} | {ratio} | {note} |", flush=True)
+
+
+def exponent(sizes, seconds):
+    """The power of the size by which the time grows, fitted to the times that are more than noise."""
+    points = [(math.log(size), math.log(second)) for size, second in zip(sizes, seconds) if second > 0.004]
+    if len(points) < 2:
+        return None
+    middle_x, middle_y = (statistics.mean(axis) for axis in zip(*points))
+    return (sum((x - middle_x) * (y - middle_y) for x, y in points) / sum((x - middle_x) ** 2 for x, _ in points))
+
+
+def curve(folder, work, command, sizes, runs, start):
+    """A row for each size; the last tells the exponent of CPU time, without what a start takes."""
+    figures = [side_by_side([command(size)], folder, runs)[0] for size in sizes]
+    power = exponent(sizes, [ours.cpu - start for ours in figures])
+    for size, ours in zip(sizes, figures):
+        print_row(work.format(f"{size:,}"), ours, note=f"grows by the power {power:.2f}" if power and size == sizes[-1] else "")
+
+
+def measure_curves(folder, program, convert, runs):
+    start = side_by_side([[program, "--version"]], folder, runs)[0].cpu
+    drawn = ["--recipe", "drawn.rcp"]
+    for work, command, sizes in (
+            ("recipe of {} tables", lambda n: convert(f"tables{n}.txt", "out.csv", ["--recipe", f"tables{n}.rcp"]), TABLES),
+            ("{} tables, rulers worked out", lambda n: convert(f"tables{n}.txt", "out.csv", ["--recipe", f"worked{n}.rcp"]), TABLES),
+            ("{} marked tables", lambda n: convert(f"marked{n}.txt", "out.csv", ["--markup"]), TABLES),
+            ("check, {} tables", lambda n: [program, "check", f"tables{n}.txt", "--recipe", f"tables{n}.rcp"], TABLES),
+            ("{} rows to CSV", lambda n: convert(f"rows{n}.txt", "out.csv", drawn), ROWS),
+            ("{} rows to XLSX", lambda n: convert(f"rows{n}.txt", "out.xlsx", drawn), ROWS),
+            ("{} rows into the same XLSX", lambda n: convert(f"rows{n}.txt", f"kept{n}.xlsx", drawn), ROWS),
+            ("{} columns to CSV", lambda n: convert(f"columns{n}.txt", "out.csv", ["--recipe", f"columns{n}.rcp"]), COLUMNS)):
+        curve(folder, work, command, sizes, runs, start)
 
 
 def main():
@@ -155,6 +221,11 @@ def measure(folder, program, chosen):
             ("recipe to CSV", to_csv, "in2csv -f fixed", "in2csv -f fixed -s schema.csv ledger.txt >out.csv", 1)):
         figures = side_by_side([command, theirs], folder, runs)
         print_row(work, *figures, peer, size("ledger.txt"), cells)
+    # Like with like: both keep the blanks around fields, or both drop them; few fields need quotes, or each third.
+    for ledger in ("ledger.txt", "quotes.txt"):
+        for work, trim, program_text in (("", [], GAWK_PLAIN), (", trimmed", ["--trim"], GAWK_CSV)):
+            figures = side_by_side([convert(ledger, "out.csv", drawn + trim), [*gawk[:4], program_text, ledger]], folder, chosen.runs)
+            print_row(f"recipe to CSV{work}, {ledger[:-4]}", *figures, f"gawk -b{work}", size(ledger), cells)
     for source in ("tabs.txt", "cp437.txt", "utf8.txt"):
         method = drawn + (["--encoding", "cp437"] if source == "cp437.txt" else [])
         [ours] = side_by_side([convert(source, "out.csv", method)], folder, chosen.runs)
@@ -178,6 +249,7 @@ def measure(folder, program, chosen):
     print_row("1,000,000 x 12 to XLSX", ours, size=size("million.txt"), cells=12000000)
     [ours] = side_by_side([convert("ruler.txt", "out.csv", ["--recipe", "worked.rcp"])], folder, chosen.runs)
     print_row("ruler worked out, 9,999 x 200", ours, size=size("ruler.txt"), note="the whole run")
+    measure_curves(folder, program, convert, chosen.runs)
     for count in (2000, 20000):
         make_batch(folder, count)
         # Once, into a folder that is new: where many files were just deleted the file system is busy with them.
