@@ -10,7 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pBytes, size_t nBytes) {
   SheetFacts facts;
   clsXmlScanner look(sPart);
   if (!ReadSheetFacts(look, facts)) return 0;
-  SheetEdit edit;
+  SheetEdit edit{CellTypingOptions()};
   edit.cleared.push_back({2, 1, 3, 2});
   edit.cells.Write(1, 2, "text");
   edit.cells.Write(3, 1, "12");

@@ -315,11 +315,17 @@ int64_t clsLineReader::FindRow(std::string_view sNeedle, std::string_view sExclu
 }
 
 bool clsLineReader::RestHasTab() {
+  const int64_t nOffset = BytesDone();
+  bool bTab = false;
   for (;;) {
-    if (FindByte(window_, '\t') != nullptr) return true;
+    bTab = FindByte(window_, '\t') != nullptr;
+    if (bTab) break;
     window_ = {};
-    if (nFilePos_ >= nEnd_ || !Fill()) return false;
+    if (nFilePos_ >= nEnd_ || !Fill()) break;
   }
+  // No row was taken, so the next one is still the one that it was.
+  SeekRow(lRow_, nOffset);
+  return bTab;
 }
 
 bool ReadAllRows(std::string_view sPath, const TextFileOptions& options, std::vector<std::string>& rows,
