@@ -151,6 +151,7 @@ TEST_F(ShortToLong, LoadGoesThroughPrivateFilesToThePublicOnes) {
 class Markup : public ShortToLong {
  protected:
   std::string AutoRecipe(const std::string& sText) {
+    context.pReports->Close();  // Another text under the same name
     recipe.ExportSpecs.FileCreateShort(context, folder.Write("marked.txt", sText), folder.Path("auto.rcp"));
     const std::string sRecipe = folder.Read("auto.rcp");
     const size_t nTables = sRecipe.find("[Table");

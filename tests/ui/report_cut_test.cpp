@@ -236,7 +236,7 @@ TEST_F(RecipeCut, ReportsThatAreNoneOrGoAreTold) {
   Report(std::string("\0\1\2STOCK\n", 9));
   cut_.Update();
   EXPECT_TRUE(Notes("control characters"));
-  form_.Get("cbInputFile").sText = folder_.Path("*.txt");
+  form_.Get("cbInputFile").sText = folder_.Path("*.none");
   cut_.Update();
   EXPECT_NE(cut_.Picture().sFault.find("Choose one input file"), std::string::npos);
 }
