@@ -86,10 +86,10 @@ void clsConsoleHost::Say(std::string_view sText) {
 MessageAnswer clsConsoleHost::ShowMessage(std::string_view sText, std::string_view sTitle, MessageIcon,
                                           MessageButtons buttons) {
   // Nobody asked whether to stop: the signal has said so.
-  if (buttons == MessageButtons::YesNo && InterruptSignal() != 0) return MessageAnswer::Yes;
+  if (buttons != MessageButtons::Ok && InterruptSignal() != 0) return MessageAnswer::Yes;
   const std::string title = OneLine(sTitle);
   Say(title.empty() ? OneLine(sText) : title + ": " + OneLine(sText));
-  return buttons == MessageButtons::YesNo ? MessageAnswer::Yes : MessageAnswer::Ok;
+  return buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::Yes;
 }
 
 void clsConsoleHost::Report(const ReportEntry& entry) {

@@ -9,7 +9,8 @@
 namespace quillon {
 
 enum class MessageIcon { None, Information, Warning, Question, Critical };
-enum class MessageButtons { Ok, YesNo };
+/// YesNo stands at Yes, NoYes at No: at the answer that loses nothing.
+enum class MessageButtons { Ok, YesNo, NoYes };
 enum class MessageAnswer { Ok, Yes, No };
 
 /// Kind of a run-log entry. Other is logged and counted nowhere.

@@ -37,7 +37,7 @@ clsReport& clsReports::Of(const std::string& sPath, const TextFileOptions& optio
 bool PauseEndsRun(clsHost& host) {
   if (gbAbandonOutput || gbPauseConfirmed) return true;
   const MessageAnswer answer = host.ShowMessage(Translate("Do you want to terminate the process?"), "Quillon",
-                                                MessageIcon::Question, MessageButtons::YesNo);
+                                                MessageIcon::Question, MessageButtons::NoYes);
   gbPauseConfirmed = gbPauseRequested = answer == MessageAnswer::Yes;
   return gbPauseConfirmed;
 }

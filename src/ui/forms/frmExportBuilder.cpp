@@ -215,7 +215,7 @@ void frmExportBuilder::cmdSaveAs_Click() {
   bool bWrite = true;
   if (FileExists(sChosen)) {
     bWrite = oOwner_.Host().ShowMessage(Translate("Overwrite existing file: ") + sChosen, sCaption,
-                                        MessageIcon::Warning, MessageButtons::YesNo) == MessageAnswer::Yes;
+                                        MessageIcon::Question, MessageButtons::NoYes) == MessageAnswer::Yes;
   }
   sLastRecipeFileName = sChosen;
   if (bWrite) {

@@ -97,8 +97,8 @@ std::string frmMain::WriteFoundRecipe(const std::string& sText) {
   Failure failure;
   const auto same = [&] { return ReadWholeFile(sPath, sThere, sBytes.size() + 1, failure) && sThere == sBytes; };
   if (FileExists(sPath) && !same() &&
-      host_.ShowMessage(Translate("Overwrite existing file: ") + sPath, sCaption, MessageIcon::Warning,
-                        MessageButtons::YesNo) != MessageAnswer::Yes) {
+      host_.ShowMessage(Translate("Overwrite existing file: ") + sPath, sCaption, MessageIcon::Question,
+                        MessageButtons::NoYes) != MessageAnswer::Yes) {
     for (int n = 2; FileExists(sPath) && !same(); ++n) sPath = sStem + "-" + std::to_string(n) + ".rcp";
   }
   if (FileExists(sPath) && same()) return sPath;

@@ -66,9 +66,8 @@ MessageAnswer clsQtHost::ShowMessage(std::string_view sText, std::string_view sT
   // Of one role, so that Escape means neither: where it closes an editor, a second one must not drop what was typed.
   QPushButton* const pYes = box.addButton(ToQt(Translate("&Yes")), QMessageBox::YesRole);
   QPushButton* const pNo = box.addButton(ToQt(Translate("&No")), QMessageBox::YesRole);
-  // At the answer that loses nothing: where a question warns, or a paused run asks whether to end, Yes takes something
-  // away. Else the first button of the desktop's own order would be the one that Enter presses.
-  box.setDefaultButton(icon == MessageIcon::Warning || gbPauseRequested ? pNo : pYes);
+  // Else the first button of the desktop's own order would be the one that Enter presses.
+  box.setDefaultButton(buttons == MessageButtons::NoYes ? pNo : pYes);
   box.exec();
   return box.clickedButton() == pYes ? MessageAnswer::Yes : MessageAnswer::No;
 }
