@@ -30,7 +30,7 @@ def cases():
     for origin in sorted(GOLDEN.glob("*/ORIGIN.md")):
         folder = origin.parent
         recipes = sorted(folder.glob("*.rcp"))
-        if not recipes:
+        if not recipes or not (folder / "command").exists():
             continue
         command = (folder / "command").read_text(encoding="utf-8")
         report = next(f for f in sorted(folder.iterdir())
