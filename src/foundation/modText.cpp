@@ -85,7 +85,9 @@ std::string MapText(std::string_view sText, Map map) {
 
 bool IsAscii(std::string_view sBytes) {
   unsigned char all = 0;
-  for (const char c : sBytes) all = static_cast<unsigned char>(all | static_cast<unsigned char>(c));
+  for (const char c : sBytes.substr(AsciiWords(sBytes))) {
+    all = static_cast<unsigned char>(all | static_cast<unsigned char>(c));
+  }
   return all < 0x80;
 }
 

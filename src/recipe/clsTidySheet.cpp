@@ -35,6 +35,7 @@ void clsTidySheet::SetColumns(size_t nTable, const std::vector<TidyColumnInfo>& 
 }
 
 void clsTidySheet::Begins(size_t nTable, int64_t lLine) {
+  if (tables_.size() == 1) return;
   if (Table* const table = Find(nTable); table != nullptr) table->lOpen = lLine;
 }
 
@@ -68,11 +69,11 @@ void clsTidySheet::Place(const Table& table, const TidyRecord& record) {
 }
 
 bool clsTidySheet::Put(const TidyRecord& record) {
-  Table* const table = Find(record.nTable);
+  Table* const table = tables_.size() == 1 ? &tables_.front() : Find(record.nTable);
   if (table == nullptr) return true;
-  table->lOpen = 0;
   Place(*table, record);
   if (tables_.size() == 1) return Write(cells_);
+  table->lOpen = 0;
   std::vector<KeptCell> kept;
   for (const TidyOutCell& cell : cells_) {
     kept.push_back({cell.kind, cell.pTyping, std::string(cell.sPrinted), std::string(cell.sPlain)});

@@ -153,6 +153,7 @@ void clsTidyCutter::MoveCurrency(std::vector<std::string_view>& cells) const {
   for (size_t i = 1; i < order_.size(); ++i) {
     if (!numbers_[order_[i]]) continue;
     std::string_view& sCell = cells[order_[i - 1]];
+    if (sCell.empty() || (sCell.back() != '$' && static_cast<unsigned char>(sCell.back()) < 0x80)) continue;
     for (const std::string_view sSign : kCurrencies) {
       if (!sCell.ends_with(sSign)) continue;
       const std::string_view sRest = sCell.substr(0, sCell.size() - sSign.size());
