@@ -1,27 +1,39 @@
 #!/usr/bin/env python3
-"""Runs `quillon suggest` on the real reports of the golden cases and compares with the recipes that people wrote.
+"""Measures `quillon suggest`: printed reports whose tables are known, and real ones that people wrote recipes for.
 
-  scripts/suggest_report.py --program build-dev/bin/quillon            prints the table
-  scripts/suggest_report.py --program build-dev/bin/quillon --accept   writes it into docs/suggest.md
+  scripts/suggest_report.py --program build-dev/bin/quillon            prints the tables
+  scripts/suggest_report.py --program build-dev/bin/quillon --accept   writes them into docs/suggest.md
   scripts/suggest_report.py --program build-dev/bin/quillon --check    fails if docs/suggest.md says otherwise
+  ... --seed 5000 --count 2000                                         other printed reports, and more of them
+  ... --reports FOLDER --truth FOLDER                                  reports of your own: NAME.* and NAME.csv, NAME.2.csv
 
-A table is found if a section of the suggested recipe takes exactly its lines, and rightly cut if it then gives the cells
-that are expected, blanks around them and empty cells at the end of a row aside. The pages of one table, and what comes
-again, are one suggestion of several sections.
+Printed and own reports: the suggested recipe converts the report, and each record of the truth is looked for among the
+rows by value ($1,040.00 is 1040, (5.00) is -5, 02-Mar-09 is 2009-03-02, --- is blank): exact if all of its cells are
+right, core if all but those that are carried from a heading (names that begin with ^) are. A report is complete if all
+records are exact and no row is anything else.
+
+Real reports, with --today: a table is found if a section of the suggested recipe takes exactly its lines, and rightly cut
+if it then gives the cells that are expected, blanks around them and empty cells at the end of a row aside. The pages of
+one table, and what comes again, are one suggestion of several sections.
 """
 
 import argparse
 import csv
+import io
 import re
 import subprocess
 import sys
 import tempfile
+from collections import Counter, defaultdict
+from datetime import datetime
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 GOLDEN = ROOT / "tests" / "golden"
 PAGE = ROOT / "docs" / "suggest.md"
+PRINTER = ROOT / "tests" / "printer" / "print_reports.py"
 BLOCK = re.compile(r"(?<=<!-- measured -->\n).*?(?=<!-- end -->)", re.DOTALL)
+PRINTED_BLOCK = re.compile(r"(?<=<!-- printed -->\n).*?(?=<!-- end of printed -->)", re.DOTALL)
 LINES = re.compile(r"^  lines (\d+) to (\d+): (\d+) rows?, (\d+) columns?$", re.MULTILINE)
 
 
@@ -123,7 +135,7 @@ def measure(program):
     with tempfile.TemporaryDirectory(prefix="quillon-suggest-") as folder:
         for name, report, recipe, expected, options in cases():
             suggested, output = Path(folder, name + ".rcp"), Path(folder, name + ".csv")
-            runner.run("suggest", report, "-o", suggested, *options)
+            runner.run("suggest", report, "-o", suggested, "--today", *options)
             wanted_tables = runner.tables(report, recipe, options)
             got_tables, got_rows, loss = [], [], "-"
             of_section, doubtful = [], []
@@ -151,22 +163,170 @@ def measure(program):
     return "\n".join(lines) + "\n"
 
 
+DATES = ["%Y-%m-%d", "%Y%m%d", "%d.%m.%Y", "%m/%d/%Y", "%d/%m/%Y", "%d-%b-%y", "%d-%b-%Y"]
+
+
+def date_of(text):
+    for form in DATES:
+        try:
+            return datetime.strptime(text, form).strftime("%Y-%m-%d")
+        except ValueError:
+            pass
+    return None
+
+
+def value(text):
+    """What a cell means, however it is written."""
+    text = re.sub(r"\s+", " ", text.strip())
+    if re.fullmatch(r"[-*/.]{1,5}|N/A", text):
+        return ""
+    if len(text) >= 8 and (date := date_of(text)):
+        return date
+    plain = re.sub(r"(?<=\d),(?=\d\d\d\b)", "", text.replace("$", "").replace(" ", "")).rstrip("%")
+    if found := re.fullmatch(r"\(([\d.]+)\)|([\d.]+)(?:-|CR)", plain):
+        plain = "-" + (found[1] or found[2])
+    plain = re.sub("DR$", "", plain)
+    if re.fullmatch(r"[-+]?(\d+\.?\d*|\.\d+)([EeDd][-+]?\d+)?", plain):
+        return f"{float(re.sub('[Dd]', 'E', plain)) + 0.0:.9g}"
+    return text
+
+
+def cells_of(path):
+    data = path.read_bytes()
+    try:
+        text = data.decode("utf-8-sig")
+    except UnicodeDecodeError:
+        text = data.decode("cp1252", "replace")
+    return [[value(cell) for cell in row] for row in csv.reader(io.StringIO(text, newline=""))]
+
+
+class Truth:
+    """The records of one kind of table."""
+
+    def __init__(self, path):
+        with path.open(encoding="utf-8", newline="") as file:
+            self.names = next(csv.reader(file))
+        self.rows = [tuple(row) for row in cells_of(path)[1:]]
+        self.own = [i for i, name in enumerate(self.names) if not name.startswith("^")]
+
+    def layouts(self):
+        """Indexes of the columns that a row may have: all, its own, or its own and some of the carried ones."""
+        carried = [i for i in range(len(self.names)) if i not in self.own]
+        for bits in range((1 << len(carried)) - 1, -1, -1):
+            yield sorted(self.own + [c for k, c in enumerate(carried) if bits >> k & 1])
+
+
+def trimmed(row):
+    row = list(row)
+    while row and row[-1] == "":
+        row.pop()
+    return tuple(row)
+
+
+def held_against(rows, truths):
+    """(records, exact, core, rows that are no record); a row of names for each kind of table isn't counted."""
+    left = [trimmed(row) for row in rows if any(row)]
+    total = sum(len(truth.rows) for truth in truths)
+    counts = []
+    for core in (False, True):
+        done = 0
+        for truth in truths:
+            for layout in truth.layouts() if core else [range(len(truth.names))]:
+                wanted = Counter(trimmed(row[i] for i in layout) for row in truth.rows)
+                rest = []
+                for row in left:
+                    if wanted[row] > 0:
+                        wanted[row] -= 1
+                        done += 1
+                    else:
+                        rest.append(row)
+                left = rest
+        counts.append(done)
+    return total, counts[0], min(counts[1], total - counts[0]), max(len(left) - len(truths), 0)
+
+
+def suggest_and_convert(runner, report, folder, options=()):
+    """The rows of all files that the suggested recipe makes, and what suggest says."""
+    recipe, output = folder / "suggested.rcp", folder / "suggested.csv"
+    done = subprocess.run([runner.program, "suggest", report, "-o", recipe, *options], capture_output=True, check=False, timeout=120)
+    if not recipe.exists():
+        return [], done.stderr.decode("utf-8", "replace")
+    runner.run("convert", report, "-o", output, "--recipe", recipe, "--quiet", *options)
+    rows = []
+    for file in sorted(folder.glob("suggested*.csv")):
+        rows += cells_of(file)
+    return rows, done.stderr.decode("utf-8", "replace")
+
+
+def measure_one(runner, report, truths, options=()):
+    """(records, exact, core, junk, whether records are missing and nothing says so)"""
+    with tempfile.TemporaryDirectory(prefix="quillon-suggest-") as folder:
+        rows, said = suggest_and_convert(runner, report, Path(folder), options)
+    total, exact, core, junk = held_against(rows, truths)
+    return total, exact, core, junk, exact + core < total and "incomplete" not in said and "0 tables" not in said
+
+
+def lines_of(results):
+    """Lines of a table from (name, results of measure_one)."""
+    lines = ["| layout | reports | records exact | core | complete | with other rows | records missing, nothing said |",
+             "|---|---:|---:|---:|---:|---:|---:|"]
+    everything = []
+    for name, some in [*sorted(results.items()), ("all", everything)]:
+        count = len(some)
+        exact = 100 * sum(r[1] / r[0] for r in some) / count
+        core = 100 * sum(r[2] / r[0] for r in some) / count
+        complete = sum(r[1] == r[0] and r[3] == 0 for r in some)
+        lines.append(f"| {name} | {count} | {exact:.0f} % | {core:.0f} % | {complete} | {sum(r[3] > 0 for r in some)} | {sum(r[4] for r in some)} |")
+        everything += some if name != "all" else []
+    return "\n".join(lines) + "\n"
+
+
+def measure_printed(program, seed, count):
+    runner = Runner(program)
+    results = defaultdict(list)
+    with tempfile.TemporaryDirectory(prefix="quillon-printed-") as folder:
+        subprocess.run([sys.executable, PRINTER, "--seed", str(seed), "--count", str(count), "--out", folder], check=True)
+        for layout in sorted(Path(folder).iterdir()):
+            truths = [Truth(path) for path in sorted(layout.glob("report*.csv"))]
+            results[layout.name.rsplit("_", 1)[0]].append(measure_one(runner, layout / "report.txt", truths))
+    return lines_of(results)
+
+
+def measure_own(program, reports, truth):
+    runner = Runner(program)
+    results = {}
+    for report in sorted(path for path in Path(reports).iterdir() if path.is_file() and (Path(truth) / f"{path.stem}.csv").exists()):
+        paths = [Path(truth) / f"{report.stem}.csv", *sorted(Path(truth).glob(f"{report.stem}.[0-9].csv"))]
+        options = ["--unix"] if b"\r\r\n" in report.read_bytes()[:100000] else []
+        results[report.stem] = [measure_one(runner, report, [Truth(path) for path in paths], options)]
+    return lines_of(results)
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--program", required=True)
     parser.add_argument("--accept", action="store_true")
     parser.add_argument("--check", action="store_true")
+    parser.add_argument("--seed", type=int, default=100)
+    parser.add_argument("--count", type=int, default=32)
+    parser.add_argument("--reports")
+    parser.add_argument("--truth")
     arguments = parser.parse_args()
+    if arguments.reports:
+        print(measure_own(arguments.program, arguments.reports, arguments.truth), end="")
+        return 0
+    printed = measure_printed(arguments.program, arguments.seed, arguments.count)
     table = measure(arguments.program)
-    print(table, end="")
+    print(printed, table, sep="\n", end="")
     if not (arguments.accept or arguments.check):
         return 0
     page = PAGE.read_text(encoding="utf-8")
     if arguments.accept:
+        page = PRINTED_BLOCK.sub(lambda _: printed, page)
         PAGE.write_text(BLOCK.sub(lambda _: table, page), encoding="utf-8")
         return 0
-    said = BLOCK.search(page)
-    if said and said.group() == table:
+    said = BLOCK.search(page), PRINTED_BLOCK.search(page)
+    if all(said) and said[0].group() == table and said[1].group() == printed:
         return 0
     print("docs/suggest.md says otherwise: run with --accept and read what changed", file=sys.stderr)
     return 1

@@ -7,6 +7,7 @@ enum ExitStatus : int {
   kExitDone = 0,
   kExitSomeFailed = 1,  ///< Something could not be converted; the rest was
   kExitWrongUse = 2,
+  kExitIncomplete = 3,  ///< A suggestion leaves lines that look like rows, and that was to be told (--strict)
   kExitUnexpected = 70,
   kExitInterrupted = 128,
 };

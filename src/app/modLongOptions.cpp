@@ -55,10 +55,10 @@ constexpr const char* kCheckExamples =
 constexpr const char* kSuggestExamples =
     "Examples:\n"
     "  quillon suggest ledger.txt -o ledger.rcp\n"
-    "  quillon suggest ledger.txt > ledger.rcp\n"
+    "  quillon suggest ledger.txt --tables 1,3 --headings none > ledger.rcp\n"
     "\n"
     "The recipe converts as it stands; look at it with preview and check. Exit status: 0 a table was found, 1 none\n"
-    "was, 2 wrong use.";
+    "was, 2 wrong use, 3 with --strict if the recipe leaves lines that look like rows.";
 
 constexpr const char* kMainExamples =
     "Slash switches work as well: quillon '/IC:\\in\\a.txt /OC:\\out\\a.xlsx /RC:\\r\\a.rcp' (list: quillon '/?').\n"
@@ -208,6 +208,18 @@ CLI::App* AddSuggest(CLI::App& app, LookRequest& request) {
                                            request, kSuggestExamples);
   command->add_option("-o,--output", request.sOutput, "The recipe file; standard output if not given")
       ->type_name("FILE");
+  command
+      ->add_option("--tables", request.tables,
+                   "Numbers of the tables that are wanted; else those that leave little doubt")
+      ->delimiter(',')
+      ->check(CLI::PositiveNumber.description(""))
+      ->type_name("N,...");
+  command
+      ->add_option("--headings", request.sHeadings, "Headings of groups as columns: all, none, or those that hold TEXT")
+      ->type_name("TEXT")
+      ->capture_default_str();
+  command->add_flag("--strict", request.bStrict, "Exit status 3 if lines that look like rows are left");
+  command->add_flag("--today", request.bToday, "Sections between key texts, without names, types or headings");
   AddReadingOptions(*command, request.options);
   return command;
 }

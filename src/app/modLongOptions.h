@@ -36,6 +36,10 @@ struct LookRequest {
   int64_t lRows = 20;
   clsConversionOptions options;  ///< How the report is read
   std::string sOutput;           ///< Of suggest; "" is standard output
+  std::vector<int32_t> tables;   ///< Of suggest; none: those that leave little doubt
+  std::string sHeadings = "all";
+  bool bToday = false;
+  bool bStrict = false;
 };
 
 /// What both converting commands have.

@@ -6,6 +6,8 @@
 #include "modFrontDoor.h"
 #include "modLookCommands.h"
 #include "modSuggestRecipe.h"
+#include "modSuggestTables.h"
+#include "modText.h"
 
 namespace quillon {
 
@@ -38,6 +40,61 @@ void SayWhatIsThere(const SuggestedRecipe& recipe) {
   }
 }
 
+/// The recipe goes where it was asked for.
+int WriteRecipe(clsLook& look, const LookRequest& request, const std::string& sText) {
+  if (request.sOutput.empty()) {
+    look.PrintText(sText);
+    return look.Flush() ? kExitDone : kExitSomeFailed;
+  }
+  Failure failure;
+  if (WriteWholeFile(request.sOutput, sText, failure)) return kExitDone;
+  clsLook::Say(failure.sText);
+  return kExitSomeFailed;
+}
+
+/// Sections between key texts.
+int SuggestSections(clsLook& look, const LookRequest& request) {
+  SuggestedRecipe recipe;
+  Failure failure;
+  if (!SuggestRecipe(look.preview.sInput, look.preview.text, look.preview.lTabSize, recipe, failure)) {
+    clsLook::Say(failure.sText);
+    return kExitSomeFailed;
+  }
+  SayWhatIsThere(recipe);
+  return recipe.tables.empty() ? kExitSomeFailed : WriteRecipe(look, request, recipe.Text());
+}
+
+void SayWhatIsThere(const TableSuggestion& suggestion) {
+  const auto nOthers = static_cast<int64_t>(suggestion.tables.size() - suggestion.Chosen());
+  std::string sText = CountedText(static_cast<int64_t>(suggestion.Chosen()), "table", "tables") + " found";
+  if (nOthers > 0) {
+    sText += "; the recipe's comments hold " + CountedText(nOthers, "other stretch", "other stretches");
+  }
+  clsLook::Say(sText);
+  if (!suggestion.LooksIncomplete()) return;
+  const LeftOutRows& left = suggestion.leftOut;
+  std::string sLeft = "looks incomplete";
+  if (left.lLines > 0) {
+    sLeft += ": " + CountedText(left.lLines, "line looks", "lines look") + " like rows and are left out, first line " +
+             std::to_string(left.lFirstLine) + ": " + ShownText(TrimBlanks(left.sFirst));
+  }
+  clsLook::Say(sLeft);
+}
+
+int SuggestTidy(clsLook& look, const LookRequest& request) {
+  TableSuggestion suggestion;
+  Failure failure;
+  const SuggestChoices choices{request.tables, request.sHeadings};
+  if (!SuggestTables(look.preview.sInput, look.preview.text, look.preview.lTabSize, choices, suggestion, failure)) {
+    clsLook::Say(failure.sText);
+    return kExitSomeFailed;
+  }
+  SayWhatIsThere(suggestion);
+  if (suggestion.Chosen() == 0) return kExitSomeFailed;
+  const int nStatus = WriteRecipe(look, request, suggestion.Text());
+  return nStatus == kExitDone && request.bStrict && suggestion.LooksIncomplete() ? kExitIncomplete : nStatus;
+}
+
 }  // namespace
 
 int SuggestCommand(const LookRequest& request) {
@@ -47,21 +104,7 @@ int SuggestCommand(const LookRequest& request) {
     clsLook::Say(request.sOutput + ": the recipe would replace the report");
     return kExitWrongUse;
   }
-  SuggestedRecipe recipe;
-  Failure failure;
-  if (!SuggestRecipe(look.preview.sInput, look.preview.text, look.preview.lTabSize, recipe, failure)) {
-    clsLook::Say(failure.sText);
-    return kExitSomeFailed;
-  }
-  SayWhatIsThere(recipe);
-  if (recipe.tables.empty()) return kExitSomeFailed;
-  if (request.sOutput.empty()) {
-    look.PrintText(recipe.Text());
-    return look.Flush() ? kExitDone : kExitSomeFailed;
-  }
-  if (WriteWholeFile(request.sOutput, recipe.Text(), failure)) return kExitDone;
-  clsLook::Say(failure.sText);
-  return kExitSomeFailed;
+  return request.bToday ? SuggestSections(look, request) : SuggestTidy(look, request);
 }
 
 }  // namespace quillon

@@ -1,0 +1,309 @@
+#include "clsHeadingCandidates.h"
+
+#include <algorithm>
+
+namespace quillon {
+
+namespace {
+
+constexpr size_t kNear = 12;  ///< Lines above a row that may be its group's heading
+constexpr size_t kMostMarks = 24;
+
+bool HasDigit(std::u32string_view sText) {
+  return std::any_of(sText.begin(), sText.end(), IsDigitPlace);
+}
+bool HasLetter(std::u32string_view sText) {
+  return std::any_of(sText.begin(), sText.end(), IsLetterPlace);
+}
+
+std::u32string_view MarkText(const SampleLine& line, const LineMark& mark) {
+  return line.sText.substr(static_cast<size_t>(mark.lStart), static_cast<size_t>(mark.lEnd - mark.lStart) + 1);
+}
+
+bool SaysPage(std::u32string_view sText) {
+  std::u32string sLow(sText);
+  for (char32_t& ch : sLow) {
+    if (ch >= U'A' && ch <= U'Z') ch |= 0x20U;
+  }
+  for (const std::u32string_view sWord :
+       {U"page", U"seite", U"strona", U"pag.", U"(continued)", U"run date", U"run time"}) {
+    if (sLow.find(sWord) != std::u32string::npos) return true;
+  }
+  return false;
+}
+
+/// The last place of the text that begins at mark nFrom and goes on to two blanks.
+size_t LastOfPiece(const SampleLine& line, size_t nFrom) {
+  size_t n = nFrom;
+  while (n + 1 < line.marks.size() && line.marks[n + 1].lStart - line.marks[n].lEnd <= 2) ++n;
+  return n;
+}
+
+/// How many of a line's first words are a label: letters alone, but for what ends it. All, if none is.
+size_t LabelWords(const SampleLine& line, size_t nWords) {
+  size_t n = 0;
+  for (; n < nWords; ++n) {
+    std::u32string_view sWord = MarkText(line, line.marks[n]);
+    constexpr std::u32string_view kEnds = U":=.#,-()";
+    while (!sWord.empty() && kEnds.find(sWord.back()) != std::u32string_view::npos) sWord.remove_suffix(1);
+    if (!std::all_of(sWord.begin(), sWord.end(), IsLetterPlace)) break;
+  }
+  return n == 0 ? nWords : n;
+}
+
+}  // namespace
+
+clsHeadingCandidates::clsHeadingCandidates(const clsReportSample& report, std::span<const size_t> rows,
+                                           const LineOwners& owners, size_t nNames, bool bJoined)
+    : report_(report), rows_(rows), owners_(owners), nNames_(nNames), bJoined_(bJoined) {}
+
+void clsHeadingCandidates::Collect() {
+  size_t nAfter = 0;
+  for (const size_t nRow : rows_) {
+    size_t nFound = 0;
+    std::vector<size_t> above;
+    for (size_t n = nRow; n > nAfter && nFound < kNear; --n) {
+      const SampleLine& line = report_.Lines()[n - 1];
+      if (owners_.tables[n - 1] != 0) break;
+      if (line.IsBlank() || line.bDrawn || owners_.names[n - 1]) continue;
+      ++nFound;
+      above.push_back(n - 1);
+    }
+    lines_.insert(lines_.end(), above.rbegin(), above.rend());
+    nAfter = nRow + 1;
+  }
+}
+
+/// "DEPARTMENT NUMBER: 001 Sales    PERIOD: 11": each label with what stands behind it.
+void clsHeadingCandidates::AddLabels(size_t nLine) {
+  const SampleLine& line = report_.Lines()[nLine];
+  size_t nLabel = 0;  // first mark of the label at hand
+  for (size_t i = 0; i + 1 < line.marks.size(); ++i) {
+    if (i > nLabel && line.marks[i].lStart - line.marks[i - 1].lEnd > 2) nLabel = i;
+    const std::u32string_view sMark = MarkText(line, line.marks[i]);
+    const bool bEndsLabel = sMark.back() == U':' || sMark.back() == U'=' || sMark.back() == U'#';
+    if (!bEndsLabel) continue;
+    const auto nFrom = static_cast<size_t>(line.marks[nLabel].lStart);
+    const std::u32string_view sLabel = line.sText.substr(nFrom, static_cast<size_t>(line.marks[i].lEnd) + 1 - nFrom);
+    const size_t nValue = i + 1;
+    if (HasLetter(sLabel) && !HasDigit(sLabel) && !SaysPage(sLabel)) {
+      size_t nLast = LastOfPiece(line, nValue);
+      HeadingCandidate& candidate = byText_[std::u32string(sLabel)];
+      candidate.sText = sLabel;
+      candidate.hits.push_back({nLine, line.marks[nValue].lStart, line.marks[nLast].lEnd});
+    }
+    nLabel = i + 1;
+  }
+}
+
+/// "Flow Budget for Zone  1 at Time Step   1": each figure by the words in front of it and behind it.
+void clsHeadingCandidates::AddFigures(size_t nLine) {
+  const SampleLine& line = report_.Lines()[nLine];
+  const size_t nMarks = std::min(line.marks.size(), kMostMarks);
+  if (SaysPage(line.sText)) return;
+  size_t nWords = 0;  // marks without figures in front of the one at hand
+  for (size_t i = 0; i < nMarks; ++i) {
+    const std::u32string_view sMark = MarkText(line, line.marks[i]);
+    if (!HasDigit(sMark)) {
+      ++nWords;
+      continue;
+    }
+    std::u32string_view sText;
+    std::u32string_view sBehind;
+    if (nWords > 0) {
+      const auto nFrom = static_cast<size_t>(line.marks[i - nWords].lStart);
+      sText = line.sText.substr(nFrom, static_cast<size_t>(line.marks[i - 1].lEnd) + 1 - nFrom);
+    }
+    if (i + 1 < nMarks && !HasDigit(MarkText(line, line.marks[i + 1]))) sBehind = MarkText(line, line.marks[i + 1]);
+    nWords = 0;
+    const bool bWhole = !sText.empty() || (line.marks.size() == 2 && !sBehind.empty());
+    if (!bWhole || (!sText.empty() && (!HasLetter(sText) || sText.size() < 2))) continue;
+    HeadingCandidate& candidate = byText_[std::u32string(sText) + U'\t' + std::u32string(sBehind)];
+    candidate.way = HeadingCandidate::Way::Figures;
+    candidate.sText = sText;
+    candidate.sBehind = sBehind;
+    int32_t lLast = line.marks[i].lEnd;
+    candidate.hits.push_back({nLine, line.marks[i].lStart, lLast});
+  }
+}
+
+void clsHeadingCandidates::AddWords(size_t nLine) {
+  const SampleLine& line = report_.Lines()[nLine];
+  const std::u32string_view sFirst = MarkText(line, line.marks.front());
+  if (line.marks.size() < 2 || !HasLetter(sFirst) || SaysPage(line.sText)) return;
+  byFirstWord_[std::u32string(static_cast<size_t>(line.marks.front().lStart), U' ') + std::u32string(sFirst)].push_back(
+      nLine);
+}
+
+/// A line of one text alone: " :JUNIATA RIVER", "...COASTAL AREAS...".
+void clsHeadingCandidates::AddShape(size_t nLine) {
+  const SampleLine& line = report_.Lines()[nLine];
+  const auto itLetter = std::find_if(line.sText.begin(), line.sText.end(),
+                                     [](char32_t ch) { return IsLetterPlace(ch) || IsDigitPlace(ch); });
+  if (itLetter == line.sText.end() || SaysPage(line.sText)) return;
+  const auto lStart = static_cast<int32_t>(itLetter - line.sText.begin());
+  size_t nFirst = 0;
+  while (line.marks[nFirst].lEnd < lStart) ++nFirst;
+  if (LastOfPiece(line, nFirst) + 1 < line.marks.size()) return;
+  byIndent_[lStart].push_back(nLine);
+}
+
+/// Lines that begin with the same word: what they all begin with is the label, what follows changes.
+void clsHeadingCandidates::FinishWords() {
+  for (const auto& [sFirst, lines] : byFirstWord_) {
+    if (lines.size() < 2) continue;
+    const SampleLine& first = report_.Lines()[lines.front()];
+    size_t nCommon = first.marks.size();
+    for (const size_t n : lines) {
+      const SampleLine& line = report_.Lines()[n];
+      size_t i = 0;
+      while (i < std::min(nCommon, line.marks.size()) && line.marks[i].lStart == first.marks[i].lStart &&
+             MarkText(line, line.marks[i]) == MarkText(first, first.marks[i])) {
+        ++i;
+      }
+      nCommon = i;
+    }
+    nCommon = LabelWords(first, nCommon);
+    if (nCommon == 0) continue;
+    const auto nFrom = static_cast<size_t>(first.marks.front().lStart);
+    HeadingCandidate candidate;
+    candidate.way = HeadingCandidate::Way::Words;
+    candidate.sText = first.sText.substr(nFrom, static_cast<size_t>(first.marks[nCommon - 1].lEnd) + 1 - nFrom);
+    for (const size_t n : lines) {
+      const SampleLine& line = report_.Lines()[n];
+      if (line.marks.size() <= nCommon) continue;
+      candidate.hits.push_back({n, line.marks[nCommon].lStart, line.marks[LastOfPiece(line, nCommon)].lEnd});
+    }
+    if (candidate.hits.size() == lines.size()) byText_.try_emplace(candidate.sText + U"\t\t", candidate);
+  }
+}
+
+void clsHeadingCandidates::FinishShapes() {
+  for (const auto& [lStart, lines] : byIndent_) {
+    HeadingCandidate candidate;
+    candidate.way = HeadingCandidate::Way::Shape;
+    candidate.sText = report_.Lines()[lines.front()].sText.substr(0, static_cast<size_t>(lStart));
+    bool bSame = true;
+    for (const size_t n : lines) {
+      const SampleLine& line = report_.Lines()[n];
+      bSame = bSame && line.sText.substr(0, static_cast<size_t>(lStart)) == candidate.sText;
+      candidate.hits.push_back({n, lStart, line.marks.back().lEnd});
+    }
+    if (bSame) byText_.try_emplace(U"\t" + std::u32string(static_cast<size_t>(lStart), U' '), candidate);
+  }
+}
+
+std::u32string_view clsHeadingCandidates::ValueOf(const HeadingHit& hit) const {
+  return report_.Lines()[hit.nLine].sText.substr(static_cast<size_t>(hit.lFirst),
+                                                 static_cast<size_t>(hit.lLast - hit.lFirst) + 1);
+}
+
+/// How many rows stand above a line.
+size_t clsHeadingCandidates::GroupOf(size_t nLine) const {
+  return static_cast<size_t>(std::lower_bound(rows_.begin(), rows_.end(), nLine) - rows_.begin());
+}
+
+bool clsHeadingCandidates::Changes(const HeadingCandidate& candidate) const {
+  std::set<std::u32string_view> values;
+  for (const HeadingHit& hit : candidate.hits) values.insert(ValueOf(hit));
+  return values.size() >= 2;
+}
+
+/// In front of the first row, none behind the last one, and rows between most of the changes.
+bool clsHeadingCandidates::StandsInFront(const HeadingCandidate& candidate) const {
+  if (candidate.hits.size() < 2 || GroupOf(candidate.hits.front().nLine) != 0) return false;
+  size_t nWithRows = 0;
+  for (size_t i = 0; i < candidate.hits.size(); ++i) {
+    const size_t nHere = GroupOf(candidate.hits[i].nLine);
+    const size_t nNext = i + 1 < candidate.hits.size() ? GroupOf(candidate.hits[i + 1].nLine) : rows_.size();
+    nWithRows += nNext > nHere ? 1U : 0U;
+  }
+  return nWithRows * 4 >= candidate.hits.size() * 3;
+}
+
+/// A label or a numbered name between the names of the columns and the first row, with one value in all of the report.
+bool clsHeadingCandidates::StandsBelowNames(const HeadingCandidate& candidate) const {
+  const size_t nLine = candidate.hits.front().nLine;
+  const bool bSure = candidate.way == HeadingCandidate::Way::Label ||
+                     (candidate.bNumbered && candidate.way == HeadingCandidate::Way::Figures);
+  return bSure && nLine > nNames_ && nLine < rows_.front() && GroupOf(candidate.hits.back().nLine) < rows_.size();
+}
+
+/// Whether the label or the shape tells these lines from all others that are near.
+bool clsHeadingCandidates::IsItsOwn(const HeadingCandidate& candidate) const {
+  const bool bShape = candidate.way == HeadingCandidate::Way::Shape;
+  const std::u32string_view sWanted = !candidate.sText.empty() || bShape ? std::u32string_view(candidate.sText)
+                                                                         : std::u32string_view(candidate.sBehind);
+  std::set<size_t> hits;
+  for (const HeadingHit& hit : candidate.hits) hits.insert(hit.nLine);
+  size_t nOthers = 0;
+  for (size_t n = candidate.hits.front().nLine; n <= rows_.back(); ++n) {
+    const SampleLine& line = report_.Lines()[n];
+    if (line.IsBlank() || line.bDrawn || hits.contains(n)) continue;
+    const bool bHit = bShape ? line.sText.starts_with(sWanted) && line.sText.size() > sWanted.size() &&
+                                   !IsBlankPlace(line.sText[sWanted.size()])
+                             : line.sText.find(sWanted) != std::u32string_view::npos;
+    if (bHit && owners_.tables[n] != 0) return false;
+    nOthers += bHit ? 1U : 0U;
+  }
+  return nOthers * 4 <= candidate.hits.size();
+}
+
+/// A number and a name behind it are two values, if all lines have both and nothing else behind.
+void clsHeadingCandidates::FindNumbered(HeadingCandidate& candidate) const {
+  constexpr int32_t kNear = 6;
+  for (const HeadingHit& hit : candidate.hits) {
+    const SampleLine& line = report_.Lines()[hit.nLine];
+    size_t i = 0;
+    while (line.marks[i].lStart < hit.lFirst) ++i;
+    const bool bTwo = i + 1 < line.marks.size() && line.marks[i + 1].lStart - line.marks[i].lEnd <= kNear &&
+                      LastOfPiece(line, i + 1) + 1 == line.marks.size();
+    const std::u32string_view sNumber = MarkText(line, line.marks[i]);
+    if (!bTwo || !std::all_of(sNumber.begin(), sNumber.end(), IsDigitPlace)) return;
+    const std::u32string_view sName = MarkText(line, line.marks[i + 1]);
+    if (!std::all_of(sName.begin(), sName.end(), IsLetterPlace)) return;
+  }
+  candidate.bNumbered = true;
+  for (HeadingHit& hit : candidate.hits) hit.lLast = report_.Lines()[hit.nLine].marks.back().lEnd;
+}
+
+/// The day or the period that a report was made for belongs to its rows, even if it is the same in all of it.
+bool IsPeriod(std::u32string_view sLabel) {
+  std::u32string sLow(sLabel);
+  for (char32_t& ch : sLow) {
+    if (ch >= U'A' && ch <= U'Z') ch |= 0x20U;
+  }
+  for (const std::u32string_view sWord : {U"as of:", U"as at:", U"period:", U"month:", U"as of date:"}) {
+    if (sLow.ends_with(sWord)) return true;
+  }
+  return false;
+}
+
+std::vector<HeadingCandidate> clsHeadingCandidates::Find() {
+  Collect();
+  for (const size_t n : lines_) {
+    AddLabels(n);
+    AddFigures(n);
+    AddWords(n);
+    if (!bJoined_) AddShape(n);
+  }
+  FinishWords();
+  FinishShapes();
+  std::vector<HeadingCandidate> found;
+  for (auto& [sKey, candidate] : byText_) {
+    const bool bPeriod = candidate.way == HeadingCandidate::Way::Label && IsPeriod(candidate.sText) &&
+                         GroupOf(candidate.hits.front().nLine) == 0;
+    FindNumbered(candidate);
+    const bool bOnly = StandsBelowNames(candidate);
+    if (!bPeriod && !bOnly && !(Changes(candidate) && StandsInFront(candidate))) continue;
+    if (!IsItsOwn(candidate)) continue;
+    found.push_back(std::move(candidate));
+  }
+  std::stable_sort(found.begin(), found.end(), [](const HeadingCandidate& a, const HeadingCandidate& b) {
+    return std::pair(a.hits.front().nLine, a.hits.front().lFirst) <
+           std::pair(b.hits.front().nLine, b.hits.front().lFirst);
+  });
+  return found;
+}
+
+}  // namespace quillon

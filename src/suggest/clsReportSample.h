@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "clsLineReader.h"
+#include "modLineMarks.h"
+
+namespace quillon {
+
+/// A line of a report, its tabs expanded.
+struct SampleLine {
+  std::u32string_view sText;  ///< No blanks at its end, no further than clsReportSample::kWidest
+  std::span<const LineMark> marks;
+  bool bDrawn = false;
+  bool IsBlank() const { return marks.empty(); }
+};
+
+/// The first lines of a report, as many as tell what its tables look like.
+class clsReportSample {
+ public:
+  static constexpr size_t kMostCharacters = size_t{3} << 20;
+  static constexpr size_t kMostLines = 30000;
+  static constexpr size_t kWidest = 2000;
+
+  clsReportSample() = default;
+  clsReportSample(const clsReportSample&) = delete;
+  clsReportSample& operator=(const clsReportSample&) = delete;
+
+  /// To be called once. False with the reason if the file can't be read.
+  bool Read(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize, Failure& failure);
+  const std::vector<SampleLine>& Lines() const { return lines_; }
+  /// False if the report goes on behind the lines.
+  bool IsWhole() const { return bWhole_; }
+
+ private:
+  void AddLine(std::string_view sText, int32_t lTabSize);
+  void Settle();
+
+  std::vector<SampleLine> lines_;
+  std::vector<LineMark> marks_;  ///< Of all lines
+  std::u32string all_;           ///< All texts
+  std::vector<LineMark> scratch_;
+  bool bWhole_ = true;
+};
+
+/// A row of a report as characters, its tabs expanded, no blanks at its end.
+void TakePlaces(std::string_view sUtf8, int32_t lTabSize, std::u32string& sText);
+/// The row with its tabs turned into blanks up to true stops.
+std::string TabsExpanded(std::string_view sUtf8, int32_t lTabSize);
+std::string Utf8Of(std::u32string_view sText);
+
+}  // namespace quillon

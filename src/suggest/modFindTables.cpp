@@ -1,0 +1,353 @@
+#include "modFindTables.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include "clsTableShape.h"
+#include "modColumnNames.h"
+#include "modFurtherLines.h"
+#include "modGroupHeadings.h"
+#include "modMendTables.h"
+#include "modRowClusters.h"
+#include "modRowKinds.h"
+#include "modTidyOfShape.h"
+
+namespace quillon {
+
+namespace {
+
+class clsTableFinder {
+ public:
+  explicit clsTableFinder(const clsReportSample& report) : report_(report), claimed_(report.Lines().size()) {}
+
+  std::vector<FoundTable> Find() {
+    for (const RowCluster& cluster : FindRowClusters(report_)) AddCluster(cluster.rows);
+    while (MergeTables()) {
+    }
+    MarkOwners();
+    MendTables();
+    MarkOwners();
+    for (FoundTable& table : tables_) {
+      if (table.bDoubtful) continue;
+      FindFurtherLines(report_, clsTableShape(report_, table.rows, table.headingLines), table.rows, owners_,
+                       table.tidy);
+      const size_t nNames = table.headingLines.empty() ? table.rows.front() : table.headingLines.back();
+      table.tidy.headings = FindGroupHeadings(report_, table.rows, owners_, nNames, table.tidy.join != TidyJoin::None);
+    }
+    MendTables();
+    for (FoundTable& table : tables_) {
+      table.lFirstLine = static_cast<int64_t>(table.rows.front()) + 1;
+      table.lLastLine = static_cast<int64_t>(table.rows.back()) + 1;
+    }
+    std::stable_partition(tables_.begin(), tables_.end(), [](const FoundTable& table) { return !table.bDoubtful; });
+    return std::move(tables_);
+  }
+
+ private:
+  /// Rows under one heading.
+  struct Part {
+    std::vector<size_t> rows;
+    std::vector<size_t> heading;  ///< Lines of the first one
+  };
+
+  /// Rows of a cluster: in rounds, since lines that are no rows blur the columns. Totals blur them most, being many and
+  /// alike, so they are put aside; those of a statement, where texts are indented, are lines of it.
+  std::vector<size_t> Settle(const std::vector<size_t>& lines) const {
+    std::vector<size_t> rows;
+    std::vector<size_t> totals;
+    for (const size_t n : lines) (SaysTotal(report_.Lines()[n].sText) ? totals : rows).push_back(n);
+    if (rows.size() < 2) return {};
+    constexpr int32_t kRounds = 5;
+    for (int32_t l = 0; l < kRounds && rows.size() > 1; ++l) {
+      const clsTableShape shape(report_, rows);
+      const std::vector<size_t> kept = RowsOfKinds(report_, shape, KindsOfRows(report_, shape, rows), rows);
+      if (kept.size() == rows.size()) break;
+      rows = kept;
+    }
+    if (rows.empty() || totals.empty()) return rows;
+    const clsTableShape shape(report_, rows);
+    const std::vector<ColumnKinds> kinds = KindsOfRows(report_, shape, rows);
+    std::vector<size_t> kept = RowsOfKinds(report_, shape, kinds, totals);
+    if (!IsIndented(shape, rows)) std::erase_if(kept, [&](size_t n) { return !HasOtherTexts(shape, kinds, n); });
+    rows.insert(rows.end(), kept.begin(), kept.end());
+    std::sort(rows.begin(), rows.end());
+    return rows;
+  }
+
+  /// A line that calls itself a total is a row if it has what only rows have: a second text, a date, a number of its
+  /// own.
+  bool HasOtherTexts(const clsTableShape& shape, const std::vector<ColumnKinds>& kinds, size_t n) const {
+    std::vector<std::u32string_view> cells;
+    shape.Cut(report_.Lines()[n].sText, cells);
+    size_t nTexts = 0;
+    for (size_t i = 0; i < cells.size(); ++i) {
+      nTexts += !cells[i].empty() && !kinds[i].IsUsual({}) && (!kinds[i].IsNumeric() || i == 0) ? 1U : 0U;
+    }
+    return nTexts >= 2;
+  }
+
+  /// Whether the texts of the first column begin at several places, and few at the same end.
+  bool IsIndented(const clsTableShape& shape, const std::vector<size_t>& rows) const {
+    std::map<int32_t, size_t> starts;
+    const ShapeColumn& first = shape.Columns().front();
+    if (first.bNumber || first.bFigures) return false;
+    for (const size_t n : rows) ++starts[report_.Lines()[n].marks.front().lStart];
+    constexpr size_t kMost = 6;
+    return starts.size() > 1 && starts.size() <= kMost;
+  }
+
+  void AddCluster(const std::vector<size_t>& lines) {
+    for (const std::vector<size_t>& alike : AlikeRuns(lines)) AddRows(Settle(alike));
+  }
+
+  size_t ColumnsOf(const std::vector<size_t>& rows) const { return clsTableShape(report_, rows).Columns().size(); }
+
+  /// Small tables one below the other share edges by chance. Their runs of lines are one table only if they have as
+  /// many columns together as alone.
+  std::vector<std::vector<size_t>> AlikeRuns(const std::vector<size_t>& lines) const {
+    constexpr size_t kFewest = 3;
+    constexpr size_t kMostRuns = 24;
+    std::vector<std::vector<size_t>> runs;
+    for (const size_t n : lines) {
+      const bool bGoesOn = !runs.empty() && OnlyBlank(runs.back().back() + 1, n);
+      if (!bGoesOn) runs.emplace_back();
+      runs.back().push_back(n);
+    }
+    const auto isLong = [&](const std::vector<size_t>& run) { return run.size() >= kFewest; };
+    constexpr size_t kSmall = 40;
+    const bool bSmall = lines.size() <= kSmall && runs.size() <= kMostRuns;
+    if (!bSmall || std::count_if(runs.begin(), runs.end(), isLong) < 2) return {lines};
+    std::vector<std::vector<size_t>> groups;
+    for (const std::vector<size_t>& run : runs) {
+      if (isLong(run)) AddRun(run, groups);
+    }
+    if (groups.size() == 1) return {lines};
+    return groups;
+  }
+
+  void AddRun(const std::vector<size_t>& run, std::vector<std::vector<size_t>>& groups) const {
+    for (std::vector<size_t>& group : groups) {
+      std::vector<size_t> both = group;
+      both.insert(both.end(), run.begin(), run.end());
+      if (ColumnsOf(both) < std::min(ColumnsOf(group), ColumnsOf(run))) continue;
+      group = std::move(both);
+      return;
+    }
+    groups.push_back(run);
+  }
+
+  bool OnlyBlank(size_t nFrom, size_t nEnd) const {
+    for (size_t n = nFrom; n < nEnd; ++n) {
+      if (!report_.Lines()[n].IsBlank()) return false;
+    }
+    return true;
+  }
+
+  void AddRows(const std::vector<size_t>& rows) {
+    if (rows.empty()) return;
+    const clsTableShape shape(report_, rows);
+    if (shape.Columns().size() < 2) return;
+    for (const Part& part : PartsByHeading(shape, rows)) AddTable(part);
+  }
+
+  /// Rows under other names are another table, though their edges are the same.
+  std::vector<Part> PartsByHeading(const clsTableShape& shape, const std::vector<size_t>& rows) const {
+    std::map<size_t, std::vector<size_t>> headings;  // by the index of the row below
+    for (size_t i = 0; i < rows.size(); ++i) {
+      if (i > 0 && rows[i] == rows[i - 1] + 1) continue;
+      std::vector<size_t> heading = HeadingLines(report_, shape, rows[i], FreeFrom(rows, i));
+      if (!heading.empty()) headings.emplace(i, std::move(heading));
+    }
+    DropTitles(headings);
+    std::vector<Part> parts(1);
+    size_t nPart = 0;
+    for (size_t i = 0; i < rows.size(); ++i) {
+      const auto it = headings.find(i);
+      if (it != headings.end()) nPart = PartUnder(shape, it->second, parts);
+      if (it != headings.end() && parts[nPart].heading.empty()) parts[nPart].heading = it->second;
+      parts[nPart].rows.push_back(rows[i]);
+    }
+    std::erase_if(parts, [](const Part& part) { return part.rows.empty(); });
+    return parts;
+  }
+
+  /// The part that has most of these names already, or a new one.
+  size_t PartUnder(const clsTableShape& shape, const std::vector<size_t>& heading, std::vector<Part>& parts) const {
+    const std::vector<std::u32string> names = NamesOfColumns(report_, shape, heading);
+    for (size_t i = 0; i < parts.size(); ++i) {
+      if (parts[i].heading.empty()) return i;
+      const std::vector<std::u32string> known = NamesOfColumns(report_, shape, parts[i].heading);
+      size_t nNamed = 0;
+      size_t nSame = 0;
+      for (size_t c = 0; c < names.size(); ++c) {
+        nNamed += names[c].empty() && known[c].empty() ? 0U : 1U;
+        nSame += names[c] == known[c] && !names[c].empty() ? 1U : 0U;
+      }
+      if (nSame * 2 >= nNamed) return i;
+    }
+    parts.emplace_back();
+    return parts.size() - 1;
+  }
+
+  /// The first line behind the row above, be it one of these or of a table that is known.
+  size_t FreeFrom(const std::vector<size_t>& rows, size_t i) const {
+    size_t n = rows[i];
+    while (n > 0 && !claimed_[n - 1] && (i == 0 || n - 1 > rows[i - 1])) --n;
+    return n;
+  }
+
+  /// Lines of one text that begin alike and go on otherwise are titles of groups, even where their words stand over
+  /// columns.
+  void DropTitles(std::map<size_t, std::vector<size_t>>& headings) const {
+    std::map<std::u32string_view, std::set<std::u32string_view>> byFirst;
+    const auto first = [&](size_t n) {
+      const SampleLine& line = report_.Lines()[n];
+      return line.sText.substr(0, static_cast<size_t>(line.marks.front().lEnd) + 1);
+    };
+    for (const auto& [i, heading] : headings)
+      byFirst[first(heading.back())].insert(report_.Lines()[heading.back()].sText);
+    std::erase_if(headings, [&](const auto& heading) {
+      const size_t n = heading.second.back();
+      return byFirst[first(n)].size() > 1 && IsOneText(report_.Lines()[n]);
+    });
+  }
+
+  static bool IsOneText(const SampleLine& line) {
+    for (size_t i = 1; i < line.marks.size(); ++i) {
+      if (line.marks[i].lStart - line.marks[i - 1].lEnd > 2) return false;
+    }
+    return true;
+  }
+
+  void AddTable(const Part& part) {
+    const std::vector<size_t>& rows = part.rows;
+    const std::vector<size_t>& heading = part.heading;
+    const clsTableShape shape(report_, rows, heading);
+    if (shape.Columns().size() < 2) return;
+    FoundTable table;
+    table.rows = rows;
+    table.tidy.row = TidyOfShape(report_, shape, rows);
+    table.tidy.fills = FilledFromAbove(report_, shape, rows);
+    for (const size_t n : heading) table.headingLines.push_back(n);
+    for (const std::u32string& sName : NamesOfColumns(report_, shape, heading)) {
+      table.tidy.row.names.push_back(Utf8Of(sName));
+    }
+    const std::vector<std::string>& names = table.tidy.row.names;
+    const auto nNamed =
+        static_cast<size_t>(std::count_if(names.begin(), names.end(), [](const std::string& s) { return !s.empty(); }));
+    if (rows.size() == 1 && nNamed < names.size()) return;
+    table.bDoubtful = IsDoubtful(shape, rows, nNamed * 5 >= names.size() * 3);
+    if (!table.bDoubtful) {
+      for (const size_t n : rows) claimed_[n] = true;
+    }
+    tables_.push_back(std::move(table));
+  }
+
+  bool IsDoubtful(const clsTableShape& shape, const std::vector<size_t>& rows, bool bHeading) const {
+    constexpr size_t kFew = 4;
+    const std::vector<ColumnKinds> kinds = KindsOfRows(report_, shape, rows);
+    const auto nFigures = static_cast<size_t>(std::count_if(
+        kinds.begin(), kinds.end(), [](const ColumnKinds& kind) { return kind.IsNumeric() || kind.IsDate(); }));
+    constexpr size_t kEnough = 4;
+    if (bHeading && rows.size() < kFew) {
+      return rows.size() == 1 ? kinds.size() < kEnough || nFigures * 5 < kinds.size() * 3 : nFigures == 0;
+    }
+    if (kinds.size() == 2 && (nFigures == 0 || rows.size() < 8)) return true;
+    if (bHeading) return nFigures == 0 && rows.size() < 8;
+    if (rows.size() < kFew) return true;
+    constexpr size_t kMany = 8;
+    return !StandClose(rows) ||
+           (nFigures == 0 ? kinds.size() < 3 || rows.size() < kMany : rows.size() < kMany && kinds.size() < 4);
+  }
+
+  /// Most lines between the first and the last row, blank and drawn ones aside, are rows.
+  bool StandClose(const std::vector<size_t>& rows) const {
+    size_t nLines = 0;
+    for (size_t n = rows.front(); n <= rows.back(); ++n) {
+      const SampleLine& line = report_.Lines()[n];
+      nLines += line.IsBlank() || line.bDrawn ? 0U : 1U;
+    }
+    return rows.size() * 2 > nLines;
+  }
+
+  /// Rows, and column names wherever they are printed again.
+  /// Tables whose columns stand in the same places under the same names are one that the clusters divided.
+  bool MergeTables() {
+    for (size_t i = 0; i < tables_.size(); ++i) {
+      for (size_t j = i + 1; j < tables_.size(); ++j) {
+        if (tables_[i].bDoubtful || !HaveSameColumns(tables_[i], tables_[j])) continue;
+        Part both{tables_[i].rows, tables_[i].headingLines};
+        both.rows.insert(both.rows.end(), tables_[j].rows.begin(), tables_[j].rows.end());
+        std::sort(both.rows.begin(), both.rows.end());
+        const size_t nColumns = tables_[i].tidy.row.cut.places.front().size();
+        if (both.heading.empty()) both.heading = tables_[j].headingLines;
+        if (clsTableShape(report_, both.rows, both.heading).Columns().size() != nColumns) continue;
+        tables_.erase(tables_.begin() + static_cast<ptrdiff_t>(j));
+        tables_.erase(tables_.begin() + static_cast<ptrdiff_t>(i));
+        AddTable(both);
+        std::rotate(tables_.begin() + static_cast<ptrdiff_t>(i), tables_.end() - 1, tables_.end());
+        return true;
+      }
+    }
+    return false;
+  }
+
+  bool HaveSameColumns(const FoundTable& a, const FoundTable& b) const {
+    const std::vector<TidyPlace>& places = a.tidy.row.cut.places.front();
+    const std::vector<TidyPlace>& others = b.tidy.row.cut.places.front();
+    if (places.size() != others.size()) return false;
+    size_t nNamed = 0;
+    size_t nSame = 0;
+    for (size_t i = 0; i < places.size(); ++i) {
+      const bool bNumber = a.tidy.row.types[i].type == TidyType::Number;
+      if (bNumber != (b.tidy.row.types[i].type == TidyType::Number)) return false;
+      constexpr int32_t kNear = 3;
+      const bool bLast = places[i].nEnd == 0 || others[i].nEnd == 0;
+      if (!bLast && bNumber && std::abs(places[i].nEnd - others[i].nEnd) > kNear) return false;
+      if (!bNumber && std::abs(places[i].nStart - others[i].nStart) > kNear) return false;
+      const std::string& sName = a.tidy.row.names[i];
+      const std::string& sOther = b.tidy.row.names[i];
+      nNamed += sName.empty() || sOther.empty() ? 0U : 1U;
+      nSame += sName == sOther && !sName.empty() ? 1U : 0U;
+    }
+    return nSame * 2 >= nNamed;
+  }
+
+  void MendTables() {
+    for (size_t i = 0; i < tables_.size(); ++i) {
+      FoundTable& table = tables_[i];
+      if (table.bDoubtful) continue;
+      MendTable(report_, owners_, static_cast<uint32_t>(i) + 1, table);
+      // A recipe that takes much else beside the rows tells no table.
+      const auto lRows = static_cast<int64_t>(table.rows.size());
+      if (table.lStrangers * 4 > lRows || table.lMissing * 4 > lRows) table.bDoubtful = true;
+    }
+  }
+
+  void MarkOwners() {
+    owners_.tables.assign(report_.Lines().size(), 0);
+    owners_.names.assign(report_.Lines().size(), false);
+    std::set<std::u32string_view> names;
+    for (size_t i = 0; i < tables_.size(); ++i) {
+      const FoundTable& table = tables_[i];
+      if (table.bDoubtful) continue;
+      for (const size_t n : table.rows) owners_.tables[n] = static_cast<uint32_t>(i) + 1;
+      for (const size_t n : table.headingLines) names.insert(report_.Lines()[n].sText);
+    }
+    for (size_t n = 0; n < owners_.names.size(); ++n) owners_.names[n] = names.contains(report_.Lines()[n].sText);
+  }
+
+  const clsReportSample& report_;
+  std::vector<FoundTable> tables_;
+  std::vector<bool> claimed_;  ///< Rows of tables that leave little doubt
+  LineOwners owners_;
+};
+
+}  // namespace
+
+std::vector<FoundTable> FindTables(const clsReportSample& report) {
+  return clsTableFinder(report).Find();
+}
+
+}  // namespace quillon

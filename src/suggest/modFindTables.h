@@ -1,0 +1,31 @@
+#pragma once
+// The tables of an unknown report.
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "clsHeadingCandidates.h"
+#include "clsReportSample.h"
+#include "modTidyModel.h"
+
+namespace quillon {
+
+/// A table that was found. Lines count from 1.
+struct FoundTable {
+  TidyTable tidy;                         ///< What a recipe says of it
+  std::vector<size_t> rows;               ///< Indexes of the sample's lines that are rows
+  std::vector<size_t> headingLines;       ///< Lines that hold the names above its columns
+  bool bDoubtful = false;                 ///< May be a list of labels or a side note
+  bool bChosen = true;                    ///< Part of the recipe; others are comments in it
+  std::vector<TidyPart> otherHeadings;    ///< Headings that weren't chosen
+  int64_t lRows = 0;                      ///< Rows in all of the report
+  int64_t lFirstLine = 0, lLastLine = 0;  ///< Of its rows, in all of the report
+  int64_t lMissing = 0;                   ///< Rows that the recipe doesn't take
+  int64_t lStrangers = 0;                 ///< Lines that it takes for rows and that look like none
+};
+
+/// All tables of the lines, those that leave little doubt first.
+std::vector<FoundTable> FindTables(const clsReportSample& report);
+
+}  // namespace quillon

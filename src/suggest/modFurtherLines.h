@@ -1,0 +1,16 @@
+#pragma once
+// Lines that belong to a row without being one: wrapped texts, further lines of a record, levels by indentation.
+
+#include <span>
+
+#include "clsHeadingCandidates.h"
+#include "clsTableShape.h"
+#include "modTidyModel.h"
+
+namespace quillon {
+
+/// Sets Join, Levels and further lines of the table by what stands between its rows.
+void FindFurtherLines(const clsReportSample& report, const clsTableShape& shape, std::span<const size_t> rows,
+                      const LineOwners& owners, TidyTable& table);
+
+}  // namespace quillon

@@ -1,0 +1,127 @@
+#include "modGroupHeadings.h"
+
+#include <algorithm>
+
+#include "modCellKinds.h"
+
+namespace quillon {
+
+namespace {
+
+using Way = HeadingCandidate::Way;
+
+bool Overlap(const HeadingCandidate& a, const HeadingCandidate& b) {
+  for (const HeadingHit& hit : a.hits) {
+    for (const HeadingHit& other : b.hits) {
+      if (other.nLine > hit.nLine) break;
+      if (other.nLine == hit.nLine && other.lFirst <= hit.lLast && other.lLast >= hit.lFirst) return true;
+    }
+  }
+  return false;
+}
+
+/// Which of two candidates for the same place tells it better.
+bool IsBetter(const HeadingCandidate& a, const HeadingCandidate& b) {
+  if (a.hits.size() != b.hits.size()) return a.hits.size() > b.hits.size();
+  return a.way < b.way;
+}
+
+std::string NameOf(std::u32string_view sText) {
+  constexpr std::u32string_view kEnds = U":=.#-* ";
+  const size_t nGap = sText.rfind(U"  ");
+  if (nGap != std::u32string_view::npos) sText.remove_prefix(nGap);
+  while (!sText.empty() && kEnds.find(sText.back()) != std::u32string_view::npos) sText.remove_suffix(1);
+  while (!sText.empty() && kEnds.find(sText.front()) != std::u32string_view::npos) sText.remove_prefix(1);
+  return Utf8Of(sText);
+}
+
+/// A picture of what a line begins with.
+std::string PictureOf(std::u32string_view sText) {
+  std::string sPicture;
+  for (const char32_t ch : sText) {
+    if (IsBlankPlace(ch)) {
+      sPicture += '_';
+    } else if (std::u32string_view(U"[];|").find(ch) != std::u32string_view::npos) {
+      sPicture += 'X';
+    } else {
+      const bool bPlain = !IsLetterPlace(ch) && !IsDigitPlace(ch) && ch < 0x80;
+      if (!bPlain || ch == U'.' || ch == U'_' || ch == U'\\') sPicture += '\\';
+      sPicture += Utf8Of(std::u32string_view(&ch, 1));
+    }
+  }
+  return sPicture;
+}
+
+TidyTyping TypeOfValues(const clsReportSample& report, const HeadingCandidate& candidate) {
+  clsDateForms dates;
+  for (const HeadingHit& hit : candidate.hits) {
+    dates.Add(report.Lines()[hit.nLine].sText.substr(static_cast<size_t>(hit.lFirst),
+                                                     static_cast<size_t>(hit.lLast - hit.lFirst) + 1));
+  }
+  const std::string_view sForm = dates.Form();
+  if (sForm.empty()) return {TidyType::Text, false, 0, {}};
+  return {TidyType::Date, false, 0, std::string(sForm)};
+}
+
+/// A number and a name: the words in front are passed over, the last column takes the rest of the line.
+void SplitNumbered(const clsReportSample& report, const HeadingCandidate& candidate, TidyPart& part) {
+  const SampleLine& line = report.Lines()[candidate.hits.front().nLine];
+  const std::string sName = part.names.front();
+  part.cut.places.clear();
+  part.cut.split = TidySplit::AtBlanks;
+  part.types.clear();
+  for (size_t i = 0; line.marks[i].lStart < candidate.hits.front().lFirst; ++i) {
+    part.types.push_back({TidyType::Skip, false, 0, {}});
+  }
+  part.names = {sName + " No", sName};
+  part.types.push_back({TidyType::Text, false, 0, {}});
+  part.types.push_back({TidyType::Text, false, 0, {}});
+}
+
+TidyPart PartOf(const clsReportSample& report, const HeadingCandidate& candidate) {
+  TidyPart part;
+  if (candidate.way == Way::Shape) {
+    const std::u32string_view sFirst = report.Lines()[candidate.hits.front().nLine].sText;
+    const auto nStart = static_cast<size_t>(candidate.hits.front().lFirst);
+    const bool bLetters = std::all_of(candidate.hits.begin(), candidate.hits.end(), [&](const HeadingHit& hit) {
+      return IsLetterPlace(report.Lines()[hit.nLine].sText[nStart]);
+    });
+    part.likes.push_back(PictureOf(sFirst.substr(0, nStart)) + (bLetters ? "A" : "X"));
+    part.cut.places = {{{static_cast<int32_t>(nStart) + 1, 0}}};
+    part.names.emplace_back("Group");
+  } else if (candidate.sText.empty()) {
+    // The value comes first, and what it is known by behind it.
+    part.texts.push_back(Utf8Of(candidate.sBehind));
+    part.cut.split = TidySplit::AtBlanks;
+    part.names.push_back(NameOf(candidate.sBehind));
+    part.types = {{TidyType::Text, false, 0, {}}, {TidyType::Skip, false, 0, {}}};
+    return part;
+  } else {
+    part.texts.push_back(Utf8Of(candidate.sText));
+    if (candidate.way == Way::Figures && !candidate.sBehind.empty()) part.sBefore = Utf8Of(candidate.sBehind);
+    part.names.push_back(NameOf(candidate.sText));
+  }
+  part.types.push_back(TypeOfValues(report, candidate));
+  if (candidate.bNumbered) SplitNumbered(report, candidate, part);
+  return part;
+}
+
+}  // namespace
+
+std::vector<TidyPart> FindGroupHeadings(const clsReportSample& report, std::span<const size_t> rows,
+                                        const LineOwners& owners, size_t nNames, bool bJoined) {
+  std::vector<HeadingCandidate> kept;
+  for (HeadingCandidate& candidate : clsHeadingCandidates(report, rows, owners, nNames, bJoined).Find()) {
+    bool bKeep = true;
+    for (const HeadingCandidate& other : kept)
+      bKeep = bKeep && (!Overlap(candidate, other) || IsBetter(candidate, other));
+    if (!bKeep) continue;
+    std::erase_if(kept, [&](const HeadingCandidate& other) { return Overlap(candidate, other); });
+    kept.push_back(std::move(candidate));
+  }
+  std::vector<TidyPart> headings;
+  for (const HeadingCandidate& candidate : kept) headings.push_back(PartOf(report, candidate));
+  return headings;
+}
+
+}  // namespace quillon

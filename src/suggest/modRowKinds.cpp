@@ -1,0 +1,127 @@
+#include "modRowKinds.h"
+
+#include <algorithm>
+
+namespace quillon {
+
+namespace {
+
+constexpr size_t kLongestMark = 4;
+
+bool MayBeMark(std::u32string_view sCell) {
+  const auto nLetters = std::count_if(sCell.begin(), sCell.end(), IsLetterPlace);
+  const bool bDigit = std::any_of(sCell.begin(), sCell.end(), IsDigitPlace);
+  return !bDigit && ((sCell.size() <= kLongestMark && nLetters <= 2) || nLetters == 0);
+}
+
+}  // namespace
+
+void ColumnKinds::Add(std::u32string_view sCell) {
+  constexpr size_t kMostMarks = 12;
+  ++nRows;
+  ++counts[static_cast<size_t>(KindOfCell(sCell))];
+  nBlankMarks += !sCell.empty() && IsBlankMark(sCell) ? 1U : 0U;
+  if (sCell.empty() || !MayBeMark(sCell)) return;
+  const auto it = marks.find(sCell);
+  if (it != marks.end()) {
+    ++it->second;
+  } else if (marks.size() < kMostMarks) {
+    marks.emplace(sCell, 1);
+  }
+}
+
+bool ColumnKinds::IsNumeric() const {
+  constexpr size_t kPercent = 60;
+  const size_t nNumbers = Count(CellKind::Digits) + Count(CellKind::Number);
+  return nNumbers > 0 && nNumbers * 100 >= (Filled() - nBlankMarks) * kPercent;
+}
+
+bool ColumnKinds::IsDate() const {
+  constexpr size_t kPercent = 60;
+  return Count(CellKind::Date) * 100 >= Filled() * kPercent && Filled() > 0;
+}
+
+bool ColumnKinds::IsMark(std::u32string_view sCell) const {
+  const auto it = marks.find(sCell);
+  return it != marks.end() && it->second >= 2;
+}
+
+bool ColumnKinds::IsUsual(std::u32string_view sCell) const {
+  constexpr double kOften = 0.08;
+  const CellKind kind = KindOfCell(sCell);
+  if (kind == CellKind::Blank) return Share(kind) >= kOften;
+  if (IsNumeric()) return kind == CellKind::Digits || kind == CellKind::Number || IsMark(sCell);
+  if (IsDate()) return kind == CellKind::Date || IsMark(sCell);
+  return true;
+}
+
+bool IsBlankMark(std::u32string_view sCell) {
+  constexpr std::u32string_view kMarks = U"-.*_\u2013\u2014 ";
+  return std::all_of(sCell.begin(), sCell.end(),
+                     [&](char32_t ch) { return kMarks.find(ch) != std::u32string_view::npos; }) ||
+         sCell == U"N/A" || sCell == U"n/a";
+}
+
+std::vector<ColumnKinds> KindsOfRows(const clsReportSample& report, const clsTableShape& shape,
+                                     std::span<const size_t> rows) {
+  std::vector<ColumnKinds> kinds(shape.Columns().size());
+  std::vector<std::u32string_view> cells;
+  for (const size_t n : rows) {
+    shape.Cut(report.Lines()[n].sText, cells);
+    for (size_t i = 0; i < cells.size(); ++i) kinds[i].Add(cells[i]);
+  }
+  return kinds;
+}
+
+bool SaysTotal(std::u32string_view sLine) {
+  std::u32string sLow(sLine);
+  for (char32_t& ch : sLow) {
+    if (ch >= U'A' && ch <= U'Z') ch |= 0x20U;
+  }
+  for (const std::u32string_view sWord : {U"total", U"summe", U"razem", U"saldo", U"gesamt"}) {
+    if (sLow.find(sWord) != std::u32string::npos) return true;
+  }
+  return false;
+}
+
+namespace {
+
+bool IsRow(const std::vector<ColumnKinds>& kinds, const std::vector<std::u32string_view>& cells, bool bTotal) {
+  size_t nLast = cells.size();
+  while (nLast > 0 && cells[nLast - 1].empty()) --nLast;
+  size_t nFilled = 0;
+  size_t nOdd = 0;
+  size_t nNumeric = 0;
+  size_t nNumericOdd = 0;
+  for (size_t i = 0; i < nLast; ++i) {
+    const bool bUsual = kinds[i].IsUsual(cells[i]);
+    nFilled += cells[i].empty() ? 0U : 1U;
+    nOdd += bUsual ? 0U : 1U;
+    const bool bNumeric = (kinds[i].IsNumeric() || kinds[i].IsDate()) && !cells[i].empty();
+    nNumeric += bNumeric ? 1U : 0U;
+    nNumericOdd += bNumeric && !bUsual ? 1U : 0U;
+  }
+  // Values that lack at the end are no more than that, as long as the rest is as in other rows.
+  const bool bShort = nLast < cells.size() && (nOdd > 0 || nLast * 3 < cells.size());
+  for (size_t i = nLast; i < cells.size() && bShort; ++i) nOdd += kinds[i].IsUsual(cells[i]) ? 0U : 1U;
+  size_t nUsual = 0;
+  for (const ColumnKinds& kind : kinds) nUsual += kind.Filled();
+  if (nFilled * 3 * kinds.front().nRows < nUsual) return false;
+  const bool bHeadingLike = nNumeric > 0 && nNumericOdd * 2 > nNumeric;
+  return nFilled > 1 && nOdd * 4 <= cells.size() && !bHeadingLike && (nOdd == 0 || !bTotal);
+}
+
+}  // namespace
+
+std::vector<size_t> RowsOfKinds(const clsReportSample& report, const clsTableShape& shape,
+                                const std::vector<ColumnKinds>& kinds, std::span<const size_t> rows) {
+  std::vector<size_t> kept;
+  std::vector<std::u32string_view> cells;
+  for (const size_t n : rows) {
+    shape.Cut(report.Lines()[n].sText, cells);
+    if (IsRow(kinds, cells, SaysTotal(report.Lines()[n].sText))) kept.push_back(n);
+  }
+  return kept;
+}
+
+}  // namespace quillon

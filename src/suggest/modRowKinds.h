@@ -1,0 +1,46 @@
+#pragma once
+// Which lines of a cluster are rows, by the kinds of values in its columns.
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "clsTableShape.h"
+
+namespace quillon {
+
+/// What the cells of one column hold.
+struct ColumnKinds {
+  std::array<size_t, 6> counts{};                       ///< By CellKind
+  std::map<std::u32string, size_t, std::less<>> marks;  ///< Short texts that come again: M, T, ---, N/A
+  size_t nRows = 0;
+  size_t nBlankMarks = 0;  ///< Cells that say that nothing is there
+
+  void Add(std::u32string_view sCell);
+  size_t Count(CellKind kind) const { return counts[static_cast<size_t>(kind)]; }
+  size_t Filled() const { return nRows - Count(CellKind::Blank); }
+  double Share(CellKind kind) const {
+    return nRows == 0 ? 0 : static_cast<double>(Count(kind)) / static_cast<double>(nRows);
+  }
+  /// Digits and Number are one usual kind here.
+  bool IsNumeric() const;
+  bool IsDate() const;
+  /// A mark: short, and seen more than once beside the usual values.
+  bool IsMark(std::u32string_view sCell) const;
+  /// Whether a cell is what the column usually holds.
+  bool IsUsual(std::u32string_view sCell) const;
+};
+
+std::vector<ColumnKinds> KindsOfRows(const clsReportSample& report, const clsTableShape& shape,
+                                     std::span<const size_t> rows);
+/// The rows whose cells are what their columns usually hold: three quarters of them, and all of them in a line that
+/// calls itself a total.
+std::vector<size_t> RowsOfKinds(const clsReportSample& report, const clsTableShape& shape,
+                                const std::vector<ColumnKinds>& kinds, std::span<const size_t> rows);
+/// A text that means nothing is there: ---, *, N/A.
+bool IsBlankMark(std::u32string_view sCell);
+bool SaysTotal(std::u32string_view sLine);
+
+}  // namespace quillon

@@ -1,0 +1,112 @@
+#include "modStretchKeys.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "modRowKinds.h"
+
+namespace quillon {
+
+namespace {
+
+/// The first place from line nFrom on where the text stands; as many as there are lines if nowhere.
+size_t FirstWith(const clsReportSample& report, std::u32string_view sText, size_t nFrom) {
+  for (size_t n = nFrom; n < report.Lines().size(); ++n) {
+    if (report.Lines()[n].sText.find(sText) != std::u32string_view::npos) return n;
+  }
+  return report.Lines().size();
+}
+
+bool Serves(std::u32string_view sText) {
+  constexpr size_t kFewest = 4;
+  constexpr size_t kMost = 60;
+  const auto nLetters = static_cast<size_t>(std::count_if(sText.begin(), sText.end(), IsLetterPlace));
+  return nLetters >= kFewest && sText.size() <= kMost && std::none_of(sText.begin(), sText.end(), IsDigitPlace) &&
+         sText.find_first_of(U"[];=") == std::u32string_view::npos;
+}
+
+/// Stretches of a line between gaps, the longest first.
+std::vector<std::u32string_view> TextsOf(const SampleLine& line) {
+  std::vector<std::u32string_view> texts{TrimPlaces(line.sText)};
+  size_t nFrom = 0;
+  for (size_t i = 0; i < line.marks.size(); ++i) {
+    const bool bEnds = i + 1 == line.marks.size() || line.marks[i + 1].lStart - line.marks[i].lEnd > 2;
+    if (!bEnds) continue;
+    const auto nStart = static_cast<size_t>(line.marks[nFrom].lStart);
+    texts.push_back(line.sText.substr(nStart, static_cast<size_t>(line.marks[i].lEnd) + 1 - nStart));
+    nFrom = i + 1;
+  }
+  std::erase_if(texts, [](std::u32string_view sText) { return !Serves(sText); });
+  std::stable_sort(texts.begin(), texts.end(),
+                   [](std::u32string_view a, std::u32string_view b) { return a.size() > b.size(); });
+  return texts;
+}
+
+/// A text of this line that stands on no line from nFrom up to it.
+std::optional<std::u32string_view> KeyOf(const clsReportSample& report, size_t nLine, size_t nFrom) {
+  for (const std::u32string_view sText : TextsOf(report.Lines()[nLine])) {
+    if (FirstWith(report, sText, nFrom) == nLine) return sText;
+  }
+  return std::nullopt;
+}
+
+/// The line with the start text, near above the first row; the names of its columns come first.
+std::optional<std::pair<std::u32string_view, size_t>> StartKey(const clsReportSample& report, size_t nFirst,
+                                                               const std::vector<size_t>& headingLines) {
+  std::vector<size_t> lines = headingLines;
+  std::reverse(lines.begin(), lines.end());
+  constexpr size_t kNear = 12;
+  for (size_t n = nFirst; n > 0 && nFirst - n < kNear; --n) lines.push_back(n - 1);
+  for (const size_t n : lines) {
+    if (const auto sText = KeyOf(report, n, 0)) return std::pair(*sText, n);
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+void DropTotals(const clsReportSample& report, const std::vector<size_t>& wrong, const std::vector<size_t>& rows,
+                TidyTable& table) {
+  constexpr size_t kMost = 8;
+  for (const size_t n : wrong) {
+    const SampleLine& line = report.Lines()[n];
+    if (!SaysTotal(line.sText) || table.drops.size() >= kMost) continue;
+    for (const LineMark& mark : line.marks) {
+      const std::u32string_view sWord =
+          line.sText.substr(static_cast<size_t>(mark.lStart), static_cast<size_t>(mark.lEnd - mark.lStart) + 1);
+      if (!SaysTotal(sWord)) continue;
+      const bool bInRows = std::any_of(rows.begin(), rows.end(), [&](size_t nRow) {
+        return report.Lines()[nRow].sText.find(sWord) != std::u32string_view::npos;
+      });
+      const std::string sText = Utf8Of(sWord);
+      if (!bInRows && std::find(table.drops.begin(), table.drops.end(), sText) == table.drops.end()) {
+        table.drops.push_back(sText);
+      }
+    }
+  }
+}
+
+void SetStretch(const clsReportSample& report, const std::vector<size_t>& wrong, const std::vector<size_t>& rows,
+                const std::vector<size_t>& headingLines, TidyTable& table) {
+  const bool bBefore = !wrong.empty() && wrong.front() < rows.front();
+  const bool bBehind = !wrong.empty() && wrong.back() > rows.back();
+  size_t nStart = 0;
+  if (bBefore) {
+    const auto key = StartKey(report, rows.front(), headingLines);
+    if (!key) return;
+    table.sStartLine = Utf8Of(key->first);
+    table.lStartOffset = 1;
+    nStart = key->second + 1;
+  }
+  if (!bBehind) return;
+  constexpr size_t kNear = 12;
+  for (size_t n = rows.back() + 1; n < report.Lines().size() && n <= rows.back() + kNear; ++n) {
+    if (const auto sText = KeyOf(report, n, nStart)) {
+      table.sEndLine = Utf8Of(*sText);
+      table.lEndOffset = -1;
+      return;
+    }
+  }
+}
+
+}  // namespace quillon

@@ -1,0 +1,213 @@
+#include "modSuggestTables.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "clsRowLikeness.h"
+#include "clsTidyReport.h"
+#include "modRecipeOfTables.h"
+#include "modRowKinds.h"
+#include "modText.h"
+
+namespace quillon {
+
+namespace {
+
+/// Counts what the tables take of a report, and what they leave that looks like a row.
+class clsCounter : public clsTidyListener {
+ public:
+  clsCounter(std::vector<FoundTable*> tables, LeftOutRows& leftOut) : tables_(std::move(tables)), leftOut_(leftOut) {
+    for (const FoundTable* pTable : tables_) likeness_.emplace_back(pTable->tidy);
+  }
+
+  void Row(const TidyRecord& row) override {
+    FoundTable& table = *tables_[row.nTable];
+    if (table.lRows++ == 0) table.lFirstLine = row.lLine;
+    table.lLastLine = row.lLine;
+  }
+
+  void Line(int64_t lLine, std::string_view sLine, TidyLineKind kind, size_t /*nTable*/) override {
+    if (kind != TidyLineKind::LeftOut && kind != TidyLineKind::Outside) return;
+    TakePlaces(sLine, 0, characters_);
+    if (IsDrawn(characters_)) return;
+    const bool bRow = std::any_of(likeness_.begin(), likeness_.end(),
+                                  [&](const clsRowLikeness& likeness) { return likeness.LooksLikeRow(characters_); });
+    if (!bRow || SaysTotal(characters_) || IsPrintedAgain(sLine)) return;
+    if (leftOut_.lLines++ > 0) return;
+    leftOut_.lFirstLine = lLine;
+    leftOut_.sFirst = sLine;
+  }
+
+ private:
+  /// What comes again word for word is a heading of pages.
+  bool IsPrintedAgain(std::string_view sLine) {
+    constexpr size_t kMost = 20000;
+    if (seen_.size() >= kMost) return seen_.contains(std::hash<std::string_view>()(sLine));
+    return !seen_.insert(std::hash<std::string_view>()(sLine)).second;
+  }
+
+  std::vector<FoundTable*> tables_;
+  std::vector<clsRowLikeness> likeness_;
+  LeftOutRows& leftOut_;
+  std::u32string characters_;
+  std::unordered_set<size_t> seen_;
+};
+
+bool IsWanted(const SuggestChoices& choices, const TidyPart& heading) {
+  if (choices.sHeadings == "all") return true;
+  if (choices.sHeadings == "none") return false;
+  return std::any_of(heading.names.begin(), heading.names.end(), [&](const std::string& sName) {
+    return FindNoCase(sName, choices.sHeadings) != std::string_view::npos;
+  });
+}
+
+void Choose(const SuggestChoices& choices, std::vector<FoundTable>& tables) {
+  const bool bAllDoubtful = std::all_of(tables.begin(), tables.end(), [](const FoundTable& t) { return t.bDoubtful; });
+  for (size_t i = 0; i < tables.size(); ++i) {
+    FoundTable& table = tables[i];
+    const auto lNumber = static_cast<int32_t>(i) + 1;
+    table.bChosen = choices.tables.empty()
+                        ? !table.bDoubtful || (bAllDoubtful && i == 0)
+                        : std::find(choices.tables.begin(), choices.tables.end(), lNumber) != choices.tables.end();
+    for (auto it = table.tidy.headings.begin(); it != table.tidy.headings.end();) {
+      if (IsWanted(choices, *it)) {
+        ++it;
+      } else {
+        table.otherHeadings.push_back(std::move(*it));
+        it = table.tidy.headings.erase(it);
+      }
+    }
+  }
+}
+
+/// Tables with the same names go to one sheet; others get their own, but for the first one.
+void NameSheets(std::vector<FoundTable>& tables) {
+  std::vector<FoundTable*> chosen;
+  for (FoundTable& table : tables) {
+    if (table.bChosen) chosen.push_back(&table);
+  }
+  for (size_t i = 1; i < chosen.size(); ++i) {
+    const std::vector<std::string>& names = chosen[i]->tidy.row.names;
+    const bool bNamed = std::any_of(names.begin(), names.end(), [](const std::string& s) { return !s.empty(); });
+    const auto itSame = std::find_if(chosen.begin(), chosen.begin() + static_cast<ptrdiff_t>(i),
+                                     [&](const FoundTable* p) { return bNamed && p->tidy.row.names == names; });
+    chosen[i]->tidy.sSheet =
+        itSame == chosen.begin() + static_cast<ptrdiff_t>(i) ? fmt::format("Table {}", i + 1) : (*itSame)->tidy.sSheet;
+  }
+}
+
+bool RunOver(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize, TableSuggestion& suggestion,
+             Failure& failure) {
+  std::vector<FoundTable*> found;
+  std::vector<TidyTable> tables;
+  for (FoundTable& table : suggestion.tables) {
+    if (!table.bChosen) continue;
+    found.push_back(&table);
+    tables.push_back(table.tidy);
+  }
+  clsLineReader reader;
+  if (!reader.Open(sInput, options, failure)) return false;
+  clsCounter counter(std::move(found), suggestion.leftOut);
+  clsTidyReport run(tables, counter);
+  std::string sHeld;
+  for (std::string_view sRow; reader.ReadRow(sRow);) {
+    if (!IsAscii(sRow)) {
+      sHeld = reader.CodePage().ToUtf8(sRow);
+      sRow = sHeld;
+    }
+    if (lTabSize > 0 && sRow.find('\t') != std::string_view::npos) {
+      sHeld = TabsExpanded(sRow, lTabSize);
+      sRow = sHeld;
+    }
+    run.Line(sRow);
+  }
+  run.End();
+  suggestion.lLines = reader.RowNumber();
+  failure = reader.LastFailure();
+  return !failure.Failed();
+}
+
+std::string LinesText(int64_t lFirst, int64_t lLast) {
+  return lFirst == lLast ? fmt::format("line {}", lFirst) : fmt::format("lines {} to {}", lFirst, lLast);
+}
+
+/// A text in a comment. No bracket may stand there: it would begin a section.
+std::string CommentText(std::string_view sText) {
+  return ReplaceAll(ReplaceAll(WithoutControls(sText), "[", "("), "]", ")");
+}
+
+std::string NamesText(const TidyPart& part) {
+  std::string sNames;
+  for (const std::string& sName : part.names) {
+    if (!sName.empty()) sNames += (sNames.empty() ? ";   " : " | ") + CommentText(sName);
+  }
+  return sNames.empty() ? sNames : sNames + "\n";
+}
+
+std::string TableText(const FoundTable& table, size_t nSuggestion, size_t nTable) {
+  std::string sText = fmt::format("\n; Suggestion {}: {} rows, {}, {} columns", nSuggestion,
+                                  table.bChosen ? table.lRows : static_cast<int64_t>(table.rows.size()),
+                                  LinesText(table.lFirstLine, table.lLastLine), table.tidy.row.ColumnCount());
+  if (table.bDoubtful) sText += "; perhaps no table";
+  if (!table.bChosen) sText += fmt::format("; --tables {} has it", nSuggestion);
+  sText += ".\n";
+  if (table.lMissing > 0) sText += fmt::format("; {} lines that look like its rows are not taken.\n", table.lMissing);
+  if (table.lStrangers > 0) sText += fmt::format("; {} lines are taken that may be no rows.\n", table.lStrangers);
+  if (!table.bChosen) return sText + NamesText(table.tidy.row);
+  sText += RecipeOfTable(table.tidy, nTable);
+  for (const TidyPart& heading : table.otherHeadings) {
+    sText += "; A heading that is no column; --headings all has it:\n" + NamesText(heading);
+  }
+  return sText;
+}
+
+}  // namespace
+
+size_t TableSuggestion::Chosen() const {
+  return static_cast<size_t>(
+      std::count_if(tables.begin(), tables.end(), [](const FoundTable& table) { return table.bChosen; }));
+}
+
+bool TableSuggestion::LooksIncomplete() const {
+  return leftOut.lLines > 0 ||
+         std::any_of(tables.begin(), tables.end(), [](const FoundTable& t) { return t.bChosen && t.lMissing > 0; });
+}
+
+bool SuggestTables(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize,
+                   const SuggestChoices& choices, TableSuggestion& suggestion, Failure& failure) {
+  suggestion = {};
+  {
+    clsReportSample sample;
+    if (!sample.Read(sInput, options, lTabSize, failure)) return false;
+    suggestion.bWholeSample = sample.IsWhole();
+    suggestion.tables = FindTables(sample);
+  }
+  Choose(choices, suggestion.tables);
+  NameSheets(suggestion.tables);
+  return RunOver(sInput, options, lTabSize, suggestion, failure);
+}
+
+std::string TableSuggestion::Text() const {
+  std::string sText =
+      "; Suggested by the shape of the report. Look at it before you trust it. A key with a semicolon in front is "
+      "off.\n";
+  if (!bWholeSample)
+    sText += "; The tables were looked for in the first part of the report, and counted in all of it.\n";
+  if (LooksIncomplete()) sText += "; It looks incomplete.\n";
+  if (leftOut.lLines > 0) {
+    sText += fmt::format("; Left out, though they look like rows: {} lines, the first is line {}:\n;   {}\n",
+                         leftOut.lLines, leftOut.lFirstLine, CommentText(leftOut.sFirst));
+  }
+  sText += "[Header]\nProduct=QLN-B\nFileType=RECIPE\nFileFormat=1.0\n";
+  size_t nTable = 0;
+  const size_t nChosen = Chosen();
+  for (size_t i = 0; i < tables.size(); ++i) {
+    nTable += tables[i].bChosen ? 1U : 0U;
+    sText += TableText(tables[i], i + 1, tables[i].bChosen ? nTable : nChosen + 1);
+  }
+  return sText;
+}
+
+}  // namespace quillon

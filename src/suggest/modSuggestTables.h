@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "modFindTables.h"
+
+namespace quillon {
+
+/// What a person chose of a suggestion.
+struct SuggestChoices {
+  std::vector<int32_t> tables;    ///< Numbers of tables, from 1; none: those that leave little doubt
+  std::string sHeadings = "all";  ///< "all", "none", or a text that the name of a wanted heading holds
+};
+
+/// Lines that look like rows of a table and are none of it.
+struct LeftOutRows {
+  int64_t lLines = 0;
+  int64_t lFirstLine = 0;
+  std::string sFirst;  ///< The first of them
+};
+
+/// The tables of a report, and the recipe that takes them.
+struct TableSuggestion {
+  std::vector<FoundTable> tables;  ///< Those that leave little doubt first
+  int64_t lLines = 0;              ///< Of the report
+  LeftOutRows leftOut;
+  bool bWholeSample = true;  ///< False if only a part of the report was looked at for its tables
+
+  size_t Chosen() const;
+  /// Something is missing, and the recipe's comments tell what.
+  bool LooksIncomplete() const;
+  /// A recipe with comments, UTF-8, that converts as it stands.
+  std::string Text() const;
+};
+
+/// Finds the tables of a report that nobody has described yet, runs their recipe over all of it, and counts what it
+/// leaves. False with the reason if the report can't be read.
+bool SuggestTables(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize,
+                   const SuggestChoices& choices, TableSuggestion& suggestion, Failure& failure);
+
+}  // namespace quillon

@@ -1,0 +1,158 @@
+#include "modTidyOfShape.h"
+
+#include <algorithm>
+
+namespace quillon {
+
+namespace {
+
+/// What the cells of a column have in common.
+struct ColumnFacts {
+  ColumnKinds kinds;
+  clsDateForms dates;
+  std::map<std::u32string, size_t, std::less<>> odd;  ///< Of a number column: what is none
+  bool bLeadingZero = false;
+  bool bUnevenDigits = false;
+  bool bDecimalComma = false, bPoint = false;
+
+  void Add(std::u32string_view sCell) {
+    constexpr size_t kMostOdd = 8;
+    kinds.Add(sCell);
+    if (sCell.empty()) return;
+    dates.Add(sCell);
+    const CellKind kind = KindOfCell(sCell);
+    if (kind == CellKind::Digits) {
+      bLeadingZero = bLeadingZero || (sCell.size() > 1 && sCell.front() == U'0');
+      return;
+    }
+    if (kind == CellKind::Number) {
+      LookAtComma(sCell);
+    } else if (odd.size() < kMostOdd || odd.contains(sCell)) {
+      ++odd[std::u32string(sCell)];
+    }
+  }
+
+  void LookAtComma(std::u32string_view sCell) {
+    const size_t nComma = sCell.rfind(U',');
+    const size_t nPoint = sCell.rfind(U'.');
+    const size_t nLast = sCell.find_last_of(U"0123456789");
+    bPoint =
+        bPoint || (nPoint != std::u32string_view::npos && (nComma == std::u32string_view::npos || nPoint > nComma));
+    const bool bLastComma =
+        nComma != std::u32string_view::npos && (nPoint == std::u32string_view::npos || nComma > nPoint);
+    if (bLastComma && nLast != nComma + 3 && nLast > nComma) bDecimalComma = true;
+  }
+};
+
+TidyTyping TypeOf(const ColumnFacts& facts, bool bComma) {
+  TidyTyping typing;
+  const std::string_view sForm = facts.dates.Form();
+  if (!sForm.empty()) {
+    typing.type = TidyType::Date;
+    typing.sDateForm = sForm;
+    return typing;
+  }
+  const bool bOnlyBlankMarks =
+      std::all_of(facts.odd.begin(), facts.odd.end(), [](const auto& odd) { return IsBlankMark(odd.first); });
+  if (facts.kinds.IsNumeric() && bOnlyBlankMarks && !facts.bLeadingZero) {
+    typing.type = TidyType::Number;
+    typing.bComma = bComma;
+  } else if (!facts.kinds.IsNumeric() || facts.bLeadingZero) {
+    typing.type = TidyType::Text;
+  }
+  return typing;
+}
+
+TidyNeed NeedOf(const ColumnFacts& facts, TidyColumn column) {
+  TidyNeed need{column, {}};
+  const ColumnKinds& kinds = facts.kinds;
+  const auto add = [&](TidyKind kind) { need.alternatives.push_back({kind, {}}); };
+  if (kinds.IsNumeric()) {
+    const bool bDigits = kinds.Count(CellKind::Number) == 0 && facts.odd.empty() && kinds.nRows > 2;
+    add(bDigits ? TidyKind::Digits : TidyKind::Number);
+    // A mark that comes again, such as T or M, holds for the next report; a value of one record doesn't.
+    constexpr size_t kLongestMark = 4;
+    bool bValues = false;
+    for (const auto& [sText, nCount] : facts.odd) {
+      if (IsBlankMark(sText)) continue;
+      bValues = bValues || nCount < 2 || sText.size() > kLongestMark;
+      need.alternatives.push_back({TidyKind::Holds, Utf8Of(sText)});
+    }
+    constexpr size_t kMostOdd = 4;
+    if (bValues || need.alternatives.size() > kMostOdd) need.alternatives = {{TidyKind::Any, {}}};
+  } else if (!facts.dates.Form().empty()) {
+    add(TidyKind::Date);
+  } else {
+    const bool bLetters = kinds.Count(CellKind::Letters) == kinds.Filled();
+    add(bLetters ? TidyKind::Letters : TidyKind::Any);
+  }
+  if (kinds.Count(CellKind::Blank) > 0) add(TidyKind::Blank);
+  if (need.alternatives.front().kind == TidyKind::Any && need.alternatives.size() > 1) need.alternatives.clear();
+  return need;
+}
+
+std::vector<ColumnFacts> FactsOf(const clsReportSample& report, const clsTableShape& shape,
+                                 std::span<const size_t> rows) {
+  std::vector<ColumnFacts> facts(shape.Columns().size());
+  std::vector<std::u32string_view> cells;
+  for (const size_t n : rows) {
+    shape.Cut(report.Lines()[n].sText, cells);
+    for (size_t i = 0; i < cells.size(); ++i) facts[i].Add(cells[i]);
+  }
+  return facts;
+}
+
+}  // namespace
+
+TidyPart TidyOfShape(const clsReportSample& report, const clsTableShape& shape, std::span<const size_t> rows) {
+  TidyPart part;
+  const std::vector<ColumnFacts> facts = FactsOf(report, shape, rows);
+  bool bComma = false;
+  bool bPoint = false;
+  for (const ColumnFacts& fact : facts) {
+    bComma = bComma || (fact.kinds.IsNumeric() && fact.bDecimalComma);
+    bPoint = bPoint || (fact.kinds.IsNumeric() && fact.bPoint);
+  }
+  std::vector<TidyPlace>& places = part.cut.places.emplace_back();
+  for (size_t i = 0; i < facts.size(); ++i) {
+    const ShapeColumn& column = shape.Columns()[i];
+    const bool bOpen = static_cast<size_t>(column.lPlaceLast) >= clsReportSample::kWidest;
+    places.push_back({column.lPlaceFirst + 1, bOpen ? 0 : column.lPlaceLast + 1});
+    part.types.push_back(TypeOf(facts[i], bComma && !bPoint));
+    TidyNeed need = NeedOf(facts[i], i);
+    if (!need.alternatives.empty()) part.needs.push_back(std::move(need));
+    if (!facts[i].kinds.IsNumeric()) continue;
+    for (const auto& [sText, nCount] : facts[i].odd) {
+      const std::string sMark = Utf8Of(sText);
+      if (IsBlankMark(sText) && std::find(part.blanks.begin(), part.blanks.end(), sMark) == part.blanks.end()) {
+        part.blanks.push_back(sMark);
+      }
+    }
+  }
+  return part;
+}
+
+std::vector<TidyColumn> FilledFromAbove(const clsReportSample& report, const clsTableShape& shape,
+                                        std::span<const size_t> rows) {
+  constexpr size_t kFewest = 3;
+  std::vector<TidyColumn> filled;
+  std::vector<std::u32string_view> cells;
+  const size_t nColumns = shape.Columns().size();
+  for (size_t i = 0; i + 1 < nColumns; ++i) {
+    size_t nBlank = 0;
+    size_t nTogether = 0;
+    bool bFirst = false;
+    for (size_t r = 0; r < rows.size(); ++r) {
+      shape.Cut(report.Lines()[rows[r]].sText, cells);
+      const bool bBlank = cells[i].empty() || cells[i] == U"\"";
+      if (r == 0) bFirst = !bBlank;
+      nBlank += bBlank ? 1U : 0U;
+      nTogether += bBlank && (i == 0 || cells[i - 1].empty() || cells[i - 1] == U"\"" || filled.empty()) ? 1U : 0U;
+    }
+    if (!bFirst || nBlank < kFewest || nBlank * 5 < rows.size() || nTogether < nBlank) break;
+    filled.push_back(i);
+  }
+  return filled;
+}
+
+}  // namespace quillon

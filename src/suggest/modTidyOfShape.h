@@ -1,0 +1,18 @@
+#pragma once
+// What a recipe says of columns: where they stand, what they must hold, their types.
+
+#include <span>
+
+#include "clsTableShape.h"
+#include "modRowKinds.h"
+#include "modTidyModel.h"
+
+namespace quillon {
+
+/// Places, needs, types and blank marks of a table, from its rows. Names are left empty.
+TidyPart TidyOfShape(const clsReportSample& report, const clsTableShape& shape, std::span<const size_t> rows);
+/// Columns at the front that are blank in rows below the first of a group: printed once, meant for all.
+std::vector<TidyColumn> FilledFromAbove(const clsReportSample& report, const clsTableShape& shape,
+                                        std::span<const size_t> rows);
+
+}  // namespace quillon
