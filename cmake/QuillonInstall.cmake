@@ -13,6 +13,9 @@ endif()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/packaging/examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/quillon
         COMPONENT quillon USE_SOURCE_PERMISSIONS)
 
+# A watched folder as a service.
+install(FILES ${PROJECT_SOURCE_DIR}/packaging/quillon-watch@.service DESTINATION lib/systemd/system COMPONENT quillon)
+
 # Pages and completions are made from the help that the program prints, so options stand in one place.
 option(QUILLON_PACKAGE "Make manual pages and completions, for packages" OFF)
 if(QUILLON_PACKAGE)

@@ -30,16 +30,6 @@ void TellWhatIsIgnored(const O& options, clsLongRun& run) {
   }
 }
 
-/// Says what keeps a file that is there from being a job: it would be run as one that names no input.
-bool IsJob(const std::string& sJobFile, clsLongRun& run) {
-  if (!IsFile(sJobFile)) return true;  // The run tells of it.
-  clsIniFile file(JobCodePage());
-  Failure failure;
-  if (file.Load(sJobFile, failure) && file.HasSection(kJobSection)) return true;
-  run.Say(failure.Failed() ? failure.sText : sJobFile + ": no conversion job, as it has no section [QLN]");
-  return false;
-}
-
 /// A misspelt key would be passed over without a word.
 void TellUnknownKeys(const std::string& sJobFile, clsLongRun& run) {
   std::vector<std::string> rows;
@@ -59,6 +49,15 @@ void TellUnknownKeys(const std::string& sJobFile, clsLongRun& run) {
 }
 
 }  // namespace
+
+bool IsJob(const std::string& sJobFile, clsLongRun& run) {
+  if (!IsFile(sJobFile)) return true;  // The run tells of it.
+  clsIniFile file(JobCodePage());
+  Failure failure;
+  if (file.Load(sJobFile, failure) && file.HasSection(kJobSection)) return true;
+  run.Say(failure.Failed() ? failure.sText : sJobFile + ": no conversion job, as it has no section [QLN]");
+  return false;
+}
 
 int JobCommand(const JobRequest& request, const TalkRequest& talk) {
   clsLongRun run(talk);

@@ -13,6 +13,7 @@
 #include "modOptionTable.h"
 #include "modText.h"
 #include "modVersion.h"
+#include "modWatchCommand.h"
 
 namespace quillon {
 
@@ -35,6 +36,15 @@ constexpr const char* kJobExamples =
     "Examples:\n"
     "  quillon job month-end.QLN\n"
     "  quillon job month-end.QLN --log 'month-end [YMD].log' --quiet";
+
+constexpr const char* kWatchExamples =
+    "Examples:\n"
+    "  quillon watch /srv/spool --job /srv/jobs/stock.QLN\n"
+    "\n"
+    "The job's method and options convert each file that is dropped into FOLDER; its output lies in the folder of the\n"
+    "job's sOutputFile, else in FOLDER/done, where the file goes too, or to FOLDER/failed. SIGTERM ends the watch "
+    "behind\n"
+    "the file in hand. Exit status: 0 ended, 2 wrong use, 70 unexpected failure.";
 
 constexpr const char* kPreviewExamples =
     "Examples:\n"
@@ -224,6 +234,20 @@ CLI::App* AddSuggest(CLI::App& app, LookRequest& request) {
   return command;
 }
 
+CLI::App* AddWatch(CLI::App& app, WatchRequest& request) {
+  CLI::App* const command = app.add_subcommand("watch", "Convert what is dropped into a folder, until told to end");
+  command->add_option("FOLDER", request.sFolder, "The watched folder")->required()->type_name(" ");
+  command->add_option("--job", request.sJobFile, "The job file (.QLN)")->required()->type_name("FILE");
+  command->add_option("--report", request.sList, "Result list; FOLDER/done/results.jsonl if not given")
+      ->type_name("FILE");
+  command->add_option("--settle", request.dSettle, "Seconds without a change after which a file is taken")
+      ->check(CLI::Range(0.0, 86400.0).description(""))
+      ->type_name("N")
+      ->capture_default_str();
+  command->footer(kWatchExamples);
+  return command;
+}
+
 void AddFleetOptions(CLI::App& command, ConvertRequest& request) {
   command
       .add_option_function<std::string>(
@@ -288,6 +312,9 @@ int RunLongOptions(int argc, char** argv) {
   job->add_option("FILE", job_request.sJobFile, "The job file")->required()->type_name(" ");
   AddTalkOptions(*job, talk);
   job->footer(kJobExamples);
+  WatchRequest watch_request;
+  CLI::App* const watch = AddWatch(app, watch_request);
+  AddTalkOptions(*watch, talk);
   LookRequest look;
   const CLI::App* const preview = AddPreview(app, look);
   const CLI::App* const check = AddCheck(app, look);
@@ -304,6 +331,7 @@ int RunLongOptions(int argc, char** argv) {
     return app.exit(refused) == 0 ? kExitDone : kExitWrongUse;
   }
   if (job->parsed()) return JobCommand(job_request, talk);
+  if (watch->parsed()) return WatchCommand(watch_request, talk);
   if (preview->parsed()) return PreviewCommand(look);
   if (check->parsed()) return CheckCommand(look);
   if (suggest->parsed()) return SuggestCommand(look);

@@ -86,7 +86,7 @@ class CompletionTest(unittest.TestCase):
     def test_fish(self):
         if not shutil.which("fish", path="/usr/bin"):
             self.skipTest("fish is not installed (scripts/setup.sh tests)")
-        for typed, offered in [("quillon ", ["check", "convert", "job", "preview", "suggest"]),
+        for typed, offered in [("quillon ", ["check", "convert", "job", "preview", "suggest", "watch"]),
                                ("quillon convert --skip", ["--skip-done"]), ("quillon convert --quote so", ["sometimes"]),
                                ("quillon convert --report led", ["ledger one.txt"]), ("quillon convert --shard ", []),
                                ("quillon check led", ["ledger one.txt"])]:
