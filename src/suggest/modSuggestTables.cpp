@@ -32,8 +32,13 @@ class clsCounter : public clsTidyListener {
     if (kind != TidyLineKind::LeftOut && kind != TidyLineKind::Outside) return;
     TakePlaces(sLine, 0, characters_);
     if (IsDrawn(characters_)) return;
-    const bool bRow = std::any_of(likeness_.begin(), likeness_.end(),
-                                  [&](const clsRowLikeness& likeness) { return likeness.LooksLikeRow(characters_); });
+    FindMarks(characters_, marks_);
+    constexpr std::ptrdiff_t kMany = 2;
+    const bool bFigures = std::count_if(marks_.begin(), marks_.end(),
+                                        [](const LineMark& mark) { return mark.kind == MarkKind::Number; }) >= kMany;
+    const bool bRow = bFigures || std::any_of(likeness_.begin(), likeness_.end(), [&](const clsRowLikeness& likeness) {
+                        return likeness.LooksLikeRow(characters_);
+                      });
     if (!bRow || SaysTotal(characters_) || IsPrintedAgain(sLine)) return;
     if (leftOut_.lLines++ > 0) return;
     leftOut_.lFirstLine = lLine;
@@ -52,6 +57,7 @@ class clsCounter : public clsTidyListener {
   std::vector<clsRowLikeness> likeness_;
   LeftOutRows& leftOut_;
   std::u32string characters_;
+  std::vector<LineMark> marks_;
   std::unordered_set<size_t> seen_;
 };
 
@@ -171,8 +177,9 @@ size_t TableSuggestion::Chosen() const {
 }
 
 bool TableSuggestion::LooksIncomplete() const {
-  return leftOut.lLines > 0 ||
-         std::any_of(tables.begin(), tables.end(), [](const FoundTable& t) { return t.bChosen && t.lMissing > 0; });
+  return leftOut.lLines > 0 || std::any_of(tables.begin(), tables.end(), [](const FoundTable& t) {
+           return t.bChosen && (t.lMissing > 0 || t.bDoubtful);
+         });
 }
 
 bool SuggestTables(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize,

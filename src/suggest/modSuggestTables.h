@@ -30,7 +30,7 @@ struct TableSuggestion {
   bool bWholeSample = true;  ///< False if only a part of the report was looked at for its tables
 
   size_t Chosen() const;
-  /// Something is missing, and the recipe's comments tell what.
+  /// Rows are missing, lines with several figures are left, or nothing leaves little doubt.
   bool LooksIncomplete() const;
   /// A recipe with comments, UTF-8, that converts as it stands.
   std::string Text() const;
