@@ -155,16 +155,16 @@ void clsFormBinder::MakeMenus(QMenuBar* pBar) {
 void clsFormBinder::FillMenuBar() {
   pMenuBar_->clear();
   nMenus_ = 0;
-  std::map<std::string, QMenu*> menus;
+  menus_.clear();
   std::map<std::string, QAction*> placeOfArray;
   for (const auto& pControl : form_.Controls()) {
     if (pControl->kind != ControlKind::Menu) continue;
     ++nMenus_;
     if (pControl->sMenu.empty()) {
-      menus[pControl->sName] = pMenuBar_->addMenu(ToQt(pControl->sCaption));
+      menus_[pControl->sName] = pMenuBar_->addMenu(ToQt(pControl->sCaption));
       continue;
     }
-    QMenu* const pMenu = menus[pControl->sMenu];
+    QMenu* const pMenu = menus_[pControl->sMenu];
     if (pMenu == nullptr) continue;
     if (pControl->sCaption == "-") {
       placeOfArray[pControl->sName] = pMenu->addSeparator();
@@ -192,6 +192,10 @@ void clsFormBinder::ShowState() {
   size_t nMenus = 0;
   for (const auto& pControl : form_.Controls()) nMenus += pControl->kind == ControlKind::Menu;
   if (pMenuBar_ != nullptr && nMenus != nMenus_) FillMenuBar();
+  // They were made before the form was translated.
+  for (const auto& [sName, pMenu] : menus_) {
+    if (pMenu != nullptr) pMenu->setTitle(ToQt(form_.Get(sName).sCaption));
+  }
   for (const auto& [key, pAction] : actions_) {
     const clsControl* const pControl = form_.Find(key.first, key.second);
     if (pControl != nullptr) ShowAction(*pControl, pAction);

@@ -62,6 +62,7 @@ class clsFormBinder : public clsFormView {
   clsForm& form_;
   std::map<Key, QWidget*> widgets_;
   std::map<Key, QAction*> actions_;
+  std::map<std::string, QMenu*> menus_;  ///< Those of the bar
   QMenuBar* pMenuBar_ = nullptr;
   size_t nMenus_ = 0;
   bool bShowing_ = false;
