@@ -75,7 +75,7 @@ void SayWhatIsThere(const TableSuggestion& suggestion) {
   const LeftOutRows& left = suggestion.leftOut;
   std::string sLeft = "looks incomplete";
   if (left.lLines > 0) {
-    sLeft += ": " + CountedText(left.lLines, "line looks", "lines look") + " like rows and are left out, first line " +
+    sLeft += ": " + CountedText(left.lLines, "line", "lines") + " left out, though like rows, the first on line " +
              std::to_string(left.lFirstLine) + ": " + ShownText(TrimBlanks(left.sFirst));
   }
   clsLook::Say(sLeft);

@@ -34,8 +34,9 @@ class clsCounter : public clsTidyListener {
     if (IsDrawn(characters_)) return;
     FindMarks(characters_, marks_);
     constexpr std::ptrdiff_t kMany = 2;
-    const bool bFigures = std::count_if(marks_.begin(), marks_.end(),
-                                        [](const LineMark& mark) { return mark.kind == MarkKind::Number; }) >= kMany;
+    const auto nNumbers =
+        std::count_if(marks_.begin(), marks_.end(), [](const LineMark& mark) { return mark.kind == MarkKind::Number; });
+    const bool bFigures = nNumbers >= kMany && static_cast<size_t>(nNumbers) * 2 > marks_.size();
     const bool bRow = bFigures || std::any_of(likeness_.begin(), likeness_.end(), [&](const clsRowLikeness& likeness) {
                         return likeness.LooksLikeRow(characters_);
                       });
