@@ -78,6 +78,9 @@ class Listing:
         self.lower = rng.random() < 0.5
         self.groups = [Group(rng, label, rng.choice((0, 0, self.margin, 3)))
                        for label in rng.sample(GROUP_LABELS, wish.get("groups", 0))]
+        if len({group.form for group in self.groups}) < len(self.groups):
+            # Each level is told by a text or shape of its own.
+            self.groups[-1].form = "label"
         self.grand = "GRAND TOTAL" if not self.groups or rng.random() < 0.8 else ""
         self.totals = wish.get("totals", rng.random() < 0.7)
         self.page_totals = bool(wish.get("pages")) and self.totals and rng.random() < 0.3
