@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include <algorithm>
+
 #include "MainModule.h"
 #include "clsIniFile.h"
 #include "modFiles.h"
@@ -10,6 +12,7 @@
 #include "modNumbers.h"
 #include "modParseCommandLine.h"
 #include "modPaths.h"
+#include "modProofText.h"
 #include "modReportText.h"
 #include "modSettings.h"
 #include "modText.h"
@@ -21,6 +24,19 @@ namespace {
 
 std::string Counted(int64_t lCount, std::string_view sOne, std::string_view sMany) {
   return fmt::format("{} {}", lCount, lCount == 1 ? sOne : sMany);
+}
+
+/// What the account of lines, characters and totals has beyond what each closing line tells.
+std::string ProofText(const ReportProof& proof) {
+  ReportProof other = proof;
+  other.loss.lBehind = 0;
+  const bool lines = std::any_of(proof.lines.begin(), proof.lines.end(), [](int64_t n) { return n > 0; });
+  std::string text;
+  for (const std::string& part :
+       {lines ? LineKindsText(proof.lines) : std::string(), LossText(other), TotalsText(proof)}) {
+    if (!part.empty()) text += part + "; ";
+  }
+  return text;
 }
 
 }  // namespace
@@ -36,7 +52,8 @@ void RunTotals::Add(const FileOutcome& outcome) {
   lCellsFailed += account.lCellsFailed;
   lCharactersLost += account.lCharactersLost;
   lFormulasRefused += account.lFormulasRefused;
-  for (const TableAccount& table : account.tables) lCharactersBehind += table.lCharactersBehind;
+  proof.Add(account.proof);
+  for (const TableAccount& table : account.tables) proof.loss.Add(table.loss);
 }
 
 clsLongRun::clsLongRun(const TalkRequest& talk)
@@ -137,7 +154,7 @@ void clsLongRun::SayAccount(const FileOutcome& outcome) {
     host.Say(fmt::format(
         "    table {}: lines {} to {}, {}, {}, {} behind the last column, {} failed", table.lTable, table.lFirstLine,
         table.lLastLine, Counted(table.lRows, "row", "rows"), Counted(table.lColumns, "column", "columns"),
-        Counted(table.lCharactersBehind, "character", "characters"), Counted(table.lCellsFailed, "cell", "cells")));
+        Counted(table.loss.lBehind, "character", "characters"), Counted(table.lCellsFailed, "cell", "cells")));
   }
 }
 
@@ -149,8 +166,9 @@ std::string clsLongRun::ClosingLine() {
       "{} converted, {} failed{}; {}; {} read, {} in tables, {} outside; {} behind the last column; {} failed; ",
       Counted(totals.lFilesConverted, "file", "files"), totals.lFilesFailed, skipped,
       Counted(totals.lTables, "table", "tables"), Counted(totals.lLinesRead, "line", "lines"), totals.lLinesInTables,
-      totals.lLinesRead - totals.lLinesInTables, Counted(totals.lCharactersBehind, "character", "characters"),
+      totals.lLinesRead - totals.lLinesInTables, Counted(totals.proof.loss.lBehind, "character", "characters"),
       Counted(totals.lCellsFailed, "cell", "cells"));
+  line += ProofText(totals.proof);
   if (totals.lCharactersLost > 0) {
     line += Counted(totals.lCharactersLost, "character", "characters") + " that the output's code page lacks; ";
   }

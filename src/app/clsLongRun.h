@@ -18,7 +18,8 @@ struct RunTotals {
   int64_t lFilesSkipped = 0;  ///< Done by an earlier run
   int64_t lTables = 0;
   int64_t lLinesRead = 0, lLinesInTables = 0;
-  int64_t lCharactersBehind = 0, lCellsFailed = 0;
+  ReportProof proof;  ///< Lines by kind and totals, of reports that have such an account; loss of all
+  int64_t lCellsFailed = 0;
   int64_t lCharactersLost = 0, lFormulasRefused = 0;
 
   void Add(const FileOutcome& outcome);

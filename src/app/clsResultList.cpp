@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <cmath>
 #include <nlohmann/json.hpp>
@@ -22,6 +23,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+/// Raised when a key changes its meaning; keys that come in addition don't raise it.
+constexpr int kVersion = 1;
 constexpr std::string_view kDone = "done", kFailed = "failed", kHexSuffix = "_hex";
 
 std::string HexOf(std::string_view sBytes) {
@@ -82,12 +85,39 @@ std::optional<ListedState> StateOfFile(std::string_view sPath) {
   return ListedState{about.st_size, fmt::format("{}.{:09}", about.st_mtim.tv_sec, about.st_mtim.tv_nsec)};
 }
 
+namespace {
+
+/// The keys of kinds, in the order of TidyLineKind; blank lines are of no kind.
+constexpr std::array<std::string_view, kTidyLineKinds - 1> kKinds{"row",   "further", "joined",   "heading",
+                                                                  "total", "dropped", "left_out", "outside"};
+
+void PutAccount(Json& json, const ResultLine& line) {
+  Json lines{{"read", line.lLinesRead}, {"in_tables", line.lLinesInTables}};
+  for (size_t i = 0; line.bLinesByKind && i < kKinds.size(); ++i) lines[std::string(kKinds[i])] = line.proof.lines[i];
+  if (line.bLinesByKind) lines["like_rows"] = line.proof.lLikeRows;
+  json["lines"] = std::move(lines);
+  const CharacterLoss& loss = line.proof.loss;
+  json["characters"] = Json{{"in_front", loss.lInFront},
+                            {"between", loss.lBetween},
+                            {"behind", loss.lBehind},
+                            {"not_in_code_page", line.lCharactersLost}};
+  json["cut_values"] = loss.lCuts;
+  json["cells_failed"] = line.lCellsFailed;
+  json["totals"] = Json{{"agree", line.proof.lTotalsAgree},
+                        {"last_digit", line.proof.lTotalsLastDigit},
+                        {"disagree", line.proof.lTotalsDisagree}};
+}
+
+}  // namespace
+
 std::string ResultLineText(const ResultLine& line) {
   Json json = Json::object();
+  json["version"] = kVersion;
   PutPath(json, "input", line.sInput);
   PutPath(json, "output", line.sOutput);
   json["status"] = line.bDone ? kDone : kFailed;
   json["rows"] = line.lRows;
+  PutAccount(json, line);
   json["warnings"] = TextsOf(line.warnings);
   json["errors"] = TextsOf(line.errors);
   constexpr double kThousand = 1000;

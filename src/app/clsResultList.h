@@ -31,6 +31,11 @@ struct ResultLine {
   std::string sInput, sOutput;
   bool bDone = false;
   int64_t lRows = 0;
+  int64_t lLinesRead = 0, lLinesInTables = 0;
+  ReportProof proof;  ///< Lines by kind, where they are known; what is lost; printed totals
+  bool bLinesByKind = false;
+  int64_t lCharactersLost = 0;  ///< That the output's code page lacks
+  int64_t lCellsFailed = 0;
   std::vector<ResultText> warnings, errors;
   double dSeconds = 0;
   std::optional<ListedState> state;  ///< Of the input, before it was read

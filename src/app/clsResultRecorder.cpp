@@ -1,5 +1,6 @@
 #include "clsResultRecorder.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "clsFingerprint.h"
@@ -91,7 +92,18 @@ ResultLine clsResultRecorder::LineOf(const FileOutcome& outcome) {
   line.sInput = run_.Shown(outcome.sInput);
   line.sOutput = run_.Shown(outcome.sOutput);
   line.bDone = outcome.status == FileStatus::Converted;
-  for (const TableAccount& table : outcome.account.tables) line.lRows += table.lRows;
+  const FileAccount& account = outcome.account;
+  line.proof = account.proof;
+  for (const TableAccount& table : account.tables) {
+    line.lRows += table.lRows;
+    line.proof.loss.Add(table.loss);
+  }
+  line.lLinesRead = account.lLinesRead;
+  line.lLinesInTables = account.lLinesInTables;
+  line.bLinesByKind =
+      std::any_of(account.proof.lines.begin(), account.proof.lines.end(), [](int64_t n) { return n > 0; });
+  line.lCharactersLost = account.lCharactersLost;
+  line.lCellsFailed = account.lCellsFailed;
   for (const FileReason& reason : outcome.reasons) {
     auto& texts = reason.type == EntryType::Error ? line.errors : line.warnings;
     texts.push_back({reason.lCode, run_.Said(reason)});

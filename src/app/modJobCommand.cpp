@@ -66,7 +66,9 @@ int JobCommand(const JobRequest& request, const TalkRequest& talk) {
   if (!IsJob(ExpandedPath(request.sJobFile), run)) return run.Refused();
   options.sCLBatchJobFile = request.sJobFile;
   RunExtras extras = run.Extras();
-  extras.jobAccepted = [&run, &options] {
+  extras.jobAccepted = [&run, &options, &request] {
+    options.bStrict = request.bStrict;
+    options.bKeep = request.bKeep;
     options.bVerbose = false;  // Every entry is printed already.
     TellWhatIsIgnored(options, run);
     TellUnknownKeys(options.sCLBatchJobFile, run);

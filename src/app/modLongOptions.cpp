@@ -109,6 +109,11 @@ void AddTalkOptions(CLI::App& command, TalkRequest& talk) {
   command.add_flag("-v,--verbose", talk.bVerbose, "Account for every file and table");
 }
 
+void AddStrictOptions(CLI::App& command, JobRequest& request) {
+  command.add_flag("--strict", request.bStrict, "A file that loses something, or whose totals disagree, fails");
+  command.add_flag("--keep", request.bKeep, "With --strict: write the output of such a file all the same");
+}
+
 void AddMethodOptions(CLI::App& command, ConvertRequest& request) {
   auto* const method = command.add_option_group("Method", "One of these says how the tables are found and cut");
   method->add_option("--recipe", request.sRecipe, "Recipe method, by this recipe file")->type_name("FILE");
@@ -209,6 +214,9 @@ CLI::App* AddCheck(CLI::App& app, LookRequest& request) {
   CLI::App* const command = AddLookCommand(app, "check", "Say what a recipe finds in a report, and what it would lose",
                                            request, kCheckExamples);
   command->add_option("--recipe", request.sRecipe, "The recipe file")->required()->type_name("FILE");
+  command->add_option("--html", request.sHtml, "Show the report, line by line, in this page for a browser")
+      ->type_name("FILE");
+  command->add_flag("--lines", request.bLines, "All shapes of lines that are in no table, and all printed totals");
   AddReadingOptions(*command, request.options);
   return command;
 }
@@ -310,6 +318,7 @@ int RunLongOptions(int argc, char** argv) {
   convert->footer(kConvertExamples);
   CLI::App* const job = app.add_subcommand("job", "Run a conversion job file (.QLN)");
   job->add_option("FILE", job_request.sJobFile, "The job file")->required()->type_name(" ");
+  AddStrictOptions(*job, job_request);
   AddTalkOptions(*job, talk);
   job->footer(kJobExamples);
   WatchRequest watch_request;

@@ -26,6 +26,7 @@ struct ConvertRequest {
 /// What `quillon job` was asked for.
 struct JobRequest {
   std::string sJobFile;
+  bool bStrict = false, bKeep = false;
 };
 
 /// What `quillon preview`, `check` and `suggest` were asked for.
@@ -40,6 +41,8 @@ struct LookRequest {
   std::string sHeadings = "all";
   bool bToday = false;
   bool bStrict = false;
+  std::string sHtml;             ///< Of check: the page; "" for none
+  bool bLines = false;           ///< Of check: all shapes of lines and all totals
 };
 
 /// What both converting commands have.

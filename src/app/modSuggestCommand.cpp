@@ -5,6 +5,7 @@
 #include "modFiles.h"
 #include "modFrontDoor.h"
 #include "modLookCommands.h"
+#include "modNumbers.h"
 #include "modSuggestRecipe.h"
 #include "modSuggestTables.h"
 #include "modText.h"

@@ -223,7 +223,8 @@ void clsConversionRun::CloseOutcome() {
   if (!account.sWalkEnded.empty() && account.sWalkEnded != failure.sText) {
     outcome_.Fail(account.sWalkEnded, outcome_.sInput);
   }
-  if (!account.bOutputWritten && !failure.Failed() && !errors && !stopped)
+  if (!account.sStrict.empty()) outcome_.Fail(account.sStrict, outcome_.sInput);
+  if (!account.bOutputWritten && !failure.Failed() && !errors && !stopped && account.sStrict.empty())
     outcome_.Fail("not written", outcome_.sOutput);
   const bool whole = outcome_.lResult == 0 && !outcome_.HasErrors() && account.bOutputWritten && !failure.Failed();
   outcome_.status = stopped ? FileStatus::Stopped : whole ? FileStatus::Converted : FileStatus::Failed;

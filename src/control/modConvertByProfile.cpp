@@ -6,6 +6,7 @@
 #include "modConversionRun.h"
 #include "modExcelLink.h"
 #include "modFixedWidthAttributes.h"
+#include "modProofRun.h"
 #include "modSettings.h"
 #include "modTranslator.h"
 
@@ -63,6 +64,7 @@ void clsConversionRun::ConvertByProfile(int32_t& lResult) {
   OptOutputFileSet(options_.sOutputFile.c_str());
   const int32_t quotes_result = OptUseDoubleQuotesSet(options_.lUseDoubleQuotes);
   Cellwright().Change().bSafeCsv = options_.bSafeCsv;
+  Cellwright().Change().bGiveUpOnLoss = options_.bStrict && !options_.bKeep;
   Cellwright().TellProgress([this](int64_t lRow, int64_t lDone, int64_t lTotal) {
     host_.ShowProgress({options_.sInputFile, lRow, lDone, lTotal});
   });
@@ -108,9 +110,10 @@ void clsConversionRun::TakeEngineAccount(int32_t lStatus) {
   table.lLastLine = tally.lRowsRead;
   table.lRows = tally.lRowsWritten;
   for (const CellwrightColumn& column : Cellwright().Held().columns) table.lColumns += column.lCount > 0 ? 1 : 0;
-  table.lCharactersBehind = tally.lCharsBehind;
+  table.loss.lBehind = tally.lCharsBehind;
   table.lCellsFailed = tally.lCellsFailed;
   if (account.bOutputWritten) account.tables.assign(1, table);
+  if (options_.bStrict && account.bOutputWritten) account.sStrict = StrictFault(account);
 }
 
 }  // namespace quillon

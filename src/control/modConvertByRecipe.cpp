@@ -163,6 +163,8 @@ RecipeOptions clsConversionRun::MakeRecipeOptions() const {
   recipe_options.bTrimFields = options_.bTrimFields;
   recipe_options.bSafeCsv = options_.bSafeCsv;
   recipe_options.bAllPeriods = options_.bAllPeriods;
+  recipe_options.bStrict = options_.bStrict;
+  recipe_options.bKeep = options_.bKeep;
   recipe_options.lTotalTimeStart = fields_.lTotalTimeStart;
   if (pWindow_ != nullptr) recipe_options.sFormCaption = pWindow_->Caption();
   return recipe_options;

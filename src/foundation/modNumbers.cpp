@@ -101,4 +101,8 @@ double ParseDouble(std::string_view sText, double fallback) {
   return TryParseDouble(sOther, value) ? value : fallback;
 }
 
+std::string CountedText(int64_t lCount, std::string_view sOne, std::string_view sMany) {
+  return std::to_string(lCount) + " " + std::string(lCount == 1 ? sOne : sMany);
+}
+
 }  // namespace quillon

@@ -28,6 +28,8 @@ std::string ScaledText(ScaledNumber value);
 
 /// "#,##0" and "#,##0.00" of a numeric text, halves away from zero; a text that isn't numeric comes back unchanged.
 std::string FormatGrouped(std::string_view sNumber, int nDecimals);
+/// "1 row", "2 rows".
+std::string CountedText(int64_t lCount, std::string_view sOne, std::string_view sMany);
 /// "##0.0": one decimal, no padding.
 std::string FormatOneDecimal(double value);
 /// The shortest text that reads back as the same double.

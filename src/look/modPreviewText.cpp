@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "modNumbers.h"
 #include "modText.h"
 
 namespace quillon {
@@ -121,10 +122,6 @@ std::vector<std::string> ColumnTitles(const ReportPreview& preview) {
     return a.size() != b.size() ? a.size() < b.size() : a < b;
   });
   return letters;
-}
-
-std::string CountedText(int64_t lCount, std::string_view sOne, std::string_view sMany) {
-  return std::to_string(lCount).append(" ").append(lCount == 1 ? sOne : sMany);
 }
 
 std::string ShownText(std::string_view sText) {

@@ -19,8 +19,6 @@ std::string BoundsText(const ReportPreview& preview);
 /// Letters of the output's columns, in the order of the cells.
 std::vector<std::string> ColumnTitles(const ReportPreview& preview);
 
-/// "1 row", "2 rows".
-std::string CountedText(int64_t lCount, std::string_view sOne, std::string_view sMany);
 /// Text of a report for a terminal: control characters, which might steer it, become dots.
 std::string ShownText(std::string_view sText);
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "modNumbers.h"
 #include "modPreviewText.h"
 #include "modTableKeys.h"
 #include "modTableKinds.h"

@@ -10,6 +10,7 @@
 #include "modCellTyping.h"
 #include "modCharacterList.h"
 #include "modExcelLink.h"
+#include "modNumbers.h"
 #include "modPaths.h"
 #include "modReportChange.h"
 #include "modSettings.h"
@@ -140,6 +141,10 @@ bool clsCellwright::PumpRows(Reader& reader, Sink& sink) {
   account_.lCharsReplaced = ReplacedBy(reader);
   inputFailure_ = reader.LastFailure();
   if (!inputFailure_.Failed()) inputFailure_ = ReportChange(options_.sInputFile, report_);
+  if (!inputFailure_.Failed() && options_.bGiveUpOnLoss && account_.lCharsBehind > 0) {
+    inputFailure_ = OwnFailure(
+        options_.sInputFile, CountedText(account_.lCharsBehind, "character", "characters") + " behind the last column");
+  }
   return bTaken && !inputFailure_.Failed();
 }
 

@@ -42,6 +42,7 @@ class clsCellwright {
     int32_t lSeparator = 44;
     int32_t lUseDoubleQuotes = 1;
     bool bAllText = false;
+    bool bGiveUpOnLoss = false;  ///< Not of it either: with characters behind the last column no output is written
     bool bSafeCsv = false;  ///< Not of the flat interface: CSV values that a spreadsheet would run are made harmless
   };
 

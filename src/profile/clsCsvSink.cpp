@@ -32,7 +32,7 @@ bool clsCsvSink::PutRow(std::string_view sRow) {
       ((bSameBytes_ && pageIn_.IsSingleByte()) || IsAscii(sRow))) {
     char* const pOut = file_.Reserve(fast_->RoomFor(sRow.size()));
     file_.Used(static_cast<size_t>(fast_->PutRow(sRow, pOut) - pOut));
-    cutter_.AddCharsBehind(std::max<int64_t>(0, static_cast<int64_t>(sRow.size()) - nWidth_));
+    if (static_cast<int64_t>(sRow.size()) > nWidth_) cutter_.AddBehind(sRow.substr(static_cast<size_t>(nWidth_)));
     return true;
   }
   cutter_.Cut(sRow);

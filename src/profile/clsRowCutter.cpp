@@ -27,6 +27,11 @@ void clsRowCutter::Cut(std::string_view sRow) {
   }
 }
 
+void clsRowCutter::AddBehind(std::string_view sRest) {
+  const auto lAll = static_cast<int64_t>(bBytes_ ? sRest.size() : CharCount(sRest));
+  lBehind_ += lAll - std::count(sRest.begin(), sRest.end(), ' ');
+}
+
 void clsRowCutter::CutBytes(std::string_view sRow) {
   const auto nRow = static_cast<int64_t>(sRow.size());
   for (size_t i = 0; i < fields_.size(); ++i) {
@@ -36,7 +41,7 @@ void clsRowCutter::CutBytes(std::string_view sRow) {
     fields_[i] =
         TrimPad(sRow.substr(static_cast<size_t>(nStart), static_cast<size_t>(nCount)), column.side, column.sPad);
   }
-  lBehind_ += std::max<int64_t>(0, nRow - plan_.edges.back());
+  if (nRow > plan_.edges.back()) AddBehind(sRow.substr(static_cast<size_t>(plan_.edges.back())));
 }
 
 void clsRowCutter::CutChars(std::string_view sRow) {
@@ -47,8 +52,7 @@ void clsRowCutter::CutChars(std::string_view sRow) {
     const size_t nStart = offsets_[column.nInput];
     fields_[i] = TrimPad(sRow.substr(nStart, offsets_[column.nInput + 1] - nStart), column.side, column.sPad);
   }
-  const size_t nEnd = offsets_.back();
-  if (nEnd < sRow.size()) lBehind_ += static_cast<int64_t>(CharCount(sRow.substr(nEnd)));
+  AddBehind(sRow.substr(std::min(offsets_.back(), sRow.size())));
 }
 
 }  // namespace quillon

@@ -18,9 +18,10 @@ class clsRowCutter {
   void Cut(std::string_view sRow);
   /// The fields of the last row in output order, trimmed: views into the row. A row that ends early gives empty ones.
   const std::vector<std::string_view>& Fields() const { return fields_; }
-  /// Characters of all rows so far that stood behind the last column.
+  /// Characters of all rows so far, other than blanks, that stood behind the last column.
   int64_t CharsBehind() const { return lBehind_; }
-  void AddCharsBehind(int64_t nChars) { lBehind_ += nChars; }
+  /// Adds what stands behind the last column of a row.
+  void AddBehind(std::string_view sRest);
 
  private:
   void CutBytes(std::string_view sRow);

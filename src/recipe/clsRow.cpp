@@ -86,11 +86,4 @@ std::string clsRow::Text() const {
   return sText;
 }
 
-int64_t clsRow::CharactersBehind(int64_t nEnd) {
-  nEnd = std::max<int64_t>(nEnd, 0);
-  const std::string_view sRest = sBytes_.substr(bByteChars_ ? OffsetOf(nEnd + 1) : clsUtf8Walk(sBytes_).To(nEnd));
-  const auto lAll = static_cast<int64_t>(bByteChars_ ? sRest.size() : CharCount(sRest));
-  return lAll - std::count(sRest.begin(), sRest.end(), ' ');
-}
-
 }  // namespace quillon

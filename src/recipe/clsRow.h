@@ -40,8 +40,6 @@ class clsRow {
   std::string_view Field(int64_t nStart, int64_t nEnd);
   /// The whole row as UTF-8.
   std::string Text() const;
-  /// Characters other than blanks behind position nEnd.
-  int64_t CharactersBehind(int64_t nEnd);
 
  private:
   void Own();

@@ -21,6 +21,15 @@ int32_t SheetRow(int64_t lRow) {
   return static_cast<int32_t>(std::min<int64_t>(lRow, std::numeric_limits<int32_t>::max()));
 }
 
+std::vector<TidyPlace> PlacesOf(const clsTable& table) {
+  std::vector<TidyPlace> places;
+  // A column that ends nowhere is refused on the first row.
+  for (const clsColumn& column : table.ColumnsCollection) {
+    if (column.ReadColumnEnd > 0) places.push_back({column.ReadColumnStart, column.ReadColumnEnd});
+  }
+  return places;
+}
+
 }  // namespace
 
 bool clsTable::Process(RecipeContext& context, clsOutputFile* csv_file_handle) {
@@ -34,14 +43,12 @@ clsTableRun::clsTableRun(RecipeContext& context, clsTable& table, clsOutputFile*
       bAllPeriods_(context.options.bAllPeriods &&
                    (context.recipe.InputFileFirst != 1 || context.recipe.InputFileLast > 1)),
       sRowLabel_(Translate("Row:") + " "),
-      lCellsFailedBefore_(context.account.lCellsFailed) {
+      lCellsFailedBefore_(context.account.lCellsFailed),
+      measure_(PlacesOf(table)) {
   TableAccount account;
   account.lTable = static_cast<int32_t>(context.account.tables.size()) + 1;
   account.lColumns = static_cast<int32_t>(table.ColumnsCollection.size());
   context.account.tables.push_back(account);
-  for (const clsColumn& column : table.ColumnsCollection) {
-    lLastColumn_ = std::max<int64_t>(lLastColumn_, column.ReadColumnEnd);
-  }
 }
 
 clsTableRun::~clsTableRun() {
@@ -198,11 +205,21 @@ clsTableRun::Step clsTableRun::CheckColumns() {
   return Step::Died;
 }
 
+void clsTableRun::MeasureRow(const clsRow& row) {
+  const int64_t lLine = lStart_ + lRowIndex_;
+  if (!row.BytesAreCharacters()) {
+    measure_.Text(row.Bytes(), lLine);
+    return;
+  }
+  constexpr unsigned char kNoBreakSpace = 0xA0;
+  const clsCodePage& page = row.Page();
+  const bool bBlank = page.IsSingleByte() && page.CharOf(kNoBreakSpace) == kNoBreakSpace;
+  measure_.Bytes(row.Bytes(), lLine, bBlank ? static_cast<char>(kNoBreakSpace) : ' ');
+}
+
 bool clsTableRun::WriteRow() {
   clsRow& row = Row();
-  if (static_cast<int64_t>(row.Bytes().size()) > lLastColumn_) {
-    Account().lCharactersBehind += row.CharactersBehind(lLastColumn_);
-  }
+  MeasureRow(row);
   if (csvRows_) return csvRows_->Write(row);
   for (clsColumn& column : table_.ColumnsCollection) {
     if (!column.Process(context_, lFirstSheetRow_ + lRowIndex_)) return false;
@@ -222,6 +239,7 @@ void clsTableRun::CountLines() {
 void clsTableRun::KeepAccount() {
   TableAccount& account = Account();
   account.lRows = lRowIndex_;
+  account.loss = measure_.Loss();
   account.lCellsFailed = context_.account.lCellsFailed - lCellsFailedBefore_;
   // Unix rows behind the end of the file are rows, but no lines of it.
   const int64_t lLastLine = std::min(lStart_ + lRowIndex_ - 1, Reader().RowNumber());

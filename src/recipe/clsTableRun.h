@@ -36,6 +36,7 @@ class clsTableRun {
   Step CheckColumns();
   bool ReadRow();
   bool WriteRow();
+  void MeasureRow(const clsRow& row);
   bool AtEnd() { return bAllPeriods_ ? periods_.AtEnd() : Reader().AtEnd(); }
   void TellProgress(int64_t lLine);
   Step ReadFailure(const clsLineReader& reader);
@@ -56,8 +57,8 @@ class clsTableRun {
   int64_t lStart_ = 0, lEnd_ = 0;  ///< Lines of the block
   int64_t lFirstSheetRow_ = 0;
   int64_t lRowIndex_ = 0;
-  int64_t lLastColumn_ = 0;  ///< The last character that any column takes
   int64_t lCellsFailedBefore_;
+  clsCutMeasure measure_;
 };
 
 }  // namespace quillon

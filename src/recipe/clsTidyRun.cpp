@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "clsRecipe.h"
+#include "clsReportProof.h"
 #include "clsTidyLines.h"
 #include "clsTidyOutputs.h"
 #include "clsTidyReport.h"
@@ -60,6 +61,7 @@ class clsTidyRun : public clsTidyListener {
   bool Run() {
     if (!Open() || !LocateAll()) return !bDied_;
     if (tables_.empty() || !MakeSheets() || !FindNames() || !Open()) return !bDied_;
+    proof_.emplace(tables_, clsPrintedTotals::Limits());
     clsTidyReport report(tables_, *this);
     for (size_t i = 0; i < tables_.size(); ++i) SetKnownColumns(report, i);
     ReadAll(report);
@@ -71,8 +73,18 @@ class clsTidyRun : public clsTidyListener {
   // What the report tells while it is read.
   void TableStarts(size_t nTable, const std::vector<TidyColumnInfo>& columns) override {
     SheetOf(nTable).SetColumns(nTable, columns);
+    proof_->TableStarts(nTable, columns);
   }
-  void Row(const TidyRecord& row) override { SheetOf(row.nTable).Begins(row.nTable, row.lLine); }
+  void Row(const TidyRecord& row) override {
+    SheetOf(row.nTable).Begins(row.nTable, row.lLine);
+    proof_->Row(row);
+  }
+  void HeadingChanges(size_t nTable, size_t nHeading, int64_t lLine) override {
+    proof_->HeadingChanges(nTable, nHeading, lLine);
+  }
+  void Line(int64_t lLine, std::string_view sLine, TidyLineKind kind, size_t nTable) override {
+    proof_->Line(lLine, sLine, kind, nTable);
+  }
   void Record(const TidyRecord& record) override { bGoesOn_ = SheetOf(record.nTable).Put(record) && bGoesOn_; }
   void TableLine(size_t nTable, int64_t lLine, std::string_view /*sLine*/, TidyLineKind /*kind*/) override {
     if (bShared_) SheetOf(nTable).Passes(nTable, lLine);
@@ -282,6 +294,8 @@ class clsTidyRun : public clsTidyListener {
   void KeepAccount(const clsTidyReport& report) {
     TidyAccount& account = context_.account.tidy;
     account.bRan = true;
+    for (size_t i = 0; i < tables_.size(); ++i) proof_->AddLeft(report.State(i).left);
+    context_.account.proof = proof_->Finish();
     for (size_t i = 0; i < account.lines.size(); ++i) account.lines[i] = report.Lines(static_cast<TidyLineKind>(i));
     for (size_t i = 0; i < tables_.size(); ++i) {
       const TidyTableState& state = report.State(i);
@@ -332,6 +346,7 @@ class clsTidyRun : public clsTidyListener {
   RecipeContext& context_;
   clsOutputFile* pCsv_;
   std::vector<TidyTable> tables_;
+  std::optional<clsReportProof> proof_;
   clsLineReader reader_;
   std::vector<std::unique_ptr<clsTidySheet>> sheets_;
   std::vector<size_t> sheetOf_;

@@ -6,6 +6,7 @@
 #include "clsRecipe.h"
 #include "modCellTyping.h"
 #include "modExcelLink.h"
+#include "modProofRun.h"
 #include "modRecipeFailures.h"
 #include "modTranslator.h"
 
@@ -15,6 +16,14 @@ namespace {
 
 constexpr std::string_view kCaption = "Quillon - Text to Excel/CSV File Conversion";
 
+/// A strict run gives up an output that lacks something, or whose totals don't agree.
+bool StrictGivesUp(RecipeContext& context) {
+  if (!context.options.bStrict || gbAbandonOutput || gbPauseRequested) return false;
+  if (!context.account.tidy.bRan) ProveBlocks(context);
+  context.account.sStrict = StrictFault(context.account);
+  return !context.account.sStrict.empty() && !context.options.bKeep;
+}
+
 /// An interrupted run, and a report or disk that failed in the middle or changed: the old output is worth more than
 /// half a new one.
 bool OutputGivenUp(RecipeContext& context) {
@@ -22,7 +31,7 @@ bool OutputGivenUp(RecipeContext& context) {
     const Failure change = ReportChange(sReport, state);
     if (change.Failed() && !context.account.failure.Failed()) ReportFileFailure(context, change);
   }
-  return gbAbandonOutput || context.account.failure.Failed();
+  return gbAbandonOutput || context.account.failure.Failed() || StrictGivesUp(context);
 }
 
 void RunCsv(RecipeContext& context) {

@@ -9,7 +9,9 @@
 #include <utility>
 #include <vector>
 
+#include "clsCutMeasure.h"
 #include "clsHost.h"
+#include "clsReportProof.h"
 #include "modFailure.h"
 
 namespace quillon {
@@ -22,7 +24,7 @@ struct TableAccount {
   int64_t lFirstLine = 0, lLastLine = 0;  ///< Lines of the report, from 1; 0 if not found
   int64_t lRows = 0;
   int32_t lColumns = 0;
-  int64_t lCharactersBehind = 0;  ///< Not blank, behind the last column
+  CharacterLoss loss;  ///< What the columns leave of the rows
   int64_t lCellsFailed = 0;
 };
 
@@ -51,6 +53,9 @@ struct FileAccount {
   std::vector<std::string> namesRefused;  ///< Names of the recipe that no sheet got, each with the reason
   std::vector<TableAccount> tables;
   TidyAccount tidy;
+  /// Of tidy tables, and with bStrict of all: lines, characters of tidy rows, printed totals.
+  ReportProof proof;
+  std::string sStrict;  ///< Why a strict run takes the file for a failed one
 };
 
 enum class FileStatus {

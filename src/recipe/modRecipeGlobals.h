@@ -49,6 +49,8 @@ struct RecipeOptions {
   bool bTrimFields = false;     ///< Long options only: blanks around fields go
   bool bSafeCsv = false;        ///< Long options only: cells that a spreadsheet would run are made harmless
   bool bAllPeriods = false;     ///< Long options only: rows of every period's file, not of slot 1 alone
+  bool bStrict = false;         ///< What is lost or doesn't agree makes the file a failed one,
+  bool bKeep = false;           ///< whose output is written all the same
   int64_t lTotalTimeStart = 0;  ///< Tick of the run's start
   std::string sFormCaption;     ///< Of the main form, in a run with windows
 

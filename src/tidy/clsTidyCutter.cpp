@@ -177,6 +177,22 @@ bool clsTidyCutter::LastCutLeavesText(const clsTidyLine& line) const {
   return false;
 }
 
+void clsTidyCutter::AddLeft(const clsTidyLine& line, int64_t lLine, TidyLeft& left) const {
+  if (groups_.size() != 1) return;
+  const int64_t lBefore = left.lInFront + left.lBetween + left.lBehind;
+  size_t nDone = 0;
+  for (const Span& span : spans_) {
+    int64_t& lCount = nDone == 0 ? left.lInFront : left.lBetween;
+    for (size_t n = nDone; n < span.nFrom && n < line.Size(); ++n) lCount += line.IsBlankAt(n) ? 0 : 1;
+    const bool bTouches = nDone > 0 && nDone == span.nFrom && span.nFrom < line.Size();
+    if (bTouches && !line.IsBlankAt(nDone - 1) && !line.IsBlankAt(nDone) && left.lDivided++ == 0)
+      left.lDividedLine = lLine;
+    nDone = std::max(nDone, span.nEnd);
+  }
+  for (size_t n = nDone; n < line.Size(); ++n) left.lBehind += line.IsBlankAt(n) ? 0 : 1;
+  if (left.lFirstLine == 0 && left.lInFront + left.lBetween + left.lBehind > lBefore) left.lFirstLine = lLine;
+}
+
 std::pair<size_t, size_t> clsTidyCutter::Range(TidyColumn column) const {
   for (const Group& group : groups_) {
     for (const Place& place : group) {

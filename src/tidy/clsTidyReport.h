@@ -79,6 +79,14 @@ class clsTidyListener {
   virtual void GroupTooLong(size_t nTable, int64_t lLine);
 };
 
+/// Characters other than blanks that no column took of rows, and words that two touching columns share.
+struct TidyLeft {
+  int64_t lInFront = 0, lBetween = 0, lBehind = 0;
+  int64_t lDivided = 0;    ///< Such words
+  int64_t lFirstLine = 0;  ///< That leaves a character
+  int64_t lDividedLine = 0;
+};
+
 /// What one table did, for messages and closing lines.
 struct TidyTableState {
   bool bStarted = false, bEnded = false;  ///< Its start and end texts were found (or it has none)
@@ -86,10 +94,11 @@ struct TidyTableState {
   int64_t lRecords = 0;
   int64_t lMisfits = 0;  ///< Cells of number and date columns that stayed text
   int64_t lMisfitLine = 0;
-  std::string sMisfit;                    ///< The first of them
-  size_t nMisfitColumn = 0;               ///< Index among the columns
-  std::vector<int64_t> headingsFound;     ///< Lines that were heading k
-  int64_t lGapLines = 0, lGapLine = 0;    ///< Rows with a letter or digit between two columns, and the first
+  std::string sMisfit;                  ///< The first of them
+  size_t nMisfitColumn = 0;             ///< Index among the columns
+  std::vector<int64_t> headingsFound;   ///< Lines that were heading k
+  int64_t lGapLines = 0, lGapLine = 0;  ///< Rows with a letter or digit between two columns, and the first
+  TidyLeft left;
   int64_t lNearLine = 0;                  ///< Without any row: the line that fits best ...
   TidyColumn nearColumn = kNoTidyColumn;  ///< ... and the column that fails; none: it is the picture that doesn't fit
 };

@@ -209,6 +209,7 @@ void clsTidyTableReader::StartRow(int64_t lLine) {
   if (!bStarted_) StartTable();
   bRowInStretch_ = true;
   bJoinEnded_ = false;
+  if (fitting_.size() == 1) cutter_.AddLeft(line_, lLine, state_.left);
   if (fitting_.size() == 1 && cutter_.LastCutLeavesText(line_)) {
     if (state_.lGapLines++ == 0) state_.lGapLine = lLine;
   }

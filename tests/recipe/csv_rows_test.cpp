@@ -77,10 +77,10 @@ TEST_F(CsvRows, WritesInTheCodePageOfTheReport) {
 
 TEST_F(CsvRows, CountsWhatStandsBehindTheLastColumn) {
   Convert("abcdef g\nab\nabc", {"1 2 A"});
-  EXPECT_EQ(account.tables[0].lCharactersBehind, 6);
+  EXPECT_EQ(account.tables[0].loss.lBehind, 6);
   options.text.pCodePage = nullptr;
   Convert("ab\xC3\xA9\xC3\xA9 \nab", {"1 2 A"});
-  EXPECT_EQ(account.tables[0].lCharactersBehind, 2);
+  EXPECT_EQ(account.tables[0].loss.lBehind, 2);
 }
 
 /// A row of up to 80 characters that mean something to CSV or to the cutting, or any.

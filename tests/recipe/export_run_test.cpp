@@ -90,7 +90,7 @@ TEST_F(ExportRun, StacksTablesAndTitlesAndCountsTheLines) {
   ASSERT_EQ(account.tables.size(), 2u);
   EXPECT_EQ(account.tables[0].lFirstLine, 10);
   EXPECT_EQ(account.tables[1].lLastLine, 12);
-  EXPECT_EQ(account.tables[1].lCharactersBehind, 0);
+  EXPECT_EQ(account.tables[1].loss.lBehind, 0);
   Csv();
   EXPECT_EQ(account.sWalkEnded, "A title needs a workbook");
   EXPECT_EQ(folder.Read("out.csv"), "");

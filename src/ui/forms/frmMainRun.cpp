@@ -83,7 +83,7 @@ void frmMain::AddToClosing(const FileOutcome& outcome) {
     lRows += table.lRows;
     closing_.lTables += table.lRows > 0 ? 1 : 0;
     closing_.lColumns = std::max(closing_.lColumns, table.lColumns);
-    closing_.lBehind += table.lCharactersBehind;
+    closing_.lBehind += table.loss.lBehind;
   }
   closing_.lRows += account.tables.empty() ? account.lLinesInTables : lRows;
 }

@@ -1,0 +1,34 @@
+#pragma once
+// What a recipe makes of a whole report: each line accounted for, with its printed totals. Looks only.
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "clsMixedProof.h"
+#include "modReportPreview.h"
+
+namespace quillon {
+
+struct ReportCheck {
+  std::string sFault;                  ///< Why the report or the recipe can't be read; "" if there is no reason
+  std::vector<TidyTable> tables;       ///< The tidy ones
+  std::vector<TidyTableState> states;  ///< Of each of them
+  ReportProof proof;
+
+  /// True if nothing is missing: no line that looks like a row was left out, no character is lost, no tidy table failed
+  /// to be found, no printed total disagrees.
+  bool IsWhole() const;
+};
+
+/// Reads the report by the recipe's tidy tables; cutTables are what PreviewByRecipe found of its other tables.
+ReportCheck CheckReport(const PreviewRequest& request, clsSectionFile& recipe,
+                        const std::vector<ReportPreview>& cutTables, clsLineFollower* pFollower);
+
+/// The blocks that PreviewByRecipe found.
+std::vector<CutTable> CutsOf(const std::vector<ReportPreview>& previews);
+
+/// True if table n of the recipe is a tidy one.
+bool IsTidyTableOf(clsSectionFile& recipe, int32_t lTable);
+
+}  // namespace quillon

@@ -1,0 +1,27 @@
+#pragma once
+// What became of a report's lines, characters and totals, in words.
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "clsReportProof.h"
+
+namespace quillon {
+
+/// "4 rows, 2 headings, 3 totals, 5 left out, 1 outside of all tables": kinds without a line are left out.
+std::string LineKindsText(const std::array<int64_t, kTidyLineKinds>& lines);
+/// "12 printed totals agree, 1 does not (line 204, column Gross: printed 5,140.00, rows 4,100.00)"; "" if there are
+/// none.
+std::string TotalsText(const ReportProof& proof);
+/// "line 204, column Gross: printed 5,140.00, rows 4,100.00"
+std::string TotalText(const TableTotal& total);
+
+/// A tidy table of a check: its stretch, its records, what didn't fit.
+std::string TidyTableText(const TidyTable& table, const TidyTableState& state);
+/// Lines by kind, those left out or outside by shape, and the totals. bAll: all shapes and totals.
+std::string ProofText(const ReportProof& proof, bool bAll);
+/// What is lost, in words: "3 lines look like rows, 1 value cut"; "" if nothing is.
+std::string LossText(const ReportProof& proof);
+
+}  // namespace quillon

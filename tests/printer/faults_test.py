@@ -1,0 +1,111 @@
+#!/usr/bin/env python3
+"""Random reports with totals, each damaged in one place: a row deleted, a digit changed, two pages exchanged. A strict
+conversion must notice what the totals show, and must not take offence at the whole report.
+
+  tests/printer/faults_test.py --program build-dev/bin/quillon --count 500
+
+Pages that are exchanged change no sum where groups end with their pages and no page has a total, so those are counted
+and not asked for.
+"""
+
+import argparse
+import random
+import subprocess
+import sys
+import tempfile
+from collections import Counter
+from pathlib import Path
+
+from layouts import KINDS
+from print_reports import print_layout
+
+WITH_TOTALS = ("groups", "pages", "repeats", "negatives", "plain", "records", "wrapped")
+
+
+def without_row(paper, layout, rng):
+    """The text without one of its rows and the lines that belong to it."""
+    i = rng.choice([i for i, kind in enumerate(paper.kinds) if kind == "row"])
+    j = i + 1
+    while j < len(paper.kinds) and paper.kinds[j] in ("further", "joined"):
+        j += 1
+    return paper.lines[:i] + paper.lines[j:]
+
+
+def with_digit(paper, layout, rng):
+    """The text with another digit somewhere in a number of a row."""
+    rows = [i for i, kind in enumerate(paper.kinds) if kind == "row"]
+    for _ in range(100):
+        i, column = rng.choice(rows), rng.choice(layout.listing.total_columns)
+        line = paper.lines[i]
+        places = [n for n in range(column.start - 1, min(column.end, len(line))) if line[n].isdigit()]
+        if places:
+            n = rng.choice(places)
+            digit = rng.choice([d for d in "0123456789" if d != line[n]])
+            return paper.lines[:i] + [line[:n] + digit + line[n + 1:]] + paper.lines[i + 1:]
+    return None
+
+
+def with_pages_exchanged(paper, layout, rng):
+    """The text with two pages in each other's place; nothing if it has no two."""
+    if len(paper.starts) < 3:
+        return None
+    starts = paper.starts + [len(paper.lines)]
+    pages = [paper.lines[a:b] for a, b in zip(starts, starts[1:])]
+    a, b = rng.sample(range(len(pages) - 1), 2)
+    pages[a], pages[b] = pages[b], pages[a]
+    return [line for page in pages for line in page]
+
+
+FAULTS = {"row deleted": without_row, "digit changed": with_digit, "pages exchanged": with_pages_exchanged}
+
+
+def strict_status(program, folder, text):
+    """The exit status of a strict conversion, and what it said."""
+    report = folder / "damaged.txt"
+    report.write_bytes(text.encode("utf-8"))
+    done = subprocess.run([program, "convert", report, "-o", folder / "damaged.csv", "--recipe", folder / "recipe.rcp",
+                           "--strict"], capture_output=True, text=True, stdin=subprocess.DEVNULL, timeout=120)
+    return done.returncode, done.stderr
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--program", required=True, type=lambda text: Path(text).resolve())
+    parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--count", type=int, default=21)
+    options = parser.parse_args()
+    tried, noticed, unasked, bad = Counter(), Counter(), 0, []
+    seed = options.seed
+    while tried.total() < options.count:
+        seed += 1
+        kind = WITH_TOTALS[seed % len(WITH_TOTALS)]
+        layout = KINDS[kind](random.Random(f"{kind} {seed}"))
+        if not layout.listing.totals or not layout.listing.grand:
+            continue
+        fault = list(FAULTS)[tried.total() % len(FAULTS)]
+        with tempfile.TemporaryDirectory() as name:
+            folder = print_layout(kind, seed, 0, Path(name))
+            layout = KINDS[kind](random.Random(f"{kind} {seed}"))
+            layout.recipe()
+            paper, _ = layout.print(random.Random(f"{kind} {seed} 0"), 0)
+            status, said = strict_status(options.program, folder, paper.text(layout.end))
+            if status != 0:
+                unasked += 1
+                bad.append(f"{kind}_{seed}: whole, but {said.strip()}")
+            lines = FAULTS[fault](paper, layout, random.Random(seed))
+            if lines is None:
+                continue
+            status, said = strict_status(options.program, folder, layout.end.join(lines) + layout.end)
+        tried[fault] += 1
+        noticed[fault] += 1 if status != 0 else 0
+        if status == 0 and fault != "pages exchanged":
+            bad.append(f"{kind}_{seed}: {fault}, and not noticed")
+    for fault in FAULTS:
+        print(f"{fault:<16} {noticed[fault]} of {tried[fault]} noticed")
+    print(f"{unasked} false alarms")
+    print("\n".join(bad[:20]))
+    sys.exit(1 if bad else 0)
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,36 @@
+#include <gtest/gtest.h>
+
+#include "clsCutMeasure.h"
+
+namespace quillon {
+namespace {
+
+std::string Lost(clsCutMeasure& measure, std::string_view sRow) {
+  const CharacterLoss& loss = measure.Text(sRow, 1);
+  return std::to_string(loss.lInFront) + " " + std::to_string(loss.lBetween) + " " + std::to_string(loss.lBehind) +
+         " " + std::to_string(loss.lCuts);
+}
+
+TEST(CutMeasure, TellsInFrontBetweenBehindAndCutApartAndBlanksAreNoLoss) {
+  const std::vector<TidyPlace> places{{8, 10}, {3, 5}};
+  clsCutMeasure measure(places);
+  EXPECT_EQ(Lost(measure, "  abc  def     "), "0 0 0 0");
+  EXPECT_EQ(Lost(measure, "x abc  def  yz"), "1 0 2 0");
+  EXPECT_EQ(Lost(measure, "1234567890123"), "2 2 3 4");
+  EXPECT_EQ(Lost(measure, "  abc"), "0 0 0 0");
+  // Umlauts are one character each, a no-break space is a blank, and rules have no values to be cut.
+  EXPECT_EQ(Lost(measure, "\xC3\xA4 \xC3\xA4\xC3\xA4\xC3\xA4\xC2\xA0 def"), "1 0 0 0");
+  EXPECT_EQ(Lost(measure, "-------------"), "2 2 3 0");
+  EXPECT_EQ(measure.Loss().Characters(), 18);
+}
+
+TEST(CutMeasure, TouchingAndOpenColumnsAreCutAtTheirEdgesAlone) {
+  const std::vector<TidyPlace> places{{1, 3}, {4, 6}, {9, 0}};
+  clsCutMeasure measure(places);
+  EXPECT_EQ(Lost(measure, "abcdef  and all the rest"), "0 0 0 1");
+  EXPECT_EQ(measure.Cuts(), std::vector<int32_t>{3});
+  EXPECT_EQ(Lost(measure, "ab def-"), "0 1 0 1");
+}
+
+}  // namespace
+}  // namespace quillon
