@@ -175,8 +175,8 @@ bool clsTidyTableReader::FindRecords(int64_t lLine) {
   const bool bPicture = matcher_.FitsPicture(line_);
   const bool bLooksOn = state_.lRecords == 0 && !bStarted_ && state_.lNearLine == 0;
   if (!bPicture && !(bLooksOn && matcher_.HasNeeds())) return false;
-  const bool bAsked = matcher_.HasPictures() || matcher_.HasNeeds();
-  if (!bAsked && line_.IsDrawn()) return false;
+  // A text that means nothing fits every kind, so "---" might.
+  if (line_.IsDrawn()) return false;
   for (size_t nGroup = 0; nGroup < cells_.size(); ++nGroup) {
     auto& cells = cells_[nGroup];
     cutter_.Cut(line_, nGroup, cells);
