@@ -56,7 +56,7 @@ class clsFuzzRecipe : public clsFuzzInput {
     Must(account.lLinesInTables <= account.lLinesRead, "no more lines in tables than in the report");
     Must(account.bOutputWritten != account.failure.Failed(), "an output or the reason why there is none");
     for (const TableAccount& table : account.tables) {
-      Must(table.lRows >= 0 && table.lCharactersBehind >= 0, "counts of a table are counts");
+      Must(table.lRows >= 0 && table.loss.Characters() >= 0, "counts of a table are counts");
     }
   }
   static const clsTempFolder& Folder() {

@@ -32,7 +32,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pBytes, size_t nBytes) {
   clsCsvRows plainRows(context, columns, 44, reader.CodePage(), plain);
   clsRow& row = gLineProcessor().RowCollection[0];
   while (!reader.AtEnd() && gLineProcessor().ReadRowPeriod1Only(context, &reader, pBytes[2] % 12)) {
-    row.CharactersBehind(40);
     fastRows.Write(row);
     plainRows.WritePlain();
     if (fast.BytesWritten() != plain.BytesWritten()) __builtin_trap();

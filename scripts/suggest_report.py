@@ -82,7 +82,7 @@ class Runner:
         text = self.run("check", report, "--recipe", recipe, *options)
         if text.endswith("\nNothing is lost.\n"):
             return "none"
-        return "; ".join(re.findall(r"[^;\n]*the first on line \d+", text)) or "not converted"
+        return "; ".join(re.findall(r"[^;\n]*the first on line \d+", text)) or "told, without a place"
 
     def tables(self, report, recipe, options):
         """(first line, last line, columns) of each table."""

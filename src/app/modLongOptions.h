@@ -41,8 +41,8 @@ struct LookRequest {
   std::string sHeadings = "all";
   bool bToday = false;
   bool bStrict = false;
-  std::string sHtml;             ///< Of check: the page; "" for none
-  bool bLines = false;           ///< Of check: all shapes of lines and all totals
+  std::string sHtml;    ///< Of check: the page; "" for none
+  bool bLines = false;  ///< Of check: all shapes of lines and all totals
 };
 
 /// What both converting commands have.
