@@ -6,6 +6,8 @@
 #include <cerrno>
 #include <cstdlib>
 
+#include "modTurns.h"
+
 namespace quillon {
 
 namespace {
@@ -13,7 +15,14 @@ namespace {
 template <typename Call>
 auto Repeat(Call call) {
   auto result = call();
-  while (result < 0 && errno == EINTR) result = call();
+  while (result < 0 && errno == EINTR) {
+    // A pipe that nobody reads would hold an interrupted run for ever.
+    if (!GiveTurn() && gbAbandonOutput) {
+      errno = ECANCELED;
+      break;
+    }
+    result = call();
+  }
   return result;
 }
 
