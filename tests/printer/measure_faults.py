@@ -2,7 +2,7 @@
 """Random reports with totals, each damaged in one place: a row deleted, a digit changed, two pages exchanged. A strict
 conversion must notice what the totals show, and must not take offence at the whole report.
 
-  tests/printer/faults_test.py --program build-dev/bin/quillon --count 500
+  tests/printer/measure_faults.py --program build-dev/bin/quillon --count 500
 
 Pages that are exchanged change no sum where groups end with their pages and no page has a total, so those are counted
 and not asked for.
