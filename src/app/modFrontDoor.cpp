@@ -17,20 +17,14 @@
 #include "modParseCommandLine.h"
 #include "modPaths.h"
 #include "modRunMessages.h"
-#include "modUsage.h"
 
 namespace quillon {
 
 namespace {
 
-/// A path with its name typed in full is none, although its folders could be read as switches. Behind other words a
-/// switch is told by its letter.
+/// A path with its name typed in full is none, although its folders could be read as switches.
 bool IsSlashForm(std::string_view sFirst) {
-  if (sFirst.starts_with('/')) return !IsFile(sFirst);
-  for (size_t n = sFirst.find(" /"); n != std::string_view::npos; n = sFirst.find(" /", n + 1)) {
-    if (n + 2 < sFirst.size() && IsSwitchLetter(sFirst[n + 2])) return true;
-  }
-  return false;
+  return sFirst.starts_with('/') && !IsFile(sFirst);
 }
 
 /// Doesn't come back if the desktop program is there.
@@ -66,12 +60,10 @@ int RunSlashForm(int argc, char** argv) {
   clsRunFields fields;
   CatchInterrupts();
   if (Main(text, host, log, fields, {}) == StartOutcome::ShowedHelp) {
-    const bool printed = PrintToStandardOutput("quillon with slash switches, each run up to the next \"/\":\n\n" +
-                                               SwitchList() + "\nSee also: quillon --help\n");
-    return printed ? kExitDone : kExitSomeFailed;
-  }
-  if (gConversionOptions.sInputFile.empty() && gConversionOptions.sCLBatchJobFile.empty()) {
-    host.Say("quillon: " + text + " names no input by /I and no job by /J; see quillon --help");
+    std::fputs(("quillon with slash switches, each run up to the next \"/\":\n\n" + SwitchList() +
+                "\nSee also: quillon --help\n")
+                   .c_str(),
+               stdout);
   }
   return InterruptSignal() != 0 ? kExitInterrupted + InterruptSignal() : kExitDone;
 }

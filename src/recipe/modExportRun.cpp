@@ -31,8 +31,7 @@ bool OutputGivenUp(RecipeContext& context) {
     const Failure change = ReportChange(sReport, state);
     if (change.Failed() && !context.account.failure.Failed()) ReportFileFailure(context, change);
   }
-  return gbAbandonOutput || context.account.failure.Failed() || StrictGivesUp(context) ||
-         (context.givesUp && context.givesUp());
+  return gbAbandonOutput || context.account.failure.Failed() || StrictGivesUp(context);
 }
 
 void RunCsv(RecipeContext& context) {

@@ -6,7 +6,6 @@
 #include <array>
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -51,8 +50,6 @@ struct FileAccount {
   Failure failure;
   /// Why the walk of sections ended where no report tells it; "" if it did not.
   std::string sWalkEnded;
-  /// What wrote nothing where no report tells it, table by table.
-  std::vector<std::string> leftOut;
   std::vector<std::string> namesRefused;  ///< Names of the recipe that no sheet got, each with the reason
   std::vector<TableAccount> tables;
   TidyAccount tidy;
@@ -90,13 +87,10 @@ struct FileOutcome {
     return std::any_of(reasons.begin(), reasons.end(),
                        [](const FileReason& reason) { return reason.type == EntryType::Error; });
   }
-  bool HasLogged() const {
-    return std::any_of(reasons.begin(), reasons.end(), [](const FileReason& reason) { return reason.bLogged; });
-  }
-  /// True if a reason tells of the system's failure.
-  bool TellsOf(std::string_view sCause) const {
+  /// True if an entry of the log tells of the failure.
+  bool Tells(const Failure& failure) const {
     return std::any_of(reasons.begin(), reasons.end(),
-                       [sCause](const FileReason& reason) { return reason.sCause == sCause; });
+                       [&failure](const FileReason& reason) { return reason.sCause == failure.sText; });
   }
   /// Makes it a failed one for a reason without a code.
   void Fail(std::string sText, std::string sPlace = {}) {
