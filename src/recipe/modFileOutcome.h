@@ -50,8 +50,7 @@ struct FileAccount {
   Failure failure;
   /// Why the walk of sections ended where no report tells it; "" if it did not.
   std::string sWalkEnded;
-  std::vector<std::string> namesRefused;   ///< Names of the recipe that no sheet got, each with the reason
-  std::vector<std::string> workbookNotes;  ///< What was done to a workbook that was there
+  std::vector<std::string> namesRefused;  ///< Names of the recipe that no sheet got, each with the reason
   std::vector<TableAccount> tables;
   TidyAccount tidy;
   /// Of tidy tables, and with bStrict of all: lines, characters of tidy rows, printed totals.
