@@ -62,6 +62,13 @@ def bash(tables):
     values = "\n".join(f'    {option}) COMPREPLY=($(compgen -W "{choice}" -- "$current")); return ;;'
                        for option, choice in CHOICES.items())
     return f"""# bash completion of quillon
+# The profiles of the user and those that are shipped, by name.
+_quillon_profiles() {{
+  local file
+  for file in "${{APPDATA:-${{XDG_CONFIG_HOME:-$HOME/.config}}}}/Brindlemark, Inc/Quillon/Profiles"/*.txt /usr/share/quillon/Profiles/*.txt; do
+    [ -e "$file" ] && file=${{file##*/}} && printf '%s\\n' "${{file%.txt}}"
+  done
+}}
 _quillon() {{
   local current=${{COMP_WORDS[COMP_CWORD]}} previous=${{COMP_WORDS[COMP_CWORD-1]}} words=""
   COMPREPLY=()
@@ -73,6 +80,7 @@ _quillon() {{
   if [ "$current" = "=" ]; then current="" previous="$previous="; fi
   if [ "$previous" = "=" ]; then previous=${{COMP_WORDS[COMP_CWORD-2]}}; fi
   case ${{previous%=}} in
+    --profile) COMPREPLY=($(compgen -W "$(_quillon_profiles)" -- "$current")); [ ${{#COMPREPLY[@]}} -eq 0 ] || return ;;
 {values}
   esac
   case ${{COMP_WORDS[1]}} in

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <new>
 
 #include "MainModule.h"
 #include "clsIniFile.h"
@@ -70,8 +71,8 @@ clsLongRun::clsLongRun(const TalkRequest& talk)
   gbCommandLineMode = true;
   ReportInput().bFindKinds = true;
   if (!talk.sLog.empty()) {
-    gConversionOptions.sLogFile = AbsolutePath(ExpandedPath(talk.sLog));
-    ApplyLogRule(gConversionOptions, host);
+    gConversionOptions.sLogFile = ExpandDateTimeStamps(AbsolutePath(ExpandedPath(talk.sLog)), host.Now());
+    MakeFolderPath(ParentFolderOfPath(gConversionOptions.sLogFile));
   }
   lStart_ = host.TickMilliseconds();
   CatchInterrupts();
@@ -97,10 +98,13 @@ RunExtras clsLongRun::Extras() {
 
 void clsLongRun::Say(std::string_view sText) {
   host.Say("quillon: " + std::string(sText));
+  log.LogAddEntryHelper(std::string(kLogIndent) + std::string(sText));
 }
 
 void clsLongRun::Note(std::string_view sText) {
-  if (!talk_.bQuiet) Say("note: " + std::string(sText));
+  const std::string note = "note: " + std::string(sText);
+  if (!talk_.bQuiet) host.Say("quillon: " + note);
+  log.LogAddEntryHelper(std::string(kLogIndent) + note);
 }
 
 void clsLongRun::NoteIgnored(std::string_view sName, std::string_view sWhy) {
@@ -134,7 +138,6 @@ void clsLongRun::FileDone(const FileOutcome& outcome) {
   for (const FileReason& reason : outcome.reasons) {
     if (reason.bLogged) continue;
     Say(Said(reason));
-    log.LogAddEntryHelper(std::string(kLogIndent) + Said(reason));
   }
   if (outcome.account.bOutputWritten) {
     for (const std::string& sName : outcome.account.namesRefused) Note(sName);
@@ -197,25 +200,41 @@ void clsLongRun::WriteLog() {
   FailBeside();
 }
 
+int clsLongRun::Guarded(const std::function<int()>& body) {
+  try {
+    return body();
+  } catch (const UnhandledFailure& failure) {
+    Say(failure.what());
+    ++totals.lFilesFailed;
+    return Finish();
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const std::exception& failure) {
+    host.StopProgress();
+    Say(std::string("unexpected failure: ") + failure.what());
+    WriteLog();
+    return kExitUnexpected;
+  }
+}
+
 int clsLongRun::Finish() {
   host.StopProgress();
   const int signal = InterruptSignal();
   if (signal != 0) {
     Say("interrupted; what was not complete is not written");
-    log.LogAddEntryHelper("Interrupted");
   }
   const std::string closing = ClosingLine();
   log.LogAddEntryHelper(closing);
-  if (!talk_.bQuiet) Say(closing);
+  if (!talk_.bQuiet) host.Say("quillon: " + closing);
   WriteLog();
   if (signal != 0) return kExitInterrupted + signal;
-  // A cell that the sheet couldn't take is lost to whoever reads the output alone.
-  const bool whole = !bFailedBeside_ && totals.lFilesFailed == 0 && totals.lCellsFailed == 0;
+  const bool whole = !bFailedBeside_ && totals.lFilesFailed == 0;
   return whole ? kExitDone : kExitSomeFailed;
 }
 
 int clsLongRun::Refused() {
   host.StopProgress();
+  log.LogAddEntryHelper("Refused: nothing was converted.");
   WriteLog();
   return InterruptSignal() != 0 ? kExitInterrupted + InterruptSignal() : kExitWrongUse;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -42,9 +43,9 @@ class clsLongRun {
 
   /// Extras that report each file to this object.
   RunExtras Extras();
-  /// "quillon: text" on standard error.
+  /// "quillon: text" on standard error, and the text in the log.
   void Say(std::string_view sText);
-  /// Something that is no failure; not said in a quiet run.
+  /// Something that is no failure; a quiet run has it in the log alone.
   void Note(std::string_view sText);
   /// Notes that an option has no effect; nothing for an empty reason.
   void NoteIgnored(std::string_view sName, std::string_view sWhy);
@@ -64,6 +65,9 @@ class clsLongRun {
   /// Something failed that is no file's conversion: the run can't end with 0.
   void FailBeside() { bFailedBeside_ = true; }
 
+  /// The command's own work. What a job or recipe holds that can't be gone on with ends it with 1, a fault of the
+  /// program with 70; either is said and logged.
+  int Guarded(const std::function<int()>& body);
   /// Says the closing line, writes the log file and gives the exit status.
   int Finish();
   /// The same for a run that was refused before it began.

@@ -5,6 +5,7 @@
 #include "MainModule.h"
 #include "clsOutputFile.h"
 #include "clsQuietHost.h"
+#include "clsRecipe.h"
 #include "modConversionRun.h"
 #include "modFiles.h"
 #include "modInputChoices.h"
@@ -51,13 +52,29 @@ bool clsLook::TakeInput() {
     return false;
   }
   if (!IsFile(preview.sInput)) {
-    Say(preview.sInput + ": no such file");
+    Say(preview.sInput + (FolderExists(preview.sInput) ? ": this is a folder; name a report" : ": no such file"));
     return false;
   }
   return true;
 }
 
+bool clsLook::OpenMarks() {
+  clsQuietHost host;
+  RecipeOptions options;
+  options.text = preview.text;
+  FileAccount account;
+  clsRecipe marked;
+  RecipeContext context{host, options, marked, gLineProcessor(), account};
+  const std::string sFile = privateFolder_.PathOf("marks.rcp");
+  marked.ExportSpecs.FileCreateShort(context, preview.sInput, sFile);
+  Failure failure;
+  if (host.Fault().empty() && recipe.Open(sFile, options.OwnText(), failure)) return true;
+  Say(host.Fault().empty() ? failure.sText : host.Fault());
+  return false;
+}
+
 bool clsLook::OpenRecipe() {
+  if (request_.bMarkup) return OpenMarks();
   Failure failure;
   // A recipe beside a report of a named page is UTF-8 if it looks so, else of the same page.
   std::string sBytes;
@@ -74,7 +91,7 @@ bool clsLook::OpenRecipe() {
 }
 
 void clsLook::Say(std::string_view sText) {
-  std::fputs(("quillon: " + std::string(sText) + "\n").c_str(), stderr);
+  std::fputs(("quillon: " + WithoutControls(sText, "\n") + "\n").c_str(), stderr);
 }
 
 void clsLook::Print(std::string_view sLine) {

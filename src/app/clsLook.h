@@ -25,8 +25,10 @@ class clsLook {
 
   /// Copies standard input, if that is the report, and sees whether it is there. False: said.
   bool TakeInput();
-  /// Reads the recipe. False: said.
+  /// Reads the recipe, or makes it from the marks of the input. False: said.
   bool OpenRecipe();
+  /// The recipe's name for a person, or the report's where its marks are the recipe.
+  const std::string& RecipeName() const { return request_.bMarkup ? request_.sInput : request_.sRecipe; }
 
   /// "quillon: text" on standard error.
   static void Say(std::string_view sText);
@@ -37,6 +39,8 @@ class clsLook {
   bool Flush();
 
  private:
+  bool OpenMarks();
+
   const LookRequest& request_;
   clsPrivateFolder privateFolder_;
   std::string sOut_;

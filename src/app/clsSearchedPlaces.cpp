@@ -38,6 +38,10 @@ const std::string& clsSearchedPlaces::ResolvedFolder(const std::string& sPath) {
   return known->second;
 }
 
+std::string clsSearchedPlaces::RealPath(const std::string& sPath) {
+  return ResolvedFolder(sPath) + sPath.substr(BehindLastSeparator(sPath));
+}
+
 bool clsSearchedPlaces::WouldFind(const std::string& sPath) {
   if (places_.empty()) return false;
   const std::string& sFolder = ResolvedFolder(sPath);

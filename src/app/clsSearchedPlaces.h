@@ -19,6 +19,8 @@ class clsSearchedPlaces {
   bool WouldFind(const std::string& sPath);
   /// For files that are written under a private name first, ".quillon-" and six characters.
   bool WouldFindOutput(const std::string& sPath);
+  /// The path with the links of its folder resolved, as far as it exists.
+  std::string RealPath(const std::string& sPath);
 
  private:
   struct Place {

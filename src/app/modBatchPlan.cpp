@@ -35,6 +35,11 @@ std::optional<Identity> IdentityOf(std::string_view sPath, int64_t* plBytes = nu
   return Identity(about.st_dev, about.st_ino);
 }
 
+bool IsLink(std::string_view sPath) {
+  struct stat about {};
+  return lstat(HostPath(sPath).c_str(), &about) == 0 && S_ISLNK(about.st_mode);
+}
+
 struct FoundInput {
   std::string sPath;
   std::string sRelative;  ///< Folder below that of the pattern
@@ -42,7 +47,8 @@ struct FoundInput {
 
 /// A folder stands for all that is in it; "*.txt" for files of this folder.
 std::string AsPattern(const std::string& sInput) {
-  const std::string pattern = FolderExists(sInput) ? WithSeparator(sInput) + "*" : sInput;
+  const std::string folder = HasSeparator(sInput) ? WithSeparator(sInput) : sInput + "/";
+  const std::string pattern = FolderExists(sInput) ? folder + "*" : sInput;
   return HasSeparator(pattern) ? pattern : "./" + pattern;
 }
 
@@ -62,7 +68,11 @@ class clsPlanner {
       return Refuse("--shard goes with an output for each input: OUTPUT holds a \"*\" then");
     }
     if (many_ && request_.sOutput.find('*') == std::string::npos && !request_.options.bSaveInOriginalFolder) {
-      return Refuse(kOutputNeedsWildcard);
+      ReportEntry entry = RunEntry(kOutputNeedsWildcard);
+      entry.sErr2 = "There are several inputs, so OUTPUT needs a \"*\", which stands for each input's name.";
+      entry.sErr3 = "For example: -o 'out/*.csv'";
+      run_.host.Report(entry);
+      return false;
     }
     if (!CheckOutput()) return false;
     for (const FoundInput& input : inputs_) {
@@ -101,14 +111,19 @@ class clsPlanner {
     CFileSearch search;
     int32_t result = 0;
     search.BuildFileList(pattern, request_.options.bDoSubfolders, true, result);
-    if (search.Files().empty() || result != 0) {
-      std::string text = sInput + (search.Files().empty() ? ": no file found" : ": not all of it could be searched");
+    std::vector<std::string> found;
+    // Hidden files are meant where the mask says so, as for a shell.
+    const bool hidden = pattern.substr(root).starts_with('.');
+    for (const CFile& file : search.Files()) {
+      const bool is_hidden = file.filename[BehindLastSeparator(file.filename)] == '.';
+      if (hidden || !is_hidden) found.push_back(file.filename);
+    }
+    if (found.empty() || result != 0) {
+      std::string text = sInput + (found.empty() ? ": no file found" : ": not all of it could be searched");
       if (result != 0) text += " (" + search.LastErrorFolder() + ": " + search.LastErrorDescription() + ")";
       run_.Say(text);
       ++run_.totals.lFilesFailed;
     }
-    std::vector<std::string> found;
-    for (const CFile& file : search.Files()) found.push_back(file.filename);
     const bool added_here = !HasSeparator(sInput) && !FolderExists(sInput);
     for (const std::string& file : SortCollection(found, false)) {
       const std::string below = file.substr(root);
@@ -140,9 +155,9 @@ class clsPlanner {
     // Path texts that differ in case alone name one file.
     std::unordered_map<std::string, const PlannedFile*> by_output;
     for (const PlannedFile& file : files) {
-      const auto [taken, fresh] = by_output.emplace(UpperText(file.sOutput), &file);
+      const auto [taken, fresh] = by_output.emplace(UpperText(searched_.RealPath(file.sOutput)), &file);
       if (!fresh) {
-        const bool bSame = taken->second->sOutput == file.sOutput;
+        const bool bSame = !EqualNoCase(taken->second->sOutput, file.sOutput) || taken->second->sOutput == file.sOutput;
         return Refuse(file.sOutput + " would be the output of both " + taken->second->sInput + " and " + file.sInput +
                       (bSame ? HowToPart(taken->second->sInput, file.sInput)
                              : ", as names that differ in case alone are one; rename one of them"));
@@ -175,7 +190,6 @@ class clsPlanner {
     const std::string sText = fmt::format("shard {}/{} takes {} of {} files, {} of {} bytes; listing {}",
                                           request_.shard->lPart, request_.shard->lParts, summary.nFiles,
                                           summary.nAllFiles, summary.lBytes, summary.lAllBytes, summary.sListing);
-    run_.log.LogAddEntryHelper(sText);
     run_.Note(sText);
   }
 
@@ -185,8 +199,14 @@ class clsPlanner {
     const auto becomes_list = [this](const std::string& sOutput) {
       return !request_.sReport.empty() && EqualNoCase(AbsolutePath(sOutput), request_.sReport);
     };
+    std::map<Identity, const PlannedFile*> outputs;
     for (const PlannedFile& file : files) {
       const auto identity = IdentityOf(file.sOutput);
+      const auto* const other = identity ? outputs.emplace(*identity, &file).first->second : &file;
+      // A link is followed when an output is written; a second name of its own is replaced alone.
+      if (other != &file && (IsLink(file.sOutput) || IsLink(other->sOutput))) {
+        return Refuse(file.sOutput + " and " + other->sOutput + " are one file by a link; remove the link");
+      }
       if (identity && kept_.count(*identity) > 0) return Refuse(kOutputIsInput, file.sOutput);
       if ((identity && identity == list) || becomes_list(file.sOutput))
         return Refuse(request_.sReport + " is an output; choose another result list");

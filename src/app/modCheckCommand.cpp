@@ -103,7 +103,8 @@ int CheckCommand(const LookRequest& request) {
   clsRecipeCheck tables(look.preview, look.recipe);
   const int32_t lTables = tables.Tables();
   if (lTables == 0) {
-    clsLook::Say(request.sRecipe + ": no table in this recipe");
+    clsLook::Say(look.RecipeName() +
+                 (request.bMarkup ? ": no table is marked in this report" : ": no table in this recipe"));
     return kExitSomeFailed;
   }
   bool bGood = true;
@@ -122,7 +123,7 @@ int CheckCommand(const LookRequest& request) {
   const std::string sVerdict = Verdict(check, bGood);
   look.Print(sVerdict);
   bGood = bGood && check.IsWhole();
-  const CheckPageHead head{request.sInput, request.sRecipe, sVerdict, bGood};
+  const CheckPageHead head{request.sInput, look.RecipeName(), sVerdict, bGood};
   const bool bPage =
       request.sHtml.empty() || !check.sFault.empty() || WritePage(look, request, look.recipe, check, cutTables, head);
   return look.Flush() && bPage && bGood ? kExitDone : kExitSomeFailed;

@@ -12,7 +12,9 @@
 #include "modOptionTable.h"
 #include "modPaths.h"
 #include "modProfileFile.h"
+#include "modSectionFile.h"
 #include "modSettings.h"
+#include "modShortTable.h"
 #include "modStandardStreams.h"
 #include "modStrings.h"
 #include "modText.h"
@@ -145,6 +147,30 @@ bool ConvertEach(const ConvertRequest& request, clsLongRun& run, clsConversionRu
   return true;
 }
 
+bool HasPrivateFolder(clsLongRun& run) {
+  if (!run.privateFolder.PathOf("").empty()) return true;
+  run.Say("no folder for temporary files can be made; set TMPDIR to one that can be written");
+  ++run.totals.lFilesFailed;
+  return false;
+}
+
+/// Why the recipe is none for the option that names it; "" if it may be one, or can't be read, which its run tells.
+std::string WrongKindOfRecipe(const ConvertRequest& request) {
+  clsSectionFile file;
+  Failure ignored;
+  const std::string& sRecipe = BySpecification(request) ? request.sSpecification : request.sRecipe;
+  if (!IsFile(sRecipe) || !file.Open(sRecipe, {false, nullptr}, ignored)) return {};
+  const auto header = [&file](std::string_view sKey) { return ReadKeyFromFile(file, "Header", sKey, {}); };
+  const std::string sType = header("FileType");
+  if (sType == "EXPORT SPEC") return sRecipe + " is an export specification; name the long-form recipe that uses it";
+  const bool bLong = sType == "RECIPE" && header("Product") == "QLN";
+  if (bLong && !BySpecification(request)) return sRecipe + " is a long-form recipe; name it by --specification";
+  if (!bLong && BySpecification(request) && CountShortTables(file) > 0) {
+    return sRecipe + " is a recipe of the short form; name it by --recipe";
+  }
+  return {};
+}
+
 /// Replaces "-" by files of our own. False, told, for wrong use, or for an input, counted as failed, that can't be
 /// read.
 bool TakeStandardStreams(ConvertRequest& request, clsLongRun& run) {
@@ -155,7 +181,7 @@ bool TakeStandardStreams(ConvertRequest& request, clsLongRun& run) {
       run.Say("- as input goes with no other input and not with --beside-input");
       return false;
     }
-    run.privateFolder.PathOf("");
+    if (!HasPrivateFolder(run)) return false;
     input = run.privateFolder.InputFile();
     if (!StandardInputToFile(input, failure)) {
       run.Say(failure.sText);
@@ -164,7 +190,7 @@ bool TakeStandardStreams(ConvertRequest& request, clsLongRun& run) {
     }
   }
   if (request.sOutput != kStandardStream) return true;
-  run.privateFolder.PathOf("");
+  if (!HasPrivateFolder(run)) return false;
   request.sOutput = run.privateFolder.OutputFile();
   return true;
 }
@@ -177,9 +203,9 @@ std::string ProfileFor(const std::string& sName) {
   return IsFile(shipped) ? shipped : sName;
 }
 
-int ConvertCommand(const ConvertRequest& asked, const TalkRequest& talk) {
-  ConvertRequest request = asked;
-  clsLongRun run(talk);
+namespace {
+
+int Convert(ConvertRequest request, clsLongRun& run) {
   request.options.lConversionMethod = ByProfile(request) ? kMethodProfile
                                       : request.bMarkup  ? kMethodMarkup
                                                          : kMethodRecipe;
@@ -197,17 +223,37 @@ int ConvertCommand(const ConvertRequest& asked, const TalkRequest& talk) {
   TellWhatIsIgnored(request, run);
 
   if (!run.CheckLog()) return run.Refused();
+  std::string& log = gConversionOptions.sLogFile;
+  if (!log.empty() && (EqualNoCase(log, request.sReport) || IsSameFile(log, request.sReport))) {
+    log.clear();
+    return WrongUse(run, request.sReport + " is the result list; choose another log");
+  }
   const std::string_view fault = BatchOptionsFault(request);
   if (!fault.empty()) return WrongUse(run, fault);
   const bool by_specification = BySpecification(request);
   if (!by_specification && request.inputs.empty())
     return WrongUse(run, "INPUT is missing: name files, a quoted pattern, or - (see --help)");
   if (!by_specification && request.sOutput.empty()) return WrongUse(run, "-o OUTPUT is missing (see --help)");
+  if (!ByProfile(request) && !by_specification && !request.bMarkup && request.sRecipe.empty())
+    return WrongUse(run, "the name behind --recipe, --profile or --specification is empty");
+  const std::string wrong_kind = WrongKindOfRecipe(request);
+  if (!wrong_kind.empty()) {
+    run.Say(wrong_kind);
+    ++run.totals.lFilesFailed;
+    return run.Finish();
+  }
   if (!TakeStandardStreams(request, run)) return run.totals.lFilesFailed > 0 ? run.Finish() : run.Refused();
   const bool ran = by_specification ? ConvertBySpecification(request, run, conversion)
                                     : ConvertEach(request, run, conversion, recorder);
   if (!ran) return run.Refused();
   return run.Finish();
+}
+
+}  // namespace
+
+int ConvertCommand(const ConvertRequest& request, const TalkRequest& talk) {
+  clsLongRun run(talk);
+  return run.Guarded([&] { return Convert(request, run); });
 }
 
 }  // namespace quillon

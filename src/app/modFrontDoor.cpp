@@ -17,14 +17,20 @@
 #include "modParseCommandLine.h"
 #include "modPaths.h"
 #include "modRunMessages.h"
+#include "modUsage.h"
 
 namespace quillon {
 
 namespace {
 
-/// A path with its name typed in full is none, although its folders could be read as switches.
+/// A path with its name typed in full is none, although its folders could be read as switches. Behind other words a
+/// switch is told by its letter.
 bool IsSlashForm(std::string_view sFirst) {
-  return sFirst.starts_with('/') && !IsFile(sFirst);
+  if (sFirst.starts_with('/')) return !IsFile(sFirst);
+  for (size_t n = sFirst.find(" /"); n != std::string_view::npos; n = sFirst.find(" /", n + 1)) {
+    if (n + 2 < sFirst.size() && IsSwitchLetter(sFirst[n + 2])) return true;
+  }
+  return false;
 }
 
 /// Doesn't come back if the desktop program is there.
@@ -60,10 +66,12 @@ int RunSlashForm(int argc, char** argv) {
   clsRunFields fields;
   CatchInterrupts();
   if (Main(text, host, log, fields, {}) == StartOutcome::ShowedHelp) {
-    std::fputs(("quillon with slash switches, each run up to the next \"/\":\n\n" + SwitchList() +
-                "\nSee also: quillon --help\n")
-                   .c_str(),
-               stdout);
+    const bool printed = PrintToStandardOutput("quillon with slash switches, each run up to the next \"/\":\n\n" +
+                                               SwitchList() + "\nSee also: quillon --help\n");
+    return printed ? kExitDone : kExitSomeFailed;
+  }
+  if (gConversionOptions.sInputFile.empty() && gConversionOptions.sCLBatchJobFile.empty()) {
+    host.Say("quillon: " + text + " names no input by /I and no job by /J; see quillon --help");
   }
   return InterruptSignal() != 0 ? kExitInterrupted + InterruptSignal() : kExitDone;
 }

@@ -59,10 +59,16 @@ bool IsJob(const std::string& sJobFile, clsLongRun& run) {
   return false;
 }
 
-int JobCommand(const JobRequest& request, const TalkRequest& talk) {
-  clsLongRun run(talk);
+namespace {
+
+int RunJob(const JobRequest& request, clsLongRun& run) {
   O& options = gConversionOptions;
+  run.log.LogClear(true);
   if (!run.CheckLog()) return run.Refused();
+  if (request.sJobFile.empty()) {
+    run.Say("the name of the job file is empty");
+    return run.Refused();
+  }
   if (!IsJob(ExpandedPath(request.sJobFile), run)) return run.Refused();
   options.sCLBatchJobFile = request.sJobFile;
   RunExtras extras = run.Extras();
@@ -73,16 +79,28 @@ int JobCommand(const JobRequest& request, const TalkRequest& talk) {
     TellWhatIsIgnored(options, run);
     TellUnknownKeys(options.sCLBatchJobFile, run);
   };
+  extras.notSearched = [&run, &options](const std::string& sWhy) {
+    run.Say(options.sInputFile + ": not all of it could be searched (" + sWhy + ")");
+    ++run.totals.lFilesFailed;
+  };
   clsConversionRun conversion(run.host, options, run.log, run.fields, nullptr, extras);
   int32_t result = 0;
   conversion.Go(result);
+  if (result == kLogIsFileOfRun) options.sLogFile.clear();
   const bool nothing_done = run.totals.lFilesConverted + run.totals.lFilesFailed == 0 && InterruptSignal() == 0;
   if (nothing_done) ++run.totals.lFilesFailed;
   if (nothing_done && result == 0) run.Say(options.sInputFile + ": no file found");
-  const bool wrong_use = result == kNoJobFile || result == kNoLogFolder || result == kOutputNeedsWildcard ||
-                         result == kOutputHasWildcard || result == kOutputType;
+  const bool wrong_use = result == kNoJobFile || result == kNoLogFolder || result == kLogIsFileOfRun ||
+                         result == kOutputNeedsWildcard || result == kOutputHasWildcard || result == kOutputType;
   if (wrong_use) return run.Refused();
   return run.Finish();
+}
+
+}  // namespace
+
+int JobCommand(const JobRequest& request, const TalkRequest& talk) {
+  clsLongRun run(talk);
+  return run.Guarded([&] { return RunJob(request, run); });
 }
 
 }  // namespace quillon

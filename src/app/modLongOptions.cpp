@@ -1,6 +1,7 @@
 #include "modLongOptions.h"
 
 #include <CLI/CLI.hpp>
+#include <array>
 
 #include "clsCodePage.h"
 #include "clsEbcdicPage.h"
@@ -12,6 +13,7 @@
 #include "modNumbers.h"
 #include "modOptionTable.h"
 #include "modText.h"
+#include "modUsage.h"
 #include "modVersion.h"
 #include "modWatchCommand.h"
 
@@ -26,11 +28,13 @@ constexpr const char* kConvertExamples =
     "  quillon convert marked.txt -o marked.csv --markup --delimiter tab\n"
     "  spool | quillon convert - -o - --recipe ledger.rcp > ledger.csv\n"
     "  quillon convert --specification year.rcp -o year.xlsx --all-periods\n"
-    "  quillon convert 'in/*.txt' -o 'out/*.csv' --recipe ledger.rcp --shard 2/8 --report 2.jsonl --skip-done\n"
+    "  quillon convert 'in/*.txt' -o 'out/*.csv' --recipe ledger.rcp \\\n"
+    "      --shard 2/8 --report 2.jsonl --skip-done\n"
     "\n"
-    "With several inputs OUTPUT holds a \"*\", which stands for each input's name; subfolders of a pattern are\n"
-    "mirrored under OUTPUT's folder. Exit status: 0 all done, 1 something could not be converted, 2 wrong use,\n"
-    "70 unexpected failure, 130 or 143 interrupted.";
+    "With several inputs OUTPUT holds a \"*\", which stands for each input's name;\n"
+    "subfolders of a pattern are mirrored under OUTPUT's folder. Hidden files are no\n"
+    "inputs of a folder. Exit status: 0 all done, 1 something could not be converted,\n"
+    "2 wrong use, 70 unexpected failure, 130 or 143 interrupted.";
 
 constexpr const char* kJobExamples =
     "Examples:\n"
@@ -52,26 +56,31 @@ constexpr const char* kPreviewExamples =
     "  quillon preview ledger.txt --recipe ledger.rcp --table 2 --rows 5\n"
     "  quillon preview staff.txt --profile Default-Profile\n"
     "\n"
-    "Below a line that loses something stand ^ under the last character before a cut and ! under what no column\n"
-    "takes. Exit status: 0 shown, 1 the table or the report isn't there, 2 wrong use.";
+    "Below a line that loses something stand ^ under the last character before a cut\n"
+    "and ! under what no column takes. Exit status: 0 shown, 1 the table or the\n"
+    "report isn't there, 2 wrong use.";
 
 constexpr const char* kCheckExamples =
     "Examples:\n"
     "  quillon check ledger.txt --recipe ledger.rcp\n"
-    "  quillon check ledger.txt --recipe ledger.rcp && quillon convert ledger.txt -o ledger.csv --recipe ledger.rcp\n"
+    "  quillon check ledger.txt --recipe ledger.rcp && \\\n"
+    "      quillon convert ledger.txt -o ledger.csv --recipe ledger.rcp\n"
     "\n"
-    "Exit status: 0 every table is there and nothing of it is lost, 1 something is missing or lost, 2 wrong use.";
+    "Exit status: 0 every table is there and nothing of it is lost, 1 something is\n"
+    "missing or lost, 2 wrong use.";
 
 constexpr const char* kSuggestExamples =
     "Examples:\n"
     "  quillon suggest ledger.txt -o ledger.rcp\n"
     "  quillon suggest ledger.txt --tables 1,3 --headings none > ledger.rcp\n"
     "\n"
-    "The recipe converts as it stands; look at it with preview and check. Exit status: 0 a table was found, 1 none\n"
-    "was, 2 wrong use, 3 with --strict if the recipe leaves lines that look like rows.";
+    "The recipe converts as it stands; look at it with preview and check. A file that\n"
+    "suggest did not write is replaced with --force alone. Exit status: 0 a table was\n"
+    "found, 1 none was, 2 wrong use, 3 with --strict if lines like rows are left.";
 
 constexpr const char* kMainExamples =
-    "Slash switches work as well: quillon '/IC:\\in\\a.txt /OC:\\out\\a.xlsx /RC:\\r\\a.rcp' (list: quillon '/?').\n"
+    "Slash switches work as well (list: quillon '/?'):\n"
+    "  quillon '/IC:\\in\\a.txt /OC:\\out\\a.xlsx /RC:\\r\\a.rcp'\n"
     "With no argument the desktop program opens.\n"
     "\n"
     "Examples:\n"
@@ -127,28 +136,33 @@ void AddMethodOptions(CLI::App& command, ConvertRequest& request) {
   method->require_option(1);
 }
 
-void AddDelimiter(CLI::App& command, const std::string& sName, const std::string& sHelp, int32_t& lDelimiter) {
-  command
-      .add_option_function<std::string>(
-          sName,
-          [sName, &lDelimiter](const std::string& sValue) {
-            const std::string wrong = SetDelimiter(sValue, lDelimiter);
-            if (!wrong.empty()) throw CLI::ValidationError(sName, wrong);
-          },
-          sHelp)
-      ->type_name("CHAR");
+std::string SetQuote(const std::string& sValue, int32_t& lQuote) {
+  constexpr std::array<std::string_view, 3> kWords{"never", "sometimes", "always"};
+  for (size_t i = 0; i < kWords.size(); ++i) {
+    const std::string sNumber = std::to_string(i);
+    if (!EqualNoCase(sValue, kWords[i]) && sValue != sNumber) continue;
+    lQuote = static_cast<int32_t>(i);
+    return {};
+  }
+  return "never, sometimes or always is wanted";
 }
 
 void AddNumber(CLI::App& command, const std::string& sName, const std::string& sHelp, const Option& option,
                int32_t& lNumber) {
-  if (option.longValue == LongValue::Delimiter) return AddDelimiter(command, sName, sHelp, lNumber);
-  CLI::Option* const added = command.add_option(sName, lNumber, sHelp)->type_name(std::string(option.sLongType));
-  if (option.longValue == LongValue::Quote) {
-    const std::map<std::string, int32_t> words{{"never", 0}, {"sometimes", 1}, {"always", 2}};
-    added->transform(CLI::CheckedTransformer(words, CLI::ignore_case).description(""));
-  } else {
-    added->check(CLI::Range(0, option.lMost).description(""))->capture_default_str();
+  const std::string sType(option.sLongType);
+  if (option.longValue == LongValue::Number) {
+    command.add_option(sName, lNumber, sHelp)
+        ->type_name(sType)
+        ->check(CLI::Range(0, option.lMost).description(""))
+        ->capture_default_str();
+    return;
   }
+  const auto set = option.longValue == LongValue::Quote ? SetQuote : SetDelimiter;
+  const auto take = [sName, set, &lNumber](const std::string& sValue) {
+    const std::string wrong = set(sValue, lNumber);
+    if (!wrong.empty()) throw CLI::ValidationError(sName, wrong);
+  };
+  command.add_option_function<std::string>(sName, take, sHelp)->type_name(sType);
 }
 
 /// The long option of a row of the table, which sets the row's member.
@@ -196,6 +210,7 @@ CLI::App* AddPreview(CLI::App& app, LookRequest& request) {
       AddLookCommand(app, "preview", "Show how a table is cut: lines, ruler and cells", request, kPreviewExamples);
   auto* const method = command->add_option_group("Method", "One of these says how the tables are found and cut");
   method->add_option("--recipe", request.sRecipe, "This recipe file")->type_name("FILE");
+  method->add_flag("--markup", request.bMarkup, "The marks in the report");
   method->add_option("--profile", request.sProfile, "This profile (name or file)")->type_name("NAME");
   method->require_option(1);
   command->add_option("--table", request.lTable, "Which table of the recipe")
@@ -213,7 +228,10 @@ CLI::App* AddPreview(CLI::App& app, LookRequest& request) {
 CLI::App* AddCheck(CLI::App& app, LookRequest& request) {
   CLI::App* const command = AddLookCommand(app, "check", "Say what a recipe finds in a report, and what it would lose",
                                            request, kCheckExamples);
-  command->add_option("--recipe", request.sRecipe, "The recipe file")->required()->type_name("FILE");
+  auto* const method = command->add_option_group("Method", "One of these says how the tables are found and cut");
+  method->add_option("--recipe", request.sRecipe, "This recipe file")->type_name("FILE");
+  method->add_flag("--markup", request.bMarkup, "The marks in the report");
+  method->require_option(1);
   command->add_option("--html", request.sHtml, "Show the report, line by line, in this page for a browser")
       ->type_name("FILE");
   command->add_flag("--lines", request.bLines, "All shapes of lines that are in no table, and all printed totals");
@@ -238,6 +256,7 @@ CLI::App* AddSuggest(CLI::App& app, LookRequest& request) {
       ->capture_default_str();
   command->add_flag("--strict", request.bStrict, "Exit status 3 if lines that look like rows are left");
   command->add_flag("--today", request.bToday, "Sections between key texts, without names, types or headings");
+  command->add_flag("--force", request.bForce, "Replace a file that suggest did not write");
   AddReadingOptions(*command, request.options);
   return command;
 }
@@ -330,14 +349,11 @@ int RunLongOptions(int argc, char** argv) {
   const CLI::App* const suggest = AddSuggest(app, look);
 
   const std::string command = argc > 1 ? argv[1] : "";
-  if (!command.empty() && command.front() != '-' && !IsCommand(app, command)) {
-    std::fputs(("quillon: " + command + " is no command\nRun with --help for more information.\n").c_str(), stderr);
-    return kExitWrongUse;
-  }
+  if (!command.starts_with('-') && !IsCommand(app, command)) return AnswerNoCommand(app, command);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& refused) {
-    return app.exit(refused) == 0 ? kExitDone : kExitWrongUse;
+    return AnswerParseError(app, refused, {argv + 1, argv + argc});
   }
   if (job->parsed()) return JobCommand(job_request, talk);
   if (watch->parsed()) return WatchCommand(watch_request, talk);

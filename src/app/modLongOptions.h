@@ -36,6 +36,8 @@ struct LookRequest {
   int32_t lTable = 1;
   int64_t lRows = 20;
   clsConversionOptions options;  ///< How the report is read
+  bool bMarkup = false;          ///< By the marks in the report
+  bool bForce = false;           ///< suggest may replace what it did not write
   std::string sOutput;           ///< Of suggest; "" is standard output
   std::vector<int32_t> tables;   ///< Of suggest; none: those that leave little doubt
   std::string sHeadings = "all";

@@ -10,7 +10,7 @@ namespace quillon {
 
 int PreviewCommand(const LookRequest& request) {
   clsLook look(request);
-  const bool bRecipe = !request.sRecipe.empty();
+  const bool bRecipe = !request.sRecipe.empty() || request.bMarkup;
   if (!look.TakeInput() || (bRecipe && !look.OpenRecipe())) return kExitWrongUse;
   if (bRecipe && HasTidyTable(look.recipe, look.preview.lTable)) {
     const TidyPreview preview = PreviewTidyTable(look.preview, look.recipe);

@@ -96,6 +96,15 @@ int SuggestTidy(clsLook& look, const LookRequest& request) {
   return nStatus == kExitDone && request.bStrict && suggestion.LooksIncomplete() ? kExitIncomplete : nStatus;
 }
 
+/// A recipe that was drawn or written by hand isn't replaced without a word.
+bool MayBecomeSuggestion(const std::string& sFile) {
+  std::string sBytes;
+  Failure unread;
+  if (sFile.empty() || !IsFile(sFile)) return true;
+  return ReadWholeFile(sFile, sBytes, clsSectionFile::kMaxBytes, unread) &&
+         (sBytes.empty() || sBytes.starts_with(kSuggestionBegins));
+}
+
 }  // namespace
 
 int SuggestCommand(const LookRequest& request) {
@@ -103,6 +112,10 @@ int SuggestCommand(const LookRequest& request) {
   if (!look.TakeInput()) return kExitWrongUse;
   if (IsSameFile(look.preview.sInput, request.sOutput)) {
     clsLook::Say(request.sOutput + ": the recipe would replace the report");
+    return kExitWrongUse;
+  }
+  if (!request.bForce && !MayBecomeSuggestion(request.sOutput)) {
+    clsLook::Say(request.sOutput + ": suggest did not write this file; name another one, or replace it with --force");
     return kExitWrongUse;
   }
   return request.bToday ? SuggestSections(look, request) : SuggestTidy(look, request);

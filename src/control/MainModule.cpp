@@ -38,7 +38,11 @@ void RunUnattended(clsHost& host, clsRunLog& log, clsRunFields& fields) {
     host.ShowMessage(gConversionOptions.sLogFile + ": " + Translate("Unable to create/access log file folder."),
                      "Log file", MessageIcon::Critical, MessageButtons::Ok);
   }
-  if (result == kNoLogFolder || gConversionOptions.sLogFile.empty()) return;
+  if (result == kLogIsFileOfRun && !gConversionOptions.bVerbose) {
+    const ReportEntry entry = RunEntry(kLogIsFileOfRun, gConversionOptions.sLogFile);
+    host.ShowMessage(entry.sErr2 + " " + entry.sErr3, entry.sErr1, MessageIcon::Critical, MessageButtons::Ok);
+  }
+  if (result == kNoLogFolder || result == kLogIsFileOfRun || gConversionOptions.sLogFile.empty()) return;
   Failure failure;
   if (!WriteLogFile(gConversionOptions, log, failure)) {
     host.ShowMessage(failure.sText, "Log file", MessageIcon::Critical, MessageButtons::Ok);

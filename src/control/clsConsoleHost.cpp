@@ -46,6 +46,20 @@ std::string OneLine(std::string_view sText) {
   return std::string(TrimRightBlanks(line));
 }
 
+/// What the log of a slash run has no line for: the failure in the system's own words, and what to do.
+void Explain(ReportEntry& entry) {
+  if (!entry.sCause.empty()) entry.sErr2 = entry.sCause;
+  if (!entry.sErr3.empty()) return;
+  constexpr int32_t kNoParsing = -5302, kNoStartLine = -5601, kNoEndLine = -5602;
+  if (entry.lErr == kNoParsing) {
+    entry.sErr3 = "Its section has no Parsing, or a line above it begins with [ and ends the section.";
+  } else if (entry.lErr == kNoStartLine || entry.lErr == kNoEndLine) {
+    entry.sErr3 =
+        "The key is missing, stands behind one that comes after it, or a line above it begins with [ and ends the "
+        "section.";
+  }
+}
+
 std::string WithLineFeeds(std::string_view sText) {
   return WithoutControls(ReplaceAll(ReplaceAll(sText, "%lf%", "\n"), "\r\n", "\n"), kLayout);
 }
@@ -64,10 +78,11 @@ void CatchInterrupts() {
   struct sigaction action {};
   action.sa_handler = NoteInterrupt;
   sigemptyset(&action.sa_mask);
-  action.sa_flags = SA_RESTART;
+  action.sa_flags = 0;  // A call that waits for a pipe's other end comes back; it is repeated where the run goes on.
   sigaction(SIGINT, &action, nullptr);
   sigaction(SIGTERM, &action, nullptr);
   std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
 }
 
 int InterruptSignal() {
@@ -88,11 +103,16 @@ MessageAnswer clsConsoleHost::ShowMessage(std::string_view sText, std::string_vi
   // Nobody asked whether to stop: the signal has said so.
   if (buttons != MessageButtons::Ok && InterruptSignal() != 0) return MessageAnswer::Yes;
   const std::string title = OneLine(sTitle);
-  Say(title.empty() ? OneLine(sText) : title + ": " + OneLine(sText));
+  // What is wrong with a column would come for each of its rows.
+  const bool again = voice_ != Voice::Mute && buttons == MessageButtons::Ok && sLastMessage_ == sText;
+  sLastMessage_ = sText;
+  if (!again) Say(title.empty() ? OneLine(sText) : title + ": " + OneLine(sText));
   return buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::Yes;
 }
 
-void clsConsoleHost::Report(const ReportEntry& entry) {
+void clsConsoleHost::Report(const ReportEntry& asReported) {
+  ReportEntry entry = asReported;
+  if (voice_ != Voice::Mute) Explain(entry);
   const bool logged = pLog_ == nullptr || pLog_->Report(entry);
   if (!logged || InterruptSignal() != 0) return;
   const bool say = voice_ == Voice::AllEntries || (voice_ == Voice::ErrorsOnly && entry.type == EntryType::Error) ||

@@ -54,7 +54,7 @@ class clsConsoleHost : public clsHost {
 
   const Voice voice_;
   clsRunLog* pLog_ = nullptr;
-  std::string sCaption_;
+  std::string sCaption_, sLastMessage_;
   bool bProgress_ = false;  ///< Wanted, and standard error is a terminal
   bool bProgressShown_ = false;
   size_t nFile_ = 0, nFiles_ = 0;
@@ -67,7 +67,8 @@ class clsConsoleHost : public clsHost {
 void HoldStandardStreams();
 
 /// From here on SIGINT and SIGTERM end the run after the row in hand, with no half-written output. A second signal of
-/// the same kind ends the process at once. A reader that goes away (SIGPIPE) is an ordinary failure of writing.
+/// the same kind ends the process at once. A reader that goes away (SIGPIPE) and a file that may
+/// grow no more (SIGXFSZ) are ordinary failures of writing.
 void CatchInterrupts();
 /// The signal that came, or 0.
 int InterruptSignal();

@@ -40,9 +40,9 @@ class clsConversionOptions {
   // Of the long options alone; no job file keeps them.
   bool bTrimFields = false;  ///< Blanks around fields go
   bool bSafeCsv = false;     ///< Cells that a spreadsheet would run are made harmless
+  bool bKeep = false;        ///< What there is of a file that fails is written; else its old output stays
   bool bAllPeriods = false;  ///< Rows of every period's file, not of slot 1 alone
   bool bStrict = false;      ///< What is lost or doesn't agree makes a file a failed one
-  bool bKeep = false;        ///< With bStrict: its output is written all the same
   std::string sEncoding = "auto";
   // How reports lie in their files. A job file keeps those that say something.
   std::string sRecords = "auto";      ///< Where records end: lines, fixed, rdw, blocks

@@ -1,7 +1,7 @@
 #include "modConversionRun.h"
 
 #include <new>
-#include <unordered_set>
+#include <utility>
 
 #include "clsCodePageScope.h"
 #include "modFileListing.h"
@@ -30,6 +30,23 @@ std::string FolderAndSeparator(std::string_view sPath) {
   if (folder.empty() || BehindLastSeparator(folder) != folder.size()) folder += SeparatorFor(sPath);
   return folder;
 }
+
+/// Path texts that differ in case alone name one file.
+size_t NameHash(std::string_view sPath) {
+  return std::hash<std::string>()(UpperText(sPath));
+}
+
+/// The log tells the outcome of its entries for as long as this lives.
+class clsTelling {
+ public:
+  clsTelling(clsRunLog& log, FileOutcome& outcome) : log_(log) { log.TellOutcome(&outcome); }
+  clsTelling(const clsTelling&) = delete;
+  clsTelling& operator=(const clsTelling&) = delete;
+  ~clsTelling() { log_.TellOutcome(nullptr); }
+
+ private:
+  clsRunLog& log_;
+};
 
 }  // namespace
 
@@ -127,10 +144,12 @@ void clsConversionRun::ConvertList(const std::vector<PlannedFile>& files, int32_
 
 bool clsConversionRun::ListFiles(std::vector<std::string>& clnFiles) {
   std::string error;
+  std::string not_searched;
   bool ok = false;
   if (pWindow_ != nullptr) pWindow_->SetBusyPointer(true);
-  BuildFileListing(options_.sInputFile, options_.bDoSubfolders, clnFiles, error, true, ok);
+  BuildFileListing(options_.sInputFile, options_.bDoSubfolders, clnFiles, error, true, ok, &not_searched);
   if (pWindow_ != nullptr) pWindow_->SetBusyPointer(false);
+  if (!not_searched.empty() && extras_.notSearched) extras_.notSearched(not_searched);
   return ok;
 }
 
@@ -145,6 +164,7 @@ void clsConversionRun::ConvertBatch(int32_t& lResult) {
   LogLine(Translate("Processing:"));
   if (!log_each) LogLine("  " + WithoutControls(options_.sInputFile));
 
+  for (const std::string& file : files) batchInputs_.insert(NameHash(file));
   std::string folder_made;
   std::unordered_set<size_t> written;  // Hashes, as a batch may have a million outputs
   for (size_t i = 0; i < files.size(); ++i) {
@@ -157,12 +177,12 @@ void clsConversionRun::ConvertBatch(int32_t& lResult) {
                            options_.sInputFile + "   [" + std::to_string(i + 1) + " " + Translate("of") + " " +
                                std::to_string(files.size()) + " " + Translate("files") + "]");
     }
-    // Path texts that differ in case alone name one file.
-    const size_t written_as = std::hash<std::string>()(UpperText(options_.sOutputFile));
+    const size_t written_as = NameHash(options_.sOutputFile);
     if (written.contains(written_as)) WarnOfSecondOutput();
     lResult = ConvertFile().lResult;
     if (outcome_.account.bOutputWritten) written.insert(written_as);
   }
+  batchInputs_.clear();
 }
 
 void clsConversionRun::NameOutput(const BatchOutput& output, std::string& sFolderMade) {
@@ -191,17 +211,23 @@ const FileOutcome& clsConversionRun::Convert(const std::function<void(int32_t& l
   outcome_ = {};
   outcome_.sInput = options_.sInputFile;
   outcome_.sOutput = options_.sOutputFile;
-  log_.TellOutcome(&outcome_);
   ApplyInputChoices(options_);
   try {
+    const clsTelling telling(log_, outcome_);
     convert(outcome_.lResult);
   } catch (const std::bad_alloc&) {
+    const clsTelling telling(log_, outcome_);
     outcome_.account = {};
     gbProcessing = false;
     outcome_.lResult = Refuse(kNotEnoughMemory, outcome_.sInput);
+  } catch (const UnhandledFailure& failure) {
+    if (!extras_.fileDone) throw;
+    outcome_.account = {};
+    gbProcessing = false;
+    outcome_.Fail(failure.what());
   }
-  log_.TellOutcome(nullptr);
   CloseOutcome();
+  SayWhatNoLogTells();
   if (extras_.handOn && outcome_.account.bOutputWritten) {
     const Failure failure = extras_.handOn(outcome_);
     if (failure.Failed()) outcome_.Fail(failure.sText);
@@ -211,27 +237,49 @@ const FileOutcome& clsConversionRun::Convert(const std::function<void(int32_t& l
   return outcome_;
 }
 
+/// A slash run's log has no line for a walk of sections that ended early; whoever started it sees one all the same.
+void clsConversionRun::SayWhatNoLogTells() {
+  if (extras_.fileDone || outcome_.status == FileStatus::Stopped) return;
+  const FileAccount& account = outcome_.account;
+  std::vector<std::string> texts = account.leftOut;
+  if (!account.sWalkEnded.empty() && !account.failure.Failed()) texts.push_back(account.sWalkEnded);
+  for (const std::string& text : texts) {
+    if (pWindow_ != nullptr) {
+      LogLine(std::string(kLogIndent) + text);
+    } else {
+      host_.ShowMessage(text, WithoutControls(outcome_.sInput), MessageIcon::Critical, MessageButtons::Ok);
+    }
+  }
+}
+
+/// What ended the walk of sections, and what wrote nothing, become reasons of the outcome.
+void clsConversionRun::AddUntold() {
+  FileAccount& account = outcome_.account;
+  const std::string ended = std::exchange(account.sWalkEnded, {});
+  if (!ended.empty() && ended != account.failure.sText) outcome_.Fail(ended, outcome_.sInput);
+  for (const std::string& text : std::exchange(account.leftOut, {})) outcome_.Fail(text, outcome_.sInput);
+}
+
 void clsConversionRun::CloseOutcome() {
   const FileAccount& account = outcome_.account;
   const Failure& failure = account.failure;
   // The log takes -5006 once a run; a file that isn't written must not go under for that.
-  if (failure.Failed() && outcome_.reasons.empty() && !extras_.fileDone)
-    LogLine(std::string(kLogIndent) + failure.sText);
+  if (failure.Failed() && !outcome_.HasLogged() && !extras_.fileDone) LogLine(std::string(kLogIndent) + failure.sText);
   const bool errors = outcome_.HasErrors();
   const bool stopped = gbAbandonOutput || gbPauseRequested;
-  if (failure.Failed() && !errors && !outcome_.Tells(failure)) outcome_.Fail(failure.sText);
-  if (!account.sWalkEnded.empty() && account.sWalkEnded != failure.sText) {
-    outcome_.Fail(account.sWalkEnded, outcome_.sInput);
-  }
+  if (failure.Failed() && !errors && !outcome_.TellsOf(failure.sText)) outcome_.Fail(failure.sText);
+  if (extras_.fileDone) AddUntold();
   if (!account.sStrict.empty()) outcome_.Fail(account.sStrict, outcome_.sInput);
   if (!account.bOutputWritten && !failure.Failed() && !errors && !stopped && account.sStrict.empty())
     outcome_.Fail("not written", outcome_.sOutput);
-  const bool whole = outcome_.lResult == 0 && !outcome_.HasErrors() && account.bOutputWritten && !failure.Failed();
+  const bool whole = outcome_.lResult == 0 && !outcome_.HasErrors() && account.bOutputWritten && !failure.Failed() &&
+                     account.lCellsFailed == 0 && account.sWalkEnded.empty() && account.leftOut.empty();
   outcome_.status = stopped ? FileStatus::Stopped : whole ? FileStatus::Converted : FileStatus::Failed;
 }
 
 void clsConversionRun::ConvertByMethod(int32_t& lResult) {
-  if (IsSameFile(options_.sInputFile, options_.sOutputFile)) {
+  const bool other_input = batchInputs_.contains(NameHash(options_.sOutputFile));
+  if (other_input || IsSameFile(options_.sInputFile, options_.sOutputFile)) {
     lResult = Refuse(kOutputIsInput, options_.sOutputFile);
   } else if (options_.lConversionMethod == kMethodProfile) {
     ConvertByProfile(lResult);
@@ -263,7 +311,9 @@ void clsConversionRun::ReportRun() {
   const std::string closing =
       Translate("Conversion Complete. Total Time:") + " " + seconds + " " + Translate("seconds");
   if (pWindow_ == nullptr) {
-    LogLine(errors + "    " + warnings + std::string(kLineEnd) + closing);
+    // The long form closes with words of its own; what was stopped isn't complete.
+    const bool stopped = extras_.fileDone && (gbAbandonOutput || gbPauseRequested);
+    LogLine(errors + "    " + warnings + (stopped ? std::string() : std::string(kLineEnd) + closing));
     return;
   }
   bStopped_ = bFilesLeft_ || outcome_.status == FileStatus::Stopped;

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "clsConversionOptions.h"
@@ -55,10 +56,14 @@ struct RunExtras {
   bool bSayMore = false;       ///< Entries get third lines that a slash run's log doesn't have
   /// How recipes are read, if not as reports; null: each by its content.
   std::optional<const clsCodePage*> recipePage;
+  /// Folders that a wildcard could not be searched in: the first and why.
+  std::function<void(const std::string& sText)> notSearched;
   std::function<void()> jobAccepted;  ///< The checks are passed, nothing is converted yet
   std::function<void(size_t nFile, size_t nFiles, const std::string& sInput)> fileBegins;  ///< From 1
   /// Hands an output that was written on to where it is wanted. A failure makes the file a failed one.
   std::function<Failure(const FileOutcome&)> handOn;
+  /// Takes the outcome of a file. Where it is set all reasons are said by who takes them, and a job or recipe that
+  /// can't be gone on with fails its file alone.
   std::function<void(const FileOutcome&)> fileDone;
 };
 
@@ -101,6 +106,7 @@ class clsConversionRun {
   int32_t Refuse(RunCode code, std::string_view sSubject = {});
   int32_t RefuseAndExplain(RunCode code, std::string_view sSubject, std::string sWhy);
   int32_t LoadJobFile();
+  bool LogIsFileOfRun() const;
   int32_t MakeLogFolder();
   int32_t CheckInputAndOutput();
   int32_t CheckOutputType();
@@ -112,6 +118,8 @@ class clsConversionRun {
   const FileOutcome& Convert(const std::function<void(int32_t& lResult)>& convert);
   /// Adds the reasons that stand in no entry, and the status.
   void CloseOutcome();
+  void SayWhatNoLogTells();
+  void AddUntold();
   void RunSpecs(RecipeContext& context, int32_t lFormat);
   clsTurns TakeTurns();
   bool NextFileMayBegin(size_t nFile, size_t nFiles, const std::string& sInput);
@@ -140,8 +148,9 @@ class clsConversionRun {
   clsRunFields& fields_;
   clsRunWindow* pWindow_;
   RunExtras extras_;
-  FileOutcome outcome_;      ///< Of the file in hand, or the last one
-  bool bFilesLeft_ = false;  ///< A pause ended the run between two files
+  std::unordered_set<size_t> batchInputs_;  ///< Hashes of their path texts, in upper case
+  FileOutcome outcome_;                     ///< Of the file in hand, or the last one
+  bool bFilesLeft_ = false;                 ///< A pause ended the run between two files
   bool bStopped_ = false;
 };
 

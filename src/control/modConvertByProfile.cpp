@@ -1,5 +1,6 @@
 // One input file by the Profile method: the profile's columns and the job's options go to the engine, one call each.
 
+#include <algorithm>
 #include <array>
 
 #include "modCellwright_DLL.h"
@@ -87,6 +88,15 @@ int32_t clsConversionRun::ReportEngineStatus(int32_t lStatus, int32_t lQuotesRes
 void clsConversionRun::SayWhatWasReplaced() {
   const ProfileAccount& tally = LastTally();
   std::string text = tally.sNote;
+  const auto& columns = Cellwright().Held().columns;
+  const auto counts = [&columns](auto is) {
+    return std::any_of(columns.begin(), columns.end(),
+                       [is](const CellwrightColumn& column) { return is(column.lCount); });
+  };
+  if (counts([](int32_t n) { return n < 0; }) && !counts([](int32_t n) { return n > 0; })) {
+    if (!text.empty()) text += "; ";
+    text += Translate("The profile removes all its columns, so nothing is cut out of the lines");
+  }
   if (tally.lCharsReplaced > 0) {
     if (!text.empty()) text += "; ";
     text += Translate("Broken characters of the UTF-16 input that became U+FFFD:");

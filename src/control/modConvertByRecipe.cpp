@@ -50,13 +50,24 @@ void clsConversionRun::ConvertByRecipe(int32_t& lResult) {
 }
 
 void clsConversionRun::RunSpecs(RecipeContext& context, int32_t lFormat) {
-  RunRecipe(context, lFormat);
   const FileAccount& account = outcome_.account;
+  bool given_up = false;
+  if (extras_.fileDone && !options_.bKeep) {
+    context.givesUp = [&] {
+      return given_up = outcome_.HasErrors() || !account.sWalkEnded.empty() || !account.leftOut.empty() ||
+                        account.lCellsFailed > 0 || context.recipe.ExportSpecs.SectionSequenceCollection.empty();
+    };
+  }
+  RunRecipe(context, lFormat);
   // A recipe that is none, or a report without marks: its output is empty, and the engine has no word for that.
-  const bool nothing_told = account.bOutputWritten && account.tables.empty() && account.lLinesRead > 0 &&
+  const bool nothing_told = account.tables.empty() && account.lLinesRead > 0 && !account.failure.Failed() &&
                             context.recipe.ExportSpecs.SectionSequenceCollection.empty();
   if (nothing_told && !outcome_.HasErrors()) {
     outcome_.Fail("no table is told for it, so no line of it was written", outcome_.sInput);
+  }
+  if (given_up) {
+    AddUntold();
+    outcome_.Fail("not written, as something of it would be missing; --keep writes what there is", outcome_.sOutput);
   }
 }
 
@@ -160,6 +171,7 @@ RecipeOptions clsConversionRun::MakeRecipeOptions() const {
   recipe_options.pRecipePage = extras_.recipePage.value_or(SystemCodePage());
   recipe_options.lDelimitationCharacter = options_.lDelimitationCharacter;
   recipe_options.bClearOutputFileBeforeProcessing = options_.bClearOutputFileBeforeProcessing;
+  recipe_options.bSayMore = extras_.bSayMore;
   recipe_options.bTrimFields = options_.bTrimFields;
   recipe_options.bSafeCsv = options_.bSafeCsv;
   recipe_options.bAllPeriods = options_.bAllPeriods;

@@ -7,7 +7,7 @@
 namespace quillon {
 
 void BuildFileListing(std::string_view sFilePath, bool bDoSubfolders, std::vector<std::string>& clnFiles,
-                      std::string& sErr, bool bSort, bool& bResult) {
+                      std::string& sErr, bool bSort, bool& bResult, std::string* pNotSearched) {
   bResult = true;
   CFileSearch search;
   int32_t result = 0;
@@ -17,6 +17,9 @@ void BuildFileListing(std::string_view sFilePath, bool bDoSubfolders, std::vecto
   if (result != 0 && clnFiles.empty()) {
     sErr = Translate("An error occured while searching for files: ") + std::to_string(search.LastErrorNumber()) +
            " : " + search.LastErrorDescription();
+  }
+  if (result != 0 && pNotSearched != nullptr) {
+    *pNotSearched = search.LastErrorFolder() + ": " + search.LastErrorDescription();
   }
   if (bSort && bResult) clnFiles = SortCollection(clnFiles, false);
 }

@@ -82,6 +82,14 @@ std::string SwitchText(SwitchValue value, std::string_view sValue) {
   }
 }
 
+/// Null if no switch has this letter, an upper-case one.
+const Option* OptionOfSwitch(char cLetter) {
+  const std::span<const Option> options = OptionTable();
+  const auto found = std::find_if(options.begin(), options.end(),
+                                  [cLetter](const Option& option) { return option.cSwitch == cLetter; });
+  return found == options.end() || cLetter == '\0' ? nullptr : &*found;
+}
+
 void SetBySwitch(const Option& option, std::string_view sValue, clsConversionOptions& options, clsHost& host) {
   static const clsConversionOptions kNew;
   if (const auto* text = std::get_if<OptionText>(&option.field)) options.** text = SwitchText(option.value, sValue);
@@ -114,15 +122,16 @@ bool ParseCommandLine(std::string_view sCommandLine, clsConversionOptions& optio
   for (size_t index = 1; index < fields.size(); ++index) {
     // Two "/" in a row: the letter of the switch before acts again, with an empty value.
     if (!fields[index].bEmpty) letter = UpperText(fields[index].sLetter);
-    const auto options_known = OptionTable();
-    const auto found = std::find_if(options_known.begin(), options_known.end(), [&letter](const Option& option) {
-      return letter.size() == 1 && letter.front() == option.cSwitch;
-    });
-    if (found == options_known.end()) continue;
+    const Option* const found = letter.size() == 1 ? OptionOfSwitch(letter.front()) : nullptr;
+    if (found == nullptr) continue;
     SetBySwitch(*found, fields[index].sValue, options, host);
     if (found->value == SwitchValue::OpensWindow || found->value == SwitchValue::Help) return false;
   }
   return true;
+}
+
+bool IsSwitchLetter(char cLetter) {
+  return OptionOfSwitch(UpperText(std::string_view(&cLetter, 1)).front()) != nullptr;
 }
 
 bool RunsUnattended(std::string_view sCommandLine) {

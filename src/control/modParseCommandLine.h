@@ -18,6 +18,9 @@ namespace quillon {
 /// the help.
 bool ParseCommandLine(std::string_view sCommandLine, clsConversionOptions& options, clsHost& host);
 
+/// Whether a switch has this letter, in either case.
+bool IsSwitchLetter(char cLetter);
+
 /// Whether ParseCommandLine would answer True, asked before anything is set up.
 bool RunsUnattended(std::string_view sCommandLine);
 /// Whether it would come to "/!".

@@ -27,11 +27,14 @@ bool clsRunLog::Report(const ReportEntry& entry) {
   options_.sErr1 = entry.sErr1;
   options_.sErr2 = entry.sErr2;
   options_.sErr3 = entry.sErr3;
-  if (!LogAddEntry(entry.type, entry.bShowMessageBox)) return false;
-  if (pOutcome_ != nullptr && entry.type != EntryType::Other) {
+  const bool logged = LogAddEntry(entry.type, entry.bShowMessageBox);
+  if (pOutcome_ == nullptr || entry.type == EntryType::Other) return logged;
+  if (logged) {
     pOutcome_->reasons.push_back({entry.type, entry.lErr, TextOf(entry), {}, entry.sCause, true});
+  } else if (!entry.sCause.empty() && !pOutcome_->TellsOf(entry.sCause)) {
+    pOutcome_->reasons.push_back({entry.type, entry.lErr, entry.sCause, {}, entry.sCause, false});
   }
-  return true;
+  return logged;
 }
 
 bool clsRunLog::AlreadyReported() {

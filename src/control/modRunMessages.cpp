@@ -33,7 +33,7 @@ constexpr std::string_view kBadInput = "Invalid Input File Specified";
 constexpr std::string_view kBadOutput = "Invalid Output File Specified";
 constexpr std::string_view kBadProfile = "Invalid Profile Specified";
 
-constexpr std::array<RunMessage, 19> kMessages{{
+constexpr std::array<RunMessage, 20> kMessages{{
     {kNoInputFile, EntryType::Error, kBadInput, "Input File", With::Missing},
     {kOutputNeedsWildcard, EntryType::Error, kBadOutput,
      "Output file must have wild card (*) since Input file has a wildcard.", With::Nothing},
@@ -53,6 +53,8 @@ constexpr std::array<RunMessage, 19> kMessages{{
     {kNotEnoughMemory, EntryType::Error, "", "Not enough memory to convert: ", With::Behind},
     {kOutputTwice, EntryType::Warning, "", "The output of another file of this run is replaced: ", With::Behind},
     {kRunEnded, EntryType::Error, "", "The run was ended: ", With::Behind},
+    {kLogIsFileOfRun, EntryType::Error, "Invalid Log File Specified",
+     "The log would replace a file of this run: ", With::Behind},
     {kNoExportSpecs, EntryType::Warning, "", "Cannot find Export Specs file: ", With::Behind},
     {kRecipeRunNoInput, EntryType::Error, kBadInput, "Input File", With::Missing},
     {kRecipeRunNoRecipe, EntryType::Error, "Invalid Recipe File Specified", "Recipe File", With::Missing},
@@ -110,6 +112,8 @@ std::string ThirdLine(RunCode code, std::string_view sSubject) {
              std::string(kLogIndent) + Translate("does not exist.");
     case kOutputIsInput:
       return Translate("To fix this: Change the output file.");
+    case kLogIsFileOfRun:
+      return Translate("To fix this: Choose another log file.");
     case kOutputTwice:
       return Translate("To fix this: Convert files of the same name apart, or rename one of them.");
     case kTabsInFile:

@@ -26,6 +26,7 @@ enum RunCode : int32_t {
   kNotEnoughMemory = -1003,
   kOutputTwice = -1004,
   kRunEnded = -1005,
+  kLogIsFileOfRun = -1006,
   kNoExportSpecs = -2001,
   kRecipeRunNoInput = -2002,
   kRecipeRunNoRecipe = -2003,

@@ -2,6 +2,7 @@
 
 #include "modConversionRun.h"
 #include "modFiles.h"
+#include "modPathMatch.h"
 #include "modPaths.h"
 #include "modSettings.h"
 #include "modStrings.h"
@@ -38,8 +39,28 @@ int32_t clsConversionRun::LoadJobFile() {
   return 0;
 }
 
+/// The log is written last: over a report, recipe or job, or over what the run has just made.
+bool clsConversionRun::LogIsFileOfRun() const {
+  const std::string log = UpperText(AbsolutePath(options_.sLogFile));
+  const std::string input = ExpandedPath(options_.sInputFile);
+  const std::string output = ExpandedPath(options_.sOutputFile);
+  for (const std::string& path : {input, output, ExpandedPath(options_.sRecipeFile), options_.sCLBatchJobFile}) {
+    const bool one = !path.empty() && !HasWildcards(path);
+    if (one && (UpperText(AbsolutePath(path)) == log || IsSameFile(path, options_.sLogFile))) return true;
+  }
+  if (!HasWildcards(input)) return false;
+  const std::string prefix = UpperText(AbsolutePath(output.substr(0, output.find('*'))));
+  if (log.starts_with(prefix) && ExtensionOfPath(log) == UpperText(ExtensionOfPath(output))) return true;
+  // The log of an earlier run may lie among the inputs.
+  const size_t mask = BehindLastSeparator(input);
+  return IsFile(options_.sLogFile) && !MayBecomeLog(options_.sLogFile) &&
+         clsPathMatch(input.substr(mask)).Matches(options_.sLogFile.substr(BehindLastSeparator(options_.sLogFile))) &&
+         UpperText(AbsolutePath(FolderOfPath(options_.sLogFile))) == UpperText(AbsolutePath(FolderOfPath(input)));
+}
+
 int32_t clsConversionRun::MakeLogFolder() {
   if (!gbCommandLineMode || options_.sLogFile.empty()) return 0;
+  if (LogIsFileOfRun()) return Refuse(kLogIsFileOfRun, options_.sLogFile);
   const std::string folder = ParentFolderOfPath(options_.sLogFile);
   MakeFolderPath(folder);
   return FolderExists(folder) ? 0 : Refuse(kNoLogFolder, WithSeparator(folder));

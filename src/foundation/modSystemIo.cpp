@@ -6,14 +6,23 @@
 #include <cerrno>
 #include <cstdlib>
 
+#include "modTurns.h"
+
 namespace quillon {
 
 namespace {
 
+/// A pipe that nobody reads would hold an interrupted run for ever.
+bool GivenUp() {
+  if (GiveTurn() || !gbAbandonOutput) return false;
+  errno = ECANCELED;
+  return true;
+}
+
 template <typename Call>
 auto Repeat(Call call) {
   auto result = call();
-  while (result < 0 && errno == EINTR) result = call();
+  while (result < 0 && errno == EINTR && !GivenUp()) result = call();
   return result;
 }
 
@@ -62,6 +71,7 @@ bool WriteHandle(int nHandle, const char* pBytes, size_t nBytes) {
     }
     pBytes += nDone;
     nBytes -= static_cast<size_t>(nDone);
+    if (nBytes > 0 && GivenUp()) return false;
   }
   return true;
 }

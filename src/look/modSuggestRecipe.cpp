@@ -179,9 +179,9 @@ bool SuggestRecipe(std::string_view sInput, const TextFileOptions& options, int3
 }
 
 std::string SuggestedRecipe::Text() const {
-  std::string sText =
-      "; Suggested by the shape of the report. Each key text stands on the line meant for the first time, and each\n"
-      "; ruler is drawn over the columns that are blank in all rows. Look at it before you trust it.\n";
+  std::string sText = std::string(kSuggestionBegins) +
+                      " Each key text stands on the line meant for the first time, and each\n"
+                      "; ruler is drawn over the columns that are blank in all rows. Look at it before you trust it.\n";
   if (!bWholeReport) {
     sText += fmt::format(
         "; Only the first {} lines of the report were looked at: tables behind them are missing here, and one that\n"

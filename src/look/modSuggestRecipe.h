@@ -34,6 +34,9 @@ struct LeftOutStretch {
   std::string_view sReason;
 };
 
+/// How a suggested recipe begins, by which it is known again.
+constexpr std::string_view kSuggestionBegins = "; Suggested by the shape of the report.";
+
 struct SuggestedRecipe {
   std::vector<SuggestedTable> tables;
   std::vector<LeftOutStretch> leftOut;

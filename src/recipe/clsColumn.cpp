@@ -17,16 +17,23 @@ std::string SectionName(int32_t table_number, int32_t col_number) {
 void clsColumn::ReadFromFileSequentially(RecipeContext& context, clsSectionFile& filehandle, int32_t table_number,
                                          int32_t col_number) {
   const std::string sSection = SectionName(table_number, col_number);
+  const auto more = [&](std::string_view sKey) {
+    return context.options.More("In section [" + sSection + "], key " + std::string(sKey));
+  };
   if (!ReadPositiveNumber(filehandle, sSection, "ReadColumnStart", ReadColumnStart)) {
-    return ReportRecipe(context.host, -5000);
+    return ReportRecipe(context.host, -5000, {}, true, more("ReadColumnStart"));
   }
-  if (!ReadPositiveNumber(filehandle, {}, "ReadColumnEnd", ReadColumnEnd)) return ReportRecipe(context.host, -5001);
+  if (!ReadPositiveNumber(filehandle, {}, "ReadColumnEnd", ReadColumnEnd)) {
+    return ReportRecipe(context.host, -5001, {}, true, more("ReadColumnEnd"));
+  }
   if (!ReadColumnLetters(filehandle, "WriteColumn", WriteColumn)) {
     return ReportRecipe(context.host, -5002, {sSection});
   }
   const std::string sOperator = ReadSectionValue(filehandle, {}, "PeriodOperator", {});
   const std::string sUpper = UpperText(sOperator);
-  if (!sUpper.empty() && sUpper != "SUM" && sUpper != "DUPLICATE") return ReportRecipe(context.host, -5003);
+  if (!sUpper.empty() && sUpper != "SUM" && sUpper != "DUPLICATE") {
+    return ReportRecipe(context.host, -5003, {}, true, more("PeriodOperator"));
+  }
   PeriodOperator = sOperator;
 }
 

@@ -37,7 +37,7 @@ class clsColumn {
 
  private:
   /// The operator's code for ProcessField; the member takes its trimmed upper-case form. Reports -5004.
-  int32_t ParsePeriodOperator(clsHost& host);
+  int32_t ParsePeriodOperator(RecipeContext& context);
 
   std::string sField_;  ///< Kept for its memory
 };

@@ -9,19 +9,21 @@
 
 namespace quillon {
 
-int32_t clsColumn::ParsePeriodOperator(clsHost& host) {
+int32_t clsColumn::ParsePeriodOperator(RecipeContext& context) {
   if (PeriodOperator.empty()) return clsLineProcessor::kLast;
   PeriodOperator = UpperText(TrimBlanks(PeriodOperator));
   if (PeriodOperator == "FIRST") return clsLineProcessor::kFirst;
   if (PeriodOperator == "SUM") return clsLineProcessor::kSum;
   // "AVG" is a word without a code of its own.
   const bool bKnown = PeriodOperator.empty() || PeriodOperator == "LAST" || PeriodOperator == "AVG";
-  if (!bKnown) ReportRecipe(host, -5004, {PeriodOperator});
+  if (!bKnown) {
+    ReportRecipe(context.host, -5004, {PeriodOperator}, true, context.options.More("In the column for " + WriteColumn));
+  }
   return clsLineProcessor::kLast;
 }
 
 bool clsColumn::TakeField(RecipeContext& context, bool bShowMessageBox, std::string& sField) {
-  const int32_t lOperator = ParsePeriodOperator(context.host);
+  const int32_t lOperator = ParsePeriodOperator(context);
   if (!context.lineProcessor.ProcessField(context, lOperator, ReadColumnStart, ReadColumnEnd, sField)) {
     return EndWalk(context, "A field could not be taken from the rows of the periods", WriteColumn);
   }

@@ -53,7 +53,9 @@ void ShowTime(RecipeContext& context) {
 
 void clsExportSpecs::Process(RecipeContext& context, clsOutputFile* csv_file_handle) {
   if (static_cast<int64_t>(SectionSequenceCollection.size()) != lTitles_ + lTables_ + lConsolidates_) {
-    return ReportRecipe(context.host, -5307);
+    return ReportRecipe(context.host, -5307, {}, true,
+                        context.options.More("The lines that look like the header of a section don't agree with the "
+                                             "sections [Title n], [Table n] and [Consolidate n]"));
   }
   if (csv_file_handle == nullptr) NameSheets(context);
   ExpectKeyTexts(context, TablesCollection);

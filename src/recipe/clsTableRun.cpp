@@ -67,7 +67,8 @@ bool clsTableRun::Run() {
 }
 
 clsTableRun::Step clsTableRun::Fatal(int32_t lErr, std::initializer_list<std::string_view> values) {
-  ReportRecipe(context_.host, lErr, values);
+  const std::string sTable = "In section [Table " + std::to_string(context_.account.tables.size()) + "]";
+  ReportRecipe(context_.host, lErr, values, true, context_.options.More(sTable));
   context_.recipe.ExportSpecs.FatalProcessError = true;
   return Step::Done;
 }
@@ -81,7 +82,11 @@ clsTableRun::Step clsTableRun::FindBlock() {
   lStart_ = lStartKey + table_.ReadStartLineOffset;
   lEnd_ = lEndKey + table_.ReadEndLineOffset;
   if (lEnd_ < lStart_) return Fatal(-5606, {table_.ReadEndLine, table_.ReadStartLine});
-  return lStart_ < 1 || lEnd_ < 1 ? Step::Done : Step::Next;
+  if (lStart_ >= 1 && lEnd_ >= 1) return Step::Next;
+  context_.account.leftOut.push_back(
+      Translate("The table starts above the first line of the report, so no row of it was written") + ": " +
+      table_.ReadStartLine);
+  return Step::Done;
 }
 
 /// The first line of the searched file that holds the key text; none is the error lErr.
@@ -199,10 +204,10 @@ clsTableRun::Step clsTableRun::CheckColumns() {
   csvRows_.emplace(context_, columns, table_.lDelimitationChar, Reader().CodePage(), *pCsv_);
   if (csvRows_->HasSeparator()) return Step::Next;
   // No row of any table can be written, so the old output stays.
-  context_.account.failure = OwnFailure(gsOutputFile, Translate("The separator is no character code from 1 to 255") +
-                                                          ": " + std::to_string(table_.lDelimitationChar));
-  context_.account.sWalkEnded = context_.account.failure.sText;
-  return Step::Died;
+  const std::string sCode = std::to_string(table_.lDelimitationChar);
+  context_.account.failure =
+      OwnFailure(gsOutputFile, Translate("The separator is no character code from 1 to 255") + ": " + sCode);
+  return Fatal(-5309, {sCode});
 }
 
 void clsTableRun::MeasureRow(const clsRow& row) {

@@ -31,7 +31,8 @@ bool OutputGivenUp(RecipeContext& context) {
     const Failure change = ReportChange(sReport, state);
     if (change.Failed() && !context.account.failure.Failed()) ReportFileFailure(context, change);
   }
-  return gbAbandonOutput || context.account.failure.Failed() || StrictGivesUp(context);
+  return gbAbandonOutput || context.account.failure.Failed() || StrictGivesUp(context) ||
+         (context.givesUp && context.givesUp());
 }
 
 void RunCsv(RecipeContext& context) {

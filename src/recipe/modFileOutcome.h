@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -50,6 +51,8 @@ struct FileAccount {
   Failure failure;
   /// Why the walk of sections ended where no report tells it; "" if it did not.
   std::string sWalkEnded;
+  /// What wrote nothing where no report tells it, table by table.
+  std::vector<std::string> leftOut;
   std::vector<std::string> namesRefused;  ///< Names of the recipe that no sheet got, each with the reason
   std::vector<TableAccount> tables;
   TidyAccount tidy;
@@ -87,10 +90,13 @@ struct FileOutcome {
     return std::any_of(reasons.begin(), reasons.end(),
                        [](const FileReason& reason) { return reason.type == EntryType::Error; });
   }
-  /// True if an entry of the log tells of the failure.
-  bool Tells(const Failure& failure) const {
+  bool HasLogged() const {
+    return std::any_of(reasons.begin(), reasons.end(), [](const FileReason& reason) { return reason.bLogged; });
+  }
+  /// True if a reason tells of the system's failure.
+  bool TellsOf(std::string_view sCause) const {
     return std::any_of(reasons.begin(), reasons.end(),
-                       [&failure](const FileReason& reason) { return reason.sCause == failure.sText; });
+                       [sCause](const FileReason& reason) { return reason.sCause == sCause; });
   }
   /// Makes it a failed one for a reason without a code.
   void Fail(std::string sText, std::string sPlace = {}) {

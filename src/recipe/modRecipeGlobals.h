@@ -2,6 +2,7 @@
 // What one run of the recipe engine works with.
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -51,9 +52,12 @@ struct RecipeOptions {
   bool bAllPeriods = false;     ///< Long options only: rows of every period's file, not of slot 1 alone
   bool bStrict = false;         ///< What is lost or doesn't agree makes the file a failed one,
   bool bKeep = false;           ///< whose output is written all the same
+  bool bSayMore = false;        ///< Entries get third lines that a slash run's log doesn't have
   int64_t lTotalTimeStart = 0;  ///< Tick of the run's start
   std::string sFormCaption;     ///< Of the main form, in a run with windows
 
+  /// A third line where it may be said, else "".
+  std::string More(std::string sText) const { return bSayMore ? std::move(sText) : std::string(); }
   /// How recipes and specifications of the user are read.
   TextFileOptions RecipeText() const { return {text.bUnix, pRecipePage}; }
   /// How section files are written, and those of our own making read back: never by a guess.
@@ -84,6 +88,8 @@ struct RecipeContext {
   clsRecipe& recipe;
   clsLineProcessor& lineProcessor;
   FileAccount& account;
+  /// Asked when the sections are done: True gives up what was written, and the old output stays.
+  std::function<bool()> givesUp = {};
   clsWorkbook* pWorkbook = nullptr;  ///< Null in a CSV run
   /// Files beside the CSV report, for tables that have a sheet of their own; they are kept or given up with it.
   std::vector<std::unique_ptr<clsOutputFile>> furtherFiles = {};

@@ -54,6 +54,7 @@ constexpr std::array kMessages = std::to_array<RecipeMessage>({
     {-5306, kError, true, "Invalid item specfied!"},
     {-5307, kError, true, "Invalid Section Count!"},
     {-5308, kError, true, "Invalid Section type specified!"},
+    {-5309, kError, true, "The separator is no character code from 1 to 255|: |%1"},
     {-5400, kError, true, "Invalid Row number!| [|%1|]"},
     {-5401, kError, true, "Text File| [|%1|] |does not exist!"},
     {-5402, kWarning, true, "Invalid operator found!"},

@@ -207,11 +207,138 @@ class CommandLineTest(unittest.TestCase):
         self.write("in/c.txt", REPORT)
         self.check("quillon convert 'in/*.txt' 'no/*.txt' -o 'o/*.csv' --recipe r.rcp --log 'l/[Y].log' --quiet", 1, err=(
             "quillon: no/*.txt: no file found (no/: Path Not Found.)\n"
-            "quillon: in/b.txt: Error [-5604]\n    Error in Table specs: Cannot find ReadStartLine: STOCK\n"))
+            "quillon: in/b.txt: Error [-5604]\n    Error in Table specs: Cannot find ReadStartLine: STOCK\n"
+            "    In section [Table 1]\n"
+            "quillon: o/b.csv: not written, as something of it would be missing; --keep writes what there is\n"))
         self.assertEqual(self.text("o/c.csv"), ROWS)
         log = self.text(f"l/{time.strftime('%Y', time.gmtime())}.log")
         for line in ("Processing:\r\n  in/a.txt\r\n  in/b.txt\r\n", "!!!!!!!!!! Error [-5604]", "2 files converted, 2 failed"):
             self.assertIn(line, log)
+
+    # Runs that nobody watches
+
+    def test_a_file_whose_cells_failed_is_not_done(self):
+        self.write("in.txt", "STOCK\n" + "Bolts   12\n" * 65540 + "END\n")
+        for again in ("", " --skip-done"):
+            _, err, status = self.world.run("quillon convert in.txt -o o.xls --recipe r.rcp --report l.jsonl" + again)
+            self.assertEqual(status, 1, again)
+            self.assertIn("0 files converted, 1 failed", err)
+        self.assertEqual(self.text("l.jsonl").count('"status":"failed"'), 2)
+
+    def test_job_tells_of_what_could_not_be_searched(self):
+        self.write("in/a.txt", REPORT)
+        here = os.open(self.work / "in", os.O_RDONLY)
+        for _ in range(20):  # deeper than a path may be long
+            os.mkdir("d" * 250, dir_fd=here)
+            here = os.open("d" * 250, os.O_RDONLY, dir_fd=here)
+        self.write("a.QLN", "[QLN]\r\nsInputFile=C:\\in\\*.txt\r\nsOutputFile=C:\\i\\*.csv\r\nsRecipeFile=C:\\r.rcp\r\n"
+                            "lConversionMethod=1\r\nbDoSubfolders=TRUE\r\n")
+        _, err, status = self.world.run("quillon job a.QLN")
+        self.assertEqual(status, 1)
+        self.assertIn("not all of it could be searched", err)
+
+    def test_log_has_all_that_was_said_and_how_it_ended(self):
+        stamp = time.strftime("%Y", time.gmtime())
+        self.check("quillon convert in.txt 'no/*.txt' -o 'o/*.csv' --recipe r.rcp --utf16 -q --log 'logs-[Y]/run.log'", 1,
+                   err="quillon: no/*.txt: no file found (no/: Path Not Found.)\n")
+        log = self.text(f"logs-{stamp}/run.log")
+        for line in ("note: --utf16 has no effect here", "no/*.txt: no file found", "1 file converted, 1 failed"):
+            self.assertIn(line, log)
+        self.assertFalse((self.work / "logs-[Y]").exists())
+        self.world.run("quillon convert in.txt --recipe r.rcp --log run.log")
+        self.assertIn("-o OUTPUT is missing", self.text("run.log"))
+        self.assertIn("nothing was converted", self.text("run.log"))
+        self.write("bad.QLN", "[QLN]\r\nlTabSize=eight\r\n")
+        _, err, status = self.world.run("quillon job bad.QLN --log run.log")
+        self.assertEqual(status, 1)
+        self.assertIn("lTabSize=eight is not a whole number", err)
+        self.assertIn("lTabSize=eight is not a whole number", self.text("run.log"))
+
+    def test_nothing_of_a_run_is_written_over_by_another_part_of_it(self):
+        _, err, status = self.world.run("quillon convert in.txt -o o.csv --recipe r.rcp --report x --log x")
+        self.assertEqual((status, (self.work / "x").exists()), (2, False))
+        (self.work / "p").mkdir()
+        (self.work / "q").symlink_to("p")
+        (self.work / "a.csv").write_text("")
+        (self.work / "b.csv").symlink_to("a.csv")
+        self.write("a.txt", REPORT)
+        self.write("b.txt", REPORT)
+        _, err, status = self.world.run("quillon convert a.txt b.txt -o '*.csv' --recipe r.rcp")
+        self.assertEqual((status, self.text("a.csv")), (2, ""))
+        self.write("i/p/a.txt", REPORT)
+        self.write("i/q/a.txt", REPORT)
+        self.write("o/p/old", "")
+        (self.work / "o/q").symlink_to("p")
+        self.assertEqual(self.world.run("quillon convert 'i/*.txt' -r -o 'o/*.csv' --recipe r.rcp")[2], 2)
+        self.write("s/b.csv", REPORT)
+        self.write("s/b.txt", REPORT)
+        self.check(r"quillon '/IC:\s\* /OC:\s\*.csv /RC:\r.rcp /LC:\run.log'")
+        self.assertEqual((self.text("s/b.csv"), self.text("run.log").count("Error [-1002]")), (REPORT, 2))
+
+    def test_a_switch_names_no_file_of_the_run_as_its_log(self):
+        self.write("a.QLN", "[QLN]\r\nsInputFile=C:\\in.txt\r\nsOutputFile=C:\\o.xlsx\r\nsRecipeFile=C:\\r.rcp\r\n"
+                            "lConversionMethod=1\r\n")
+        before = {name: self.text(name) for name in self.made()}
+        for line in (r"/IC:\in.txt /OC:\o.csv /RC:\r.rcp /LC:\in.txt", r"/IC:\in.txt /OC:\o.csv /RC:\r.rcp /LC:\r.rcp",
+                     r"/IC:\in.txt /OC:\o.csv /RC:\r.rcp /LC:\o.csv", r"/JC:\a.QLN /LC:\a.QLN", r"/JC:\a.QLN /LC:\o.xlsx",
+                     r"/IC:\*.txt /OC:\*.csv /RC:\r.rcp /LC:\in.csv"):
+            out, err, status = self.world.run(f"quillon '{line}'")
+            self.assertIn("Error [-1006]", err, line)
+            self.assertEqual({name: self.text(name) for name in self.made()}, before, line)
+
+    def test_what_a_slash_run_leaves_out_is_told(self):
+        self.write("o.csv", "old")
+        self.check(r"quillon '/IC:\in.txt /OC:\o.csv /RC:\r.rcp /D300 /LC:\run.log'")
+        self.assertIn("Error [-5309]", self.text("run.log"))
+        self.assertIn("Errors: 1", self.text("run.log"))
+        self.assertEqual(self.text("o.csv"), "old")
+        for offsets, said in (("99\nReadEndLineOffset=99", "behind the end"), ("-9\nReadEndLineOffset=-1", "above the first")):
+            self.write("far.rcp", RECIPE.replace("Offset=1", "Offset=" + offsets.split("\n")[0], 1)
+                       .replace("Offset=-1", "Offset=" + offsets.split("=")[1], 1))
+            out, err, status = self.world.run(r"quillon '/IC:\in.txt /OC:\far.csv /RC:\far.rcp'")
+            self.assertIn(said, err)
+            _, err, status = self.world.run("quillon convert in.txt -o far.csv --recipe far.rcp -q")
+            self.assertEqual(status, 1)
+            self.assertIn(said, err)
+        self.write("p.txt", "1\t6\t[32] Space\tLeft\tYes\t1\t\t\r\n")
+        self.assertIn("removes all its columns", self.world.run("quillon convert in.txt -o p.csv --profile ./p.txt")[1])
+
+    def test_a_file_that_fails_keeps_its_old_output(self):
+        self.write("two.rcp", RECIPE + RECIPE.replace("Table 1", "Table 2").replace("STOCK", "NONE"))
+        self.write("o.csv", "old")
+        _, err, status = self.world.run("quillon convert in.txt -o o.csv --recipe two.rcp")
+        self.assertEqual((self.text("o.csv"), status), ("old", 1))
+        self.assertIn("o.csv: not written", err)
+        self.assertEqual(self.world.run("quillon convert in.txt -o o.csv --recipe two.rcp --keep -q")[2], 1)
+        self.assertEqual(self.text("o.csv"), ROWS)
+        self.write("o.csv", "old")
+        self.check(r"quillon '/IC:\in.txt /OC:\o.csv /RC:\two.rcp'")
+        self.assertEqual(self.text("o.csv"), ROWS)
+
+    def test_limits_and_pipes_end_a_run_with_words(self):
+        self.write("big.txt", "STOCK\n" + "Bolts   12\n" * 9000 + "END\n")
+        out, err, status = self.world.run("ulimit -f 8; quillon convert big.txt -o o.csv --recipe r.rcp; echo $?")
+        self.assertEqual(out, "1\n")
+        self.assertIn("File too large", err)
+        os.mkfifo(self.work / "pipe.csv")
+        self.write("big.txt", "STOCK\n" + "Bolts   12\n" * 1000000 + "END\n")
+        for reader in (None, True):  # nobody opens it; nobody reads on
+            run = self.start("convert", "big.txt", "-o", "pipe.csv", "--recipe", "r.rcp", stderr=subprocess.DEVNULL)
+            held = os.open(self.work / "pipe.csv", os.O_RDONLY) if reader else None
+            time.sleep(2)
+            run.send_signal(signal.SIGTERM)
+            self.assertEqual(run.wait(timeout=20), 143)
+            if held is not None:
+                os.close(held)
+        out, err, status = self.world.run("quillon convert --help > /dev/full; echo $?")
+        self.assertEqual(out, "1\n")
+
+    def test_folders_are_named_as_given_and_hidden_files_are_none_of_them(self):
+        for name in ("in/r1.prt", "in/.DS_Store", "in/.r2.prt"):
+            self.write(name, REPORT)
+        _, err, status = self.world.run("quillon convert in -o 'o/*.csv' --recipe r.rcp --verbose")
+        self.assertIn("in/r1.prt -> o/r1.csv: converted", err)
+        self.assertEqual([n for n in self.made() if n.startswith("o/")], ["o/r1.csv"])
 
     # Jobs and switches
 

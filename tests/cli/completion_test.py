@@ -55,6 +55,9 @@ class CompletionTest(unittest.TestCase):
         cls.folder = Path(tempfile.mkdtemp(prefix="quillon-completion-"))
         cls.addClassCleanup(shutil.rmtree, cls.folder)
         (cls.folder / "ledger one.txt").touch()
+        profiles = cls.folder / ".config/Brindlemark, Inc/Quillon/Profiles"
+        profiles.mkdir(parents=True)
+        (profiles / "Zebra.txt").touch()
         cls.pages = cls.folder / "pages"
         subprocess.run([sys.executable, MAKE, PROGRAM, "1.0.0", cls.pages], check=True)
 
@@ -75,6 +78,7 @@ class CompletionTest(unittest.TestCase):
         shell.say(f"{SHOW}; . pages/quillon.bash; echo re''ady\n", "ready")
         self.check_typed(shell)
         self.assertIn("<--quote=always>", shell.say("quillon convert --quote=al\t\n", "<end>"))
+        self.assertIn("<--profile><Zebra>", shell.say("quillon convert --profile Ze\t\n", "<end>"))
 
     def test_zsh(self):
         shell = self.terminal("zsh", "-f", "-i")

@@ -166,7 +166,7 @@ class Inputs(unittest.TestCase):
         _, wanted, _ = self.convert("plain.txt", recipe)
         (self.folder / "spool").write_bytes("".join(r.ljust(140) for r in asa(text)).encode())
         job = f"[QLN]\r\nsInputFile=spool\r\nsOutputFile=job.csv\r\nsRecipeFile={recipe}\r\nlConversionMethod=1\r\n"
-        for keys, status in [("lRecordLength=140\r\nsCarriageControl=asa\r\n", 0), ("sRecords=odd\r\n", 70)]:
+        for keys, status in [("lRecordLength=140\r\nsCarriageControl=asa\r\n", 0), ("sRecords=odd\r\n", 1)]:
             (self.folder / "a.QLN").write_text(job + keys)
             self.assertEqual(self.run_program("job", "a.QLN")[0], status, keys)
         self.assertEqual((self.folder / "job.csv").read_bytes(), wanted)
