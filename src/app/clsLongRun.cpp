@@ -141,6 +141,7 @@ void clsLongRun::FileDone(const FileOutcome& outcome) {
   }
   if (outcome.account.bOutputWritten) {
     for (const std::string& sName : outcome.account.namesRefused) Note(sName);
+    for (const std::string& sNote : outcome.account.workbookNotes) Note(Printed(outcome.sOutput) + ": " + sNote);
   }
   for (const std::string& sNote : ReportNotes(outcome.sInput)) Note(Printed(outcome.sInput) + ": " + sNote);
   if (talk_.bVerbose) SayAccount(outcome);

@@ -73,6 +73,7 @@ void RunWorkbook(RecipeContext& context, int32_t lFormat) {
     if (!context.account.bOutputWritten && !IsStopped(failure)) ReportFileFailure(context, failure);
   }
   context.account.lFormulasRefused = workbook->RefusedFormulas();
+  context.account.workbookNotes = workbook->Notes();
   context.pWorkbook = nullptr;
   CloseExcelWorkbook(workbook);
 }

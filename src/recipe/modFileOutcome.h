@@ -53,7 +53,8 @@ struct FileAccount {
   std::string sWalkEnded;
   /// What wrote nothing where no report tells it, table by table.
   std::vector<std::string> leftOut;
-  std::vector<std::string> namesRefused;  ///< Names of the recipe that no sheet got, each with the reason
+  std::vector<std::string> namesRefused;   ///< Names of the recipe that no sheet got, each with the reason
+  std::vector<std::string> workbookNotes;  ///< What was done to a workbook that was there
   std::vector<TableAccount> tables;
   TidyAccount tidy;
   /// Of tidy tables, and with bStrict of all: lines, characters of tidy rows, printed totals.

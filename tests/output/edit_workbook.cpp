@@ -84,6 +84,8 @@ class clsScript {
       const int nFound = workbook_.SheetNamed(fields_[1], failure);
       bDone = nFound != 0;
       sAnswer = std::to_string(nFound);
+    } else if (sCommand == "notes") {
+      for (const std::string& sNote : workbook_.Notes()) sAnswer += sNote;
     } else if (sCommand == "table") {
       workbook_.BeginTable(nSheet);
     } else if (sCommand == "heading") {

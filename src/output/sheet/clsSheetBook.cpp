@@ -99,6 +99,14 @@ std::optional<CellRange> clsSheetBook::ActiveUsedRange() {
   return range && range->Empty() ? CellRange{1, 1, 1, 1} : range;
 }
 
+std::vector<std::string> clsSheetBook::Notes() const {
+  std::vector<std::string> notes;
+  if (nReformatted_ > 0)
+    notes.push_back(Translate("Cells that got another number format, as theirs would not show what the report does:") +
+                    " " + std::to_string(nReformatted_));
+  return notes;
+}
+
 bool clsSheetBook::SaveAs(std::string_view sPath, int32_t lFormat, Failure& failure) {
   if (lFormat == form_.lFormat) return Save(sPath, failure);
   failure = OutputFailure(sPath, OutputMessage::OtherFormat);

@@ -23,6 +23,7 @@ class clsSheetBook : public clsWorkbook {
   std::optional<CellRange> ActiveUsedRange() final;
   bool SaveAs(std::string_view sPath, int32_t lFormat, Failure& failure) final;
   int64_t RefusedFormulas() const final { return nRefused_; }
+  std::vector<std::string> Notes() const final;
 
  protected:
   /// Rows and columns of a sheet, and the only format that it can be saved in.
@@ -53,6 +54,7 @@ class clsSheetBook : public clsWorkbook {
   std::vector<std::string> names_;
   int nActive_ = 1;
   int64_t nRefused_ = 0;
+  int64_t nReformatted_ = 0;  ///< Cells whose number format would have shown another text than the report's
 
  private:
   bool CheckPlace(int nSheet, int64_t nRow, int nColumn, Failure& failure) const;

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "modFailure.h"
 
@@ -112,6 +113,8 @@ class clsWorkbook {
   virtual bool SaveAs(std::string_view sPath, int32_t lFormat, Failure& failure) = 0;
   /// Cells that were written as text because a formula in them reaches outside the workbook.
   virtual int64_t RefusedFormulas() const = 0;
+  /// What the user should know of the file as it was saved, in his language.
+  virtual std::vector<std::string> Notes() const { return {}; }
 };
 
 }  // namespace quillon

@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "modNumberTyping.h"
+#include "modSettledCell.h"
+#include "modText.h"
 
 namespace quillon {
 
@@ -88,8 +90,17 @@ void clsSheetTyping::NoteAll(clsCellStore& cells) {
   std::string sScratch;
   for (int64_t nRow = cells.Range().nTop; nRow <= cells.LastRow(); ++nRow) {
     cells.Row(nRow, row);
-    for (const StoredCell& cell : row)
-      Note(nRow, cell.nColumn, TypeCell(cell.sText, options_, alone_, sScratch), cell.sText);
+    for (const StoredCell& cell : row) {
+      const TypedCell typed = TypeCell(cell.sText, options_, alone_, sScratch);
+      Note(nRow, cell.nColumn, typed, cell.sText);
+      if (typed.kind == CellKind::Formula || typed.kind == CellKind::Empty) continue;
+      const auto nIndex = static_cast<size_t>(cell.nColumn) - 1;
+      if (widths_.size() <= nIndex) widths_.resize(nIndex + 1);
+      if (cell.sText.size() <= widths_[nIndex]) continue;
+      const std::string_view sShown = ShownOf(cell.sText);
+      const size_t nChars = CharCount(typed.kind == CellKind::Text ? sShown : TrimBlanks(sShown));
+      widths_[nIndex] = static_cast<uint8_t>(std::clamp<size_t>(nChars, widths_[nIndex], kMaxWidth));
+    }
   }
 }
 

@@ -56,7 +56,11 @@ class clsSheetTyping {
   void Note(int64_t nRow, int nColumn, const TypedCell& cell, std::string_view sText) {
     FactsOf(nRow, nColumn).Note(cell, sText);
   }
+  /// Takes in all cells at once, and how wide they are.
   void NoteAll(clsCellStore& cells);
+  /// Characters of the longest value by column - 1, at most kMaxWidth; 0 for none. Formulas don't count.
+  const std::vector<uint8_t>& Widths() const { return widths_; }
+  static constexpr size_t kMaxWidth = 60;
   /// Takes the facts as they are now; true if one rule differs from that for a cell alone.
   bool Decide();
   const ColumnRule& RuleOf(int64_t nRow, int nColumn) const;
@@ -75,6 +79,7 @@ class clsSheetTyping {
   CellTypingOptions options_;
   ColumnRule alone_;
   std::vector<Table> tables_;  ///< By their first row
+  std::vector<uint8_t> widths_;
   int64_t nNotedRow_ = 0;
   size_t nCurrent_ = 0;
 };

@@ -81,6 +81,12 @@ FormatKind KindOfBuiltInFormat(uint32_t nId) {
   return FormatKind::Number;
 }
 
+std::string_view BuiltInFormatCode(uint32_t nId) {
+  for (const auto& [sKnown, nKnown] : kFixedCodes)
+    if (nKnown == nId) return sKnown;
+  return {};
+}
+
 std::optional<uint16_t> BuiltInFormatId(std::string_view sCode) {
   for (const auto& [sKnown, nId] : kFixedCodes)
     if (sKnown == sCode) return nId;

@@ -16,6 +16,8 @@ constexpr uint16_t kGeneralFormatId = 0, kTextFormatId = 49;
 FormatKind KindOfFormatCode(std::string_view sCode);
 /// Kind of a format that has no code of its own in the file.
 FormatKind KindOfBuiltInFormat(uint32_t nId);
+/// The code of a number that looks the same wherever the file is opened; "" for any other.
+std::string_view BuiltInFormatCode(uint32_t nId);
 /// The number of a code that looks the same wherever the file is opened; nothing for any other.
 std::optional<uint16_t> BuiltInFormatId(std::string_view sCode);
 

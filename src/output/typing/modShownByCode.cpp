@@ -363,4 +363,12 @@ bool AppendShownByCode(std::string_view sDigits, std::string_view sCode, std::st
   }
 }
 
+bool ShowsTheSame(std::string_view sDigits, std::string_view sCode, std::string_view sText) {
+  std::string sShown, sWanted(sText);
+  if (sCode.empty() || !AppendShownByCode(sDigits, sCode, sShown)) return false;
+  std::erase(sShown, ' ');
+  std::erase(sWanted, ' ');
+  return sShown == sWanted;
+}
+
 }  // namespace quillon

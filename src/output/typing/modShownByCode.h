@@ -10,5 +10,7 @@ namespace quillon {
 /// form of the codes themselves: "." and "," whatever the viewer's locale. False, with nothing appended, for a code
 /// with parts that aren't known for sure: fractions, conditions, fills, scales of thousands.
 bool AppendShownByCode(std::string_view sDigits, std::string_view sCode, std::string& sOut);
+/// True if that is the text, blanks aside.
+bool ShowsTheSame(std::string_view sDigits, std::string_view sCode, std::string_view sText);
 
 }  // namespace quillon

@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "modSettledCell.h"
+#include "modShownByCode.h"
 #include "modText.h"
 #include "modXlsFormula.h"
 
@@ -63,7 +64,11 @@ void clsXlsCellWriter::ExpectEntries(std::span<const uint32_t> hashes) const {
 }
 
 void clsXlsCellWriter::Write(clsXlsCellTable& table, unsigned nColumn, std::string_view sText, const ColumnRule& rule,
-                             uint16_t nXf, bool bExists) {
+                             const XlsOldCell& old) {
+  const uint16_t nXf = old.nXf;
+  const bool bExists = old.bExists;
+  bValueDecides_ = old.bValueDecides;
+  sShown_ = ShownOf(sText);
   const TypedCell cell = TypeCell(sText, options_, rule, sScratch_);
   if (cell.bRefusedFormula) ++nRefused_;
   if (cell.kind == CellKind::Empty) {
@@ -102,6 +107,14 @@ bool clsXlsCellWriter::WriteNumber(clsXlsCellTable& table, unsigned nColumn, con
     const int nFormatted = formats_.WithNumberFormat(nXf, cell.sFormat);
     if (nFormatted < 0) return false;
     nXf = static_cast<uint16_t>(nFormatted);
+  } else if (bValueDecides_) {
+    const std::string_view sOld = formats_.CodeOf(nXf);
+    if (sOld != cell.sFormat && !ShowsTheSame(cell.sDigits, sOld, sShown_)) {
+      const int nFormatted = formats_.WithNumberFormat(nXf, cell.sFormat.empty() ? "General" : cell.sFormat);
+      if (nFormatted < 0) return false;
+      nXf = static_cast<uint16_t>(nFormatted);
+      ++nReformatted_;
+    }
   } else if (!ShowsRightly(cell, kind)) {
     return false;
   }

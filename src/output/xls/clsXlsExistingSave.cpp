@@ -76,6 +76,7 @@ std::vector<clsXlsCellTable> clsXlsExistingWorkbook::MergeTouched(clsXlsStrings&
       sheet->existing->Merge(sheet->written, sheet->typing, globals_.Formats().DefaultXf(), writer, tables.back());
   }
   nRefused_ = writer.RefusedFormulas();
+  nReformatted_ = writer.Reformatted();
   return tables;
 }
 

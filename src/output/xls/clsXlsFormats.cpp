@@ -31,6 +31,12 @@ FormatKind clsXlsFormats::KindOf(uint16_t nXf) const {
   return KindOfBuiltInFormat(nId);
 }
 
+std::string_view clsXlsFormats::CodeOf(uint16_t nXf) const {
+  const uint16_t nId = NumberFormatOf(nXf);
+  const auto found = codes_.find(nId);
+  return nId != xls::kGeneralFormat && found != codes_.end() ? std::string_view(found->second) : BuiltInFormatCode(nId);
+}
+
 uint16_t clsXlsFormats::DefaultXf() const {
   constexpr size_t kKind = 4;
   constexpr unsigned kIsStyle = 0x04;

@@ -30,6 +30,9 @@ class clsXlsFormats {
   uint16_t NumberFormatOf(uint16_t nXf) const { return nXf < xfs_.size() ? GetU16(xfs_[nXf], 2) : uint16_t{0}; }
   /// What the number format of an XF shows.
   FormatKind KindOf(uint16_t nXf) const;
+  bool IsOwn() const { return bOwn_; }
+  /// The code of an XF's number format; "" for one that isn't known.
+  std::string_view CodeOf(uint16_t nXf) const;
   /// The kind that a text to be written must fit.
   FormatKind KindToKeep(uint16_t nXf) const { return bOwn_ ? FormatKind::General : KindOf(nXf); }
   /// Format of cells that have none: the standard one, or the first that is for cells where the file's differ.

@@ -90,7 +90,7 @@ void FillXlsTable(clsCellStore& cells, clsSheetTyping& typing, uint16_t nXf, cls
     table.StartRow(static_cast<uint32_t>(nRead - 3));
     for (const StoredCell& cell : row)
       writer.Write(table, static_cast<unsigned>(cell.nColumn - 1), cell.sText, typing.RuleOf(nRead - 2, cell.nColumn),
-                   nXf);
+                   {nXf, false, false});
   }
   table.Finish();
 }

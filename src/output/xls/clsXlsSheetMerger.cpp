@@ -101,7 +101,10 @@ class clsXlsSheetMerger {
       uint16_t nXf = bExists ? sheet_.cells_[nOld].nXf : InheritedXf(sRowData, nNewColumn);
       for (; nOld < nCell_ && sheet_.cells_[nOld].Column() == nNewColumn; ++nOld) nXf = sheet_.cells_[nOld].nXf;
       const StoredCell& cell = row_[nNew++];
-      writer_.Write(table_, nNewColumn, cell.sText, typing_.RuleOf(int64_t{nRow} + 1, cell.nColumn), nXf, bExists);
+      writer_.Write(
+          table_, nNewColumn, cell.sText, typing_.RuleOf(int64_t{nRow} + 1, cell.nColumn),
+          {nXf, bExists,
+           bExists && sheet_.IsCleared(nRow, nNewColumn) && !writer_.SameCode(nXf, sheet_.columnXfs_[nNewColumn])});
     }
   }
 

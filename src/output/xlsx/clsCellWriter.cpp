@@ -6,6 +6,7 @@
 #include "modFormula.h"
 #include "modNumbers.h"
 #include "modSettledCell.h"
+#include "modShownByCode.h"
 #include "modXmlText.h"
 
 namespace quillon {
@@ -74,7 +75,8 @@ void clsCellWriter::Append(const Cell& cell, std::string_view sText, bool bStays
   if (!bStaysText) typed = TypeCell(sText, typing_, rule, sScratch_);
   if (typed.bRefusedFormula) ++nRefused_;
   uint32_t nStyle = cell.nStyle;
-  const bool bFits = Fits(typed, nStyle);
+  sShown_ = ShownOf(sText);
+  const bool bFits = Fits(typed, cell, nStyle);
   if (!bFits || (typed.kind != CellKind::Number && typed.kind != CellKind::Date)) nStyle = styles_.Plain(cell.nStyle);
   if (bFits) {
     if (typed.kind == CellKind::Formula) ++nFormulas_;
@@ -110,13 +112,14 @@ void clsCellWriter::AppendValue(const TypedCell& typed, std::string_view sPrefix
 }
 
 /// True if the cell takes the typed value, in the style that results; else it takes the text.
-bool clsCellWriter::Fits(TypedCell& typed, uint32_t& nStyle) const {
-  if (styles_.KindToKeep(nStyle) == FormatKind::Text) return false;
+bool clsCellWriter::Fits(TypedCell& typed, const Cell& cell, uint32_t& nStyle) {
+  const FormatKind kind = styles_.KindToKeep(nStyle);
+  if (kind == FormatKind::Text) return false;
   switch (typed.kind) {
     case CellKind::Number:
-      return NumberFits(typed, nStyle);
     case CellKind::Date:
-      return DateFits(typed, nStyle);
+      if (cell.bValueDecides && kind != FormatKind::General) return TakesFormatOfValue(typed, nStyle);
+      return typed.kind == CellKind::Number ? NumberFits(typed, nStyle) : DateFits(typed, nStyle);
     case CellKind::Boolean:
       return true;
     case CellKind::Formula:
@@ -124,6 +127,18 @@ bool clsCellWriter::Fits(TypedCell& typed, uint32_t& nStyle) const {
     default:
       return false;
   }
+}
+
+/// A format that shows the value as the report did stays.
+bool clsCellWriter::TakesFormatOfValue(TypedCell& typed, uint32_t& nStyle) {
+  const std::string_view sOld = styles_.CodeOf(nStyle);
+  if (sOld != typed.sFormat && !ShowsTheSame(typed.sDigits, sOld, sShown_)) {
+    const int64_t nDerived = styles_.Derive(nStyle, typed.sFormat.empty() ? "General" : typed.sFormat);
+    if (nDerived < 0) return false;
+    nStyle = static_cast<uint32_t>(nDerived);
+    ++nReformatted_;
+  }
+  return typed.kind != CellKind::Date || CountFrom1904(typed);
 }
 
 bool clsCellWriter::NumberFits(const TypedCell& typed, uint32_t& nStyle) const {
@@ -153,6 +168,10 @@ bool clsCellWriter::DateFits(TypedCell& typed, uint32_t& nStyle) const {
   } else if (kind != FormatKind::DateTime && kind != FormatKind::Date) {
     return false;
   }
+  return CountFrom1904(typed);
+}
+
+bool clsCellWriter::CountFrom1904(TypedCell& typed) const {
   if (!b1904_) return true;
   if (typed.nValue < kDaysTo1904) return false;
   typed.nValue -= kDaysTo1904;

@@ -18,7 +18,8 @@ clsSheetMerger::clsSheetMerger(clsXmlScanner& scanner, SheetEdit& edit, const Sh
       facts_(facts),
       writer_(writer),
       renames_(renames),
-      copier_(scanner, renames, std::move(sink)) {
+      copier_(scanner, renames, std::move(sink)),
+      widths_(edit.typing.Widths(), edit.bWidthsAnew) {
   for (const auto& [nIndex, formula] : facts.shared) {
     std::string_view sIgnored;
     const auto [nRow, nColumn] = formula.master;
@@ -55,18 +56,25 @@ bool clsSheetMerger::MergeToken() {
     case clsSheetCursor::Event::Cell:
       return MergeCell();
     default:
-      MergeOther();
-      return true;
+      return MergeOther();
   }
 }
 
-void clsSheetMerger::MergeOther() {
-  if (scanner_.IsOpening() && scanner_.Depth() == 2 && scanner_.IsMain("dimension")) return MergeDimension();
+bool clsSheetMerger::MergeOther() {
+  if (scanner_.IsOpening() && scanner_.Depth() == 2 && scanner_.IsMain("dimension")) return MergeDimension(), true;
+  if (scanner_.IsOpening() && scanner_.Depth() == 2 && !widths_.Empty() && scanner_.IsMain("cols")) {
+    std::string sColumns;
+    bWidthsDone_ = true;
+    if (!widths_.Rewrite(scanner_, sColumns)) return false;
+    copier_.Put(sColumns);
+    return true;
+  }
   if (scanner_.IsOpening() && scanner_.Depth() == 3 && edit_.bSelected && scanner_.IsMain("sheetView"))
-    return MergeView();
+    return MergeView(), true;
   // What else a row holds stands behind its cells.
   if (scanner_.IsOpening() && scanner_.Depth() == 4 && cursor_.InSheetData()) PutCellsBefore(kMaxSheetColumns + 1);
   copier_.CopyToken();
+  return true;
 }
 
 void clsSheetMerger::MergeDimension() {
@@ -91,6 +99,7 @@ void clsSheetMerger::PutElementEnd(std::string_view sName) {
 void clsSheetMerger::BeginSheetData() {
   sPrefix_ = scanner_.Prefix();
   if (!sPrefix_.empty()) sPrefix_ += ':';
+  if (!bWidthsDone_) copier_.Put(widths_.NewList(sPrefix_));
   if (scanner_.Token() == XmlToken::StartTag || edit_.cells.Empty()) return copier_.CopyToken();
   copier_.Put(AsStartTag(scanner_.Raw()));
   PutRowsBefore(kMaxSheetRows + 1);
@@ -160,10 +169,10 @@ void clsSheetMerger::PutCellsBefore(int nColumn) {
   }
 }
 
-void clsSheetMerger::PutCell(const StoredCell& cell, uint32_t nStyle, std::string_view sChildren) {
+void clsSheetMerger::PutCell(const StoredCell& cell, uint32_t nStyle, std::string_view sChildren, bool bValueDecides) {
   const bool bStaysText = !edit_.textCells.empty() && edit_.textCells.contains(nRow_ * kMaxSheetColumns + cell.nColumn);
   sPiece_.clear();
-  writer_.Append({nRow_, cell.nColumn, nStyle, sPrefix_, sChildren}, cell.sText, bStaysText,
+  writer_.Append({nRow_, cell.nColumn, nStyle, sPrefix_, sChildren, bValueDecides}, cell.sText, bStaysText,
                  edit_.typing.RuleOf(nRow_, cell.nColumn), sPiece_);
   copier_.Put(sPiece_);
 }
@@ -183,7 +192,10 @@ bool clsSheetMerger::ReplaceCell(const StoredCell* pCell) {
   if (!ReadCellChildren(sKept)) return false;
   bCellsMoved_ = true;
   if (pCell != nullptr && !writer_.LeavesEmpty(pCell->sText)) {
-    PutCell(*pCell, nStyle, sKept);
+    // The format of a value that was cleared is no user's choice, unless he has it in the whole column.
+    const bool bValueDecides =
+        edit_.Cleared(nRow_, nColumn) && !writer_.SameCode(nStyle, facts_.StyleOfColumn(nColumn));
+    PutCell(*pCell, nStyle, sKept, bValueDecides);
   } else if (nStyle != 0 || InheritedStyle(nColumn) != 0 || !sKept.empty()) {
     sPiece_.clear();
     clsCellWriter::AppendEmpty({nRow_, nColumn, nStyle, sPrefix_, sKept}, sPiece_);

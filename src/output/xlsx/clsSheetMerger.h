@@ -11,6 +11,7 @@
 #include "clsSheetCursor.h"
 #include "clsXmlCopier.h"
 #include "modColumnTyping.h"
+#include "modColumnWidths.h"
 #include "modSheetFacts.h"
 
 namespace quillon {
@@ -26,6 +27,7 @@ struct SheetEdit {
   std::optional<bool> bSelected;  ///< The sheet's tab becomes selected or not
   /// Results kept in formula cells go: what they depend on may have changed, and most programs show what is kept.
   bool bDropResults = false;
+  bool bWidthsAnew = false;  ///< Widths are of our making
 
   bool Touched() const { return !cells.Empty() || !cleared.empty(); }
   bool Cleared(int64_t nRow, int nColumn) const;
@@ -46,7 +48,7 @@ class clsSheetMerger {
   };
 
   bool MergeToken();
-  void MergeOther();
+  bool MergeOther();
   void MergeDimension();
   void MergeView();
   void BeginSheetData();
@@ -61,7 +63,7 @@ class clsSheetMerger {
   bool TakeOver(SharedState& shared);
   void PutCellsBefore(int nColumn);
   void PutRowsBefore(int64_t nRow);
-  void PutCell(const StoredCell& cell, uint32_t nStyle, std::string_view sChildren);
+  void PutCell(const StoredCell& cell, uint32_t nStyle, std::string_view sChildren, bool bValueDecides = false);
   uint32_t InheritedStyle(int nColumn) const;
   void PutElementEnd(std::string_view sName);
 
@@ -82,6 +84,8 @@ class clsSheetMerger {
   std::vector<StoredCell> cells_;  ///< Written cells of the row
   size_t nNextCell_ = 0;
   std::string sPiece_;
+  clsColumnWidths widths_;
+  bool bWidthsDone_ = false;
 };
 
 }  // namespace quillon

@@ -193,6 +193,7 @@ bool clsXlsxEditor::Save(std::string_view sPath, Failure& failure) {
   clsXlsxSaver saver(book_);
   const bool bSaved = saver.Save(sPath, failure);
   nRefused_ = saver.RefusedFormulas();
+  nReformatted_ = saver.Reformatted();
   return bSaved;
 }
 

@@ -98,11 +98,13 @@ bool clsXlsxSaver::MergeSheets(Failure& failure) {
     XlsxSheet* const pSheet = book_.sheets[i].get();
     if (pSheet == nullptr || !(bAdded || bDropResults || pSheet->edit.Touched() || pSheet->edit.bSelected)) continue;
     pSheet->edit.bDropResults = bDropResults;
+    pSheet->edit.bWidthsAnew = book_.styles.IsOwn() && !pSheet->edit.cleared.empty();
     if (!MergeSheet(*pSheet, book_.workbook.sheets[i], writer, failure)) return false;
     book_.edit.bRecalculate |= pSheet->edit.Touched();
     bFormulasChanged_ |= pSheet->edit.Touched() && pSheet->facts.bHasFormulas;
   }
   nRefused_ = writer.RefusedFormulas();
+  nReformatted_ = writer.Reformatted();
   bFormulasChanged_ |= writer.Formulas() > 0;
   return true;
 }

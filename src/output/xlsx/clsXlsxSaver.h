@@ -48,6 +48,7 @@ class clsXlsxSaver {
   explicit clsXlsxSaver(XlsxBook& book) : book_(book) {}
   bool Save(std::string_view sPath, Failure& failure);
   int64_t RefusedFormulas() const { return nRefused_; }
+  int64_t Reformatted() const { return nReformatted_; }
 
  private:
   /// A part that differs from the old one.
@@ -87,7 +88,7 @@ class clsXlsxSaver {
   std::vector<std::string> added_;       ///< Names of parts behind those of the package
   std::optional<size_t> nDropped_;
   bool bFormulasChanged_ = false;
-  int64_t nRefused_ = 0;
+  int64_t nRefused_ = 0, nReformatted_ = 0;
 };
 
 }  // namespace quillon

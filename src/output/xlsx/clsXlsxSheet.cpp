@@ -7,6 +7,7 @@
 #include "clsSheetCursor.h"
 #include "clsXlsxMerger.h"
 #include "clsZipWriter.h"
+#include "modColumnWidths.h"
 #include "modSettledCell.h"
 #include "modText.h"
 
@@ -18,7 +19,7 @@ constexpr size_t kXmlBytes = size_t{1} << 20;
 constexpr size_t kDrainBytes = size_t{192} << 10;
 static_assert(clsXlsxCells::Room(3 * kMaxCellChars) < kXmlBytes);
 
-constexpr size_t kMinWidth = 8, kMaxWidth = 60;
+constexpr size_t kMaxWidth = clsSheetTyping::kMaxWidth;
 
 constexpr std::string_view kTail =
     "<pageMargins left=\"0.7\" right=\"0.7\" top=\"0.75\" bottom=\"0.75\" "
@@ -202,9 +203,8 @@ std::string clsXlsxSheet::Head(bool bActive) const {
   for (size_t i = 0; i < widths_.size(); ++i) {
     if (widths_[i] == 0) continue;
     const std::string sNumber = std::to_string(i + 1);
-    // Five of a character's eight pixels are the cell's margins.
-    sColumns += "<col min=\"" + sNumber + "\" max=\"" + sNumber + "\" width=\"" +
-                std::to_string(std::max<size_t>(widths_[i], kMinWidth)) + ".625\" customWidth=\"1\"/>";
+    sColumns += "<col min=\"" + sNumber + "\" max=\"" + sNumber + "\" width=\"" + ColumnWidthText(widths_[i]) +
+                "\" customWidth=\"1\"/>";
   }
   if (!sColumns.empty()) sHead += "<cols>" + sColumns + "</cols>";
   return sHead + "<sheetData>";

@@ -83,10 +83,20 @@ bool clsXlsxStyles::TakeFormat(std::string sXf, uint32_t nFormatId) {
   if (formats_.size() >= kMaxFormats * 2) return false;
   const auto code = codes_.find(nFormatId);
   kinds_.push_back(code == codes_.end() ? KindOfBuiltInFormat(nFormatId) : KindOfFormatCode(code->second));
+  codeIds_.push_back(nFormatId);
   indexOfFormat_.emplace(sXf, static_cast<uint32_t>(formats_.size()));
   formats_.push_back(std::move(sXf));
   ++formatsPlace_.nItems;
   return true;
+}
+
+std::string_view clsXlsxStyles::CodeOf(uint32_t nFormat) const {
+  if (nFormat >= codeIds_.size()) return {};
+  const auto code = codes_.find(codeIds_[nFormat]);
+  if (code != codes_.end()) return code->second;
+  for (const auto& [sCode, nId] : idOfCode_)
+    if (nId == codeIds_[nFormat]) return sCode;
+  return BuiltInFormatCode(codeIds_[nFormat]);
 }
 
 uint32_t clsXlsxStyles::FormatId(std::string_view sCode) {
@@ -124,6 +134,7 @@ int64_t clsXlsxStyles::Derive(uint32_t nFormat, std::string_view sCode) {
   entry->second = static_cast<int64_t>(formats_.size());
   indexOfFormat_.emplace(sNew, static_cast<uint32_t>(formats_.size()));
   kinds_.push_back(KindOfFormatCode(sCode));
+  codeIds_.push_back(nId);
   newFormats_.push_back(sNew);
   formats_.push_back(std::move(sNew));
   return entry->second;

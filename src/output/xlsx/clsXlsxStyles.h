@@ -27,6 +27,13 @@ class clsXlsxStyles {
   /// The kind that a text to be written must fit.
   FormatKind KindToKeep(uint32_t nFormat) const { return bOwn_ ? FormatKind::General : KindOf(nFormat); }
   FormatKind KindOf(uint32_t nFormat) const { return nFormat < kinds_.size() ? kinds_[nFormat] : FormatKind::General; }
+  bool IsOwn() const { return bOwn_; }
+  /// The code of a cell format's number format; "" for one that isn't known.
+  std::string_view CodeOf(uint32_t nFormat) const;
+  /// True for two cell formats with one number format.
+  bool SameCode(uint32_t nFormat, uint32_t nOther) const {
+    return nFormat < codeIds_.size() && nOther < codeIds_.size() && codeIds_[nFormat] == codeIds_[nOther];
+  }
   /// The format of a cell whose value needs none: nFormat, or in a file of our own the like with General.
   uint32_t Plain(uint32_t nFormat);
   /// The cell format that is like nFormat but for its number format; -1 if there is no room for another one.
@@ -61,6 +68,7 @@ class clsXlsxStyles {
   uint32_t nNextId_ = 164;
   std::vector<std::string> formats_;  ///< Each "xf" element as it stands
   std::vector<FormatKind> kinds_;
+  std::vector<uint32_t> codeIds_;  ///< The number of each one's number format
   std::unordered_map<std::string, uint32_t> indexOfFormat_;
   std::unordered_map<std::string, int64_t> derived_;  ///< By format and code
   std::string sNewCodes_;
