@@ -4,8 +4,8 @@
 //   QUILLON_FAULT_FOLDER  the folder (absolute) whose files count
 //   QUILLON_FAULT_AT      the operation that goes wrong, from 1
 //   QUILLON_FAULT_KIND    fail (an input/output error), full (no space, where something is written or made), short
-//   (half of
-//                         what was asked for), interrupt (as by a signal)
+//                         (half of what was asked for), interrupt (as by a signal), kill (the program is killed before
+//                         it writes; only writing counts)
 //   QUILLON_FAULT_MARK    a file that gets the operation's name when the fault has been let loose
 //   QUILLON_FAULT_NAMED   set: the file system knows no nameless files
 
@@ -16,6 +16,7 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -25,7 +26,7 @@ namespace {
 
 /// What an operation can meet.
 enum Abilities : unsigned { kMakes = 1, kTransfers = 2, kWaits = 4 };
-enum class Fault { None, Fail, Full, Short, Interrupt };
+enum class Fault { None, Fail, Full, Short, Interrupt, Kill };
 
 long gCount = 0;
 bool gInside = false;
@@ -61,6 +62,7 @@ Fault KindFor(unsigned abilities) {
   if (sKind == "fail") return Fault::Fail;
   if (sKind == "full" && (abilities & kMakes) != 0) return Fault::Full;
   if (sKind == "short" && (abilities & kTransfers) != 0) return Fault::Short;
+  if (sKind == "kill" && (abilities & kMakes) != 0 && (abilities & kTransfers) != 0) return Fault::Kill;
   if (sKind == "interrupt" && (abilities & kWaits) != 0) return Fault::Interrupt;
   return Fault::None;
 }
@@ -71,6 +73,7 @@ Fault Next(const char* pName, Place place, unsigned abilities) {
   const Fault fault = KindFor(abilities);
   if (fault == Fault::None || gInside || !Counts(place)) return Fault::None;
   if (++gCount != std::atol(std::string(Setting("QUILLON_FAULT_AT")).c_str())) return Fault::None;
+  if (fault == Fault::Kill) std::raise(SIGKILL);
   gInside = true;
   const int nMark = RealOpen(std::string(Setting("QUILLON_FAULT_MARK")).c_str(), O_WRONLY | O_CREAT, 0600);
   dprintf(nMark, "%s", pName);

@@ -14,7 +14,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "golden"))
 import golden  # noqa: E402
 
 ROOT = golden.ROOT
-PROGRAM = Path(sys.argv.pop(1)).resolve() if len(sys.argv) > 1 else None
+PROGRAM, LAYER = (Path(sys.argv.pop(1)).resolve() if len(sys.argv) > 1 else None for _ in range(2))
 SKIPPED = 77
 
 RECIPE = golden.STOCK_RECIPE
@@ -111,6 +111,12 @@ class FleetTest(unittest.TestCase):
         with contextlib.suppress(OSError):  # A zombie has neither folder nor command line.
             return os.readlink(link) == str(self.work) and word in (link.parent / "cmdline").read_bytes()
         return False
+
+    @staticmethod
+    def killed_at(write, path):
+        """The environment in which the program is killed before its n-th write to the path, or to the files below it."""
+        return {"LD_PRELOAD": str(LAYER), "QUILLON_FAULT_FOLDER": str(path), "QUILLON_FAULT_KIND": "kill",
+                "QUILLON_FAULT_AT": str(write), "ASAN_OPTIONS": "verify_asan_link_order=0"}
 
     @staticmethod
     def wait_for_lines(path, count, seconds=30):

@@ -18,15 +18,22 @@ class SlurmTest(fleet.FleetTest):
         self.cluster = slurm_cluster.Cluster().__enter__()
         self.addCleanup(self.cluster.__exit__)
         (self.work / "lists").mkdir()
+        (self.work / "bin").mkdir()
+        self.deadly = self.work / "bin/quillon"
         self.env = {**self.world.env, "SHARDS": str(self.SHARDS), "INPUTS": "in/*.txt", "OUTPUTS": "out/*.csv",
                     "RECIPE": "r.rcp", "LISTS": "lists"}
 
-    def submit(self, tasks, limit="unlimited"):
-        """Slurm hands the limits of the shell that submits on to the tasks; one of file sizes is deadly when it is met."""
+    def kill_in_the_midst(self):
+        """From now on tasks find a program that is killed before its 6th write to an output, if it comes to that."""
+        killed = " ".join(f"{name}='{value}'" for name, value in self.killed_at(6, self.work / "out").items())
+        self.deadly.write_text(f"#!/bin/sh\nexec env {killed} '{fleet.PROGRAM}' \"$@\"\n")
+        self.deadly.chmod(0o755)
+        self.env["PATH"] = f"{self.deadly.parent}:{self.env['PATH']}"
+
+    def submit(self, tasks):
         script = fleet.ROOT / "packaging/examples/slurm-array.sh"
-        return self.cluster.ask("/bin/sh", "-c", f"ulimit -f {limit}; exec sbatch \"$@\"", "sh", "--parsable",
-                                f"--array={tasks}", f"--chdir={self.work}", f"--output={self.cluster.base}/%A-%a.log",
-                                script, **self.env).strip()
+        return self.cluster.ask("sbatch", "--parsable", f"--array={tasks}", f"--chdir={self.work}",
+                                f"--output={self.cluster.base}/%A-%a.log", script, **self.env).strip()
 
     def wait_for_end(self, job):
         end = time.monotonic() + 40
@@ -40,11 +47,13 @@ class SlurmTest(fleet.FleetTest):
 
     def test_array_is_as_one_run_also_after_a_kill(self):
         one = self.one_run()
-        job = self.submit(f"1-{self.SHARDS}", limit=600)
+        self.kill_in_the_midst()
+        job = self.submit(f"1-{self.SHARDS}")
         self.wait_for_end(job)
-        killed = [task for task in range(1, self.SHARDS + 1) if self.status_of(job, task) == f"0:{signal.SIGXFSZ}"]
+        killed = [task for task in range(1, self.SHARDS + 1) if self.status_of(job, task) == f"0:{signal.SIGKILL}"]
         self.assertGreater(len(killed), 0)
         self.assertLess(len(result_lines(*(self.work / "lists").glob("*.jsonl"))), len(one[1]))
+        self.deadly.unlink()
         again = self.submit(",".join(map(str, killed)))
         self.wait_for_end(again)
         for task in killed:
