@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "modCellKinds.h"
+#include "modRowKinds.h"
+
 namespace quillon {
 
 namespace {
@@ -54,8 +57,9 @@ size_t LabelWords(const SampleLine& line, size_t nWords) {
 }  // namespace
 
 clsHeadingCandidates::clsHeadingCandidates(const clsReportSample& report, std::span<const size_t> rows,
-                                           const LineOwners& owners, size_t nNames, bool bJoined)
-    : report_(report), rows_(rows), owners_(owners), nNames_(nNames), bJoined_(bJoined) {}
+                                           const LineOwners& owners, size_t nNames, bool bJoined,
+                                           std::span<const ShapeColumn> columns)
+    : report_(report), rows_(rows), owners_(owners), nNames_(nNames), bJoined_(bJoined), columns_(columns) {}
 
 void clsHeadingCandidates::Collect() {
   size_t nAfter = 0;
@@ -249,22 +253,92 @@ bool clsHeadingCandidates::IsItsOwn(const HeadingCandidate& candidate) const {
   return nOthers * 4 <= candidate.hits.size();
 }
 
-/// A number and a name behind it are two values, if all lines have both and nothing else behind.
-void clsHeadingCandidates::FindNumbered(HeadingCandidate& candidate) const {
+namespace {
+
+/// A number that names something: 10, 0042, V557, 12-300. No amount, no date, no time.
+bool IsCode(std::u32string_view sText) {
+  constexpr size_t kLongest = 12;
+  const bool bPlain = std::all_of(sText.begin(), sText.end(), [](char32_t ch) {
+    return IsDigitPlace(ch) || (ch >= U'A' && ch <= U'Z') || ch == U'-' || ch == U'.';
+  });
+  const size_t nPoint = sText.rfind(U'.');
+  const bool bAmount = nPoint != std::u32string_view::npos && nPoint + 3 == sText.size();
+  return bPlain && !bAmount && HasDigit(sText) && sText.size() <= kLongest && !IsDateText(sText);
+}
+
+bool IsMonth(std::u32string_view sText) {
+  constexpr size_t kShortest = 3;
+  const std::u32string_view sStart = sText.substr(0, kShortest);
+  return sText.size() >= kShortest && std::all_of(sText.begin(), sText.end(), IsLetterPlace) &&
+         IsDateText(U"01-" + std::u32string(sStart) + U"-01");
+}
+
+}  // namespace
+
+/// "10 SHIPPING", "01 - MAIN STREET". Behind a figure among words a name must be one word and end the line.
+bool clsHeadingCandidates::FindNumberAndName(HeadingCandidate::Way way, HeadingHit& hit) const {
   constexpr int32_t kNear = 6;
-  for (const HeadingHit& hit : candidate.hits) {
-    const SampleLine& line = report_.Lines()[hit.nLine];
-    size_t i = 0;
-    while (line.marks[i].lStart < hit.lFirst) ++i;
-    const bool bTwo = i + 1 < line.marks.size() && line.marks[i + 1].lStart - line.marks[i].lEnd <= kNear &&
-                      LastOfPiece(line, i + 1) + 1 == line.marks.size();
-    const std::u32string_view sNumber = MarkText(line, line.marks[i]);
-    if (!bTwo || !std::all_of(sNumber.begin(), sNumber.end(), IsDigitPlace)) return;
-    const std::u32string_view sName = MarkText(line, line.marks[i + 1]);
-    if (!std::all_of(sName.begin(), sName.end(), IsLetterPlace)) return;
+  const SampleLine& line = report_.Lines()[hit.nLine];
+  size_t i = 0;
+  while (line.marks[i].lStart < hit.lFirst) ++i;
+  size_t nName = i + 1;
+  if (nName < line.marks.size() && MarkText(line, line.marks[nName]) == U"-") ++nName;
+  if (nName >= line.marks.size() || line.marks[nName].lStart - line.marks[nName - 1].lEnd > kNear) return false;
+  const std::u32string_view sNumber = MarkText(line, line.marks[i]);
+  const std::u32string_view sName = MarkText(line, line.marks[nName]);
+  if (!IsCode(sNumber) || !IsLetterPlace(sName.front()) || sName.back() == U':' || IsMonth(sName)) return false;
+  const size_t nLast = LastOfPiece(line, nName);
+  if (way == HeadingCandidate::Way::Figures) {
+    const bool bWord = nLast == nName && std::all_of(sName.begin(), sName.end(), IsLetterPlace);
+    if (!bWord || nLast + 1 < line.marks.size() || !std::all_of(sNumber.begin(), sNumber.end(), IsDigitPlace))
+      return false;
   }
+  hit.lNumberLast = line.marks[i].lEnd;
+  hit.lName = line.marks[nName].lStart;
+  hit.lLast = line.marks[nLast].lEnd;
+  return true;
+}
+
+/// A number and a name behind it are two values, if all lines have both, either in places or as the rest of the line.
+void clsHeadingCandidates::FindNumbered(HeadingCandidate& candidate) const {
+  if (candidate.way == HeadingCandidate::Way::Shape) return;
+  std::vector<HeadingHit> hits = candidate.hits;
+  bool bPlaces = true;
+  bool bRest = true;
+  for (HeadingHit& hit : hits) {
+    if (!FindNumberAndName(candidate.way, hit)) return;
+    bPlaces = bPlaces && hit.lFirst == hits.front().lFirst && hit.lName == hits.front().lName;
+    bRest = bRest && hit.lLast == report_.Lines()[hit.nLine].marks.back().lEnd && hit.lName == hit.lNumberLast + 2;
+  }
+  if (!bPlaces && !bRest) return;
   candidate.bNumbered = true;
-  for (HeadingHit& hit : candidate.hits) hit.lLast = report_.Lines()[hit.nLine].marks.back().lEnd;
+  candidate.hits = std::move(hits);
+}
+
+/// What says that a group goes on, on the next page, is no part of its name.
+void clsHeadingCandidates::DropContinued(HeadingCandidate& candidate) const {
+  for (HeadingHit& hit : candidate.hits) {
+    for (const std::u32string_view sEnd : {U"(continued)", U"(Continued)", U"(CONTINUED)", U"(cont.)", U"(CONT.)",
+                                           U"(cont'd)", U"(CONT'D)", U"CONTINUED", U"(Fortsetzung)"}) {
+      const std::u32string_view sValue = ValueOf(hit);
+      if (!sValue.ends_with(sEnd) || sValue.size() == sEnd.size()) continue;
+      candidate.sEnds = sEnd;
+      hit.lLast = hit.lFirst +
+                  static_cast<int32_t>(TrimPlaces(sValue.substr(0, sValue.size() - sEnd.size())).size()) - 1;
+    }
+  }
+}
+
+/// Amounts under a column of numbers are balances and sums, and belong to no row.
+bool clsHeadingCandidates::IsBalance(const HeadingCandidate& candidate) const {
+  if (SaysTotal(candidate.sText) && candidate.way != HeadingCandidate::Way::Shape) return true;
+  return std::all_of(candidate.hits.begin(), candidate.hits.end(), [&](const HeadingHit& hit) {
+    const std::u32string_view sValue = ValueOf(hit);
+    const bool bAmount = IsNumberText(sValue) && sValue.find_first_of(U".,") != std::u32string_view::npos;
+    return bAmount && std::any_of(columns_.begin(), columns_.end(), [&](const ShapeColumn& column) {
+             return column.bNumber && hit.lLast >= column.lFirst && hit.lLast <= column.lPlaceLast;
+           });
+  });
 }
 
 /// The day or the period that a report was made for belongs to its rows, even if it is the same in all of it.
@@ -293,7 +367,9 @@ std::vector<HeadingCandidate> clsHeadingCandidates::Find() {
   for (auto& [sKey, candidate] : byText_) {
     const bool bPeriod = candidate.way == HeadingCandidate::Way::Label && IsPeriod(candidate.sText) &&
                          GroupOf(candidate.hits.front().nLine) == 0;
+    DropContinued(candidate);
     FindNumbered(candidate);
+    if (IsBalance(candidate)) continue;
     const bool bOnly = StandsBelowNames(candidate);
     if (!bPeriod && !bOnly && !(Changes(candidate) && StandsInFront(candidate))) continue;
     if (!IsItsOwn(candidate)) continue;
@@ -304,6 +380,22 @@ std::vector<HeadingCandidate> clsHeadingCandidates::Find() {
            std::pair(b.hits.front().nLine, b.hits.front().lFirst);
   });
   return found;
+}
+
+bool AreTitlesOf(const clsReportSample& report, std::span<const size_t> lines, std::span<const size_t> rows) {
+  if (lines.size() * 2 > rows.size() || lines.front() > rows.front()) return false;
+  const SampleLine& first = report.Lines()[lines.front()];
+  const std::u32string_view sWord = MarkText(first, first.marks.front());
+  if (!HasLetter(sWord) || HasDigit(sWord)) return false;
+  size_t nFollowed = 0;
+  for (size_t i = 0; i < lines.size(); ++i) {
+    const SampleLine& line = report.Lines()[lines[i]];
+    if (MarkText(line, line.marks.front()) != sWord) return false;
+    const auto it = std::lower_bound(rows.begin(), rows.end(), lines[i]);
+    const size_t nNext = i + 1 < lines.size() ? lines[i + 1] : report.Lines().size();
+    nFollowed += it != rows.end() && *it < nNext && *it - lines[i] <= kNear ? 1U : 0U;
+  }
+  return nFollowed * 4 >= lines.size() * 3;
 }
 
 }  // namespace quillon

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "clsReportSample.h"
+#include "clsTableShape.h"
 
 namespace quillon {
 
@@ -20,6 +21,7 @@ struct LineOwners {
 struct HeadingHit {
   size_t nLine = 0;
   int32_t lFirst = 0, lLast = 0;
+  int32_t lNumberLast = -1, lName = -1;  ///< Of a number and a name: the end of the one, the first place of the other
 };
 
 /// Lines that have a label, a pattern or a shape in common, with the value that each of them tells.
@@ -28,15 +30,20 @@ struct HeadingCandidate {
   Way way = Way::Label;
   std::u32string sText;    ///< Stands in front of the value
   std::u32string sBehind;  ///< Stands behind it
+  std::u32string sEnds;    ///< Ends some of the values without being part of them: (continued)
   std::vector<HeadingHit> hits;
   bool bNumbered = false;  ///< Each value is a number and a name: 824 Security
 };
+
+/// True for lines that are all titles of groups of a larger table's rows: they begin with the same word, and rows of
+/// that table follow nearly each of them.
+bool AreTitlesOf(const clsReportSample& report, std::span<const size_t> lines, std::span<const size_t> rows);
 
 /// Collects what the lines between the rows of a table have in common.
 class clsHeadingCandidates {
  public:
   clsHeadingCandidates(const clsReportSample& report, std::span<const size_t> rows, const LineOwners& owners,
-                       size_t nNames, bool bJoined);
+                       size_t nNames, bool bJoined, std::span<const ShapeColumn> columns);
   /// Those that come again with changing values in front of groups, in the order of their first lines and places.
   std::vector<HeadingCandidate> Find();
 
@@ -47,6 +54,9 @@ class clsHeadingCandidates {
   void AddWords(size_t nLine);
   void AddShape(size_t nLine);
   void FindNumbered(HeadingCandidate& candidate) const;
+  bool FindNumberAndName(HeadingCandidate::Way way, HeadingHit& hit) const;
+  void DropContinued(HeadingCandidate& candidate) const;
+  bool IsBalance(const HeadingCandidate& candidate) const;
   void FinishWords();
   void FinishShapes();
   bool StandsBelowNames(const HeadingCandidate& candidate) const;
@@ -61,6 +71,7 @@ class clsHeadingCandidates {
   const LineOwners& owners_;
   size_t nNames_;
   bool bJoined_;
+  std::span<const ShapeColumn> columns_;  ///< Of the table
   std::vector<size_t> lines_;  ///< Between the rows, near the row below
   std::map<std::u32string, HeadingCandidate> byText_;
   std::map<std::u32string, std::vector<size_t>> byFirstWord_;

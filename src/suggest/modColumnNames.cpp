@@ -96,7 +96,11 @@ bool HasValues(const SampleLine& line) {
     const bool bNear = line.marks[i + 1].lStart - line.marks[i].lEnd <= 2;
     nLabels += (ch == U':' && bNear && line.marks[i].lEnd > line.marks[i].lStart) || ch == U'=' ? 1U : 0U;
   }
-  for (const LineMark& mark : line.marks) nFigures += HoldsFigure(TextOf(line, {mark.lStart, mark.lEnd})) ? 1U : 0U;
+  for (const LineMark& mark : line.marks) {
+    const std::u32string_view sWord = TextOf(line, {mark.lStart, mark.lEnd});
+    if (IsDateText(sWord)) return true;
+    nFigures += HoldsFigure(sWord) ? 1U : 0U;
+  }
   return nLabels * 3 > line.marks.size() || (nLabels > 0 && line.marks.size() < 6) || nFigures * 3 > line.marks.size();
 }
 
@@ -134,7 +138,7 @@ bool MayGoAbove(const SampleLine& line) {
   if (line.bDrawn || line.marks.empty()) return false;
   const auto nNumbers = static_cast<size_t>(std::count_if(
       line.marks.begin(), line.marks.end(), [](const LineMark& mark) { return mark.kind == MarkKind::Number; }));
-  return nNumbers == 0 && PiecesOf(line, 2).size() >= 2;
+  return nNumbers == 0 && PiecesOf(line, 2).size() >= 2 && !HasValues(line);
 }
 
 }  // namespace

@@ -25,15 +25,17 @@ class clsTableFinder {
     for (const RowCluster& cluster : FindRowClusters(report_)) AddCluster(cluster.rows);
     while (MergeTables()) {
     }
+    DropTitleTables();
     MarkOwners();
     MendTables();
     MarkOwners();
     for (FoundTable& table : tables_) {
       if (table.bDoubtful) continue;
-      FindFurtherLines(report_, clsTableShape(report_, table.rows, table.headingLines), table.rows, owners_,
-                       table.tidy);
+      const clsTableShape shape(report_, table.rows, table.headingLines);
+      FindFurtherLines(report_, shape, table.rows, owners_, table.tidy);
       const size_t nNames = table.headingLines.empty() ? table.rows.front() : table.headingLines.back();
-      table.tidy.headings = FindGroupHeadings(report_, table.rows, owners_, nNames, table.tidy.join != TidyJoin::None);
+      table.tidy.headings = FindGroupHeadings(report_, table.rows, owners_, nNames,
+                                              table.tidy.join != TidyJoin::None, shape.Columns());
     }
     MendTables();
     for (FoundTable& table : tables_) {
@@ -209,8 +211,13 @@ class clsTableFinder {
       byFirst[first(heading.back())].insert(report_.Lines()[heading.back()].sText);
     std::erase_if(headings, [&](const auto& heading) {
       const size_t n = heading.second.back();
-      return byFirst[first(n)].size() > 1 && IsOneText(report_.Lines()[n]);
+      return byFirst[first(n)].size() > 1 && (IsOneText(report_.Lines()[n]) || HasFigures(report_.Lines()[n]));
     });
+  }
+
+  static bool HasFigures(const SampleLine& line) {
+    return std::any_of(line.marks.begin(), line.marks.end(),
+                       [](const LineMark& mark) { return mark.kind == MarkKind::Number; });
   }
 
   static bool IsOneText(const SampleLine& line) {
@@ -271,7 +278,19 @@ class clsTableFinder {
     return rows.size() * 2 > nLines;
   }
 
-  /// Rows, and column names wherever they are printed again.
+  /// Titles of groups share edges, too, but are no table of their own.
+  void DropTitleTables() {
+    const auto isTitles = [&](const FoundTable& table) {
+      return std::any_of(tables_.begin(), tables_.end(), [&](const FoundTable& other) {
+        return &other != &table && !other.bDoubtful && AreTitlesOf(report_, table.rows, other.rows);
+      });
+    };
+    std::vector<bool> titles;
+    for (const FoundTable& table : tables_) titles.push_back(isTitles(table));
+    size_t n = 0;
+    std::erase_if(tables_, [&](const FoundTable&) { return titles[n++]; });
+  }
+
   /// Tables whose columns stand in the same places under the same names are one that the clusters divided.
   bool MergeTables() {
     for (size_t i = 0; i < tables_.size(); ++i) {
@@ -325,6 +344,7 @@ class clsTableFinder {
     }
   }
 
+  /// Rows, and column names wherever they are printed again.
   void MarkOwners() {
     owners_.tables.assign(report_.Lines().size(), 0);
     owners_.names.assign(report_.Lines().size(), false);

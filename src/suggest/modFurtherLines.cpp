@@ -4,6 +4,8 @@
 #include <map>
 #include <set>
 
+#include "modRowKinds.h"
+
 namespace quillon {
 
 namespace {
@@ -129,7 +131,7 @@ class clsFurtherLines {
         const bool bFromAbove = nAbove > 0 && IsRow(nAbove - 1) && !GoesDown(nAbove);
         (bFromAbove ? nUp_ : nDown_) += 1;
       }
-      if (!IsFree(nBelow)) continue;
+      if (!IsFree(nBelow) || SaysTotal(Line(nBelow).sText)) continue;
       const bool bAtRowBelow = IsRow(nBelow + 1);
       if (!bAtRowBelow && StandsUnderTexts(nBelow)) {
         ++nUp_;

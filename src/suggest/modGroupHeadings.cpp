@@ -63,19 +63,52 @@ TidyTyping TypeOfValues(const clsReportSample& report, const HeadingCandidate& c
   return {TidyType::Date, false, 0, std::string(sForm)};
 }
 
-/// A number and a name: the words in front are passed over, the last column takes the rest of the line.
-void SplitNumbered(const clsReportSample& report, const HeadingCandidate& candidate, TidyPart& part) {
-  const SampleLine& line = report.Lines()[candidate.hits.front().nLine];
-  const std::string sName = part.names.front();
-  part.cut.places.clear();
-  part.cut.split = TidySplit::AtBlanks;
-  part.types.clear();
-  for (size_t i = 0; line.marks[i].lStart < candidate.hits.front().lFirst; ++i) {
-    part.types.push_back({TidyType::Skip, false, 0, {}});
+/// The mark that a hit's number is.
+size_t NumberMark(const SampleLine& line, const HeadingHit& hit) {
+  size_t i = 0;
+  while (line.marks[i].lStart < hit.lFirst) ++i;
+  return i;
+}
+
+/// Places from 1 of a number and of the name behind it. False if they differ from line to line.
+bool PlacesOfNumbered(const clsReportSample& report, const HeadingCandidate& candidate,
+                      std::vector<TidyPlace>& places) {
+  constexpr int32_t kOpen = INT32_MAX;
+  const HeadingHit& first = candidate.hits.front();
+  int32_t lFirst = first.lFirst;
+  int32_t lNumberLast = 0;
+  int32_t lNameLast = 0;
+  int32_t lNext = kOpen;
+  for (const HeadingHit& hit : candidate.hits) {
+    if (hit.lName != first.lName || hit.lNumberLast >= first.lName) return false;
+    const SampleLine& line = report.Lines()[hit.nLine];
+    const size_t n = NumberMark(line, hit);
+    lFirst = std::min(lFirst, n > 0 ? line.marks[n - 1].lEnd + 2 : hit.lFirst);
+    lNumberLast = std::max(lNumberLast, hit.lNumberLast);
+    lNameLast = std::max(lNameLast, hit.lLast);
+    for (const LineMark& mark : line.marks) {
+      if (mark.lStart > hit.lLast && candidate.sEnds.empty()) lNext = std::min(lNext, mark.lStart);
+    }
   }
+  if (lNameLast >= lNext) return false;
+  places = {{lFirst + 1, lNumberLast + 1}, {first.lName + 1, lNext == kOpen ? 0 : lNext - 1}};
+  return true;
+}
+
+/// A number and a name: by their places, or, where the words in front have not always the same length, word by word:
+/// those in front are passed over, the last column takes the rest of the line.
+void SplitNumbered(const clsReportSample& report, const HeadingCandidate& candidate, TidyPart& part) {
+  const std::string sName = part.names.front();
   part.names = {sName + " No", sName};
-  part.types.push_back({TidyType::Text, false, 0, {}});
-  part.types.push_back({TidyType::Text, false, 0, {}});
+  part.types.assign(2, {TidyType::Text, false, 0, {}});
+  part.cut.places.clear();
+  if (std::vector<TidyPlace> places; PlacesOfNumbered(report, candidate, places)) {
+    part.cut.places.push_back(std::move(places));
+    return;
+  }
+  part.cut.split = TidySplit::AtBlanks;
+  const size_t nInFront = NumberMark(report.Lines()[candidate.hits.front().nLine], candidate.hits.front());
+  part.types.insert(part.types.begin(), nInFront, {TidyType::Skip, false, 0, {}});
 }
 
 TidyPart PartOf(const clsReportSample& report, const HeadingCandidate& candidate) {
@@ -102,6 +135,7 @@ TidyPart PartOf(const clsReportSample& report, const HeadingCandidate& candidate
     part.names.push_back(NameOf(candidate.sText));
   }
   part.types.push_back(TypeOfValues(report, candidate));
+  if (!candidate.sEnds.empty()) part.sBefore = Utf8Of(candidate.sEnds);
   if (candidate.bNumbered) SplitNumbered(report, candidate, part);
   return part;
 }
@@ -109,9 +143,10 @@ TidyPart PartOf(const clsReportSample& report, const HeadingCandidate& candidate
 }  // namespace
 
 std::vector<TidyPart> FindGroupHeadings(const clsReportSample& report, std::span<const size_t> rows,
-                                        const LineOwners& owners, size_t nNames, bool bJoined) {
+                                        const LineOwners& owners, size_t nNames, bool bJoined,
+                                        std::span<const ShapeColumn> columns) {
   std::vector<HeadingCandidate> kept;
-  for (HeadingCandidate& candidate : clsHeadingCandidates(report, rows, owners, nNames, bJoined).Find()) {
+  for (HeadingCandidate& candidate : clsHeadingCandidates(report, rows, owners, nNames, bJoined, columns).Find()) {
     bool bKeep = true;
     for (const HeadingCandidate& other : kept)
       bKeep = bKeep && (!Overlap(candidate, other) || IsBetter(candidate, other));
