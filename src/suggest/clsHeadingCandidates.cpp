@@ -369,6 +369,7 @@ std::vector<HeadingCandidate> clsHeadingCandidates::Find() {
                          GroupOf(candidate.hits.front().nLine) == 0;
     DropContinued(candidate);
     FindNumbered(candidate);
+    if (candidate.bNumbered) DropContinued(candidate);
     if (IsBalance(candidate)) continue;
     const bool bOnly = StandsBelowNames(candidate);
     if (!bPeriod && !bOnly && !(Changes(candidate) && StandsInFront(candidate))) continue;
@@ -383,19 +384,24 @@ std::vector<HeadingCandidate> clsHeadingCandidates::Find() {
 }
 
 bool AreTitlesOf(const clsReportSample& report, std::span<const size_t> lines, std::span<const size_t> rows) {
-  if (lines.size() * 2 > rows.size() || lines.front() > rows.front()) return false;
-  const SampleLine& first = report.Lines()[lines.front()];
-  const std::u32string_view sWord = MarkText(first, first.marks.front());
-  if (!HasLetter(sWord) || HasDigit(sWord)) return false;
-  size_t nFollowed = 0;
-  for (size_t i = 0; i < lines.size(); ++i) {
-    const SampleLine& line = report.Lines()[lines[i]];
-    if (MarkText(line, line.marks.front()) != sWord) return false;
-    const auto it = std::lower_bound(rows.begin(), rows.end(), lines[i]);
-    const size_t nNext = i + 1 < lines.size() ? lines[i + 1] : report.Lines().size();
-    nFollowed += it != rows.end() && *it < nNext && *it - lines[i] <= kNear ? 1U : 0U;
+  std::map<std::u32string_view, std::vector<size_t>> byWord;
+  for (const size_t n : lines) {
+    const SampleLine& line = report.Lines()[n];
+    byWord[MarkText(line, line.marks.front())].push_back(n);
   }
-  return nFollowed * 4 >= lines.size() * 3;
+  const auto itMost = std::max_element(byWord.begin(), byWord.end(),
+                                       [](const auto& a, const auto& b) { return a.second.size() < b.second.size(); });
+  const std::vector<size_t>& titles = itMost->second;
+  const bool bMost = titles.size() * 2 >= lines.size() && (titles.size() > 1 || lines.size() == 1);
+  if (!bMost || titles.size() * 2 > rows.size() || titles.front() > rows.front()) return false;
+  if (!HasLetter(itMost->first) || HasDigit(itMost->first)) return false;
+  size_t nFollowed = 0;
+  for (size_t i = 0; i < titles.size(); ++i) {
+    const auto it = std::lower_bound(rows.begin(), rows.end(), titles[i]);
+    const size_t nNext = i + 1 < titles.size() ? titles[i + 1] : report.Lines().size();
+    nFollowed += it != rows.end() && *it < nNext && *it - titles[i] <= kNear ? 1U : 0U;
+  }
+  return nFollowed * 4 >= titles.size() * 3;
 }
 
 }  // namespace quillon

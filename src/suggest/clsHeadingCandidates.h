@@ -35,8 +35,8 @@ struct HeadingCandidate {
   bool bNumbered = false;  ///< Each value is a number and a name: 824 Security
 };
 
-/// True for lines that are all titles of groups of a larger table's rows: they begin with the same word, and rows of
-/// that table follow nearly each of them.
+/// True for lines of which most are titles of groups of a larger table's rows: they begin with the same word, and rows
+/// of that table follow nearly each of them.
 bool AreTitlesOf(const clsReportSample& report, std::span<const size_t> lines, std::span<const size_t> rows);
 
 /// Collects what the lines between the rows of a table have in common.

@@ -87,8 +87,18 @@ bool HoldsFigure(std::u32string_view sWord) {
   return !bYear && std::any_of(sWord.begin(), sWord.end(), IsDigitPlace);
 }
 
+/// "Warehouse NO:  905  Sales": some pieces end in a colon, others are their values.
+bool HasLabels(const SampleLine& line) {
+  const std::vector<Piece> pieces = PiecesOf(line, 2);
+  const auto nLabels = static_cast<size_t>(std::count_if(pieces.begin(), pieces.end(), [&](const Piece& piece) {
+    return piece.lLast > piece.lFirst && line.sText[static_cast<size_t>(piece.lLast)] == U':';
+  }));
+  return nLabels > 0 && nLabels * 2 <= pieces.size() + 1 && nLabels < pieces.size();
+}
+
 /// "EC= .0768  QR= 2.5564", "Faktura nr: F 1234": labels with their values.
 bool HasValues(const SampleLine& line) {
+  if (HasLabels(line)) return true;
   size_t nLabels = 0;
   size_t nFigures = 0;
   for (size_t i = 0; i + 1 < line.marks.size(); ++i) {

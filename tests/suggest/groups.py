@@ -39,7 +39,7 @@ def payroll(rng, month):
 
 def aged(rng, month):
     """Aged receivables: invoices below each customer, buckets mostly blank, a total with stars."""
-    table = Table("^Customer|^Name|Invoice|Date|Due|Current|31-60|61-90|Over 90|Balance")
+    table = Table("^Customer|^Name|^Phone|Invoice|Date|Due|Current|31-60|61-90|Over 90|Balance")
     head = lambda page: [f"HARBOR WHOLESALE{'AGED TRIAL BALANCE':>44}{'PAGE':>36} {page}",
                          f"{'AS OF ' + format(month_end(month), '%m/%d/%Y'):>60}", "",
                          f"{'INVOICE':<10}{'DATE':<10}{'DUE':<10}{'CURRENT':>13}{'31-60':>13}{'61-90':>13}{'OVER 90':>13}{'BALANCE':>14}",
@@ -47,9 +47,9 @@ def aged(rng, month):
     report = Report(head, 44)
     total = [0.0] * 5
     for _ in range(rng.randint(9, 16)):
-        number, name = f"{rng.randint(10000, 49999)}", rng.firm()
+        number, name, phone = f"{rng.randint(10000, 49999)}", rng.firm(), f"{rng.randint(200, 900)}-{rng.randint(1000, 9999)}"
         report.put("", 4)
-        report.put(f"CUSTOMER: {number}  {name}{'PHONE: ':>{44 - len(name)}}{rng.randint(200, 900)}-{rng.randint(1000, 9999)}")
+        report.put(f"CUSTOMER: {number}  {name}{'PHONE: ':>{44 - len(name)}}{phone}")
         sums = [0.0] * 5
         for _ in range(rng.randint(1, 6)):
             invoice, day, due = f"{rng.randint(300000, 399999)}", rng.day(month), rng.day(month % 12 + 1)
@@ -58,7 +58,7 @@ def aged(rng, month):
             cells = [amount if i == bucket else None for i in range(4)] + [amount]
             shown = "".join(f"{'' if c is None else us(c, 'behind'):>{w}}" for c, w in zip(cells, (14, 13, 13, 13, 14)))
             report.put(f"{invoice:<10}{day:%m/%d/%y}  {due:%m/%d/%y}  {shown[1:]}")
-            table.add(number, name, invoice, day.isoformat(), due.isoformat(), *cells)
+            table.add(number, name, phone, invoice, day.isoformat(), due.isoformat(), *cells)
             sums = [a + (b or 0) for a, b in zip(sums, cells)]
         report.put("** CUSTOMER TOTAL".ljust(30) + "".join(f"{us(s, 'behind'):>{w}}" for s, w in zip(sums, (14, 13, 13, 13, 14)))[1:])
         total = [a + b for a, b in zip(total, sums)]
@@ -225,19 +225,20 @@ def timesheet(rng, month):
 
 def purchases(rng, month):
     """Purchase orders with lines: a block of labels above each, totals below."""
-    table = Table("^PO Number|^Vendor|^Vendor Name|^Date|Line|Part|Description|Qty|Price|Amount")
+    table = Table("^PO Number|^Vendor|^Vendor Name|^Date|^Buyer|Line|Part|Description|Qty|Price|Amount")
     head = lambda page: [f"PURCHASE ORDER REGISTER{'PAGE':>60}{page:4d}", ""]
     report = Report(head, 54)
     for _ in range(rng.randint(8, 14)):
         number, vendor, name, day = f"{rng.randint(40000, 49999)}", f"V{rng.randint(100, 999)}", rng.firm(), rng.day(month)
         report.put(f"PO NUMBER: {number}      VENDOR: {vendor} {name}", 8)
-        report.put(f"PO DATE:   {day:%m/%d/%y}   BUYER:  {rng.choice(('KLM', 'RST', 'TVW'))}")
+        buyer = rng.choice(("KLM", "RST", "TVW"))
+        report.put(f"PO DATE:   {day:%m/%d/%y}   BUYER:  {buyer}")
         report.put("LINE  PART         DESCRIPTION               QTY       PRICE         AMOUNT")
         total = 0.0
         for line in range(1, rng.randint(2, 6)):
             part, text, count, price = f"{rng.randint(1000, 9999)}-{rng.choice('AB')}", rng.choice(GOODS), rng.randint(1, 500), rng.cents(99)
             report.put(f"{line:4d}  {part:<11}  {text:<22}{count:>7,}{price:>12,.2f}{us(count * price):>15}")
-            table.add(number, vendor, name, day.isoformat(), line, part, text, count, price, count * price)
+            table.add(number, vendor, name, day.isoformat(), buyer, line, part, text, count, price, count * price)
             total += count * price
         report.put(f"{'':41}{'PO TOTAL':>19}{us(total):>15}")
         report.put()
