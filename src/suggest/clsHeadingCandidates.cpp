@@ -144,8 +144,9 @@ void clsHeadingCandidates::AddShape(size_t nLine) {
   const SampleLine& line = report_.Lines()[nLine];
   const auto itLetter = std::find_if(line.sText.begin(), line.sText.end(),
                                      [](char32_t ch) { return IsLetterPlace(ch) || IsDigitPlace(ch); });
-  if (itLetter == line.sText.end() || SaysPage(line.sText)) return;
+  if (itLetter == line.sText.end() || SaysPage(line.sText) || SaysTotal(line.sText)) return;
   const auto lStart = static_cast<int32_t>(itLetter - line.sText.begin());
+  if (bJoined_ && TrimPlaces(line.sText.substr(0, static_cast<size_t>(lStart))).empty()) return;
   size_t nFirst = 0;
   while (line.marks[nFirst].lEnd < lStart) ++nFirst;
   if (LastOfPiece(line, nFirst) + 1 < line.marks.size()) return;
@@ -187,14 +188,51 @@ void clsHeadingCandidates::FinishShapes() {
     HeadingCandidate candidate;
     candidate.way = HeadingCandidate::Way::Shape;
     candidate.sText = report_.Lines()[lines.front()].sText.substr(0, static_cast<size_t>(lStart));
+    candidate.bLetters = true;
     bool bSame = true;
     for (const size_t n : lines) {
       const SampleLine& line = report_.Lines()[n];
-      bSame = bSame && line.sText.substr(0, static_cast<size_t>(lStart)) == candidate.sText;
+      // Of the lines above the first row the last one counts.
+      if (n < rows_.front() && candidate.hits.size() == 1) candidate.hits.clear();
+      if (n < rows_.front() && line.sText.substr(0, static_cast<size_t>(lStart)) != candidate.sText)
+        candidate.sText = line.sText.substr(0, static_cast<size_t>(lStart));
+      bSame = bSame && (n < rows_.front() || line.sText.substr(0, static_cast<size_t>(lStart)) == candidate.sText);
       candidate.hits.push_back({n, lStart, line.marks.back().lEnd});
     }
-    if (bSame) byText_.try_emplace(U"\t" + std::u32string(static_cast<size_t>(lStart), U' '), candidate);
+    for (const HeadingHit& hit : candidate.hits)
+      candidate.bLetters =
+          candidate.bLetters && IsLetterPlace(report_.Lines()[hit.nLine].sText[static_cast<size_t>(lStart)]);
+    if (bSame && FindEndOfShape(candidate))
+      byText_.try_emplace(U"\t" + std::u32string(static_cast<size_t>(lStart), U' '), candidate);
   }
+}
+
+bool clsHeadingCandidates::ShapeFits(const HeadingCandidate& candidate, const SampleLine& line) const {
+  const size_t n = candidate.sText.size();
+  if (!line.sText.starts_with(candidate.sText) || line.sText.size() <= n || IsBlankPlace(line.sText[n])) return false;
+  if (candidate.bLetters && !IsLetterPlace(line.sText[n])) return false;
+  return candidate.lBehind == 0 || static_cast<int32_t>(line.sText.size()) <= candidate.lBehind;
+}
+
+/// Other lines that begin alike are told apart by what stands further right, where the values have ended.
+bool clsHeadingCandidates::FindEndOfShape(HeadingCandidate& candidate) const {
+  constexpr int32_t kRoom = 12;
+  int32_t lLast = 0;
+  std::set<size_t> hits;
+  for (const HeadingHit& hit : candidate.hits) {
+    lLast = std::max(lLast, hit.lLast);
+    hits.insert(hit.nLine);
+  }
+  int32_t lShortest = INT32_MAX;
+  for (size_t n = candidate.hits.front().nLine; n <= rows_.back(); ++n) {
+    const SampleLine& line = report_.Lines()[n];
+    if (line.IsBlank() || line.bDrawn || hits.contains(n) || !ShapeFits(candidate, line)) continue;
+    if (owners_.tables[n] == 0 && !owners_.names[n]) continue;
+    lShortest = std::min(lShortest, static_cast<int32_t>(line.sText.size()));
+  }
+  if (lShortest == INT32_MAX) return true;
+  candidate.lBehind = std::min(lLast + kRoom, lShortest - 1);
+  return candidate.lBehind > lLast;
 }
 
 std::u32string_view clsHeadingCandidates::ValueOf(const HeadingHit& hit) const {
@@ -228,8 +266,10 @@ bool clsHeadingCandidates::StandsInFront(const HeadingCandidate& candidate) cons
 /// A label or a numbered name between the names of the columns and the first row, with one value in all of the report.
 bool clsHeadingCandidates::StandsBelowNames(const HeadingCandidate& candidate) const {
   const size_t nLine = candidate.hits.front().nLine;
+  const bool bMarked = !TrimPlaces(candidate.sText).empty();
   const bool bSure = candidate.way == HeadingCandidate::Way::Label ||
-                     (candidate.bNumbered && candidate.way == HeadingCandidate::Way::Figures);
+                     (candidate.bNumbered && (candidate.way == HeadingCandidate::Way::Figures ||
+                                              (candidate.way == HeadingCandidate::Way::Shape && bMarked)));
   return bSure && nLine > nNames_ && nLine < rows_.front() && GroupOf(candidate.hits.back().nLine) < rows_.size();
 }
 
@@ -244,10 +284,8 @@ bool clsHeadingCandidates::IsItsOwn(const HeadingCandidate& candidate) const {
   for (size_t n = candidate.hits.front().nLine; n <= rows_.back(); ++n) {
     const SampleLine& line = report_.Lines()[n];
     if (line.IsBlank() || line.bDrawn || hits.contains(n)) continue;
-    const bool bHit = bShape ? line.sText.starts_with(sWanted) && line.sText.size() > sWanted.size() &&
-                                   !IsBlankPlace(line.sText[sWanted.size()])
-                             : line.sText.find(sWanted) != std::u32string_view::npos;
-    if (bHit && owners_.tables[n] != 0) return false;
+    const bool bHit = bShape ? ShapeFits(candidate, line) : line.sText.find(sWanted) != std::u32string_view::npos;
+    if (bHit && (owners_.tables[n] != 0 || (bShape && owners_.names[n]))) return false;
     nOthers += bHit ? 1U : 0U;
   }
   return nOthers * 4 <= candidate.hits.size();
@@ -301,7 +339,6 @@ bool clsHeadingCandidates::FindNumberAndName(HeadingCandidate::Way way, HeadingH
 
 /// A number and a name behind it are two values, if all lines have both, either in places or as the rest of the line.
 void clsHeadingCandidates::FindNumbered(HeadingCandidate& candidate) const {
-  if (candidate.way == HeadingCandidate::Way::Shape) return;
   std::vector<HeadingHit> hits = candidate.hits;
   bool bPlaces = true;
   bool bRest = true;
@@ -359,7 +396,7 @@ std::vector<HeadingCandidate> clsHeadingCandidates::Find() {
     AddLabels(n);
     AddFigures(n);
     AddWords(n);
-    if (!bJoined_) AddShape(n);
+    AddShape(n);
   }
   FinishWords();
   FinishShapes();

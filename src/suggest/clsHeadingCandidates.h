@@ -33,6 +33,8 @@ struct HeadingCandidate {
   std::u32string sEnds;    ///< Ends some of the values without being part of them: (continued)
   std::vector<HeadingHit> hits;
   bool bNumbered = false;  ///< Each value is a number and a name: 824 Security
+  bool bLetters = false;   ///< Of a shape: each value begins with a letter
+  int32_t lBehind = 0;     ///< Of a shape: from this place on nothing stands on its lines; 0: anything may
 };
 
 /// True for lines of which most are titles of groups of a larger table's rows: they begin with the same word, and rows
@@ -59,6 +61,8 @@ class clsHeadingCandidates {
   bool IsBalance(const HeadingCandidate& candidate) const;
   void FinishWords();
   void FinishShapes();
+  bool FindEndOfShape(HeadingCandidate& candidate) const;
+  bool ShapeFits(const HeadingCandidate& candidate, const SampleLine& line) const;
   bool StandsBelowNames(const HeadingCandidate& candidate) const;
   bool IsItsOwn(const HeadingCandidate& candidate) const;
   bool StandsInFront(const HeadingCandidate& candidate) const;

@@ -5,6 +5,7 @@
 #include <map>
 
 #include "modColumnParts.h"
+#include "modTokenSplits.h"
 
 namespace quillon {
 
@@ -145,7 +146,8 @@ void clsTableShape::JoinParts(Parts& parts) const {
     const bool bLabel = parts[i + 1].lLast < lEquals_;
     const bool bJoin = bByMarks_ || bLabel
                            ? !IsParted(parts[i], parts[i + 1])
-                           : AreOneColumn(parts[i], parts[i + 1]) || TakeTurns(parts[i], parts[i + 1]) ||
+                           : AreOneColumn(parts[i], parts[i + 1]) || IsTailOf(parts[i + 1], parts[i]) ||
+                                 TakeTurns(parts[i], parts[i + 1]) ||
                                  IsOnePiece(parts[i], parts[i + 1]);
     if (!bJoin) {
       ++i;
@@ -160,6 +162,11 @@ void clsTableShape::JoinParts(Parts& parts) const {
     if (dates != DateParts::None) parts[i].dates = dates;
     if (bSign && i > 0) --i;
   }
+}
+
+bool clsTableShape::IsTailOf(const Part& right, const Part& left) const {
+  return !left.IsNumber() && !right.IsNumber() && right.dFigures < left.dFigures + 0.5 &&
+         IsTail(report_, rows_, left.lFirst, left.lLast, right.lFirst, right.lLast);
 }
 
 /// A word in rows that have no number, such as <DIR> in place of a size, is a value of the number's column; and so is
@@ -227,9 +234,25 @@ bool clsTableShape::CutsNumber(int32_t lPlace) const {
   });
 }
 
+/// Columns of which the words of the rows tell that they are two.
+bool clsTableShape::SplitAtTokens(const Part& part, Parts& into) const {
+  auto split = SplitBehindForm(report_, rows_, part.lFirst, part.lLast);
+  if (!split) split = SplitAtNumber(report_, rows_, part.lFirst, part.lLast);
+  if (!split) return false;
+  Part left = part;
+  Part right = part;
+  left.lLast = split->lLeftLast;
+  right.lFirst = split->lRightFirst;
+  Measure(left);
+  Measure(right);
+  if (!SplitPart(left, into)) into.push_back(left);
+  if (!SplitPart(right, into)) into.push_back(right);
+  return true;
+}
+
 /// Columns that touch in a few rows: a place that is blank in most rows, beside an edge that most rows have.
 bool clsTableShape::SplitPart(const Part& part, Parts& into) const {
-  if (SplitAfterDigits(part, into)) return true;
+  if (SplitAfterDigits(part, into) || SplitAtTokens(part, into)) return true;
   constexpr uint32_t kOneInSoMany = 4;
   constexpr uint32_t kFewOneIn = 7;
   const auto nRows = static_cast<uint32_t>(rows_.size());

@@ -41,10 +41,12 @@ class clsTableShape {
   void JoinParts(Parts& parts) const;
   bool IsOnePiece(const Part& left, const Part& right) const;
   bool IsParted(const Part& left, const Part& right) const;
+  bool IsTailOf(const Part& right, const Part& left) const;
   bool TakeTurns(const Part& left, const Part& right) const;
   void SplitParts(Parts& parts) const;
   bool CutsNumber(int32_t lPlace) const;
   bool SplitAfterDigits(const Part& part, Parts& into) const;
+  bool SplitAtTokens(const Part& part, Parts& into) const;
   bool SplitPart(const Part& part, Parts& into) const;
   void SetPlaces();
   void StopAtPartingPlaces(ShapeColumn& column) const;

@@ -87,12 +87,18 @@ bool HoldsFigure(std::u32string_view sWord) {
   return !bYear && std::any_of(sWord.begin(), sWord.end(), IsDigitPlace);
 }
 
-/// "Warehouse NO:  905  Sales": some pieces end in a colon, others are their values.
+/// "Warehouse NO:  905  Sales", "BRANCH: Paint   HEAD: Frank Meyer": some pieces end in a colon or hold one, others are
+/// their values.
 bool HasLabels(const SampleLine& line) {
   const std::vector<Piece> pieces = PiecesOf(line, 2);
-  const auto nLabels = static_cast<size_t>(std::count_if(pieces.begin(), pieces.end(), [&](const Piece& piece) {
-    return piece.lLast > piece.lFirst && line.sText[static_cast<size_t>(piece.lLast)] == U':';
-  }));
+  size_t nLabels = 0;
+  size_t nWithValue = 0;
+  for (const Piece& piece : pieces) {
+    const std::u32string_view sPiece = TextOf(line, piece);
+    nLabels += sPiece.size() > 1 && sPiece.back() == U':' ? 1U : 0U;
+    nWithValue += sPiece.find(U": ", 1) != std::u32string_view::npos ? 1U : 0U;
+  }
+  if (nWithValue > 1 || nWithValue * 2 > pieces.size()) return true;
   return nLabels > 0 && nLabels * 2 <= pieces.size() + 1 && nLabels < pieces.size();
 }
 

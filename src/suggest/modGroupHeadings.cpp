@@ -22,6 +22,12 @@ bool Overlap(const HeadingCandidate& a, const HeadingCandidate& b) {
 
 /// Which of two candidates for the same place tells it better.
 bool IsBetter(const HeadingCandidate& a, const HeadingCandidate& b) {
+  // A label says more than a shape, even if other lines have the shape, too.
+  if (a.way != b.way && (a.way == Way::Shape || b.way == Way::Shape)) {
+    const HeadingCandidate& shape = a.way == Way::Shape ? a : b;
+    const HeadingCandidate& label = a.way == Way::Shape ? b : a;
+    return (&a == &label) == (label.hits.size() * 3 >= shape.hits.size() * 2);
+  }
   if (a.hits.size() != b.hits.size()) return a.hits.size() > b.hits.size();
   return a.way < b.way;
 }
@@ -114,14 +120,16 @@ void SplitNumbered(const clsReportSample& report, const HeadingCandidate& candid
 TidyPart PartOf(const clsReportSample& report, const HeadingCandidate& candidate) {
   TidyPart part;
   if (candidate.way == Way::Shape) {
-    const std::u32string_view sFirst = report.Lines()[candidate.hits.front().nLine].sText;
     const auto nStart = static_cast<size_t>(candidate.hits.front().lFirst);
-    const bool bLetters = std::all_of(candidate.hits.begin(), candidate.hits.end(), [&](const HeadingHit& hit) {
-      return IsLetterPlace(report.Lines()[hit.nLine].sText[nStart]);
-    });
-    part.likes.push_back(PictureOf(sFirst.substr(0, nStart)) + (bLetters ? "A" : "X"));
+    part.likes.push_back(PictureOf(candidate.sText) + (candidate.bLetters ? "A" : "X"));
     part.cut.places = {{{static_cast<int32_t>(nStart) + 1, 0}}};
     part.names.emplace_back("Group");
+    if (candidate.lBehind > 0 && !candidate.bNumbered) {
+      part.cut.places = {{{static_cast<int32_t>(nStart) + 1, candidate.lBehind}, {candidate.lBehind + 1, 0}}};
+      part.needs = {{0, {{TidyKind::Any, {}}}}, {1, {{TidyKind::Blank, {}}}}};
+      part.types = {{TidyType::Text, false, 0, {}}, {TidyType::Skip, false, 0, {}}};
+      return part;
+    }
   } else if (candidate.sText.empty()) {
     // The value comes first, and what it is known by behind it.
     part.texts.push_back(Utf8Of(candidate.sBehind));
