@@ -433,12 +433,14 @@ bool AreTitlesOf(const clsReportSample& report, std::span<const size_t> lines, s
   if (!bMost || titles.size() * 2 > rows.size() || titles.front() > rows.front()) return false;
   if (!HasLetter(itMost->first) || HasDigit(itMost->first)) return false;
   size_t nFollowed = 0;
-  for (size_t i = 0; i < titles.size(); ++i) {
-    const auto it = std::lower_bound(rows.begin(), rows.end(), titles[i]);
-    const size_t nNext = i + 1 < titles.size() ? titles[i + 1] : report.Lines().size();
-    nFollowed += it != rows.end() && *it < nNext && *it - titles[i] <= kNear ? 1U : 0U;
+  std::set<size_t> groups;
+  for (const size_t n : titles) {
+    const auto it = std::lower_bound(rows.begin(), rows.end(), n);
+    if (it == rows.end() || *it - n > kNear) continue;
+    ++nFollowed;
+    groups.insert(*it);
   }
-  return nFollowed * 4 >= titles.size() * 3;
+  return nFollowed * 4 >= titles.size() * 3 && groups.size() * 3 >= titles.size();
 }
 
 }  // namespace quillon

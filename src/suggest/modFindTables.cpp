@@ -59,6 +59,7 @@ class clsTableFinder {
     std::vector<size_t> rows;
     std::vector<size_t> totals;
     for (const size_t n : lines) (SaysTotal(report_.Lines()[n].sText) ? totals : rows).push_back(n);
+    DropWords(rows);
     if (rows.size() < 2) return {};
     constexpr int32_t kRounds = 5;
     for (int32_t l = 0; l < kRounds && rows.size() > 1; ++l) {
@@ -75,6 +76,21 @@ class clsTableFinder {
     rows.insert(rows.end(), kept.begin(), kept.end());
     std::sort(rows.begin(), rows.end());
     return rows;
+  }
+
+  /// Lines of words alone are titles if others have several figures.
+  void DropWords(std::vector<size_t>& rows) const {
+    std::vector<size_t> kept;
+    size_t nFigures = 0;
+    for (const size_t n : rows) {
+      const auto marks = report_.Lines()[n].marks;
+      const auto nNumbers = static_cast<size_t>(
+          std::count_if(marks.begin(), marks.end(), [](const LineMark& mark) { return mark.kind == MarkKind::Number; }));
+      const bool bNone = std::any_of(marks.begin(), marks.end(), [](const LineMark& mark) { return mark.kind == MarkKind::Sign; });
+      nFigures += nNumbers;
+      if (nNumbers > 0 || bNone) kept.push_back(n);
+    }
+    if (kept.size() > 1 && nFigures >= kept.size() * 3) rows = std::move(kept);
   }
 
   /// A line that calls itself a total is a row if it has what only rows have: a second text, a date, a number of its

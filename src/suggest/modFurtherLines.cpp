@@ -130,6 +130,8 @@ class clsFurtherLines {
       if (rows_[i] > 0 && IsFree(nAbove) && StandsUnderFirstText(nAbove) && !EndsInColon(Line(nAbove)) && i > 0) {
         const bool bFromAbove = nAbove > 0 && IsRow(nAbove - 1) && !GoesDown(nAbove);
         (bFromAbove ? nUp_ : nDown_) += 1;
+      } else if (i > 0 && rows_[i] == rows_[i - 1] + 2 && IsFree(nAbove) && StandsUnderOneText(nAbove)) {
+        ++nUp_;
       }
       if (!IsFree(nBelow) || SaysTotal(Line(nBelow).sText)) continue;
       const bool bAtRowBelow = IsRow(nBelow + 1);

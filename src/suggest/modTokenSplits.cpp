@@ -118,7 +118,10 @@ int32_t DecimalsAt(const clsReportSample& report, std::span<const size_t> rows, 
     while (l < lDecimals && IsDigitPlace(At(sText, lPoint + l + 1))) ++l;
     lDecimals = l;
     const char32_t chNext = At(sText, lPoint + l + 1);
-    if (chNext == U'.' || chNext == U',') return 0;
+    const char32_t chSign = At(sText, lPoint + l + 2);
+    const bool bExponent = std::u32string_view(U"EeDd").find(chNext) != std::u32string_view::npos &&
+                           (chSign == U'+' || chSign == U'-' || IsDigitPlace(chSign));
+    if (chNext == U'.' || chNext == U',' || bExponent) return 0;
   }
   return lDecimals >= kFewestDecimals && lDecimals < kMost ? lDecimals : 0;
 }
