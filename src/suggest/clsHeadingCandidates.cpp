@@ -360,8 +360,8 @@ void clsHeadingCandidates::DropContinued(HeadingCandidate& candidate) const {
       const std::u32string_view sValue = ValueOf(hit);
       if (!sValue.ends_with(sEnd) || sValue.size() == sEnd.size()) continue;
       candidate.sEnds = sEnd;
-      hit.lLast = hit.lFirst +
-                  static_cast<int32_t>(TrimPlaces(sValue.substr(0, sValue.size() - sEnd.size())).size()) - 1;
+      hit.lLast =
+          hit.lFirst + static_cast<int32_t>(TrimPlaces(sValue.substr(0, sValue.size() - sEnd.size())).size()) - 1;
     }
   }
 }
@@ -431,7 +431,7 @@ bool AreTitlesOf(const clsReportSample& report, std::span<const size_t> lines, s
   const std::vector<size_t>& titles = itMost->second;
   const bool bMost = titles.size() * 2 >= lines.size() && (titles.size() > 1 || lines.size() == 1);
   if (!bMost || titles.size() * 2 > rows.size() || titles.front() > rows.front()) return false;
-  if (!HasLetter(itMost->first) || HasDigit(itMost->first)) return false;
+  if (HasDigit(itMost->first)) return false;
   size_t nFollowed = 0;
   std::set<size_t> groups;
   for (const size_t n : titles) {

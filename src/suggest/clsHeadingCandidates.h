@@ -76,7 +76,7 @@ class clsHeadingCandidates {
   size_t nNames_;
   bool bJoined_;
   std::span<const ShapeColumn> columns_;  ///< Of the table
-  std::vector<size_t> lines_;  ///< Between the rows, near the row below
+  std::vector<size_t> lines_;             ///< Between the rows, near the row below
   std::map<std::u32string, HeadingCandidate> byText_;
   std::map<std::u32string, std::vector<size_t>> byFirstWord_;
   std::map<int32_t, std::vector<size_t>> byIndent_;

@@ -147,8 +147,7 @@ void clsTableShape::JoinParts(Parts& parts) const {
     const bool bJoin = bByMarks_ || bLabel
                            ? !IsParted(parts[i], parts[i + 1])
                            : AreOneColumn(parts[i], parts[i + 1]) || IsTailOf(parts[i + 1], parts[i]) ||
-                                 TakeTurns(parts[i], parts[i + 1]) ||
-                                 IsOnePiece(parts[i], parts[i + 1]);
+                                 TakeTurns(parts[i], parts[i + 1]) || IsOnePiece(parts[i], parts[i + 1]);
     if (!bJoin) {
       ++i;
       continue;

@@ -34,8 +34,8 @@ class clsTableFinder {
       const clsTableShape shape(report_, table.rows, table.headingLines);
       FindFurtherLines(report_, shape, table.rows, owners_, table.tidy);
       const size_t nNames = table.headingLines.empty() ? table.rows.front() : table.headingLines.back();
-      table.tidy.headings = FindGroupHeadings(report_, table.rows, owners_, nNames,
-                                              table.tidy.join != TidyJoin::None, shape.Columns());
+      table.tidy.headings =
+          FindGroupHeadings(report_, table.rows, owners_, nNames, table.tidy.join != TidyJoin::None, shape.Columns());
     }
     MendTables();
     for (FoundTable& table : tables_) {
@@ -78,19 +78,22 @@ class clsTableFinder {
     return rows;
   }
 
-  /// Lines of words alone are titles if others have several figures.
+  /// Lines of words with one figure at most are titles if most of the others have several figures.
   void DropWords(std::vector<size_t>& rows) const {
+    constexpr size_t kSeveral = 3;
     std::vector<size_t> kept;
-    size_t nFigures = 0;
+    size_t nFull = 0;
     for (const size_t n : rows) {
       const auto marks = report_.Lines()[n].marks;
-      const auto nNumbers = static_cast<size_t>(
-          std::count_if(marks.begin(), marks.end(), [](const LineMark& mark) { return mark.kind == MarkKind::Number; }));
-      const bool bNone = std::any_of(marks.begin(), marks.end(), [](const LineMark& mark) { return mark.kind == MarkKind::Sign; });
-      nFigures += nNumbers;
-      if (nNumbers > 0 || bNone) kept.push_back(n);
+      const auto count = [&](MarkKind kind) {
+        return static_cast<size_t>(
+            std::count_if(marks.begin(), marks.end(), [&](const LineMark& mark) { return mark.kind == kind; }));
+      };
+      const size_t nNumbers = count(MarkKind::Number);
+      nFull += nNumbers >= kSeveral ? 1U : 0U;
+      if (nNumbers > 1 || count(MarkKind::Sign) > 0) kept.push_back(n);
     }
-    if (kept.size() > 1 && nFigures >= kept.size() * 3) rows = std::move(kept);
+    if (nFull > 1 && nFull * 3 >= rows.size()) rows = std::move(kept);
   }
 
   /// A line that calls itself a total is a row if it has what only rows have: a second text, a date, a number of its

@@ -86,6 +86,18 @@ bool SaysTotal(std::u32string_view sLine) {
 
 namespace {
 
+/// No figure at all, and words where figures stand in other rows: names of columns, though they may come again.
+bool IsOfWords(const std::vector<ColumnKinds>& kinds, const std::vector<std::u32string_view>& cells) {
+  size_t nWords = 0;
+  for (size_t i = 0; i < cells.size(); ++i) {
+    if (std::any_of(cells[i].begin(), cells[i].end(), IsDigitPlace)) return false;
+    if (!kinds[i].IsNumeric() || cells[i].empty()) continue;
+    if (IsBlankMark(cells[i])) return false;
+    ++nWords;
+  }
+  return nWords > 1;
+}
+
 bool IsRow(const std::vector<ColumnKinds>& kinds, const std::vector<std::u32string_view>& cells, bool bTotal) {
   size_t nLast = cells.size();
   while (nLast > 0 && cells[nLast - 1].empty()) --nLast;
@@ -104,6 +116,7 @@ bool IsRow(const std::vector<ColumnKinds>& kinds, const std::vector<std::u32stri
   // Values that lack at the end are no more than that, as long as the rest is as in other rows.
   const bool bShort = nLast < cells.size() && (nOdd > 0 || nLast * 3 < cells.size());
   for (size_t i = nLast; i < cells.size() && bShort; ++i) nOdd += kinds[i].IsUsual(cells[i]) ? 0U : 1U;
+  if (IsOfWords(kinds, cells)) return false;
   size_t nUsual = 0;
   for (const ColumnKinds& kind : kinds) nUsual += kind.Filled();
   if (nFilled * 3 * kinds.front().nRows < nUsual) return false;

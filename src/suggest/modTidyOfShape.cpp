@@ -149,7 +149,10 @@ std::vector<TidyColumn> FilledFromAbove(const clsReportSample& report, const cls
       nBlank += bBlank ? 1U : 0U;
       nTogether += bBlank && (i == 0 || cells[i - 1].empty() || cells[i - 1] == U"\"" || filled.empty()) ? 1U : 0U;
     }
-    if (!bFirst || nBlank < kFewest || nBlank * 5 < rows.size() || nTogether < nBlank) break;
+    // What is printed once a group is a text; a missing number is rather a missing number.
+    const bool bOften = nBlank * 5 >= rows.size();
+    const bool bMany = nBlank >= kFewest || (nBlank > 0 && !shape.Columns()[i].bFigures);
+    if (!bFirst || !bMany || !bOften || nTogether < nBlank) break;
     filled.push_back(i);
   }
   return filled;

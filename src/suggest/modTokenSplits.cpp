@@ -49,6 +49,7 @@ std::optional<TokenSplit> SplitAtNumber(const clsReportSample& report, std::span
   int32_t lStart = lEnd;
   int32_t lTextLast = -1;
   size_t nTexts = 0;
+  size_t nOdd = 0;
   for (const size_t n : rows) {
     const std::span<const LineMark> marks = MarksIn(report.Lines()[n], lFirst, lLast);
     for (const LineMark& mark : marks) {
@@ -57,13 +58,16 @@ std::optional<TokenSplit> SplitAtNumber(const clsReportSample& report, std::span
         lStart = std::min(lStart, mark.lStart);
         continue;
       }
-      // Anything else that reaches the number's place is part of one text with it.
-      if (mark.lEnd >= lEnd || mark.kind == MarkKind::Number) return std::nullopt;
+      // A long word may cover the place of a number that isn't there.
+      if (mark.lEnd >= lEnd || mark.kind == MarkKind::Number) {
+        ++nOdd;
+        continue;
+      }
       lTextLast = std::max(lTextLast, mark.lEnd);
       nTexts += &mark == &marks.front() ? 1U : 0U;
     }
   }
-  if (nTexts * 10 < rows.size() * 6) return std::nullopt;
+  if (nTexts * 10 < rows.size() * 6 || nOdd * 10 > rows.size()) return std::nullopt;
   const TokenSplit split{std::min(lTextLast, lStart - 2), lStart};
   return split.lLeftLast > lFirst ? std::optional(split) : std::nullopt;
 }
@@ -81,8 +85,8 @@ bool AreDates(const clsReportSample& report, std::span<const size_t> rows, int32
 
 /// Whether most rows go on with a letter.
 bool HasTextsAt(const clsReportSample& report, std::span<const size_t> rows, int32_t lPlace) {
-  const auto nTexts = std::count_if(
-      rows.begin(), rows.end(), [&](size_t n) { return IsLetterPlace(At(report.Lines()[n].sText, lPlace)); });
+  const auto nTexts = std::count_if(rows.begin(), rows.end(),
+                                    [&](size_t n) { return IsLetterPlace(At(report.Lines()[n].sText, lPlace)); });
   return static_cast<size_t>(nTexts) * 2 > rows.size();
 }
 
@@ -94,9 +98,8 @@ bool HasMoreThanSigns(const clsReportSample& report, std::span<const size_t> row
     if (static_cast<size_t>(lFirst) >= sText.size()) continue;
     const std::u32string_view sRest =
         TrimPlaces(sText.substr(static_cast<size_t>(lFirst), static_cast<size_t>(lLast - lFirst) + 1));
-    const bool bSign = std::all_of(sRest.begin(), sRest.end(), [](char32_t ch) {
-      return !IsDigitPlace(ch) && !IsLetterPlace(ch);
-    });
+    const bool bSign =
+        std::all_of(sRest.begin(), sRest.end(), [](char32_t ch) { return !IsDigitPlace(ch) && !IsLetterPlace(ch); });
     nMore += bSign || sRest == U"CR" || sRest == U"DR" || sRest == U"C" || sRest == U"D" ? 0U : 1U;
   }
   return nMore * 2 > rows.size();
