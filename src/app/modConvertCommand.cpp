@@ -18,6 +18,7 @@
 #include "modStandardStreams.h"
 #include "modStrings.h"
 #include "modText.h"
+#include "modTidyKeys.h"
 
 namespace quillon {
 
@@ -171,6 +172,23 @@ std::string WrongKindOfRecipe(const ConvertRequest& request) {
   return {};
 }
 
+/// Which table of the recipe asks for a file of its own, which standard output can't be; "" if none does.
+std::string SheetForStandardOutput(const ConvertRequest& request) {
+  if (request.sOutput != kStandardStream || request.sRecipe.empty() || request.options.bKeep) return {};
+  constexpr size_t kMostBytes = size_t{1} << 26;
+  std::string sText;
+  Failure ignored;
+  std::vector<TidyTable> tables;
+  TidyFault told;  // by the run
+  if (!ReadWholeFile(request.sRecipe, sText, kMostBytes, ignored) || !ReadTidyRecipe(sText, tables, told)) return {};
+  for (const TidyTable& table : tables) {
+    if (table.sSheet.empty()) continue;
+    return "[Table " + std::to_string(table.lNumber) + "] goes to a file of its own (Sheet=" + table.sSheet +
+           "), which standard output is none for; name a file with -o, or --keep what standard output takes";
+  }
+  return {};
+}
+
 /// Replaces "-" by files of our own. False, told, for wrong use, or for an input, counted as failed, that can't be
 /// read.
 bool TakeStandardStreams(ConvertRequest& request, clsLongRun& run) {
@@ -242,6 +260,7 @@ int Convert(ConvertRequest request, clsLongRun& run) {
     ++run.totals.lFilesFailed;
     return run.Finish();
   }
+  if (const std::string sheet = SheetForStandardOutput(request); !sheet.empty()) return WrongUse(run, sheet);
   if (!TakeStandardStreams(request, run)) return run.totals.lFilesFailed > 0 ? run.Finish() : run.Refused();
   const bool ran = by_specification ? ConvertBySpecification(request, run, conversion)
                                     : ConvertEach(request, run, conversion, recorder);

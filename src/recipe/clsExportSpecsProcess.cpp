@@ -38,8 +38,8 @@ void NameSheets(RecipeContext& context) {
 void ExpectKeyTexts(RecipeContext& context, const std::vector<clsTable>& tables) {
   std::vector<std::string> texts;
   for (const clsTable& table : tables) {
-    texts.push_back(table.ReadStartLine);
-    texts.push_back(table.ReadEndLine);
+    texts.push_back(table.tidy ? table.tidy->sStartLine : table.ReadStartLine);
+    texts.push_back(table.tidy ? table.tidy->sEndLine : table.ReadEndLine);
   }
   context.Report(context.recipe.InputFileNameOf(context.recipe.InputFileFirst)).Expect(texts);
 }

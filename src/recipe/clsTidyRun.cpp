@@ -60,7 +60,7 @@ class clsTidyRun : public clsTidyListener {
 
   bool Run() {
     if (!Open() || !LocateAll()) return !bDied_;
-    if (tables_.empty() || !MakeSheets() || !FindNames() || !Open()) return !bDied_;
+    if (tables_.empty() || !MakeSheets() || !FindNames() || (bRead_ && !Open())) return !bDied_;
     proof_.emplace(tables_, clsPrintedTotals::Limits());
     clsTidyReport report(tables_, *this);
     for (size_t i = 0; i < tables_.size(); ++i) SetKnownColumns(report, i);
@@ -135,19 +135,20 @@ class clsTidyRun : public clsTidyListener {
   }
 
   int32_t Locate(const TidyTable& table) {
-    if (table.bOptional) return 0;
-    int64_t lFirstForEnd = 1;
-    if (table.sStartLine.empty() && table.sEndLine.empty()) return 0;
-    if (!Open()) return 0;
+    if (table.bOptional || (table.sStartLine.empty() && table.sEndLine.empty())) return 0;
+    // The run's own reader found out that the report can be read.
+    clsReport& report = context_.Report(context_.recipe.InputFileNameOf(1));
+    Failure failure;
+    if (!report.Open(failure)) return 0;
+    int64_t lBeforeEnd = 0;
     if (!table.sStartLine.empty()) {
-      const int64_t lKey = FindKeyText(reader_, {.sNeedle1 = table.sStartLine});
-      if (lKey == 0) return IsStopped(reader_.LastFailure()) ? 0 : -5604;
-      lFirstForEnd = std::max<int64_t>(lKey + 1, lKey + table.lStartOffset);
+      const int64_t lKey = report.LineOf(table.sStartLine);
+      if (lKey == 0) return IsStopped(report.Reader().LastFailure()) ? 0 : -5604;
+      lBeforeEnd = std::max<int64_t>(lKey, lKey + table.lStartOffset - 1);
     }
     if (table.sEndLine.empty() || table.bRepeat || table.bUntilBlank) return 0;
-    reader_.SkipRows(lFirstForEnd - 1 - reader_.RowNumber());
-    if (FindKeyText(reader_, {.sNeedle1 = table.sEndLine}) != 0) return 0;
-    return IsStopped(reader_.LastFailure()) ? 0 : -5605;
+    if (report.LineBehind(table.sEndLine, lBeforeEnd) != 0) return 0;
+    return IsStopped(report.Reader().LastFailure()) ? 0 : -5605;
   }
 
   bool MakeSheets() {
@@ -235,7 +236,7 @@ class clsTidyRun : public clsTidyListener {
       bNeeded = bNeeded || (bPrinted && SheetOf(i).TableCount() > 1);
     }
     if (!bNeeded) return true;
-    if (!Open()) return false;
+    bRead_ = true;
     clsNamesAbove names(tables_.size());
     clsTidyReport report(tables_, names);
     clsTidyLines lines(reader_, glTabSize);
@@ -329,8 +330,7 @@ class clsTidyRun : public clsTidyListener {
     }
     for (size_t k = 0; k < state.headingsFound.size() && state.lRecords > 0; ++k) {
       if (state.headingsFound[k] > 0) continue;
-      Tell(EntryType::Warning, kTidyNoHeading,
-           {"Heading " + std::to_string(table.lNumber) + "." + std::to_string(k + 1)});
+      Tell(EntryType::Warning, kTidyNoHeading, {table.sections[k + 1].sName});
     }
     if (state.lMisfits == 0) return;
     const TidyColumnInfo& column = report.Columns(nTable)[state.nMisfitColumn];
@@ -352,6 +352,7 @@ class clsTidyRun : public clsTidyListener {
   std::vector<size_t> sheetOf_;
   clsTidySheetOutput* pMainSheet_ = nullptr;
   bool bShared_ = false;
+  bool bRead_ = false;  ///< The reader stands behind the report's first line
   bool bDied_ = false;
   bool bGoesOn_ = true;
 };

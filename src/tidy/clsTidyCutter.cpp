@@ -33,6 +33,7 @@ clsTidyCutter::clsTidyCutter(const TidyPart& part)
     AddGroup({TidyPlace{1, 0}});
   }
   for (const auto& places : part.cut.places) AddGroup(places);
+  SetGaps();
   if (!groups_.empty()) {
     for (const Place& place : groups_.front()) order_.push_back(place.column);
   } else {
@@ -46,87 +47,92 @@ void clsTidyCutter::AddGroup(const std::vector<TidyPlace>& places) {
   for (TidyColumn column = 0; column < places.size(); ++column) {
     const auto nFrom = static_cast<size_t>(places[column].nStart) - 1;
     const size_t nEnd = places[column].nEnd == 0 ? kOpen : static_cast<size_t>(places[column].nEnd);
-    group.push_back({column, nFrom, nEnd, kOpen, 0, false, false});
+    group.push_back({column, nFrom, nEnd, kOpen, 0, false, false, false});
   }
   std::stable_sort(group.begin(), group.end(), [](const Place& a, const Place& b) { return a.nFrom < b.nFrom; });
-  SetGaps(group);
 }
 
-/// Columns may overlap, so what stands behind one is the first that begins behind its end.
-void clsTidyCutter::SetGaps(Group& group) const {
+/// Columns may overlap, so what stands behind one is the first that begins behind its end, of any record of the line.
+void clsTidyCutter::SetGaps() {
+  std::vector<Place*> all;
+  for (Group& group : groups_) {
+    for (Place& place : group) all.push_back(&place);
+  }
+  std::stable_sort(all.begin(), all.end(), [](const Place* a, const Place* b) { return a->nFrom < b->nFrom; });
   std::vector<size_t> ends;
   std::vector<size_t> furthest;  // end of all places up to one
-  for (const Place& place : group) {
-    ends.push_back(place.nEnd);
-    furthest.push_back(std::max(place.nEnd, furthest.empty() ? 0 : furthest.back()));
+  for (const Place* const place : all) {
+    ends.push_back(place->nEnd);
+    furthest.push_back(std::max(place->nEnd, furthest.empty() ? 0 : furthest.back()));
   }
   std::sort(ends.begin(), ends.end());
   size_t nNext = 0;
-  for (Place& place : group) {
-    if (place.nEnd != kOpen) {
-      const auto behind = std::lower_bound(group.begin(), group.end(), place.nEnd,
-                                           [](const Place& other, size_t nEnd) { return other.nFrom < nEnd; });
-      place.nGapEnd = behind == group.end() ? kOpen : behind->nFrom;
+  for (Place* const place : all) {
+    if (place->nEnd != kOpen) {
+      const auto behind = std::lower_bound(all.begin(), all.end(), place->nEnd,
+                                           [](const Place* other, size_t nEnd) { return other->nFrom < nEnd; });
+      place->nGapEnd = behind == all.end() ? kOpen : (*behind)->nFrom;
+      place->bNumberBehind = behind != all.end() && numbers_[(*behind)->column];
       // A column that covers the place behind leaves no gap there.
-      const bool bCovered = furthest[static_cast<size_t>(behind - group.begin()) - 1] > place.nEnd;
-      place.bGap = place.nGapEnd > place.nEnd && !bCovered;
+      const bool bCovered = furthest[static_cast<size_t>(behind - all.begin()) - 1] > place->nEnd;
+      place->bGap = place->nGapEnd > place->nEnd && !bCovered;
     }
-    while (nNext < ends.size() && ends[nNext] <= place.nFrom) ++nNext;
-    place.nGapStart = nNext > 0 ? ends[nNext - 1] : 0;
-    place.bGapBefore = nNext > 0 && place.nGapStart < place.nFrom;
+    while (nNext < ends.size() && ends[nNext] <= place->nFrom) ++nNext;
+    place->nGapStart = nNext > 0 ? ends[nNext - 1] : 0;
+    place->bGapBefore = nNext > 0 && place->nGapStart < place->nFrom;
   }
 }
 
-bool clsTidyCutter::IsWide(const clsTidyLine& line, const Place& place) const {
-  if (!place.bGap || line.IsBlankAt(place.nEnd)) return false;
-  if (line.IsLetterOrDigitAt(place.nEnd)) return true;
-  // A sign behind a number is part of it.
-  const char ch = line.Text()[line.Offset(place.nEnd)];
-  return numbers_[place.column] && (ch == '-' || ch == ')' || ch == '%') && place.nEnd > 0 &&
-         !line.IsBlankAt(place.nEnd - 1);
+/// Where a cell ends that goes on into the gap behind its column; the column's end for any other.
+size_t clsTidyCutter::WideEnd(const clsTidyLine& line, const Place& place) const {
+  if (!place.bGap || line.IsBlankAt(place.nEnd)) return place.nEnd;
+  const bool bOwn = place.nEnd > 0 && !line.IsBlankAt(place.nEnd - 1);
+  if (!line.IsLetterOrDigitAt(place.nEnd)) {
+    // A sign behind a number is part of it.
+    const char ch = line.Text()[line.Offset(place.nEnd)];
+    if (!bOwn || !numbers_[place.column] || (ch != '-' && ch != ')' && ch != '%')) return place.nEnd;
+  }
+  size_t nEnd = place.nEnd;
+  while (!line.IsBlankAt(nEnd)) ++nEnd;
+  if (bOwn || !place.bNumberBehind || nEnd <= place.nGapEnd) return nEnd;
+  // What reaches the column of numbers behind, and is one, is a number that has grown into the gap.
+  const std::string_view sPiece = line.Piece(place.nEnd, nEnd);
+  return sPiece.find_first_not_of("0123456789.,-%)") == std::string_view::npos ? place.nEnd : nEnd;
 }
 
 /// A number that is wider than its column has grown into the gap in front.
-bool clsTidyCutter::BeginsEarlier(const clsTidyLine& line, const Place& place) const {
-  if (!place.bGapBefore || line.IsBlankAt(place.nFrom) || line.IsBlankAt(place.nFrom - 1)) return false;
-  if (line.IsDigitAt(place.nFrom - 1)) return true;
+size_t clsTidyCutter::EarlyStart(const clsTidyLine& line, const Place& place, size_t nTaken) const {
+  if (!numbers_[place.column] || !place.bGapBefore || line.IsBlankAt(place.nFrom) || line.IsBlankAt(place.nFrom - 1))
+    return place.nFrom;
   const char ch = line.Text()[line.Offset(place.nFrom - 1)];
-  return numbers_[place.column] && std::string_view("-+($.,").find(ch) != std::string_view::npos;
+  if (!IsAsciiDigit(ch) && std::string_view("-+($.,").find(ch) == std::string_view::npos) return place.nFrom;
+  size_t nFrom = place.nFrom;
+  while (nFrom > place.nGapStart && nFrom > nTaken && !line.IsBlankAt(nFrom - 1)) --nFrom;
+  // What hangs on to the column before is that one's.
+  const bool bOthers = nFrom == place.nGapStart && nFrom > 0 && !line.IsBlankAt(nFrom - 1);
+  return bOthers || nFrom < nTaken ? place.nFrom : nFrom;
 }
 
-/// Where the cells of a group stand, by position.
-void clsTidyCutter::Spans(const clsTidyLine& line, const Group& group, std::vector<Span>& spans) const {
+/// Where the cells of a group stand, by position. nTaken: by wide cells of the record before; gives the same for the
+/// next one.
+size_t clsTidyCutter::Spans(const clsTidyLine& line, const Group& group, size_t nTaken,
+                            std::vector<Span>& spans) const {
   spans.clear();
-  size_t nTaken = 0;  // by a wide cell before
   for (const Place& place : group) {
-    Span span{std::max(place.nFrom, place.nFrom < nTaken ? nTaken : 0), place.nEnd};
-    if (BeginsEarlier(line, place)) {
-      size_t nFrom = place.nFrom;
-      while (nFrom > place.nGapStart && nFrom > nTaken && !line.IsBlankAt(nFrom - 1)) --nFrom;
-      // What hangs on to the column before is that one's.
-      const bool bOthers = nFrom == place.nGapStart && nFrom > 0 && !line.IsBlankAt(nFrom - 1);
-      if (!bOthers && nFrom >= nTaken) span.nFrom = nFrom;
-    }
-    if (IsWide(line, place)) {
-      size_t nEnd = place.nEnd;
-      while (!line.IsBlankAt(nEnd)) ++nEnd;
-      const bool bOwn = place.nEnd > 0 && !line.IsBlankAt(place.nEnd - 1);
-      const bool bNext = nEnd > place.nGapEnd && place.nGapEnd != kOpen;
-      if (bOwn || !bNext) {
-        span.nEnd = nEnd;
-        nTaken = std::max(nTaken, nEnd);
-      }
-    }
+    Span span{std::max(EarlyStart(line, place, nTaken), nTaken > place.nFrom ? nTaken : 0), WideEnd(line, place)};
+    if (span.nEnd != place.nEnd) nTaken = std::max(nTaken, span.nEnd);
     span.nEnd = std::max(span.nEnd, span.nFrom);
     spans.push_back(span);
   }
+  return nTaken;
 }
 
 void clsTidyCutter::Cut(const clsTidyLine& line, size_t nGroup, std::vector<std::string_view>& cells) const {
   if (IsSplit()) return Split(line.Text(), cells);
   cells.assign(nColumns_, {});
   const Group& group = groups_[nGroup];
-  Spans(line, group, spans_);
+  const size_t nTaken = nGroup == 0 ? 0 : Spans(line, groups_[nGroup - 1], 0, spans_);
+  Spans(line, group, nTaken, spans_);
   for (size_t i = 0; i < group.size(); ++i) {
     cells[group[i].column] = line.Trimmed(spans_[i].nFrom, spans_[i].nEnd);
   }
@@ -135,15 +141,18 @@ void clsTidyCutter::Cut(const clsTidyLine& line, size_t nGroup, std::vector<std:
 
 void clsTidyCutter::Split(std::string_view sText, std::vector<std::string_view>& cells) const {
   cells.assign(nColumns_, {});
-  std::string_view s = TrimBlanks(sText);
-  const std::string_view sAt = split_ == TidySplit::AtGaps     ? std::string_view("  ")
-                               : split_ == TidySplit::AtBlanks ? std::string_view(" ")
-                                                               : std::string_view(sSplit_);
+  // A text parts wherever it stands, also when blanks are part of it; blanks alone are one gap however many they are.
+  const bool bAtText = split_ == TidySplit::AtText;
+  std::string_view s = bAtText ? sText : TrimBlanks(sText);
+  const std::string_view sAt = bAtText                       ? std::string_view(sSplit_)
+                               : split_ == TidySplit::AtGaps ? std::string_view("  ")
+                                                             : std::string_view(" ");
   for (TidyColumn column = 0; column < nColumns_; ++column) {
     const size_t nEnd = column + 1 == nColumns_ ? std::string_view::npos : s.find(sAt);
     cells[column] = TrimBlanks(s.substr(0, nEnd));
     if (nEnd == std::string_view::npos) break;
-    s = TrimLeftBlanks(s.substr(nEnd + sAt.size()));
+    s = s.substr(nEnd + sAt.size());
+    if (!bAtText) s = TrimLeftBlanks(s);
   }
   if (bMovesCurrency_) MoveCurrency(cells);
 }

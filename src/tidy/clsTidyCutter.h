@@ -46,6 +46,7 @@ class clsTidyCutter {
     size_t nGapStart;    ///< Behind the last column before it
     bool bGap;           ///< There is a gap behind it
     bool bGapBefore;     ///< And one in front, with a column on its other side
+    bool bNumberBehind;  ///< The next column holds numbers
   };
   struct Span {
     size_t nFrom, nEnd;
@@ -53,10 +54,10 @@ class clsTidyCutter {
   using Group = std::vector<Place>;  ///< By position
 
   void AddGroup(const std::vector<TidyPlace>& places);
-  void SetGaps(Group& group) const;
-  bool IsWide(const clsTidyLine& line, const Place& place) const;
-  bool BeginsEarlier(const clsTidyLine& line, const Place& place) const;
-  void Spans(const clsTidyLine& line, const Group& group, std::vector<Span>& spans) const;
+  void SetGaps();
+  size_t WideEnd(const clsTidyLine& line, const Place& place) const;
+  size_t EarlyStart(const clsTidyLine& line, const Place& place, size_t nTaken) const;
+  size_t Spans(const clsTidyLine& line, const Group& group, size_t nTaken, std::vector<Span>& spans) const;
   void MoveCurrency(std::vector<std::string_view>& cells) const;
 
   std::vector<Group> groups_;

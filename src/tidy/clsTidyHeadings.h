@@ -34,7 +34,7 @@ class clsTidyHeadings {
  private:
   struct Heading {
     explicit Heading(const TidyPart& part)
-        : reader(part), texts(part.ColumnCount()), plains(texts.size()), cells(texts.size()) {}
+        : reader(part, true), texts(part.ColumnCount()), plains(texts.size()), cells(texts.size()) {}
     clsTidyPartReader reader;
     std::vector<std::string> texts, plains;
     std::vector<TidyCell> cells;

@@ -48,6 +48,7 @@ void clsTidyPartReader::Cut(const clsTidyLine& line) {
       for (std::string_view& sCell : cells_[0]) sCell = sCell.substr(0, sCell.find(part_.sBefore));
     }
   }
+  if (!bLeads_) return;
   for (auto& cells : cells_) {
     for (std::string_view& sCell : cells) sCell = WithoutLeader(sCell);
   }

@@ -11,8 +11,10 @@ namespace quillon {
 /// Finds the lines of a heading or of a further line, and the values in them.
 class clsTidyPartReader {
  public:
-  /// The part must outlive the object.
-  explicit clsTidyPartReader(const TidyPart& part) : part_(part), matcher_(part), cutter_(part) {}
+  /// The part must outlive the object. bLeads: values lead on to what stands behind them, as a label or heading does;
+  /// the ":" or ".." at their ends is none of theirs.
+  clsTidyPartReader(const TidyPart& part, bool bLeads)
+      : part_(part), bLeads_(bLeads), matcher_(part), cutter_(part) {}
 
   /// True if the line is one of the part's; its values are cut then.
   bool Reads(const clsTidyLine& line);
@@ -29,6 +31,7 @@ class clsTidyPartReader {
   std::string_view ValueBehind(std::string_view sRest) const;
 
   const TidyPart& part_;
+  const bool bLeads_;
   clsTidyMatcher matcher_;
   clsTidyCutter cutter_;
   std::vector<std::vector<std::string_view>> cells_{1};

@@ -35,7 +35,7 @@ clsTidyTableReader::clsTidyTableReader(const TidyTable& table, size_t nTable, cl
       cells_(cutter_.Groups()),
       open_(cutter_.Groups()),
       fills_(cutter_.Columns()) {
-  for (const TidyFurtherLine& line : table.lines) further_.emplace_back(line.part);
+  for (const TidyFurtherLine& line : table.lines) further_.emplace_back(line.part, !line.part.texts.empty());
   ring_.resize(static_cast<size_t>(stretch_.Delay()));
   state_.headingsFound.resize(table.headings.size());
   state_.nearColumn = kNoTidyColumn;
@@ -147,7 +147,9 @@ TidyLineKind clsTidyTableReader::TakeHeading(int64_t lLine, bool bIn) {
     for (std::string& sFill : fills_) sFill.clear();
     listener_.HeadingChanges(nTable_, nChange, lLine);
   }
-  if (!bIn || !(matcher_.HasPictures() || matcher_.HasNeeds()) || !FindRecords(lLine)) return TidyLineKind::Heading;
+  const bool bMayBeRow = bIn && (matcher_.HasPictures() || matcher_.HasNeeds()) &&
+                         !HoldsAny(line_.Text(), table_.drops) && !HoldsAny(line_.Text(), table_.totals);
+  if (!bMayBeRow || !FindRecords(lLine)) return TidyLineKind::Heading;
   StartRow(lLine);
   return TidyLineKind::Row;
 }
@@ -177,10 +179,12 @@ bool clsTidyTableReader::FindRecords(int64_t lLine) {
   if (!bPicture && !(bLooksOn && matcher_.HasNeeds())) return false;
   // A text that means nothing fits every kind, so "---" might.
   if (line_.IsDrawn()) return false;
+  // A line that has all that is asked for is a row though nothing stands in its columns: further lines may fill them.
+  const bool bAsked = cells_.size() == 1 && (matcher_.HasPictures() || matcher_.HasNeeds());
   for (size_t nGroup = 0; nGroup < cells_.size(); ++nGroup) {
     auto& cells = cells_[nGroup];
     cutter_.Cut(line_, nGroup, cells);
-    if (std::all_of(cells.begin(), cells.end(), [](std::string_view s) { return s.empty(); })) continue;
+    if (!bAsked && std::all_of(cells.begin(), cells.end(), [](std::string_view s) { return s.empty(); })) continue;
     const bool bNeeds = matcher_.FitsNeeds(cells);
     if (bPicture && bNeeds) fitting_.push_back(nGroup);
     if (!bLooksOn || !fitting_.empty()) continue;
@@ -192,7 +196,8 @@ bool clsTidyTableReader::FindRecords(int64_t lLine) {
 }
 
 void clsTidyTableReader::NoteNearMiss(int64_t lLine, bool bPicture, size_t nFailing, TidyColumn failing) {
-  const bool bNear = bPicture ? nFailing == 1 && table_.row.needs.size() > 1 : nFailing == 0;
+  const bool bNear =
+      bPicture ? nFailing == 1 && (table_.row.needs.size() > 1 || matcher_.HasPictures()) : nFailing == 0;
   if (!bNear || state_.lNearLine != 0) return;
   state_.lNearLine = lLine;
   state_.nearColumn = failing;
@@ -254,10 +259,11 @@ void clsTidyTableReader::GatherWaiting() {
   sInFront_.clear();
   for (const Waiting& line : waiting_) {
     if (!line.bJoins) continue;
-    const std::string_view sText = TrimBlanks(line.sLine);
+    clsTidyLine printed;
+    printed.Set(line.sLine);
+    const std::string_view sText = TrimBlanks(printed.Text());
     if (sInFront_.empty()) {
-      nFrontIndent_ =
-          CharCount(std::string_view(line.sLine).substr(0, static_cast<size_t>(sText.data() - line.sLine.data())));
+      nFrontIndent_ = printed.PositionOf(static_cast<size_t>(sText.data() - printed.Text().data()));
       lFrontLine_ = line.lLine;
     }
     Append(sInFront_, sText);
@@ -266,7 +272,7 @@ void clsTidyTableReader::GatherWaiting() {
 
 void clsTidyTableReader::FillCells(std::vector<std::string_view>& cells) {
   for (const TidyColumn column : table_.fills) {
-    if (cells[column].empty() || cells[column] == "\"") {
+    if (cells[column].empty() || cells[column] == "\"" || IsTidyBlank(cells[column], table_.row.blanks)) {
       cells[column] = fills_[column];
     } else {
       fills_[column].assign(cells[column]);

@@ -51,7 +51,8 @@ void clsTidyTableReader::AddFurther(size_t nPart, int64_t lLine) {
     const auto& cells = further_[nPart].Cells(nGroup);
     for (TidyColumn column = 0; column < cells.size(); ++column) {
       const size_t nTarget = columns_.TargetOf(nPart, column);
-      if (nTarget != clsTidyColumns::kNowhere) Append(open.values[nTarget], cells[column]);
+      if (nTarget == clsTidyColumns::kNowhere || IsTidyBlank(cells[column], table_.lines[nPart].part.blanks)) continue;
+      Append(open.values[nTarget], cells[column]);
     }
   }
 }
@@ -138,7 +139,9 @@ void clsTidyTableReader::Finish(Open& open) {
   if (bSplitsAtEnd) {
     // The cells of the line in hand are still needed.
     cutter_.Split(open.sWhole, pieces_);
-    std::copy(pieces_.begin(), pieces_.end(), values_.begin());
+    for (TidyColumn column = 0; column < pieces_.size(); ++column) {
+      if (!pieces_[column].empty()) values_[column] = pieces_[column];
+    }
   }
   record_.lLine = open.lLine;
   record_.lLastLine = open.lLastLine;

@@ -21,6 +21,8 @@ constexpr std::array kMessages = std::to_array<TidyMessage>({
     {kTidyManyNames, "[%1] Names: %2 names for %3 columns"},
     {kTidyTooMuch, "[%1] %2: %3 are more than there may be (%4)"},
     {kTidyMissingKey, "[%1] %2 asks for %3"},
+    {kTidyBadSection, "[%1] is no section's name; write it as [%2], the table's number first"},
+    {kTidyTwice, "[%1] stands twice in the recipe"},
     {kTidyNoRow, "[%1] no line of the report is a row%2"},
     {kTidyNoHeading, "[%1] its value comes nowhere in the report, so its columns stay empty"},
     {kTidyLongGroup, "[%1] a record or group has more than 100,000 lines and was ended at line %2"},

@@ -136,6 +136,23 @@ bool ParseType(std::string_view s, TidyTyping& typing, TidyValueFault& fault) {
   return true;
 }
 
+/// Rules between commas. A date's form may hold one as well ("date MMM DD, YYYY"): no rule begins behind it then.
+std::vector<std::string_view> TypeRules(std::string_view sValue) {
+  std::vector<std::string_view> rules;
+  bool bDate = false;
+  for (const std::string_view sPiece : TidyPieces(sValue, ',')) {
+    const bool bForm = sPiece.find_first_not_of("DMYHNS:.,/- ") == std::string_view::npos;
+    if (bDate && bForm && !sPiece.empty()) {
+      const char* const pFrom = rules.back().data();
+      rules.back() = {pFrom, static_cast<size_t>(sPiece.data() + sPiece.size() - pFrom)};
+      continue;
+    }
+    rules.push_back(sPiece);
+    bDate = sPiece.find("date ") != std::string_view::npos;
+  }
+  return rules;
+}
+
 }  // namespace
 
 bool ParseTidyPlaces(std::string_view sValue, TidyCut& cut, TidyValueFault& fault) {
@@ -217,7 +234,7 @@ bool ParseTidyTypes(std::string_view sValue, std::vector<TidyTyping>& types, Tid
                     TidyValueFault& fault) {
   std::vector<std::pair<std::vector<TidyColumn>, TidyTyping>> rules;
   TidyColumn last = 0;
-  for (std::string_view sRule : TidyPieces(sValue, ',')) {
+  for (std::string_view sRule : TypeRules(sValue)) {
     auto& [columns, typing] = rules.emplace_back();
     if (!TakeColumns(sRule, columns, fault) || !ParseType(sRule, typing, fault)) return false;
     if (columns.empty()) others = typing;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <map>
+#include <set>
 
 #include "clsTidyReport.h"
 #include "modNumbers.h"
@@ -216,6 +218,11 @@ bool CheckPart(const TidySection& section, TidyPart& part, TidyFault& fault) {
     if (!fits(need.column, "Needs")) return false;
   }
   if (!part.types.empty() && !fits(part.types.size() - 1, "Types")) return false;
+  const bool bAbove = std::find(part.names.begin(), part.names.end(), "^") != part.names.end();
+  if (bAbove && (part.cut.places.empty() || !section.sName.starts_with("Table "))) {
+    return Fail(fault, kTidyBadValue, section.sName, "Names",
+                {section.sName, "Names", "^ is the name above a column of a table's Places; write the names here"});
+  }
   const bool bAllNamed = part.names.size() == 1 && part.names[0] == "^";
   if (part.names.size() <= nColumns || bAllNamed) return true;
   return Fail(fault, kTidyManyNames, section.sName, "Names",
@@ -257,35 +264,43 @@ const TidySection* FindSection(const std::vector<TidySection>& sections, std::st
   return found == sections.end() ? nullptr : &*found;
 }
 
-/// "Heading 2.1" as table 2, number 1. False if the name is of another kind.
+/// "Heading 2.1" as table 2, number 1. False if the name is none of that kind.
 bool PartOfName(std::string_view sName, std::string_view sKind, std::string& sTable, int32_t& lPart) {
   if (!sName.starts_with(sKind)) return false;
-  const std::string_view sNumbers = TrimBlanks(sName.substr(sKind.size()));
-  const size_t nPoint = sNumbers.find('.');
-  if (nPoint == std::string_view::npos) return false;
-  sTable = sNumbers.substr(0, nPoint);
+  const std::string_view sNumbers = sName.substr(sKind.size());
+  const size_t nPoint = std::min(sNumbers.find('.'), sNumbers.size());
   const auto digits = [](std::string_view s) {
-    return !s.empty() && s.size() < 6 && std::all_of(s.begin(), s.end(), IsAsciiDigit);
+    return !s.empty() && s.size() < 6 && s.front() != '0' && std::all_of(s.begin(), s.end(), IsAsciiDigit);
   };
-  const std::string_view sPart = sNumbers.substr(nPoint + 1);
-  if (!digits(sTable) || !digits(sPart)) return false;
-  lPart = ParseWholeNumber(sPart).value_or(0);
+  sTable = sNumbers.substr(0, nPoint);
+  const std::string_view sPart = sNumbers.substr(std::min(nPoint + 1, sNumbers.size()));
+  lPart = digits(sTable) && digits(sPart) ? ParseWholeNumber(sPart).value_or(0) : 0;
   return true;
 }
 
-/// Sections "Heading n.1" or "Line n.2" and so on, one after the other.
+/// Sections "Heading n.k" or "Line n.k" in the order of k, which may leave numbers out.
 template <typename Take>
-bool ReadParts(const std::vector<TidySection>& sections, std::string_view sKind, int32_t lTable, int32_t lFirst,
-               TidyFault& fault, Take take) {
-  for (int32_t k = lFirst;; ++k) {
-    const TidySection* const section =
-        FindSection(sections, std::string(sKind) + std::to_string(lTable) + "." + std::to_string(k));
-    if (section == nullptr) return true;
-    if (k > static_cast<int32_t>(kMostParts)) {
-      return Fail(fault, kTidyTooMuch, section->sName, {}, {section->sName, "", "Sections of one kind", "1000"});
+bool ReadParts(const std::vector<TidySection>& sections, std::string_view sKind, int32_t lTable, TidyFault& fault,
+               Take take) {
+  std::map<int32_t, const TidySection*> parts;
+  for (const TidySection& section : sections) {
+    std::string sTable;
+    int32_t lPart = 0;
+    if (!PartOfName(section.sName, sKind, sTable, lPart) || sTable != std::to_string(lTable)) continue;
+    if (lPart > static_cast<int32_t>(kMostParts)) {
+      return Fail(fault, kTidyTooMuch, section.sName, {}, {section.sName, "", "Sections of one kind", "1000"});
     }
-    if (!take(*section, k)) return false;
+    parts.emplace(lPart, &section);
   }
+  return std::all_of(parts.begin(), parts.end(), [&](const auto& part) { return take(*part.second, part.first); });
+}
+
+/// Without names a label is one.
+void NameByText(TidyPart& part) {
+  if (!part.names.empty() || part.texts.empty()) return;
+  std::string_view sName = part.texts.front();
+  while (!sName.empty() && (sName.back() == ':' || sName.back() == '.' || sName.back() == ' ')) sName.remove_suffix(1);
+  part.names.emplace_back(sName);
 }
 
 bool ReadHeading(const TidySection& section, TidyTable& table, TidyFault& fault) {
@@ -294,19 +309,19 @@ bool ReadHeading(const TidySection& section, TidyTable& table, TidyFault& fault)
   if (part.texts.empty() && part.likes.empty() && part.needs.empty()) {
     return Fail(fault, kTidyMissingKey, section.sName, {}, {section.sName, "It", "Text, Like or Needs, which find it"});
   }
-  if (part.names.empty() && !part.texts.empty()) {
-    std::string_view sName = part.texts.front();
-    while (!sName.empty() && (sName.back() == ':' || sName.back() == '.' || sName.back() == ' '))
-      sName.remove_suffix(1);
-    part.names.emplace_back(sName);
-  }
+  NameByText(part);
   return true;
 }
 
 bool ReadFurtherLine(const TidySection& section, int32_t k, TidyTable& table, TidyFault& fault) {
   TidyFurtherLine& line = table.lines.emplace_back();
   line.nDistance = k - 1;
-  return ReadKeys(section, SectionKind::Line, table, line.part, fault) && CheckPart(section, line.part, fault);
+  if (!ReadKeys(section, SectionKind::Line, table, line.part, fault) || !CheckPart(section, line.part, fault))
+    return false;
+  NameByText(line.part);
+  // What means nothing in the row means nothing in the rest of its record.
+  if (line.part.blanks.empty()) line.part.blanks = table.row.blanks;
+  return true;
 }
 
 }  // namespace
@@ -367,33 +382,67 @@ bool ReadTidyTable(const std::vector<TidySection>& sections, int32_t lTable, Tid
       !table.sParsing.empty() && table.row.cut.places.empty() && table.row.cut.split == TidySplit::None;
   if (!bMeasured) table.sParsing.clear();
   if (!bMeasured && !CheckTable(*section, table, fault)) return false;
-  return ReadParts(sections, "Heading ", lTable, 1, fault,
+  return ReadParts(sections, "Heading ", lTable, fault,
                    [&](const TidySection& part, int32_t) {
                      table.sections.push_back(part);
                      return ReadHeading(part, table, fault);
                    }) &&
-         ReadParts(sections, "Line ", lTable, 2, fault, [&](const TidySection& part, int32_t k) {
+         ReadParts(sections, "Line ", lTable, fault, [&](const TidySection& part, int32_t k) {
            table.sections.push_back(part);
            return ReadFurtherLine(part, k, table, fault);
          });
 }
 
-bool HasStraySections(const std::vector<TidySection>& sections, int32_t nTables, TidyFault& fault) {
+namespace {
+
+/// A section with keys of these that is called nearly as one of them is, but not quite: "[Headings 1.1]".
+bool IsMisnamed(const TidySection& section, std::string& sExample) {
+  constexpr std::array<std::string_view, 3> kNames{"Table", "Heading", "Line"};
+  const bool bHasKeys = std::any_of(section.keys.begin(), section.keys.end(), [](const auto& pair) {
+    return std::any_of(kKeys.begin(), kKeys.end(), [&](const TidyKey& key) { return key.sName == pair.first; });
+  });
+  const size_t nWord = std::min(section.sName.find_first_of(" 0123456789"), section.sName.size());
+  const std::string_view sWord = std::string_view(section.sName).substr(0, nWord);
+  const bool bExact = std::find(kNames.begin(), kNames.end(), sWord) != kNames.end();
+  if (!bHasKeys || (bExact && section.sName.substr(nWord).starts_with(' '))) return false;
+  const std::string_view sNearest = NearestWord(sWord, kNames);
+  if (sNearest.empty()) return false;
+  sExample = std::string(sNearest) + (sNearest == kNames[0] ? " 1" : sNearest == kNames[1] ? " 1.1" : " 1.2");
+  return true;
+}
+
+bool HasMisnamed(const std::vector<TidySection>& sections, TidyFault& fault) {
+  // Recipes of other tables may call their sections what they like.
+  if (std::none_of(sections.begin(), sections.end(), HasTidyKey)) return false;
   for (const TidySection& section : sections) {
     std::string sTable;
     int32_t lPart = 0;
+    std::string sExample;
     for (const auto& [sKind, lFirst] : {std::pair<std::string_view, int32_t>{"Heading ", 1}, {"Line ", 2}}) {
-      if (!PartOfName(section.sName, sKind, sTable, lPart)) continue;
-      const int32_t lTable = ParseWholeNumber(sTable).value_or(0);
-      const std::string sBefore = std::string(sKind) + sTable + "." + std::to_string(lPart - 1);
-      const bool bFollows = lPart == lFirst || (lPart > lFirst && FindSection(sections, sBefore) != nullptr);
-      if (lTable < 1 || lTable > nTables)
-        return !Fail(fault, kTidyStraySection, section.sName, {}, {section.sName, sTable});
-      if (!bFollows)
-        return !Fail(fault, kTidyMissingKey, section.sName, {}, {section.sName, "It", "[" + sBefore + "]"});
+      if (PartOfName(section.sName, sKind, sTable, lPart) && lPart < lFirst)
+        sExample = std::string(sKind) + "1." + std::to_string(lFirst);
     }
+    if (sExample.empty() && !IsMisnamed(section, sExample)) continue;
+    return !Fail(fault, kTidyBadSection, section.sName, {}, {section.sName, sExample});
   }
   return false;
+}
+
+}  // namespace
+
+bool HasStraySections(const std::vector<TidySection>& sections, int32_t nTables, TidyFault& fault) {
+  std::set<std::string_view> seen;
+  for (const TidySection& section : sections) {
+    std::string sTable;
+    int32_t lPart = 0;
+    for (const std::string_view sKind : {"Heading ", "Line "}) {
+      if (!PartOfName(section.sName, sKind, sTable, lPart) || lPart == 0) continue;
+      if (ParseWholeNumber(sTable).value_or(0) > nTables)
+        return !Fail(fault, kTidyStraySection, section.sName, {}, {section.sName, sTable});
+      if (!seen.insert(section.sName).second) return !Fail(fault, kTidyTwice, section.sName, {}, {section.sName});
+    }
+  }
+  return HasMisnamed(sections, fault);
 }
 
 bool ReadTidyRecipe(std::string_view sRecipe, std::vector<TidyTable>& tables, TidyFault& fault) {

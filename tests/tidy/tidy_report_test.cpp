@@ -100,6 +100,50 @@ TEST(TidyReport, ReadsWideValuesAndRecordsSideBySide) {
       (Rows{"Gro\u00df|1", "\u00e4\u00f6\u00fc\u00df|22"}));
 }
 
+TEST(TidyReport, TakesWhatReachesIntoAGapToTheColumnInFront) {
+  const std::string_view sKeys = "[Table 1]\nPlaces=1-5 7-10 12-\nNeeds=A any\nTypes=";
+  const std::string_view sReport = "abcd  X123 z\nabcd XX12  z\nabcd 12345 z\n";
+  // To the next blank, and the next column begins behind it; but a number is none of the text in front of its column.
+  EXPECT_EQ(clsTidyTrial(std::string(sKeys) + "text", "abcd XX12  z\nab cdefgh  z\n").rows,
+            (Rows{"abcd XX12||z", "ab cdefgh||z"}));
+  EXPECT_EQ(clsTidyTrial(std::string(sKeys) + "B number", sReport).rows,
+            (Rows{"abcd|X123|z", "abcd XX12||z", "abcd|12345|z"}));
+  // Records side by side: the next one begins right behind the column.
+  EXPECT_EQ(clsTidyTrial("[Table 1]\nPlaces=1-4 6-7 | 8-11 13-14", "Ann  12Bob   7\nCarl  3Dora 99\n").rows,
+            (Rows{"Ann|12", "Bob|7", "Carl|3", "Dora|99"}));
+}
+
+TEST(TidyReport, SplitsAtTextsThatHoldBlanks) {
+  EXPECT_EQ(clsTidyTrial("[Table 1]\nSplit=\\x20\\x7C\\x20\nNames=a|b|c", "x |  | z\n | y | k | l\n").rows,
+            (Rows{"x||z", "|y|k | l"}));
+  EXPECT_EQ(clsTidyTrial("[Table 1]\nSplit=gaps\nNames=a|b", "  x y   z  k\n").rows, (Rows{"x y|z  k"}));
+}
+
+TEST(TidyReport, ReadsSectionsByTheirNumbersAndLabels) {
+  // The second line below, none between; a label gives its value and its name.
+  const clsTidyTrial trial(
+      "[Table 1]\nNeeds=A digits\nPlaces=1-3 5-10\nNames=No|Text\nBlank=---\n[Line 1.3]\nPlaces=1-9\nNames=City\n"
+      "[Line 1.4]\nText=tel:\n[Line 1.5]\nText=see\nNames=Text",
+      "001 aa\nskipped\nRome:\n tel: 55..  x\n002 bb\n\nBath\n see ---\n");
+  EXPECT_EQ(trial.names, (Rows{"No|Text|City|tel"}));
+  EXPECT_EQ(trial.rows, (Rows{"001|aa|Rome:|55", "002|bb|Bath|"}));
+}
+
+TEST(TidyReport, KeepsToWhatIsAskedOfARow) {
+  // A heading may be a row too, but not where it holds a text that is dropped.
+  const clsTidyTrial heading(
+      "[Table 1]\nNeeds=A digits\nPlaces=1-3 5-\nNames=No|Text\nDrop=X\n[Heading 1.1]\nLike=9\nPlaces=5-",
+      "001 aa\n002 Xb\n003 cc\n");
+  EXPECT_EQ(heading.rows, (Rows{"aa|001|aa", "cc|003|cc"}));
+  // A picture that fits makes a row of a line that has nothing in its columns.
+  EXPECT_EQ(clsTidyTrial("[Table 1]\nLike=ITEM\nPlaces=8-\n[Line 1.2]\nPlaces=3-", "ITEM\n  a\nITEM   x\n").rows,
+            (Rows{"|a", "x|"}));
+  EXPECT_EQ(clsTidyTrial("[Table 1]\nPlaces=1-3 5-8\nFill=A\nBlank=do.\n", "abc x\ndo. y\n\"   z\n").rows,
+            (Rows{"abc|x", "abc|y", "abc|z"}));
+  EXPECT_EQ(clsTidyTrial("[Table 1]\nPlaces=1-\nTypes=A date MMM DD, YYYY", "Jan 5, 2024\n").rows,
+            (Rows{"2024-01-05"}));
+}
+
 TEST(TidyReport, SaysWhatDoesNotFit) {
   const clsTidyTrial trial("[Table 1]\nNeeds=A digits, B number\nPlaces=1-3 5-9", "abc\n123 none\n");
   EXPECT_EQ(trial.report->State(0).lNearLine, 2);
