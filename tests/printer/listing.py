@@ -127,11 +127,13 @@ class Listing:
             column.start += missing
 
     def _needs(self):
-        if self.key.start == 1 + self.margin and not self.wrap and self.rng.random() < 0.3:
+        shapes = any(group.form == "shape" for group in self.groups)
+        if self.key.start == 1 + self.margin and not self.wrap and self.rng.random() < 0.3 and not shapes:
             return "Like=" + "_" * self.margin + "9" * self.key.width if self.key.width == self.key.digits else \
                 f"Needs={letter(self.columns.index(self.key))} digits"
         parts = [f"{letter(self.columns.index(self.key))} digits"]
-        if self.rng.random() < 0.7:
+        # A heading that prints digits as well is told from a row by what it lacks.
+        if self.rng.random() < 0.7 or shapes:
             parts.append(f"{letter(len(self.columns) - 1)} number")
         return "Needs=" + ", ".join(parts)
 
