@@ -23,6 +23,17 @@ CalendarMoment MomentOf(std::string_view sPlain) {
   return {number(0, 4), number(5, 2), number(8, 2), (number(11, 2) * 60 + number(14, 2)) * 60 + number(17, 2)};
 }
 
+/// A plain number with its point two digits further left.
+std::string HundredthOf(std::string_view sPlain) {
+  const bool bNegative = sPlain.starts_with('-');
+  const size_t nPoint = sPlain.find('.');
+  std::string sWhole(sPlain.substr(bNegative ? 1 : 0, nPoint == std::string_view::npos ? nPoint : nPoint - bNegative));
+  if (sWhole.size() < 3) sWhole.insert(0, 3 - sWhole.size(), '0');
+  sWhole.insert(sWhole.size() - 2, ".");
+  if (nPoint != std::string_view::npos) sWhole += sPlain.substr(nPoint + 1);
+  return bNegative ? "-" + sWhole : sWhole;
+}
+
 }  // namespace
 
 clsTidyCsvOutput::clsTidyCsvOutput(RecipeContext& context, clsOutputFile& file, const CsvRules& rules,
@@ -100,12 +111,22 @@ bool clsTidySheetOutput::Row(const std::vector<TidyOutCell>& cells) {
   return true;
 }
 
+/// A printed percent sign is shown, so the value of the cell is a hundredth.
+SettledCell clsTidySheetOutput::Number(const TidyOutCell& cell) {
+  if (cell.sPrinted.find('%') != std::string_view::npos) {
+    sHundredth_ = HundredthOf(cell.sPlain);
+    const SettledCell settled = SettledNumber(cell.sPrinted, sHundredth_, sScratch_);
+    if (settled.sFormat.find('%') != std::string_view::npos) return settled;
+  }
+  return SettledNumber(cell.sPrinted, cell.sPlain, sScratch_);
+}
+
 bool clsTidySheetOutput::Put(int nColumn, const TidyOutCell& cell, Failure& failure) {
   if (cell.kind == TidyCellKind::Empty) return true;
   const TidyType type = cell.pTyping != nullptr ? cell.pTyping->type : TidyType::Auto;
   if (type == TidyType::Auto) return context_.pWorkbook->WriteCell(nSheet_, nRow_, nColumn, cell.sPrinted, failure);
   SettledCell settled{SettledCell::Kind::Text, cell.sPrinted, {}, {}};
-  if (cell.kind == TidyCellKind::Number) settled = SettledNumber(cell.sPrinted, cell.sPlain, sScratch_);
+  if (cell.kind == TidyCellKind::Number) settled = Number(cell);
   if (cell.kind == TidyCellKind::Date) {
     settled = SettledDate(cell.sPrinted, MomentOf(cell.sPlain), cell.pTyping->sDateForm, sScratch_);
   }

@@ -7,6 +7,7 @@
 
 #include "clsCsvRowSink.h"
 #include "clsTidySheet.h"
+#include "clsWorkbook.h"
 #include "modRecipeGlobals.h"
 
 namespace quillon {
@@ -48,12 +49,13 @@ class clsTidySheetOutput : public clsTidyOutput {
 
  private:
   bool Put(int nColumn, const TidyOutCell& cell, Failure& failure);
+  SettledCell Number(const TidyOutCell& cell);
 
   RecipeContext& context_;
   int nSheet_;
   int64_t nRow_;
   int nColumn_;
-  std::string sScratch_;  ///< Kept for its memory
+  std::string sScratch_, sHundredth_;  ///< Kept for their memory
 };
 
 }  // namespace quillon

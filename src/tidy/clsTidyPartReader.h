@@ -13,8 +13,7 @@ class clsTidyPartReader {
  public:
   /// The part must outlive the object. bLeads: values lead on to what stands behind them, as a label or heading does;
   /// the ":" or ".." at their ends is none of theirs.
-  clsTidyPartReader(const TidyPart& part, bool bLeads)
-      : part_(part), bLeads_(bLeads), matcher_(part), cutter_(part) {}
+  clsTidyPartReader(const TidyPart& part, bool bLeads) : part_(part), bLeads_(bLeads), matcher_(part), cutter_(part) {}
 
   /// True if the line is one of the part's; its values are cut then.
   bool Reads(const clsTidyLine& line);

@@ -96,7 +96,9 @@ class clsDateScan {
   }
 
   bool Year(size_t nRun, int& nValue) {
-    if (!Number(nRun >= 4 ? 4 : 2, nValue)) return false;
+    // At the end a year of one digit was cut, and would be another one; in front its zero may be a blank.
+    const bool bCut = nRun < 4 && sForm_.empty() && s_.size() < 2;
+    if (bCut || !Number(nRun >= 4 ? 4 : 2, nValue)) return false;
     if (nRun >= 4) return nValue >= 1000;
     nValue += nValue < 50 ? 2000 : 1900;
     return true;

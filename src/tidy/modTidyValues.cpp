@@ -63,10 +63,17 @@ bool TakeSignBehind(std::string_view& s, Around& around) {
   return true;
 }
 
+bool TakePercent(std::string_view& s) {
+  if (!s.ends_with('%')) return false;
+  s = TrimRightBlanks(s.substr(0, s.size() - 1));
+  return true;
+}
+
 /// Takes off signs, currency, percent sign and stars. False if they stand as in no number.
 bool TakeAround(std::string_view& s, Around& around) {
   s = WithoutFootnote(s);
   bool bCurrency = TakeCurrency(s);
+  bool bPercent = TakePercent(s);
   if (s.size() > 2 && s.front() == '(' && s.back() == ')') {
     s = TrimBlanks(s.substr(1, s.size() - 2));
     around.Sign(true);
@@ -75,8 +82,9 @@ bool TakeAround(std::string_view& s, Around& around) {
   while (!s.empty() && s.back() == '*') s.remove_suffix(1);
   s = TrimBlanks(s);
   if (s.empty()) return false;
-  if (s.back() == '%') s = TrimRightBlanks(s.substr(0, s.size() - 1));
+  bPercent = bPercent || TakePercent(s);
   if (s.empty() || !TakeSignBehind(s, around) || s.empty()) return false;
+  if (!bPercent) TakePercent(s);
   if (s.front() == '-' || s.front() == '+') {
     if (!around.Sign(s.front() == '-')) return false;
     s = TrimLeftBlanks(s.substr(1));

@@ -35,6 +35,14 @@ TEST_F(FormatsPage, ShortRecipeGivesTheSpecificationShown) {
   EXPECT_EQ(TakeCodes(), Codes{});
 }
 
+TEST_F(FormatsPage, TidyTableStandsInItsSpecification) {
+  gsInputFile = folder.Path("ledger.txt");
+  recipe.LoadFromFileShort(context, folder.Path("stock.rcp"));
+  ASSERT_TRUE(recipe.ReadExportSpecs(context));
+  EXPECT_EQ(folder.Read("_ExportSpecs.t2x"), blocks["stock_ExportSpecs.t2x"]);
+  EXPECT_EQ(TakeCodes(), Codes{});
+}
+
 TEST_F(FormatsPage, MarksGiveTheRecipeShown) {
   gsInputFile = folder.Path("marked.txt");
   recipe.LoadFromMarks(context);

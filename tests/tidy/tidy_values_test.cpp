@@ -21,6 +21,8 @@ TEST(TidyValues, NumbersBecomePlain) {
       {"12.50 DR", "12.50"},
       {"***1,234.50", "1234.50"},
       {"7%", "7"},
+      {"(1.25)%", "-1.25"},
+      {"1.25%-", "-1.25"},
       {"-0.00", "0.00"},
       {".50", "0.50"},
       {"007", "7"},
@@ -68,6 +70,8 @@ TEST(TidyValues, DatesFollowTheirForm) {
   EXPECT_EQ(date("12/31/2024", ""), "2024-12-31");
   EXPECT_EQ(date("12/31/2024 x", "MM/DD/YYYY"), "-");
   EXPECT_EQ(date("13/31/2024", "MM/DD/YYYY"), "-");
+  EXPECT_EQ(date("31.12.2", "DD.MM.YY"), "-");
+  EXPECT_EQ(date("9  9  2", "YY MM DD"), "2009-09-02");
 }
 
 }  // namespace
