@@ -47,7 +47,7 @@ void clsTidyCutter::AddGroup(const std::vector<TidyPlace>& places) {
   for (TidyColumn column = 0; column < places.size(); ++column) {
     const auto nFrom = static_cast<size_t>(places[column].nStart) - 1;
     const size_t nEnd = places[column].nEnd == 0 ? kOpen : static_cast<size_t>(places[column].nEnd);
-    group.push_back({column, nFrom, nEnd, kOpen, 0, false, false, false});
+    group.push_back({column, nFrom, nEnd, kOpen, 0, false, false, false, numbers_[column]});
   }
   std::stable_sort(group.begin(), group.end(), [](const Place& a, const Place& b) { return a.nFrom < b.nFrom; });
 }
@@ -72,7 +72,7 @@ void clsTidyCutter::SetGaps() {
       const auto behind = std::lower_bound(all.begin(), all.end(), place->nEnd,
                                            [](const Place* other, size_t nEnd) { return other->nFrom < nEnd; });
       place->nGapEnd = behind == all.end() ? kOpen : (*behind)->nFrom;
-      place->bNumberBehind = behind != all.end() && numbers_[(*behind)->column];
+      place->bNumberBehind = behind != all.end() && (*behind)->bNumber;
       // A column that covers the place behind leaves no gap there.
       const bool bCovered = furthest[static_cast<size_t>(behind - all.begin()) - 1] > place->nEnd;
       place->bGap = place->nGapEnd > place->nEnd && !bCovered;
@@ -83,14 +83,13 @@ void clsTidyCutter::SetGaps() {
   }
 }
 
-/// Where a cell ends that goes on into the gap behind its column; the column's end for any other.
+/// Where a cell ends behind whose column something stands in a gap.
 size_t clsTidyCutter::WideEnd(const clsTidyLine& line, const Place& place) const {
-  if (!place.bGap || line.IsBlankAt(place.nEnd)) return place.nEnd;
   const bool bOwn = place.nEnd > 0 && !line.IsBlankAt(place.nEnd - 1);
   if (!line.IsLetterOrDigitAt(place.nEnd)) {
     // A sign behind a number is part of it.
     const char ch = line.Text()[line.Offset(place.nEnd)];
-    if (!bOwn || !numbers_[place.column] || (ch != '-' && ch != ')' && ch != '%')) return place.nEnd;
+    if (!bOwn || !place.bNumber || (ch != '-' && ch != ')' && ch != '%')) return place.nEnd;
   }
   size_t nEnd = place.nEnd;
   while (!line.IsBlankAt(nEnd)) ++nEnd;
@@ -102,8 +101,7 @@ size_t clsTidyCutter::WideEnd(const clsTidyLine& line, const Place& place) const
 
 /// A number that is wider than its column has grown into the gap in front.
 size_t clsTidyCutter::EarlyStart(const clsTidyLine& line, const Place& place, size_t nTaken) const {
-  if (!numbers_[place.column] || !place.bGapBefore || line.IsBlankAt(place.nFrom) || line.IsBlankAt(place.nFrom - 1))
-    return place.nFrom;
+  if (line.IsBlankAt(place.nFrom)) return place.nFrom;
   const char ch = line.Text()[line.Offset(place.nFrom - 1)];
   if (!IsAsciiDigit(ch) && std::string_view("-+($.,").find(ch) == std::string_view::npos) return place.nFrom;
   size_t nFrom = place.nFrom;
@@ -119,7 +117,10 @@ size_t clsTidyCutter::Spans(const clsTidyLine& line, const Group& group, size_t 
                             std::vector<Span>& spans) const {
   spans.clear();
   for (const Place& place : group) {
-    Span span{std::max(EarlyStart(line, place, nTaken), nTaken > place.nFrom ? nTaken : 0), WideEnd(line, place)};
+    Span span{std::max(place.nFrom, nTaken), place.nEnd};
+    if (place.bGapBefore && place.bNumber && !line.IsBlankAt(place.nFrom - 1) && nTaken <= place.nFrom)
+      span.nFrom = EarlyStart(line, place, nTaken);
+    if (place.bGap && !line.IsBlankAt(place.nEnd)) span.nEnd = WideEnd(line, place);
     if (span.nEnd != place.nEnd) nTaken = std::max(nTaken, span.nEnd);
     span.nEnd = std::max(span.nEnd, span.nFrom);
     spans.push_back(span);
@@ -186,20 +187,21 @@ bool clsTidyCutter::LastCutLeavesText(const clsTidyLine& line) const {
   return false;
 }
 
-void clsTidyCutter::AddLeft(const clsTidyLine& line, int64_t lLine, TidyLeft& left) const {
-  if (groups_.size() != 1) return;
+bool clsTidyCutter::AddLeft(const clsTidyLine& line, int64_t lLine, TidyLeft& left) const {
+  if (groups_.size() != 1) return false;
   const int64_t lBefore = left.lInFront + left.lBetween + left.lBehind;
   size_t nDone = 0;
   for (const Span& span : spans_) {
-    int64_t& lCount = nDone == 0 ? left.lInFront : left.lBetween;
-    for (size_t n = nDone; n < span.nFrom && n < line.Size(); ++n) lCount += line.IsBlankAt(n) ? 0 : 1;
+    (nDone == 0 ? left.lInFront : left.lBetween) += line.InkOf(nDone, span.nFrom);
     const bool bTouches = nDone > 0 && nDone == span.nFrom && span.nFrom < line.Size();
     if (bTouches && !line.IsBlankAt(nDone - 1) && !line.IsBlankAt(nDone) && left.lDivided++ == 0)
       left.lDividedLine = lLine;
     nDone = std::max(nDone, span.nEnd);
   }
-  for (size_t n = nDone; n < line.Size(); ++n) left.lBehind += line.IsBlankAt(n) ? 0 : 1;
-  if (left.lFirstLine == 0 && left.lInFront + left.lBetween + left.lBehind > lBefore) left.lFirstLine = lLine;
+  left.lBehind += line.InkOf(nDone, line.Size());
+  if (left.lInFront + left.lBetween + left.lBehind == lBefore) return false;
+  if (left.lFirstLine == 0) left.lFirstLine = lLine;
+  return true;
 }
 
 std::pair<size_t, size_t> clsTidyCutter::Range(TidyColumn column) const {

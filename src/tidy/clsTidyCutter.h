@@ -28,8 +28,8 @@ class clsTidyCutter {
   bool IsSplit() const { return split_ != TidySplit::None; }
   /// True if a letter or digit stands behind the first column where no column is. The line must have been cut last.
   bool LastCutLeavesText(const clsTidyLine& line) const;
-  /// Adds what the last cut left; of lines with one record.
-  void AddLeft(const clsTidyLine& line, int64_t lLine, TidyLeft& left) const;
+  /// Adds what the last cut left; of lines with one record. True if it left anything.
+  bool AddLeft(const clsTidyLine& line, int64_t lLine, TidyLeft& left) const;
   /// First and last position of a column (from 0, the last not included; npos: open); both 0 where there are no places.
   std::pair<size_t, size_t> Range(TidyColumn column) const;
   bool IsNumberColumn(TidyColumn column) const { return column < numbers_.size() && numbers_[column]; }
@@ -47,6 +47,7 @@ class clsTidyCutter {
     bool bGap;           ///< There is a gap behind it
     bool bGapBefore;     ///< And one in front, with a column on its other side
     bool bNumberBehind;  ///< The next column holds numbers
+    bool bNumber;        ///< This one does
   };
   struct Span {
     size_t nFrom, nEnd;

@@ -37,6 +37,9 @@ void clsTidyLine::Set(std::string_view sText) {
 bool clsTidyLine::IsDrawn() const {
   bool bRun = false;
   char32_t chBefore = 0;
+  // What nearly all lines begin with tells it at once.
+  const size_t nFirst = std::min(sText_.find_first_not_of(' '), sText_.size());
+  if (nFirst < sText_.size() && (IsAsciiDigit(sText_[nFirst]) || IsAsciiLetter(sText_[nFirst]))) return false;
   for (size_t i = 0; i < sText_.size();) {
     const char32_t ch = DecodeUtf8(sText_, i);
     const bool bDrawing =

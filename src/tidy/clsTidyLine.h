@@ -40,6 +40,12 @@ class clsTidyLine {
     if (!bAscii_) return IsDigitAt(nPosition) || IsLetterAt(nPosition);
     return nPosition < sText_.size() && (IsAsciiDigit(sText_[nPosition]) || IsAsciiLetter(sText_[nPosition]));
   }
+  /// Characters nFrom to nTo (not included) that aren't blank.
+  int64_t InkOf(size_t nFrom, size_t nTo) const {
+    int64_t lInk = 0;
+    for (size_t n = nFrom; n < nTo && n < Size(); ++n) lInk += IsBlankAt(n) ? 0 : 1;
+    return lInk;
+  }
   /// The piece without the blanks around it.
   std::string_view Trimmed(size_t nFrom, size_t nTo) const {
     std::string_view s = Piece(nFrom, nTo);

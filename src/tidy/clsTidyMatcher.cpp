@@ -26,6 +26,7 @@ bool IsTidyBlank(std::string_view sCell, const std::vector<std::string>& blanks)
 
 clsTidyMatcher::clsTidyMatcher(const TidyPart& part) : part_(part) {
   for (const std::string& sLike : part.likes) pictures_.push_back(Compile(sLike));
+  for (const TidyNeed& need : part.needs) known_.resize(std::max(known_.size(), need.column + 1));
 }
 
 clsTidyMatcher::Picture clsTidyMatcher::Compile(std::string_view sLike) {
@@ -72,6 +73,7 @@ bool clsTidyMatcher::FitsPicture(const clsTidyLine& line) const {
 }
 
 bool clsTidyMatcher::FitsNeeds(std::span<const std::string_view> cells) const {
+  for (Known& known : known_) known.sCell = {};
   return std::all_of(part_.needs.begin(), part_.needs.end(), [&](const TidyNeed& need) {
     return FitsNeed(need, need.column < cells.size() ? cells[need.column] : std::string_view());
   });
@@ -98,7 +100,9 @@ bool clsTidyMatcher::FitsKind(const TidyKindOrText& kind, TidyColumn column, std
   if (IsTidyBlank(sCell, part_.blanks)) return true;
   switch (kind.kind) {
     case TidyKind::Number:
-      return ReadTidyNumber(sCell, part_.TypeOf(column), nullptr).has_value();
+      if (!ReadTidyNumber(sCell, part_.TypeOf(column), &known_[column].sPlain)) return false;
+      known_[column].sCell = sCell;
+      return true;
     case TidyKind::Digits:
       return std::all_of(sCell.begin(), sCell.end(), IsAsciiDigit);
     case TidyKind::Date:

@@ -214,8 +214,8 @@ void clsTidyTableReader::StartRow(int64_t lLine) {
   if (!bStarted_) StartTable();
   bRowInStretch_ = true;
   bJoinEnded_ = false;
-  if (fitting_.size() == 1) cutter_.AddLeft(line_, lLine, state_.left);
-  if (fitting_.size() == 1 && cutter_.LastCutLeavesText(line_)) {
+  const bool bLeft = fitting_.size() == 1 && cutter_.AddLeft(line_, lLine, state_.left);
+  if (bLeft && cutter_.LastCutLeavesText(line_)) {
     if (state_.lGapLines++ == 0) state_.lGapLine = lLine;
   }
   for (const size_t nGroup : fitting_) TakeRecord(lLine, nGroup);
@@ -231,7 +231,7 @@ void clsTidyTableReader::TakeRecord(int64_t lLine, size_t nGroup) {
   values_ = cells;
   values_.resize(columns_.Values());
   record_.lLine = record_.lLastLine = lLine;
-  Build(record_, values_);
+  Build(record_, values_, true);
   listener_.Row(record_);
   ++state_.lRecords;
   if (!bKeeps_) {

@@ -80,7 +80,8 @@ class clsTidyTableReader {
   void EndLongGroup(int64_t lLine);
   bool IsOpen() const;
 
-  void Build(TidyRecord& record, const std::vector<std::string_view>& values);
+  /// bMatched: the values are those of the line that was held against the needs last.
+  void Build(TidyRecord& record, const std::vector<std::string_view>& values, bool bMatched);
   void Finish(Open& open);
   void CountMisfits(const TidyRecord& record);
   void StartStretch(int64_t lLine);

@@ -145,12 +145,12 @@ void clsTidyTableReader::Finish(Open& open) {
   }
   record_.lLine = open.lLine;
   record_.lLastLine = open.lLastLine;
-  Build(record_, values_);
+  Build(record_, values_, false);
   CountMisfits(record_);
   listener_.Record(record_);
 }
 
-void clsTidyTableReader::Build(TidyRecord& record, const std::vector<std::string_view>& values) {
+void clsTidyTableReader::Build(TidyRecord& record, const std::vector<std::string_view>& values, bool bMatched) {
   const auto& columns = columns_.All();
   record.nTable = nTable_;
   record.cells.resize(columns.size());
@@ -169,6 +169,13 @@ void clsTidyTableReader::Build(TidyRecord& record, const std::vector<std::string
       const std::string_view sText = levels_.Text(column.nPart);
       cell = {sText.empty() ? TidyCellKind::Empty : TidyCellKind::Text, sText, sText};
       continue;
+    }
+    if (bMatched && column.source == TidySource::Row && column.typing.type == TidyType::Number) {
+      const std::string_view sValue = values[columns_.ValueOf(i)];
+      if (const std::string* const pPlain = matcher_.KnownNumber(column.column, sValue); pPlain != nullptr) {
+        cell = {TidyCellKind::Number, sValue, *pPlain};
+        continue;
+      }
     }
     const auto& blanks = column.source == TidySource::Row ? table_.row.blanks : table_.lines[column.nPart].part.blanks;
     cell = TypeTidyCell(values[columns_.ValueOf(i)], column.typing, blanks, sScratch_);

@@ -135,9 +135,36 @@ void Put(int nValue, int nWidth, std::string& sOut) {
   sOut.append(digits.data(), static_cast<size_t>(nWidth));
 }
 
+/// What most dates are: digits in full width in the places of the form's letters, the rest as there.
+bool ReadCommonDate(std::string_view s, std::string_view sForm, DateParts& parts) {
+  if (s.size() != sForm.size()) return false;
+  int nDays = 0;
+  int nMonths = 0;
+  int nYears = 0;
+  parts.nYear = parts.nMonth = parts.nDay = 0;
+  for (size_t i = 0; i < s.size(); ++i) {
+    const bool bDay = sForm[i] == 'D';
+    const bool bMonth = sForm[i] == 'M';
+    if (!bDay && !bMonth && sForm[i] != 'Y') {
+      if (s[i] != sForm[i] || IsAsciiLetter(s[i])) return false;
+      continue;
+    }
+    if (!IsAsciiDigit(s[i])) return false;
+    int& nValue = bDay ? parts.nDay : bMonth ? parts.nMonth : parts.nYear;
+    nValue = nValue * 10 + (s[i] - '0');
+    ++(bDay ? nDays : bMonth ? nMonths : nYears);
+  }
+  if (nYears == 2) parts.nYear += parts.nYear < 50 ? 2000 : 1900;
+  return nDays == 2 && nMonths == 2 && (nYears == 2 || (nYears == 4 && parts.nYear >= 1000));
+}
+
 bool ReadByForm(std::string_view sText, std::string_view sForm, std::string& sPlain) {
   DateParts parts;
-  if (!clsDateScan(sText, sForm).Scan(parts) || !IsOfCalendar(parts)) return false;
+  if (!ReadCommonDate(sText, sForm, parts)) {
+    parts = DateParts();
+    if (!clsDateScan(sText, sForm).Scan(parts)) return false;
+  }
+  if (!IsOfCalendar(parts)) return false;
   sPlain.clear();
   Put(parts.nYear, 4, sPlain);
   sPlain.push_back('-');

@@ -215,10 +215,11 @@ bool ReadCommonNumber(std::string_view s, std::string* pPlain, TidyNumber& numbe
 
 std::optional<TidyNumber> ReadTidyNumber(std::string_view sText, const TidyTyping& typing, std::string* pPlain) {
   std::string_view s = TrimBlanks(sText);
+  if (s.empty() || IsAsciiLetter(s.front())) return std::nullopt;  // as most texts are
   if (TidyNumber common; !typing.bComma && typing.nImplied == 0 && ReadCommonNumber(s, pPlain, common)) return common;
   Around around;
   Figures figures;
-  if (s.empty() || !TakeAround(s, around) || !ScanFigures(s, typing.bComma, figures)) return std::nullopt;
+  if (!TakeAround(s, around) || !ScanFigures(s, typing.bComma, figures)) return std::nullopt;
   if (!figures.bPoint && figures.sExponent.empty()) figures.nDecimals = static_cast<size_t>(typing.nImplied);
   if (pPlain != nullptr) WritePlain(figures, around.bNegative, *pPlain);
   TidyNumber number;
