@@ -55,8 +55,8 @@ bool clsTidyCsvOutput::Heading(const std::vector<std::string>& names) {
 }
 
 bool clsTidyCsvOutput::Row(const std::vector<TidyOutCell>& cells) {
-  fields_.clear();
-  for (const TidyOutCell& cell : cells) fields_.push_back(cell.sPlain);
+  fields_.resize(cells.size());
+  for (size_t i = 0; i < cells.size(); ++i) fields_[i] = cells[i].sPlain;
   return PutFields();
 }
 
@@ -75,13 +75,15 @@ bool clsTidyCsvOutput::PutPlain() {
   char* const pRow = file_.Reserve(nMost);
   char* p = pRow;
   bool bFirst = true;
+  bool bAsks = false;
   for (const std::string_view sField : fields_) {
     if (!std::exchange(bFirst, false)) *p++ = cSeparator_;
     for (const char ch : sField) {
-      if (asks_[static_cast<unsigned char>(ch)]) return false;
+      bAsks = bAsks || asks_[static_cast<unsigned char>(ch)];
       *p++ = ch;
     }
   }
+  if (bAsks) return false;
   *p++ = '\r';
   *p++ = '\n';
   file_.Used(static_cast<size_t>(p - pRow));

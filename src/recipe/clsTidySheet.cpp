@@ -61,10 +61,15 @@ bool clsTidySheet::Write(const std::vector<TidyOutCell>& cells) {
 }
 
 void clsTidySheet::Place(const Table& table, const TidyRecord& record) {
-  cells_.assign(names_.size(), {});
+  // A table that has all columns of its sheet leaves none of the row before.
+  if (cells_.size() != names_.size() || table.columns.size() != names_.size()) cells_.assign(names_.size(), {});
   for (size_t i = 0; i < record.cells.size() && i < table.columns.size(); ++i) {
     const TidyCell& cell = record.cells[i];
-    cells_[table.columns[i]] = {cell.kind, &table.types[i], cell.sPrinted, cell.sPlain};
+    TidyOutCell& out = cells_[table.columns[i]];
+    out.kind = cell.kind;
+    out.pTyping = &table.types[i];
+    out.sPrinted = cell.sPrinted;
+    out.sPlain = cell.sPlain;
   }
 }
 

@@ -34,7 +34,9 @@ clsTidyCutter::clsTidyCutter(const TidyPart& part)
   }
   for (const auto& places : part.cut.places) AddGroup(places);
   SetGaps();
+  ranges_.resize(nColumns_);
   if (!groups_.empty()) {
+    for (const Place& place : groups_.front()) ranges_[place.column] = {place.nFrom, place.nEnd};
     for (const Place& place : groups_.front()) order_.push_back(place.column);
   } else {
     for (TidyColumn column = 0; column < nColumns_; ++column) order_.push_back(column);
@@ -202,16 +204,6 @@ bool clsTidyCutter::AddLeft(const clsTidyLine& line, int64_t lLine, TidyLeft& le
   if (left.lInFront + left.lBetween + left.lBehind == lBefore) return false;
   if (left.lFirstLine == 0) left.lFirstLine = lLine;
   return true;
-}
-
-std::pair<size_t, size_t> clsTidyCutter::Range(TidyColumn column) const {
-  for (const Group& group : groups_) {
-    for (const Place& place : group) {
-      if (place.column == column) return {place.nFrom, place.nEnd};
-    }
-    break;
-  }
-  return {0, 0};
 }
 
 }  // namespace quillon

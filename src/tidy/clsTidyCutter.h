@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "clsTidyLine.h"
@@ -31,7 +33,7 @@ class clsTidyCutter {
   /// Adds what the last cut left; of lines with one record. True if it left anything.
   bool AddLeft(const clsTidyLine& line, int64_t lLine, TidyLeft& left) const;
   /// First and last position of a column (from 0, the last not included; npos: open); both 0 where there are no places.
-  std::pair<size_t, size_t> Range(TidyColumn column) const;
+  std::pair<size_t, size_t> Range(TidyColumn column) const { return ranges_[column]; }
   bool IsNumberColumn(TidyColumn column) const { return column < numbers_.size() && numbers_[column]; }
   /// True for a column that holds text rather than a number or date.
   bool IsTextColumn(TidyColumn column) const { return column < texts_.size() && texts_[column]; }
@@ -66,7 +68,8 @@ class clsTidyCutter {
   TidySplit split_ = TidySplit::None;
   std::string sSplit_;
   std::vector<bool> numbers_, texts_;
-  std::vector<TidyColumn> order_;  ///< Columns by position, of the first group
+  std::vector<TidyColumn> order_;                  ///< Columns by position, of the first group
+  std::vector<std::pair<size_t, size_t>> ranges_;  ///< By column, of the first group
   bool bMovesCurrency_ = false;
   mutable std::vector<Span> spans_;  ///< Kept for their memory
 };

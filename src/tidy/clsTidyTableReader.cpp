@@ -35,7 +35,13 @@ clsTidyTableReader::clsTidyTableReader(const TidyTable& table, size_t nTable, cl
       cells_(cutter_.Groups()),
       open_(cutter_.Groups()),
       fills_(cutter_.Columns()) {
-  for (const TidyFurtherLine& line : table.lines) further_.emplace_back(line.part, !line.part.texts.empty());
+  for (const TidyFurtherLine& line : table.lines) {
+    further_.emplace_back(line.part, !line.part.texts.empty());
+    if (!line.IsByDistance()) continue;
+    const auto nDistance = static_cast<size_t>(line.nDistance);
+    if (byDistance_.size() <= nDistance) byDistance_.resize(nDistance + 1, kNoPart);
+    byDistance_[nDistance] = further_.size() - 1;
+  }
   ring_.resize(static_cast<size_t>(stretch_.Delay()));
   state_.headingsFound.resize(table.headings.size());
   state_.nearColumn = kNoTidyColumn;

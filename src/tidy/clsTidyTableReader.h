@@ -97,7 +97,9 @@ class clsTidyTableReader {
   clsTidyColumns columns_;
   clsTidyHeadings headings_;
   clsTidyLevels levels_;
+  static constexpr size_t kNoPart = static_cast<size_t>(-1);
   std::vector<clsTidyPartReader> further_;
+  std::vector<size_t> byDistance_;  ///< Which further line is that many lines below its row
   clsTidyStretch stretch_;
   TidyTableState state_;
 

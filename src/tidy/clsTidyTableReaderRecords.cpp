@@ -19,18 +19,15 @@ bool clsTidyTableReader::IsOpen() const {
 
 /// A further line that is known by nothing but how far below the row it stands.
 bool clsTidyTableReader::AddByDistance(int64_t lLine) {
-  if (!bKeeps_) return false;
-  for (size_t k = 0; k < table_.lines.size(); ++k) {
-    if (!table_.lines[k].IsByDistance()) continue;
-    const bool bThere = std::any_of(open_.begin(), open_.end(), [&](const Open& open) {
-      return open.bOpen && open.lLine + table_.lines[k].nDistance == lLine;
-    });
-    if (!bThere) continue;
-    further_[k].Cut(line_);
-    AddFurther(k, lLine);
-    return true;
-  }
-  return false;
+  if (byDistance_.empty()) return false;
+  // Records of one line are open together.
+  const auto open = std::find_if(open_.begin(), open_.end(), [](const Open& record) { return record.bOpen; });
+  if (open == open_.end() || lLine - open->lLine >= static_cast<int64_t>(byDistance_.size())) return false;
+  const size_t nPart = byDistance_[static_cast<size_t>(lLine - open->lLine)];
+  if (nPart == kNoPart) return false;
+  further_[nPart].Cut(line_);
+  AddFurther(nPart, lLine);
+  return true;
 }
 
 bool clsTidyTableReader::AddByShape(int64_t lLine) {

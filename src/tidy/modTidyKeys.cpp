@@ -288,7 +288,7 @@ bool ReadParts(const std::vector<TidySection>& sections, std::string_view sKind,
     int32_t lPart = 0;
     if (!PartOfName(section.sName, sKind, sTable, lPart) || sTable != std::to_string(lTable)) continue;
     if (lPart > static_cast<int32_t>(kMostParts)) {
-      return Fail(fault, kTidyTooMuch, section.sName, {}, {section.sName, "", "Sections of one kind", "1000"});
+      return Fail(fault, kTidyTooMuch, section.sName, {}, {section.sName, "k", std::to_string(lPart), "1000"});
     }
     parts.emplace(lPart, &section);
   }
