@@ -295,7 +295,7 @@ def measure_printed(program, seed, count):
 def measure_own(program, reports, truth):
     runner = Runner(program)
     results = {}
-    for report in sorted(path for path in Path(reports).iterdir() if path.is_file() and (Path(truth) / f"{path.stem}.csv").exists()):
+    for report in sorted(path for path in Path(reports).iterdir() if path.is_file() and path.suffix != ".csv" and (Path(truth) / f"{path.stem}.csv").exists()):
         paths = [Path(truth) / f"{report.stem}.csv", *sorted(Path(truth).glob(f"{report.stem}.[0-9].csv"))]
         options = ["--unix"] if b"\r\r\n" in report.read_bytes()[:100000] else []
         results[report.stem] = [measure_one(runner, report, [Truth(path) for path in paths], options)]

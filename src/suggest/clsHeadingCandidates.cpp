@@ -305,10 +305,15 @@ bool IsCode(std::u32string_view sText) {
 }
 
 bool IsMonth(std::u32string_view sText) {
-  constexpr size_t kShortest = 3;
-  const std::u32string_view sStart = sText.substr(0, kShortest);
-  return sText.size() >= kShortest && std::all_of(sText.begin(), sText.end(), IsLetterPlace) &&
-         IsDateText(U"01-" + std::u32string(sStart) + U"-01");
+  constexpr size_t kShort = 3;
+  constexpr std::u32string_view kMonths =
+      U"january february march april may june july august september october november december ";
+  if (sText.size() < kShort || !std::all_of(sText.begin(), sText.end(), IsLetterPlace)) return false;
+  std::u32string sLow(sText);
+  for (char32_t& ch : sLow) ch |= 0x20U;
+  const size_t n = kMonths.find(sLow);
+  const bool bBegins = n != std::u32string_view::npos && (n == 0 || kMonths[n - 1] == U' ');
+  return bBegins && (sText.size() == kShort || kMonths[n + sText.size()] == U' ');
 }
 
 }  // namespace
@@ -430,7 +435,7 @@ bool AreTitlesOf(const clsReportSample& report, std::span<const size_t> lines, s
                                        [](const auto& a, const auto& b) { return a.second.size() < b.second.size(); });
   const std::vector<size_t>& titles = itMost->second;
   const bool bMost = titles.size() * 2 >= lines.size() && (titles.size() > 1 || lines.size() == 1);
-  if (!bMost || titles.size() * 2 > rows.size() || titles.front() > rows.front()) return false;
+  if (!bMost || titles.front() > rows.front()) return false;
   if (HasDigit(itMost->first)) return false;
   size_t nFollowed = 0;
   std::set<size_t> groups;
@@ -440,7 +445,8 @@ bool AreTitlesOf(const clsReportSample& report, std::span<const size_t> lines, s
     ++nFollowed;
     groups.insert(*it);
   }
-  return nFollowed * 4 >= titles.size() * 3 && groups.size() * 3 >= titles.size();
+  const bool bSeveralRows = groups.size() * 3 <= rows.size() * 2;
+  return bSeveralRows && nFollowed * 4 >= titles.size() * 3 && groups.size() * 3 >= titles.size();
 }
 
 }  // namespace quillon

@@ -233,6 +233,20 @@ bool clsTableShape::CutsNumber(int32_t lPlace) const {
   });
 }
 
+/// Most texts of the right part have a word one blank in front of them: they are no column.
+bool clsTableShape::GoesOnFrom(const Part& left, const Part& right) const {
+  if (left.IsNumber() || right.IsNumber()) return false;
+  size_t nFilled = 0;
+  size_t nBehindWord = 0;
+  for (const size_t n : rows_) {
+    const std::u32string_view sText = report_.Lines()[n].sText;
+    if (CellAt(sText, right.lFirst, right.lLast).empty()) continue;
+    ++nFilled;
+    nBehindWord += !CellAt(sText, left.lLast, left.lLast).empty() ? 1U : 0U;
+  }
+  return nBehindWord * 5 > nFilled * 3;
+}
+
 /// Columns of which the words of the rows tell that they are two.
 bool clsTableShape::SplitAtTokens(const Part& part, Parts& into) const {
   auto split = SplitBehindForm(report_, rows_, part.lFirst, part.lLast);
@@ -277,7 +291,7 @@ bool clsTableShape::SplitPart(const Part& part, Parts& into) const {
     const bool bNamed = filled_[static_cast<size_t>(lBest)] * kOneInSoMany <= nRows || nameEnds_.contains(right.lLast);
     const bool bSure = bNamed && !CutsNumber(lBest) && !left.IsNumber() && right.IsNumber() && right.dEnd >= kSure &&
                        right.dFilled >= kSure;
-    if (HaveEdgeBetween(left, right) && ((bFew && rows_.size() > kFewest) || bSure)) {
+    if (HaveEdgeBetween(left, right) && !GoesOnFrom(left, right) && ((bFew && rows_.size() > kFewest) || bSure)) {
       if (!SplitPart(left, into)) into.push_back(left);
       if (!SplitPart(right, into)) into.push_back(right);
       return true;

@@ -11,6 +11,7 @@
 #include "modMendTables.h"
 #include "modRowClusters.h"
 #include "modRowKinds.h"
+#include "modStretchKeys.h"
 #include "modTidyOfShape.h"
 
 namespace quillon {
@@ -33,6 +34,7 @@ class clsTableFinder {
       if (table.bDoubtful) continue;
       const clsTableShape shape(report_, table.rows, table.headingLines);
       FindFurtherLines(report_, shape, table.rows, owners_, table.tidy);
+      if (table.tidy.join == TidyJoin::Up) DropBalances(report_, owners_, table.rows, table.tidy);
       const size_t nNames = table.headingLines.empty() ? table.rows.front() : table.headingLines.back();
       table.tidy.headings =
           FindGroupHeadings(report_, table.rows, owners_, nNames, table.tidy.join != TidyJoin::None, shape.Columns());

@@ -213,8 +213,10 @@ class clsFurtherLines {
 
   int32_t StartOfText(size_t n) const {
     const ShapeColumn& column = shape_.Columns()[nText_];
-    for (const LineMark& mark : Line(n).marks) {
-      if (mark.lStart >= column.lPlaceFirst && mark.lStart <= column.lPlaceLast) return mark.lStart;
+    const std::u32string_view sText = Line(n).sText;
+    const auto lEnd = std::min(static_cast<int32_t>(sText.size()), column.lPlaceLast + 1);
+    for (int32_t l = column.lPlaceFirst; l < lEnd; ++l) {
+      if (!IsBlankPlace(sText[static_cast<size_t>(l)])) return l;
     }
     return -1;
   }

@@ -86,6 +86,36 @@ void DropTotals(const clsReportSample& report, const std::vector<size_t>& wrong,
   }
 }
 
+void DropBalances(const clsReportSample& report, const LineOwners& owners, const std::vector<size_t>& rows,
+                  TidyTable& table) {
+  constexpr size_t kMost = 8;
+  constexpr size_t kBehind = 3;
+  const std::vector<TidyPlace>& places = table.row.cut.places.front();
+  const auto isAmount = [&](const LineMark& mark) {
+    for (size_t i = 0; i < places.size(); ++i) {
+      if (table.row.TypeOf(i).type != TidyType::Number || mark.kind != MarkKind::Number) continue;
+      const int32_t lPlace = mark.lFigure + 1;
+      if (lPlace >= places[i].nStart && (places[i].nEnd == 0 || lPlace <= places[i].nEnd)) return true;
+    }
+    return false;
+  };
+  const size_t nEnd = std::min(rows.back() + kBehind + 1, report.Lines().size());
+  for (size_t n = rows.front() + 1; n < nEnd && table.drops.size() < kMost; ++n) {
+    const SampleLine& line = report.Lines()[n];
+    if (line.IsBlank() || line.bDrawn || owners.tables[n] != 0 || owners.names[n]) continue;
+    if (std::none_of(line.marks.begin(), line.marks.end(), isAmount)) continue;
+    for (const std::u32string_view sText : TextsOf(line)) {
+      const bool bInRows = std::any_of(rows.begin(), rows.end(), [&](size_t nRow) {
+        return report.Lines()[nRow].sText.find(sText) != std::u32string_view::npos;
+      });
+      const std::string sDrop = Utf8Of(sText);
+      if (bInRows || std::find(table.drops.begin(), table.drops.end(), sDrop) != table.drops.end()) continue;
+      table.drops.push_back(sDrop);
+      break;
+    }
+  }
+}
+
 void SetStretch(const clsReportSample& report, const std::vector<size_t>& wrong, const std::vector<size_t>& rows,
                 const std::vector<size_t>& headingLines, TidyTable& table) {
   const bool bBefore = !wrong.empty() && wrong.front() < rows.front();
