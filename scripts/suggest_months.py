@@ -44,7 +44,7 @@ def exact_share(runner, report, recipe, truths, folder):
         old.unlink()
     runner.run("convert", report, "-o", folder / "out.csv", "--recipe", recipe, "--quiet")
     rows = [row for file in sorted(folder.glob("out*.csv")) for row in cells_of(file)]
-    total, exact, _, _ = held_against(rows, [Truth(path) for path in truths])
+    total, exact, *_ = held_against(rows, [Truth(path) for path in truths])
     return exact / total
 
 

@@ -223,10 +223,23 @@ def trimmed(row):
     return tuple(row)
 
 
+def squashed(row):
+    """All text of a row without its cell boundaries and signs of writing."""
+    return "".join(re.sub(r"[^0-9A-Za-z\u0080-\uffff]", "", cell).lstrip("0") for cell in row)
+
+
 def held_against(rows, truths):
-    """(records, exact, core, rows that are no record); a row of names for each kind of table isn't counted."""
+    """(records, exact, core, rows that are no record, records that no row holds the text of); a row of names for each
+    kind of table isn't counted."""
     left = [trimmed(row) for row in rows if any(row)]
     total = sum(len(truth.rows) for truth in truths)
+    texts = Counter(squashed(row) for row in rows)
+    missing = 0
+    for truth in truths:
+        for row in truth.rows:
+            own = next((text for layout in truth.layouts() if texts[text := squashed(row[i] for i in layout)] > 0), None)
+            missing += own is None
+            texts[own] -= 1
     counts = []
     for core in (False, True):
         done = 0
@@ -242,7 +255,7 @@ def held_against(rows, truths):
                         rest.append(row)
                 left = rest
         counts.append(done)
-    return total, counts[0], min(counts[1], total - counts[0]), max(len(left) - len(truths), 0)
+    return total, counts[0], min(counts[1], total - counts[0]), max(len(left) - len(truths), 0), missing
 
 
 def suggest_and_convert(runner, report, folder, options=()):
@@ -259,24 +272,27 @@ def suggest_and_convert(runner, report, folder, options=()):
 
 
 def measure_one(runner, report, truths, options=()):
-    """(records, exact, core, junk, whether records are missing and nothing says so)"""
+    """(records, exact, core, junk, whether records are missing and nothing says so, whether they aren't right and nothing
+    does, whether all is right and something is said)"""
     with tempfile.TemporaryDirectory(prefix="quillon-suggest-") as folder:
         rows, said = suggest_and_convert(runner, report, Path(folder), options)
-    total, exact, core, junk = held_against(rows, truths)
-    return total, exact, core, junk, exact + core < total and "incomplete" not in said and "0 tables" not in said
+    total, exact, core, junk, missing = held_against(rows, truths)
+    is_said = "incomplete" in said or "0 tables" in said
+    return (total, exact, core, junk, missing > 0 and not is_said, exact + core < total and not is_said,
+            exact == total and junk == 0 and is_said)
 
 
 def lines_of(results):
     """Lines of a table from (name, results of measure_one)."""
-    lines = ["| layout | reports | records exact | core | complete | with other rows | records missing, nothing said |",
-             "|---|---:|---:|---:|---:|---:|---:|"]
+    lines = ["| layout | reports | records exact | core | complete | with other rows | records missing, nothing said | not right, nothing said | complete, called incomplete |",
+             "|---|---:|---:|---:|---:|---:|---:|---:|---:|"]
     everything = []
     for name, some in [*sorted(results.items()), ("all", everything)]:
         count = len(some)
         exact = 100 * sum(r[1] / r[0] for r in some) / count
         core = 100 * sum(r[2] / r[0] for r in some) / count
         complete = sum(r[1] == r[0] and r[3] == 0 for r in some)
-        lines.append(f"| {name} | {count} | {exact:.0f} % | {core:.0f} % | {complete} | {sum(r[3] > 0 for r in some)} | {sum(r[4] for r in some)} |")
+        lines.append(f"| {name} | {count} | {exact:.0f} % | {core:.0f} % | {complete} | {sum(r[3] > 0 for r in some)} | {sum(r[4] for r in some)} | {sum(r[5] for r in some)} | {sum(r[6] for r in some)} |")
         everything += some if name != "all" else []
     return "\n".join(lines) + "\n"
 

@@ -73,13 +73,9 @@ void SayWhatIsThere(const TableSuggestion& suggestion) {
   }
   clsLook::Say(sText);
   if (!suggestion.LooksIncomplete()) return;
-  const LeftOutRows& left = suggestion.leftOut;
-  std::string sLeft = "looks incomplete";
-  if (left.lLines > 0) {
-    sLeft += ": " + CountedText(left.lLines, "line", "lines") + " left out, though like rows, the first on line " +
-             std::to_string(left.lFirstLine) + ": " + ShownText(TrimBlanks(left.sFirst));
-  }
-  clsLook::Say(sLeft);
+  const std::vector<std::string> reasons = suggestion.Reasons();
+  clsLook::Say("looks incomplete" + (reasons.empty() ? std::string() : ": " + ShownText(reasons.front())));
+  for (size_t i = 1; i < reasons.size(); ++i) clsLook::Say("  " + ShownText(reasons[i]));
 }
 
 int SuggestTidy(clsLook& look, const LookRequest& request) {

@@ -23,18 +23,6 @@ std::u32string_view MarkText(const SampleLine& line, const LineMark& mark) {
   return line.sText.substr(static_cast<size_t>(mark.lStart), static_cast<size_t>(mark.lEnd - mark.lStart) + 1);
 }
 
-bool SaysPage(std::u32string_view sText) {
-  std::u32string sLow(sText);
-  for (char32_t& ch : sLow) {
-    if (ch >= U'A' && ch <= U'Z') ch |= 0x20U;
-  }
-  for (const std::u32string_view sWord :
-       {U"page", U"seite", U"strona", U"pag.", U"(continued)", U"run date", U"run time"}) {
-    if (sLow.find(sWord) != std::u32string::npos) return true;
-  }
-  return false;
-}
-
 /// The last place of the text that begins at mark nFrom and goes on to two blanks.
 size_t LastOfPiece(const SampleLine& line, size_t nFrom) {
   size_t n = nFrom;

@@ -22,6 +22,7 @@ struct FoundTable {
   int64_t lRows = 0;                      ///< Rows in all of the report
   int64_t lFirstLine = 0, lLastLine = 0;  ///< Of its rows, in all of the report
   int64_t lMissing = 0;                   ///< Rows that the recipe doesn't take
+  std::vector<std::string> doubts;        ///< What its cells say against it, in all of the report
   int64_t lStrangers = 0;                 ///< Lines that it takes for rows and that look like none
 };
 

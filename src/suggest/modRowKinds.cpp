@@ -73,13 +73,31 @@ std::vector<ColumnKinds> KindsOfRows(const clsReportSample& report, const clsTab
   return kinds;
 }
 
-bool SaysTotal(std::u32string_view sLine) {
-  std::u32string sLow(sLine);
+bool SaysPage(std::u32string_view sText) {
+  std::u32string sLow(sText);
   for (char32_t& ch : sLow) {
     if (ch >= U'A' && ch <= U'Z') ch |= 0x20U;
   }
-  for (const std::u32string_view sWord : {U"total", U"summe", U"razem", U"saldo", U"gesamt"}) {
+  for (const std::u32string_view sWord :
+       {U"page", U"seite", U"strona", U"pag.", U"(continued)", U"run date", U"run time"}) {
     if (sLow.find(sWord) != std::u32string::npos) return true;
+  }
+  return false;
+}
+
+bool SaysTotal(std::u32string_view sLine) {
+  std::string sPlain;
+  for (const char32_t ch : sLine) sPlain += ch < 0x80 ? static_cast<char>(ch) : '?';
+  return SaysTotal(std::string_view(sPlain));
+}
+
+bool SaysTotal(std::string_view sLine) {
+  std::string sLow(sLine);
+  for (char& ch : sLow) {
+    if (ch >= 'A' && ch <= 'Z') ch = static_cast<char>(ch | 0x20);
+  }
+  for (const std::string_view sWord : {"total", "summe", "razem", "saldo", "gesamt"}) {
+    if (sLow.find(sWord) != std::string::npos) return true;
   }
   return false;
 }

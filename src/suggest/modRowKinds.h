@@ -42,5 +42,8 @@ std::vector<size_t> RowsOfKinds(const clsReportSample& report, const clsTableSha
 /// A text that means nothing is there: ---, *, N/A.
 bool IsBlankMark(std::u32string_view sCell);
 bool SaysTotal(std::u32string_view sLine);
+bool SaysTotal(std::string_view sUtf8);
+/// Words that heads and feet of pages hold.
+bool SaysPage(std::u32string_view sText);
 
 }  // namespace quillon

@@ -3,64 +3,16 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <unordered_set>
 
-#include "clsRowLikeness.h"
+#include "clsSuggestAccount.h"
 #include "clsTidyReport.h"
+#include "modNumbers.h"
 #include "modRecipeOfTables.h"
-#include "modRowKinds.h"
 #include "modText.h"
 
 namespace quillon {
 
 namespace {
-
-/// Counts what the tables take of a report, and what they leave that looks like a row.
-class clsCounter : public clsTidyListener {
- public:
-  clsCounter(std::vector<FoundTable*> tables, LeftOutRows& leftOut) : tables_(std::move(tables)), leftOut_(leftOut) {
-    for (const FoundTable* pTable : tables_) likeness_.emplace_back(pTable->tidy);
-  }
-
-  void Row(const TidyRecord& row) override {
-    FoundTable& table = *tables_[row.nTable];
-    if (table.lRows++ == 0) table.lFirstLine = row.lLine;
-    table.lLastLine = row.lLine;
-  }
-
-  void Line(int64_t lLine, std::string_view sLine, TidyLineKind kind, size_t /*nTable*/) override {
-    if (kind != TidyLineKind::LeftOut && kind != TidyLineKind::Outside) return;
-    TakePlaces(sLine, 0, characters_);
-    if (IsDrawn(characters_)) return;
-    FindMarks(characters_, marks_);
-    constexpr std::ptrdiff_t kMany = 2;
-    const auto nNumbers =
-        std::count_if(marks_.begin(), marks_.end(), [](const LineMark& mark) { return mark.kind == MarkKind::Number; });
-    const bool bFigures = nNumbers >= kMany && static_cast<size_t>(nNumbers) * 2 > marks_.size();
-    const bool bRow = bFigures || std::any_of(likeness_.begin(), likeness_.end(), [&](const clsRowLikeness& likeness) {
-                        return likeness.LooksLikeRow(characters_);
-                      });
-    if (!bRow || SaysTotal(characters_) || IsPrintedAgain(sLine)) return;
-    if (leftOut_.lLines++ > 0) return;
-    leftOut_.lFirstLine = lLine;
-    leftOut_.sFirst = sLine;
-  }
-
- private:
-  /// What comes again word for word is a heading of pages.
-  bool IsPrintedAgain(std::string_view sLine) {
-    constexpr size_t kMost = 20000;
-    if (seen_.size() >= kMost) return seen_.contains(std::hash<std::string_view>()(sLine));
-    return !seen_.insert(std::hash<std::string_view>()(sLine)).second;
-  }
-
-  std::vector<FoundTable*> tables_;
-  std::vector<clsRowLikeness> likeness_;
-  LeftOutRows& leftOut_;
-  std::u32string characters_;
-  std::vector<LineMark> marks_;
-  std::unordered_set<size_t> seen_;
-};
 
 bool IsWanted(const SuggestChoices& choices, const TidyPart& heading) {
   if (choices.sHeadings == "all") return true;
@@ -116,8 +68,9 @@ bool RunOver(std::string_view sInput, const TextFileOptions& options, int32_t lT
   }
   clsLineReader reader;
   if (!reader.Open(sInput, options, failure)) return false;
-  clsCounter counter(std::move(found), suggestion.leftOut);
-  clsTidyReport run(tables, counter);
+  for (size_t i = 0; i < tables.size(); ++i) tables[i].lNumber = static_cast<int32_t>(i) + 1;
+  clsSuggestAccount account(tables, std::move(found));
+  clsTidyReport run(tables, account);
   std::string sHeld;
   for (std::string_view sRow; reader.ReadRow(sRow);) {
     if (!IsAscii(sRow)) {
@@ -131,6 +84,7 @@ bool RunOver(std::string_view sInput, const TextFileOptions& options, int32_t lT
     run.Line(sRow);
   }
   run.End();
+  account.Finish(run, suggestion.leftOut);
   suggestion.lLines = reader.RowNumber();
   failure = reader.LastFailure();
   return !failure.Failed();
@@ -179,8 +133,30 @@ size_t TableSuggestion::Chosen() const {
 
 bool TableSuggestion::LooksIncomplete() const {
   return leftOut.lLines > 0 || std::any_of(tables.begin(), tables.end(), [](const FoundTable& t) {
-           return t.bChosen && (t.lMissing > 0 || t.bDoubtful);
+           return t.bChosen && (t.lMissing > 0 || t.bDoubtful || !t.doubts.empty());
          });
+}
+
+std::vector<std::string> TableSuggestion::Reasons() const {
+  std::vector<std::string> reasons;
+  for (const ShapeOfLines& shape : leftOut.shapes) {
+    reasons.push_back(fmt::format("{} left out, though like rows, the first on line {}: {}",
+                                  CountedText(shape.lLines, "line", "lines"), shape.lFirstLine,
+                                  WithoutControls(TrimBlanks(shape.sFirst))));
+  }
+  size_t nSuggestion = 0;
+  for (const FoundTable& table : tables) {
+    ++nSuggestion;
+    if (!table.bChosen) continue;
+    if (table.bDoubtful) reasons.push_back(fmt::format("suggestion {} may be no table", nSuggestion));
+    if (table.lMissing > 0) {
+      reasons.push_back(fmt::format("suggestion {}: {} like its rows not taken", nSuggestion,
+                                    CountedText(table.lMissing, "line is", "lines are")));
+    }
+    for (const std::string& sDoubt : table.doubts)
+      reasons.push_back(fmt::format("suggestion {}: {}", nSuggestion, WithoutControls(sDoubt)));
+  }
+  return reasons;
 }
 
 bool SuggestTables(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize,
@@ -204,10 +180,7 @@ std::string TableSuggestion::Text() const {
   if (!bWholeSample)
     sText += "; The tables were looked for in the first part of the report, and counted in all of it.\n";
   if (LooksIncomplete()) sText += "; It looks incomplete.\n";
-  if (leftOut.lLines > 0) {
-    sText += fmt::format("; Left out, though they look like rows: {} lines, the first is line {}:\n;   {}\n",
-                         leftOut.lLines, leftOut.lFirstLine, CommentText(leftOut.sFirst));
-  }
+  for (const std::string& sReason : Reasons()) sText += ";   " + CommentText(sReason) + "\n";
   sText += "[Header]\nProduct=QLN-B\nFileType=RECIPE\nFileFormat=1.0\n";
   size_t nTable = 0;
   const size_t nChosen = Chosen();

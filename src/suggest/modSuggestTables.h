@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "clsLineShapes.h"
 #include "modFindTables.h"
 
 namespace quillon {
@@ -19,7 +20,8 @@ struct SuggestChoices {
 struct LeftOutRows {
   int64_t lLines = 0;
   int64_t lFirstLine = 0;
-  std::string sFirst;  ///< The first of them
+  std::string sFirst;                ///< The first of them
+  std::vector<ShapeOfLines> shapes;  ///< Those of one shape together, by their first lines; not more than 20
 };
 
 /// The tables of a report, and the recipe that takes them.
@@ -30,8 +32,10 @@ struct TableSuggestion {
   bool bWholeSample = true;  ///< False if only a part of the report was looked at for its tables
 
   size_t Chosen() const;
-  /// Rows are missing, lines with several figures are left, or nothing leaves little doubt.
+  /// Rows are missing, lines that look like rows are left, cells speak against a table, or nothing leaves little doubt.
   bool LooksIncomplete() const;
+  /// Each reason for that, for a person: "3 lines are left out, though like rows, the first on line 31: ...".
+  std::vector<std::string> Reasons() const;
   /// A recipe with comments, UTF-8, that converts as it stands.
   std::string Text() const;
 };

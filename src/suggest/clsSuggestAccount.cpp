@@ -1,0 +1,216 @@
+#include "clsSuggestAccount.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "modNumbers.h"
+#include "modRowKinds.h"
+#include "modText.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr size_t kMostStrays = 2000;
+constexpr int64_t kLooked = 20000;  ///< Rows or lines, as many as tell what the others are like
+
+/// The words of a line without its figures: lines that come again on each page have the same ones.
+std::string WordsOf(std::string_view sLine) {
+  std::string sWords;
+  for (const char c : sLine) {
+    if (!IsAsciiDigit(c) && c > ' ') sWords += c;
+  }
+  return sWords;
+}
+
+}  // namespace
+
+clsSuggestAccount::clsSuggestAccount(const std::vector<TidyTable>& tables, std::vector<FoundTable*> found)
+    : tidy_(tables), found_(std::move(found)), proof_(tables, {0, 0}), tables_(tables.size()) {
+  for (const TidyTable& table : tables) likeness_.emplace_back(table);
+}
+
+void clsSuggestAccount::TableStarts(size_t nTable, const std::vector<TidyColumnInfo>& columns) {
+  proof_.TableStarts(nTable, columns);
+  for (const TidyColumnInfo& column : columns) {
+    Column& mine = tables_[nTable].columns.emplace_back();
+    mine.sName = column.sName;
+    mine.bText = column.source == TidySource::Row && column.typing.type == TidyType::Text;
+  }
+}
+
+void clsSuggestAccount::Row(const TidyRecord& row) {
+  proof_.Row(row);
+  FoundTable& table = *found_[row.nTable];
+  if (table.lRows++ == 0) table.lFirstLine = row.lLine;
+  table.lLastLine = row.lLine;
+  if (table.lRows > kLooked) return;
+  std::vector<Column>& columns = tables_[row.nTable].columns;
+  for (size_t i = 0; i < columns.size() && i < row.cells.size(); ++i) {
+    const std::string_view sCell = row.cells[i].sPrinted;
+    if (!columns[i].bText || sCell.empty()) continue;
+    ++columns[i].lFilled;
+    if (sCell.find("  ") == std::string_view::npos) continue;
+    if (columns[i].lDivided++ == 0) columns[i].sDivided = sCell;
+  }
+}
+
+void clsSuggestAccount::HeadingChanges(size_t nTable, size_t nHeading, int64_t lLine) {
+  proof_.HeadingChanges(nTable, nHeading, lLine);
+}
+
+/// A heading or a foot of pages.
+bool clsSuggestAccount::IsFurniture(std::string_view sLine) const {
+  if (above_.contains(std::string(sLine))) return true;
+  const auto it = strays_.find(WordsOf(sLine));
+  return it != strays_.end() && it->second.lLines > 1 && it->second.bSame;
+}
+
+void clsSuggestAccount::AddStray(int64_t lLine, std::string_view sLine) {
+  constexpr size_t kMostAbove = 200;
+  constexpr size_t kLongest = 1000;
+  if (!bRowSeen_) {
+    if (above_.size() < kMostAbove) above_.emplace(sLine);
+    return;
+  }
+  if (above_.contains(std::string(sLine))) return;
+  const std::string sWords = WordsOf(sLine);
+  const auto it = pending_.find(sWords);
+  if (it == pending_.end() && pending_.size() >= kMostStrays) return;
+  Stray& stray = pending_[sWords];
+  stray.bSame = stray.bSame && (stray.lLines == 0 || stray.sFirst == sLine);
+  if (stray.lLines++ > 0) return;
+  stray.lFirstLine = lLine;
+  stray.sFirst = sLine.substr(0, kLongest);
+}
+
+void clsSuggestAccount::TakePending() {
+  for (auto& [sWords, stray] : pending_) {
+    if (strays_.size() >= kMostStrays && !strays_.contains(sWords)) continue;
+    Stray& into = strays_[sWords];
+    if (into.lLines == 0) {
+      into = std::move(stray);
+    } else {
+      into.bSame = into.bSame && stray.bSame && into.sFirst == stray.sFirst;
+      into.lLines += stray.lLines;
+    }
+  }
+  pending_.clear();
+}
+
+void clsSuggestAccount::Line(int64_t lLine, std::string_view sLine, TidyLineKind kind, size_t nTable) {
+  proof_.Line(lLine, sLine, kind, nTable);
+  if (kind == TidyLineKind::Row) {
+    bRowSeen_ = true;
+    if (!pending_.empty()) TakePending();
+    constexpr size_t kMost = 100;
+    std::vector<std::string>& saying = tables_[nTable].rowsOfTotals;
+    if (lLine <= kLooked && saying.size() < kMost && SaysTotal(sLine)) saying.emplace_back(sLine);
+    return;
+  }
+  if (kind != TidyLineKind::LeftOut && kind != TidyLineKind::Outside) return;
+  if (sLine.find_first_not_of(" \t\f-=_*+|.~") == std::string_view::npos) return;
+  AddStray(lLine, sLine);
+}
+
+/// As the tables want it, or several figures and little else.
+bool clsSuggestAccount::LooksLikeRow(std::string_view sLine) {
+  TakePlaces(sLine, 0, characters_);
+  if (IsDrawn(characters_)) return false;
+  FindMarks(characters_, marks_);
+  const auto nNumbers = static_cast<size_t>(
+      std::count_if(marks_.begin(), marks_.end(), [](const LineMark& mark) { return mark.kind == MarkKind::Number; }));
+  if (nNumbers >= 2 && nNumbers * 2 > marks_.size()) return true;
+  return std::any_of(likeness_.begin(), likeness_.end(),
+                     [&](const clsRowLikeness& likeness) { return likeness.LooksLikeRow(characters_); });
+}
+
+bool clsSuggestAccount::IsProvedTotal(std::string_view sLine) const {
+  return std::any_of(totals_.begin(), totals_.end(),
+                     [&](const std::string& sWords) { return sLine.find(sWords) != std::string_view::npos; });
+}
+
+/// Words that tell next month, too, what must agree: of few kinds of lines, not of the name of each group.
+void clsSuggestAccount::SetTotals(const ReportProof& proof) {
+  constexpr size_t kMostWords = 3;
+  for (const auto& [lTable, sWords] : proof.words) totals_.push_back(sWords);
+  for (size_t i = 0; i < tidy_.size(); ++i) {
+    std::vector<std::string> words;
+    for (const auto& [lTable, sWords] : proof.words) {
+      if (lTable == tidy_[i].lNumber && SaysTotal(sWords)) words.push_back(sWords);
+    }
+    std::erase_if(words, [&](const std::string& sWords) {
+      return std::any_of(tables_.begin(), tables_.end(), [&](const Table& table) {
+        return std::any_of(table.rowsOfTotals.begin(), table.rowsOfTotals.end(),
+                           [&](const std::string& sRow) { return sRow.find(sWords) != std::string::npos; });
+      });
+    });
+    if (words.size() <= kMostWords) found_[i]->tidy.totals = std::move(words);
+  }
+}
+
+void clsSuggestAccount::SetDoubts(const clsTidyReport& run) {
+  for (size_t i = 0; i < tidy_.size(); ++i) {
+    const TidyTableState& state = run.State(i);
+    std::vector<std::string>& doubts = found_[i]->doubts;
+    if (state.lMisfits > 0) {
+      doubts.push_back(fmt::format("{} are no number or date where others are, the first on line {}: {}",
+                                   CountedText(state.lMisfits, "value", "values"), state.lMisfitLine, state.sMisfit));
+    }
+    if (state.lGapLines > 0) {
+      doubts.push_back(fmt::format("{} have text between the columns, the first is line {}",
+                                   CountedText(state.lGapLines, "row", "rows"), state.lGapLine));
+    }
+    constexpr int64_t kOneIn = 8;
+    for (const Column& column : tables_[i].columns) {
+      if (column.lDivided < 2 || column.lDivided * kOneIn < column.lFilled) continue;
+      doubts.push_back(fmt::format("a column may be two: {}", column.sDivided));
+    }
+  }
+}
+
+void clsSuggestAccount::SetLeftOut(const ReportProof& proof, LeftOutRows& leftOut) {
+  constexpr size_t kMostShapes = 20;
+  for (const ShapeOfLines& shape : proof.shapes) {
+    TakePlaces(shape.sFirst, 0, characters_);
+    if (SaysPage(characters_) || SaysTotal(characters_) || IsFurniture(shape.sFirst)) continue;
+    if (!shape.bLikeRow && !LooksLikeRow(shape.sFirst)) continue;
+    leftOut.lLines += shape.lLines;
+    if (leftOut.shapes.size() < kMostShapes) leftOut.shapes.push_back(shape);
+  }
+  int64_t lStrays = 0;
+  int64_t lRows = 0;
+  for (const FoundTable* pTable : found_) lRows += pTable->lRows;
+  const Stray* pFirst = nullptr;
+  for (const auto& [sWords, stray] : strays_) {
+    TakePlaces(stray.sFirst, 0, characters_);
+    const bool bFurniture = SaysPage(characters_) || (stray.lLines > 1 && stray.bSame);
+    if (bFurniture || SaysTotal(characters_) || IsProvedTotal(stray.sFirst)) continue;
+    lStrays += stray.lLines;
+    if (pFirst == nullptr || stray.lFirstLine < pFirst->lFirstLine) pFirst = &stray;
+  }
+  constexpr int64_t kOneIn = 10;
+  if (pFirst != nullptr && lStrays > 1 && lStrays * kOneIn > lRows && leftOut.lLines == 0) {
+    leftOut.lLines = lStrays;
+    ShapeOfLines& shape = leftOut.shapes.emplace_back();
+    shape.lLines = lStrays;
+    shape.lFirstLine = pFirst->lFirstLine;
+    shape.sFirst = pFirst->sFirst;
+  }
+  if (leftOut.shapes.empty()) return;
+  std::sort(leftOut.shapes.begin(), leftOut.shapes.end(),
+            [](const ShapeOfLines& a, const ShapeOfLines& b) { return a.lFirstLine < b.lFirstLine; });
+  leftOut.lFirstLine = leftOut.shapes.front().lFirstLine;
+  leftOut.sFirst = leftOut.shapes.front().sFirst;
+}
+
+void clsSuggestAccount::Finish(const clsTidyReport& run, LeftOutRows& leftOut) {
+  for (size_t i = 0; i < tidy_.size(); ++i) proof_.AddLeft(run.State(i).left);
+  const ReportProof proof = proof_.Finish();
+  SetTotals(proof);
+  SetDoubts(run);
+  SetLeftOut(proof, leftOut);
+}
+
+}  // namespace quillon

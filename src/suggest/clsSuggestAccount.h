@@ -1,0 +1,72 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "clsReportProof.h"
+#include "clsRowLikeness.h"
+#include "modFindTables.h"
+#include "modSuggestTables.h"
+
+namespace quillon {
+
+/// Accounts for a report that suggested tables are run over: their rows, the totals that prove them, and all that makes
+/// them doubtful. Memory doesn't grow with the report.
+class clsSuggestAccount : public clsTidyListener {
+ public:
+  /// Tables and found ones belong together one by one, and must outlive the object.
+  clsSuggestAccount(const std::vector<TidyTable>& tables, std::vector<FoundTable*> found);
+
+  void TableStarts(size_t nTable, const std::vector<TidyColumnInfo>& columns) override;
+  void Row(const TidyRecord& row) override;
+  void HeadingChanges(size_t nTable, size_t nHeading, int64_t lLine) override;
+  void Line(int64_t lLine, std::string_view sLine, TidyLineKind kind, size_t nTable) override;
+
+  /// To be called once, behind the last line. Sets what the tables took, the words of proved totals, doubts, and the
+  /// lines that were left out though they look like rows.
+  void Finish(const clsTidyReport& run, LeftOutRows& leftOut);
+
+ private:
+  /// Lines of the same words that stand between rows and are nothing.
+  struct Stray {
+    int64_t lLines = 0, lFirstLine = 0;
+    std::string sFirst;
+    bool bSame = true;  ///< All are the first one again: the foot of a page
+  };
+  struct Column {
+    std::string sName;
+    bool bText = false;
+    int64_t lFilled = 0, lDivided = 0;  ///< Cells, and those with two blanks between words
+    std::string sDivided;               ///< The first of those
+  };
+  struct Table {
+    std::vector<Column> columns;
+    std::vector<std::string> rowsOfTotals;  ///< Rows that hold a word for totals
+  };
+
+  bool LooksLikeRow(std::string_view sLine);
+  bool IsFurniture(std::string_view sLine) const;
+  void TakePending();
+  void AddStray(int64_t lLine, std::string_view sLine);
+  void SetTotals(const ReportProof& proof);
+  void SetDoubts(const clsTidyReport& run);
+  void SetLeftOut(const ReportProof& proof, LeftOutRows& leftOut);
+  bool IsProvedTotal(std::string_view sLine) const;
+
+  const std::vector<TidyTable>& tidy_;
+  std::vector<FoundTable*> found_;
+  clsReportProof proof_;
+  std::vector<Table> tables_;
+  std::vector<clsRowLikeness> likeness_;
+  std::unordered_map<std::string, Stray> pending_, strays_;  ///< Since the last row, and between rows
+  std::unordered_set<std::string> above_;  ///< Lines above the first row: they come again on each page
+  std::vector<std::string> totals_;  ///< Words of proved totals
+  bool bRowSeen_ = false;
+  std::u32string characters_;
+  std::vector<LineMark> marks_;
+};
+
+}  // namespace quillon
