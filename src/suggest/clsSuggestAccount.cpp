@@ -85,6 +85,25 @@ void clsSuggestAccount::AddStray(int64_t lLine, std::string_view sLine) {
   stray.sFirst = sLine.substr(0, kLongest);
 }
 
+void clsSuggestAccount::AddTotal(std::string_view sLine) {
+  constexpr size_t kMost = 500;
+  if (!SaysTotal(sLine)) return;
+  const std::string sWords = WordsOf(sLine);
+  const auto it = totalLines_.find(sWords);
+  if (it != totalLines_.end()) {
+    ++it->second.lLines;
+  } else if (totalLines_.size() < kMost) {
+    totalLines_.emplace(sWords, Stray{1, 0, std::string(sLine), true});
+  }
+}
+
+int64_t clsSuggestAccount::LinesWith(std::string_view sText) const {
+  int64_t lLines = 0;
+  for (const auto& [sWords, line] : totalLines_)
+    lLines += line.sFirst.find(sText) != std::string::npos ? line.lLines : 0;
+  return lLines;
+}
+
 void clsSuggestAccount::TakePending() {
   for (auto& [sWords, stray] : pending_) {
     if (strays_.size() >= kMostStrays && !strays_.contains(sWords)) continue;
@@ -96,19 +115,23 @@ void clsSuggestAccount::TakePending() {
       into.lLines += stray.lLines;
     }
   }
-  pending_.clear();
 }
 
 void clsSuggestAccount::Line(int64_t lLine, std::string_view sLine, TidyLineKind kind, size_t nTable) {
   proof_.Line(lLine, sLine, kind, nTable);
   if (kind == TidyLineKind::Row) {
+    // What stands between two tables is none of their rows.
+    if (!pending_.empty() && nTable == nLastTable_) TakePending();
+    pending_.clear();
     bRowSeen_ = true;
-    if (!pending_.empty()) TakePending();
+    nLastTable_ = nTable;
     constexpr size_t kMost = 100;
     std::vector<std::string>& saying = tables_[nTable].rowsOfTotals;
     if (lLine <= kLooked && saying.size() < kMost && SaysTotal(sLine)) saying.emplace_back(sLine);
     return;
   }
+  if (kind == TidyLineKind::Blank || kind == TidyLineKind::Further || kind == TidyLineKind::Joined) return;
+  AddTotal(sLine);
   if (kind != TidyLineKind::LeftOut && kind != TidyLineKind::Outside) return;
   if (sLine.find_first_not_of(" \t\f-=_*+|.~") == std::string_view::npos) return;
   AddStray(lLine, sLine);
@@ -131,23 +154,29 @@ bool clsSuggestAccount::IsProvedTotal(std::string_view sLine) const {
                      [&](const std::string& sWords) { return sLine.find(sWords) != std::string_view::npos; });
 }
 
-/// Words that tell next month, too, what must agree: of few kinds of lines, not of the name of each group.
+/// Words that tell next month, too, what must agree: those of several lines, and of one total of all; not those with
+/// the name of each group in them.
 void clsSuggestAccount::SetTotals(const ReportProof& proof) {
-  constexpr size_t kMostWords = 3;
   for (const auto& [lTable, sWords] : proof.words) totals_.push_back(sWords);
   for (size_t i = 0; i < tidy_.size(); ++i) {
     std::vector<std::string> words;
+    size_t nOnce = 0;
     for (const auto& [lTable, sWords] : proof.words) {
-      if (lTable == tidy_[i].lNumber && SaysTotal(sWords)) words.push_back(sWords);
+      if (lTable != tidy_[i].lNumber || !SaysTotal(sWords) || StandsInRow(sWords)) continue;
+      words.push_back(sWords);
+      nOnce += LinesWith(sWords) == 1 ? 1U : 0U;
     }
-    std::erase_if(words, [&](const std::string& sWords) {
-      return std::any_of(tables_.begin(), tables_.end(), [&](const Table& table) {
-        return std::any_of(table.rowsOfTotals.begin(), table.rowsOfTotals.end(),
-                           [&](const std::string& sRow) { return sRow.find(sWords) != std::string::npos; });
-      });
-    });
+    if (nOnce > 1) std::erase_if(words, [&](const std::string& sWords) { return LinesWith(sWords) == 1; });
+    constexpr size_t kMostWords = 4;
     if (words.size() <= kMostWords) found_[i]->tidy.totals = std::move(words);
   }
+}
+
+bool clsSuggestAccount::StandsInRow(std::string_view sText) const {
+  return std::any_of(tables_.begin(), tables_.end(), [&](const Table& table) {
+    return std::any_of(table.rowsOfTotals.begin(), table.rowsOfTotals.end(),
+                       [&](const std::string& sRow) { return sRow.find(sText) != std::string::npos; });
+  });
 }
 
 void clsSuggestAccount::SetDoubts(const clsTidyReport& run) {
@@ -170,6 +199,16 @@ void clsSuggestAccount::SetDoubts(const clsTidyReport& run) {
   }
 }
 
+/// The same words with an amount in several groups: Beginning balance.
+bool clsSuggestAccount::IsBalance(int64_t lLines) {
+  constexpr int64_t kSeveral = 3;
+  FindMarks(characters_, marks_);
+  const auto nNumbers =
+      std::count_if(marks_.begin(), marks_.end(), [](const LineMark& mark) { return mark.kind == MarkKind::Number; });
+  return lLines >= kSeveral && nNumbers > 0 && !marks_.empty() && marks_.front().kind == MarkKind::Word &&
+         marks_.back().kind == MarkKind::Number;
+}
+
 void clsSuggestAccount::SetLeftOut(const ReportProof& proof, LeftOutRows& leftOut) {
   constexpr size_t kMostShapes = 20;
   for (const ShapeOfLines& shape : proof.shapes) {
@@ -186,7 +225,7 @@ void clsSuggestAccount::SetLeftOut(const ReportProof& proof, LeftOutRows& leftOu
   for (const auto& [sWords, stray] : strays_) {
     TakePlaces(stray.sFirst, 0, characters_);
     const bool bFurniture = SaysPage(characters_) || (stray.lLines > 1 && stray.bSame);
-    if (bFurniture || SaysTotal(characters_) || IsProvedTotal(stray.sFirst)) continue;
+    if (bFurniture || IsBalance(stray.lLines) || SaysTotal(characters_) || IsProvedTotal(stray.sFirst)) continue;
     lStrays += stray.lLines;
     if (pFirst == nullptr || stray.lFirstLine < pFirst->lFirstLine) pFirst = &stray;
   }

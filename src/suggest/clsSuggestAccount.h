@@ -49,11 +49,15 @@ class clsSuggestAccount : public clsTidyListener {
 
   bool LooksLikeRow(std::string_view sLine);
   bool IsFurniture(std::string_view sLine) const;
+  void AddTotal(std::string_view sLine);
+  int64_t LinesWith(std::string_view sText) const;
+  bool StandsInRow(std::string_view sText) const;
   void TakePending();
   void AddStray(int64_t lLine, std::string_view sLine);
   void SetTotals(const ReportProof& proof);
   void SetDoubts(const clsTidyReport& run);
   void SetLeftOut(const ReportProof& proof, LeftOutRows& leftOut);
+  bool IsBalance(int64_t lLines);
   bool IsProvedTotal(std::string_view sLine) const;
 
   const std::vector<TidyTable>& tidy_;
@@ -62,9 +66,11 @@ class clsSuggestAccount : public clsTidyListener {
   std::vector<Table> tables_;
   std::vector<clsRowLikeness> likeness_;
   std::unordered_map<std::string, Stray> pending_, strays_;  ///< Since the last row, and between rows
+  std::unordered_map<std::string, Stray> totalLines_;        ///< Lines of totals
   std::unordered_set<std::string> above_;  ///< Lines above the first row: they come again on each page
-  std::vector<std::string> totals_;  ///< Words of proved totals
+  std::vector<std::string> totals_;        ///< Words of proved totals
   bool bRowSeen_ = false;
+  size_t nLastTable_ = 0;  ///< Of the last row
   std::u32string characters_;
   std::vector<LineMark> marks_;
 };

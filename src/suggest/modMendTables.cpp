@@ -89,21 +89,30 @@ void MendTable(const clsReportSample& report, const LineOwners& owners, uint32_t
     Loosen(report, missing, table.tidy.row);
     taken = RowsTaken(report, table.tidy);
   }
+  const auto accept = [&](TidyTable better) {
+    std::vector<size_t> now = RowsTaken(report, better);
+    const bool bAll = Without(table.rows, now).size() <= Without(table.rows, taken).size();
+    if (!bAll || strangers(now).size() >= strangers(taken).size()) return;
+    table.tidy = std::move(better);
+    taken = std::move(now);
+  };
   if (const std::vector<size_t> wrong = strangers(taken); !wrong.empty()) {
+    // Totals behind the last row are told by their word, as those between the rows are: the words above and below
+    // change from month to month.
+    constexpr size_t kNear = 4;
     TidyTable better = table.tidy;
     std::vector<size_t> own;
     for (const size_t n : wrong) {
-      const bool bInside = n > table.rows.front() && n < table.rows.back();
+      const bool bInside = n > table.rows.front() && n < table.rows.back() + kNear;
       if (bInside && (owners.tables[n] == 0 || owners.tables[n] == lOwner)) own.push_back(n);
     }
     DropTotals(report, own, table.rows, better);
+    if (better.drops.size() > table.tidy.drops.size()) accept(std::move(better));
+  }
+  if (const std::vector<size_t> wrong = strangers(taken); !wrong.empty()) {
+    TidyTable better = table.tidy;
     SetStretch(report, wrong, table.rows, table.headingLines, better);
-    std::vector<size_t> now = RowsTaken(report, better);
-    const bool bAll = Without(table.rows, now).size() <= Without(table.rows, taken).size();
-    if (bAll && strangers(now).size() < wrong.size()) {
-      table.tidy = std::move(better);
-      taken = std::move(now);
-    }
+    accept(std::move(better));
   }
   table.lMissing = static_cast<int64_t>(Without(table.rows, taken).size());
   table.lStrangers = static_cast<int64_t>(strangers(taken).size());
