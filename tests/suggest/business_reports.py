@@ -13,12 +13,15 @@ from pathlib import Path
 
 import groups
 import lists
+import registers
 from stationery import Rng
 
 REPORTS = {f.__name__: f for f in (
     groups.payroll, groups.aged, groups.ledger, groups.stock, groups.sales, groups.orders, groups.assets, groups.timesheet,
     groups.purchases, lists.bank, lists.invoices, lists.trial, lists.loan, lists.cobol, lists.german_list, lists.checks,
-    lists.journal, lists.utilities, lists.brokers)}
+    lists.journal, lists.utilities, lists.brokers, registers.vendors, registers.branches, registers.commissions,
+    registers.calls, registers.budget, registers.freight, registers.census, registers.receipts, registers.production,
+    registers.schedule)}
 
 
 def write(name, seed, month, folder, suffix=""):
