@@ -122,7 +122,8 @@ void clsHeadingCandidates::AddFigures(size_t nLine) {
 void clsHeadingCandidates::AddWords(size_t nLine) {
   const SampleLine& line = report_.Lines()[nLine];
   const std::u32string_view sFirst = MarkText(line, line.marks.front());
-  if (line.marks.size() < 2 || !HasLetter(sFirst) || SaysPage(line.sText)) return;
+  if (line.marks.size() < 2 || SaysPage(line.sText)) return;
+  if (!HasLetter(sFirst) && (HasDigit(sFirst) || !HasLetter(MarkText(line, line.marks[1])))) return;
   byFirstWord_[std::u32string(static_cast<size_t>(line.marks.front().lStart), U' ') + std::u32string(sFirst)].push_back(
       nLine);
 }
@@ -261,6 +262,14 @@ bool clsHeadingCandidates::StandsBelowNames(const HeadingCandidate& candidate) c
   return bSure && nLine > nNames_ && nLine < rows_.front() && GroupOf(candidate.hits.back().nLine) < rows_.size();
 }
 
+/// The blanks and the words that all hits begin with.
+bool clsHeadingCandidates::PrefixFits(const HeadingCandidate& candidate, const SampleLine& line) const {
+  const HeadingHit& hit = candidate.hits.front();
+  const auto nPrefix = static_cast<size_t>(hit.lFirst);
+  return line.sText.size() > nPrefix &&
+         line.sText.substr(0, nPrefix) == report_.Lines()[hit.nLine].sText.substr(0, nPrefix);
+}
+
 /// Whether the label or the shape tells these lines from all others that are near.
 bool clsHeadingCandidates::IsItsOwn(const HeadingCandidate& candidate) const {
   const bool bShape = candidate.way == HeadingCandidate::Way::Shape;
@@ -272,7 +281,9 @@ bool clsHeadingCandidates::IsItsOwn(const HeadingCandidate& candidate) const {
   for (size_t n = candidate.hits.front().nLine; n <= rows_.back(); ++n) {
     const SampleLine& line = report_.Lines()[n];
     if (line.IsBlank() || line.bDrawn || hits.contains(n)) continue;
-    const bool bHit = bShape ? ShapeFits(candidate, line) : line.sText.find(sWanted) != std::u32string_view::npos;
+    const bool bHit = bShape              ? ShapeFits(candidate, line)
+                      : candidate.bPrefix ? PrefixFits(candidate, line)
+                                          : line.sText.find(sWanted) != std::u32string_view::npos;
     if (bHit && (owners_.tables[n] != 0 || (bShape && owners_.names[n]))) return false;
     nOthers += bHit ? 1U : 0U;
   }
@@ -319,6 +330,11 @@ bool clsHeadingCandidates::FindNumberAndName(HeadingCandidate::Way way, HeadingH
   const std::u32string_view sName = MarkText(line, line.marks[nName]);
   if (!IsCode(sNumber) || !IsLetterPlace(sName.front()) || sName.back() == U':' || IsMonth(sName)) return false;
   const size_t nLast = LastOfPiece(line, nName);
+  const auto nEnd = static_cast<size_t>(line.marks[nLast].lEnd) + 1;
+  const bool bFar = line.marks[nName].lStart - line.marks[nName - 1].lEnd > 2;
+  if (bFar && HasDigit(line.sText.substr(static_cast<size_t>(line.marks[nName].lStart),
+                                         nEnd - static_cast<size_t>(line.marks[nName].lStart))))
+    return false;
   if (way == HeadingCandidate::Way::Figures) {
     const bool bWord = nLast == nName && std::all_of(sName.begin(), sName.end(), IsLetterPlace);
     if (!bWord || nLast + 1 < line.marks.size() || !std::all_of(sNumber.begin(), sNumber.end(), IsDigitPlace))
@@ -335,12 +351,16 @@ void clsHeadingCandidates::FindNumbered(HeadingCandidate& candidate) const {
   std::vector<HeadingHit> hits = candidate.hits;
   bool bPlaces = true;
   bool bRest = true;
+  std::set<std::u32string_view> names;
   for (HeadingHit& hit : hits) {
     if (!FindNumberAndName(candidate.way, hit)) return;
+    names.insert(report_.Lines()[hit.nLine].sText.substr(static_cast<size_t>(hit.lName),
+                                                         static_cast<size_t>(hit.lLast - hit.lName) + 1));
     bPlaces = bPlaces && hit.lFirst == hits.front().lFirst && hit.lName == hits.front().lName;
     bRest = bRest && hit.lLast == report_.Lines()[hit.nLine].marks.back().lEnd && hit.lName == hit.lNumberLast + 2;
   }
-  if (!bPlaces && !bRest) return;
+  const bool bLabel = hits.size() > 1 && names.size() == 1;  // what never changes names the next value
+  if ((!bPlaces && !bRest) || bLabel) return;
   candidate.bNumbered = true;
   candidate.hits = std::move(hits);
 }
@@ -349,7 +369,7 @@ void clsHeadingCandidates::FindNumbered(HeadingCandidate& candidate) const {
 void clsHeadingCandidates::DropContinued(HeadingCandidate& candidate) const {
   for (HeadingHit& hit : candidate.hits) {
     for (const std::u32string_view sEnd : {U"(continued)", U"(Continued)", U"(CONTINUED)", U"(cont.)", U"(CONT.)",
-                                           U"(cont'd)", U"(CONT'D)", U"CONTINUED", U"(Fortsetzung)"}) {
+                                           U"(cont'd)", U"(CONT'D)", U"CONTINUED", U"(Fortsetzung)", U"***", U"**"}) {
       const std::u32string_view sValue = ValueOf(hit);
       if (!sValue.ends_with(sEnd) || sValue.size() == sEnd.size()) continue;
       candidate.sEnds = sEnd;
@@ -401,6 +421,7 @@ std::vector<HeadingCandidate> clsHeadingCandidates::Find() {
     FindNumbered(candidate);
     if (candidate.bNumbered) DropContinued(candidate);
     if (IsBalance(candidate)) continue;
+    candidate.bPrefix = candidate.way == HeadingCandidate::Way::Words && !IsItsOwn(candidate);
     const bool bOnly = StandsBelowNames(candidate);
     if (!bPeriod && !bOnly && !(Changes(candidate) && StandsInFront(candidate))) continue;
     if (!IsItsOwn(candidate)) continue;
@@ -413,6 +434,45 @@ std::vector<HeadingCandidate> clsHeadingCandidates::Find() {
   return found;
 }
 
+namespace {
+
+/// How many of these lines have a row near below them, and how many rows that are.
+struct Followed {
+  size_t nLines = 0, nRows = 0;
+};
+Followed CountFollowed(std::span<const size_t> titles, std::span<const size_t> rows, size_t nNear) {
+  Followed followed;
+  std::set<size_t> below;
+  for (const size_t n : titles) {
+    const auto it = std::lower_bound(rows.begin(), rows.end(), n);
+    if (it == rows.end() || *it - n > nNear) continue;
+    ++followed.nLines;
+    below.insert(*it);
+  }
+  followed.nRows = below.size();
+  return followed;
+}
+
+/// A number and a name, or the like: no amount among them, and rows directly below each.
+bool AreBareTitles(const clsReportSample& report, std::span<const size_t> lines, std::span<const size_t> rows) {
+  constexpr size_t kFewest = 3;
+  constexpr size_t kDirectly = 2;
+  constexpr size_t kLongest = 8;
+  if (lines.size() < kFewest || lines.size() * 6 > rows.size() * 5) return false;
+  for (const size_t n : lines) {
+    const SampleLine& line = report.Lines()[n];
+    if (line.marks.size() > kLongest) return false;
+    for (const LineMark& mark : line.marks) {
+      const std::u32string_view sMark = MarkText(line, mark);
+      if (mark.kind == MarkKind::Number && sMark.find_first_of(U".,") != std::u32string_view::npos) return false;
+    }
+  }
+  const Followed followed = CountFollowed(lines, rows, kDirectly);
+  return followed.nLines * 10 >= lines.size() * 9 && followed.nRows == followed.nLines;
+}
+
+}  // namespace
+
 bool AreTitlesOf(const clsReportSample& report, std::span<const size_t> lines, std::span<const size_t> rows) {
   std::map<std::u32string_view, std::vector<size_t>> byWord;
   for (const size_t n : lines) {
@@ -423,18 +483,12 @@ bool AreTitlesOf(const clsReportSample& report, std::span<const size_t> lines, s
                                        [](const auto& a, const auto& b) { return a.second.size() < b.second.size(); });
   const std::vector<size_t>& titles = itMost->second;
   const bool bMost = titles.size() * 2 >= lines.size() && (titles.size() > 1 || lines.size() == 1);
-  if (!bMost || titles.front() > rows.front()) return false;
-  if (HasDigit(itMost->first)) return false;
-  size_t nFollowed = 0;
-  std::set<size_t> groups;
-  for (const size_t n : titles) {
-    const auto it = std::lower_bound(rows.begin(), rows.end(), n);
-    if (it == rows.end() || *it - n > kNear) continue;
-    ++nFollowed;
-    groups.insert(*it);
-  }
-  const bool bSeveralRows = groups.size() * 3 <= rows.size() * 2;
-  return bSeveralRows && nFollowed * 4 >= titles.size() * 3 && groups.size() * 3 >= titles.size();
+  if (lines.front() > rows.front()) return false;
+  if (!bMost || HasDigit(itMost->first)) return AreBareTitles(report, lines, rows);
+  const Followed followed = CountFollowed(titles, rows, kNear);
+  const bool bSeveralRows = followed.nRows * 3 <= rows.size() * 2;
+  return titles.front() < rows.front() && bSeveralRows && followed.nLines * 4 >= titles.size() * 3 &&
+         followed.nRows * 3 >= titles.size();
 }
 
 }  // namespace quillon

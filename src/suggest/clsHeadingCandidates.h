@@ -33,6 +33,7 @@ struct HeadingCandidate {
   std::u32string sEnds;    ///< Ends some of the values without being part of them: (continued)
   std::vector<HeadingHit> hits;
   bool bNumbered = false;  ///< Each value is a number and a name: 824 Security
+  bool bPrefix = false;    ///< Its words tell nothing elsewhere on a line, so they must stand where they do
   bool bLetters = false;   ///< Of a shape: each value begins with a letter
   int32_t lBehind = 0;     ///< Of a shape: from this place on nothing stands on its lines; 0: anything may
 };
@@ -64,6 +65,7 @@ class clsHeadingCandidates {
   bool FindEndOfShape(HeadingCandidate& candidate) const;
   bool ShapeFits(const HeadingCandidate& candidate, const SampleLine& line) const;
   bool StandsBelowNames(const HeadingCandidate& candidate) const;
+  bool PrefixFits(const HeadingCandidate& candidate, const SampleLine& line) const;
   bool IsItsOwn(const HeadingCandidate& candidate) const;
   bool StandsInFront(const HeadingCandidate& candidate) const;
   bool Changes(const HeadingCandidate& candidate) const;

@@ -141,7 +141,7 @@ bool MayBeHeading(const SampleLine& line, const clsTableShape& shape) {
       line.marks.begin(), line.marks.end(), [](const LineMark& mark) { return mark.kind == MarkKind::Number; }));
   const bool bLetter = std::any_of(line.sText.begin(), line.sText.end(), IsLetterPlace);
   if (!bLetter || nNumbers * 2 > line.marks.size() || HasFiguresOverFigures(line, shape.Columns())) return false;
-  if (HasValues(line) || (nNumbers > 0 && SaysTotal(line.sText))) return false;
+  if (HasValues(line) || (nNumbers > 0 && (SaysTotal(line.sText) || SaysPage(line.sText)))) return false;
   const std::vector<Piece> words = PiecesOf(line, 1);
   const std::vector<Piece> pieces = PiecesOf(line, 2);
   if ((pieces.size() < 2 || pieces.size() * 2 < std::min(words.size(), shape.Columns().size())) &&

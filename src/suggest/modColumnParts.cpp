@@ -76,6 +76,9 @@ void clsPartMeasure::Add(std::u32string_view sCell, int32_t lStart) {
   if (std::any_of(sCell.begin(), sCell.end(), IsDigitPlace)) ++nFigures_;
   nOpen_ += std::count(sCell.begin(), sCell.end(), U'(') > std::count(sCell.begin(), sCell.end(), U')') ? 1U : 0U;
   lDates_ &= DatePartsOf(sCell);
+  nWholeDates_ += IsDateText(sCell) ? 1U : 0U;
+  if (nCells_ == 1) sFirst_ = sCell;
+  nLikeFirst_ += sCell == sFirst_ ? 1U : 0U;
   ++starts_[lStart];
   int32_t lEnd = lStart + static_cast<int32_t>(sCell.size()) - 1;
   if (IsNumberText(sCell)) {
@@ -100,6 +103,9 @@ void clsPartMeasure::Finish(ColumnPart& part) const {
   part.bSigns = nCells_ > 0 && nSigns_ == nCells_;
   part.bSignsBehind = nCells_ > 0 && nBehind_ == nCells_;
   part.bOpen = nCells_ > 0 && nOpen_ == nCells_;
+  constexpr size_t kFewest = 3;
+  part.bWholeDates = nCells_ > 0 && nWholeDates_ == nCells_;
+  part.bOneValue = nCells_ >= kFewest && nLikeFirst_ == nRows_ && nFigures_ == 0;
   part.dates = DateParts::None;
   if (nCells_ == 0) return;
   for (const DateParts kind :
@@ -123,6 +129,8 @@ bool AreOneColumn(const ColumnPart& left, const ColumnPart& right) {
   constexpr double kMany = 0.6;
   constexpr double kSome = 0.3;
   const int32_t lGap = right.lFirst - left.lLast - 1;
+  if (left.bWholeDates && right.dates == DateParts::None) return false;
+  if (left.bOneValue && lGap <= 1 && !right.IsNumber() && !right.bWholeDates && right.dFilled > kMost) return true;
   if (left.bSigns) return right.dNumbers >= kMany || lGap <= 1;
   if (left.bOpen && lGap <= 1) return true;
   if (right.bSigns) return false;

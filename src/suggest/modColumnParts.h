@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <map>
+#include <string>
 #include <string_view>
 
 namespace quillon {
@@ -19,6 +20,8 @@ struct ColumnPart {
   bool bSigns = false;                      ///< Nothing but currency signs
   bool bSignsBehind = false;                ///< Nothing but what stands behind a number: -, CR, DR, %
   bool bOpen = false;                       ///< A parenthesis opens in all values and doesn't close
+  bool bWholeDates = false;                 ///< All values are dates with day, month and year
+  bool bOneValue = false;                   ///< All rows have the same word
   DateParts dates = DateParts::None;
 
   bool IsNumber() const { return dNumbers >= 0.6; }
@@ -35,6 +38,8 @@ class clsPartMeasure {
   size_t nRows_;
   size_t nCells_ = 0, nNumbers_ = 0, nFigures_ = 0, nSigns_ = 0, nBehind_ = 0, nOpen_ = 0, nBlankMarks_ = 0;
   std::map<int32_t, size_t> starts_, ends_, points_;
+  size_t nWholeDates_ = 0, nLikeFirst_ = 0;
+  std::u32string sFirst_;
   uint32_t lDates_ = ~0U;  ///< A bit for each part of a date that all values may be
 };
 

@@ -182,6 +182,7 @@ class clsTableFinder {
       std::vector<size_t> heading = HeadingLines(report_, shape, rows[i], FreeFrom(rows, i));
       if (!heading.empty()) headings.emplace(i, std::move(heading));
     }
+    DropChanging(headings);
     DropTitles(headings);
     std::vector<Part> parts(1);
     size_t nPart = 0;
@@ -220,19 +221,39 @@ class clsTableFinder {
     return n;
   }
 
+  /// Where names come again above each group, a line beside them that begins alike and goes on otherwise is the group's
+  /// title.
+  void DropChanging(std::map<size_t, std::vector<size_t>>& headings) const {
+    std::map<std::u32string_view, size_t> counts;
+    std::map<std::u32string_view, std::set<std::u32string_view>> byFirst;
+    for (const auto& [i, heading] : headings) {
+      for (const size_t n : heading) {
+        ++counts[report_.Lines()[n].sText];
+        byFirst[FirstWord(n)].insert(report_.Lines()[n].sText);
+      }
+    }
+    for (auto& [i, heading] : headings) {
+      const auto comesAgain = [&](size_t n) { return counts[report_.Lines()[n].sText] > 1; };
+      if (std::none_of(heading.begin(), heading.end(), comesAgain)) continue;
+      std::erase_if(heading, [&](size_t n) { return !comesAgain(n) && byFirst[FirstWord(n)].size() > 1; });
+    }
+  }
+
+  /// With the blanks in front of it.
+  std::u32string_view FirstWord(size_t n) const {
+    const SampleLine& line = report_.Lines()[n];
+    return line.sText.substr(0, static_cast<size_t>(line.marks.front().lEnd) + 1);
+  }
+
   /// Lines of one text that begin alike and go on otherwise are titles of groups, even where their words stand over
   /// columns.
   void DropTitles(std::map<size_t, std::vector<size_t>>& headings) const {
     std::map<std::u32string_view, std::set<std::u32string_view>> byFirst;
-    const auto first = [&](size_t n) {
-      const SampleLine& line = report_.Lines()[n];
-      return line.sText.substr(0, static_cast<size_t>(line.marks.front().lEnd) + 1);
-    };
     for (const auto& [i, heading] : headings)
-      byFirst[first(heading.back())].insert(report_.Lines()[heading.back()].sText);
+      byFirst[FirstWord(heading.back())].insert(report_.Lines()[heading.back()].sText);
     std::erase_if(headings, [&](const auto& heading) {
       const size_t n = heading.second.back();
-      return byFirst[first(n)].size() > 1 && (IsOneText(report_.Lines()[n]) || HasFigures(report_.Lines()[n]));
+      return byFirst[FirstWord(n)].size() > 1 && (IsOneText(report_.Lines()[n]) || HasFigures(report_.Lines()[n]));
     });
   }
 

@@ -70,6 +70,8 @@ class clsFurtherLines {
       }
       nWith += bAny ? 1U : 0U;
     }
+    // The head of a page may follow a row.
+    std::erase_if(starts, [&](const auto& start) { return start.second * 10 < nBelow; });
     constexpr size_t kMostKinds = 3;
     if (nWith * 3 < rows_.size() || starts.size() > kMostKinds || rows_.size() < kMostKinds) return;
     if (nUnder * 2 > nBelow) return;

@@ -29,6 +29,7 @@ bool IsBetter(const HeadingCandidate& a, const HeadingCandidate& b) {
     return (&a == &label) == (label.hits.size() * 3 >= shape.hits.size() * 2);
   }
   if (a.hits.size() != b.hits.size()) return a.hits.size() > b.hits.size();
+  if (a.bNumbered != b.bNumbered) return a.bNumbered;
   return a.way < b.way;
 }
 
@@ -117,11 +118,26 @@ void SplitNumbered(const clsReportSample& report, const HeadingCandidate& candid
   part.types.insert(part.types.begin(), nInFront, {TidyType::Skip, false, 0, {}});
 }
 
+/// What the values of a shape begin with: a letter, a number of one width, anything.
+std::string PictureOfStart(const clsReportSample& report, const HeadingCandidate& candidate) {
+  if (candidate.bLetters) return "A";
+  if (!candidate.bNumbered) return "X";
+  const HeadingHit& first = candidate.hits.front();
+  for (const HeadingHit& hit : candidate.hits) {
+    const std::u32string_view sText = report.Lines()[hit.nLine].sText;
+    for (int32_t l = hit.lFirst; l <= hit.lNumberLast; ++l) {
+      if (!IsDigitPlace(sText[static_cast<size_t>(l)])) return "X";
+    }
+    if (hit.lNumberLast != first.lNumberLast) return "9";
+  }
+  return std::string(static_cast<size_t>(first.lNumberLast - first.lFirst) + 1, '9') + "_";
+}
+
 TidyPart PartOf(const clsReportSample& report, const HeadingCandidate& candidate) {
   TidyPart part;
   if (candidate.way == Way::Shape) {
     const auto nStart = static_cast<size_t>(candidate.hits.front().lFirst);
-    part.likes.push_back(PictureOf(candidate.sText) + (candidate.bLetters ? "A" : "X"));
+    part.likes.push_back(PictureOf(candidate.sText) + PictureOfStart(report, candidate));
     part.cut.places = {{{static_cast<int32_t>(nStart) + 1, 0}}};
     part.names.emplace_back("Group");
     if (candidate.lBehind > 0 && !candidate.bNumbered) {
@@ -138,7 +154,13 @@ TidyPart PartOf(const clsReportSample& report, const HeadingCandidate& candidate
     part.types = {{TidyType::Text, false, 0, {}}, {TidyType::Skip, false, 0, {}}};
     return part;
   } else {
-    part.texts.push_back(Utf8Of(candidate.sText));
+    if (candidate.bPrefix) {
+      const HeadingHit& hit = candidate.hits.front();
+      part.likes.push_back(PictureOf(report.Lines()[hit.nLine].sText.substr(0, static_cast<size_t>(hit.lFirst))) + "X");
+      part.cut.places = {{{hit.lFirst + 1, 0}}};
+    } else {
+      part.texts.push_back(Utf8Of(candidate.sText));
+    }
     if (candidate.way == Way::Figures && !candidate.sBehind.empty()) part.sBefore = Utf8Of(candidate.sBehind);
     part.names.push_back(NameOf(candidate.sText));
   }

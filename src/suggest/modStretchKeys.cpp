@@ -1,6 +1,7 @@
 #include "modStretchKeys.h"
 
 #include <algorithm>
+#include <map>
 #include <optional>
 
 #include "modRowKinds.h"
@@ -100,7 +101,8 @@ void DropBalances(const clsReportSample& report, const LineOwners& owners, const
     return false;
   };
   const size_t nEnd = std::min(rows.back() + kBehind + 1, report.Lines().size());
-  for (size_t n = rows.front() + 1; n < nEnd && table.drops.size() < kMost; ++n) {
+  std::map<std::u32string_view, size_t> counts;
+  for (size_t n = rows.front() + 1; n < nEnd; ++n) {
     const SampleLine& line = report.Lines()[n];
     if (line.IsBlank() || line.bDrawn || owners.tables[n] != 0 || owners.names[n]) continue;
     if (std::none_of(line.marks.begin(), line.marks.end(), isAmount)) continue;
@@ -108,11 +110,13 @@ void DropBalances(const clsReportSample& report, const LineOwners& owners, const
       const bool bInRows = std::any_of(rows.begin(), rows.end(), [&](size_t nRow) {
         return report.Lines()[nRow].sText.find(sText) != std::u32string_view::npos;
       });
-      const std::string sDrop = Utf8Of(sText);
-      if (bInRows || std::find(table.drops.begin(), table.drops.end(), sDrop) != table.drops.end()) continue;
-      table.drops.push_back(sDrop);
+      if (bInRows) continue;
+      ++counts[sText];
       break;
     }
+  }
+  for (const auto& [sText, nCount] : counts) {
+    if (nCount > 1 && table.drops.size() < kMost) table.drops.push_back(Utf8Of(sText));
   }
 }
 
