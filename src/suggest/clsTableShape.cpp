@@ -23,7 +23,10 @@ std::vector<size_t> Spread(std::span<const size_t> rows) {
 
 /// True for a mark inside of a value: the colon of a time, a slash between words.
 bool StandsInside(std::u32string_view sText, size_t n) {
-  if (n == 0 || n + 1 >= sText.size()) return false;
+  if (n + 1 >= sText.size()) return false;
+  // A path begins with a slash.
+  if (sText[n] == U'/' && (n == 0 || IsBlankPlace(sText[n - 1]))) return !IsBlankPlace(sText[n + 1]);
+  if (n == 0) return false;
   const char32_t chBefore = sText[n - 1];
   const char32_t chAfter = sText[n + 1];
   constexpr std::u32string_view kParting = U"|:;/,";
@@ -44,6 +47,7 @@ clsTableShape::clsTableShape(const clsReportSample& report, std::span<const size
   for (const size_t n : headingLines) {
     for (const LineMark& mark : report_.Lines()[n].marks) nameEnds_.insert(mark.lEnd);
   }
+  if (!headingLines.empty()) names_ = report_.Lines()[headingLines.back()].marks;
   CountPlaces();
   FindPartingPlaces();
   Parts parts = PartsOfPlaces();
@@ -130,6 +134,19 @@ bool clsTableShape::IsOnePiece(const Part& left, const Part& right) const {
   return rows_.size() < kFew && right.lFirst - left.lLast <= 2 && !(left.IsNumber() && right.IsNumber());
 }
 
+/// A blank between a number and a text, or between texts, parts nothing where one word of the names stands over both.
+bool clsTableShape::HaveOneName(const Part& left, const Part& right) const {
+  if (right.lFirst - left.lLast > 2 || right.IsNumber()) return false;
+  bool bOver = false;
+  for (const LineMark& mark : names_) {
+    const bool bRight = mark.lStart <= right.lLast && mark.lEnd >= right.lFirst;
+    const bool bLeft = mark.lStart <= left.lLast && mark.lEnd >= left.lFirst;
+    if (bRight && !bLeft) return false;
+    bOver = bOver || (bRight && bLeft);
+  }
+  return bOver;
+}
+
 bool clsTableShape::IsParted(const Part& left, const Part& right) const {
   for (int32_t l = left.lLast + 1; l < right.lFirst; ++l) {
     if (parting_[static_cast<size_t>(l)]) return true;
@@ -147,7 +164,8 @@ void clsTableShape::JoinParts(Parts& parts) const {
     const bool bJoin = bByMarks_ || bLabel
                            ? !IsParted(parts[i], parts[i + 1])
                            : AreOneColumn(parts[i], parts[i + 1]) || IsTailOf(parts[i + 1], parts[i]) ||
-                                 TakeTurns(parts[i], parts[i + 1]) || IsOnePiece(parts[i], parts[i + 1]);
+                                 TakeTurns(parts[i], parts[i + 1]) || IsOnePiece(parts[i], parts[i + 1]) ||
+                                 HaveOneName(parts[i], parts[i + 1]);
     if (!bJoin) {
       ++i;
       continue;

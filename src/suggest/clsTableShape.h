@@ -40,6 +40,7 @@ class clsTableShape {
   void Measure(Part& part) const;
   void JoinParts(Parts& parts) const;
   bool IsOnePiece(const Part& left, const Part& right) const;
+  bool HaveOneName(const Part& left, const Part& right) const;
   bool IsParted(const Part& left, const Part& right) const;
   bool IsTailOf(const Part& right, const Part& left) const;
   bool TakeTurns(const Part& left, const Part& right) const;
@@ -55,6 +56,7 @@ class clsTableShape {
 
   const clsReportSample& report_;
   std::vector<size_t> rows_;
+  std::span<const LineMark> names_;  ///< Words of the names directly above the rows
   std::set<int32_t> nameEnds_;    ///< Where the words of the names end
   std::vector<uint32_t> filled_;  ///< Rows that aren't blank at each place
   std::vector<bool> parting_;     ///< Places that hold a bar or the like to part columns

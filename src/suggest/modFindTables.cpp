@@ -6,11 +6,14 @@
 
 #include "clsTableShape.h"
 #include "modColumnNames.h"
+#include "modDistantLines.h"
 #include "modFurtherLines.h"
 #include "modGroupHeadings.h"
 #include "modMendTables.h"
+#include "modRecordsByLabel.h"
 #include "modRowClusters.h"
 #include "modRowKinds.h"
+#include "modSideBySide.h"
 #include "modStretchKeys.h"
 #include "modTidyOfShape.h"
 
@@ -23,17 +26,21 @@ class clsTableFinder {
   explicit clsTableFinder(const clsReportSample& report) : report_(report), claimed_(report.Lines().size()) {}
 
   std::vector<FoundTable> Find() {
-    for (const RowCluster& cluster : FindRowClusters(report_)) AddCluster(cluster.rows);
+    std::vector<bool> taken(report_.Lines().size());
+    tables_ = FindRecordsByLabel(report_, taken);
+    for (const RowCluster& cluster : FindRowClusters(report_, taken)) AddCluster(cluster.rows);
     while (MergeTables()) {
     }
     DropTitleTables();
+    JoinDistantLines(report_, tables_);
+    for (FoundTable& table : tables_) PartSideBySide(report_, table);
     MarkOwners();
     MendTables();
     MarkOwners();
     for (FoundTable& table : tables_) {
       if (table.bDoubtful) continue;
       const clsTableShape shape(report_, table.rows, table.headingLines);
-      FindFurtherLines(report_, shape, table.rows, owners_, table.tidy);
+      if (!table.bRecords) FindFurtherLines(report_, shape, table.rows, owners_, table.tidy);
       if (table.tidy.join == TidyJoin::Up) DropBalances(report_, owners_, table.rows, table.tidy);
       const size_t nNames = table.headingLines.empty() ? table.rows.front() : table.headingLines.back();
       table.tidy.headings =
@@ -180,6 +187,9 @@ class clsTableFinder {
     for (size_t i = 0; i < rows.size(); ++i) {
       if (i > 0 && rows[i] == rows[i - 1] + 1) continue;
       std::vector<size_t> heading = HeadingLines(report_, shape, rows[i], FreeFrom(rows, i));
+      // What follows a row at once is a line of its record, unless the names are printed again there.
+      const bool bBehindRow = i > 0 && !heading.empty() && heading.front() == rows[i - 1] + 1;
+      if (bBehindRow && !IsKnownHeading(headings, heading)) continue;
       if (!heading.empty()) headings.emplace(i, std::move(heading));
     }
     DropChanging(headings);
@@ -194,6 +204,12 @@ class clsTableFinder {
     }
     std::erase_if(parts, [](const Part& part) { return part.rows.empty(); });
     return parts;
+  }
+
+  bool IsKnownHeading(const std::map<size_t, std::vector<size_t>>& headings, const std::vector<size_t>& heading) const {
+    return std::any_of(headings.begin(), headings.end(), [&](const auto& known) {
+      return report_.Lines()[known.second.back()].sText == report_.Lines()[heading.back()].sText;
+    });
   }
 
   /// The part that has most of these names already, or a new one.
@@ -337,7 +353,7 @@ class clsTableFinder {
   bool MergeTables() {
     for (size_t i = 0; i < tables_.size(); ++i) {
       for (size_t j = i + 1; j < tables_.size(); ++j) {
-        if (tables_[i].bDoubtful || !HaveSameColumns(tables_[i], tables_[j])) continue;
+        if (tables_[i].bDoubtful || tables_[i].bRecords || tables_[j].bRecords || !HaveSameColumns(tables_[i], tables_[j])) continue;
         Part both{tables_[i].rows, tables_[i].headingLines};
         both.rows.insert(both.rows.end(), tables_[j].rows.begin(), tables_[j].rows.end());
         std::sort(both.rows.begin(), both.rows.end());
@@ -395,6 +411,7 @@ class clsTableFinder {
       const FoundTable& table = tables_[i];
       if (table.bDoubtful) continue;
       for (const size_t n : table.rows) owners_.tables[n] = static_cast<uint32_t>(i) + 1;
+      for (const size_t n : table.furtherLines) owners_.tables[n] = static_cast<uint32_t>(i) + 1;
       for (const size_t n : table.headingLines) names.insert(report_.Lines()[n].sText);
     }
     for (size_t n = 0; n < owners_.names.size(); ++n) owners_.names[n] = names.contains(report_.Lines()[n].sText);

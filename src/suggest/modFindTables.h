@@ -16,6 +16,8 @@ struct FoundTable {
   TidyTable tidy;                         ///< What a recipe says of it
   std::vector<size_t> rows;               ///< Indexes of the sample's lines that are rows
   std::vector<size_t> headingLines;       ///< Lines that hold the names above its columns
+  std::vector<size_t> furtherLines;       ///< Lines that belong to the rows without being ones
+  bool bRecords = false;                  ///< Records of several lines with labels; its rows tell no edges
   bool bDoubtful = false;                 ///< May be a list of labels or a side note
   bool bChosen = true;                    ///< Part of the recipe; others are comments in it
   std::vector<TidyPart> otherHeadings;    ///< Headings that weren't chosen

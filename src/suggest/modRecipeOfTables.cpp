@@ -164,6 +164,23 @@ void AddStretch(std::string& sText, const TidyTable& table) {
   if (table.bRepeat) AddKey(sText, "Repeat", "yes");
 }
 
+/// Numbers of lines are distances where nothing else finds the line, and go up by one.
+std::string LinesText(const TidyTable& table, size_t nTable) {
+  std::string sText;
+  int32_t lNumber = 2;
+  for (const bool bByDistance : {true, false}) {
+    for (const TidyFurtherLine& line : table.lines) {
+      if (line.IsByDistance() != bByDistance) continue;
+      for (; bByDistance && lNumber <= line.nDistance; ++lNumber) {
+        sText += fmt::format("[Line {}.{}]\nTypes=skip\n", nTable, lNumber);
+      }
+      sText += fmt::format("[Line {}.{}]\n", nTable, lNumber++);
+      AddPart(sText, line.part);
+    }
+  }
+  return sText;
+}
+
 std::string JoinText(const TidyTable& table) {
   if (table.join == TidyJoin::None) return {};
   if (table.join == TidyJoin::Down) return "down";
@@ -200,11 +217,7 @@ std::string RecipeOfTable(const TidyTable& table, size_t nTable) {
     if (table.headings[k].ColumnCount() == 1) sText += ";Types=skip\n";
     AddPart(sText, table.headings[k]);
   }
-  for (size_t k = 0; k < table.lines.size(); ++k) {
-    sText += fmt::format("[Line {}.{}]\n", nTable, k + 2);
-    AddPart(sText, table.lines[k].part);
-  }
-  return sText;
+  return sText + LinesText(table, nTable);
 }
 
 }  // namespace quillon

@@ -72,12 +72,12 @@ namespace {
 
 class clsClusters {
  public:
-  explicit clsClusters(const clsReportSample& report) : report_(report) {}
+  clsClusters(const clsReportSample& report, const std::vector<bool>& taken) : report_(report), taken_(taken) {}
 
   std::vector<RowCluster> Find() {
     const std::vector<SampleLine>& lines = report_.Lines();
     for (size_t i = 0; i < lines.size(); ++i) {
-      if (!lines[i].bDrawn && lines[i].marks.size() > 1) Place(lines[i], i);
+      if (!taken_[i] && !lines[i].bDrawn && lines[i].marks.size() > 1) Place(lines[i], i);
     }
     while (Merge()) {
     }
@@ -166,14 +166,15 @@ class clsClusters {
   }
 
   const clsReportSample& report_;
+  const std::vector<bool>& taken_;
   std::vector<RowCluster> clusters_;
   std::vector<size_t> open_;  ///< Used last first
 };
 
 }  // namespace
 
-std::vector<RowCluster> FindRowClusters(const clsReportSample& report) {
-  return clsClusters(report).Find();
+std::vector<RowCluster> FindRowClusters(const clsReportSample& report, const std::vector<bool>& taken) {
+  return clsClusters(report, taken).Find();
 }
 
 }  // namespace quillon

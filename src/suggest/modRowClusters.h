@@ -35,7 +35,7 @@ struct RowCluster {
 };
 
 /// Lines clustered by their edges: texts by their left one, numbers by their right one or their point. Those with the
-/// most lines come first.
-std::vector<RowCluster> FindRowClusters(const clsReportSample& report);
+/// most lines come first. Lines that are taken (as many entries as the sample has lines) belong to none.
+std::vector<RowCluster> FindRowClusters(const clsReportSample& report, const std::vector<bool>& taken);
 
 }  // namespace quillon

@@ -102,7 +102,22 @@ std::vector<ColumnFacts> FactsOf(const clsReportSample& report, const clsTableSh
   return facts;
 }
 
+void AddBlankMarks(const ColumnFacts& facts, std::vector<std::string>& blanks) {
+  if (!facts.kinds.IsNumeric()) return;
+  for (const auto& [sText, nCount] : facts.odd) {
+    const std::string sMark = Utf8Of(sText);
+    if (IsBlankMark(sText) && std::find(blanks.begin(), blanks.end(), sMark) == blanks.end()) blanks.push_back(sMark);
+  }
+}
+
 }  // namespace
+
+TidyTyping TypingOfValues(std::span<const std::u32string_view> cells, std::vector<std::string>& blanks) {
+  ColumnFacts facts;
+  for (const std::u32string_view sCell : cells) facts.Add(sCell);
+  AddBlankMarks(facts, blanks);
+  return TypeOf(facts, facts.bDecimalComma && !facts.bPoint);
+}
 
 TidyPart TidyOfShape(const clsReportSample& report, const clsTableShape& shape, std::span<const size_t> rows) {
   TidyPart part;
@@ -121,13 +136,7 @@ TidyPart TidyOfShape(const clsReportSample& report, const clsTableShape& shape, 
     part.types.push_back(TypeOf(facts[i], bComma && !bPoint));
     TidyNeed need = NeedOf(facts[i], i);
     if (!need.alternatives.empty()) part.needs.push_back(std::move(need));
-    if (!facts[i].kinds.IsNumeric()) continue;
-    for (const auto& [sText, nCount] : facts[i].odd) {
-      const std::string sMark = Utf8Of(sText);
-      if (IsBlankMark(sText) && std::find(part.blanks.begin(), part.blanks.end(), sMark) == part.blanks.end()) {
-        part.blanks.push_back(sMark);
-      }
-    }
+    AddBlankMarks(facts[i], part.blanks);
   }
   return part;
 }

@@ -1,0 +1,256 @@
+#include "modRecordsByLabel.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+
+#include "modTidyOfShape.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr size_t kLongestLabel = 40;
+
+bool IsLeader(char32_t ch) {
+  return ch == U'.' || IsBlankPlace(ch) || ch == U':' || ch == U'=';
+}
+
+/// Where the label that begins at nFrom ends: behind its colon, equals sign or dots. None if there is no label.
+std::optional<size_t> LabelEnd(std::u32string_view sText, size_t nFrom) {
+  if (nFrom >= sText.size() || !IsLetterPlace(sText[nFrom])) return std::nullopt;
+  size_t nDots = 0;
+  size_t nBlanks = 0;
+  for (size_t i = nFrom; i < sText.size() && i < nFrom + kLongestLabel; ++i) {
+    const char32_t ch = sText[i];
+    const bool bLast = i + 1 == sText.size() || IsBlankPlace(sText[i + 1]);
+    if (ch == U':' || (ch == U'=' && i > 0 && IsBlankPlace(sText[i - 1]))) {
+      if (bLast) return i + 1;
+      if (ch == U'=') return std::nullopt;
+    }
+    constexpr size_t kFewestDots = 3;
+    if (nDots >= kFewestDots && ch != U'.' && !IsBlankPlace(ch)) return i;
+    // Behind a gap nothing but the mark itself may come.
+    if (nBlanks > 1 && ch != U':' && ch != U'=' && ch != U'.' && !IsBlankPlace(ch)) return std::nullopt;
+    nDots = ch == U'.' ? nDots + 1 : (IsBlankPlace(ch) ? nDots : 0);
+    nBlanks = IsBlankPlace(ch) ? nBlanks + 1 : 0;
+  }
+  return std::nullopt;
+}
+
+std::u32string_view NameIn(std::u32string_view sLabel) {
+  sLabel = TrimPlaces(sLabel);
+  while (!sLabel.empty() && IsLeader(sLabel.back())) sLabel.remove_suffix(1);
+  return sLabel;
+}
+
+/// A picture that fits this text alone.
+std::string PictureOf(std::u32string_view sText) {
+  std::string sPicture;
+  for (const char32_t ch : sText) {
+    if (IsBlankPlace(ch)) {
+      sPicture += '_';
+    } else if (std::u32string_view(U"[];|").find(ch) != std::u32string_view::npos) {
+      sPicture += 'X';
+    } else {
+      if (std::u32string_view(U"9AX_.\\").find(ch) != std::u32string_view::npos) sPicture += '\\';
+      sPicture += Utf8Of(std::u32string_view(&ch, 1));
+    }
+  }
+  return sPicture;
+}
+
+/// A label of a line and where its value stands; places count from 0.
+struct Field {
+  std::u32string sName;
+  size_t nValue = 0;
+  size_t nEnd = std::u32string_view::npos;  ///< Where the next label of the line begins
+};
+
+/// All lines that begin with one label.
+struct LabelLines {
+  std::u32string sPrefix;  ///< The line up to its first value
+  std::vector<size_t> lines;
+  bool bTaken = false;
+};
+
+class clsRecordsByLabel {
+ public:
+  clsRecordsByLabel(const clsReportSample& report, std::vector<bool>& taken) : report_(report), taken_(taken) {
+    kinds_.resize(report_.Lines().size(), kNone);
+    Collect();
+  }
+
+  std::vector<FoundTable> Find() {
+    std::vector<FoundTable> tables;
+    constexpr size_t kMostTables = 4;
+    while (tables.size() < kMostTables) {
+      const size_t nAnchor = Anchor();
+      if (nAnchor == kNone) break;
+      const std::vector<size_t> members = Members(nAnchor);
+      labels_[nAnchor].bTaken = true;
+      if (!AreRecords(nAnchor, members)) continue;
+      tables.push_back(TableOf(nAnchor, members));
+      for (const size_t nLabel : members) labels_[nLabel].bTaken = true;
+    }
+    return tables;
+  }
+
+ private:
+  static constexpr size_t kNone = static_cast<size_t>(-1);
+  const SampleLine& Line(size_t n) const { return report_.Lines()[n]; }
+
+  void Collect() {
+    std::map<std::u32string, size_t> known;
+    for (size_t n = 0; n < report_.Lines().size(); ++n) {
+      const SampleLine& line = Line(n);
+      if (line.IsBlank() || line.bDrawn) continue;
+      const auto nFirst = static_cast<size_t>(line.marks.front().lStart);
+      const auto nEnd = LabelEnd(line.sText, nFirst);
+      if (!nEnd) continue;
+      std::u32string sPrefix(line.sText.substr(0, *nEnd));
+      const auto [it, bNew] = known.try_emplace(std::move(sPrefix), labels_.size());
+      if (bNew) labels_.push_back({it->first, {}});
+      labels_[it->second].lines.push_back(n);
+      kinds_[n] = it->second;
+    }
+  }
+
+  /// The label that comes most often; the first one among equals.
+  size_t Anchor() const {
+    constexpr size_t kFewest = 3;
+    size_t nBest = kNone;
+    for (size_t i = 0; i < labels_.size(); ++i) {
+      if (labels_[i].bTaken || labels_[i].lines.size() < kFewest) continue;
+      if (nBest == kNone || labels_[i].lines.size() > labels_[nBest].lines.size()) nBest = i;
+    }
+    return nBest;
+  }
+
+  /// The labels that come once a record at the most, the first one included, in the order of their lines.
+  std::vector<size_t> Members(size_t nAnchor) const {
+    const std::vector<size_t>& starts = labels_[nAnchor].lines;
+    std::vector<size_t> members;
+    for (size_t i = 0; i < labels_.size(); ++i) {
+      const std::vector<size_t>& lines = labels_[i].lines;
+      if (labels_[i].bTaken || lines.size() < 2 || lines.back() < starts.front()) continue;
+      size_t nOnce = 0;
+      size_t nLast = kNone;
+      for (const size_t n : lines) {
+        const auto nRecord =
+            static_cast<size_t>(std::upper_bound(starts.begin(), starts.end(), n) - starts.begin());
+        nOnce += nRecord > 0 && nRecord != nLast ? 1U : 0U;
+        nLast = nRecord;
+      }
+      const bool bOften = lines.size() * 10 >= starts.size();
+      if (i == nAnchor || (bOften && nOnce * 10 >= lines.size() * 9)) members.push_back(i);
+    }
+    std::stable_sort(members.begin(), members.end(), [&](size_t a, size_t b) {
+      return (a == nAnchor) != (b == nAnchor) ? a == nAnchor : labels_[a].lines[0] < labels_[b].lines[0];
+    });
+    return members;
+  }
+
+  /// Most lines from the first record to the last one begin with one of the labels, and there are several.
+  bool AreRecords(size_t nAnchor, const std::vector<size_t>& members) const {
+    const std::vector<size_t>& starts = labels_[nAnchor].lines;
+    size_t nLabels = 0;
+    size_t nOften = 0;
+    for (const size_t nLabel : members) {
+      nLabels += FieldsOf(labels_[nLabel]).size();
+      nOften += labels_[nLabel].lines.size() * 3 >= starts.size() ? 1U : 0U;
+    }
+    if (nOften < 2 || nLabels < 3) return false;
+    size_t nLines = 0;
+    size_t nOfLabels = 0;
+    for (size_t n = starts.front(); n <= starts.back(); ++n) {
+      if (Line(n).IsBlank() || Line(n).bDrawn) continue;
+      ++nLines;
+      nOfLabels += std::find(members.begin(), members.end(), kinds_[n]) != members.end() ? 1U : 0U;
+    }
+    return nOfLabels * 5 >= nLines * 3;
+  }
+
+  /// The first label of such lines and those that all have at the same place further right.
+  std::vector<Field> FieldsOf(const LabelLines& label) const {
+    std::vector<Field> fields{{std::u32string(NameIn(label.sPrefix)), label.sPrefix.size()}};
+    const SampleLine& line = Line(label.lines.front());
+    for (size_t i = 1; i < line.marks.size(); ++i) {
+      const auto nStart = static_cast<size_t>(line.marks[i].lStart);
+      if (nStart < fields.back().nValue || line.marks[i].lStart - line.marks[i - 1].lEnd < 2) continue;
+      const auto nEnd = LabelEnd(line.sText, nStart);
+      if (!nEnd || !IsAtOnePlace(label, nStart, line.sText.substr(nStart, *nEnd - nStart))) continue;
+      fields.back().nEnd = nStart;
+      fields.push_back({std::u32string(NameIn(line.sText.substr(nStart, *nEnd - nStart))), *nEnd});
+    }
+    return fields;
+  }
+
+  bool IsAtOnePlace(const LabelLines& label, size_t nStart, std::u32string_view sLabel) const {
+    const auto nThere = std::count_if(label.lines.begin(), label.lines.end(), [&](size_t n) {
+      return Line(n).sText.size() > nStart && Line(n).sText.substr(nStart).starts_with(sLabel);
+    });
+    return static_cast<size_t>(nThere) * 10 >= label.lines.size() * 9;
+  }
+
+  TidyPart PartOf(const LabelLines& label) {
+    TidyPart part;
+    part.likes.push_back(PictureOf(label.sPrefix));
+    std::vector<TidyPlace>& places = part.cut.places.emplace_back();
+    for (const Field& field : FieldsOf(label)) {
+      const bool bOpen = field.nEnd == std::u32string_view::npos;
+      // A blank stays in front of the next label, or a value would go on into it.
+      places.push_back({static_cast<int32_t>(field.nValue) + 1, bOpen ? 0 : static_cast<int32_t>(field.nEnd) - 1});
+      part.names.push_back(OwnName(Utf8Of(field.sName)));
+      std::vector<std::u32string_view> values;
+      for (const size_t n : label.lines) {
+        const std::u32string_view sText = Line(n).sText;
+        const size_t nCount = bOpen ? field.nEnd : field.nEnd - field.nValue;
+        values.push_back(field.nValue < sText.size() ? TrimPlaces(sText.substr(field.nValue, nCount))
+                                                     : std::u32string_view());
+      }
+      part.types.push_back(TypingOfValues(values, part.blanks));
+    }
+    return part;
+  }
+
+  /// A name that no other column of the table has: values of one name would become one.
+  std::string OwnName(const std::string& sName) {
+    const size_t nBefore = names_[sName]++;
+    return nBefore == 0 ? sName : sName + " " + std::to_string(nBefore + 1);
+  }
+
+  FoundTable TableOf(size_t nAnchor, const std::vector<size_t>& members) {
+    FoundTable table;
+    names_.clear();
+    table.bRecords = true;
+    table.rows = labels_[nAnchor].lines;
+    for (const size_t nLabel : members) {
+      const LabelLines& label = labels_[nLabel];
+      for (const size_t n : label.lines) taken_[n] = true;
+      if (nLabel == nAnchor) {
+        table.tidy.row = PartOf(label);
+        continue;
+      }
+      TidyFurtherLine further;
+      further.part = PartOf(label);
+      table.tidy.lines.push_back(std::move(further));
+      table.furtherLines.insert(table.furtherLines.end(), label.lines.begin(), label.lines.end());
+    }
+    return table;
+  }
+
+  const clsReportSample& report_;
+  std::vector<bool>& taken_;
+  std::vector<LabelLines> labels_;
+  std::vector<size_t> kinds_;  ///< Label of each line
+  std::map<std::string, size_t> names_;
+};
+
+}  // namespace
+
+std::vector<FoundTable> FindRecordsByLabel(const clsReportSample& report, std::vector<bool>& taken) {
+  return clsRecordsByLabel(report, taken).Find();
+}
+
+}  // namespace quillon

@@ -1,0 +1,15 @@
+#pragma once
+// Forms: records whose lines begin with labels, as in "Name: Dietz" or "CITY ..... : Oslo     POSTED: 1 May".
+
+#include <vector>
+
+#include "modFindTables.h"
+
+namespace quillon {
+
+/// Tables of one row a record. A label that comes once a record, and first, begins it; the others may lack. Labels
+/// that stand further right in a line are found where they have the same place in all such lines. Lines of the records
+/// are marked in taken, which has as many entries as the sample has lines.
+std::vector<FoundTable> FindRecordsByLabel(const clsReportSample& report, std::vector<bool>& taken);
+
+}  // namespace quillon

@@ -1,0 +1,128 @@
+#include "modSideBySide.h"
+
+#include <algorithm>
+
+#include "clsTableShape.h"
+
+namespace quillon {
+
+namespace {
+
+std::string NameAt(const TidyPart& part, size_t n) {
+  return n < part.names.size() ? part.names[n] : std::string();
+}
+
+/// Whether the columns come nRecords times, each time at a distance of their own: texts by their left edge, numbers by
+/// their right one.
+bool ComesAgain(const std::vector<ShapeColumn>& columns, size_t nRecords) {
+  const size_t nColumns = columns.size() / nRecords;
+  if (nColumns == 0 || nColumns * nRecords != columns.size()) return false;
+  constexpr int32_t kNear = 1;
+  for (size_t r = 1; r < nRecords; ++r) {
+    int32_t lPitch = 0;
+    for (size_t i = 0; i < nColumns; ++i) {
+      const ShapeColumn& column = columns[r * nColumns + i];
+      if (column.bNumber != columns[i].bNumber) return false;
+      const int32_t lFar = column.bNumber ? column.lLast - columns[i].lLast : column.lFirst - columns[i].lFirst;
+      if (i == 0) lPitch = lFar;
+      if (std::abs(lFar - lPitch) > kNear) return false;
+    }
+  }
+  return true;
+}
+
+bool HaveOneName(const TidyPart& part, size_t nRecords, bool& bNamed) {
+  const size_t nColumns = part.cut.places.front().size() / nRecords;
+  for (size_t n = 0; n < part.cut.places.front().size(); ++n) {
+    const std::string sName = NameAt(part, n);
+    bNamed = bNamed || !sName.empty();
+    if (sName != NameAt(part, n % nColumns)) return false;
+  }
+  return true;
+}
+
+bool HasBothKinds(const std::vector<ShapeColumn>& columns) {
+  const auto isText = [](const ShapeColumn& column) { return !column.bNumber; };
+  return std::any_of(columns.begin(), columns.end(), isText) && !std::all_of(columns.begin(), columns.end(), isText);
+}
+
+bool AreTexts(const std::vector<ShapeColumn>& columns) {
+  return std::none_of(columns.begin(), columns.end(), [](const ShapeColumn& column) { return column.bNumber; });
+}
+
+bool SameType(const TidyTyping& a, const TidyTyping& b) {
+  return a.type == b.type && a.bComma == b.bComma && a.sDateForm == b.sDateForm;
+}
+
+void PartPlaces(TidyPart& part, size_t nRecords) {
+  const std::vector<TidyPlace> all = part.cut.places.front();
+  const size_t nColumns = all.size() / nRecords;
+  part.cut.places.clear();
+  for (size_t r = 0; r < nRecords; ++r) {
+    const auto itFrom = all.begin() + static_cast<ptrdiff_t>(r * nColumns);
+    part.cut.places.emplace_back(itFrom, itFrom + static_cast<ptrdiff_t>(nColumns));
+  }
+  for (size_t n = nColumns; n < part.types.size(); ++n) {
+    TidyTyping& typing = part.types[n % nColumns];
+    if (SameType(typing, part.types[n])) continue;
+    typing = {};
+    typing.type = TidyType::Text;
+  }
+  part.types.resize(std::min(part.types.size(), nColumns));
+  part.names.resize(std::min(part.names.size(), nColumns));
+  std::vector<TidyNeed> needs;
+  for (const TidyNeed& need : part.needs) {
+    if (need.column < nColumns) needs.push_back(need);
+  }
+  part.needs = std::move(needs);
+}
+
+/// The columns that the places of a part were made of; none if that can't be told.
+std::vector<ShapeColumn> ColumnsOf(const clsReportSample& report, const std::vector<size_t>& lines,
+                                   const std::vector<size_t>& heading, const TidyPart& part) {
+  if (part.cut.places.size() != 1) return {};
+  for (const std::vector<size_t>& names : {heading, std::vector<size_t>()}) {
+    const clsTableShape shape(report, lines, names);
+    if (shape.Columns().size() == part.cut.places.front().size()) return shape.Columns();
+  }
+  return {};
+}
+
+/// Lines at the distance below the rows.
+std::vector<size_t> LinesBelow(const clsReportSample& report, const FoundTable& table, int32_t lDistance) {
+  std::vector<size_t> lines;
+  for (const size_t n : table.rows) {
+    const size_t nBelow = n + static_cast<size_t>(lDistance);
+    if (nBelow < report.Lines().size() && !report.Lines()[nBelow].IsBlank()) lines.push_back(nBelow);
+  }
+  return lines;
+}
+
+}  // namespace
+
+void PartSideBySide(const clsReportSample& report, FoundTable& table) {
+  TidyPart& row = table.tidy.row;
+  constexpr size_t kFewest = 3;
+  if (table.rows.size() < kFewest || !table.tidy.fills.empty()) return;
+  const std::vector<ShapeColumn> columns = ColumnsOf(report, table.rows, table.headingLines, row);
+  std::vector<std::vector<ShapeColumn>> below;
+  for (const TidyFurtherLine& line : table.tidy.lines) {
+    if (!line.IsByDistance()) return;
+    below.push_back(ColumnsOf(report, LinesBelow(report, table, line.nDistance), {}, line.part));
+  }
+  for (size_t nRecords = columns.size(); nRecords >= 2; --nRecords) {
+    bool bNamed = false;
+    if (!ComesAgain(columns, nRecords) || !HaveOneName(row, nRecords, bNamed)) continue;
+    const bool bOneText = nRecords == columns.size() && AreTexts(columns) && !table.tidy.lines.empty();
+    if (!bNamed && !HasBothKinds(columns) && !bOneText) continue;
+    const bool bBelow = std::all_of(below.begin(), below.end(), [&](const std::vector<ShapeColumn>& line) {
+      return !line.empty() && ComesAgain(line, nRecords);
+    });
+    if (!bBelow) continue;
+    PartPlaces(row, nRecords);
+    for (TidyFurtherLine& line : table.tidy.lines) PartPlaces(line.part, nRecords);
+    return;
+  }
+}
+
+}  // namespace quillon
