@@ -67,7 +67,10 @@ class clsDistantLines {
     }
     constexpr size_t kMostTurns = 6;
     for (size_t nTurns = 2; nTurns <= kMostTurns; ++nTurns) {
-      if (!TakeTurns(rows, kinds, nTurns)) continue;
+      const bool bTexts = tables_[i].headingLines.empty() &&
+                          std::none_of(shape.Columns().begin(), shape.Columns().end(),
+                                       [](const ShapeColumn& column) { return column.bNumber; });
+      if (!TakeTurns(rows, kinds, nTurns, bTexts)) continue;
       std::vector<std::vector<size_t>> lines(nTurns);
       size_t nTurn = 0;
       for (size_t r = 0; r < rows.size(); ++r) {
@@ -92,9 +95,9 @@ class clsDistantLines {
   }
 
   /// Whether runs of lines have a multiple of nTurns lines, and each turn has a column of a kind that the next one
-  /// hasn't there; in runs of so many lines and no more one such turn is enough.
+  /// hasn't there; where there are only texts, one such turn is enough in runs of so many lines.
   static bool TakeTurns(const std::vector<size_t>& rows, const std::vector<std::vector<CellKind>>& kinds,
-                        size_t nTurns) {
+                        size_t nTurns, bool bTexts) {
     size_t nRuns = 0;
     size_t nWhole = 0;
     size_t nExact = 0;
@@ -132,7 +135,7 @@ class clsDistantLines {
       }
       nOwn += bOwn ? 1U : 0U;
     }
-    return nOwn == nTurns || (bParted && nOwn > 0);
+    return nOwn == nTurns || (bTexts && bParted && nOwn > 0);
   }
 
   FoundTable TableOf(const std::vector<size_t>& rows, const std::vector<size_t>& heading) const {
@@ -268,7 +271,9 @@ class clsDistantLines {
     for (const size_t n : lines) lStart = std::min(lStart, report_.Lines()[n].marks.front().lStart);
     TidyPart part;
     part.cut.places = {{{lStart + 1, 0}}};
-    part.types.push_back({TidyType::Text, false, 0, {}});
+    std::vector<std::u32string_view> values;
+    for (const size_t n : lines) values.push_back(TrimPlaces(report_.Lines()[n].sText));
+    part.types.push_back(TypingOfValues(values, part.blanks));
     return part;
   }
 

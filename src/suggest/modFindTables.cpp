@@ -14,6 +14,7 @@
 #include "modRowClusters.h"
 #include "modRowKinds.h"
 #include "modSideBySide.h"
+#include "modSplitTables.h"
 #include "modStretchKeys.h"
 #include "modTidyOfShape.h"
 
@@ -28,6 +29,8 @@ class clsTableFinder {
   std::vector<FoundTable> Find() {
     std::vector<bool> taken(report_.Lines().size());
     tables_ = FindRecordsByLabel(report_, taken);
+    for (FoundTable& table : FindLabelSheets(report_, taken)) tables_.push_back(std::move(table));
+    for (FoundTable& table : FindSplitTables(report_, taken)) tables_.push_back(std::move(table));
     for (const RowCluster& cluster : FindRowClusters(report_, taken)) AddCluster(cluster.rows);
     while (MergeTables()) {
     }

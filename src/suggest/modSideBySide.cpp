@@ -41,6 +41,18 @@ bool HaveOneName(const TidyPart& part, size_t nRecords, bool& bNamed) {
   return true;
 }
 
+/// Whether values are as wide each time, as far as different ones can be.
+bool AreAsWide(const std::vector<ShapeColumn>& columns, size_t nRecords) {
+  const size_t nColumns = columns.size() / nRecords;
+  for (size_t n = nColumns; n < columns.size(); ++n) {
+    const int32_t lWidth = columns[n].lLast - columns[n].lFirst + 1;
+    const int32_t lFirst = columns[n % nColumns].lLast - columns[n % nColumns].lFirst + 1;
+    constexpr int32_t kFar = 4;
+    if (columns[n].bNumber ? std::abs(lWidth - lFirst) > kFar : lWidth > lFirst * 3 || lFirst > lWidth * 3) return false;
+  }
+  return true;
+}
+
 bool HasBothKinds(const std::vector<ShapeColumn>& columns) {
   const auto isText = [](const ShapeColumn& column) { return !column.bNumber; };
   return std::any_of(columns.begin(), columns.end(), isText) && !std::all_of(columns.begin(), columns.end(), isText);
@@ -114,7 +126,7 @@ void PartSideBySide(const clsReportSample& report, FoundTable& table) {
     bool bNamed = false;
     if (!ComesAgain(columns, nRecords) || !HaveOneName(row, nRecords, bNamed)) continue;
     const bool bOneText = nRecords == columns.size() && AreTexts(columns) && !table.tidy.lines.empty();
-    if (!bNamed && !HasBothKinds(columns) && !bOneText) continue;
+    if (!bNamed && (!(HasBothKinds(columns) || bOneText) || !AreAsWide(columns, nRecords))) continue;
     const bool bBelow = std::all_of(below.begin(), below.end(), [&](const std::vector<ShapeColumn>& line) {
       return !line.empty() && ComesAgain(line, nRecords);
     });
@@ -123,6 +135,90 @@ void PartSideBySide(const clsReportSample& report, FoundTable& table) {
     for (TidyFurtherLine& line : table.tidy.lines) PartPlaces(line.part, nRecords);
     return;
   }
+}
+
+namespace {
+
+/// Where the texts of a line begin, parted by gaps; none if one of them is a number.
+std::vector<int32_t> StartsOf(const SampleLine& line) {
+  std::vector<int32_t> starts;
+  for (size_t i = 0; i < line.marks.size(); ++i) {
+    const bool bBegins = i == 0 || line.marks[i].lStart - line.marks[i - 1].lEnd > 2;
+    const bool bEnds = i + 1 == line.marks.size() || line.marks[i + 1].lStart - line.marks[i].lEnd > 2;
+    if (bBegins && bEnds && line.marks[i].kind == MarkKind::Number) return {};
+    if (bBegins) starts.push_back(line.marks[i].lStart);
+  }
+  return starts;
+}
+
+/// Runs of lines with starts.
+std::vector<std::vector<size_t>> BlocksOf(const clsReportSample& report, const std::vector<bool>& taken) {
+  std::vector<std::vector<size_t>> blocks;
+  for (size_t n = 0; n < report.Lines().size(); ++n) {
+    const SampleLine& line = report.Lines()[n];
+    if (line.IsBlank() || line.bDrawn || taken[n]) continue;
+    if (blocks.empty() || blocks.back().back() + 1 != n) blocks.emplace_back();
+    blocks.back().push_back(n);
+  }
+  return blocks;
+}
+
+/// The starts that all lines of all blocks but the last one have; none if they differ or have no common distance.
+std::vector<int32_t> CommonStarts(const clsReportSample& report, const std::vector<std::vector<size_t>>& blocks) {
+  std::vector<int32_t> common;
+  for (size_t b = 0; b < blocks.size(); ++b) {
+    for (const size_t n : blocks[b]) {
+      const std::vector<int32_t> starts = StartsOf(report.Lines()[n]);
+      if (common.empty()) common = starts;
+      const bool bShort = b + 1 == blocks.size() && !starts.empty() && starts.size() < common.size() &&
+                          std::equal(starts.begin(), starts.end(), common.begin());
+      if (common.size() < 2 || (starts != common && !bShort)) return {};
+    }
+  }
+  for (size_t i = 2; i < common.size(); ++i) {
+    if (common[i] - common[i - 1] != common[1] - common[0]) return {};
+  }
+  return common;
+}
+
+TidyPart PartOfLabels(const std::vector<int32_t>& starts) {
+  TidyPart part;
+  for (size_t i = 0; i < starts.size(); ++i) {
+    const bool bLast = i + 1 == starts.size();
+    part.cut.places.push_back({{starts[i] + 1, bLast ? 0 : starts[i + 1] - 1}});
+  }
+  part.types.push_back({TidyType::Text, false, 0, {}});
+  return part;
+}
+
+}  // namespace
+
+std::vector<FoundTable> FindLabelSheets(const clsReportSample& report, std::vector<bool>& taken) {
+  constexpr size_t kFewestBlocks = 4;
+  constexpr size_t kMostLines = 8;
+  const std::vector<std::vector<size_t>> blocks = BlocksOf(report, taken);
+  const size_t nLines = blocks.empty() ? 0 : blocks.front().size();
+  const bool bAlike = std::all_of(blocks.begin(), blocks.end(), [&](const auto& block) { return block.size() == nLines; });
+  if (blocks.size() < kFewestBlocks || !bAlike || nLines < 2 || nLines > kMostLines) return {};
+  const std::vector<int32_t> starts = CommonStarts(report, blocks);
+  if (starts.empty()) return {};
+  FoundTable table;
+  table.bRecords = true;
+  table.tidy.row = PartOfLabels(starts);
+  for (size_t k = 1; k < nLines; ++k) {
+    TidyFurtherLine further;
+    further.nDistance = static_cast<int32_t>(k);
+    further.part = PartOfLabels(starts);
+    table.tidy.lines.push_back(std::move(further));
+  }
+  for (const std::vector<size_t>& block : blocks) {
+    table.rows.push_back(block.front());
+    table.furtherLines.insert(table.furtherLines.end(), block.begin() + 1, block.end());
+    for (const size_t n : block) taken[n] = true;
+  }
+  std::vector<FoundTable> tables;
+  tables.push_back(std::move(table));
+  return tables;
 }
 
 }  // namespace quillon

@@ -10,4 +10,8 @@ namespace quillon {
 /// lines.
 void PartSideBySide(const clsReportSample& report, FoundTable& table);
 
+/// Sheets of labels: blocks of as many lines each, with blank lines between, whose texts begin at several places that
+/// all lines have. A record is what stands below each other. Lines of the records are marked in taken.
+std::vector<FoundTable> FindLabelSheets(const clsReportSample& report, std::vector<bool>& taken);
+
 }  // namespace quillon

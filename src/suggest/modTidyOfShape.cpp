@@ -119,20 +119,17 @@ TidyTyping TypingOfValues(std::span<const std::u32string_view> cells, std::vecto
   return TypeOf(facts, facts.bDecimalComma && !facts.bPoint);
 }
 
-TidyPart TidyOfShape(const clsReportSample& report, const clsTableShape& shape, std::span<const size_t> rows) {
+namespace {
+
+TidyPart TidyOfFacts(const std::vector<ColumnFacts>& facts) {
   TidyPart part;
-  const std::vector<ColumnFacts> facts = FactsOf(report, shape, rows);
   bool bComma = false;
   bool bPoint = false;
   for (const ColumnFacts& fact : facts) {
     bComma = bComma || (fact.kinds.IsNumeric() && fact.bDecimalComma);
     bPoint = bPoint || (fact.kinds.IsNumeric() && fact.bPoint);
   }
-  std::vector<TidyPlace>& places = part.cut.places.emplace_back();
   for (size_t i = 0; i < facts.size(); ++i) {
-    const ShapeColumn& column = shape.Columns()[i];
-    const bool bOpen = static_cast<size_t>(column.lPlaceLast) >= clsReportSample::kWidest;
-    places.push_back({column.lPlaceFirst + 1, bOpen ? 0 : column.lPlaceLast + 1});
     part.types.push_back(TypeOf(facts[i], bComma && !bPoint));
     TidyNeed need = NeedOf(facts[i], i);
     if (!need.alternatives.empty()) part.needs.push_back(std::move(need));
@@ -141,9 +138,29 @@ TidyPart TidyOfShape(const clsReportSample& report, const clsTableShape& shape, 
   return part;
 }
 
+}  // namespace
+
+TidyPart TidyOfCells(const std::vector<std::vector<std::u32string_view>>& rows) {
+  std::vector<ColumnFacts> facts(rows.empty() ? 0 : rows.front().size());
+  for (const std::vector<std::u32string_view>& cells : rows) {
+    for (size_t i = 0; i < cells.size(); ++i) facts[i].Add(cells[i]);
+  }
+  return TidyOfFacts(facts);
+}
+
+TidyPart TidyOfShape(const clsReportSample& report, const clsTableShape& shape, std::span<const size_t> rows) {
+  TidyPart part = TidyOfFacts(FactsOf(report, shape, rows));
+  std::vector<TidyPlace>& places = part.cut.places.emplace_back();
+  for (const ShapeColumn& column : shape.Columns()) {
+    const bool bOpen = static_cast<size_t>(column.lPlaceLast) >= clsReportSample::kWidest;
+    places.push_back({column.lPlaceFirst + 1, bOpen ? 0 : column.lPlaceLast + 1});
+  }
+  return part;
+}
+
 std::vector<TidyColumn> FilledFromAbove(const clsReportSample& report, const clsTableShape& shape,
                                         std::span<const size_t> rows) {
-  constexpr size_t kFewest = 3;
+  constexpr size_t kFewest = 2;
   std::vector<TidyColumn> filled;
   std::vector<std::u32string_view> cells;
   const size_t nColumns = shape.Columns().size();

@@ -1,0 +1,269 @@
+#include "modSplitTables.h"
+
+#include <algorithm>
+#include <map>
+
+#include "modTidyOfShape.h"
+
+namespace quillon {
+
+namespace {
+
+using Cells = std::vector<std::u32string_view>;
+
+/// One way to part lines.
+struct Way {
+  TidySplit split = TidySplit::None;
+  char32_t ch = 0;  ///< Of AtText
+};
+
+bool HasDigit(std::u32string_view sText) {
+  return std::any_of(sText.begin(), sText.end(), IsDigitPlace);
+}
+
+/// All pieces of a line. With nMost pieces the last one is the rest of the line.
+Cells PiecesOf(const SampleLine& line, const Way& way, size_t nMost) {
+  Cells cells;
+  std::u32string_view s = TrimPlaces(line.sText);
+  const std::u32string sAt = way.split == TidySplit::AtGaps     ? U"  "
+                             : way.split == TidySplit::AtBlanks ? U" "
+                                                                : std::u32string(1, way.ch);
+  while (cells.size() + 1 < nMost) {
+    const size_t nEnd = s.find(sAt);
+    if (nEnd == std::u32string_view::npos) break;
+    cells.push_back(TrimPlaces(s.substr(0, nEnd)));
+    s = s.substr(nEnd + sAt.size());
+    if (way.split != TidySplit::AtText) s = TrimPlaces(s);
+  }
+  cells.push_back(TrimPlaces(s));
+  return cells;
+}
+
+constexpr size_t kAll = 1000;
+
+class clsSplitTables {
+ public:
+  clsSplitTables(const clsReportSample& report, std::vector<bool>& taken) : report_(report), taken_(taken) {}
+
+  std::vector<FoundTable> Find() {
+    for (const char32_t ch : std::u32string_view(U",;|:")) FindMarked({TidySplit::AtText, ch});
+    FindPieces({TidySplit::AtGaps, 0});
+    FindPieces({TidySplit::AtBlanks, 0});
+    return std::move(tables_);
+  }
+
+ private:
+  const SampleLine& Line(size_t n) const { return report_.Lines()[n]; }
+  bool IsFree(size_t n) const { return !taken_[n] && !Line(n).IsBlank() && !Line(n).bDrawn; }
+
+  // --- parted by a character
+
+  size_t CountOf(size_t n, char32_t ch) const {
+    const std::u32string_view sText = Line(n).sText;
+    return static_cast<size_t>(std::count(sText.begin(), sText.end(), ch));
+  }
+
+  /// Lines one below the other with as many marks each.
+  void FindMarked(const Way& way) {
+    std::map<size_t, std::vector<size_t>> byCount;
+    constexpr size_t kFewest = 5;
+    const size_t nFewestMarks = way.ch == U':' ? 4 : 2;
+    for (size_t n = 0; n < report_.Lines().size();) {
+      const size_t nMarks = IsFree(n) ? CountOf(n, way.ch) : 0;
+      size_t nEnd = n + 1;
+      while (nMarks > 0 && nEnd < report_.Lines().size() && IsFree(nEnd) && CountOf(nEnd, way.ch) == nMarks) ++nEnd;
+      if (nMarks >= nFewestMarks && nEnd - n >= kFewest) {
+        for (size_t k = n; k < nEnd; ++k) byCount[nMarks].push_back(k);
+      }
+      n = nEnd;
+    }
+    for (auto& [nMarks, rows] : byCount) {
+      if (MarksStandApart(rows, way.ch) && !FollowedByBlank(rows, way.ch)) AddMarked(way, nMarks + 1, rows);
+    }
+  }
+
+  /// Whether the first or the last mark stands at different places: else the columns are places.
+  bool MarksStandApart(const std::vector<size_t>& rows, char32_t ch) const {
+    std::map<size_t, size_t> last;
+    for (const size_t n : rows) ++last[Line(n).sText.rfind(ch)];
+    size_t nMost = 0;
+    for (const auto& [nPlace, nCount] : last) nMost = std::max(nMost, nCount);
+    return nMost * 5 < rows.size() * 4;
+  }
+
+  /// Commas and colons of sentences have a blank behind them.
+  bool FollowedByBlank(const std::vector<size_t>& rows, char32_t ch) const {
+    if (ch == U'|') return false;
+    size_t nMarks = 0;
+    size_t nBlank = 0;
+    for (const size_t n : rows) {
+      const std::u32string_view sText = Line(n).sText;
+      for (size_t i = sText.find(ch); i != std::u32string_view::npos; i = sText.find(ch, i + 1)) {
+        ++nMarks;
+        nBlank += i + 1 < sText.size() && IsBlankPlace(sText[i + 1]) ? 1U : 0U;
+      }
+    }
+    return nBlank * 2 > nMarks;
+  }
+
+  void AddMarked(const Way& way, size_t nColumns, std::vector<size_t> rows) {
+    std::vector<size_t> heading;
+    const Cells first = PiecesOf(Line(rows.front()), way, nColumns);
+    const Cells second = PiecesOf(Line(rows[1]), way, nColumns);
+    const bool bWords = std::none_of(first.begin(), first.end(), [](std::u32string_view s) { return s.empty() || IsDigitPlace(s.front()); });
+    const bool bFigures = std::any_of(second.begin(), second.end(), HasDigit) && std::none_of(first.begin(), first.end(), IsNumberText);
+    if (bWords && bFigures) {
+      heading.push_back(rows.front());
+      rows.erase(rows.begin());
+    }
+    AddTable(way, nColumns, std::move(rows), heading);
+  }
+
+  // --- parted by blanks
+
+  /// What the pieces at one index are.
+  struct Index {
+    size_t nNumbers = 0, nFigures = 0;
+    std::map<int32_t, size_t> starts, ends;
+  };
+
+  /// Lines with a digit and several pieces, one below the other; the longest runs tell what the pieces are.
+  void FindPieces(const Way& way) {
+    constexpr size_t kFewest = 4;
+    constexpr size_t kFewestPieces = 3;
+    std::vector<std::vector<size_t>> runs;
+    for (size_t n = 0; n < report_.Lines().size(); ++n) {
+      if (!IsFree(n) || !HasDigit(Line(n).sText) || PiecesOf(Line(n), way, kAll).size() < kFewestPieces) continue;
+      if (runs.empty() || runs.back().back() + 1 != n) runs.emplace_back();
+      runs.back().push_back(n);
+    }
+    std::stable_sort(runs.begin(), runs.end(), [](const auto& a, const auto& b) { return a.size() > b.size(); });
+    constexpr size_t kMostRuns = 4;
+    for (size_t i = 0; i < std::min(runs.size(), kMostRuns); ++i) {
+      if (runs[i].size() >= kFewest && TryRun(way, runs[i])) return;
+    }
+  }
+
+  static bool IsMost(size_t nCount, size_t nAll) { return nCount * 100 >= nAll * 97; }
+
+  bool TryRun(const Way& way, const std::vector<size_t>& run) {
+    std::vector<Cells> cells;
+    size_t nFewest = kAll;
+    size_t nMost = 0;
+    for (const size_t n : run) {
+      cells.push_back(PiecesOf(Line(n), way, kAll));
+      nFewest = std::min(nFewest, cells.back().size());
+      nMost = std::max(nMost, cells.back().size());
+    }
+    // Up to the last figure all lines have the same pieces; what follows may be one text.
+    std::vector<size_t> numbers;
+    std::vector<size_t> figures;
+    size_t nLast = 0;
+    for (size_t i = 0; i < nFewest; ++i) {
+      size_t nNumbers = 0;
+      size_t nFigures = 0;
+      for (const Cells& row : cells) {
+        nNumbers += IsNumberText(row[i]) ? 1U : 0U;
+        nFigures += HasDigit(row[i]) ? 1U : 0U;
+      }
+      if (IsMost(nNumbers, run.size())) numbers.push_back(i);
+      if (IsMost(nFigures, run.size())) figures.push_back(i);
+      if (IsMost(nNumbers, run.size()) || (IsMost(nFigures, run.size()) && nFigures > 0)) nLast = i;
+    }
+    const size_t nColumns = nFewest == nMost ? nFewest : std::min(nLast + 2, nFewest);
+    const size_t nNeeded = way.split == TidySplit::AtGaps ? 1 : 2;
+    constexpr size_t kFewestColumns = 3;
+    if (nColumns < kFewestColumns || figures.size() < nNeeded || numbers.empty()) return false;
+    if (way.split == TidySplit::AtBlanks && (figures.size() + 1) * 2 < nColumns) return false;
+    if (way.split == TidySplit::AtGaps && nFewest != nMost) return false;
+    const std::vector<size_t> rows = AllLines(way, nColumns, numbers, figures);
+    constexpr size_t kFewestRows = 6;
+    if (rows.size() < kFewestRows || !StandApart(way, nColumns, rows)) return false;
+    AddTable(way, nColumns, rows, HeadingOf(way, nColumns, rows.front()));
+    return true;
+  }
+
+  /// All lines of the report that have what the run has.
+  std::vector<size_t> AllLines(const Way& way, size_t nColumns, const std::vector<size_t>& numbers,
+                               const std::vector<size_t>& figures) const {
+    std::vector<size_t> rows;
+    for (size_t n = 0; n < report_.Lines().size(); ++n) {
+      if (!IsFree(n)) continue;
+      const Cells cells = PiecesOf(Line(n), way, nColumns);
+      const bool bRow =
+          cells.size() == nColumns &&
+          std::all_of(numbers.begin(), numbers.end(), [&](size_t i) { return IsNumberText(cells[i]); }) &&
+          std::all_of(figures.begin(), figures.end(), [&](size_t i) { return HasDigit(cells[i]); });
+      if (bRow) rows.push_back(n);
+    }
+    return rows;
+  }
+
+  /// Whether some column has no edge in common, so that places don't take it.
+  bool StandApart(const Way& way, size_t nColumns, const std::vector<size_t>& rows) const {
+    std::vector<Index> index(nColumns);
+    for (const size_t n : rows) {
+      const Cells cells = PiecesOf(Line(n), way, nColumns);
+      for (size_t i = 0; i < nColumns; ++i) {
+        const auto lStart = static_cast<int32_t>(cells[i].data() - Line(n).sText.data());
+        ++index[i].starts[lStart];
+        ++index[i].ends[lStart + static_cast<int32_t>(cells[i].size())];
+      }
+    }
+    const auto most = [](const std::map<int32_t, size_t>& counts) {
+      size_t nMost = 0;
+      for (const auto& [lPlace, nCount] : counts) nMost = std::max(nMost, nCount);
+      return nMost;
+    };
+    size_t nApart = 0;
+    for (const Index& i : index) nApart += std::max(most(i.starts), most(i.ends)) * 20 < rows.size() * 17 ? 1U : 0U;
+    return nApart > 0;
+  }
+
+  /// The line above with as many words, none of them a number.
+  std::vector<size_t> HeadingOf(const Way& way, size_t nColumns, size_t nRow) const {
+    constexpr size_t kNear = 3;
+    for (size_t n = nRow; n > 0 && nRow - n < kNear; --n) {
+      if (!IsFree(n - 1)) continue;
+      const Cells cells = PiecesOf(Line(n - 1), way, kAll);
+      const bool bWords = std::none_of(cells.begin(), cells.end(), IsNumberText);
+      return bWords && cells.size() == nColumns ? std::vector<size_t>{n - 1} : std::vector<size_t>();
+    }
+    return {};
+  }
+
+  void AddTable(const Way& way, size_t nColumns, std::vector<size_t> rows, const std::vector<size_t>& heading) {
+    std::vector<Cells> cells;
+    for (const size_t n : rows) {
+      cells.push_back(PiecesOf(Line(n), way, nColumns));
+      cells.back().resize(nColumns);
+      taken_[n] = true;
+    }
+    FoundTable table;
+    table.tidy.row = TidyOfCells(cells);
+    table.tidy.row.cut.split = way.split;
+    if (way.split == TidySplit::AtText) table.tidy.row.cut.sSplit = Utf8Of(std::u32string_view(&way.ch, 1));
+    table.tidy.row.names.resize(nColumns);
+    for (const size_t n : heading) {
+      const Cells names = PiecesOf(Line(n), way, nColumns);
+      for (size_t i = 0; i < names.size(); ++i) table.tidy.row.names[i] = Utf8Of(names[i]);
+      taken_[n] = true;
+    }
+    table.rows = std::move(rows);
+    table.headingLines = heading;
+    table.bRecords = true;
+    tables_.push_back(std::move(table));
+  }
+
+  const clsReportSample& report_;
+  std::vector<bool>& taken_;
+  std::vector<FoundTable> tables_;
+};
+
+}  // namespace
+
+std::vector<FoundTable> FindSplitTables(const clsReportSample& report, std::vector<bool>& taken) {
+  return clsSplitTables(report, taken).Find();
+}
+
+}  // namespace quillon
