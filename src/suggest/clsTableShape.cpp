@@ -5,6 +5,7 @@
 #include <map>
 
 #include "modColumnParts.h"
+#include "modDigitSplits.h"
 #include "modTokenSplits.h"
 
 namespace quillon {
@@ -136,7 +137,19 @@ bool clsTableShape::IsOnePiece(const Part& left, const Part& right) const {
 
 /// A blank between a number and a text, or between texts, parts nothing where one word of the names stands over both.
 bool clsTableShape::HaveOneName(const Part& left, const Part& right) const {
-  if (right.lFirst - left.lLast > 2 || right.IsNumber()) return false;
+  if (right.lFirst - left.lLast > 2) return false;
+  constexpr double kAll = 0.99;
+  if (right.IsNumber()) {
+    // Two groups of digits of one width under one name: a phone number.
+    const bool bFixed = left.IsNumber() && left.dStart >= kAll && left.dEnd >= kAll && right.dStart >= kAll &&
+                        right.dEnd >= kAll && right.dFilled >= kAll;
+    const auto over = [&](const Part& part) {
+      return std::any_of(names_.begin(), names_.end(), [&](const LineMark& mark) {
+        return mark.lStart <= part.lLast && mark.lEnd >= part.lFirst;
+      });
+    };
+    return bFixed && over(left) && !over(right);
+  }
   bool bOver = false;
   for (const LineMark& mark : names_) {
     const bool bRight = mark.lStart <= right.lLast && mark.lEnd >= right.lFirst;
@@ -267,7 +280,8 @@ bool clsTableShape::GoesOnFrom(const Part& left, const Part& right) const {
 
 /// Columns of which the words of the rows tell that they are two.
 bool clsTableShape::SplitAtTokens(const Part& part, Parts& into) const {
-  auto split = SplitBehindForm(report_, rows_, part.lFirst, part.lLast);
+  auto split = SplitAtPlainDate(report_, rows_, part.lFirst, part.lLast);
+  if (!split) split = SplitBehindForm(report_, rows_, part.lFirst, part.lLast);
   if (!split) split = SplitAtNumber(report_, rows_, part.lFirst, part.lLast);
   if (!split) return false;
   Part left = part;
@@ -279,6 +293,19 @@ bool clsTableShape::SplitAtTokens(const Part& part, Parts& into) const {
   if (!SplitPart(left, into)) into.push_back(left);
   if (!SplitPart(right, into)) into.push_back(right);
   return true;
+}
+
+/// Whether most words that go over the place have no number behind it: they are values themselves.
+bool clsTableShape::CutsWords(int32_t lPlace, const Part& right) const {
+  size_t nOver = 0;
+  size_t nWords = 0;
+  for (const size_t n : rows_) {
+    const std::u32string_view sText = report_.Lines()[n].sText;
+    if (static_cast<size_t>(lPlace) >= sText.size() || IsBlankPlace(sText[static_cast<size_t>(lPlace)])) continue;
+    ++nOver;
+    nWords += IsNumberText(CellAt(sText, right.lFirst, right.lLast)) ? 0U : 1U;
+  }
+  return nWords * 2 > nOver;
 }
 
 /// Columns that touch in a few rows: a place that is blank in most rows, beside an edge that most rows have.
@@ -308,7 +335,7 @@ bool clsTableShape::SplitPart(const Part& part, Parts& into) const {
     constexpr double kSure = 0.9;
     const bool bNamed = filled_[static_cast<size_t>(lBest)] * kOneInSoMany <= nRows || nameEnds_.contains(right.lLast);
     const bool bSure = bNamed && !CutsNumber(lBest) && !left.IsNumber() && right.IsNumber() && right.dEnd >= kSure &&
-                       right.dFilled >= kSure;
+                       right.dFilled >= kSure && !CutsWords(lBest, right);
     if (HaveEdgeBetween(left, right) && !GoesOnFrom(left, right) && ((bFew && rows_.size() > kFewest) || bSure)) {
       if (!SplitPart(left, into)) into.push_back(left);
       if (!SplitPart(right, into)) into.push_back(right);

@@ -46,6 +46,7 @@ class clsTableShape {
   bool TakeTurns(const Part& left, const Part& right) const;
   void SplitParts(Parts& parts) const;
   bool CutsNumber(int32_t lPlace) const;
+  bool CutsWords(int32_t lPlace, const Part& right) const;
   bool SplitAfterDigits(const Part& part, Parts& into) const;
   bool GoesOnFrom(const Part& left, const Part& right) const;
   bool SplitAtTokens(const Part& part, Parts& into) const;

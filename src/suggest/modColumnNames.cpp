@@ -189,7 +189,12 @@ void AddTo(std::u32string& sName, std::u32string_view sPiece) {
   while (!sPiece.empty() && (sPiece.back() == U':' || sPiece.back() == U'|' || sPiece.back() == U',')) {
     sPiece = TrimPlaces(sPiece.substr(0, sPiece.size() - 1));
   }
-  if (sPiece.empty()) return;
+  // A time or strokes in the line of the names are none.
+  const bool bSays = std::any_of(sPiece.begin(), sPiece.end(), [](char32_t ch) {
+    return IsLetterPlace(ch) || std::u32string_view(U"%#$&@").find(ch) != std::u32string_view::npos;
+  });
+  const bool bPlain = std::all_of(sPiece.begin(), sPiece.end(), IsDigitPlace);
+  if (sPiece.empty() || !(bSays || bPlain)) return;
   if (!sName.empty()) sName += U' ';
   sName += sPiece;
 }

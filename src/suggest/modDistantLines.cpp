@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 #include "clsTableShape.h"
 #include "modColumnNames.h"
 #include "modMendTables.h"
+#include "modRecordsByLabel.h"
 #include "modTidyOfShape.h"
 
 namespace quillon {
@@ -155,7 +157,17 @@ class clsDistantLines {
 
   // --- lines at a distance
 
+  /// How many different texts the lines have.
+  size_t Texts(const std::vector<size_t>& lines) const {
+    std::set<std::u32string_view> texts;
+    for (const size_t n : lines) texts.insert(report_.Lines()[n].sText);
+    return texts.size();
+  }
+
   void JoinTo(size_t i) {
+    // What is printed again and again is a heading of pages.
+    if (Texts(tables_[i].rows) * 2 < tables_[i].rows.size()) return;
+    if (!tables_[i].bDoubtful && AttachLabels(i)) return;
     std::vector<Distant> found;
     std::vector<size_t> joined;
     for (size_t nDistance = 1; nDistance <= kFurthest; ++nDistance) {
@@ -169,7 +181,7 @@ class clsDistantLines {
       } else {
         distant.lines = FreeLines(i, nDistance);
       }
-      if (!distant.lines.empty()) found.push_back(std::move(distant));
+      if (!distant.lines.empty() && Texts(distant.lines) > 1) found.push_back(std::move(distant));
     }
     if (found.empty() || (tables_[i].bDoubtful && IsTaken(i))) return;
     AddLines(tables_[i], found);
@@ -178,6 +190,12 @@ class clsDistantLines {
     for (const size_t nOther : joined) {
       for (const size_t n : tables_[nOther].rows) owners_[n] = i + 1;
     }
+  }
+
+  bool AttachLabels(size_t i) {
+    std::vector<bool> taken(owners_.size());
+    for (size_t n = 0; n < owners_.size(); ++n) taken[n] = owners_[n] != 0;
+    return AttachLabelledLines(report_, taken, tables_[i]);
   }
 
   /// Whether rows of a doubtful table are those of one that leaves less doubt.

@@ -29,15 +29,22 @@ class clsTableFinder {
   std::vector<FoundTable> Find() {
     std::vector<bool> taken(report_.Lines().size());
     tables_ = FindRecordsByLabel(report_, taken);
+    for (FoundTable& table : FindLabelLists(report_, taken)) tables_.push_back(std::move(table));
     for (FoundTable& table : FindLabelSheets(report_, taken)) tables_.push_back(std::move(table));
-    for (FoundTable& table : FindSplitTables(report_, taken)) tables_.push_back(std::move(table));
+    for (FoundTable& table : FindMarkedTables(report_, taken)) tables_.push_back(std::move(table));
     for (const RowCluster& cluster : FindRowClusters(report_, taken)) AddCluster(cluster.rows);
     while (MergeTables()) {
     }
     DropTitleTables();
+    FindSplitTables(report_, taken, tables_);
     JoinDistantLines(report_, tables_);
     for (FoundTable& table : tables_) PartSideBySide(report_, table);
     MarkOwners();
+    for (FoundTable& table : tables_) {
+      if (table.bDoubtful || table.bRecords) continue;
+      FindIndentedTitles(report_, clsTableShape(report_, table.rows, table.headingLines), table.rows, owners_,
+                         table.tidy);
+    }
     MendTables();
     MarkOwners();
     for (FoundTable& table : tables_) {

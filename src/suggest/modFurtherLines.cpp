@@ -44,6 +44,16 @@ class clsFurtherLines {
     FindLevels(table);
   }
 
+  void FindTitles(TidyTable& table) const {
+    int32_t lStart = -1;
+    for (const size_t n : rows_) {
+      const int32_t lHere = nText_ < shape_.Columns().size() ? StartOfText(n) : -1;
+      if (lHere < 0 || (lStart >= 0 && lHere != lStart)) return;
+      lStart = lHere;
+    }
+    FindTitles(lStart, table);
+  }
+
  private:
   const SampleLine& Line(size_t n) const { return report_.Lines()[n]; }
   bool IsFree(size_t n) const {
@@ -129,9 +139,10 @@ class clsFurtherLines {
     for (size_t i = 0; i < rows_.size(); ++i) {
       const size_t nBelow = rows_[i] + 1;
       const size_t nAbove = rows_[i] - 1;
-      if (rows_[i] > 0 && IsFree(nAbove) && StandsUnderFirstText(nAbove) && !EndsInColon(Line(nAbove)) && i > 0) {
-        const bool bFromAbove = nAbove > 0 && IsRow(nAbove - 1) && !GoesDown(nAbove);
-        (bFromAbove ? nUp_ : nDown_) += 1;
+      if (rows_[i] > 0 && MayGoDown(nAbove) && i > 0) {
+        const bool bBetween = nAbove > 0 && IsRow(nAbove - 1);
+        nSureDown_ += bBetween ? 0U : 1U;
+        (!bBetween ? nDown_ : GoesDown(nAbove) ? nBetweenDown_ : nBetweenUp_) += 1;
       } else if (i > 0 && rows_[i] == rows_[i - 1] + 2 && IsFree(nAbove) && StandsUnderOneText(nAbove)) {
         ++nUp_;
       }
@@ -139,10 +150,20 @@ class clsFurtherLines {
       const bool bAtRowBelow = IsRow(nBelow + 1);
       if (!bAtRowBelow && StandsUnderTexts(nBelow)) {
         ++nUp_;
+        ++nSureUp_;
       } else if (!bAtRowBelow) {
         ++nNeither_;
       }
     }
+    // Lines between two rows go where those do that have a row on one side alone.
+    const bool bAllUp = nSureUp_ > 0 && nSureDown_ == 0;
+    const bool bAllDown = nSureDown_ > 0 && nSureUp_ == 0;
+    nUp_ += bAllDown ? 0 : nBetweenUp_ + (bAllUp ? nBetweenDown_ : 0);
+    nDown_ += bAllUp ? 0 : nBetweenDown_ + (bAllDown ? nBetweenUp_ : 0);
+  }
+
+  bool MayGoDown(size_t n) const {
+    return IsFree(n) && StandsUnderFirstText(n) && !EndsInColon(Line(n)) && !SaysTotal(Line(n).sText);
   }
 
   /// A line between two rows begins the one below if that one is further in, or goes on with a small letter.
@@ -158,7 +179,7 @@ class clsFurtherLines {
   }
 
   void FindLevels(TidyTable& table) {
-    if (nText_ >= shape_.Columns().size()) return;
+    if (table.levelColumn != kNoTidyColumn || nText_ >= shape_.Columns().size()) return;
     std::map<int32_t, size_t> starts;
     size_t nAtOneEnd = 0;
     std::map<int32_t, size_t> ends;
@@ -190,6 +211,47 @@ class clsFurtherLines {
     }
   }
 
+  /// Lines of one text further out than all rows, which stand at one indentation: a title for each group below it. Rows
+  /// are told from titles by the blanks in front of them.
+  bool FindTitles(int32_t lRows, TidyTable& table) const {
+    if (lRows <= 0 || nText_ != 0) return false;
+    std::map<int32_t, size_t> starts;
+    size_t nTitles = 0;
+    size_t nOthers = 0;
+    size_t nFirst = rows_.front();
+    while (nFirst > 0 && IsTitle(nFirst - 1, lRows)) --nFirst;
+    for (size_t n = nFirst; n < rows_.back(); ++n) {
+      if (!IsFree(n)) continue;
+      const bool bTitle = IsTitle(n, lRows);
+      (bTitle ? nTitles : nOthers) += 1;
+      if (bTitle) ++starts[Line(n).marks.front().lStart];
+    }
+    constexpr size_t kFewest = 2;
+    constexpr size_t kMostLevels = 3;
+    if (nTitles < kFewest || nOthers * 4 > nTitles || starts.empty() || starts.size() > kMostLevels) return false;
+    if (nFirst == rows_.front() || table.row.cut.places.size() != 1) return false;
+    table.levelColumn = nText_;
+    const std::vector<std::string> names{"Group", "Subgroup", "Subgroup 2"};
+    table.levelNames.assign(names.begin(), names.begin() + static_cast<ptrdiff_t>(starts.size()));
+    table.row.likes.push_back(std::string(static_cast<size_t>(lRows), '_') + "X");
+    table.row.cut.places.front()[nText_].nStart = starts.begin()->first + 1;
+    return true;
+  }
+
+  /// A line of one text further out than the rows, above a row or another title that is further in.
+  bool IsTitle(size_t n, int32_t lRows) const {
+    if (!IsFree(n) || SaysTotal(Line(n).sText)) return false;
+    const auto& marks = Line(n).marks;
+    if (marks.front().lStart >= lRows || marks.front().kind == MarkKind::Number) return false;
+    for (size_t i = 1; i < marks.size(); ++i) {
+      if (marks[i].lStart - marks[i - 1].lEnd > 2) return false;
+    }
+    size_t nBelow = n + 1;
+    while (nBelow < report_.Lines().size() && Line(nBelow).IsBlank()) ++nBelow;
+    return nBelow < report_.Lines().size() && (IsRow(nBelow) || IsFree(nBelow)) &&
+           Line(nBelow).marks.front().lStart > marks.front().lStart;
+  }
+
   /// Rows of which nearly none is followed by anything else.
   bool StandAlone() const {
     size_t nFollowed = 0;
@@ -213,6 +275,7 @@ class clsFurtherLines {
     return starts.empty() ? 0 : nTitles;
   }
 
+  /// Where the row's text begins; -1 if it has none.
   int32_t StartOfText(size_t n) const {
     const ShapeColumn& column = shape_.Columns()[nText_];
     const std::u32string_view sText = Line(n).sText;
@@ -238,6 +301,8 @@ class clsFurtherLines {
   size_t nText_;
   std::set<size_t> isRow_;
   size_t nUp_ = 0, nDown_ = 0, nNeither_ = 0;
+  size_t nSureUp_ = 0, nSureDown_ = 0;        ///< With a row on one side alone
+  size_t nBetweenUp_ = 0, nBetweenDown_ = 0;  ///< Between two rows, by their texts
   int32_t lTitleStart_ = INT32_MAX;
 };
 
@@ -246,6 +311,11 @@ class clsFurtherLines {
 void FindFurtherLines(const clsReportSample& report, const clsTableShape& shape, std::span<const size_t> rows,
                       const LineOwners& owners, TidyTable& table) {
   clsFurtherLines(report, shape, rows, owners).Find(table);
+}
+
+void FindIndentedTitles(const clsReportSample& report, const clsTableShape& shape, std::span<const size_t> rows,
+                        const LineOwners& owners, TidyTable& table) {
+  clsFurtherLines(report, shape, rows, owners).FindTitles(table);
 }
 
 }  // namespace quillon

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <set>
 
 #include "modTidyOfShape.h"
 
@@ -72,6 +73,72 @@ struct LabelLines {
   std::u32string sPrefix;  ///< The line up to its first value
   std::vector<size_t> lines;
   bool bTaken = false;
+};
+
+/// Makes parts of a recipe of lines that begin with one label each.
+class clsLabelParts {
+ public:
+  explicit clsLabelParts(const clsReportSample& report) : report_(report) {}
+
+  /// Names that are known get no other column.
+  void AddNames(const std::vector<std::string>& names) {
+    for (const std::string& sName : names) ++names_[sName];
+  }
+
+  /// The first label of such lines and those that all have at the same place further right.
+  std::vector<Field> FieldsOf(const LabelLines& label) const {
+    std::vector<Field> fields{{std::u32string(NameIn(label.sPrefix)), label.sPrefix.size()}};
+    const SampleLine& line = Line(label.lines.front());
+    for (size_t i = 1; i < line.marks.size(); ++i) {
+      const auto nStart = static_cast<size_t>(line.marks[i].lStart);
+      if (nStart < fields.back().nValue || line.marks[i].lStart - line.marks[i - 1].lEnd < 2) continue;
+      const auto nEnd = LabelEnd(line.sText, nStart);
+      if (!nEnd || !IsAtOnePlace(label, nStart, line.sText.substr(nStart, *nEnd - nStart))) continue;
+      fields.back().nEnd = nStart;
+      fields.push_back({std::u32string(NameIn(line.sText.substr(nStart, *nEnd - nStart))), *nEnd});
+    }
+    return fields;
+  }
+
+  bool IsAtOnePlace(const LabelLines& label, size_t nStart, std::u32string_view sLabel) const {
+    const auto nThere = std::count_if(label.lines.begin(), label.lines.end(), [&](size_t n) {
+      return Line(n).sText.size() > nStart && Line(n).sText.substr(nStart).starts_with(sLabel);
+    });
+    return static_cast<size_t>(nThere) * 10 >= label.lines.size() * 9;
+  }
+
+  TidyPart PartOf(const LabelLines& label) {
+    TidyPart part;
+    part.likes.push_back(PictureOf(label.sPrefix));
+    std::vector<TidyPlace>& places = part.cut.places.emplace_back();
+    for (const Field& field : FieldsOf(label)) {
+      const bool bOpen = field.nEnd == std::u32string_view::npos;
+      // A blank stays in front of the next label, or a value would go on into it.
+      places.push_back({static_cast<int32_t>(field.nValue) + 1, bOpen ? 0 : static_cast<int32_t>(field.nEnd) - 1});
+      part.names.push_back(OwnName(Utf8Of(field.sName)));
+      std::vector<std::u32string_view> values;
+      for (const size_t n : label.lines) {
+        const std::u32string_view sText = Line(n).sText;
+        const size_t nCount = bOpen ? field.nEnd : field.nEnd - field.nValue;
+        values.push_back(field.nValue < sText.size() ? TrimPlaces(sText.substr(field.nValue, nCount))
+                                                     : std::u32string_view());
+      }
+      part.types.push_back(TypingOfValues(values, part.blanks));
+    }
+    return part;
+  }
+
+  /// A name that no other column of the table has: values of one name would become one.
+  std::string OwnName(const std::string& sName) {
+    const size_t nBefore = names_[sName]++;
+    return nBefore == 0 ? sName : sName + " " + std::to_string(nBefore + 1);
+  }
+
+ private:
+  const SampleLine& Line(size_t n) const { return report_.Lines()[n]; }
+
+  const clsReportSample& report_;
+  std::map<std::string, size_t> names_;
 };
 
 class clsRecordsByLabel {
@@ -157,7 +224,7 @@ class clsRecordsByLabel {
     size_t nLabels = 0;
     size_t nOften = 0;
     for (const size_t nLabel : members) {
-      nLabels += FieldsOf(labels_[nLabel]).size();
+      nLabels += clsLabelParts(report_).FieldsOf(labels_[nLabel]).size();
       nOften += labels_[nLabel].lines.size() * 3 >= starts.size() ? 1U : 0U;
     }
     if (nOften < 2 || nLabels < 3) return false;
@@ -168,72 +235,38 @@ class clsRecordsByLabel {
       ++nLines;
       nOfLabels += std::find(members.begin(), members.end(), kinds_[n]) != members.end() ? 1U : 0U;
     }
-    return nOfLabels * 5 >= nLines * 3;
+    return nOfLabels * 5 >= nLines * 3 && !BeginWithOthers(nAnchor, members);
   }
 
-  /// The first label of such lines and those that all have at the same place further right.
-  std::vector<Field> FieldsOf(const LabelLines& label) const {
-    std::vector<Field> fields{{std::u32string(NameIn(label.sPrefix)), label.sPrefix.size()}};
-    const SampleLine& line = Line(label.lines.front());
-    for (size_t i = 1; i < line.marks.size(); ++i) {
-      const auto nStart = static_cast<size_t>(line.marks[i].lStart);
-      if (nStart < fields.back().nValue || line.marks[i].lStart - line.marks[i - 1].lEnd < 2) continue;
-      const auto nEnd = LabelEnd(line.sText, nStart);
-      if (!nEnd || !IsAtOnePlace(label, nStart, line.sText.substr(nStart, *nEnd - nStart))) continue;
-      fields.back().nEnd = nStart;
-      fields.push_back({std::u32string(NameIn(line.sText.substr(nStart, *nEnd - nStart))), *nEnd});
+  /// Whether lines without labels stand above the labels of most records, each with its own text: those are the rows.
+  bool BeginWithOthers(size_t nAnchor, const std::vector<size_t>& members) const {
+    const auto isMember = [&](size_t n) {
+      return std::find(members.begin(), members.end(), kinds_[n]) != members.end();
+    };
+    std::set<std::u32string_view> texts;
+    size_t nAbove = 0;
+    for (size_t n = 1; n <= labels_[nAnchor].lines.back(); ++n) {
+      if (!isMember(n) || isMember(n - 1) || Line(n - 1).IsBlank() || Line(n - 1).bDrawn) continue;
+      ++nAbove;
+      texts.insert(Line(n - 1).sText);
     }
-    return fields;
-  }
-
-  bool IsAtOnePlace(const LabelLines& label, size_t nStart, std::u32string_view sLabel) const {
-    const auto nThere = std::count_if(label.lines.begin(), label.lines.end(), [&](size_t n) {
-      return Line(n).sText.size() > nStart && Line(n).sText.substr(nStart).starts_with(sLabel);
-    });
-    return static_cast<size_t>(nThere) * 10 >= label.lines.size() * 9;
-  }
-
-  TidyPart PartOf(const LabelLines& label) {
-    TidyPart part;
-    part.likes.push_back(PictureOf(label.sPrefix));
-    std::vector<TidyPlace>& places = part.cut.places.emplace_back();
-    for (const Field& field : FieldsOf(label)) {
-      const bool bOpen = field.nEnd == std::u32string_view::npos;
-      // A blank stays in front of the next label, or a value would go on into it.
-      places.push_back({static_cast<int32_t>(field.nValue) + 1, bOpen ? 0 : static_cast<int32_t>(field.nEnd) - 1});
-      part.names.push_back(OwnName(Utf8Of(field.sName)));
-      std::vector<std::u32string_view> values;
-      for (const size_t n : label.lines) {
-        const std::u32string_view sText = Line(n).sText;
-        const size_t nCount = bOpen ? field.nEnd : field.nEnd - field.nValue;
-        values.push_back(field.nValue < sText.size() ? TrimPlaces(sText.substr(field.nValue, nCount))
-                                                     : std::u32string_view());
-      }
-      part.types.push_back(TypingOfValues(values, part.blanks));
-    }
-    return part;
-  }
-
-  /// A name that no other column of the table has: values of one name would become one.
-  std::string OwnName(const std::string& sName) {
-    const size_t nBefore = names_[sName]++;
-    return nBefore == 0 ? sName : sName + " " + std::to_string(nBefore + 1);
+    return nAbove * 5 >= labels_[nAnchor].lines.size() * 3 && texts.size() * 2 > nAbove;
   }
 
   FoundTable TableOf(size_t nAnchor, const std::vector<size_t>& members) {
     FoundTable table;
-    names_.clear();
+    clsLabelParts parts(report_);
     table.bRecords = true;
     table.rows = labels_[nAnchor].lines;
     for (const size_t nLabel : members) {
       const LabelLines& label = labels_[nLabel];
       for (const size_t n : label.lines) taken_[n] = true;
       if (nLabel == nAnchor) {
-        table.tidy.row = PartOf(label);
+        table.tidy.row = parts.PartOf(label);
         continue;
       }
       TidyFurtherLine further;
-      further.part = PartOf(label);
+      further.part = parts.PartOf(label);
       table.tidy.lines.push_back(std::move(further));
       table.furtherLines.insert(table.furtherLines.end(), label.lines.begin(), label.lines.end());
     }
@@ -244,13 +277,90 @@ class clsRecordsByLabel {
   std::vector<bool>& taken_;
   std::vector<LabelLines> labels_;
   std::vector<size_t> kinds_;  ///< Label of each line
-  std::map<std::string, size_t> names_;
 };
 
 }  // namespace
 
+bool AttachLabelledLines(const clsReportSample& report, const std::vector<bool>& taken, FoundTable& table) {
+  std::map<std::u32string, size_t> known;
+  std::vector<LabelLines> labels;
+  size_t nOthers = 0;
+  const auto isFree = [&](size_t n) {
+    return n < report.Lines().size() && !report.Lines()[n].IsBlank() && !report.Lines()[n].bDrawn && !taken[n];
+  };
+  for (const size_t nRow : table.rows) {
+    constexpr size_t kMostBelow = 12;
+    for (size_t n = nRow + 1; n <= nRow + kMostBelow && isFree(n); ++n) {
+      const SampleLine& line = report.Lines()[n];
+      const auto nEnd = LabelEnd(line.sText, static_cast<size_t>(line.marks.front().lStart));
+      nOthers += nEnd ? 0U : 1U;
+      if (!nEnd) continue;
+      std::u32string sPrefix(line.sText.substr(0, *nEnd));
+      const auto [it, bNew] = known.try_emplace(std::move(sPrefix), labels.size());
+      if (bNew) labels.push_back({it->first, {}});
+      labels[it->second].lines.push_back(n);
+    }
+  }
+  std::erase_if(labels, [](const LabelLines& label) { return label.lines.size() < 2; });
+  size_t nLines = 0;
+  for (const LabelLines& label : labels) nLines += label.lines.size();
+  if (nLines * 3 < table.rows.size() || nOthers > nLines) return false;
+  clsLabelParts parts(report);
+  parts.AddNames(table.tidy.row.names);
+  for (const LabelLines& label : labels) {
+    TidyFurtherLine further;
+    further.part = parts.PartOf(label);
+    table.tidy.lines.push_back(std::move(further));
+    table.furtherLines.insert(table.furtherLines.end(), label.lines.begin(), label.lines.end());
+  }
+  table.bRecords = true;
+  return true;
+}
+
 std::vector<FoundTable> FindRecordsByLabel(const clsReportSample& report, std::vector<bool>& taken) {
   return clsRecordsByLabel(report, taken).Find();
+}
+
+namespace {
+
+/// Whether the line is a label, ended by a colon, with a value.
+bool IsLabelLine(const SampleLine& line) {
+  if (line.IsBlank() || line.bDrawn) return false;
+  const auto nFirst = static_cast<size_t>(line.marks.front().lStart);
+  const auto nEnd = LabelEnd(line.sText, nFirst);
+  return nEnd && *nEnd < line.sText.size() && line.sText[*nEnd - 1] == U':' &&
+         line.sText.find(U':') == *nEnd - 1;
+}
+
+}  // namespace
+
+std::vector<FoundTable> FindLabelLists(const clsReportSample& report, std::vector<bool>& taken) {
+  constexpr size_t kFewest = 5;
+  FoundTable table;
+  size_t nLines = 0;
+  std::vector<std::u32string_view> labels;
+  std::vector<std::u32string_view> values;
+  for (size_t n = 0; n < report.Lines().size(); ++n) {
+    const SampleLine& line = report.Lines()[n];
+    nLines += line.IsBlank() || line.bDrawn ? 0U : 1U;
+    if (taken[n] || !IsLabelLine(line)) continue;
+    table.rows.push_back(n);
+    const size_t nColon = line.sText.find(U':');
+    labels.push_back(TrimPlaces(line.sText.substr(0, nColon)));
+    values.push_back(TrimPlaces(line.sText.substr(nColon + 1)));
+  }
+  // Elsewhere such lines are headings, and told as such.
+  if (table.rows.size() < kFewest || table.rows.size() * 10 < nLines * 8) return {};
+  table.bRecords = true;
+  table.tidy.row.cut.split = TidySplit::AtText;
+  table.tidy.row.cut.sSplit = ":";
+  table.tidy.row.names = {"Label", "Value"};
+  table.tidy.row.types = {{TidyType::Text, false, 0, {}}, TypingOfValues(values, table.tidy.row.blanks)};
+  table.tidy.row.needs = {{0, {{TidyKind::Letters, {}}}}, {1, {{TidyKind::Any, {}}}}};
+  for (const size_t n : table.rows) taken[n] = true;
+  std::vector<FoundTable> tables;
+  tables.push_back(std::move(table));
+  return tables;
 }
 
 }  // namespace quillon

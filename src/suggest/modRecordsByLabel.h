@@ -12,4 +12,11 @@ namespace quillon {
 /// are marked in taken, which has as many entries as the sample has lines.
 std::vector<FoundTable> FindRecordsByLabel(const clsReportSample& report, std::vector<bool>& taken);
 
+/// Gives a table the lines with labels that stand below its rows. False if there are none, or too much else.
+bool AttachLabelledLines(const clsReportSample& report, const std::vector<bool>& taken, FoundTable& table);
+
+/// Labels with one value each, one below the other: a table of two columns, if they are most of the
+/// report; elsewhere they are headings.
+std::vector<FoundTable> FindLabelLists(const clsReportSample& report, std::vector<bool>& taken);
+
 }  // namespace quillon

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "clsTableShape.h"
 #include "modTidyOfShape.h"
 
 namespace quillon {
@@ -45,11 +46,19 @@ class clsSplitTables {
  public:
   clsSplitTables(const clsReportSample& report, std::vector<bool>& taken) : report_(report), taken_(taken) {}
 
-  std::vector<FoundTable> Find() {
+  std::vector<FoundTable> FindMarked() {
     for (const char32_t ch : std::u32string_view(U",;|:")) FindMarked({TidySplit::AtText, ch});
+    return std::move(tables_);
+  }
+
+  void FindSplit(std::vector<FoundTable>& tables) {
+    known_ = &tables;
     FindPieces({TidySplit::AtGaps, 0});
     FindPieces({TidySplit::AtBlanks, 0});
-    return std::move(tables_);
+    for (FoundTable& table : tables_) {
+      std::erase_if(tables, [&](const FoundTable& other) { return Shared(other.rows, table.rows) * 2 > other.rows.size(); });
+    }
+    for (FoundTable& table : tables_) tables.push_back(std::move(table));
   }
 
  private:
@@ -78,7 +87,9 @@ class clsSplitTables {
       n = nEnd;
     }
     for (auto& [nMarks, rows] : byCount) {
-      if (MarksStandApart(rows, way.ch) && !FollowedByBlank(rows, way.ch)) AddMarked(way, nMarks + 1, rows);
+      const bool bApart = MarksStandApart(rows, way.ch) && !FollowedByBlank(rows, way.ch);
+      if (!bApart || HaveGaps(way, nMarks + 1, rows) || (way.ch == U',' && PartThousands(rows))) continue;
+      if (way.ch != U':' || IsBetter(way, nMarks + 1, rows)) AddMarked(way, nMarks + 1, rows);
     }
   }
 
@@ -106,6 +117,39 @@ class clsSplitTables {
     return nBlank * 2 > nMarks;
   }
 
+  /// Whether most commas stand in front of three digits and behind one.
+  bool PartThousands(const std::vector<size_t>& rows) const {
+    size_t nMarks = 0;
+    size_t nThousands = 0;
+    for (const size_t n : rows) {
+      const std::u32string_view sText = Line(n).sText;
+      for (size_t i = sText.find(U','); i != std::u32string_view::npos; i = sText.find(U',', i + 1)) {
+        constexpr size_t kGroup = 3;
+        const std::u32string_view sGroup = sText.substr(i + 1, kGroup);
+        ++nMarks;
+        const bool bEnds = i + 1 + kGroup >= sText.size() || !IsDigitPlace(sText[i + 1 + kGroup]);
+        nThousands += i > 0 && IsDigitPlace(sText[i - 1]) && sGroup.size() == kGroup && bEnds &&
+                              std::all_of(sGroup.begin(), sGroup.end(), IsDigitPlace)
+                          ? 1U
+                          : 0U;
+      }
+    }
+    return nThousands * 2 > nMarks;
+  }
+
+  /// Values with a gap inside are several columns.
+  bool HaveGaps(const Way& way, size_t nColumns, const std::vector<size_t>& rows) const {
+    size_t nGaps = 0;
+    for (const size_t n : rows) {
+      const Cells cells = PiecesOf(Line(n), way, nColumns);
+      nGaps += std::any_of(cells.begin(), cells.end() - 1,
+                           [](std::u32string_view s) { return s.find(U"  ") != std::u32string_view::npos; })
+                   ? 1U
+                   : 0U;
+    }
+    return nGaps * 10 > rows.size();
+  }
+
   void AddMarked(const Way& way, size_t nColumns, std::vector<size_t> rows) {
     std::vector<size_t> heading;
     const Cells first = PiecesOf(Line(rows.front()), way, nColumns);
@@ -123,13 +167,13 @@ class clsSplitTables {
 
   /// What the pieces at one index are.
   struct Index {
-    size_t nNumbers = 0, nFigures = 0;
+    size_t nFigures = 0;
     std::map<int32_t, size_t> starts, ends;
   };
 
   /// Lines with a digit and several pieces, one below the other; the longest runs tell what the pieces are.
   void FindPieces(const Way& way) {
-    constexpr size_t kFewest = 4;
+    constexpr size_t kFewest = 3;
     constexpr size_t kFewestPieces = 3;
     std::vector<std::vector<size_t>> runs;
     for (size_t n = 0; n < report_.Lines().size(); ++n) {
@@ -177,8 +221,9 @@ class clsSplitTables {
     if (way.split == TidySplit::AtBlanks && (figures.size() + 1) * 2 < nColumns) return false;
     if (way.split == TidySplit::AtGaps && nFewest != nMost) return false;
     const std::vector<size_t> rows = AllLines(way, nColumns, numbers, figures);
-    constexpr size_t kFewestRows = 6;
-    if (rows.size() < kFewestRows || !StandApart(way, nColumns, rows)) return false;
+    const size_t kFewestRows = nFewest == nMost ? 3 : 6;
+    if (rows.size() < kFewestRows || !StandClose(rows) || !StandApart(way, nColumns, rows)) return false;
+    if (!IsBetter(way, nColumns, rows)) return false;
     AddTable(way, nColumns, rows, HeadingOf(way, nColumns, rows.front()));
     return true;
   }
@@ -210,14 +255,89 @@ class clsSplitTables {
         ++index[i].ends[lStart + static_cast<int32_t>(cells[i].size())];
       }
     }
-    const auto most = [](const std::map<int32_t, size_t>& counts) {
-      size_t nMost = 0;
-      for (const auto& [lPlace, nCount] : counts) nMost = std::max(nMost, nCount);
-      return nMost;
-    };
     size_t nApart = 0;
-    for (const Index& i : index) nApart += std::max(most(i.starts), most(i.ends)) * 20 < rows.size() * 17 ? 1U : 0U;
+    for (const Index& i : index) nApart += std::max(MostOf(i.starts), MostOf(i.ends)) * 20 < rows.size() * 17 ? 1U : 0U;
     return nApart > 0;
+  }
+
+  /// Whether more columns of figures come apart than by the places of the tables that have these lines, or of the lines.
+  bool IsBetter(const Way& way, size_t nColumns, const std::vector<size_t>& rows) const {
+    size_t nKnown = 0;
+    for (size_t i = 0; known_ != nullptr && i < known_->size(); ++i) {
+      const FoundTable& table = (*known_)[i];
+      const size_t nShared = table.bDoubtful ? 0 : Shared(table.rows, rows);
+      if (nShared == 0) continue;
+      const bool bByPlaces = table.bRecords || FiguresApart(way, nColumns, table.rows) <= FiguresByPlaces(table.rows);
+      nKnown += bByPlaces ? nShared : 0U;
+    }
+    if (nKnown > 0) return nKnown * 2 < rows.size();
+    return FiguresApart(way, nColumns, rows) > FiguresByPlaces(rows);
+  }
+
+  static size_t Shared(const std::vector<size_t>& lines, const std::vector<size_t>& rows) {
+    return static_cast<size_t>(std::count_if(lines.begin(), lines.end(), [&](size_t n) { return std::binary_search(rows.begin(), rows.end(), n); }));
+  }
+
+  size_t FiguresApart(const Way& way, size_t nColumns, const std::vector<size_t>& rows) const {
+    std::vector<size_t> figures(nColumns);
+    for (const size_t n : rows) {
+      const Cells cells = PiecesOf(Line(n), way, nColumns);
+      for (size_t i = 0; i < cells.size(); ++i) figures[i] += IsFigure(cells[i]) ? 1U : 0U;
+    }
+    return static_cast<size_t>(
+        std::count_if(figures.begin(), figures.end(), [&](size_t nCount) { return IsMost(nCount, rows.size()); }));
+  }
+
+  static bool IsFigure(std::u32string_view sCell) { return HasDigit(sCell) && sCell.find(U' ') == std::u32string_view::npos; }
+
+  /// Columns of figures that places tell apart; inside of a column as many as stand at edges of their own.
+  size_t FiguresByPlaces(const std::vector<size_t>& rows) const {
+    const clsTableShape shape(report_, rows);
+    std::vector<Cells> columns(shape.Columns().size());
+    Cells cells;
+    for (const size_t n : rows) {
+      shape.Cut(Line(n).sText, cells);
+      for (size_t i = 0; i < cells.size(); ++i) columns[i].push_back(cells[i]);
+    }
+    size_t nAll = 0;
+    for (const Cells& column : columns) {
+      const auto nFigures = static_cast<size_t>(std::count_if(column.begin(), column.end(), IsFigure));
+      const auto nFilled = static_cast<size_t>(std::count_if(column.begin(), column.end(), [](std::u32string_view s) { return !s.empty(); }));
+      nAll += nFilled * 10 > rows.size() && IsMost(nFigures, nFilled) ? 1U : FiguresInside(column, rows);
+    }
+    return nAll;
+  }
+
+  size_t FiguresInside(const Cells& column, const std::vector<size_t>& rows) const {
+    std::vector<Index> index;
+    for (size_t r = 0; r < column.size(); ++r) {
+      const std::u32string_view sLine = Line(rows[r]).sText;
+      size_t nToken = 0;
+      for (const LineMark& mark : Line(rows[r]).marks) {
+        if (column[r].empty() || mark.lStart < column[r].data() - sLine.data() || mark.lEnd >= column[r].data() - sLine.data() + static_cast<ptrdiff_t>(column[r].size())) continue;
+        if (index.size() <= nToken) index.emplace_back();
+        Index& at = index[nToken++];
+        at.nFigures += HasDigit(sLine.substr(static_cast<size_t>(mark.lStart), static_cast<size_t>(mark.lEnd - mark.lStart) + 1)) ? 1U : 0U;
+        ++at.starts[mark.lStart];
+        ++at.ends[mark.lEnd];
+      }
+    }
+    return static_cast<size_t>(std::count_if(index.begin(), index.end(), [&](const Index& at) {
+      return IsMost(at.nFigures, rows.size()) && std::max(MostOf(at.starts), MostOf(at.ends)) * 20 >= rows.size() * 17;
+    }));
+  }
+
+  static size_t MostOf(const std::map<int32_t, size_t>& counts) {
+    size_t nMost = 0;
+    for (const auto& [lPlace, nCount] : counts) nMost = std::max(nMost, nCount);
+    return nMost;
+  }
+
+  /// Most lines between the first and the last row, blank and drawn ones aside, are rows.
+  bool StandClose(const std::vector<size_t>& rows) const {
+    size_t nLines = 0;
+    for (size_t n = rows.front(); n <= rows.back(); ++n) nLines += Line(n).IsBlank() || Line(n).bDrawn ? 0U : 1U;
+    return rows.size() * 2 > nLines;
   }
 
   /// The line above with as many words, none of them a number.
@@ -257,13 +377,18 @@ class clsSplitTables {
 
   const clsReportSample& report_;
   std::vector<bool>& taken_;
+  const std::vector<FoundTable>* known_ = nullptr;  ///< Tables by places
   std::vector<FoundTable> tables_;
 };
 
 }  // namespace
 
-std::vector<FoundTable> FindSplitTables(const clsReportSample& report, std::vector<bool>& taken) {
-  return clsSplitTables(report, taken).Find();
+std::vector<FoundTable> FindMarkedTables(const clsReportSample& report, std::vector<bool>& taken) {
+  return clsSplitTables(report, taken).FindMarked();
+}
+
+void FindSplitTables(const clsReportSample& report, std::vector<bool>& taken, std::vector<FoundTable>& tables) {
+  clsSplitTables(report, taken).FindSplit(tables);
 }
 
 }  // namespace quillon

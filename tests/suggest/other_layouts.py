@@ -61,7 +61,7 @@ def disk_usage(rng):
 
 
 def directory_tree(rng):
-    rows, lines = [["^Folder", "Mode", "Links", "Owner", "Group", "Size", "Month", "Day", "Time", "Name"]], []
+    rows, lines = [["^Folder", "Mode", "Links", "Owner", "Group", "Size", "Date", "Time", "Name"]], []
     for k in range(rng.randint(3, 8)):
         folder = "./" + some(rng, k, parting="/") if k else "."
         lines += ([""] if k else []) + [folder + ":", f"total {rng.randrange(4, 400)}"]
@@ -72,7 +72,7 @@ def directory_tree(rng):
             block.append([rng.choice(("-rw-r--r--", "drwxr-xr-x", "-rwxr-xr-x")), str(rng.randint(1, 22)), "root", rng.choice(("root", "staff")),
                           str(rng.choice((0, 4096, rng.randrange(10**7)))), date, some(rng, 1) + rng.choice((".txt", ".d", "", " copy.c"))])
         lines += laid(block, "<><<><<", " ")
-        rows += [[folder, *row[:5], *row[5].split(), row[6]] for row in block]
+        rows += [[folder, *row[:5], row[5][:6], row[5][6:].strip(), row[6]] for row in block]
     return text_of(lines), [rows]
 
 
@@ -214,12 +214,12 @@ def invoice(rng):
         parts = [" ".join(words[k:k + 4]) for k in range(0, len(words), 4)]
         total += quantity * price
         row = [str(i + 1), f"A-{rng.randrange(1000):03d}", " ".join(words), str(quantity), f"{price / 100:,.2f}", f"{quantity * price / 100:,.2f}"]
-        lines.append("{:>3}  {:<7}{:<30}{:>5}{:>12}{:>14}".format(row[0], row[1], parts[0], *row[3:]))
-        lines += [" " * 12 + part for part in parts[1:]]
+        lines.append("{:>3}  {:<9}{:<30}{:>5}{:>12}{:>14}".format(row[0], row[1], parts[0], *row[3:]))
+        lines += [" " * 14 + part for part in parts[1:]]
         rows.append(row)
     head = [f"{some(rng, 2).title()} Ltd.", f"{rng.randint(1, 99)} {some(rng, 1).title()} Street", "", f"INVOICE No. {rng.randrange(10000)}        Date: {day(rng).isoformat()}", "Customer: " + person(rng), "",
-            "{:>3}  {:<7}{:<30}{:>5}{:>12}{:>14}".format(*rows[0]), "-" * 71]
-    foot = ["-" * 71, f"{'Subtotal':<50}{total / 100:>21,.2f}", f"{'VAT 20 %':<50}{total / 500:>21,.2f}", f"{'Total due':<50}{total * 1.2 / 100:>21,.2f}", "", "Payable within 30 days. Thank you for your order."]
+            "{:>3}  {:<9}{:<30}{:>5}{:>12}{:>14}".format(*rows[0]), "-" * 73]
+    foot = ["-" * 73, f"{'Subtotal':<52}{total / 100:>21,.2f}", f"{'VAT 20 %':<52}{total / 500:>21,.2f}", f"{'Total due':<52}{total * 1.2 / 100:>21,.2f}", "", "Payable within 30 days. Thank you for your order."]
     return text_of(head, lines, foot), [rows]
 
 
@@ -322,7 +322,7 @@ def drifting(rng):
 
 def payroll(rng):
     """Names over two lines with rulers, a heading of pages, groups, totals of groups and a grand total."""
-    rows, lines, page = [["^Department", "Empl No", "Employee Name", "Hours Worked", "Gross Pay", "Net Pay"]], [], 0
+    rows, lines, page = [["^Department No", "^Department", "Empl No", "Employee Name", "Hours Worked", "Gross Pay", "Net Pay"]], [], 0
     head = ["EMPL   EMPLOYEE                   HOURS        GROSS          NET", "NO     NAME                      WORKED          PAY          PAY",
             "-----  ----------------------  --------  -----------  -----------"]
     line = "{:<5}  {:<22}  {:>8}  {:>11}  {:>11}"
@@ -336,7 +336,7 @@ def payroll(rng):
             row = [f"{rng.randrange(10**5):05d}", person(rng), f"{rng.randrange(100, 2000) / 10:.1f}", f"{gross / 100:,.2f}", f"{gross * 7 // 10 / 100:,.2f}"]
             total += gross
             lines.append(line.format(*row))
-            rows.append([f"{number} {WORD[number % 20].upper()}", *row])
+            rows.append([str(number), WORD[number % 20].upper(), *row])
         lines += ["", line.format("", "DEPARTMENT TOTAL", "", f"{total / 100:,.2f}", "")]
         grand += total
     lines += ["", line.format("", "GRAND TOTAL", "", f"{grand / 100:,.2f}", "")]
