@@ -144,9 +144,8 @@ bool clsTableShape::HaveOneName(const Part& left, const Part& right) const {
     const bool bFixed = left.IsNumber() && left.dStart >= kAll && left.dEnd >= kAll && right.dStart >= kAll &&
                         right.dEnd >= kAll && right.dFilled >= kAll;
     const auto over = [&](const Part& part) {
-      return std::any_of(names_.begin(), names_.end(), [&](const LineMark& mark) {
-        return mark.lStart <= part.lLast && mark.lEnd >= part.lFirst;
-      });
+      return std::any_of(names_.begin(), names_.end(),
+                         [&](const LineMark& mark) { return mark.lStart <= part.lLast && mark.lEnd >= part.lFirst; });
     };
     return bFixed && over(left) && !over(right);
   }

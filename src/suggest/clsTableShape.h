@@ -58,11 +58,11 @@ class clsTableShape {
   const clsReportSample& report_;
   std::vector<size_t> rows_;
   std::span<const LineMark> names_;  ///< Words of the names directly above the rows
-  std::set<int32_t> nameEnds_;    ///< Where the words of the names end
-  std::vector<uint32_t> filled_;  ///< Rows that aren't blank at each place
-  std::vector<bool> parting_;     ///< Places that hold a bar or the like to part columns
-  bool bByMarks_ = false;         ///< Commas or bars part all columns
-  int32_t lEquals_ = -1;          ///< Place of an equals sign that all rows have: a label stands in front of it
+  std::set<int32_t> nameEnds_;       ///< Where the words of the names end
+  std::vector<uint32_t> filled_;     ///< Rows that aren't blank at each place
+  std::vector<bool> parting_;        ///< Places that hold a bar or the like to part columns
+  bool bByMarks_ = false;            ///< Commas or bars part all columns
+  int32_t lEquals_ = -1;             ///< Place of an equals sign that all rows have: a label stands in front of it
   std::vector<ShapeColumn> columns_;
 };
 

@@ -69,9 +69,9 @@ class clsDistantLines {
     }
     constexpr size_t kMostTurns = 6;
     for (size_t nTurns = 2; nTurns <= kMostTurns; ++nTurns) {
-      const bool bTexts = tables_[i].headingLines.empty() &&
-                          std::none_of(shape.Columns().begin(), shape.Columns().end(),
-                                       [](const ShapeColumn& column) { return column.bNumber; });
+      const bool bTexts =
+          tables_[i].headingLines.empty() && std::none_of(shape.Columns().begin(), shape.Columns().end(),
+                                                          [](const ShapeColumn& column) { return column.bNumber; });
       if (!TakeTurns(rows, kinds, nTurns, bTexts)) continue;
       std::vector<std::vector<size_t>> lines(nTurns);
       size_t nTurn = 0;
@@ -98,8 +98,8 @@ class clsDistantLines {
 
   /// Whether runs of lines have a multiple of nTurns lines, and each turn has a column of a kind that the next one
   /// hasn't there; where there are only texts, one such turn is enough in runs of so many lines.
-  static bool TakeTurns(const std::vector<size_t>& rows, const std::vector<std::vector<CellKind>>& kinds,
-                        size_t nTurns, bool bTexts) {
+  static bool TakeTurns(const std::vector<size_t>& rows, const std::vector<std::vector<CellKind>>& kinds, size_t nTurns,
+                        bool bTexts) {
     size_t nRuns = 0;
     size_t nWhole = 0;
     size_t nExact = 0;
@@ -204,9 +204,8 @@ class clsDistantLines {
     return std::any_of(tables_.begin(), tables_.end(), [&](const FoundTable& other) {
       if (other.bDoubtful || &other == &tables_[i]) return false;
       const std::vector<size_t> taken = RowsTaken(report_, other.tidy);
-      const auto nTaken = std::count_if(rows.begin(), rows.end(), [&](size_t n) {
-        return std::binary_search(taken.begin(), taken.end(), n);
-      });
+      const auto nTaken = std::count_if(rows.begin(), rows.end(),
+                                        [&](size_t n) { return std::binary_search(taken.begin(), taken.end(), n); });
       return static_cast<size_t>(nTaken) * 5 > rows.size();
     });
   }

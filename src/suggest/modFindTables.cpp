@@ -42,8 +42,10 @@ class clsTableFinder {
     MarkOwners();
     for (FoundTable& table : tables_) {
       if (table.bDoubtful || table.bRecords) continue;
-      FindIndentedTitles(report_, clsTableShape(report_, table.rows, table.headingLines), table.rows, owners_,
-                         table.tidy);
+      const clsTableShape shape(report_, table.rows, table.headingLines);
+      for (const size_t n : FindIndentedTitles(report_, shape, table.rows, owners_, table.tidy)) {
+        table.furtherLines.push_back(n);
+      }
     }
     MendTables();
     MarkOwners();
@@ -363,7 +365,9 @@ class clsTableFinder {
   bool MergeTables() {
     for (size_t i = 0; i < tables_.size(); ++i) {
       for (size_t j = i + 1; j < tables_.size(); ++j) {
-        if (tables_[i].bDoubtful || tables_[i].bRecords || tables_[j].bRecords || !HaveSameColumns(tables_[i], tables_[j])) continue;
+        if (tables_[i].bDoubtful || tables_[i].bRecords || tables_[j].bRecords ||
+            !HaveSameColumns(tables_[i], tables_[j]))
+          continue;
         Part both{tables_[i].rows, tables_[i].headingLines};
         both.rows.insert(both.rows.end(), tables_[j].rows.begin(), tables_[j].rows.end());
         std::sort(both.rows.begin(), both.rows.end());

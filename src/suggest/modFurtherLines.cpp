@@ -44,14 +44,14 @@ class clsFurtherLines {
     FindLevels(table);
   }
 
-  void FindTitles(TidyTable& table) const {
+  std::vector<size_t> FindTitles(TidyTable& table) const {
     int32_t lStart = -1;
     for (const size_t n : rows_) {
       const int32_t lHere = nText_ < shape_.Columns().size() ? StartOfText(n) : -1;
-      if (lHere < 0 || (lStart >= 0 && lHere != lStart)) return;
+      if (lHere < 0 || (lStart >= 0 && lHere != lStart)) return {};
       lStart = lHere;
     }
-    FindTitles(lStart, table);
+    return FindTitles(lStart, table);
   }
 
  private:
@@ -72,7 +72,7 @@ class clsFurtherLines {
     for (const size_t nRow : rows_) {
       constexpr size_t kMostBelow = 3;
       bool bAny = false;
-      for (size_t n = nRow + 1; n <= nRow + kMostBelow && IsFree(n); ++n) {
+      for (size_t n = nRow + 1; n <= nRow + kMostBelow && IsFree(n) && !SaysTotal(Line(n).sText); ++n) {
         ++starts[Line(n).marks.front().lStart];
         ++nBelow;
         nUnder += StandsUnderOneText(n) ? 1U : 0U;
@@ -213,29 +213,32 @@ class clsFurtherLines {
 
   /// Lines of one text further out than all rows, which stand at one indentation: a title for each group below it. Rows
   /// are told from titles by the blanks in front of them.
-  bool FindTitles(int32_t lRows, TidyTable& table) const {
-    if (lRows <= 0 || nText_ != 0) return false;
+  std::vector<size_t> FindTitles(int32_t lRows, TidyTable& table) const {
+    if (lRows <= 0 || nText_ != 0) return {};
+    std::vector<size_t> titles;
     std::map<int32_t, size_t> starts;
-    size_t nTitles = 0;
     size_t nOthers = 0;
     size_t nFirst = rows_.front();
     while (nFirst > 0 && IsTitle(nFirst - 1, lRows)) --nFirst;
     for (size_t n = nFirst; n < rows_.back(); ++n) {
       if (!IsFree(n)) continue;
-      const bool bTitle = IsTitle(n, lRows);
-      (bTitle ? nTitles : nOthers) += 1;
-      if (bTitle) ++starts[Line(n).marks.front().lStart];
+      if (!IsTitle(n, lRows)) {
+        ++nOthers;
+        continue;
+      }
+      titles.push_back(n);
+      ++starts[Line(n).marks.front().lStart];
     }
     constexpr size_t kFewest = 2;
     constexpr size_t kMostLevels = 3;
-    if (nTitles < kFewest || nOthers * 4 > nTitles || starts.empty() || starts.size() > kMostLevels) return false;
-    if (nFirst == rows_.front() || table.row.cut.places.size() != 1) return false;
+    if (titles.size() < kFewest || nOthers * 4 > titles.size() || starts.size() > kMostLevels) return {};
+    if (nFirst == rows_.front() || table.row.cut.places.size() != 1) return {};
     table.levelColumn = nText_;
     const std::vector<std::string> names{"Group", "Subgroup", "Subgroup 2"};
     table.levelNames.assign(names.begin(), names.begin() + static_cast<ptrdiff_t>(starts.size()));
     table.row.likes.push_back(std::string(static_cast<size_t>(lRows), '_') + "X");
     table.row.cut.places.front()[nText_].nStart = starts.begin()->first + 1;
-    return true;
+    return titles;
   }
 
   /// A line of one text further out than the rows, above a row or another title that is further in.
@@ -313,9 +316,9 @@ void FindFurtherLines(const clsReportSample& report, const clsTableShape& shape,
   clsFurtherLines(report, shape, rows, owners).Find(table);
 }
 
-void FindIndentedTitles(const clsReportSample& report, const clsTableShape& shape, std::span<const size_t> rows,
-                        const LineOwners& owners, TidyTable& table) {
-  clsFurtherLines(report, shape, rows, owners).FindTitles(table);
+std::vector<size_t> FindIndentedTitles(const clsReportSample& report, const clsTableShape& shape,
+                                       std::span<const size_t> rows, const LineOwners& owners, TidyTable& table) {
+  return clsFurtherLines(report, shape, rows, owners).FindTitles(table);
 }
 
 }  // namespace quillon

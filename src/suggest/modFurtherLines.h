@@ -14,8 +14,8 @@ void FindFurtherLines(const clsReportSample& report, const clsTableShape& shape,
                       const LineOwners& owners, TidyTable& table);
 
 /// Lines of one text further out than all rows become levels. To be called before rows are mended: a title looks like a
-/// row whose values lack.
-void FindIndentedTitles(const clsReportSample& report, const clsTableShape& shape, std::span<const size_t> rows,
-                        const LineOwners& owners, TidyTable& table);
+/// row whose values lack. The titles, no line otherwise.
+std::vector<size_t> FindIndentedTitles(const clsReportSample& report, const clsTableShape& shape,
+                                       std::span<const size_t> rows, const LineOwners& owners, TidyTable& table);
 
 }  // namespace quillon

@@ -204,8 +204,7 @@ class clsRecordsByLabel {
       size_t nOnce = 0;
       size_t nLast = kNone;
       for (const size_t n : lines) {
-        const auto nRecord =
-            static_cast<size_t>(std::upper_bound(starts.begin(), starts.end(), n) - starts.begin());
+        const auto nRecord = static_cast<size_t>(std::upper_bound(starts.begin(), starts.end(), n) - starts.begin());
         nOnce += nRecord > 0 && nRecord != nLast ? 1U : 0U;
         nLast = nRecord;
       }
@@ -328,8 +327,7 @@ bool IsLabelLine(const SampleLine& line) {
   if (line.IsBlank() || line.bDrawn) return false;
   const auto nFirst = static_cast<size_t>(line.marks.front().lStart);
   const auto nEnd = LabelEnd(line.sText, nFirst);
-  return nEnd && *nEnd < line.sText.size() && line.sText[*nEnd - 1] == U':' &&
-         line.sText.find(U':') == *nEnd - 1;
+  return nEnd && *nEnd < line.sText.size() && line.sText[*nEnd - 1] == U':' && line.sText.find(U':') == *nEnd - 1;
 }
 
 }  // namespace

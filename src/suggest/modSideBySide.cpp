@@ -48,7 +48,8 @@ bool AreAsWide(const std::vector<ShapeColumn>& columns, size_t nRecords) {
     const int32_t lWidth = columns[n].lLast - columns[n].lFirst + 1;
     const int32_t lFirst = columns[n % nColumns].lLast - columns[n % nColumns].lFirst + 1;
     constexpr int32_t kFar = 4;
-    if (columns[n].bNumber ? std::abs(lWidth - lFirst) > kFar : lWidth > lFirst * 3 || lFirst > lWidth * 3) return false;
+    if (columns[n].bNumber ? std::abs(lWidth - lFirst) > kFar : lWidth > lFirst * 3 || lFirst > lWidth * 3)
+      return false;
   }
   return true;
 }
@@ -198,7 +199,8 @@ std::vector<FoundTable> FindLabelSheets(const clsReportSample& report, std::vect
   constexpr size_t kMostLines = 8;
   const std::vector<std::vector<size_t>> blocks = BlocksOf(report, taken);
   const size_t nLines = blocks.empty() ? 0 : blocks.front().size();
-  const bool bAlike = std::all_of(blocks.begin(), blocks.end(), [&](const auto& block) { return block.size() == nLines; });
+  const bool bAlike =
+      std::all_of(blocks.begin(), blocks.end(), [&](const auto& block) { return block.size() == nLines; });
   if (blocks.size() < kFewestBlocks || !bAlike || nLines < 2 || nLines > kMostLines) return {};
   const std::vector<int32_t> starts = CommonStarts(report, blocks);
   if (starts.empty()) return {};

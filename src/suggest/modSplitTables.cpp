@@ -56,7 +56,8 @@ class clsSplitTables {
     FindPieces({TidySplit::AtGaps, 0});
     FindPieces({TidySplit::AtBlanks, 0});
     for (FoundTable& table : tables_) {
-      std::erase_if(tables, [&](const FoundTable& other) { return Shared(other.rows, table.rows) * 2 > other.rows.size(); });
+      std::erase_if(tables,
+                    [&](const FoundTable& other) { return Shared(other.rows, table.rows) * 2 > other.rows.size(); });
     }
     for (FoundTable& table : tables_) tables.push_back(std::move(table));
   }
@@ -154,8 +155,10 @@ class clsSplitTables {
     std::vector<size_t> heading;
     const Cells first = PiecesOf(Line(rows.front()), way, nColumns);
     const Cells second = PiecesOf(Line(rows[1]), way, nColumns);
-    const bool bWords = std::none_of(first.begin(), first.end(), [](std::u32string_view s) { return s.empty() || IsDigitPlace(s.front()); });
-    const bool bFigures = std::any_of(second.begin(), second.end(), HasDigit) && std::none_of(first.begin(), first.end(), IsNumberText);
+    const bool bWords = std::none_of(first.begin(), first.end(),
+                                     [](std::u32string_view s) { return s.empty() || IsDigitPlace(s.front()); });
+    const bool bFigures =
+        std::any_of(second.begin(), second.end(), HasDigit) && std::none_of(first.begin(), first.end(), IsNumberText);
     if (bWords && bFigures) {
       heading.push_back(rows.front());
       rows.erase(rows.begin());
@@ -235,10 +238,9 @@ class clsSplitTables {
     for (size_t n = 0; n < report_.Lines().size(); ++n) {
       if (!IsFree(n)) continue;
       const Cells cells = PiecesOf(Line(n), way, nColumns);
-      const bool bRow =
-          cells.size() == nColumns &&
-          std::all_of(numbers.begin(), numbers.end(), [&](size_t i) { return IsNumberText(cells[i]); }) &&
-          std::all_of(figures.begin(), figures.end(), [&](size_t i) { return HasDigit(cells[i]); });
+      const bool bRow = cells.size() == nColumns &&
+                        std::all_of(numbers.begin(), numbers.end(), [&](size_t i) { return IsNumberText(cells[i]); }) &&
+                        std::all_of(figures.begin(), figures.end(), [&](size_t i) { return HasDigit(cells[i]); });
       if (bRow) rows.push_back(n);
     }
     return rows;
@@ -260,7 +262,8 @@ class clsSplitTables {
     return nApart > 0;
   }
 
-  /// Whether more columns of figures come apart than by the places of the tables that have these lines, or of the lines.
+  /// Whether more columns of figures come apart than by the places of the tables that have these lines, or of the
+  /// lines.
   bool IsBetter(const Way& way, size_t nColumns, const std::vector<size_t>& rows) const {
     size_t nKnown = 0;
     for (size_t i = 0; known_ != nullptr && i < known_->size(); ++i) {
@@ -275,7 +278,8 @@ class clsSplitTables {
   }
 
   static size_t Shared(const std::vector<size_t>& lines, const std::vector<size_t>& rows) {
-    return static_cast<size_t>(std::count_if(lines.begin(), lines.end(), [&](size_t n) { return std::binary_search(rows.begin(), rows.end(), n); }));
+    return static_cast<size_t>(std::count_if(
+        lines.begin(), lines.end(), [&](size_t n) { return std::binary_search(rows.begin(), rows.end(), n); }));
   }
 
   size_t FiguresApart(const Way& way, size_t nColumns, const std::vector<size_t>& rows) const {
@@ -288,7 +292,9 @@ class clsSplitTables {
         std::count_if(figures.begin(), figures.end(), [&](size_t nCount) { return IsMost(nCount, rows.size()); }));
   }
 
-  static bool IsFigure(std::u32string_view sCell) { return HasDigit(sCell) && sCell.find(U' ') == std::u32string_view::npos; }
+  static bool IsFigure(std::u32string_view sCell) {
+    return HasDigit(sCell) && sCell.find(U' ') == std::u32string_view::npos;
+  }
 
   /// Columns of figures that places tell apart; inside of a column as many as stand at edges of their own.
   size_t FiguresByPlaces(const std::vector<size_t>& rows) const {
@@ -302,7 +308,8 @@ class clsSplitTables {
     size_t nAll = 0;
     for (const Cells& column : columns) {
       const auto nFigures = static_cast<size_t>(std::count_if(column.begin(), column.end(), IsFigure));
-      const auto nFilled = static_cast<size_t>(std::count_if(column.begin(), column.end(), [](std::u32string_view s) { return !s.empty(); }));
+      const auto nFilled = static_cast<size_t>(
+          std::count_if(column.begin(), column.end(), [](std::u32string_view s) { return !s.empty(); }));
       nAll += nFilled * 10 > rows.size() && IsMost(nFigures, nFilled) ? 1U : FiguresInside(column, rows);
     }
     return nAll;
@@ -314,10 +321,15 @@ class clsSplitTables {
       const std::u32string_view sLine = Line(rows[r]).sText;
       size_t nToken = 0;
       for (const LineMark& mark : Line(rows[r]).marks) {
-        if (column[r].empty() || mark.lStart < column[r].data() - sLine.data() || mark.lEnd >= column[r].data() - sLine.data() + static_cast<ptrdiff_t>(column[r].size())) continue;
+        if (column[r].empty() || mark.lStart < column[r].data() - sLine.data() ||
+            mark.lEnd >= column[r].data() - sLine.data() + static_cast<ptrdiff_t>(column[r].size()))
+          continue;
         if (index.size() <= nToken) index.emplace_back();
         Index& at = index[nToken++];
-        at.nFigures += HasDigit(sLine.substr(static_cast<size_t>(mark.lStart), static_cast<size_t>(mark.lEnd - mark.lStart) + 1)) ? 1U : 0U;
+        at.nFigures +=
+            HasDigit(sLine.substr(static_cast<size_t>(mark.lStart), static_cast<size_t>(mark.lEnd - mark.lStart) + 1))
+                ? 1U
+                : 0U;
         ++at.starts[mark.lStart];
         ++at.ends[mark.lEnd];
       }
