@@ -89,6 +89,7 @@ RunExtras clsLongRun::Extras() {
   RunExtras extras;
   extras.bTouchSettings = false;
   extras.bSayMore = true;
+  extras.bSheetTarget = true;
   extras.fileBegins = [this](size_t nFile, size_t nFiles, const std::string& sInput) {
     host.SetFilePlace(nFile, nFiles, Printed(sInput));
   };

@@ -24,13 +24,17 @@ class clsConversionOptions {
   std::string sLogFile;                ///< Receives the log of an unattended run; empty: none
   bool bVerbose = false;               ///< Unattended runs show message boxes
   bool bClearOutputFileBeforeProcessing = true;
-  std::string sSheetTarget = "1";  ///< Kept and saved; no conversion reads it
+  std::string sSheetTarget = "1";  ///< By name or number, "1" is unsaid; slash runs and the window keep it unread
   std::string sCLBatchJobFile;
   int32_t lDelimitationCharacter = 44;
   bool bOpenConversionJobOnly = false;  ///< The job is to be opened in the window, not run
   int32_t lTabSize = 8;
   bool bUnix = false;
   std::string sCodePage;            ///< Of the reports: a name or "auto"; empty: that of the settings
+  bool bReplaceWorkbook = false;    ///< A new workbook takes the place of one that is there
+  bool bNoOverwrite = false;        ///< A sheet that holds something is left as it is, and the file fails
+  bool bBackup = false;             ///< A workbook that is there stays as NAME~, too
+  std::string sDateOrder;           ///< Of dates such as 1/2/24: mdy, dmy, ymd; "" is by column, then locale
   std::string sStartColRow = "A1";  ///< Profile method
   bool bTreatDataAsText = false;    ///< Profile method
   int32_t lUseDoubleQuotes = 1;     ///< Profile method: 0 never, 1 sometimes, 2 always

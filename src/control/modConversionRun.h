@@ -53,6 +53,7 @@ struct PlannedFile {
 /// What the long-option commands ask of a run beyond the job record.
 struct RunExtras {
   bool bTouchSettings = true;  ///< The tab warning is stored
+  bool bSheetTarget = false;   ///< The job's sheet is the one that is written
   bool bSayMore = false;       ///< Entries get third lines that a slash run's log doesn't have
   /// How recipes are read, if not as reports; null: each by its content.
   std::optional<const clsCodePage*> recipePage;
@@ -140,6 +141,7 @@ class clsConversionRun {
   /// 0 or the code of what keeps the recipe from being run.
   int32_t LoadSpecs(RecipeContext& context);
   void WarnIfTabsInFile(const RecipeContext& context);
+  WorkbookOptions MakeWorkbookOptions() const;
   RecipeOptions MakeRecipeOptions() const;
 
   clsHost& host_;

@@ -65,6 +65,8 @@ void clsConversionRun::ConvertByProfile(int32_t& lResult) {
   OptOutputFileSet(options_.sOutputFile.c_str());
   const int32_t quotes_result = OptUseDoubleQuotesSet(options_.lUseDoubleQuotes);
   Cellwright().Change().bSafeCsv = options_.bSafeCsv;
+  Cellwright().Change().workbook = MakeWorkbookOptions();
+  Cellwright().Change().bClear = options_.bClearOutputFileBeforeProcessing;
   Cellwright().Change().bGiveUpOnLoss = options_.bStrict && !options_.bKeep;
   Cellwright().TellProgress([this](int64_t lRow, int64_t lDone, int64_t lTotal) {
     host_.ShowProgress({options_.sInputFile, lRow, lDone, lTotal});
@@ -114,6 +116,7 @@ void clsConversionRun::TakeEngineAccount(int32_t lStatus) {
   account.lLinesInTables = tally.lRowsWritten;
   account.lCharactersLost = tally.lCharsLost;
   account.lCellsFailed = tally.lCellsFailed;
+  account.workbookNotes = tally.workbookNotes;
   TableAccount table;
   table.lTable = 1;
   table.lFirstLine = tally.lRowsRead - tally.lRowsWritten + 1;

@@ -4,6 +4,7 @@
 #include "clsIniFile.h"
 #include "clsLineProcessor.h"
 #include "clsRecipe.h"
+#include "modCellTyping.h"
 #include "modCollections.h"
 #include "modConversionRun.h"
 #include "modExcelLink.h"
@@ -12,6 +13,7 @@
 #include "modPaths.h"
 #include "modRecipeMessages.h"
 #include "modSettings.h"
+#include "modText.h"
 #include "modTranslator.h"
 
 namespace quillon {
@@ -163,6 +165,16 @@ bool clsConversionRun::RecipeRunCanStart(int32_t& lResult) {
   return true;
 }
 
+WorkbookOptions clsConversionRun::MakeWorkbookOptions() const {
+  WorkbookOptions workbook;
+  if (extras_.bSheetTarget && options_.sSheetTarget != "1") workbook.sSheet = TrimBlanks(options_.sSheetTarget);
+  workbook.bReplace = options_.bReplaceWorkbook;
+  workbook.bNoOverwrite = options_.bNoOverwrite;
+  workbook.bBackup = options_.bBackup;
+  workbook.typing.order = DateOrderOf(options_.sDateOrder).value_or(DateOrder::ByColumn);
+  return workbook;
+}
+
 RecipeOptions clsConversionRun::MakeRecipeOptions() const {
   RecipeOptions recipe_options;
   recipe_options.text.bUnix = options_.bUnix;
@@ -172,6 +184,7 @@ RecipeOptions clsConversionRun::MakeRecipeOptions() const {
   recipe_options.lDelimitationCharacter = options_.lDelimitationCharacter;
   recipe_options.bClearOutputFileBeforeProcessing = options_.bClearOutputFileBeforeProcessing;
   recipe_options.bSayMore = extras_.bSayMore;
+  recipe_options.workbook = MakeWorkbookOptions();
   recipe_options.bTrimFields = options_.bTrimFields;
   recipe_options.bSafeCsv = options_.bSafeCsv;
   recipe_options.bAllPeriods = options_.bAllPeriods;

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "clsEbcdicPage.h"
+#include "modCellTyping.h"
 #include "modNumbers.h"
 #include "modReportText.h"
 #include "modText.h"
@@ -65,6 +66,7 @@ std::string WhyNoInputChoice(std::string_view sMember, std::string_view sValue) 
   if (sMember == "sRecords") return Unless(kRecords, sValue);
   if (sMember == "sCarriageControl") return Unless(kControls, sValue);
   if (sMember == "sPrinterCodes") return Unless(kCodes, sValue);
+  if (sMember == "sDateOrder" && !sValue.empty() && !DateOrderOf(sValue)) return "one of mdy, dmy, ymd is wanted";
   if (sMember == "sPages" && !ParsePages(sValue)) return "pages such as 2, 2-5 or 3- are wanted";
   return {};
 }

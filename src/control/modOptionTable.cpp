@@ -58,7 +58,7 @@ constexpr std::array kOptions = std::to_array<Option>({
      .bInJob = true,
      .sIfMissing = "FALSE",
      .bShapesOutput = true,
-     .serves = Serves::RecipeWorkbook,
+     .serves = Serves::Workbook,
      .cSwitch = 'C',
      .sSwitchHelp = "        don't clear the sheet of an existing workbook",
      .sLong = "no-clear",
@@ -67,9 +67,14 @@ constexpr std::array kOptions = std::to_array<Option>({
      .field = &O::sSheetTarget,
      .bInJob = true,
      .sIfMissing = "1",
-     .serves = Serves::None,
+     .bShapesOutput = true,
+     .serves = Serves::Workbook,
      .cSwitch = 'W',
-     .sSwitchHelp = "SHEET   sheet by name or number"},
+     .sSwitchHelp = "SHEET   sheet by name or number",
+     .sLong = "sheet",
+     .longValue = LongValue::Text,
+     .sLongType = "NAME|N",
+     .sLongHelp = "Sheet of the workbook that is written; without it the first"},
     {.sName = "lDelimitationCharacter",
      .field = &O::lDelimitationCharacter,
      .bInJob = true,
@@ -172,6 +177,37 @@ constexpr std::array kOptions = std::to_array<Option>({
      .cSwitch = 'V',
      .sSwitchHelp = "        show messages"},
     {.sName = "sCodePage", .field = &O::sCodePage, .bInJobIfSet = true, .bShapesOutput = true},
+    {.sName = "bReplaceWorkbook",
+     .field = &O::bReplaceWorkbook,
+     .bInJobIfSet = true,
+     .sIfMissing = "FALSE",
+     .bShapesOutput = true,
+     .serves = Serves::Workbook,
+     .sLong = "replace",
+     .sLongHelp = "Make a new workbook in place of one that is there"},
+    {.sName = "bNoOverwrite",
+     .field = &O::bNoOverwrite,
+     .bInJobIfSet = true,
+     .sIfMissing = "FALSE",
+     .serves = Serves::Workbook,
+     .sLong = "no-overwrite",
+     .sLongHelp = "Refuse to write to a sheet that holds something"},
+    {.sName = "bBackup",
+     .field = &O::bBackup,
+     .bInJobIfSet = true,
+     .sIfMissing = "FALSE",
+     .serves = Serves::Workbook,
+     .sLong = "backup",
+     .sLongHelp = "Keep an existing workbook as it was, as NAME~"},
+    {.sName = "sDateOrder",
+     .field = &O::sDateOrder,
+     .bInJobIfSet = true,
+     .bShapesOutput = true,
+     .serves = Serves::Workbook,
+     .sLong = "date-order",
+     .longValue = LongValue::OutputChoice,
+     .sLongType = "ORDER",
+     .sLongHelp = "How workbooks take 1/2/24: mdy, dmy, ymd; else by column and locale"},
     {.sName = "bTrimFields",
      .field = &O::bTrimFields,
      .bShapesOutput = true,
@@ -284,8 +320,6 @@ std::string_view WhyIgnored(const Option& option, const OptionUse& use) {
   switch (option.serves) {
     case Serves::All:
       return {};
-    case Serves::None:
-      return "no conversion reads it";
     case Serves::Search:
       return use.sNothingSearched;
     case Serves::EachInput:
@@ -300,8 +334,8 @@ std::string_view WhyIgnored(const Option& option, const OptionUse& use) {
       return unless(!use.bToWorkbook, "it serves CSV output");
     case Serves::ProfileCsv:
       return unless(profile && !use.bToWorkbook, "it serves CSV output of the Profile method");
-    case Serves::RecipeWorkbook:
-      return unless(!profile && !use.bToCsv, "it serves workbooks of the Recipe and Markup methods");
+    case Serves::Workbook:
+      return unless(!use.bToCsv, "it serves workbooks");
     case Serves::Specification:
       return unless(use.bSpecification, "it goes with --specification");
   }

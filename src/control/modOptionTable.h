@@ -30,7 +30,6 @@ enum class SwitchValue {
 /// Which conversions look at an option.
 enum class Serves {
   All,
-  None,
   Search,     ///< Inputs that are searched
   EachInput,  ///< Conversions with an output for each input
   Recipe,
@@ -38,12 +37,12 @@ enum class Serves {
   RecipeAndMarkup,
   Csv,
   ProfileCsv,
-  RecipeWorkbook,
+  Workbook,
   Specification,
 };
 
 /// How a long option's value is checked and read. A flag turns the default over.
-enum class LongValue { Flag, Text, Number, Delimiter, Quote, Encoding, InputChoice };
+enum class LongValue { Flag, Text, Number, Delimiter, Quote, Encoding, InputChoice, OutputChoice };
 
 struct Option {
   /// Name of the member, and its key in a job file.

@@ -182,6 +182,20 @@ EngineResult clsCellwright::ToCsv(Reader& reader, const CutPlan& plan, const cls
   return file.Commit(failure) ? EngineResult::Done : FailOutput(failure);
 }
 
+/// A sheet of an existing workbook keeps its name, by which others speak of it, and loses its cells.
+EngineResult clsCellwright::BeginSheet(clsWorkbook& workbook) {
+  Failure failure = workbook.WhyRefused();
+  if (failure.Failed()) return FailOutput(failure);
+  if (workbook.IsExisting()) {
+    const CellRange used = workbook.ContentOf(1).used;
+    if (options_.bClear && !used.Empty() && !workbook.ClearContents(1, used, failure)) return FailOutput(failure);
+  } else if (options_.workbook.sSheet.empty()) {
+    // A name that a sheet can't have leaves the sheet's own name.
+    workbook.SetSheetName(1, options_.sSheet, failure);
+  }
+  return EngineResult::Done;
+}
+
 template <typename Reader>
 EngineResult clsCellwright::ToSheet(Reader& reader, const CutPlan& plan, const clsCodePage& page) {
   const bool bXls = options_.lOutputType == kFormatXls;
@@ -190,12 +204,11 @@ EngineResult clsCellwright::ToSheet(Reader& reader, const CutPlan& plan, const c
     return Fail(EngineResult::TooManyColumns,
                 std::to_string(plan.columns.size()) + " > " + std::to_string(nMostColumns));
   }
-  WorkbookOptions options;
-  options.typing = {options_.bAllText, !options_.bAllText, LocaleIsDayFirst()};
-  const std::unique_ptr<clsWorkbook> pWorkbook = NewExcelWorkbook(options_.lOutputType, options);
-  Failure failure;
-  // A name that a sheet can't have leaves the sheet's own name.
-  pWorkbook->SetSheetName(1, options_.sSheet, failure);
+  WorkbookOptions options = options_.workbook;
+  options.typing = {options_.bAllText, !options_.bAllText, LocaleIsDayFirst(), options.typing.order};
+  const std::unique_ptr<clsWorkbook> pWorkbook = OpenExcelWorkbook(options_.sOutputFile, options);
+  const EngineResult begun = BeginSheet(*pWorkbook);
+  if (begun != EngineResult::Done) return begun;
   // What lacks a value must not pass for a converted report.
   std::string sRefusal;
   const auto refused = [&sRefusal](const Failure& cell) {
@@ -210,9 +223,10 @@ EngineResult clsCellwright::ToSheet(Reader& reader, const CutPlan& plan, const c
     account_.lRowsWritten = 0;
     return Fail(EngineResult::CellRefused, sRefusal);
   }
-  failure = {};
-  return SaveExcelWorkbookAs(*pWorkbook, options_.sOutputFile, options_.lOutputType, failure) ? EngineResult::Done
-                                                                                              : FailOutput(failure);
+  Failure failure;
+  const bool bSaved = SaveExcelWorkbookAs(*pWorkbook, options_.sOutputFile, options_.lOutputType, failure);
+  account_.workbookNotes = pWorkbook->Notes();
+  return bSaved ? EngineResult::Done : FailOutput(failure);
 }
 
 }  // namespace quillon

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "clsCsvWriter.h"
+#include "clsWorkbook.h"
 #include "modCellwrightMessages.h"
 #include "modCutPlan.h"
 #include "modFailure.h"
@@ -16,13 +17,14 @@ namespace quillon {
 
 /// What became of the characters of one conversion.
 struct ProfileAccount {
-  int64_t lRowsRead = 0;       ///< Rows of the input
-  int64_t lRowsWritten = 0;    ///< Rows of the output; the others stand above the start cell
-  int64_t lCharsBehind = 0;    ///< Characters behind the last column, of the rows written
-  int64_t lCellsFailed = 0;    ///< Cells that the sheet refused (the conversion fails at the first)
-  int64_t lCharsLost = 0;      ///< Characters that the output's code page lacks, now "?"
-  int64_t lCharsReplaced = 0;  ///< Broken UTF-16 of the input, now U+FFFD
-  std::string sNote;           ///< What was taken instead of an option that could not be used; "" if nothing
+  int64_t lRowsRead = 0;                   ///< Rows of the input
+  int64_t lRowsWritten = 0;                ///< Rows of the output; the others stand above the start cell
+  int64_t lCharsBehind = 0;                ///< Characters behind the last column, of the rows written
+  int64_t lCellsFailed = 0;                ///< Cells that the sheet refused (the conversion fails at the first)
+  int64_t lCharsLost = 0;                  ///< Characters that the output's code page lacks, now "?"
+  int64_t lCharsReplaced = 0;              ///< Broken UTF-16 of the input, now U+FFFD
+  std::vector<std::string> workbookNotes;  ///< What was done to a workbook that was there
+  std::string sNote;  ///< What was taken instead of an option that could not be used; "" if nothing
 };
 
 /// The conversion engine: fixed-width text in, CSV, XLS or XLSX out. It holds its options between conversions and never
@@ -43,6 +45,8 @@ class clsCellwright {
     int32_t lUseDoubleQuotes = 1;
     bool bAllText = false;
     bool bGiveUpOnLoss = false;  ///< Not of it either: with characters behind the last column no output is written
+    WorkbookOptions workbook;    ///< Nor this: which sheet of a workbook, and what becomes of one that is there
+    bool bClear = true;          ///< What stands on that sheet of an existing one is emptied first
     bool bSafeCsv = false;  ///< Not of the flat interface: CSV values that a spreadsheet would run are made harmless
   };
 
@@ -70,6 +74,7 @@ class clsCellwright {
   EngineResult Convert(Reader& reader, const clsCodePage& page);
   template <typename Reader>
   EngineResult ToCsv(Reader& reader, const CutPlan& plan, const clsCodePage& page);
+  EngineResult BeginSheet(clsWorkbook& workbook);
   template <typename Reader>
   EngineResult ToSheet(Reader& reader, const CutPlan& plan, const clsCodePage& page);
   template <typename Reader, typename Sink>

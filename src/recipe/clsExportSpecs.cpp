@@ -53,6 +53,7 @@ bool clsExportSpecs::ReadFromFile(RecipeContext& context, std::string_view file_
 bool clsExportSpecs::ReadFromFile(RecipeContext& context, clsSectionFile& file) {
   if (CheckFileHeader(context.host, file, kProduct, kFileType, kFileFormat)) return false;
   Name = ReadKeyFromFile(file, "General", "Name", {});
+  ReadDateOrder(context, file, context.recipe.ExportSpecFileName, dateOrder);
   lTitles_ = CountMatchingLines(file, kTitles);
   lTables_ = CountMatchingLines(file, kTables);
   lConsolidates_ = CountMatchingLines(file, kConsolidates);

@@ -9,6 +9,7 @@
 #include "clsCon.h"
 #include "clsTable.h"
 #include "clsTitle.h"
+#include "clsWorkbook.h"
 
 namespace quillon {
 
@@ -27,6 +28,8 @@ class clsExportSpecs {
   std::string FileHeader_FileType = "EXPORT SPEC";
   std::string FileHeader_FileFormat = "1.1";
   std::string Name;
+  /// Key DateOrder of [General]: of dates such as 1/2/24 in a workbook.
+  DateOrder dateOrder = DateOrder::ByColumn;
   std::vector<std::string> SectionSequenceCollection;  ///< "Title", "Table" or "Consolidate" for each section
   std::vector<clsTitle> TitlesCollection;
   std::vector<clsTable> TablesCollection;

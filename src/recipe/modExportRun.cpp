@@ -52,20 +52,30 @@ void RunCsv(RecipeContext& context) {
   if (!context.account.bOutputWritten && !IsStopped(failure)) ReportFileFailure(context, failure);
 }
 
-void ClearOutput(clsWorkbook& workbook) {
+void ClearOutput(RecipeContext& context, clsWorkbook& workbook) {
   Failure ignored;
   // The range is that of the active sheet, whichever it is; it is cleared on sheet 1.
-  if (const auto range = workbook.ActiveUsedRange()) workbook.ClearContents(1, *range, ignored);
+  const auto range = workbook.ActiveUsedRange();
+  if (!range || !workbook.ClearContents(1, *range, ignored)) return;
+  const CellRange used = workbook.ContentOf(1).used;
+  const bool bAll = used.Empty() || (range->nTop <= used.nTop && range->nLeft <= used.nLeft &&
+                                     range->nBottom >= used.nBottom && range->nRight >= used.nRight);
+  if (bAll) return;
+  context.account.workbookNotes.push_back(
+      Translate("Another sheet is in front, and only as many cells were emptied as it has; with --sheet and the name "
+                "of this one all are:") +
+      " " + workbook.SheetName(1));
 }
 
 void RunWorkbook(RecipeContext& context, int32_t lFormat) {
   context.host.SetCaption(Translate("Writing data to Microsoft Excel. Please wait..."));
-  WorkbookOptions options;
+  WorkbookOptions options = context.options.workbook;
+  if (options.typing.order == DateOrder::ByColumn) options.typing.order = context.recipe.ExportSpecs.dateOrder;
   options.typing.bDayFirst = LocaleIsDayFirst();
   options.bReadBack = !context.recipe.ExportSpecs.ConsolidateCollection.empty();
   std::unique_ptr<clsWorkbook> workbook = OpenExcelWorkbook(gsOutputFile, options);
   context.pWorkbook = workbook.get();
-  if (context.options.bClearOutputFileBeforeProcessing) ClearOutput(*workbook);
+  if (context.options.bClearOutputFileBeforeProcessing) ClearOutput(context, *workbook);
   context.recipe.ExportSpecs.Process(context, nullptr);
   if (!OutputGivenUp(context)) {
     Failure failure;
@@ -73,7 +83,7 @@ void RunWorkbook(RecipeContext& context, int32_t lFormat) {
     if (!context.account.bOutputWritten && !IsStopped(failure)) ReportFileFailure(context, failure);
   }
   context.account.lFormulasRefused = workbook->RefusedFormulas();
-  context.account.workbookNotes = workbook->Notes();
+  for (std::string& sNote : workbook->Notes()) context.account.workbookNotes.push_back(std::move(sNote));
   context.pWorkbook = nullptr;
   CloseExcelWorkbook(workbook);
 }

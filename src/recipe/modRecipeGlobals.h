@@ -12,6 +12,7 @@
 #include "clsHost.h"
 #include "clsOutputFile.h"
 #include "clsReport.h"
+#include "clsWorkbook.h"
 #include "modFileOutcome.h"
 #include "modPaths.h"
 #include "modReportChange.h"
@@ -50,6 +51,7 @@ struct RecipeOptions {
   bool bTrimFields = false;     ///< Long options only: blanks around fields go
   bool bSafeCsv = false;        ///< Long options only: cells that a spreadsheet would run are made harmless
   bool bAllPeriods = false;     ///< Long options only: rows of every period's file, not of slot 1 alone
+  WorkbookOptions workbook;     ///< Which sheet of a workbook, and what becomes of one that is there
   bool bStrict = false;         ///< What is lost or doesn't agree makes the file a failed one,
   bool bKeep = false;           ///< whose output is written all the same
   bool bSayMore = false;        ///< Entries get third lines that a slash run's log doesn't have

@@ -136,12 +136,18 @@ Failure clsExportSpecs::FileConvertShortToLong(RecipeContext& context, std::stri
     return failure;
   }
 
+  DateOrder order = DateOrder::ByColumn;
+  if (!ReadDateOrder(context, recipe, sRecipeName, order)) return failure;
+
   clsSectionWriter file(*context.options.OwnText().pCodePage);
   if (!file.Load(long_file, failure)) return failure;
   file.Set("Header", "Product", FileHeader_Product);
   file.Set("Header", "FileType", FileHeader_FileType);
   file.Set("Header", "FileFormat", FileHeader_FileFormat);
   file.Set("General", "Name", "");
+  if (order != DateOrder::ByColumn) {
+    file.Set("General", kDateOrderKey, ReadKeyFromFile(recipe, "General", kDateOrderKey, {}));
+  }
 
   clsTableConverter(context, recipe, tidy, textDataFile, sRecipeName).ConvertAll(file);
   file.Save(long_file, failure);

@@ -3,8 +3,10 @@
 #include <algorithm>
 
 #include "clsTableParser.h"
+#include "modCellTyping.h"
 #include "modNumbers.h"
 #include "modReport.h"
+#include "modSectionFile.h"
 #include "modShortTable.h"
 #include "modText.h"
 
@@ -84,6 +86,18 @@ bool PlaceRuler(RecipeContext& context, std::string_view sTextFile, TidyTable& t
 
 void ReportTidyFault(clsHost& host, std::string_view sRecipe, const TidyFault& fault) {
   ReportCode(host, EntryType::Error, fault.lCode, std::string(sRecipe) + ": " + fault.sText, true);
+}
+
+bool ReadDateOrder(RecipeContext& context, clsSectionFile& file, std::string_view sRecipe, DateOrder& order) {
+  const std::string sOrder = ReadKeyFromFile(file, "General", kDateOrderKey, {});
+  const auto known = DateOrderOf(sOrder);
+  order = known.value_or(DateOrder::ByColumn);
+  if (known || sOrder.empty()) return true;
+  constexpr std::string_view kSection = "General";
+  const std::string sText = TidyText(kTidyBadValue, {kSection, kDateOrderKey, "mdy, dmy, ymd: " + sOrder});
+  ReportTidyFault(context.host, sRecipe, {kTidyBadValue, std::string(kSection), std::string(kDateOrderKey), sText});
+  context.account.failure = OwnFailure(sRecipe, sText);
+  return false;
 }
 
 void WriteTidyTable(clsSectionWriter& file, const TidyTable& table) {

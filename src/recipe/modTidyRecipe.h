@@ -39,6 +39,11 @@ class clsTidyTables {
 /// False with a fault, or without one where the table can't be found or the run was given up.
 bool PlaceRuler(RecipeContext& context, std::string_view sTextFile, TidyTable& table, TidyFault& fault);
 
+/// Key DateOrder of [General], which tables of every kind have in common; ByColumn where it isn't there. False,
+/// reported and kept as the run's failure, so that nothing is written over, for a word that is none.
+bool ReadDateOrder(RecipeContext& context, clsSectionFile& file, std::string_view sRecipe, DateOrder& order);
+constexpr std::string_view kDateOrderKey = "DateOrder";
+
 /// Reports a mistake with the recipe's name in front.
 void ReportTidyFault(clsHost& host, std::string_view sRecipe, const TidyFault& fault);
 

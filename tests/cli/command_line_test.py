@@ -346,7 +346,7 @@ class CommandLineTest(unittest.TestCase):
         self.write("a.QLN", "[QLN]\r\nsInputFile=C:\\in.txt\r\nsOutputFile=C:\\o\\a.csv\r\nsRecipeFile=C:\\r.rcp\r\n"
                             "lConversionMethod=1\r\nsSheetTarget=2\r\nbDoSubfolder=TRUE\r\nReadMeCommandLine=Hello\r\n")
         self.check("quillon job a.QLN --log run.log", err=(
-            "quillon: note: sSheetTarget has no effect here: no conversion reads it\n"
+            "quillon: note: sSheetTarget has no effect here: it serves workbooks\n"
             "quillon: note: bDoSubfolder is no key of a conversion job\n"
             + CLOSING.format("1 file", 0, "1 table", 4, 2, 2)))
         self.assertEqual(self.text("o/a.csv"), ROWS)

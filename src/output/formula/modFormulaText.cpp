@@ -79,11 +79,16 @@ class clsFormulaWalker {
     if (sWord.empty()) return Copy(nPos_ + 1);
     StepWord(sWord);
   }
-  /// [Book]Sheet! is another workbook's sheet.
+  /// [Book]Sheet! is another workbook's sheet, and what [Book]! names, a table with its columns too, is that book's.
   void StepBrackets() {
     Copy(std::min(BehindBrackets(sText_, nPos_), sText_.size()));
     const std::string_view sWord = Word(nPos_);
-    if (At(nPos_ + sWord.size()) == '!') Copy(nPos_ + sWord.size());
+    if (At(nPos_ + sWord.size()) != '!') return;
+    Copy(nPos_ + sWord.size());
+    if (!sWord.empty()) return;
+    Copy(nPos_ + 1);
+    Copy(nPos_ + Word(nPos_).size());
+    if (At(nPos_) == '[') Copy(std::min(BehindBrackets(sText_, nPos_), sText_.size()));
   }
   void StepQuotedSheet() {
     const size_t nEnd = BehindQuoted(sText_, nPos_);
@@ -97,7 +102,12 @@ class clsFormulaWalker {
     const std::string_view sSecond = ch == ':' ? Word(nEnd + 1) : std::string_view();
     const size_t nBoth = sSecond.empty() ? nEnd : nEnd + 1 + sSecond.size();
     if (ch == '(') return Copy(nEnd);
-    if (At(nBoth) == '!') {
+    // Data!A1:Data!B2: what stands behind a "!" is a cell, and no first of a row of sheets.
+    const bool bCell = nPos_ > 0 && sText_[nPos_ - 1] == '!' && At(nBoth) == '!' && nBoth != nEnd;
+    if (bCell) {
+      if (!Reference(sWord, {})) return Copy(nEnd);
+      nPos_ = nEnd;
+    } else if (At(nBoth) == '!') {
       if (!Sheet(sText_.substr(nPos_, nBoth - nPos_))) return Copy(nBoth);
       nPos_ = nBoth;
     } else if (ch == '[') {

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "clsFailedWorkbook.h"
+#include "clsTargetedWorkbook.h"
 #include "clsXlsWorkbook.h"
 #include "clsXlsxEditor.h"
 #include "clsXlsxWorkbook.h"
@@ -72,6 +73,44 @@ std::unique_ptr<clsWorkbook> OpenExisting(const std::string& sHostPath, int32_t 
   return workbook != nullptr ? std::move(workbook) : Refused(std::move(failure));
 }
 
+/// By name, then by number; one that isn't there is made. 0 with the reason.
+int MainSheet(clsWorkbook& workbook, std::string_view sSheet, Failure& failure) {
+  const int nSheets = workbook.SheetCount();
+  const bool bNamed = [&] {
+    for (int n = 1; n <= nSheets; ++n)
+      if (EqualNoCase(workbook.SheetName(n), sSheet)) return true;
+    return false;
+  }();
+  const auto lNumber = ParseWholeNumber(sSheet);
+  if (!bNamed && lNumber && *lNumber >= 1 && *lNumber <= nSheets) return *lNumber;
+  if (bNamed || workbook.IsExisting()) return workbook.SheetNamed(sSheet, failure);
+  return workbook.SetSheetName(1, sSheet, failure) ? 1 : 0;
+}
+
+/// The workbook as the options want it.
+std::unique_ptr<clsWorkbook> Targeted(std::unique_ptr<clsWorkbook> workbook, const WorkbookOptions& options) {
+  if (workbook->WhyRefused().Failed()) return workbook;
+  Failure failure;
+  int nMain = 1;
+  if (!options.sSheet.empty()) nMain = MainSheet(*workbook, options.sSheet, failure);
+  if (nMain == 0) return Refused(std::move(failure));
+  if (options.bNoOverwrite && workbook->ContentOf(nMain).nFilled > 0)
+    return Refused(OutputFailure(workbook->SheetName(nMain), OutputMessage::WouldOverwrite));
+  if (nMain != 1 && !workbook->IsExisting()) workbook->ActivateSheet(nMain);
+  const bool bNamed = !options.sSheet.empty();
+  if (!bNamed && !options.bBackup) return workbook;
+  return std::make_unique<clsTargetedWorkbook>(std::move(workbook), nMain, bNamed, options.bBackup);
+}
+
+/// A new workbook, which takes the place of a file that is there.
+std::unique_ptr<clsWorkbook> NewInPlaceOf(const std::string& sHostPath, bool bExists, int32_t lFormat,
+                                          const WorkbookOptions& options) {
+  if (bExists && options.bNoOverwrite) return Refused(OutputFailure(sHostPath, OutputMessage::FileIsThere));
+  if (const std::string sLock = LockFileOf(sHostPath); bExists && !sLock.empty())
+    return Refused(OutputFailure(sLock, OutputMessage::OpenElsewhere));
+  return Targeted(NewExcelWorkbook(lFormat, options), options);
+}
+
 /// A file that replaces another is made beside it first.
 bool FolderTakesFiles(const std::string& sHostPath, Failure& failure) {
   const std::string sFolder = sHostPath.substr(0, BehindLastSeparator(sHostPath));
@@ -110,7 +149,8 @@ std::unique_ptr<clsWorkbook> OpenExcelWorkbook(std::string_view sPath, const Wor
   // A pipe or device is written straight and holds nothing to change.
   if (bExists && !S_ISREG(status.st_mode)) return NewExcelWorkbook(lFormat, options);
   if (!FolderTakesFiles(sHostPath, failure)) return Refused(std::move(failure));
-  return bExists ? OpenExisting(sHostPath, lFormat, options) : NewExcelWorkbook(lFormat, options);
+  if (!bExists || options.bReplace) return NewInPlaceOf(sHostPath, bExists, lFormat, options);
+  return Targeted(OpenExisting(sHostPath, lFormat, options), options);
 }
 
 std::unique_ptr<clsWorkbook> NewExcelWorkbook(int32_t lFormat, const WorkbookOptions& options) {

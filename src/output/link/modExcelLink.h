@@ -14,11 +14,11 @@ bool IsExcelRunning();
 /// The workbook of the path: the existing file, to be changed in place, or a new one of the format of its name
 /// (".XLSX", else ".XLS", looked for anywhere in the upper-cased path). Always gives a workbook. For an existing file
 /// that can't be read as what its name says, and for a folder or unwritable place, every cell write of it fails with
-/// the reason, and SaveAs leaves the file as it is.
+/// the reason, and SaveAs leaves the file as it is. So it is for what the options don't let it do.
 std::unique_ptr<clsWorkbook> OpenExcelWorkbook(std::string_view sPath, const WorkbookOptions& options);
 
 /// A new workbook of the format (kFormatXlsx or kFormatXls), whatever stands at the path that it will be saved to:
-/// SaveAs replaces that. For the Profile method, whose output never keeps anything of an earlier file.
+/// SaveAs replaces that.
 std::unique_ptr<clsWorkbook> NewExcelWorkbook(int32_t lFormat, const WorkbookOptions& options);
 
 bool SaveExcelWorkbookAs(clsWorkbook& workbook, std::string_view sPath, int32_t lFormat, Failure& failure);

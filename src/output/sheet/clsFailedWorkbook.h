@@ -23,6 +23,7 @@ class clsFailedWorkbook : public clsWorkbook {
   bool ClearContents(int, const CellRange&, Failure& failure) override { return Refuse(failure); }
   bool ActivateSheet(std::string_view) override { return false; }
   bool ActivateSheet(int) override { return false; }
+  Failure WhyRefused() const override { return reason_; }
   bool SaveAs(std::string_view, int32_t, Failure& failure) override { return Refuse(failure); }
   int64_t RefusedFormulas() const override { return 0; }
 

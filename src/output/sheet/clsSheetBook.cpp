@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "clsCellRanges.h"
 #include "modOutputMessages.h"
 #include "modSettledCell.h"
 #include "modSheetNames.h"
@@ -99,8 +100,25 @@ std::optional<CellRange> clsSheetBook::ActiveUsedRange() {
   return range && range->Empty() ? CellRange{1, 1, 1, 1} : range;
 }
 
+void clsSheetBook::NoteCleared(int nSheet, const CellRange& range, bool bOwnWork) {
+  constexpr int64_t kFewCells = 50;
+  const SheetContent content = ContentOf(nSheet);
+  if (bOwnWork || !Meet(range, content.used) || (content.nFilled <= kFewCells && content.nFormulas == 0)) return;
+  std::string sNote = Translate("Sheet") + " \"" + SheetName(nSheet) + "\" " +
+                      Translate("was emptied, which Quillon was not the last to save; cells that it held:") + " " +
+                      std::to_string(content.nFilled);
+  if (content.nFormulas > 0) sNote += ", " + Translate("formulas:") + " " + std::to_string(content.nFormulas);
+  notes_.push_back(std::move(sNote));
+}
+
 std::vector<std::string> clsSheetBook::Notes() const {
-  std::vector<std::string> notes;
+  std::vector<std::string> notes = notes_;
+  if (bOrderTaken_) {
+    notes.push_back(
+        Translate(options_.typing.bDayFirst
+                      ? "Dates that can be read both ways were taken as day before month, as is usual here"
+                      : "Dates that can be read both ways were taken as month before day, as is usual here"));
+  }
   if (nReformatted_ > 0)
     notes.push_back(Translate("Cells that got another number format, as theirs would not show what the report does:") +
                     " " + std::to_string(nReformatted_));

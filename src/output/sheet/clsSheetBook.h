@@ -47,6 +47,8 @@ class clsSheetBook : public clsWorkbook {
   virtual bool Save(std::string_view sPath, Failure& failure) = 0;
 
   bool HasSheet(int nSheet) const { return nSheet >= 1 && nSheet <= SheetCount(); }
+  /// Says so in a note where cells go that weren't this program's work, if they are more than a few or formulas.
+  void NoteCleared(int nSheet, const CellRange& range, bool bOwnWork);
   /// False with the reason for a number that belongs to no sheet with cells.
   bool CheckSheet(int nSheet, Failure& failure) const;
 
@@ -54,6 +56,7 @@ class clsSheetBook : public clsWorkbook {
   std::vector<std::string> names_;
   int nActive_ = 1;
   int64_t nRefused_ = 0;
+  bool bOrderTaken_ = false;  ///< Dates that can be read both ways were read by the usual order
   int64_t nReformatted_ = 0;  ///< Cells whose number format would have shown another text than the report's
 
  private:
@@ -62,6 +65,7 @@ class clsSheetBook : public clsWorkbook {
   int FindSheet(std::string_view sName) const;
 
   Form form_;
+  std::vector<std::string> notes_;
 };
 
 }  // namespace quillon

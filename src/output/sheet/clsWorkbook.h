@@ -50,6 +50,19 @@ struct WorkbookOptions {
   CellTypingOptions typing;
   /// Cells will be read back during the run (a consolidation), so written texts must stay at hand.
   bool bReadBack = false;
+  /// The sheet that goes by number 1 in this run, by name or number; one that isn't there is made behind the others,
+  /// in a new workbook the first sheet gets the name. "" is the first.
+  std::string sSheet;
+  bool bReplace = false;      ///< A new workbook takes the place of one that is there
+  bool bNoOverwrite = false;  ///< A sheet 1 that holds something fails every write
+  bool bBackup = false;       ///< The file as it was stays beside the new one, as NAME~
+};
+
+/// What a sheet of an existing file held when it was opened.
+struct SheetContent {
+  CellRange used;         ///< All its cells, empty ones with a format included
+  int64_t nFilled = 0;    ///< Cells with a value or formula
+  int64_t nFormulas = 0;  ///< Of these
 };
 
 /// A cell whose kind the caller has settled: the rule of modCellTyping isn't asked.
@@ -106,6 +119,12 @@ class clsWorkbook {
   virtual std::optional<CellRange> ActiveUsedRange() = 0;
   /// Empties the cells, formats kept.
   virtual bool ClearContents(int nSheet, const CellRange& range, Failure& failure) = 0;
+  /// Of a sheet that was there when the file was opened; nothing of any other.
+  virtual SheetContent ContentOf(int /*nSheet*/) { return {}; }
+  /// True for a file that was there and is changed in place.
+  virtual bool IsExisting() const { return false; }
+  /// Why it could not be opened, if so: then every operation fails with that.
+  virtual Failure WhyRefused() const { return {}; }
   virtual bool ActivateSheet(std::string_view sName) = 0;
   virtual bool ActivateSheet(int nSheet) = 0;
 

@@ -41,6 +41,9 @@ constexpr std::array kTexts = std::to_array<std::pair<OutputMessage, std::string
     {ChangedMeanwhile, "Another program has changed the workbook during the run. Run again."},
     {OldVersion, "The existing workbook is of a version before 97. Save it in the form of 97 or later."},
     {ReportChanged, "The report was changed while it was read. Convert it when it is complete."},
+    {WouldOverwrite, "The sheet holds something, and nothing is to be overwritten. Choose another sheet or file."},
+    {FileIsThere, "The file is there already, and nothing is to be overwritten. Choose another file."},
+    {BackupFailed, "The file as it was could not be kept beside the new one, so it stays as it is."},
 });
 
 constexpr bool InOrder() {

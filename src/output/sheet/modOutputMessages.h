@@ -32,6 +32,9 @@ enum class OutputMessage {
   ChangedMeanwhile,
   OldVersion,
   ReportChanged,
+  WouldOverwrite,
+  FileIsThere,
+  BackupFailed,
 };
 
 /// The English text, which is also its key in the phrase table.

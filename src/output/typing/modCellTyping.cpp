@@ -12,6 +12,7 @@
 #include "modFormula.h"
 #include "modNumberTyping.h"
 #include "modSettledCell.h"
+#include "modText.h"
 
 namespace quillon {
 
@@ -126,6 +127,13 @@ TypedCell TypeCell(std::string_view sText, const CellTypingOptions& options, con
       break;
   }
   return cell;
+}
+
+std::optional<DateOrder> DateOrderOf(std::string_view sWord) {
+  if (EqualNoCase(sWord, "mdy")) return DateOrder::MonthFirst;
+  if (EqualNoCase(sWord, "dmy")) return DateOrder::DayFirst;
+  if (EqualNoCase(sWord, "ymd")) return DateOrder::YearFirst;
+  return std::nullopt;
 }
 
 bool LocaleIsDayFirst() {

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -53,6 +54,9 @@ TypedCell TypeCell(std::string_view sText, const CellTypingOptions& options, con
                    std::string& sScratch);
 /// The same for a cell that stands by itself.
 TypedCell TypeCell(std::string_view sText, const CellTypingOptions& options, std::string& sScratch);
+
+/// "mdy", "dmy" or "ymd", in any case.
+std::optional<DateOrder> DateOrderOf(std::string_view sWord);
 
 /// True if the user's locale (LC_TIME) writes the day before the month.
 bool LocaleIsDayFirst();

@@ -56,9 +56,12 @@ ColumnRule clsColumnFacts::Decide(const ColumnRule& alone, const CellTypingOptio
   return rule;
 }
 
-bool clsColumnFacts::OrderIsOpen() const {
-  return std::any_of(shapes_.begin(), shapes_.end(),
-                     [](const Shape& shape) { return shape.bSeen && shape.bDayFirst && shape.bMonthFirst; });
+bool clsColumnFacts::OrderIsOpen(const ColumnRule& rule) const {
+  for (size_t nForm = 0; nForm < kDateForms; ++nForm) {
+    const Shape& shape = shapes_[nForm];
+    if (shape.bSeen && shape.bDayFirst && shape.bMonthFirst && rule.dates[nForm] != DateReading::None) return true;
+  }
+  return false;
 }
 
 void clsSheetTyping::BeginTable(int64_t nLastRow) {
@@ -113,6 +116,14 @@ bool clsSheetTyping::Decide() {
         std::any_of(table.rules.begin(), table.rules.end(), [&](const auto& rule) { return !(rule == alone_); });
   }
   return bDiffers;
+}
+
+bool clsSheetTyping::OrderIsOpen() const {
+  if (options_.order != DateOrder::ByColumn) return false;
+  for (const Table& table : tables_)
+    for (size_t i = 0; i < table.rules.size(); ++i)
+      if (table.facts[i].OrderIsOpen(table.rules[i])) return true;
+  return false;
 }
 
 const ColumnRule& clsSheetTyping::RuleOf(int64_t nRow, int nColumn) const {

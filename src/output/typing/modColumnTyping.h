@@ -27,8 +27,8 @@ class clsColumnFacts {
   }
   /// The rule for all of them, made from the one for a cell alone.
   ColumnRule Decide(const ColumnRule& alone, const CellTypingOptions& options) const;
-  /// True if the order of day and month is one that the cells themselves don't tell.
-  bool OrderIsOpen() const;
+  /// True if there are dates by that rule whose order of day and month the cells themselves don't tell.
+  bool OrderIsOpen(const ColumnRule& rule) const;
 
  private:
   /// Cells of one form of date, by what their parts can be.
@@ -63,6 +63,8 @@ class clsSheetTyping {
   static constexpr size_t kMaxWidth = 60;
   /// Takes the facts as they are now; true if one rule differs from that for a cell alone.
   bool Decide();
+  /// True if, as decided last, a column has dates that don't tell whether the day or the month comes first.
+  bool OrderIsOpen() const;
   const ColumnRule& RuleOf(int64_t nRow, int nColumn) const;
   const ColumnRule& Alone() const { return alone_; }
   void Clear() { *this = clsSheetTyping(options_); }

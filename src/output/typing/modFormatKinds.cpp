@@ -64,7 +64,9 @@ std::string CoreOfCode(std::string_view sCode) {
 
 FormatKind KindOfFormatCode(std::string_view sCode) {
   std::string sCore = CoreOfCode(sCode);
-  if (sCore.find("general") != std::string::npos) return FormatKind::General;
+  // General with more around it, such as a unit, is a format that somebody chose.
+  if (const size_t nGeneral = sCore.find("general"); nGeneral != std::string::npos)
+    return EqualNoCase(sCode, "General") ? FormatKind::General : FormatKind::Number;
   for (const std::string_view sMark : {"am/pm", "a/p"}) sCore = ReplaceAll(sCore, sMark, "h");
   const bool bDate = sCore.find_first_of("dy") != std::string::npos;
   const bool bTime = sCore.find_first_of("hs") != std::string::npos;

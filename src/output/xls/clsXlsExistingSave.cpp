@@ -77,6 +77,7 @@ std::vector<clsXlsCellTable> clsXlsExistingWorkbook::MergeTouched(clsXlsStrings&
   }
   nRefused_ = writer.RefusedFormulas();
   nReformatted_ = writer.Reformatted();
+  for (const auto& sheet : sheets_) bOrderTaken_ |= sheet->typing.OrderIsOpen();
   return tables;
 }
 

@@ -112,6 +112,17 @@ std::optional<CellRange> clsXlsExistingWorkbook::UsedRange(int nSheet) {
   return range;
 }
 
+SheetContent clsXlsExistingWorkbook::ContentOf(int nSheet) {
+  Failure ignored;
+  if (!CheckSheet(nSheet, ignored) || !Load(nSheet, ignored) || At(nSheet).bAdded) return {};
+  SheetContent content{At(nSheet).existing->UsedRange()};
+  for (const XlsCell& cell : At(nSheet).existing->Cells()) {
+    content.nFilled += cell.IsBlank() ? 0 : 1;
+    content.nFormulas += cell.nId == xls::kFormula ? 1 : 0;
+  }
+  return content;
+}
+
 bool clsXlsExistingWorkbook::ClearContents(int nSheet, const CellRange& range, Failure& failure) {
   if (!CheckSheet(nSheet, failure) || !Load(nSheet, failure)) return false;
   if (range.Empty()) return true;
@@ -119,6 +130,7 @@ bool clsXlsExistingWorkbook::ClearContents(int nSheet, const CellRange& range, F
     failure = CellFailure(nSheet, range.nTop, static_cast<int>(range.nLeft), OutputMessage::PartOfArray);
     return false;
   }
+  NoteCleared(nSheet, range, globals_.Formats().IsOwn());
   ClearWritten(At(nSheet).written, range);
   At(nSheet).bTouched = bChanged_ = true;
   return true;

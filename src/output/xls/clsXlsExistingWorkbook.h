@@ -28,6 +28,8 @@ class clsXlsExistingWorkbook : public clsSheetBook {
     if (HasSheet(nSheet)) At(nSheet).typing.BeginTable(At(nSheet).written.LastRow());
   }
   bool ClearContents(int nSheet, const CellRange& range, Failure& failure) override;
+  SheetContent ContentOf(int nSheet) override;
+  bool IsExisting() const override { return true; }
 
  protected:
   bool IsWorksheet(int nSheet) const override { return globals_.Sheets()[static_cast<size_t>(nSheet) - 1].bWorksheet; }

@@ -151,6 +151,7 @@ bool clsXlsNewWorkbook::Save(std::string_view sPath, Failure& failure) {
   for (size_t i = 0; i < tables.size(); ++i)
     FillXlsTable(sheets_[i]->cells, sheets_[i]->typing, xls::kDefaultXf, writer, tables[i]);
   nRefused_ = writer.RefusedFormulas();
+  for (const auto& sheet : sheets_) bOrderTaken_ |= sheet->typing.OrderIsOpen();
 
   size_t nBoundSheet = 0;
   std::string sGlobals = MakeGlobals(formats, strings, nBoundSheet);

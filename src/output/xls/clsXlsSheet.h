@@ -26,6 +26,7 @@ struct XlsCell {
 
   uint32_t Row() const { return nKey >> 8; }
   unsigned Column() const { return nKey & 0xFF; }
+  bool IsBlank() const { return nId == xls::kBlank || nId == xls::kMulBlank; }
 };
 
 /// A worksheet in the stream of an existing workbook: where its records lie, and its cell table with the changes of a

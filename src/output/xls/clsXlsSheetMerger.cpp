@@ -111,8 +111,7 @@ class clsXlsSheetMerger {
   void KeepOrClear(const XlsCell& cell, uint32_t nRow) {
     const unsigned nColumn = cell.Column();
     const std::string_view sData = Bytes(cell.nOffset + 4, cell.nEnd);
-    if (cell.nId == xls::kBlank || cell.nId == xls::kMulBlank || sheet_.IsCleared(nRow, nColumn))
-      return table_.AddBlank(nColumn, cell.nXf);
+    if (cell.IsBlank() || sheet_.IsCleared(nRow, nColumn)) return table_.AddBlank(nColumn, cell.nXf);
     if (cell.nId == xls::kRk) return table_.AddRk(nColumn, cell.nXf, GetU32(sData, 6));
     if (cell.nId == xls::kMulRk)
       return table_.AddRk(nColumn, cell.nXf, GetU32(sData, 6 + size_t{6} * (nColumn - GetU16(sData, 2))));

@@ -25,6 +25,8 @@ class clsXlsxEditor : public clsSheetBook {
   void SetStandardFont(std::string_view) override {}
   void BeginTable(int nSheet) override;
   bool ClearContents(int nSheet, const CellRange& range, Failure& failure) override;
+  SheetContent ContentOf(int nSheet) override;
+  bool IsExisting() const override { return true; }
 
  protected:
   bool IsWorksheet(int nSheet) const override { return EntryOf(nSheet).bWorksheet; }
@@ -158,9 +160,15 @@ std::optional<CellRange> clsXlsxEditor::UsedRange(int nSheet) {
   Failure ignored;
   const XlsxSheet* const pSheet = Prepare(nSheet, ignored);
   if (pSheet == nullptr) return std::nullopt;
-  CellRange range = pSheet->facts.used;
+  CellRange range = pSheet->facts.content.used;
   Include(range, pSheet->edit.cells.Range());
   return range;
+}
+
+SheetContent clsXlsxEditor::ContentOf(int nSheet) {
+  Failure ignored;
+  const XlsxSheet* const pSheet = CheckSheet(nSheet, ignored) ? Prepare(nSheet, ignored) : nullptr;
+  return pSheet != nullptr ? pSheet->facts.content : SheetContent();
 }
 
 bool clsXlsxEditor::ClearContents(int nSheet, const CellRange& range, Failure& failure) {
@@ -182,6 +190,7 @@ bool clsXlsxEditor::ClearContents(int nSheet, const CellRange& range, Failure& f
       if (Contains(range, nRow, cell.nColumn)) columns.push_back(cell.nColumn);
     for (const int nColumn : columns) edit.cells.Write(nRow, nColumn, {});
   }
+  NoteCleared(nSheet, range, book_.styles.IsOwn());
   std::erase_if(edit.cleared, [&](const CellRange& old) { return Covers(range, old); });
   edit.cleared.push_back(range);
   return true;
@@ -194,6 +203,7 @@ bool clsXlsxEditor::Save(std::string_view sPath, Failure& failure) {
   const bool bSaved = saver.Save(sPath, failure);
   nRefused_ = saver.RefusedFormulas();
   nReformatted_ = saver.Reformatted();
+  for (const auto& pSheet : book_.sheets) bOrderTaken_ |= pSheet != nullptr && pSheet->edit.typing.OrderIsOpen();
   return bSaved;
 }
 

@@ -15,13 +15,14 @@ namespace quillon {
 
 namespace {
 
-/// Parts that may speak of this workbook's sheets: not the user's own XML beside it, nor what is kept of other books.
+/// Parts that may speak of this workbook's sheets, and the links of pictures to them: not the user's own XML beside it,
+/// nor what is kept of other books.
 bool MaySpeakOfSheets(std::string_view sName, std::string_view sWorkbook) {
   const std::string_view sFolder = sWorkbook.substr(0, sWorkbook.rfind('/') + 1);
   if (sName.find("externalLinks/") != std::string_view::npos) return false;
   if (!sName.starts_with(sFolder) && !sName.starts_with("docProps/")) return false;
-  return sName.size() > 4 &&
-         (EqualNoCase(sName.substr(sName.size() - 4), ".xml") || EqualNoCase(sName.substr(sName.size() - 4), ".vml"));
+  const std::string sUpper = UpperText(sName);
+  return sUpper.ends_with(".XML") || sUpper.ends_with(".VML") || sUpper.ends_with(".RELS");
 }
 
 }  // namespace
@@ -85,7 +86,7 @@ bool clsXlsxSaver::TakeFormulasOf(size_t nSheet) {
     pSheet->facts = std::move(facts);
     pSheet->bScanned = true;
   }
-  return pSheet->facts.bHasFormulas;
+  return pSheet->facts.HasFormulas();
 }
 
 bool clsXlsxSaver::MergeSheets(Failure& failure) {
@@ -101,7 +102,7 @@ bool clsXlsxSaver::MergeSheets(Failure& failure) {
     pSheet->edit.bWidthsAnew = book_.styles.IsOwn() && !pSheet->edit.cleared.empty();
     if (!MergeSheet(*pSheet, book_.workbook.sheets[i], writer, failure)) return false;
     book_.edit.bRecalculate |= pSheet->edit.Touched();
-    bFormulasChanged_ |= pSheet->edit.Touched() && pSheet->facts.bHasFormulas;
+    bFormulasChanged_ |= pSheet->edit.Touched() && pSheet->facts.HasFormulas();
   }
   nRefused_ = writer.RefusedFormulas();
   nReformatted_ = writer.Reformatted();

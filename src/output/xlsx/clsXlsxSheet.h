@@ -33,6 +33,7 @@ class clsXlsxSheet {
   void BeginTable() { typing_.BeginTable(used_.nBottom); }
   /// Rows down to this one stay in sight; its cells get a filter.
   void SetHeadingRow(int64_t nRow) { nHeadingRow_ = nRow; }
+  bool OrderIsOpen() const { return typing_.OrderIsOpen(); }
   void Clear();
   /// Writes the part. May be called again, with more cells in between.
   bool Save(clsZipWriter& zip, std::string_view sPartName, bool bActive, Failure& failure);

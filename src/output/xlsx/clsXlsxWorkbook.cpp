@@ -74,8 +74,10 @@ bool clsXlsxWorkbook::WriteParts(clsOutputFile& file, Failure& failure) {
   zip.Add("docProps/app.xml", AppPropertiesPart());
   zip.Add("docProps/core.xml", CorePropertiesPart());
   zip.Add("xl/_rels/workbook.xml.rels", WorkbookRelationsPart(SheetCount()));
-  for (int i = 1; i <= SheetCount(); ++i)
+  for (int i = 1; i <= SheetCount(); ++i) {
     if (!At(i).xml.Save(zip, SheetPartName(i), i == nActive_, failure)) return false;
+    bOrderTaken_ |= At(i).xml.OrderIsOpen();
+  }
   nRefused_ = cells_.RefusedFormulas();
   // Late cells may have brought formats and formulas of their own.
   zip.Add("xl/workbook.xml", WorkbookPart(names_, nActive_, cells_.HasFormulas()));

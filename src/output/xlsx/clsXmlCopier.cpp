@@ -11,18 +11,19 @@ namespace quillon {
 namespace {
 
 // Elements whose text is a formula or a reference, in sheets, charts, tables, names, controls and their extensions.
-constexpr std::array<std::string_view, 10> kFormulaElements = {
-    "f",        "formula",   "formula1", "formula2", "definedName", "calculatedColumnFormula", "totalsRowFormula",
-    "FmlaLink", "FmlaRange", "FmlaGroup"};
+constexpr std::array<std::string_view, 11> kFormulaElements = {
+    "f",        "formula",   "formula1",  "formula2", "definedName", "calculatedColumnFormula", "totalsRowFormula",
+    "FmlaLink", "FmlaRange", "FmlaGroup", "sqref"};
 
 struct AttributeOf {
   std::string_view sElement, sAttribute;
   bool bFormula;  ///< Else a bare name of a sheet
 };
-constexpr std::array<AttributeOf, 7> kAttributes = {{{"worksheetSource", "sheet", false},
+constexpr std::array<AttributeOf, 8> kAttributes = {{{"worksheetSource", "sheet", false},
                                                      {"dataRef", "sheet", false},
                                                      {"rangeSet", "sheet", false},
                                                      {"hyperlink", "location", true},
+                                                     {"Relationship", "Target", true},
                                                      {"formControlPr", "fmlaLink", true},
                                                      {"formControlPr", "fmlaRange", true},
                                                      {"sp", "textlink", true}}};

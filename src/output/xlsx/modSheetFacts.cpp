@@ -1,6 +1,7 @@
 #include "modSheetFacts.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace quillon {
 
@@ -15,8 +16,20 @@ void TakeColumns(const clsXmlScanner& scanner, SheetFacts& facts) {
   for (size_t n = *nFirst; n <= *nLast && n <= facts.columnStyles.size(); ++n) facts.columnStyles[n - 1] = *nStyle;
 }
 
+/// What stands beside the cells and has to do with them.
+void TakeBeside(const clsXmlScanner& scanner, SheetFacts& facts) {
+  if (scanner.Depth() == 3 && scanner.IsMain("col")) TakeColumns(scanner, facts);
+  if (scanner.Depth() == 3 && scanner.IsMain("mergeCell"))
+    if (const auto range = ParseCellRange(scanner.Attribute("ref").value_or(""))) facts.merged.Add(*range);
+  if (scanner.Depth() != 2) return;
+  const std::string_view sSheet = scanner.Attribute("sheet").value_or("0");
+  if (scanner.IsMain("sheetProtection")) facts.bProtected = sSheet == "1" || sSheet == "true";
+  if (scanner.IsMain("autoFilter"))
+    facts.filter = ParseCellRange(scanner.Attribute("ref").value_or("")).value_or(CellRange());
+}
+
 bool TakeFormula(clsXmlScanner& scanner, const clsSheetCursor& cursor, SheetFacts& facts) {
-  facts.bHasFormulas = true;
+  ++facts.content.nFormulas;
   const std::string_view sType = scanner.Attribute("t").value_or("");
   const auto range = ParseCellRange(scanner.Attribute("ref").value_or(""));
   if ((sType == "array" || sType == "dataTable") && range &&
@@ -44,26 +57,35 @@ bool SheetFacts::InArray(int64_t nRow, int nColumn, const std::vector<CellRange>
 
 bool ReadSheetFacts(clsXmlScanner& scanner, SheetFacts& facts) {
   clsSheetCursor cursor;
+  bool bCounted = false;  // The cell in hand
+  const auto count = [&] {
+    if (std::exchange(bCounted, true)) return;
+    ++facts.content.nFilled;
+    Include(facts.filled, {cursor.Row(), cursor.Column(), cursor.Row(), cursor.Column()});
+  };
   while (scanner.Next() != XmlToken::End) {
     if (scanner.Token() == XmlToken::Failed) return false;
     switch (cursor.Look(scanner)) {
       case clsSheetCursor::Event::Damaged:
         return false;
       case clsSheetCursor::Event::Cell:
-        Include(facts.used, {cursor.Row(), cursor.Column(), cursor.Row(), cursor.Column()});
+        bCounted = false;
+        Include(facts.content.used, {cursor.Row(), cursor.Column(), cursor.Row(), cursor.Column()});
         break;
       case clsSheetCursor::Event::None:
         if (!scanner.IsOpening()) break;
         if (scanner.Depth() == 1 && !scanner.IsMain("worksheet")) return false;
-        if (scanner.Depth() == 3 && scanner.IsMain("col")) TakeColumns(scanner, facts);
-        if (scanner.Depth() == 5 && cursor.InSheetData() && scanner.IsMain("f") && !TakeFormula(scanner, cursor, facts))
-          return false;
+        if (!cursor.InSheetData()) TakeBeside(scanner, facts);
+        if (scanner.Depth() != 5 || !cursor.InSheetData()) break;
+        if (scanner.IsMain("v") || scanner.IsMain("is") || scanner.IsMain("f")) count();
+        if (scanner.IsMain("f") && !TakeFormula(scanner, cursor, facts)) return false;
         break;
       default:
         break;
     }
   }
   facts.arrays.Sort();
+  facts.merged.Sort();
   return cursor.SeenSheetData();
 }
 

@@ -18,12 +18,16 @@ struct SharedFormula {
 };
 
 struct SheetFacts {
-  CellRange used;  ///< All cells that there are, empty ones with a format included
-  bool bHasFormulas = false;
+  SheetContent content;
+  CellRange filled;         ///< Cells with a value or formula
+  bool bProtected = false;  ///< Its cells are
+  CellRange filter;         ///< Of the sheet's own filter
+  clsCellRanges merged;
   clsCellRanges arrays;                                ///< Array formulas and data tables of more than one cell
   std::unordered_map<uint32_t, SharedFormula> shared;  ///< By "si", the first of each
   std::vector<uint32_t> columnStyles;                  ///< By column - 1; empty if no column has a format
 
+  bool HasFormulas() const { return content.nFormulas > 0; }
   uint32_t StyleOfColumn(int nColumn) const {
     return columnStyles.empty() ? 0 : columnStyles[static_cast<size_t>(nColumn) - 1];
   }

@@ -65,7 +65,7 @@ bool NameColumns(const Table& table, SheetEdit& edit, std::vector<std::string>& 
     const bool bWritten = edit.cells.Read(table.range.nTop, nColumn, sText);
     if (bWritten || edit.Cleared(table.range.nTop, nColumn)) {
       changed.push_back(i);
-      names[i] = sText.empty() ? "Column" + std::to_string(i + 1) : std::string(ShownOf(sText));
+      names[i] = TrimBlanks(ShownOf(sText)).empty() ? "Column" + std::to_string(i + 1) : std::string(ShownOf(sText));
     } else {
       taken.emplace(UpperText(names[i]), 2);
     }
