@@ -1,5 +1,7 @@
 #include "clsCellwright.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <cerrno>
 
@@ -47,6 +49,12 @@ class clsCutRows {
   const clsCodePage& page_;
   clsRowCutter cutter_;
 };
+
+/// A file that its owner made so; what else is wrong with it comes second.
+bool IsReadOnly(const std::string& sPath) {
+  struct stat info {};
+  return stat(HostPath(sPath).c_str(), &info) == 0 && (info.st_mode & 0222) == 0;
+}
 
 std::string WordsFor(EngineResult result) {
   const auto itMessage = std::find_if(kEngineMessages.begin(), kEngineMessages.end(),
@@ -185,6 +193,7 @@ EngineResult clsCellwright::ToCsv(Reader& reader, const CutPlan& plan, const cls
 /// A sheet of an existing workbook keeps its name, by which others speak of it, and loses its cells.
 EngineResult clsCellwright::BeginSheet(clsWorkbook& workbook) {
   Failure failure = workbook.WhyRefused();
+  if (failure.Failed() && IsReadOnly(options_.sOutputFile)) failure.nError = EACCES;
   if (failure.Failed()) return FailOutput(failure);
   if (workbook.IsExisting()) {
     const CellRange used = workbook.ContentOf(1).used;

@@ -18,7 +18,7 @@ SHOW = "quillon() { for each; do printf '<%s>' \"$each\"; done; echo '<end>'; }"
 
 # What is typed, with a tab for the key, and the words that then reach the program.
 TYPED = [("quillon conv\t--skip-d\t", ["convert", "--skip-done"]),
-         ("quillon convert --sha\t2/8 --rep\tled\t", ["convert", "--shard", "2/8", "--report", "ledger one.txt"]),
+         ("quillon convert --sha\t2/8 --repo\tled\t", ["convert", "--shard", "2/8", "--report", "ledger one.txt"]),
          ("quillon convert --quote so\t--enc\tcp4\t", ["convert", "--quote", "sometimes", "--encoding", "cp437"]),
          ("quillon convert led\t-o out.csv --mark\t", ["convert", "ledger one.txt", "-o", "out.csv", "--markup"]),
          ("quillon check led\t--reci\tled\t", ["check", "ledger one.txt", "--recipe", "ledger one.txt"]),

@@ -45,7 +45,7 @@ class World:
         self.env = {name: os.environ[name] for name in kept if name in os.environ}
         self.env.update(
             PATH=f"{self.program.parent}:/usr/bin:/bin", HOME=str(self.home), LC_ALL="C.UTF-8", TZ="UTC",
-            QUILLON_DRIVE_C=str(self.work), COLUMNS="100")
+            QUILLON_DRIVE_C=str(self.work), COLUMNS="100", SOURCE_DATE_EPOCH="315532800")
         return self
 
     def __exit__(self, *_):

@@ -1,115 +1,248 @@
 #!/usr/bin/env python3
-"""One report, month after month, into one workbook that people work in: what they see is what was printed, and what is
-theirs stays."""
+"""One report, month after month, into one workbook that people work in: what they see is what was printed, no formula
+shows an old result, and what is theirs stays.
 
+Two months by each method and in each form; --months 12 for a whole year by hand (--seed N for another one)."""
+
+import argparse
+import csv
 import os
 import random
 import shutil
 import subprocess
 import sys
+import tempfile
 import unittest
+import zipfile
 
 try:
     import openpyxl
     import xlrd
+    import xlsxwriter
+    import xlwt
 except ImportError as missing:
     print(f"skipped: {missing}")
     sys.exit(77)
 
-import link_case
-from link_case import SOFFICE
+SOFFICE = shutil.which("soffice")
+PROGRAM, MONTHS, SEED = None, 3, 1
 
 HEAD = ["Item", "Amount", "Share", "Booked", "Code"]
+WIDTHS = [26, 18, 12, 14, 8]
+RECIPE = ("[Table 1]\nReadStartLine=Item\nReadStartLineOffset=0\nReadEndLine=END\nReadEndLineOffset=-1\n"
+          f"Parsing={' '.join('-' * (width - 1) for width in WIDTHS)}\nWriteColumn=A\n")
+PROFILE = "".join(f"{n}\t{width}\t[32] Space\tLeft\tNo\t{n}\t\t\r\n" for n, width in enumerate(WIDTHS, 1))
 
 
-def month(number):
-    """The texts of a month's report: other forms of numbers each time, and another number of rows."""
-    pick = random.Random(number)
-    amount = pick.choice([lambda n: f"{n:,.2f}", lambda n: f"${n:,.0f}", lambda n: f"{n:.3f}", lambda n: f"({n:,.2f})"])
+def month(number, method=("--recipe",)):
+    """The texts of a month's report: other forms of numbers each time, and another number of rows. By a profile codes
+    lose their zeros."""
+    pick = random.Random(SEED * 1000 + number)
+    amount = pick.choice([lambda n: f"{n / 100:,.2f}", lambda n: f"${n:,.0f}", lambda n: f"{n / 1000:.3f}",
+                          lambda n: f"({n / 100:,.2f})", lambda n: f"{n}"])
     share = pick.choice([lambda n: f"{n % 100}%", lambda n: f"{n % 100}.5", lambda n: f"{n % 100}.25%"])
-    booked = pick.choice([lambda d: f"2026-{number:02}-{d:02}", lambda d: f"{number:02}/{d:02}/2026", lambda d: f"{d}.{number}.2026"])
-    rows = [[f"item {pick.randrange(10 ** pick.randrange(1, 14))}", amount(pick.randrange(10 ** pick.randrange(2, 8)) + 1),
-             share(pick.randrange(1000)), booked(day), f"{pick.randrange(10 ** 5):05}"] for day in range(13, 13 + pick.randrange(3, 15))]
-    return [HEAD] + rows
+    booked = pick.choice([lambda d: f"2026-{number:02}-{d:02}", lambda d: f"{number:02}/{d:02}/2026"])
+    return [HEAD] + [[f"item {pick.randrange(10 ** pick.randrange(1, 14))}",
+                      amount(pick.randrange(10 ** pick.randrange(2, 8)) + 1), share(pick.randrange(1000)), booked(day),
+                      f"{pick.randrange(10 ** 4):0{5 if method[0] == '--recipe' else 1}}"] for day in range(13, 13 + pick.randrange(2, 15))]
 
 
-def make(path):
-    """The first month's workbook, as a user has built on it: a summary of formulas, a chart, colours, a width."""
+def number_of(text):
+    bare = text.replace(",", "").replace("$", "").strip("()")
+    return -float(bare) if text.startswith("(") else float(bare)
+
+
+# --- The workbook as its user has built it on the first month's sheet
+
+def by_openpyxl(path, rows):
     from openpyxl.chart import BarChart, Reference
     from openpyxl.styles import Font, PatternFill
+    from openpyxl.workbook.defined_name import DefinedName
+    from openpyxl.worksheet.table import Table, TableStyleInfo
     book = openpyxl.Workbook()
     data, summary = book.active, book.create_sheet("Summary")
     data.title = "Data"
-    data["B2"], data["B3"] = 1, 2
+    for row in rows:
+        data.append(row)
     data["A2"].fill = PatternFill("solid", fgColor="FFFF00")
     data["B2"].font = Font(bold=True)
     data["B2"].number_format = data["B3"].number_format = '"$"#,##0'
     data.column_dimensions["D"].width = 31.25
-    summary["A1"], summary["A2"] = "=SUM(Data!B2:B99)", "=COUNTA(Data!A:A)"
+    table = Table(displayName="Stock", ref=f"A1:E{len(rows)}")
+    table.tableStyleInfo = TableStyleInfo(name="TableStyleMedium9", showRowStripes=True)
+    data.add_table(table)
+    name = DefinedName("Everything", attr_text=f"Data!$A$1:$E${len(rows)}")
+    book.defined_names.append(name) if hasattr(book.defined_names, "append") else book.defined_names.add(name)
+    data.print_area = f"A1:E{len(rows)}"
+    summary["A1"], summary["A2"] = "=SUM(Data!B2:B99)", "=COUNTA(Data!A2:A99)"
+    summary["A3"] = "kept"
     chart = BarChart()
     chart.add_data(Reference(data, min_col=2, min_row=1, max_row=9))
     summary.add_chart(chart, "D1")
     book.save(path)
 
 
-def shown_by_soffice(path):
-    """Cells of the first sheet and the summary as a spreadsheet program shows them."""
-    folder = path + ".csv"
-    os.makedirs(folder, exist_ok=True)
-    subprocess.run([SOFFICE, "--headless", "--convert-to", 'csv:Text - txt - csv (StarCalc):44,34,76,1,,1033,false,true,true,false,false,-1',
-                    "--outdir", folder, path], check=True, capture_output=True, timeout=200)
-    import csv
-    found = {}
-    for name in os.listdir(folder):
-        with open(os.path.join(folder, name), encoding="utf-8") as file:
-            found[name.rsplit("-", 1)[1][:-4]] = [[cell.strip() for cell in row] for row in csv.reader(file)]
-    shutil.rmtree(folder)
-    return found
+def by_xlsxwriter(path, rows):
+    book = xlsxwriter.Workbook(path)
+    data, summary = book.add_worksheet("Data"), book.add_worksheet("Summary")
+    data.write_row(1, 0, rows[1], book.add_format({"bg_color": "#FFFF00"}))
+    for number, row in enumerate(rows[2:], 2):
+        data.write_row(number, 0, row)
+    data.set_column("D:D", 31.25)
+    data.add_table(0, 0, len(rows), 4, {"name": "Stock", "total_row": True, "columns": [
+        {"header": "Item", "total_string": "All"}, {"header": "Amount", "total_function": "sum"}, {"header": "Share"},
+        {"header": "Booked"}, {"header": "Code"}]})
+    summary.write_formula("A1", "=SUM(Stock[Amount])", None, 500)
+    summary.write_formula("A2", "=COUNTA(Data!A2:A99)", None, 17)
+    summary.write("A3", "kept")
+    chart = book.add_chart({"type": "line"})
+    chart.add_series({"values": "=Data!$B$2:$B$9"})
+    summary.insert_chart("D1", chart)
+    book.close()
 
 
-class Months(link_case.XlsCase):
-    def run_month(self, number):
-        lines = [f"write\t1\t{row}\t{column}\t{text}" for row, texts in enumerate(month(number), 1)
-                 for column, text in enumerate(texts, 1)]
-        answers = self.run_link("clearused", *lines, f"save\t{self.path}", "notes")
-        self.assertEqual([a for a in answers if not a.startswith("ok")], [])
+def by_xlwt(path, rows):
+    book = xlwt.Workbook()
+    data, summary = book.add_sheet("Data"), book.add_sheet("Summary")
+    money = xlwt.easyxf("font: bold on; pattern: pattern solid, fore_colour yellow", num_format_str='"$"#,##0')
+    for number, row in enumerate(rows):
+        for column, text in enumerate(row):
+            data.write(number, column, text)
+    data.write(number + 1, 1, 3.5, money)
+    data.col(3).width = 8000
+    summary.write(0, 0, xlwt.Formula("SUM(Data!B2:B99)"))
+    summary.write(1, 0, xlwt.Formula("COUNTA(Data!A2:A99)"))
+    summary.write(2, 0, "kept")
+    book.save(path)
 
-    def check_values(self, number):
-        """Read by a script: values are those of the report, and no formula shows an old result."""
-        rows = month(number)
-        book = openpyxl.load_workbook(self.path)
-        sheet = book.worksheets[0]
-        for row, texts in enumerate(rows[1:], 2):
-            text = texts[1].replace(",", "").replace("$", "")
-            amount = -float(text[1:-1]) if text[0] == "(" else float(text)
-            self.assertAlmostEqual(sheet.cell(row, 2).value, amount, 6, texts)
-            self.assertEqual(sheet.cell(row, 4).value.strftime("%m-%d"), f"{number:02}-{row + 11:02}")
-            self.assertEqual(f"{sheet.cell(row, 5).value:>05}", texts[4])
-        left = [cell.value for row in sheet.iter_rows(min_row=len(rows) + 1) for cell in row if cell.value is not None]
-        self.assertEqual(left, [])
-        self.assertEqual((sheet["A2"].fill.fgColor.rgb[2:], sheet["B2"].font.b), ("FFFF00", True))
-        self.assertAlmostEqual(sheet.column_dimensions["D"].width, 31.25, 0)
-        kept = openpyxl.load_workbook(self.path, data_only=True)["Summary"]
-        self.assertEqual([kept["A1"].value, kept["A2"].value], [None, None])
+
+MAKERS = {"openpyxl.xlsx": by_openpyxl, "xlsxwriter.xlsx": by_xlsxwriter, "xlwt.xls": by_xlwt}
+
+
+class Months(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = folder.name
+        for name, text in (("r.rcp", RECIPE), ("p.txt", PROFILE)):
+            self.write(name, text)
+
+    def write(self, name, text):
+        with open(os.path.join(self.folder, name), "w", encoding="utf-8", newline="") as file:
+            file.write(text)
+
+    def soffice(self, form, path, folder):
+        subprocess.run([SOFFICE, f"-env:UserInstallation=file://{self.folder}/profile", "--headless", "--convert-to", form,
+                        "--outdir", os.path.join(self.folder, folder), path], check=True, capture_output=True, timeout=200)
+
+    def run_month(self, path, method, number):
+        lines = ["".join(text.ljust(width) for text, width in zip(row, WIDTHS)).rstrip() for row in month(number)]
+        self.write("report.txt", "\n".join(lines + (["END"] if method[0] == "--recipe" else [])) + "\n")
+        done = subprocess.run([PROGRAM, "convert", "report.txt", "-o", path, *method, "--sheet", "Data"], cwd=self.folder,
+                              env={**os.environ, "HOME": self.folder, "LC_ALL": "C.UTF-8", "XDG_CONFIG_HOME": self.folder},
+                              capture_output=True, text=True, timeout=100)
+        self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
+
+    def check_values(self, path, rows, totals):
+        """As a script reads them: the report's values, and no formula with an old result."""
+        if path.endswith(".xls"):
+            book = xlrd.open_workbook(path)
+            sheet, summary = book.sheet_by_name("Data"), book.sheet_by_name("Summary")
+            got = [sheet.row_values(row) for row in range(1, sheet.nrows)]
+            results = [summary.cell_value(row, 0) for row in range(2)]
+            self.assertEqual(summary.cell_value(2, 0), "kept")
+        else:
+            sheet = openpyxl.load_workbook(path)["Data"]
+            got = [[cell.value for cell in row] for row in sheet.iter_rows(min_row=2)]
+            results = [openpyxl.load_workbook(path, data_only=True)["Summary"][name].value for name in ("A1", "A2")]
+            self.assertEqual(openpyxl.load_workbook(path)["Summary"]["A3"].value, "kept")
+        for values, texts in zip(got, rows[1:]):
+            self.assertAlmostEqual(values[1], number_of(texts[1]), 6, texts)
+            code = values[4] if isinstance(values[4], str) else str(int(values[4]))
+            self.assertEqual((values[0].strip(), code.strip()), (texts[0], texts[4]))
+        sums = [None, ""] + [sum(number_of(texts[1]) for texts in rows[1:])]
+        self.assertTrue(any(results[0] == wanted for wanted in sums[:2]) or abs(results[0] - sums[2]) < 1e-6, results)
+        left = [value for values in got[len(rows) - 1:] for value in values if value not in (None, "")]
+        self.assertEqual([value for value in left if not str(value).startswith("=SUBTOTAL")], ["All"] * totals)
+
+    def check_users_own(self, path, rows, totals):
+        if path.endswith(".xls"):
+            return
+        book = openpyxl.load_workbook(path)
+        data = book["Data"]
+        self.assertEqual(data["A2"].fill.fgColor.rgb[2:], "FFFF00")
+        self.assertAlmostEqual(data.column_dimensions["D"].width, 31.25, delta=1)
         self.assertEqual(len(book["Summary"]._charts), 1)
+        for table in data.tables.values():
+            self.assertEqual(table.ref, f"A1:E{len(rows) + totals}")
+        if "openpyxl" in path:
+            self.assertEqual(book.defined_names["Everything"].attr_text.replace("$Data.", ""), f"Data!$A$1:$E${len(rows)}")
+            self.assertIn(f"A1:E{len(rows)}", str(data.print_area).replace("$", ""))
 
-    def test_months_of_one_report_in_an_xlsx_workbook(self):
-        self.path = os.path.join(self.folder.name, "book.xlsx")
-        make(self.path)
-        save_between = set(range(2, 13, int(os.environ.get("QUILLON_MONTHS_STEP", "5"))))
-        for number in range(1, 13):
-            self.run_month(number)
-            self.check_values(number)
-            if SOFFICE and number in save_between:
-                shown = shown_by_soffice(self.path)
-                expected = [[text.strip() for text in row] for row in month(number)]
-                self.assertEqual([row[:5] for row in shown["Data"][:len(expected)]], expected, number)
-                self.assertNotIn("###", str(shown))
-                # A user saves it there, and the next month comes.
-                subprocess.run([SOFFICE, "--headless", "--convert-to", "xlsx:Calc MS Excel 2007 XML", "--outdir",
-                                self.folder.name + "/saved", self.path], check=True, capture_output=True, timeout=200)
-                shutil.move(os.path.join(self.folder.name, "saved", "book.xlsx"), self.path)
+    def check_shown(self, path, rows, totals):
+        self.soffice('csv:Text - txt - csv (StarCalc):44,34,76,1,,1033,false,true,true,false,false,-1', path, "csv")
+        shown = {}
+        for name in os.listdir(os.path.join(self.folder, "csv")):
+            with open(os.path.join(self.folder, "csv", name), encoding="utf-8") as file:
+                shown[name.rsplit("-", 1)[1][:-4]] = [[cell.strip() for cell in row] for row in csv.reader(file)]
+        shutil.rmtree(os.path.join(self.folder, "csv"))
+        self.assertEqual([row[:5] for row in shown["Data"][:len(rows)]], rows)
+        self.assertNotIn("###", str(shown))
+        self.assertEqual(shown["Summary"][1][0], str(len(rows) - 1 + totals))
+
+    def totals_rows(self, path):
+        if path.endswith(".xls"):
+            return 0
+        return sum(table.totalsRowCount or 0 for table in openpyxl.load_workbook(path)["Data"].tables.values())
+
+    def other_parts(self, path):
+        """All of a package but what a run has to touch."""
+        touched = ("sheet1.xml", "styles.xml", "workbook.xml", "sharedStrings.xml", "calcChain.xml", "table1.xml", "sheet2.xml",
+                   "[Content_Types].xml", "workbook.xml.rels")
+        with zipfile.ZipFile(path) as package:
+            return {name: package.read(name) for name in package.namelist() if not name.endswith(touched)}
+
+    def live_through(self, name, method):
+        path = os.path.join(self.folder, name)
+        saves = random.Random(SEED)
+        MAKERS[name](path, month(1))
+        for number in range(2, MONTHS + 1):
+            before = None if path.endswith(".xls") else self.other_parts(path)
+            totals = self.totals_rows(path)
+            self.run_month(path, method, number)
+            rows = month(number, method)
+            with self.subTest(month=number):
+                self.check_values(path, rows, totals)
+                self.check_users_own(path, rows, totals)
+                if before is not None:
+                    self.assertEqual(self.other_parts(path), before)
+            if SOFFICE and (saves.random() < 0.5 or number == MONTHS):
+                with self.subTest(month=number, shown=True):
+                    self.check_shown(path, rows, totals)
+                # The user saves it there, and the next month comes.
+                form = "xls:MS Excel 97" if path.endswith(".xls") else "xlsx:Calc MS Excel 2007 XML"
+                if number < MONTHS:
+                    self.soffice(form, path, "saved")
+                    shutil.move(os.path.join(self.folder, "saved", name), path)
+
+    def test_by_recipe(self):
+        for name in MAKERS:
+            with self.subTest(name=name):
+                self.live_through(name, ("--recipe", "r.rcp"))
+
+    def test_by_profile(self):
+        for name in MAKERS:
+            with self.subTest(name=name):
+                self.live_through(name, ("--profile", "./p.txt"))
 
 
 if __name__ == "__main__":
-    link_case.main()
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--program", required=True)
+    parser.add_argument("--months", type=int, default=MONTHS)
+    parser.add_argument("--seed", type=int, default=SEED)
+    known, rest = parser.parse_known_args()
+    # The program that converts lies beside the one that drives the link.
+    PROGRAM = os.path.join(os.path.dirname(os.path.abspath(known.program)), "quillon")
+    MONTHS, SEED = known.months, known.seed
+    unittest.main(argv=[sys.argv[0], *rest])

@@ -257,6 +257,7 @@ TEST(modFormulaText, shifts_relative_references_alone) {
                                           {"SUM(A1:B2)&\"A1\"", "SUM(C2:D3)&\"A1\""},
                                           {"'A1 x'!A1+Sheet2!B2+[1]S!A1", "'A1 x'!C2+Sheet2!D3+[1]S!C2"},
                                           {"A:B+1:2", "C:D+2:3"},
+                                          {"SUM(Old!A1:Old!B2)", "SUM(Old!C2:Old!D3)"},
                                           {"LOG10(A1)+Table1[A1]+a1_x+1.5E3", "LOG10(C2)+Table1[A1]+a1_x+1.5E3"},
                                           {"XFC1", "#REF!"}})
     EXPECT_EQ(ShiftedFormula(sFormula, 1, 2), sShifted);
@@ -270,7 +271,8 @@ TEST(modFormulaText, renames_sheets_and_columns_wherever_they_are_named) {
                                           {"Older!A1+\"Old!A1\"+Old+Old(1)", "Older!A1+\"Old!A1\"+Old+Old(1)"},
                                           {"Old:Last!A1+'First:Old'!A1", "'It''s:Last'!A1+'First:It''s'!A1"},
                                           {"[1]Old!A1+'[1]Old'!A1+[1]!Old", "[1]Old!A1+'[1]Old'!A1+[1]!Old"},
-                                          {"T[a']b]+U[a']b]", "T[c'#d]+U[a']b]"},
+                                          {"SUM(Old!A1:Old!B2)", "SUM('It''s'!A1:'It''s'!B2)"},
+                                          {"T[a']b]+U[a']b]+[2]!T[a']b]", "T[c'#d]+U[a']b]+[2]!T[a']b]"},
                                           {"T[[#All],[a']b]:[e]]+T[@[a']b]]", "T[[#All],[c'#d]:[e]]+T[@[c'#d]]"},
                                           {"'open", "'open"},
                                           {"T[[a", "T[[a"}})
@@ -286,6 +288,8 @@ TEST(Styles, AFormatIsDerivedFromOneWhoseAttributeHoldsAnAngle) {
   ASSERT_TRUE(again.Load(styles.Bytes()));
   EXPECT_EQ(again.Count(), 2u);
   EXPECT_EQ(again.KindOf(1), FormatKind::Number);
+  EXPECT_EQ(KindOfFormatCode("GENERAL"), FormatKind::General);
+  EXPECT_EQ(KindOfFormatCode("General\" kg\""), FormatKind::Number) << "somebody chose the unit";
 }
 
 TEST(Styles, WhatStandsBehindAnEmptyListIsNoneOfIt) {

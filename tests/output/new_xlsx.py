@@ -1,6 +1,7 @@
 """New .xlsx workbooks, read back by programs of other makers: what a sheet shows, what its parts look like, and whether
 cells in any order end where they should."""
 
+import datetime
 import os
 import random
 import re
@@ -9,6 +10,7 @@ import shutil
 import signal
 import subprocess
 import tempfile
+import time
 import unittest
 import xml.etree.ElementTree as ElementTree
 import zipfile
@@ -48,7 +50,7 @@ class NewWorkbook(unittest.TestCase):
         self.folder = Path(tempfile.mkdtemp(prefix="quillon-test-"))
         self.addCleanup(shutil.rmtree, self.folder)
 
-    def make(self, name, commands, mode="stream", epoch=None):
+    def make(self, name, commands, mode="stream", epoch=315532800):
         """Runs the commands and saves; gives the path and the answers."""
         path = self.folder / name
         script = self.folder / "script"
@@ -164,6 +166,9 @@ class NewWorkbook(unittest.TestCase):
         self.assertEqual(first.read_bytes(), second.read_bytes())
         dated, _ = self.make("c.xlsx", ["write\t1\t1\t1\tx"], epoch=1700000000)
         self.assertEqual(openpyxl.load_workbook(dated).properties.created.isoformat(), "2023-11-14T22:13:20")
+        now, _ = self.make("d.xlsx", ["write\t1\t1\t1\tx"], epoch=None)
+        made = openpyxl.load_workbook(now).properties.created.replace(tzinfo=datetime.timezone.utc)
+        self.assertLess(abs(made.timestamp() - time.time()), 300)
 
     def test_a_disk_that_fills_leaves_nothing_behind(self):
         def fill_early():

@@ -24,6 +24,7 @@ void Include(CellRange& range, const CellRange& other);
 /// there are.
 class clsCellRanges {
  public:
+  bool Empty() const { return ranges_.empty(); }
   void Clear() { *this = clsCellRanges(); }
   /// Sort is to follow the last one.
   void Add(const CellRange& range) { ranges_.push_back(range); }

@@ -111,17 +111,25 @@ void clsSheetBook::NoteCleared(int nSheet, const CellRange& range, bool bOwnWork
   notes_.push_back(std::move(sNote));
 }
 
+void clsSheetBook::NoteProtected(int nSheet) {
+  if (!protected_.insert(nSheet).second) return;
+  notes_.push_back(Translate("Sheet") + " \"" + SheetName(nSheet) + "\" " +
+                   Translate("is protected, and was written all the same"));
+}
+
 std::vector<std::string> clsSheetBook::Notes() const {
   std::vector<std::string> notes = notes_;
-  if (bOrderTaken_) {
-    notes.push_back(
-        Translate(options_.typing.bDayFirst
-                      ? "Dates that can be read both ways were taken as day before month, as is usual here"
-                      : "Dates that can be read both ways were taken as month before day, as is usual here"));
-  }
-  if (nReformatted_ > 0)
-    notes.push_back(Translate("Cells that got another number format, as theirs would not show what the report does:") +
-                    " " + std::to_string(nReformatted_));
+  if (bOrderTaken_ && options_.typing.bDayFirst)
+    notes.push_back(Translate("Dates that can be read both ways were taken as day before month, as is usual here"));
+  if (bOrderTaken_ && !options_.typing.bDayFirst)
+    notes.push_back(Translate("Dates that can be read both ways were taken as month before day, as is usual here"));
+  const auto count = [&notes](std::string sText, int64_t nCount) {
+    if (nCount > 0) notes.push_back(std::move(sText) + " " + std::to_string(nCount));
+  };
+  count(Translate("Values that lie in merged cells, where only the first is seen:"), nMerged_);
+  count(Translate("Rows that lie behind the end of a table:"), nBehindTables_);
+  count(Translate("Cells that got another number format, as theirs would not show what the report does:"),
+        nReformatted_);
   return notes;
 }
 

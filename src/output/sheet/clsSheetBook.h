@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -49,6 +50,9 @@ class clsSheetBook : public clsWorkbook {
   bool HasSheet(int nSheet) const { return nSheet >= 1 && nSheet <= SheetCount(); }
   /// Says so in a note where cells go that weren't this program's work, if they are more than a few or formulas.
   void NoteCleared(int nSheet, const CellRange& range, bool bOwnWork);
+  /// A value is written to a sheet that is protected, or into merged cells of which another is the one that is seen.
+  void NoteProtected(int nSheet);
+  void NoteMerged() { ++nMerged_; }
   /// False with the reason for a number that belongs to no sheet with cells.
   bool CheckSheet(int nSheet, Failure& failure) const;
 
@@ -56,8 +60,9 @@ class clsSheetBook : public clsWorkbook {
   std::vector<std::string> names_;
   int nActive_ = 1;
   int64_t nRefused_ = 0;
-  bool bOrderTaken_ = false;  ///< Dates that can be read both ways were read by the usual order
-  int64_t nReformatted_ = 0;  ///< Cells whose number format would have shown another text than the report's
+  bool bOrderTaken_ = false;   ///< Dates that can be read both ways were read by the usual order
+  int64_t nBehindTables_ = 0;  ///< Rows that no table could take in
+  int64_t nReformatted_ = 0;   ///< Cells whose number format would have shown another text than the report's
 
  private:
   bool CheckPlace(int nSheet, int64_t nRow, int nColumn, Failure& failure) const;
@@ -66,6 +71,8 @@ class clsSheetBook : public clsWorkbook {
 
   Form form_;
   std::vector<std::string> notes_;
+  std::set<int> protected_;
+  int64_t nMerged_ = 0;
 };
 
 }  // namespace quillon

@@ -52,7 +52,7 @@ struct WorkbookOptions {
   bool bReadBack = false;
   /// The sheet that goes by number 1 in this run, by name or number; one that isn't there is made behind the others,
   /// in a new workbook the first sheet gets the name. "" is the first.
-  std::string sSheet;
+  std::string sSheet = {};
   bool bReplace = false;      ///< A new workbook takes the place of one that is there
   bool bNoOverwrite = false;  ///< A sheet 1 that holds something fails every write
   bool bBackup = false;       ///< The file as it was stays beside the new one, as NAME~

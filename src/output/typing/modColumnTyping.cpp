@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "clsCellRanges.h"
 #include "modNumberTyping.h"
 #include "modSettledCell.h"
 #include "modText.h"
@@ -96,7 +97,9 @@ void clsSheetTyping::NoteAll(clsCellStore& cells) {
     for (const StoredCell& cell : row) {
       const TypedCell typed = TypeCell(cell.sText, options_, alone_, sScratch);
       Note(nRow, cell.nColumn, typed, cell.sText);
-      if (typed.kind == CellKind::Formula || typed.kind == CellKind::Empty) continue;
+      if (typed.kind == CellKind::Empty) continue;
+      Include(used_, {nRow, cell.nColumn, nRow, cell.nColumn});
+      if (typed.kind == CellKind::Formula) continue;
       const auto nIndex = static_cast<size_t>(cell.nColumn) - 1;
       if (widths_.size() <= nIndex) widths_.resize(nIndex + 1);
       if (cell.sText.size() <= widths_[nIndex]) continue;

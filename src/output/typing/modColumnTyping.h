@@ -60,6 +60,8 @@ class clsSheetTyping {
   void NoteAll(clsCellStore& cells);
   /// Characters of the longest value by column - 1, at most kMaxWidth; 0 for none. Formulas don't count.
   const std::vector<uint8_t>& Widths() const { return widths_; }
+  /// Smallest range with all cells taken in at once that hold something.
+  const CellRange& Used() const { return used_; }
   static constexpr size_t kMaxWidth = 60;
   /// Takes the facts as they are now; true if one rule differs from that for a cell alone.
   bool Decide();
@@ -82,6 +84,7 @@ class clsSheetTyping {
   ColumnRule alone_;
   std::vector<Table> tables_;  ///< By their first row
   std::vector<uint8_t> widths_;
+  CellRange used_;
   int64_t nNotedRow_ = 0;
   size_t nCurrent_ = 0;
 };

@@ -115,17 +115,20 @@ void clsXlsCellTable::AddLabelSst(unsigned nColumn, unsigned nXf, uint32_t nStri
   StoreAt(Begin(nColumn, nXf, xls::kLabelSst, 4), nString);
 }
 
-void clsXlsCellTable::AddBool(unsigned nColumn, unsigned nXf, bool bValue) {
-  char* pData = Begin(nColumn, nXf, xls::kBoolErr, 2);
-  pData[0] = bValue ? 1 : 0;
-  pData[1] = 0;  // No error code
-}
-
 void clsXlsCellTable::AddFormula(unsigned nColumn, unsigned nXf, std::string_view sTokens) {
   constexpr uint16_t kAlwaysAndOnLoad = 3;
   char* pData = Begin(nColumn, nXf, xls::kFormula, 14 + sTokens.size());
   xls::kNoResult.copy(pData, xls::kNoResult.size());
   StoreAt(pData + 8, kAlwaysAndOnLoad);
+  StoreAt(pData + 10, uint32_t{0});
+  sTokens.copy(pData + 14, sTokens.size());
+}
+
+void clsXlsCellTable::AddTruth(unsigned nColumn, unsigned nXf, bool bValue, std::string_view sTokens) {
+  char* pData = Begin(nColumn, nXf, xls::kFormula, 14 + sTokens.size());
+  const char result[] = {1, 0, static_cast<char>(bValue ? 1 : 0), 0, 0, 0, '\xFF', '\xFF'};
+  std::copy_n(result, sizeof result, pData);
+  StoreAt(pData + 8, uint16_t{0});
   StoreAt(pData + 10, uint32_t{0});
   sTokens.copy(pData + 14, sTokens.size());
 }

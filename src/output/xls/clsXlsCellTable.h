@@ -27,7 +27,8 @@ class clsXlsCellTable {
   void AddNumber(unsigned nColumn, unsigned nXf, double nValue);  ///< As RK where that holds it exactly
   void AddBlank(unsigned nColumn, unsigned nXf);
   void AddLabelSst(unsigned nColumn, unsigned nXf, uint32_t nString);
-  void AddBool(unsigned nColumn, unsigned nXf, bool bValue);
+  /// The formula's result is the truth value.
+  void AddTruth(unsigned nColumn, unsigned nXf, bool bValue, std::string_view sTokens);
   /// sTokens: the expression with its length in front. To be calculated on loading.
   void AddFormula(unsigned nColumn, unsigned nXf, std::string_view sTokens);
   /// A whole cell record, with what belongs to it behind it.

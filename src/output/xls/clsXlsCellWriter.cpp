@@ -12,6 +12,8 @@ namespace quillon {
 
 namespace {
 
+constexpr std::string_view kTruthFormat = "\"TRUE\";\"TRUE\";\"FALSE\"";
+
 double NumberOf(const TypedCell& cell) {
   double nValue = cell.nValue;
   if (cell.sDigits.empty()) return nValue;
@@ -88,8 +90,7 @@ void clsXlsCellWriter::WriteText(clsXlsCellTable& table, unsigned nColumn, std::
 bool clsXlsCellWriter::WriteTyped(clsXlsCellTable& table, unsigned nColumn, const TypedCell& cell, uint16_t nXf) {
   switch (cell.kind) {
     case CellKind::Boolean:
-      table.AddBool(nColumn, formats_.Plain(nXf), cell.nValue != 0);
-      return true;
+      return WriteBool(table, nColumn, cell.nValue != 0, formats_.Plain(nXf));
     case CellKind::Formula:
       sTokens_.clear();
       if (!AppendXlsFormula(cell.sText, sTokens_)) return false;
@@ -98,6 +99,17 @@ bool clsXlsCellWriter::WriteTyped(clsXlsCellTable& table, unsigned nColumn, cons
     default:
       return WriteNumber(table, nColumn, cell, nXf);
   }
+}
+
+/// A truth value by itself shows as 1 or 0 in some programs, whatever its format. The result of a formula shows by the
+/// format everywhere, and is a truth value where it is read.
+bool clsXlsCellWriter::WriteBool(clsXlsCellTable& table, unsigned nColumn, bool bValue, uint16_t nXf) {
+  const bool bPlain = formats_.KindOf(nXf) == FormatKind::General;
+  const int nFormatted = bPlain ? formats_.WithNumberFormat(nXf, kTruthFormat) : nXf;
+  sTokens_.clear();
+  if (!AppendXlsFormula(bValue ? "TRUE()" : "FALSE()", sTokens_)) return false;
+  table.AddTruth(nColumn, nFormatted < 0 ? nXf : static_cast<uint16_t>(nFormatted), bValue, sTokens_);
+  return true;
 }
 
 bool clsXlsCellWriter::WriteNumber(clsXlsCellTable& table, unsigned nColumn, const TypedCell& cell, uint16_t nXf) {

@@ -51,6 +51,7 @@ class clsXlsCellWriter {
 
  private:
   void WriteText(clsXlsCellTable& table, unsigned nColumn, std::string_view sText, uint16_t nXf);
+  bool WriteBool(clsXlsCellTable& table, unsigned nColumn, bool bValue, uint16_t nXf);
   bool WriteNumber(clsXlsCellTable& table, unsigned nColumn, const TypedCell& cell, uint16_t nXf);
   bool WriteTyped(clsXlsCellTable& table, unsigned nColumn, const TypedCell& cell, uint16_t nXf);
 

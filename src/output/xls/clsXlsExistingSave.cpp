@@ -1,12 +1,14 @@
 // Saving an existing .xls workbook: the stream is put together from pieces of the old one and what was changed.
 
 #include <algorithm>
+#include <array>
 #include <numeric>
 
 #include "clsXlsExistingWorkbook.h"
 #include "clsXlsNewWorkbook.h"
 #include "modOutputMessages.h"
 #include "modPaths.h"
+#include "modXlsColumns.h"
 #include "modXlsLayout.h"
 
 namespace quillon {
@@ -14,6 +16,7 @@ namespace quillon {
 namespace {
 
 constexpr size_t kMaxStream = 0x7FFF0000;
+constexpr uint8_t kDefaultWidth = 8;
 
 }  // namespace
 
@@ -30,7 +33,7 @@ bool clsXlsExistingWorkbook::Save(std::string_view sPath, Failure& failure) {
     failure = OutputFailure(sPath, OutputMessage::TooLarge);
     return false;
   }
-  if (!SaveCompoundFile(sPath, &file_, sStreamName_, pieces_, failure)) return false;
+  if (!SaveCompoundFile(sPath, file_.IsOpen() ? &file_ : nullptr, sStreamName_, pieces_, failure)) return false;
   if (bSameFile) state_ = FileState::Of(sHostPath_);
   return true;
 }
@@ -52,6 +55,7 @@ void clsXlsExistingWorkbook::Assemble() {
   nBytes_ = 0;
   if (!IsChanged()) return AddPiece(0, sStream_.size());
   if (bChanged_) MarkFormulas();
+  if (bChanged_) DropStrings();
   clsXlsStrings strings;
   clsXlsFormats formats = globals_.Formats();
   std::vector<clsXlsCellTable> tables = MergeTouched(strings);
@@ -65,15 +69,17 @@ std::vector<clsXlsCellTable> clsXlsExistingWorkbook::MergeTouched(clsXlsStrings&
   writer.SetBase(globals_.Is1904(), globals_.Strings().Count());
   std::vector<clsXlsCellTable> tables;
   for (const auto& sheet : sheets_) {
-    if (sheet->bAdded) {
+    if (sheet->bAdded || sheet->bAnew) {
       tables.emplace_back();
       FillXlsTable(sheet->written, sheet->typing, globals_.Formats().DefaultXf(), writer, tables.back());
       continue;
     }
     const bool bIndexed = sheet->existing && sheet->existing->IndexOffset() != clsXlsSheet::kNone;
     tables.emplace_back(sheet->existing ? sheet->existing->DefaultHeight() : 0, bIndexed);
-    if (sheet->bTouched)
-      sheet->existing->Merge(sheet->written, sheet->typing, globals_.Formats().DefaultXf(), writer, tables.back());
+    if (!sheet->bTouched) continue;
+    sheet->existing->Merge(sheet->written, sheet->typing, globals_.Formats().DefaultXf(), writer, tables.back());
+    const CellRange before = sheet->existing->ClearedData(), &now = sheet->typing.Used();
+    if (!before.Empty() && !now.Empty()) globals_.FollowData(static_cast<int>(tables.size()), {before, now});
   }
   nRefused_ = writer.RefusedFormulas();
   nReformatted_ = writer.Reformatted();
@@ -94,7 +100,9 @@ void clsXlsExistingWorkbook::AddAll(const clsXlsStrings& strings, std::vector<cl
   for (const size_t nSheet : order) {
     AddPiece(nDone, Start(nSheet));
     SetAt(sGlobals, boundSheets[nSheet] + 4, static_cast<uint32_t>(nBytes_));
-    if (sheets_[nSheet]->bTouched)
+    if (sheets_[nSheet]->bAnew)
+      AddNew(static_cast<int>(nSheet) + 1, tables[nSheet]);
+    else if (sheets_[nSheet]->bTouched)
       AddTouched(*sheets_[nSheet], tables[nSheet]);
     else
       AddUntouched(*sheets_[nSheet], Start(nSheet), nBytes_);
@@ -108,12 +116,23 @@ void clsXlsExistingWorkbook::AddAll(const clsXlsStrings& strings, std::vector<cl
 }
 
 void clsXlsExistingWorkbook::AddNew(int nSheet, const clsXlsCellTable& table) {
+  std::array<uint8_t, kMaxXlsColumns> widths{};
+  const std::vector<uint8_t>& longest = At(nSheet).typing.Widths();
+  for (size_t i = 0; i < std::min(longest.size(), widths.size()); ++i)
+    if (longest[i] > kDefaultWidth) widths[i] = longest[i];
   const XlsSheetHead head =
-      MakeSheetHead({}, table.FirstRow(), table.RowsEnd(), table.FirstColumn(), table.ColumnsEnd());
+      MakeSheetHead(widths, table.FirstRow(), table.RowsEnd(), table.FirstColumn(), table.ColumnsEnd());
   const size_t nRest = nBytes_ + head.sBof.size() + table.IndexBytes();
   AddPiece(head.sBof + table.Index(nRest + head.sRest.size(), nRest + head.nDefColWidth) + head.sRest);
   AddPiece(table.Bytes());
   AddPiece(MakeSheetTail(nActive_ == nSheet));
+}
+
+/// What stands before the cells of a touched sheet, from there on, with its columns wide enough.
+std::string clsXlsExistingWorkbook::HeadFrom(const Sheet& sheet, size_t nFrom) {
+  const std::string_view sHead = std::string_view(sStream_).substr(nFrom, sheet.existing->TableStart() - nFrom);
+  const bool bAnew = globals_.Formats().IsOwn() && !sheet.existing->ClearedData().Empty();
+  return WithColumnWidths(sHead, sheet.typing.Widths(), bAnew, globals_.Formats().DefaultXf());
 }
 
 void clsXlsExistingWorkbook::AddTouched(Sheet& sheet, clsXlsCellTable& table) {
@@ -128,17 +147,18 @@ void clsXlsExistingWorkbook::AddTouched(Sheet& sheet, clsXlsCellTable& table) {
                        std::max(table.ColumnsEnd(), unsigned{GetU16(sOld, 10)}));
     sStream_.replace(nDimensions + 4, std::min<size_t>(12, sOld.size()), sNew, 0, std::min<size_t>(12, sOld.size()));
   }
-  size_t nFrom = existing.Start();
+  const size_t nFrom = existing.Start();
   if (const size_t nIndex = existing.IndexOffset(); nIndex != clsXlsSheet::kNone) {
     const size_t nIndexEnd = nIndex + 4 + GetU16(sStream_, nIndex + 2);
     AddPiece(nFrom, nIndex);
+    std::string sHead = HeadFrom(sheet, nIndexEnd);
     const size_t nBehind = nBytes_ + table.IndexBytes();
     const bool bHasWidth = existing.DefColWidth() != clsXlsSheet::kNone && existing.DefColWidth() >= nIndexEnd;
-    AddPiece(table.Index(nBehind + existing.TableStart() - nIndexEnd,
-                         bHasWidth ? nBehind + existing.DefColWidth() - nIndexEnd : 0));
-    nFrom = nIndexEnd;
+    AddPiece(table.Index(nBehind + sHead.size(), bHasWidth ? nBehind + existing.DefColWidth() - nIndexEnd : 0));
+    AddPiece(std::move(sHead));
+  } else {
+    AddPiece(HeadFrom(sheet, nFrom));
   }
-  AddPiece(nFrom, existing.TableStart());
   AddPiece(table.TakeBytes());
   AddPiece(existing.TableEnd(), existing.End());
 }
@@ -162,7 +182,7 @@ void clsXlsExistingWorkbook::AddUntouched(const Sheet& sheet, size_t nStart, siz
 void clsXlsExistingWorkbook::MarkFormulas() {
   constexpr uint16_t kAlwaysAndOnLoad = 3;
   for (const auto& sheet : sheets_) {
-    if (!sheet->existing) continue;
+    if (!sheet->existing || sheet->bAnew) continue;
     clsXlsRecordReader reader(std::string_view(sStream_).substr(0, sheet->nEnd), sheet->existing->Start());
     XlsRecord record;
     bool bText = false;
@@ -176,6 +196,26 @@ void clsXlsExistingWorkbook::MarkFormulas() {
       SetAt(sStream_, record.nOffset + 4 + 14, nFlags);
     }
   }
+}
+
+/// What stood in cells that are gone, and in no other, doesn't stay in the file.
+void clsXlsExistingWorkbook::DropStrings() {
+  std::vector<bool> kept(globals_.Strings().Count());
+  for (const auto& sheet : sheets_) {
+    if (!sheet->existing || sheet->bAnew) continue;
+    clsXlsRecordReader reader(std::string_view(sStream_).substr(0, sheet->nEnd), sheet->existing->Start());
+    for (XlsRecord record; reader.Next(record);) {
+      if (record.nId != xls::kLabelSst || record.sData.size() < 10) continue;
+      const unsigned nRow = GetU16(record.sData, 0), nColumn = GetU16(record.sData, 2);
+      const size_t nString = GetU32(record.sData, 6);
+      std::string_view sIgnored;
+      const bool bGone =
+          sheet->bTouched && (sheet->existing->IsCleared(nRow, nColumn) ||
+                              sheet->written.Read(int64_t{nRow} + 1, static_cast<int>(nColumn) + 1, sIgnored));
+      if (!bGone && nString < kept.size()) kept[nString] = true;
+    }
+  }
+  globals_.DropStrings(kept, sStream_);
 }
 
 /// The active sheet alone is selected and in front.

@@ -22,6 +22,7 @@ bool clsXlsExistingWorkbook::Open(const std::string& sHostPath, Failure& failure
              : !file_.FindStream("EncryptedPackage").empty() ? OutputMessage::Encrypted
                                                              : OutputMessage::NotAWorkbook;
   } else if (file_.ReadStream(sStreamName_, sStream_) && ParseStream(reason)) {
+    if (globals_.Formats().IsOwn()) file_.CloseIfAlone();
     return true;
   }
   failure = OutputFailure(sHostPath, reason);
@@ -58,9 +59,19 @@ bool clsXlsExistingWorkbook::CheckSheets() {
 /// Looks through the sheet before its cells are touched.
 bool clsXlsExistingWorkbook::Load(int nSheet, Failure& failure) {
   const Sheet& sheet = At(nSheet);
-  if (sheet.bAdded || sheet.existing->Load()) return true;
+  if (sheet.bAdded || sheet.bAnew || sheet.existing->Load()) return true;
   failure = OutputFailure(names_[static_cast<size_t>(nSheet) - 1], OutputMessage::Damaged);
   return false;
+}
+
+/// What a sheet of our own work says of its extent, before it is touched; nothing for any other.
+std::optional<CellRange> clsXlsExistingWorkbook::OwnUsedRange(int nSheet) {
+  const Sheet& sheet = At(nSheet);
+  if (!globals_.Formats().IsOwn() || sheet.bTouched || !sheet.existing) return std::nullopt;
+  const size_t nData = sheet.existing->Dimensions() + 4;
+  if (sheet.existing->Dimensions() == clsXlsSheet::kNone) return std::nullopt;
+  return CellRange{int64_t{GetU32(sStream_, nData)} + 1, GetU16(sStream_, nData + 8) + 1, GetU32(sStream_, nData + 4),
+                   GetU16(sStream_, nData + 10)};
 }
 
 void clsXlsExistingWorkbook::AddSheet() {
@@ -82,6 +93,11 @@ bool clsXlsExistingWorkbook::PutText(int nSheet, int64_t nRow, int nColumn, std:
     failure = CellFailure(nSheet, nRow, nColumn, OutputMessage::PartOfArray);
     return false;
   }
+  if (sheet.existing && sheet.existing->IsProtected()) NoteProtected(nSheet);
+  if (sheet.existing && !sheet.existing->Merged().Empty() && sStored.find_first_not_of(' ') != std::string_view::npos) {
+    const CellRange* const pMerged = sheet.existing->Merged().At(nRow, nColumn);
+    if (pMerged != nullptr && (pMerged->nTop != nRow || pMerged->nLeft != nColumn)) NoteMerged();
+  }
   sheet.written.Write(nRow, nColumn, sStored);
   sheet.bTouched = bChanged_ = true;
   return true;
@@ -94,7 +110,7 @@ bool clsXlsExistingWorkbook::GetText(int nSheet, int64_t nRow, int nColumn, std:
     sStored = sWritten;
     return true;
   }
-  if (At(nSheet).bAdded) return true;
+  if (At(nSheet).bAdded || At(nSheet).bAnew) return true;
   const clsXlsSheet& sheet = *At(nSheet).existing;
   const auto nRow0 = static_cast<uint32_t>(nRow - 1);
   const auto nColumn0 = static_cast<unsigned>(nColumn - 1);
@@ -105,16 +121,19 @@ bool clsXlsExistingWorkbook::GetText(int nSheet, int64_t nRow, int nColumn, std:
 }
 
 std::optional<CellRange> clsXlsExistingWorkbook::UsedRange(int nSheet) {
+  if (const auto own = OwnUsedRange(nSheet)) return own;
   Failure ignored;
   if (!Load(nSheet, ignored)) return std::nullopt;
   CellRange range = At(nSheet).written.Range();
-  if (!At(nSheet).bAdded) Include(range, At(nSheet).existing->UsedRange());
+  if (!At(nSheet).bAdded && !At(nSheet).bAnew) Include(range, At(nSheet).existing->UsedRange());
   return range;
 }
 
 SheetContent clsXlsExistingWorkbook::ContentOf(int nSheet) {
   Failure ignored;
-  if (!CheckSheet(nSheet, ignored) || !Load(nSheet, ignored) || At(nSheet).bAdded) return {};
+  if (!CheckSheet(nSheet, ignored) || At(nSheet).bAdded || At(nSheet).bAnew) return {};
+  if (const auto own = options_.bNoOverwrite ? std::nullopt : OwnUsedRange(nSheet)) return {*own};
+  if (!Load(nSheet, ignored)) return {};
   SheetContent content{At(nSheet).existing->UsedRange()};
   for (const XlsCell& cell : At(nSheet).existing->Cells()) {
     content.nFilled += cell.IsBlank() ? 0 : 1;
@@ -124,9 +143,12 @@ SheetContent clsXlsExistingWorkbook::ContentOf(int nSheet) {
 }
 
 bool clsXlsExistingWorkbook::ClearContents(int nSheet, const CellRange& range, Failure& failure) {
-  if (!CheckSheet(nSheet, failure) || !Load(nSheet, failure)) return false;
+  if (!CheckSheet(nSheet, failure)) return false;
+  const auto own = OwnUsedRange(nSheet);
+  At(nSheet).bAnew |= own && !range.Empty() && Covers(range, *own);
+  if (!Load(nSheet, failure)) return false;
   if (range.Empty()) return true;
-  if (!At(nSheet).bAdded && !At(nSheet).existing->Clear(range)) {
+  if (!At(nSheet).bAdded && !At(nSheet).bAnew && !At(nSheet).existing->Clear(range)) {
     failure = CellFailure(nSheet, range.nTop, static_cast<int>(range.nLeft), OutputMessage::PartOfArray);
     return false;
   }

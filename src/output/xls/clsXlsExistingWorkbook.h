@@ -46,6 +46,7 @@ class clsXlsExistingWorkbook : public clsSheetBook {
     std::unique_ptr<clsXlsSheet> existing;  ///< Null for what is no worksheet, and for an added one
     bool bAdded = false;
     size_t nEnd = 0;        ///< Offset behind its EOF
+    bool bAnew = false;     ///< Our own work, emptied as a whole: it is written as a new one is
     bool bTouched = false;  ///< Cells were written or cleared
     clsCellStore written;
     clsSheetTyping typing;
@@ -54,15 +55,18 @@ class clsXlsExistingWorkbook : public clsSheetBook {
   bool ParseStream(OutputMessage& reason);
   bool CheckSheets();
   bool Load(int nSheet, Failure& failure);
+  std::optional<CellRange> OwnUsedRange(int nSheet);
   Sheet& At(int nSheet) { return *sheets_[static_cast<size_t>(nSheet) - 1]; }
   bool IsActivated() const { return nActive_ != globals_.ActiveSheet(); }
   bool IsChanged() const { return bChanged_ || IsActivated() || globals_.IsHidden(); }
   void MarkFormulas();
+  void DropStrings();
   void SelectActive();
   void Assemble();
   std::vector<clsXlsCellTable> MergeTouched(clsXlsStrings& strings);
   void AddAll(const clsXlsStrings& strings, std::vector<clsXlsCellTable>& tables);
   void AddNew(int nSheet, const clsXlsCellTable& table);
+  std::string HeadFrom(const Sheet& sheet, size_t nFrom);
   void AddTouched(Sheet& sheet, clsXlsCellTable& table);
   void AddUntouched(const Sheet& sheet, size_t nStart, size_t nOffset);
   void AddPiece(size_t nFrom, size_t nTo);

@@ -67,6 +67,13 @@ bool clsXlsGlobals::Note(const XlsRecord& record, OutputMessage& reason) {
       if (std::string sWriter; GetXlsString(record.sData, 0, 2, sWriter) && sWriter == xls::kOwnName)
         formats_.TakeAsOwn();
       return true;
+    case xls::kSupBook:
+      if (record.sData.size() == 4 && GetU16(record.sData, 2) == kOwnBook) nOwnBook_ = nBooks_;
+      ++nBooks_;
+      return true;
+    case xls::kExternSheet:
+      sReferences_ = record.sData;
+      return true;
     case xls::kDateMode:
       b1904_ = GetU16(record.sData, 0) != 0;
       return true;
@@ -137,6 +144,8 @@ void clsXlsGlobals::PutChanged(const XlsRecord& record, std::vector<size_t>& bou
       return PutXfCrc(record, sOut);
     case xls::kDconRef:
       return PutDconRef(record, sOut);
+    case xls::kName:
+      return PutName(record, sOut);
     default:
       PutRecord(sOut, record.nId, record.sData);
   }
@@ -164,6 +173,42 @@ void clsXlsGlobals::PutBoundSheet(const XlsRecord& record, size_t nSheet, std::s
   std::string sData(record.sData.substr(0, 6));
   PutXlsString(sData, sheets_[nSheet].sName, 1);
   PutRecord(sOut, record.nId, sData);
+}
+
+/// Number, from 1, of the sheet of this workbook that a formula speaks of by that index; 0 for any other.
+int clsXlsGlobals::SheetOfReference(unsigned nReference) const {
+  const size_t nEntry = 2 + size_t{nReference} * 6;
+  const bool bOwn = nEntry + 6 <= sReferences_.size() && GetU16(sReferences_, nEntry) == nOwnBook_ &&
+                    GetU16(sReferences_, nEntry + 2) == GetU16(sReferences_, nEntry + 4);
+  return bOwn ? GetU16(sReferences_, nEntry + 2) + 1 : 0;
+}
+
+/// A name that stands for one range of a sheet: print areas, filters and people's own.
+void clsXlsGlobals::PutName(const XlsRecord& record, std::string& sOut) const {
+  constexpr size_t kChars = 3, kTokenBytes = 4, kText = 14, kArea = 11;
+  constexpr unsigned kColumnMask = 0xFF;
+  const size_t nUnit = (GetU8(record.sData, kText) & 1) != 0 ? 2 : 1;
+  const size_t nArea = kText + 1 + GetU8(record.sData, kChars) * nUnit;
+  const size_t nData = sOut.size() + 4;
+  PutRecord(sOut, record.nId, record.sData);
+  const unsigned nToken = GetU8(record.sData, nArea);
+  const bool bArea = GetU16(record.sData, kTokenBytes) == kArea && nArea + kArea <= record.sData.size() &&
+                     (nToken == 0x3B || nToken == 0x5B || nToken == 0x7B);
+  if (!bArea) return;
+  const auto At = [&](size_t nField) { return unsigned{GetU16(record.sData, nArea + nField)}; };
+  const CellRange range{At(3) + 1, (At(7) & kColumnMask) + 1, At(5) + 1, (At(9) & kColumnMask) + 1};
+  for (const auto& [nSheet, move] : moves_) {
+    const auto followed = SheetOfReference(At(1)) == nSheet ? Followed(range, move) : std::nullopt;
+    if (!followed) continue;
+    const auto Set = [&](size_t nField, int64_t nValue, unsigned nKept) {
+      SetAt(sOut, nData + nArea + nField, static_cast<uint16_t>(static_cast<unsigned>(nValue - 1) | nKept));
+    };
+    Set(3, followed->nTop, 0);
+    Set(5, followed->nBottom, 0);
+    Set(7, followed->nLeft, At(7) & ~kColumnMask);
+    Set(9, followed->nRight, At(9) & ~kColumnMask);
+    return;
+  }
 }
 
 /// The checksum tells readers that the extended formats still belong to the plain ones.

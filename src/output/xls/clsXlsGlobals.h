@@ -3,10 +3,12 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "clsXlsFormats.h"
 #include "clsXlsStringTable.h"
+#include "modDataMove.h"
 #include "modOutputMessages.h"
 #include "modXlsRecords.h"
 
@@ -31,6 +33,10 @@ class clsXlsGlobals {
   const std::vector<XlsSheetEntry>& Sheets() const { return sheets_; }
   clsXlsFormats& Formats() { return formats_; }
   const clsXlsStringTable& Strings() const { return strings_; }
+  /// See clsXlsStringTable::Drop; the stream is the one that was parsed.
+  void DropStrings(const std::vector<bool>& kept, std::string& sStream) { strings_.Drop(kept, sStream); }
+  /// Names that covered exactly the old data of a sheet, from 1, follow it.
+  void FollowData(int nSheet, const DataMove& move) { moves_.emplace_back(nSheet, move); }
   bool Is1904() const { return b1904_; }
   int ActiveSheet() const { return nActive_; }  ///< From 1
   bool IsHidden() const { return bHidden_; }    ///< Its window is, and no sheet to be seen
@@ -55,6 +61,8 @@ class clsXlsGlobals {
   void PutBoundSheet(const XlsRecord& record, size_t nSheet, std::string& sOut) const;
   void PutTabIds(const XlsRecord& record, std::string& sOut) const;
   void PutXfCrc(const XlsRecord& record, std::string& sOut) const;
+  void PutName(const XlsRecord& record, std::string& sOut) const;
+  int SheetOfReference(unsigned nReference) const;
   void PutDconRef(const XlsRecord& record, std::string& sOut) const;
 
   std::string_view sStream_;
@@ -66,6 +74,9 @@ class clsXlsGlobals {
   size_t nOldXfs_ = 0;
   size_t nSst_ = 0, nWindow1_ = 0;  ///< Offsets of those records, of the first window's; 0 for none
   size_t nFormatsEnd_ = 0, nXfsEnd_ = 0, nXfExtsEnd_ = 0;  ///< Behind the last record of the kind
+  std::vector<std::pair<int, DataMove>> moves_;
+  std::string_view sReferences_;  ///< Data of EXTERNSHEET
+  unsigned nBooks_ = 0, nOwnBook_ = 0xFFFF;
   bool b1904_ = false;
   bool bHidden_ = false;
   int nActive_ = 1;

@@ -71,6 +71,7 @@ bool clsXlsSheet::Scan() {
   rows_.clear();
   shared_.clear();
   arrays_.Clear();
+  merged_.Clear();
   loose_.clear();
   maybeLoose_.clear();
   nTableStart_ = nTableEnd_ = kNone;
@@ -137,6 +138,14 @@ void clsXlsSheet::NoteHead(const XlsRecord& record) {
       break;
     case xls::kWindow2:
       if (nWindow2_ == kNone && record.sData.size() >= 2) nWindow2_ = record.nOffset;
+      break;
+    case xls::kProtect:
+      bProtected_ = GetU16(record.sData, 0) != 0;
+      break;
+    case xls::kMergedCells:
+      for (size_t i = 2; bKeepCells_ && i + 8 <= record.sData.size(); i += 8)
+        merged_.Add({GetU16(record.sData, i) + 1, GetU16(record.sData, i + 4) + 1, GetU16(record.sData, i + 2) + 1,
+                     GetU16(record.sData, i + 6) + 1});
       break;
     case xls::kDefColWidth:
       nDefColWidth_ = record.nOffset;
@@ -206,6 +215,7 @@ void clsXlsSheet::SortAll() {
   std::stable_sort(rows_.begin(), rows_.end(), [](const Row& a, const Row& b) { return a.nRow < b.nRow; });
   std::stable_sort(loose_.begin(), loose_.end(), [](const Loose& a, const Loose& b) { return a.nRow < b.nRow; });
   arrays_.Sort();
+  merged_.Sort();
 }
 
 const XlsCell* clsXlsSheet::Find(uint32_t nRow, unsigned nColumn) const {
@@ -224,6 +234,17 @@ CellRange clsXlsSheet::UsedRange() const {
     range.nRight = std::max(range.nRight, static_cast<int64_t>(cell.Column()) + 1);
   }
   return range;
+}
+
+CellRange clsXlsSheet::ClearedData() const {
+  CellRange filled;
+  for (const XlsCell& cell : cells_) {
+    const int64_t nRow = int64_t{cell.Row()} + 1, nColumn = int64_t{cell.Column()} + 1;
+    if (!cell.IsBlank()) Include(filled, {nRow, nColumn, nRow, nColumn});
+  }
+  const bool bAll = std::any_of(cleared_.begin(), cleared_.end(),
+                                [&filled](const CellRange& range) { return Covers(range, filled); });
+  return bAll ? filled : CellRange();
 }
 
 bool clsXlsSheet::IsPartOfArray(int64_t nRow, int nColumn) const {

@@ -49,10 +49,15 @@ class clsXlsSheet {
   size_t TableStart() const { return nTableStart_; }
   size_t TableEnd() const { return nTableEnd_; }
 
+  bool IsProtected() const { return bProtected_; }
+  const clsCellRanges& Merged() const { return merged_; }
+
   // After Load
   const std::vector<XlsCell>& Cells() const { return cells_; }  ///< In order
   const XlsCell* Find(uint32_t nRow, unsigned nColumn) const;
   CellRange UsedRange() const;
+  /// The cells that held something, if all of them were emptied; else an empty range.
+  CellRange ClearedData() const;
   /// True if the cell belongs to an array formula or a data table of more than one cell.
   bool IsPartOfArray(int64_t nRow, int nColumn) const;
   /// Empties the cells of the range. False if it would cut an array formula or data table.
@@ -102,7 +107,8 @@ class clsXlsSheet {
   std::vector<Row> rows_;
   std::vector<Loose> maybeLoose_, loose_;  ///< Records of other kinds between the cells
   std::vector<Shared> shared_;
-  clsCellRanges arrays_;
+  clsCellRanges arrays_, merged_;
+  bool bProtected_ = false;
   std::vector<CellRange> cleared_;
   std::array<uint16_t, 256> columnXfs_{};
   unsigned nDefaultHeight_ = 255;

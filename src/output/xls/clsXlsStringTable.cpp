@@ -29,6 +29,9 @@ class clsStringCursor {
     return true;
   }
 
+  /// The characters of strings that are passed over become blanks there.
+  void BlankIn(std::string& sStream) { psStream_ = &sStream; }
+
   /// Passes over a string; its text is appended if there is a place for it.
   bool Read(std::string* psUtf8) {
     if (nEnd_ - nPos_ < 3) return false;
@@ -61,6 +64,8 @@ class clsStringCursor {
         const std::string_view sPart = sStream_.substr(nPos_, nHere * nUnit);
         for (size_t i = 0; i < sPart.size(); i += nUnit) PutU16(sWide, bWide ? GetU16(sPart, i) : GetU8(sPart, i));
       }
+      for (size_t i = 0; psStream_ != nullptr && i < nHere * nUnit; ++i)
+        (*psStream_)[nPos_ + i] = i % nUnit == 0 ? ' ' : '\0';
       nPos_ += nHere * nUnit;
       nChars -= nHere;
       if (nChars == 0) break;
@@ -83,6 +88,7 @@ class clsStringCursor {
   std::string_view sStream_;
   size_t nPos_;
   size_t nEnd_;
+  std::string* psStream_ = nullptr;
 };
 
 /// Appends strings to the record at the end of sOut and begins CONTINUEs as they are needed.
@@ -177,6 +183,26 @@ bool clsXlsStringTable::Parse(std::string_view sStream, size_t nOffset) {
     nEnd_ = record.End();
   }
   return true;
+}
+
+void clsXlsStringTable::Drop(const std::vector<bool>& kept, std::string& sStream) {
+  size_t nKept = starts_.size();
+  while (nKept > 0 && (nKept > kept.size() || !kept[nKept - 1])) --nKept;
+  for (size_t i = 0; i < nKept; ++i) {
+    if (kept[i]) continue;
+    const size_t nRecord = *(std::upper_bound(records_.begin(), records_.end(), starts_[i]) - 1) + nOffset_;
+    clsStringCursor cursor(sStream_, nOffset_ + starts_[i], nRecord + 4 + GetU16(sStream_, nRecord + 2));
+    cursor.BlankIn(sStream);
+    cursor.Read(nullptr);
+  }
+  if (nKept == starts_.size()) return;
+  size_t nEnd = starts_[nKept];
+  while (records_.size() > 1 && records_.back() + 4 >= nEnd) {
+    nEnd = std::min(nEnd, size_t{records_.back()});
+    records_.pop_back();
+  }
+  nStringsEnd_ = nOffset_ + nEnd;
+  starts_.resize(nKept);
 }
 
 std::string clsXlsStringTable::Text(uint32_t nIndex) const {

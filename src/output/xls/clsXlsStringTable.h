@@ -24,6 +24,10 @@ class clsXlsStringTable {
   /// Offset behind the table's last CONTINUE.
   size_t End() const { return nEnd_; }
 
+  /// Strings that no cell has any more: those behind the last one kept go, the others become blanks in the stream,
+  /// which is the one that was parsed. kept is by number; what it doesn't reach isn't kept.
+  void Drop(const std::vector<bool>& kept, std::string& sStream);
+
   /// Appends to sOut the table with the added strings, then the EXTSST that belongs to it. sOut begins at offset
   /// nBase of the stream. An object without Parse gives a table of the added strings alone.
   void Write(const clsXlsStrings& added, size_t nBase, std::string& sOut) const;

@@ -210,6 +210,14 @@ bool clsCompoundFile::ReadStream(const std::string& sName, std::string& sBytes) 
   return nSize == 0 || gsf_input_read(stream.get(), sBytes.size(), reinterpret_cast<guint8*>(sBytes.data())) != nullptr;
 }
 
+void clsCompoundFile::CloseIfAlone() {
+  if (gsf_infile_num_children(impl_->root.get()) == 1) impl_ = std::make_unique<Impl>();
+}
+
+bool clsCompoundFile::IsOpen() const {
+  return impl_->root != nullptr;
+}
+
 bool SaveCompoundFile(std::string_view sPath, const clsCompoundFile* pSource, std::string_view sStream,
                       std::span<const std::string_view> pieces, Failure& failure) {
   StartLibrary();

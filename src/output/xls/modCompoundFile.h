@@ -25,6 +25,10 @@ class clsCompoundFile {
   /// The whole stream; False if it is damaged or isn't there.
   bool ReadStream(const std::string& sName, std::string& sBytes) const;
 
+  /// Gives the file's memory back if it holds one stream, that was read, and nothing else.
+  void CloseIfAlone();
+  bool IsOpen() const;
+
   struct Impl;
 
  private:

@@ -1,5 +1,6 @@
 #include "modXlsLayout.h"
 
+#include "modXlsColumns.h"
 #include "modXlsText.h"
 
 namespace quillon {
@@ -106,9 +107,8 @@ void PutSetup(std::string& sOut) {
 }
 
 void PutColumn(std::string& sOut, unsigned nColumn, unsigned nWidth) {
-  constexpr unsigned kPadding = 160;  // five of the eight pixels of a character, in 1/256
   std::string sData;
-  for (const unsigned nValue : {nColumn, nColumn, nWidth * 256 + kPadding, unsigned{xls::kDefaultXf}, 0U, 0U})
+  for (const unsigned nValue : {nColumn, nColumn, XlsColumnWidth(nWidth), unsigned{xls::kDefaultXf}, 0U, 0U})
     PutU16(sData, nValue);
   PutRecord(sOut, xls::kColInfo, sData);
 }

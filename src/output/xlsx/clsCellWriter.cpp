@@ -64,6 +64,12 @@ void clsCellWriter::AppendEmpty(const Cell& cell, std::string& sOut) {
   sOut += '>';
 }
 
+void clsCellWriter::AppendFormula(const Cell& cell, std::string_view sFormula, std::string& sOut) {
+  OpenCell(cell, cell.nStyle, {}, sOut);
+  AppendElement(cell.sPrefix, "f", sFormula, sOut);
+  CloseCell(cell, sOut);
+}
+
 bool clsCellWriter::LeavesEmpty(std::string_view sText) const {
   return sText.empty() || (!typing_.bAllText && sText.find_first_not_of(' ') == std::string_view::npos);
 }

@@ -34,6 +34,8 @@ class clsCellWriter {
   bool LeavesEmpty(std::string_view sText) const;
   /// Appends the element of a cell with no value.
   static void AppendEmpty(const Cell& cell, std::string& sOut);
+  /// Appends the element of a cell with that formula, without its "=", to be worked out.
+  static void AppendFormula(const Cell& cell, std::string_view sFormula, std::string& sOut);
   bool SameCode(uint32_t nStyle, uint32_t nOther) const { return styles_.SameCode(nStyle, nOther); }
   int64_t RefusedFormulas() const { return nRefused_; }
   int64_t Reformatted() const { return nReformatted_; }  ///< Cells that got a number format in place of another

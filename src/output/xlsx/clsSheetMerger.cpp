@@ -6,6 +6,14 @@
 
 namespace quillon {
 
+void StringUse::Note(std::vector<bool>& strings, std::string_view sIndex) {
+  constexpr uint32_t kMostStrings = 1U << 28;
+  const auto nIndex = ParseIndex(sIndex);
+  if (!nIndex || *nIndex >= kMostStrings) return;
+  if (strings.size() <= *nIndex) strings.resize(std::max(size_t{*nIndex} + 1, strings.size() * 2));
+  strings[*nIndex] = true;
+}
+
 bool SheetEdit::Cleared(int64_t nRow, int nColumn) const {
   return std::any_of(cleared.begin(), cleared.end(),
                      [&](const CellRange& range) { return Contains(range, nRow, nColumn); });
@@ -28,7 +36,6 @@ clsSheetMerger::clsSheetMerger(clsXmlScanner& scanner, SheetEdit& edit, const Sh
 }
 
 bool clsSheetMerger::Run() {
-  edit_.typing.NoteAll(edit_.cells);
   edit_.typing.Decide();
   while (scanner_.Next() != XmlToken::End)
     if (scanner_.Token() == XmlToken::Failed || !MergeToken()) return false;
@@ -69,6 +76,8 @@ bool clsSheetMerger::MergeOther() {
     copier_.Put(sColumns);
     return true;
   }
+  if (scanner_.IsOpening() && scanner_.Depth() == 2 && edit_.filter && scanner_.IsMain("autoFilter"))
+    return copier_.Put(WithAttribute(scanner_.Raw(), "ref", CellRangeText(*edit_.filter))), true;
   if (scanner_.IsOpening() && scanner_.Depth() == 3 && edit_.bSelected && scanner_.IsMain("sheetView"))
     return MergeView(), true;
   // What else a row holds stands behind its cells.
@@ -155,6 +164,12 @@ void clsSheetMerger::EndRow() {
   copier_.CopyToken();
 }
 
+uint32_t clsSheetMerger::StyleOf(int nColumn, uint32_t nStyle) const {
+  if (edit_.styles.empty()) return nStyle;
+  const auto found = edit_.styles.find(nRow_ * kMaxSheetColumns + nColumn);
+  return found == edit_.styles.end() ? nStyle : found->second;
+}
+
 uint32_t clsSheetMerger::InheritedStyle(int nColumn) const {
   return nRowStyle_ ? *nRowStyle_ : facts_.StyleOfColumn(nColumn);
 }
@@ -164,12 +179,23 @@ void clsSheetMerger::PutCellsBefore(int nColumn) {
   for (; nNextCell_ < cells_.size() && cells_[nNextCell_].nColumn < nColumn; ++nNextCell_) {
     const StoredCell& cell = cells_[nNextCell_];
     if (writer_.LeavesEmpty(cell.sText)) continue;
-    PutCell(cell, InheritedStyle(cell.nColumn), {});
+    PutCell(cell, StyleOf(cell.nColumn, InheritedStyle(cell.nColumn)), {});
     bCellsMoved_ = true;
   }
 }
 
+/// False if the cell has no formula of our making.
+bool clsSheetMerger::PutFormula(uint32_t nStyle, int nColumn) {
+  const auto found = edit_.formulas.find(nRow_ * kMaxSheetColumns + nColumn);
+  if (found == edit_.formulas.end()) return false;
+  sPiece_.clear();
+  clsCellWriter::AppendFormula({nRow_, nColumn, nStyle, sPrefix_, {}}, found->second, sPiece_);
+  copier_.Put(sPiece_);
+  return true;
+}
+
 void clsSheetMerger::PutCell(const StoredCell& cell, uint32_t nStyle, std::string_view sChildren, bool bValueDecides) {
+  if (!edit_.formulas.empty() && PutFormula(nStyle, cell.nColumn)) return;
   const bool bStaysText = !edit_.textCells.empty() && edit_.textCells.contains(nRow_ * kMaxSheetColumns + cell.nColumn);
   sPiece_.clear();
   writer_.Append({nRow_, cell.nColumn, nStyle, sPrefix_, sChildren, bValueDecides}, cell.sText, bStaysText,
@@ -186,8 +212,8 @@ bool clsSheetMerger::MergeCell() {
 }
 
 bool clsSheetMerger::ReplaceCell(const StoredCell* pCell) {
-  const uint32_t nStyle = cursor_.Style();
   const int nColumn = cursor_.Column();
+  const uint32_t nStyle = StyleOf(nColumn, cursor_.Style());
   std::string sKept;
   if (!ReadCellChildren(sKept)) return false;
   bCellsMoved_ = true;
@@ -207,7 +233,9 @@ bool clsSheetMerger::ReplaceCell(const StoredCell* pCell) {
 /// Passes over the cell's formula and value and keeps its other children.
 bool clsSheetMerger::ReadCellChildren(std::string& sKept) {
   const int nDepth = scanner_.Depth();
+  const bool bShared = edit_.pStrings != nullptr && scanner_.Attribute("t") == "s";
   bool bKeep = false;
+  std::string sIndex;
   while (scanner_.Token() != XmlToken::EmptyTag || scanner_.Depth() != nDepth) {
     if (scanner_.Next() == XmlToken::Failed) return false;
     if (scanner_.Token() == XmlToken::EndTag && scanner_.Depth() == nDepth) break;
@@ -217,9 +245,11 @@ bool clsSheetMerger::ReadCellChildren(std::string& sKept) {
           !TakeSharedFormula(true))
         return false;
     }
+    if (bShared && scanner_.Token() == XmlToken::Text && scanner_.Parent() == "v") scanner_.AppendText(sIndex);
     if (bKeep) sKept += scanner_.Raw();
     if (scanner_.Token() == XmlToken::EndTag && scanner_.Depth() == nDepth + 1) bKeep = false;
   }
+  if (bShared) StringUse::Note(edit_.pStrings->dropped, sIndex);
   return true;
 }
 
@@ -262,7 +292,8 @@ bool clsSheetMerger::TakeOver(SharedState& shared) {
 bool clsSheetMerger::CopyCell(bool bNumbered) {
   const int nDepth = scanner_.Depth();
   const bool bEmpty = scanner_.Token() == XmlToken::EmptyTag;
-  std::string sTag(scanner_.Raw());
+  const bool bShared = edit_.pStrings != nullptr && scanner_.Attribute("t") == "s";
+  std::string sTag(scanner_.Raw()), sIndex;
   if (!bNumbered && bCellsMoved_)
     sTag = WithAttribute(sTag, "r", CellRangeText({nRow_, cursor_.Column(), nRow_, cursor_.Column()}));
   bool bFormula = false;
@@ -294,9 +325,11 @@ bool clsSheetMerger::CopyCell(bool bNumbered) {
     }
     PutTag();
     copier_.CopyToken();
+    if (bShared && scanner_.Token() == XmlToken::Text && scanner_.Parent() == "v") scanner_.AppendText(sIndex);
     if (scanner_.Token() == XmlToken::EndTag && scanner_.Depth() == nDepth) break;
   }
   PutTag();
+  if (bShared) StringUse::Note(edit_.pStrings->kept, sIndex);
   return true;
 }
 

@@ -16,6 +16,15 @@
 
 namespace quillon {
 
+/// Shared strings by number: those of cells that were emptied or overwritten, and those of cells that stay.
+struct StringUse {
+  std::vector<bool> dropped, kept;
+  static void Note(std::vector<bool>& strings, std::string_view sIndex);
+  bool IsGone(size_t nIndex) const {
+    return nIndex < dropped.size() && dropped[nIndex] && (nIndex >= kept.size() || !kept[nIndex]);
+  }
+};
+
 /// What a run does to one sheet.
 struct SheetEdit {
   explicit SheetEdit(const CellTypingOptions& options) : typing(options) {}
@@ -24,7 +33,21 @@ struct SheetEdit {
   std::vector<CellRange> cleared;  ///< Emptied before the cells were written
   /// Cells that must hold their text as it is (headings of tables), as row * kMaxSheetColumns + column.
   std::unordered_set<int64_t> textCells;
-  std::optional<bool> bSelected;  ///< The sheet's tab becomes selected or not
+  /// Formulas of our making, without "=", by the same number; their cells are written ones.
+  std::unordered_map<int64_t, std::string> formulas;
+  /// Cells that get the format of another one of their column, or all that it held; and, found from that, their formats
+  /// by the same number.
+  struct FromRow {
+    int64_t nFrom, nTo, nColumn;
+    bool bContent;
+  };
+  std::vector<FromRow> fromRows;
+  std::unordered_map<int64_t, uint32_t> styles;
+  std::optional<CellRange> filter;  ///< Where the sheet's filter is to lie
+  int64_t nBehindTables = 0;        ///< Rows written that no table could take in
+  bool bTotalsBelow = false;        ///< The data's last row is a table's totals
+  StringUse* pStrings = nullptr;    ///< Null: nobody asks
+  std::optional<bool> bSelected;    ///< The sheet's tab becomes selected or not
   /// Results kept in formula cells go: what they depend on may have changed, and most programs show what is kept.
   bool bDropResults = false;
   bool bWidthsAnew = false;  ///< Widths are of our making
@@ -64,6 +87,8 @@ class clsSheetMerger {
   void PutCellsBefore(int nColumn);
   void PutRowsBefore(int64_t nRow);
   void PutCell(const StoredCell& cell, uint32_t nStyle, std::string_view sChildren, bool bValueDecides = false);
+  bool PutFormula(uint32_t nStyle, int nColumn);
+  uint32_t StyleOf(int nColumn, uint32_t nStyle) const;
   uint32_t InheritedStyle(int nColumn) const;
   void PutElementEnd(std::string_view sName);
 

@@ -51,10 +51,20 @@ const XmlPiece& clsXlsxCells::ColumnPiece(int nColumn) {
 
 const XmlPiece& clsXlsxCells::StylePiece(int nStyle) {
   const auto nIndex = static_cast<size_t>(nStyle);
-  while (styles_.size() <= nIndex)
-    styles_.emplace_back(styles_.empty() ? std::string("\"><v>")
-                                         : "\" s=\"" + std::to_string(styles_.size()) + "\"><v>");
+  while (styles_.size() <= nIndex) {
+    const auto nNext = static_cast<uint32_t>(styles_.size());
+    const bool bOwn = nNext == 0 || !styleOf_;
+    numbers_.push_back(bOwn ? nNext : styleOf_(formats_.Codes()[nNext]));
+    const uint32_t nNumber = numbers_.back();
+    styles_.emplace_back(nNumber == 0 ? std::string("\"><v>") : "\" s=\"" + std::to_string(nNumber) + "\"><v>");
+  }
   return styles_[nIndex];
+}
+
+const std::string* clsXlsxCells::CodeOfStyle(size_t nStyle) const {
+  const auto found = std::find(numbers_.begin(), numbers_.end(), nStyle);
+  const auto nIndex = static_cast<size_t>(found - numbers_.begin());
+  return found == numbers_.end() ? nullptr : &formats_.Codes()[nIndex];
 }
 
 bool clsXlsxCells::MayBeFormula(std::string_view sFormula) const {

@@ -2,9 +2,11 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "clsNumberFormats.h"
@@ -36,6 +38,11 @@ class clsXlsxCells {
   char* Put(char* p, const XmlPiece& row, int nColumn, std::string_view sText, const ColumnRule& rule,
             TypedCell& typed);
 
+  /// For cells that go into a workbook with styles of its own: gives the style of a number format's code.
+  void SetStyles(std::function<uint32_t(const std::string& sCode)> styleOf) { styleOf_ = std::move(styleOf); }
+  /// The code that a written cell's style stands for; null for none.
+  const std::string* CodeOfStyle(size_t nStyle) const;
+
   /// Names by which formulas may speak of sheets.
   void SetSheetNames(std::span<const std::string> names) { sheetNames_.assign(names.begin(), names.end()); }
   const clsNumberFormats& Formats() const { return formats_; }
@@ -53,6 +60,8 @@ class clsXlsxCells {
   std::vector<std::string> sheetNames_;
   std::vector<XmlPiece> columns_;  ///< <c r="AB
   std::vector<XmlPiece> styles_;   ///< " s="2"><v>
+  std::function<uint32_t(const std::string& sCode)> styleOf_;
+  std::vector<uint32_t> numbers_;  ///< Of the styles, where others give them
   std::string sScratch_;
   bool bFormulas_ = false;
   int64_t nRefused_ = 0;

@@ -140,10 +140,10 @@ bool clsXlsxMerger::ShownText(std::string_view sElement, std::string& sText) con
     const size_t nFirst = sText.find_first_not_of(' ');
     return nFirst != std::string::npos && sText[nFirst] <= '9';
   }
-  const std::vector<std::string>& codes = cells_.Formats().Codes();
-  if (!sRest.starts_with(kNumber) || nStyle >= codes.size()) return false;
+  const std::string* const pCode = cells_.CodeOfStyle(nStyle);
+  if (!sRest.starts_with(kNumber) || pCode == nullptr) return false;
   sRest.remove_prefix(kNumber.size());
-  return AppendShownByCode(sRest.substr(0, sRest.find('<')), codes[nStyle], sText);
+  return AppendShownByCode(sRest.substr(0, sRest.find('<')), *pCode, sText);
 }
 
 void clsXlsxMerger::EndRow() {

@@ -9,7 +9,6 @@
 #include "modPaths.h"
 #include "modText.h"
 #include "modXlsxAddedSheets.h"
-#include "modXlsxTables.h"
 
 namespace quillon {
 
@@ -30,7 +29,7 @@ bool MaySpeakOfSheets(std::string_view sName, std::string_view sWorkbook) {
 bool clsXlsxSaver::Changed() const {
   for (size_t i = 0; i < book_.sheets.size(); ++i) {
     if (book_.workbook.sheets[i].bAdded || book_.edit.names[i] != book_.workbook.sheets[i].sName) return true;
-    if (book_.sheets[i] != nullptr && book_.sheets[i]->edit.Touched()) return true;
+    if (book_.sheets[i] != nullptr && book_.sheets[i]->Touched()) return true;
   }
   return book_.edit.nActive != book_.workbook.nActive || book_.workbook.bHidden;
 }
@@ -49,8 +48,8 @@ bool clsXlsxSaver::Save(std::string_view sPath, Failure& failure) {
     failure = OutputFailure(sPath, OutputMessage::ChangedMeanwhile);
     return false;
   }
-  if (!PrepareEdits(failure) || !MergeSheets(failure) || !FollowRenames(failure) || !ChangeLists(failure) ||
-      !WritePackage(sPath, failure))
+  if (!PrepareEdits(failure) || !MergeSheets(failure) || !DropStrings(failure) || !FollowRenames(failure) ||
+      !ChangeLists(failure) || !WritePackage(sPath, failure))
     return false;
   if (bSameFile) book_.state = FileState::Of(book_.package.Path());
   return true;
@@ -66,8 +65,7 @@ bool clsXlsxSaver::PrepareEdits(Failure& failure) {
       if (pSheet == nullptr) pSheet = std::make_unique<XlsxSheet>(book_.typing);
       pSheet->edit.bSelected = i == book_.edit.nActive;
     }
-    if (entry.bAdded || pSheet == nullptr || !pSheet->edit.Touched()) continue;
-    if (!AdjustTables(book_.package, entry.sPart, pSheet->edit, renames_, tables_, failure)) return false;
+    if (pSheet != nullptr && pSheet->Touched() && !PrepareSheet(i, failure)) return false;
   }
   return true;
 }
@@ -77,7 +75,7 @@ bool clsXlsxSaver::TakeFormulasOf(size_t nSheet) {
   auto& pSheet = book_.sheets[nSheet];
   const WorkbookSheet& entry = book_.workbook.sheets[nSheet];
   const auto nPart = book_.package.Find(entry.sPart);
-  if (!entry.bWorksheet || !nPart) return false;
+  if (!entry.bWorksheet || !nPart || (pSheet != nullptr && pSheet->pAnew != nullptr)) return false;
   if (pSheet == nullptr || !pSheet->bScanned) {
     SheetFacts facts;
     clsXmlScanner scanner = book_.package.Scan(*nPart);
@@ -91,12 +89,17 @@ bool clsXlsxSaver::TakeFormulasOf(size_t nSheet) {
 
 bool clsXlsxSaver::MergeSheets(Failure& failure) {
   const bool bTouched = std::any_of(book_.sheets.begin(), book_.sheets.end(),
-                                    [](const auto& pSheet) { return pSheet != nullptr && pSheet->edit.Touched(); });
+                                    [](const auto& pSheet) { return pSheet != nullptr && pSheet->Touched(); });
   clsCellWriter writer(book_.styles, book_.typing, book_.edit.names, book_.workbook.b1904);
   for (size_t i = 0; i < book_.sheets.size(); ++i) {
     const bool bAdded = book_.workbook.sheets[i].bAdded;
     const bool bDropResults = bTouched && !bAdded && TakeFormulasOf(i);
     XlsxSheet* const pSheet = book_.sheets[i].get();
+    if (pSheet != nullptr && pSheet->pAnew != nullptr) {
+      if (!pSheet->pAnew->Finish(failure)) return false;
+      book_.edit.bRecalculate = true;
+      continue;
+    }
     if (pSheet == nullptr || !(bAdded || bDropResults || pSheet->edit.Touched() || pSheet->edit.bSelected)) continue;
     pSheet->edit.bDropResults = bDropResults;
     pSheet->edit.bWidthsAnew = book_.styles.IsOwn() && !pSheet->edit.cleared.empty();
@@ -147,7 +150,6 @@ bool clsXlsxSaver::MakePart(size_t nPart, Failure& failure, const std::function<
 
 /// Other sheets, charts, pivot caches, controls: what speaks of a sheet or column by its old name.
 bool clsXlsxSaver::FollowRenames(Failure& failure) {
-  if (renames_.Empty()) return true;
   bool bChanged = false;
   for (const auto& [nPart, sBytes] : tables_) {
     std::string sNew;
@@ -156,10 +158,11 @@ bool clsXlsxSaver::FollowRenames(Failure& failure) {
         scanner, renames_, [&sNew](std::string_view sPiece) { sNew += sPiece; }, bChanged);
     if (!SetPart(nPart, sNew, failure)) return false;
   }
+  if (renames_.Empty()) return true;
   for (size_t nPart = 0; nPart < book_.package.Parts().size(); ++nPart) {
     if (nPart == book_.workbook.nPart || !MaySpeakOfSheets(book_.package.Parts()[nPart].sName, book_.workbook.sName))
       continue;
-    if (!newParts_.contains(nPart) && !FollowRenamesIn(nPart, failure)) return false;
+    if (!newParts_.contains(nPart) && AnewOfPart(nPart) == nullptr && !FollowRenamesIn(nPart, failure)) return false;
   }
   return true;
 }
@@ -245,6 +248,16 @@ std::vector<size_t> clsXlsxSaver::PartOrder() const {
   return order;
 }
 
+/// The sheet of the part, if it is written anew.
+XlsxSheet* clsXlsxSaver::AnewOfPart(size_t nPart) const {
+  for (size_t i = 0; i < book_.sheets.size(); ++i) {
+    XlsxSheet* const pSheet = book_.sheets[i].get();
+    if (pSheet != nullptr && pSheet->pAnew != nullptr && book_.package.Find(book_.workbook.sheets[i].sPart) == nPart)
+      return pSheet;
+  }
+  return nullptr;
+}
+
 bool clsXlsxSaver::WritePackage(std::string_view sPath, Failure& failure) {
   clsOutputFile file;
   if (!file.Open(sPath, failure)) return false;
@@ -254,6 +267,11 @@ bool clsXlsxSaver::WritePackage(std::string_view sPath, Failure& failure) {
     if (changed != newParts_.end()) {
       NewPart& made = *changed->second;
       if (!zip.AddSpooled({PartName(nPart), 8, made.nCrc, made.nSize, 0}, {&made.spool}, failure)) return false;
+      continue;
+    }
+    if (XlsxSheet* const pSheet = AnewOfPart(nPart)) {
+      const bool bActive = pSheet == book_.sheets[book_.edit.nActive].get();
+      if (!pSheet->pAnew->Save(zip, PartName(nPart), bActive, failure)) return false;
       continue;
     }
     const PackagePart& part = book_.package.Parts()[nPart];

@@ -11,6 +11,7 @@
 #include "clsSheetMerger.h"
 #include "clsSpool.h"
 #include "clsXlsxPackage.h"
+#include "clsXlsxSheet.h"
 #include "clsXlsxStyles.h"
 #include "modFileState.h"
 #include "modXlsxWorkbookPart.h"
@@ -28,6 +29,9 @@ struct XlsxSheet {
   bool bScanned = false;  ///< The facts are known
   SheetEdit edit;
   std::unique_ptr<clsCellStore> pShown;  ///< Values as shown, once one was read
+  /// Of our own work and emptied as a whole: it is written as a new one is, and nothing of the old one is looked at.
+  std::unique_ptr<clsXlsxSheet> pAnew;
+  bool Touched() const { return pAnew != nullptr || edit.Touched(); }
 };
 
 /// An existing workbook and what the run does to it.
@@ -49,6 +53,7 @@ class clsXlsxSaver {
   bool Save(std::string_view sPath, Failure& failure);
   int64_t RefusedFormulas() const { return nRefused_; }
   int64_t Reformatted() const { return nReformatted_; }
+  int64_t BehindTables() const { return nBehindTables_; }  ///< Rows that no table could take in
 
  private:
   /// A part that differs from the old one.
@@ -60,7 +65,14 @@ class clsXlsxSaver {
 
   bool Changed() const;
   bool PrepareEdits(Failure& failure);
+  bool PrepareSheet(size_t nSheet, Failure& failure);
+  void FollowData(XlsxSheet& sheet, const std::string& sName);
+  bool TakeFromRows(XlsxSheet& sheet, const WorkbookSheet& entry, Failure& failure);
+  bool TakeContent(clsXmlScanner& scanner, SheetEdit& edit, int64_t nRow, int nColumn);
   bool TakeFormulasOf(size_t nSheet);
+  bool DropStrings(Failure& failure);
+  bool NoteKeptStrings();
+  XlsxSheet* AnewOfPart(size_t nPart) const;
   bool MergeSheets(Failure& failure);
   bool MergeSheet(XlsxSheet& sheet, const WorkbookSheet& entry, clsCellWriter& writer, Failure& failure);
   bool FollowRenames(Failure& failure);
@@ -88,7 +100,8 @@ class clsXlsxSaver {
   std::vector<std::string> added_;       ///< Names of parts behind those of the package
   std::optional<size_t> nDropped_;
   bool bFormulasChanged_ = false;
-  int64_t nRefused_ = 0, nReformatted_ = 0;
+  int64_t nRefused_ = 0, nReformatted_ = 0, nBehindTables_ = 0;
+  StringUse strings_;
 };
 
 }  // namespace quillon

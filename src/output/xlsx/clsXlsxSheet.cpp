@@ -33,6 +33,7 @@ char* PutLiteral(char* p, std::string_view sPiece) {
 }  // namespace
 
 void clsXlsxSheet::WriteCell(int64_t nRow, int nColumn, std::string_view sText) {
+  bFinished_ = false;
   if (nRow > nRow_ && !bClosed_) BeginRow(nRow);
   const bool bCurrent = nRow == nRow_ && !bClosed_;
   if (bCurrent && kXmlBytes - nUsed_ < clsXlsxCells::Room(sText.size())) Drain();
@@ -141,7 +142,7 @@ void clsXlsxSheet::Clear() {
   nBodyCrc_ = 0;
   nBodySize_ = nRow_ = 0;
   nUsed_ = 0;
-  bClosed_ = bRowOpen_ = bRowDrained_ = false;
+  bClosed_ = bRowOpen_ = bRowDrained_ = bFinished_ = false;
   bRowOrdered_ = true;
   rowCells_.clear();
   late_.Clear();
@@ -217,9 +218,14 @@ std::string clsXlsxSheet::Tail() const {
   return sTail.append(kTail);
 }
 
-bool clsXlsxSheet::Save(clsZipWriter& zip, std::string_view sPartName, bool bActive, Failure& failure) {
+bool clsXlsxSheet::Finish(Failure& failure) {
+  if (bFinished_) return true;
   CloseBody();
-  if (!MergeRest(failure)) return false;
+  return bFinished_ = MergeRest(failure);
+}
+
+bool clsXlsxSheet::Save(clsZipWriter& zip, std::string_view sPartName, bool bActive, Failure& failure) {
+  if (!Finish(failure)) return false;
   clsSpool headSpool, tailSpool;
   clsDeflater head(headSpool), tail(tailSpool);
   head.Write(Head(bActive));

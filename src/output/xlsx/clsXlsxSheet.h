@@ -35,6 +35,8 @@ class clsXlsxSheet {
   void SetHeadingRow(int64_t nRow) { nHeadingRow_ = nRow; }
   bool OrderIsOpen() const { return typing_.OrderIsOpen(); }
   void Clear();
+  /// Settles all cells, so that no more number formats are asked for. Save does it, too.
+  bool Finish(Failure& failure);
   /// Writes the part. May be called again, with more cells in between.
   bool Save(clsZipWriter& zip, std::string_view sPartName, bool bActive, Failure& failure);
 
@@ -60,6 +62,7 @@ class clsXlsxSheet {
   uint32_t nBodyCrc_ = 0;
   int64_t nBodySize_ = 0;
   bool bClosed_ = false;
+  bool bFinished_ = false;
 
   std::unique_ptr<char[]> xml_;
   size_t nUsed_ = 0;

@@ -99,6 +99,12 @@ std::string_view clsXlsxStyles::CodeOf(uint32_t nFormat) const {
   return BuiltInFormatCode(codeIds_[nFormat]);
 }
 
+uint32_t clsXlsxStyles::Heading() const {
+  for (size_t i = 0; i < formats_.size(); ++i)
+    if (formats_[i].find("fontId=\"1\"") != std::string::npos) return static_cast<uint32_t>(i);
+  return 0;
+}
+
 uint32_t clsXlsxStyles::FormatId(std::string_view sCode) {
   if (const auto nId = BuiltInFormatId(sCode); nId && !codes_.contains(*nId)) return *nId;
   const auto [entry, bNew] = idOfCode_.try_emplace(std::string(sCode), nNextId_);

@@ -34,6 +34,8 @@ class clsXlsxStyles {
   bool SameCode(uint32_t nFormat, uint32_t nOther) const {
     return nFormat < codeIds_.size() && nOther < codeIds_.size() && codeIds_[nFormat] == codeIds_[nOther];
   }
+  /// In a file of our own the format of its headings; the plain one if it has none.
+  uint32_t Heading() const;
   /// The format of a cell whose value needs none: nFormat, or in a file of our own the like with General.
   uint32_t Plain(uint32_t nFormat);
   /// The cell format that is like nFormat but for its number format; -1 if there is no room for another one.

@@ -69,7 +69,7 @@ std::string AppPropertiesPart() {
 }
 
 std::string CorePropertiesPart() {
-  const auto moment = static_cast<std::time_t>(PackageTime());
+  const auto moment = static_cast<std::time_t>(CreationTime());
   std::tm parts{};
   gmtime_r(&moment, &parts);
   std::array<char, 32> stamp{};

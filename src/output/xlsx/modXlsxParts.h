@@ -17,7 +17,7 @@ constexpr std::string_view kOwnApplication = "<Application>Quillon</Application>
 std::string ContentTypesPart(int nSheets);
 std::string PackageRelationsPart();
 std::string AppPropertiesPart();
-std::string CorePropertiesPart();  ///< Dated by PackageTime
+std::string CorePropertiesPart();  ///< Dated by CreationTime
 std::string WorkbookPart(std::span<const std::string> sheetNames, int nActiveSheet, bool bRecalculate);
 std::string WorkbookRelationsPart(int nSheets);
 /// One font, and a cell format for each number format, in their order.

@@ -4,41 +4,17 @@
 #include <vector>
 
 #include "modSettledCell.h"
+#include "modTablePart.h"
 #include "modText.h"
-#include "modXmlReading.h"
-#include "modXmlText.h"
 
 namespace quillon {
 
 namespace {
 
-constexpr size_t kMaxTableColumns = kMaxSheetColumns;
-
-struct Table {
-  std::string sName;
-  CellRange range;
-  bool bHeading = true;
-  std::vector<std::string> columns;
+struct Table : XlsxTable {
+  size_t nPart = 0;
+  std::string sBytes;
 };
-
-bool ReadTable(std::string_view sBytes, Table& table) {
-  clsXmlScanner scanner(sBytes);
-  while (scanner.Next() != XmlToken::End) {
-    if (scanner.Token() == XmlToken::Failed) return false;
-    if (!scanner.IsOpening()) continue;
-    if (scanner.Depth() == 1) {
-      const auto range = ParseCellRange(scanner.Attribute("ref").value_or(""));
-      if (!scanner.IsMain("table") || !range) return false;
-      table.range = *range;
-      table.bHeading = scanner.Attribute("headerRowCount").value_or("1") != "0";
-      table.sName = scanner.AttributeText("displayName");
-    } else if (scanner.Depth() == 3 && scanner.IsMain("tableColumn")) {
-      table.columns.push_back(DecodeCellText(scanner.AttributeText("name")));
-      if (table.columns.size() > kMaxTableColumns) return false;
-    }
-  }
-  return true;
-}
 
 /// Names in use, in capitals, each with the number that is tried next for another of that name.
 using TakenNames = std::map<std::string, int>;
@@ -54,68 +30,156 @@ std::string MadeUnique(const std::string& sText, TakenNames& taken) {
   return sName;
 }
 
-/// New names of all columns by what the heading cells are to hold; true if one differs from before.
-bool NameColumns(const Table& table, SheetEdit& edit, std::vector<std::string>& names) {
-  names = table.columns;
-  TakenNames taken;
-  std::vector<size_t> changed;
-  for (size_t i = 0; i < names.size(); ++i) {
-    const int nColumn = static_cast<int>(table.range.nLeft) + static_cast<int>(i);
-    std::string_view sText;
-    const bool bWritten = edit.cells.Read(table.range.nTop, nColumn, sText);
-    if (bWritten || edit.Cleared(table.range.nTop, nColumn)) {
-      changed.push_back(i);
-      names[i] = TrimBlanks(ShownOf(sText)).empty() ? "Column" + std::to_string(i + 1) : std::string(ShownOf(sText));
-    } else {
-      taken.emplace(UpperText(names[i]), 2);
-    }
-  }
-  for (const size_t i : changed) {
-    names[i] = MadeUnique(names[i], taken);
-    const int nColumn = static_cast<int>(table.range.nLeft) + static_cast<int>(i);
-    edit.cells.Write(table.range.nTop, nColumn, names[i]);
-    edit.textCells.insert(table.range.nTop * kMaxSheetColumns + nColumn);
-  }
-  return names != table.columns;
+bool IsBlank(std::string_view sStored) {
+  return TrimBlanks(ShownOf(sStored)).empty();
 }
 
-std::string RenamedTable(std::string_view sBytes, const std::vector<std::string>& names) {
-  clsXmlScanner scanner(sBytes);
-  std::string sOut, sName;
-  size_t nColumn = 0;
-  while (scanner.Next() != XmlToken::End && scanner.Token() != XmlToken::Failed) {
-    if (scanner.IsOpening() && scanner.Depth() == 3 && scanner.IsMain("tableColumn")) {
-      sName.clear();
-      AppendXmlAttribute(sName, names[nColumn++]);
-      sOut += WithAttribute(scanner.Raw(), "name", sName);
-    } else {
-      sOut += scanner.Raw();
-    }
-  }
-  return sOut;
+int64_t KeyOf(int64_t nRow, int64_t nColumn) {
+  return nRow * kMaxSheetColumns + nColumn;
 }
 
-}  // namespace
+class clsTableEdit {
+ public:
+  clsTableEdit(const SheetFacts& facts, SheetEdit& edit) : facts_(facts), edit_(edit) {}
 
-bool AdjustTables(const clsXlsxPackage& package, const std::string& sSheetPart, SheetEdit& edit,
-                  FormulaRenames& renames, std::map<size_t, std::string>& parts, Failure& failure) {
+  /// New names of all columns by what the heading cells are to hold.
+  void NameColumns(Table& table) {
+    if (!table.bHeading) return;
+    TakenNames taken;
+    std::vector<size_t> changed;
+    for (size_t i = 0; i < table.columns.size(); ++i) {
+      const int nColumn = static_cast<int>(table.range.nLeft) + static_cast<int>(i);
+      std::string& sName = table.columns[i].sName;
+      std::string_view sText;
+      const bool bWritten = edit_.cells.Read(table.range.nTop, nColumn, sText);
+      if (bWritten || edit_.Cleared(table.range.nTop, nColumn)) {
+        changed.push_back(i);
+        sName = IsBlank(sText) ? "Column" + std::to_string(i + 1) : std::string(ShownOf(sText));
+      } else {
+        taken.emplace(UpperText(sName), 2);
+      }
+    }
+    for (const size_t i : changed) {
+      std::string& sName = table.columns[i].sName;
+      sName = MadeUnique(sName, taken);
+      PutText(table.range.nTop, table.range.nLeft + static_cast<int64_t>(i), sName);
+    }
+  }
+
+  /// Ends the table where its new rows end. others: the sheet's tables.
+  void FitRows(Table& table, const std::vector<Table>& others) {
+    const bool bCleared = std::any_of(edit_.cleared.begin(), edit_.cleared.end(),
+                                      [&](const CellRange& range) { return Covers(range, table.range); });
+    if (!bCleared && table.bTotals) return TellBehind(table, others);
+    const bool bAlone = table.range.nTop == facts_.filled.nTop && table.range.nBottom == facts_.filled.nBottom;
+    int64_t nLast = table.LastRow();
+    if (bCleared)
+      nLast = bAlone ? edit_.typing.Used().nBottom : LastOfBlock(table, table.FirstRow());
+    else
+      nLast = LastOfBlock(table, table.range.nBottom + 1);
+    // A table has one row at least, be it an empty one, and none of them runs into another.
+    nLast = std::max(nLast, table.FirstRow());
+    const int64_t nTotals = table.bTotals ? 1 : 0;
+    nLast = std::min(nLast, NextTable(table, others) - 1 - nTotals);
+    table.range.nBottom = nLast + nTotals;
+    TellBehind(table, others);
+  }
+
+  void MoveTotals(const Table& table, int64_t nOldBottom) {
+    edit_.bTotalsBelow |= nOldBottom == facts_.filled.nBottom;
+    for (size_t i = 0; i < table.columns.size(); ++i) {
+      const XlsxTableColumn& column = table.columns[i];
+      const int64_t nColumn = table.range.nLeft + static_cast<int64_t>(i);
+      const std::string sFormula = TotalsFormula(table, column);
+      if (!sFormula.empty()) {
+        edit_.cells.Write(table.range.nBottom, static_cast<int>(nColumn), "=");
+        edit_.formulas[KeyOf(table.range.nBottom, nColumn)] = sFormula;
+      } else if (!column.sTotalsLabel.empty()) {
+        PutText(table.range.nBottom, nColumn, column.sTotalsLabel);
+      }
+      // Some programs keep no more of it than what its cells hold.
+      const bool bContent = sFormula.empty() && column.sTotalsLabel.empty();
+      edit_.fromRows.push_back({nOldBottom - 1, nOldBottom, nColumn, false});
+      edit_.fromRows.push_back({nOldBottom, table.range.nBottom, nColumn, bContent});
+    }
+  }
+
+ private:
+  void PutText(int64_t nRow, int64_t nColumn, std::string_view sText) {
+    edit_.cells.Write(nRow, static_cast<int>(nColumn), sText);
+    edit_.textCells.insert(KeyOf(nRow, nColumn));
+  }
+
+  /// Last of the rows from there on that have something in the table's columns; the row before if there is none.
+  int64_t LastOfBlock(const Table& table, int64_t nRow) {
+    std::vector<StoredCell> row;
+    for (; nRow <= edit_.cells.LastRow(); ++nRow) {
+      edit_.cells.Row(nRow, row);
+      const bool bFilled = std::any_of(row.begin(), row.end(), [&](const StoredCell& cell) {
+        return cell.nColumn >= table.range.nLeft && cell.nColumn <= table.range.nRight && !IsBlank(cell.sText);
+      });
+      if (!bFilled) break;
+    }
+    return nRow - 1;
+  }
+
+  static int64_t NextTable(const Table& table, const std::vector<Table>& others) {
+    int64_t nNext = kMaxSheetRows + 1;
+    for (const Table& other : others) {
+      const bool bBelow = other.range.nTop > table.range.nTop && other.range.nLeft <= table.range.nRight &&
+                          other.range.nRight >= table.range.nLeft;
+      if (bBelow) nNext = std::min(nNext, other.range.nTop);
+    }
+    return nNext;
+  }
+
+  void TellBehind(const Table& table, const std::vector<Table>& others) {
+    if (NextTable(table, others) <= kMaxSheetRows || table.range.nBottom < edit_.typing.Used().nTop) return;
+    edit_.nBehindTables += std::max<int64_t>(0, edit_.typing.Used().nBottom - table.range.nBottom);
+  }
+
+  const SheetFacts& facts_;
+  SheetEdit& edit_;
+};
+
+bool ReadTables(const clsXlsxPackage& package, const std::string& sSheetPart, std::vector<Table>& tables,
+                Failure& failure) {
   std::vector<Relationship> relationships;
   if (!package.ReadRelationships(sSheetPart, relationships, failure)) return false;
   for (const Relationship& relationship : relationships) {
     const auto nPart = relationship.sType == "table" ? package.Find(relationship.sTarget) : std::nullopt;
     if (!nPart) continue;
-    std::string sBytes;
-    Table table;
-    if (!package.ReadAll(*nPart, sBytes, failure)) return false;
-    if (!ReadTable(sBytes, table)) {
-      failure = package.Damaged(relationship.sTarget);
-      return false;
-    }
-    std::vector<std::string> names;
-    if (!table.bHeading || !NameColumns(table, edit, names)) continue;
-    parts[*nPart] = RenamedTable(sBytes, names);
-    for (size_t i = 0; i < names.size(); ++i)
-      if (names[i] != table.columns[i]) renames.columns.push_back({table.sName, table.columns[i], names[i]});
+    Table& table = tables.emplace_back();
+    table.nPart = *nPart;
+    if (!package.ReadAll(*nPart, table.sBytes, failure)) return false;
+    if (ReadTablePart(table.sBytes, table)) continue;
+    failure = package.Damaged(relationship.sTarget);
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+bool AdjustTables(const clsXlsxPackage& package, const std::string& sSheetPart, const SheetFacts& facts,
+                  SheetEdit& edit, TableChanges changes, Failure& failure) {
+  std::vector<Table> tables;
+  if (!ReadTables(package, sSheetPart, tables, failure)) return false;
+  clsTableEdit tableEdit(facts, edit);
+  for (const Table& old : std::vector<Table>(tables)) {
+    Table table = old;
+    tableEdit.NameColumns(table);
+    FormulaRenames own;
+    for (size_t i = 0; i < table.columns.size(); ++i)
+      if (table.columns[i].sName != old.columns[i].sName)
+        own.columns.push_back({table.sName, old.columns[i].sName, table.columns[i].sName});
+    for (XlsxTableColumn& column : table.columns) column.sTotalsFormula = RenamedFormula(column.sTotalsFormula, own);
+    tableEdit.FitRows(table, tables);
+    const bool bMoved = table.range.nBottom != old.range.nBottom;
+    if (table.bTotals && edit.Cleared(old.range.nBottom, static_cast<int>(old.range.nLeft)))
+      tableEdit.MoveTotals(table, old.range.nBottom);
+    if (bMoved || !own.columns.empty()) changes.parts[table.nPart] = ChangedTablePart(table.sBytes, table);
+    changes.renames.columns.insert(changes.renames.columns.end(), own.columns.begin(), own.columns.end());
   }
   return true;
 }

@@ -11,10 +11,17 @@
 
 namespace quillon {
 
+/// What becomes of the tables of a sheet.
+struct TableChanges {
+  FormulaRenames& renames;               ///< Takes what formulas must follow
+  std::map<size_t, std::string>& parts;  ///< Takes the changed table parts by their number
+};
+
 /// Looks for heading cells that the edit changes or empties. Gives such a column the cell's text as name, made
-/// different from the others where need be, and the cell that name: as a spreadsheet does. Adds to renames what
-/// formulas must follow, and to parts the changed table parts by their number. False if a part can't be read.
-bool AdjustTables(const clsXlsxPackage& package, const std::string& sSheetPart, SheetEdit& edit,
-                  FormulaRenames& renames, std::map<size_t, std::string>& parts, Failure& failure);
+/// different from the others where need be, and the cell that name: as a spreadsheet does. A table that was emptied
+/// ends where the rows written into it end, one that wasn't takes in the rows written right below it; its totals row
+/// stands below them. False if a part can't be read.
+bool AdjustTables(const clsXlsxPackage& package, const std::string& sSheetPart, const SheetFacts& facts,
+                  SheetEdit& edit, TableChanges changes, Failure& failure);
 
 }  // namespace quillon

@@ -6,8 +6,11 @@
 
 #include "clsSheetCursor.h"
 #include "clsXmlCopier.h"
+#include "modColumnLetters.h"
 #include "modOutputMessages.h"
+#include "modText.h"
 #include "modXlsxAddedSheets.h"
+#include "modXmlReading.h"
 #include "modXmlText.h"
 
 namespace quillon {
@@ -67,6 +70,27 @@ void TakeElement(const clsXmlScanner& scanner, const clsXlsxPackage& package, bo
   workbook.bHidden = scanner.Attribute("visibility").value_or("visible") != "visible";
 }
 
+/// What a name stands for, by where the data of its sheet stands now. Only one range with its sheet follows.
+std::string FollowedName(const std::string& sName, const WorkbookPartEdit& edit) {
+  const size_t nMark = sName.rfind('!');
+  if (nMark == std::string::npos) return sName;
+  std::string sSheet = sName.substr(0, nMark);
+  if (sSheet.size() > 1 && sSheet.front() == '\'' && sSheet.back() == '\'')
+    sSheet = ReplaceAll(std::string_view(sSheet).substr(1, sSheet.size() - 2), "''", "'");
+  const auto range = ParseCellRange(ReplaceAll(std::string_view(sName).substr(nMark + 1), "$", ""));
+  for (const auto& [sOf, move] : edit.moves) {
+    const auto followed = range && EqualNoCase(sOf, sSheet) ? Followed(*range, move) : std::nullopt;
+    if (!followed) continue;
+    std::string sText = sName.substr(0, nMark + 1);
+    for (const auto& [nColumn, nRow] :
+         {std::pair(followed->nLeft, followed->nTop), {followed->nRight, followed->nBottom}})
+      sText +=
+          (sText.back() == '!' ? "$" : ":$") + ColumnLetters(static_cast<int>(nColumn)) + "$" + std::to_string(nRow);
+    return sText;
+  }
+  return sName;
+}
+
 /// Copies the part's tokens, changed by the edit.
 class clsWorkbookEditor {
  public:
@@ -75,6 +99,7 @@ class clsWorkbookEditor {
         copier_(scanner_, renames, [this](std::string_view sBytes) { sOut_ += sBytes; }),
         workbook_(workbook),
         edit_(edit),
+        renames_(renames),
         bCalculationDue_(edit.bRecalculate && !workbook.bHasCalculation) {}
 
   std::string Run() {
@@ -94,6 +119,8 @@ class clsWorkbookEditor {
     if (scanner_.IsOpening() && scanner_.Depth() == 3 && scanner_.IsMain("sheet")) return StepSheet();
     if (scanner_.IsOpening() && scanner_.Depth() == 3 && scanner_.IsMain("workbookView") && !bViewSeen_)
       return StepView();
+    if (!edit_.moves.empty() && scanner_.Token() == XmlToken::Text && scanner_.Parent() == "definedName" && StepName())
+      return;
     if (edit_.bRecalculate && scanner_.IsOpening() && scanner_.Depth() == 2 && scanner_.IsMain("calcPr"))
       return copier_.Put(WithAttribute(scanner_.Raw(), "fullCalcOnLoad", "1"));
     copier_.CopyToken();
@@ -106,6 +133,16 @@ class clsWorkbookEditor {
   void PutAddedSheets() {
     for (const WorkbookSheet& sheet : workbook_.sheets)
       if (sheet.bAdded) copier_.Put(AddedSheetTag(sSheetTag_, sheet, ++nMaxSheetId_));
+  }
+  /// False for a name that stands for what it did.
+  bool StepName() {
+    std::string sName, sEscaped;
+    scanner_.AppendText(sName);
+    const std::string sFollowed = FollowedName(sName, edit_);
+    if (sFollowed == sName) return false;
+    AppendEscaped(RenamedFormula(sFollowed, renames_), sEscaped);
+    copier_.Put(sEscaped);
+    return true;
   }
   void StepSheet() {
     const size_t nSheet = nSheet_++;
@@ -132,6 +169,7 @@ class clsWorkbookEditor {
   clsXmlCopier copier_;
   const WorkbookPart& workbook_;
   const WorkbookPartEdit& edit_;
+  const FormulaRenames& renames_;
   bool bCalculationDue_;
   bool bViewSeen_ = false;
   size_t nSheet_ = 0;

@@ -5,9 +5,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "clsXlsxPackage.h"
+#include "modDataMove.h"
 #include "modFormulaText.h"
 
 namespace quillon {
@@ -40,6 +42,8 @@ bool ReadWorkbookPart(const clsXlsxPackage& package, WorkbookPart& workbook, Fai
 struct WorkbookPartEdit {
   std::vector<std::string> names;  ///< Of all sheets
   size_t nActive = 0;
+  /// Data of sheets, each by its name in the file: names that covered exactly that follow it.
+  std::vector<std::pair<std::string, DataMove>> moves;
   bool bRecalculate = false;  ///< Results kept in cells are out of date
 };
 /// The part's bytes by the edit. A hidden window is shown: who opens the output is to see it.

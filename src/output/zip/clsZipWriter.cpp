@@ -51,12 +51,24 @@ uint32_t DosTime(int64_t nSeconds) {
 
 }  // namespace
 
-int64_t PackageTime() {
+namespace {
+
+int64_t SourceDateOr(int64_t nElse) {
   const char* const epoch = std::getenv("SOURCE_DATE_EPOCH");
-  if (epoch == nullptr || *epoch == '\0') return kFirstZipTime;
+  if (epoch == nullptr || *epoch == '\0') return nElse;
   char* pEnd = nullptr;
   const int64_t nSeconds = std::strtoll(epoch, &pEnd, 10);
-  return *pEnd == '\0' ? std::clamp(nSeconds, int64_t{0}, kLastZipTime) : kFirstZipTime;
+  return *pEnd == '\0' ? std::clamp(nSeconds, int64_t{0}, kLastZipTime) : nElse;
+}
+
+}  // namespace
+
+int64_t PackageTime() {
+  return SourceDateOr(kFirstZipTime);
+}
+
+int64_t CreationTime() {
+  return SourceDateOr(std::time(nullptr));
 }
 
 clsZipWriter::clsZipWriter(clsOutputFile& file) : file_(file), nTime_(DosTime(PackageTime())) {}

@@ -51,7 +51,9 @@ class clsZipWriter {
   std::vector<Entry> entries_;
 };
 
-/// Seconds since 1970 of SOURCE_DATE_EPOCH, else of 1980-01-01: the time stamp of everything that a workbook states.
+/// Seconds since 1970 of SOURCE_DATE_EPOCH, else of 1980-01-01: the time stamp of a package's parts.
 int64_t PackageTime();
+/// The same of SOURCE_DATE_EPOCH, else of now: when a workbook says that it was made.
+int64_t CreationTime();
 
 }  // namespace quillon
