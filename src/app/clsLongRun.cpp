@@ -8,6 +8,7 @@
 
 #include "MainModule.h"
 #include "clsIniFile.h"
+#include "clsOutputFile.h"
 #include "modFiles.h"
 #include "modFrontDoor.h"
 #include "modNumbers.h"
@@ -74,6 +75,7 @@ clsLongRun::clsLongRun(const TalkRequest& talk)
     gConversionOptions.sLogFile = ExpandDateTimeStamps(AbsolutePath(ExpandedPath(talk.sLog)), host.Now());
     MakeFolderPath(ParentFolderOfPath(gConversionOptions.sLogFile));
   }
+  TakeUpTabHint();
   lStart_ = host.TickMilliseconds();
   CatchInterrupts();
   if (!talk.bQuiet) host.StartProgress();
@@ -85,9 +87,26 @@ clsLongRun::~clsLongRun() {
   ResetTranslator();
 }
 
+/// The hint comes once in the life of an installation, whichever program gives it; the settings stay as they are.
+void clsLongRun::TakeUpTabHint() {
+  if (access(HostPath(gsDataFolder).c_str(), W_OK) == 0) sTabsTold_ = gsDataFolder + "/_TabsTold";
+  fields.bWarnedAboutTabsInFile =
+      (!sTabsTold_.empty() && IsFile(sTabsTold_)) ||
+      EqualNoCase(GetPrivateProfileString(gsSettingsFile, "General", "bWarnedAboutTabsInFile", "FALSE"), "TRUE");
+  if (fields.bWarnedAboutTabsInFile) host.PrintNoTabHint();
+}
+
+void clsLongRun::TabsTold() {
+  if (talk_.bQuiet) return;  // Nobody has seen it.
+  host.PrintNoTabHint();
+  Failure ignored;  // It comes once more then.
+  if (!sTabsTold_.empty()) WriteWholeFile(sTabsTold_, "", ignored);
+}
+
 RunExtras clsLongRun::Extras() {
   RunExtras extras;
   extras.bTouchSettings = false;
+  extras.tabsTold = [this] { TabsTold(); };
   extras.bSayMore = true;
   extras.bSheetTarget = true;
   extras.fileBegins = [this](size_t nFile, size_t nFiles, const std::string& sInput) {

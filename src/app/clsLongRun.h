@@ -78,8 +78,11 @@ class clsLongRun {
   void SayAccount(const FileOutcome& outcome);
   std::string ClosingLine();
   void WriteLog();
+  void TakeUpTabHint();
+  void TabsTold();
 
   TalkRequest talk_;
+  std::string sTabsTold_;  ///< The file that keeps that the hint at tabs was given; "" if there is no place for one
   bool bFailedBeside_ = false;
   int64_t lStart_ = 0;
 };

@@ -8,10 +8,14 @@
 #include "clsRecipe.h"
 #include "modConversionRun.h"
 #include "modFiles.h"
+#include "modFrontDoor.h"
 #include "modInputChoices.h"
+#include "modRecipeKind.h"
 #include "modReportText.h"
 #include "modSettings.h"
+#include "modShortTable.h"
 #include "modStandardStreams.h"
+#include "modSystemIo.h"
 #include "modText.h"
 #include "modTranslator.h"
 
@@ -42,19 +46,63 @@ clsLook::~clsLook() {
   ResetTranslator();
 }
 
+bool clsLook::Refuse(std::string_view sText, int nStatus) {
+  Say(sText);
+  nRefused_ = nStatus;
+  return false;
+}
+
+/// The file is a long-form recipe.
+bool clsLook::IsSpecification() {
+  const std::string& sName = request_.sSpecification;
+  if (FolderExists(sName)) return Refuse(sName + ": this is a folder; name a long-form recipe in it", kExitWrongUse);
+  clsSectionFile file;
+  Failure failure;
+  if (!file.Open(sName, {preview.text.bUnix, preview.text.pCodePage}, failure)) {
+    return Refuse(failure.sText, kExitSomeFailed);
+  }
+  const std::string sWrong = WrongKindOfRecipe(file, sName, true);
+  return sWrong.empty() || Refuse(sWrong, kExitSomeFailed);
+}
+
+bool clsLook::OpenSpecification() {
+  if (!IsSpecification()) return false;
+  clsQuietHost host;
+  RecipeOptions options;
+  options.text = preview.text;
+  options.bSayMore = true;
+  FileAccount account;
+  RecipeContext context{host, options, longRecipe_, gLineProcessor(), account};
+  Failure failure;
+  try {
+    longRecipe_.LoadFromFile(context, request_.sSpecification);
+  } catch (const UnhandledFailure& unhandled) {
+    return Refuse(unhandled.what(), kExitSomeFailed);
+  }
+  if (!host.Fault().empty()) return Refuse(request_.sSpecification + ": " + host.Fault(), kExitSomeFailed);
+  if (!recipe.Open(longRecipe_.ExportSpecFileName, options.RecipeText(), failure)) {
+    return Refuse(failure.sText, kExitSomeFailed);
+  }
+  if (preview.sInput.empty()) preview.sInput = ExpandedPath(longRecipe_.InputFileNameOf(longRecipe_.InputFileFirst));
+  return true;
+}
+
 bool clsLook::TakeInput() {
+  Failure failure;
+  if (!request_.sSpecification.empty() && !OpenSpecification()) return false;
   if (preview.sInput == "-") {
-    Failure failure;
-    privateFolder_.PathOf("");
+    if (privateFolder_.PathOf("").empty()) return Refuse(clsPrivateFolder::kNoPlace, kExitSomeFailed);
     preview.sInput = privateFolder_.InputFile();
-    if (StandardInputToFile(preview.sInput, failure)) return true;
-    Say(failure.sText);
-    return false;
+    return StandardInputToFile(preview.sInput, failure) || Refuse(failure.sText, kExitSomeFailed);
   }
-  if (!IsFile(preview.sInput)) {
-    Say(preview.sInput + (FolderExists(preview.sInput) ? ": this is a folder; name a report" : ": no such file"));
-    return false;
+  if (preview.sInput.empty()) return Refuse("INPUT is missing: name the report, or - (see --help)", kExitWrongUse);
+  if (FolderExists(preview.sInput)) {
+    return Refuse(preview.sInput + ": this is a folder; name a report in it", kExitWrongUse);
   }
+  int64_t nBytes = 0;
+  const int nHandle = OpenOrdinaryFile(preview.sInput, nBytes, failure);
+  if (nHandle < 0) return Refuse(failure.sText, kExitSomeFailed);
+  CloseHandle(nHandle);
   return true;
 }
 
@@ -68,26 +116,39 @@ bool clsLook::OpenMarks() {
   const std::string sFile = privateFolder_.PathOf("marks.rcp");
   marked.ExportSpecs.FileCreateShort(context, preview.sInput, sFile);
   Failure failure;
-  if (host.Fault().empty() && recipe.Open(sFile, options.OwnText(), failure)) return true;
-  Say(host.Fault().empty() ? failure.sText : host.Fault());
-  return false;
+  marksDropped_ = account.leftOut;
+  if (!host.Fault().empty()) return Refuse(host.Fault(), kExitSomeFailed);
+  if (!recipe.Open(sFile, options.OwnText(), failure)) return Refuse(failure.sText, kExitSomeFailed);
+  if (CountShortTables(recipe) > 0) return true;
+  SayHints();
+  return Refuse(request_.sInput + ": no table is marked in this report", kExitSomeFailed);
 }
 
 bool clsLook::OpenRecipe() {
   if (request_.bMarkup) return OpenMarks();
+  if (Specs() != nullptr) return true;
+  if (FolderExists(request_.sRecipe)) {
+    return Refuse(request_.sRecipe + ": this is a folder; name a recipe in it", kExitWrongUse);
+  }
   Failure failure;
   // A recipe beside a report of a named page is UTF-8 if it looks so, else of the same page.
   std::string sBytes;
   TextFileOptions text = preview.text;
   if (!ReadWholeFile(request_.sRecipe, sBytes, clsSectionFile::kMaxBytes, failure)) {
-    Say(failure.sText);
-    return false;
+    return Refuse(failure.sText, kExitSomeFailed);
   }
   if (&DetectCodePage(sBytes) == &clsCodePage::Utf8()) text.pCodePage = &clsCodePage::Utf8();
   if (text.pCodePage == nullptr) text.pCodePage = &clsCodePage::Windows1252();
-  if (recipe.OpenMemory(sBytes, text)) return true;
-  Say(request_.sRecipe + ": too large for a recipe");
-  return false;
+  if (!recipe.OpenMemory(sBytes, text)) return Refuse(request_.sRecipe + ": too large for a recipe", kExitSomeFailed);
+  const std::string sWrong = WrongKindOfRecipe(recipe, request_.sRecipe, false);
+  return sWrong.empty() || Refuse(sWrong, kExitSomeFailed);
+}
+
+bool clsLook::SayHints() {
+  const bool bShort = !request_.bMarkup && Specs() == nullptr;
+  const std::vector<std::string> hints = bShort ? RecipeHints(recipe) : marksDropped_;
+  for (const std::string& sHint : hints) Say(RecipeName() + ": " + sHint);
+  return !hints.empty();
 }
 
 void clsLook::Say(std::string_view sText) {

@@ -9,6 +9,9 @@ namespace quillon {
 /// theirs goes when the next is made.
 class clsPrivateFolder {
  public:
+  static constexpr std::string_view kNoPlace =
+      "no folder for temporary files can be made; set TMPDIR to one that can be written";
+
   clsPrivateFolder() = default;
   clsPrivateFolder(const clsPrivateFolder&) = delete;
   clsPrivateFolder& operator=(const clsPrivateFolder&) = delete;

@@ -50,7 +50,8 @@ bool clsResultRecorder::Start(const std::vector<PlannedFile>& files) {
   list_.Share();
   bOpen_ = true;
   sMadeBy_ = MakingOf(request_);
-  bNoTabWarning_ = run_.fields.bWarnedAboutTabsInFile;
+  const auto& given = request_.given;  // Who names a tab stop needs no hint at tabs.
+  bNoTabWarning_ = std::find(given.begin(), given.end(), "tab-size") != given.end();
   return true;
 }
 

@@ -63,7 +63,10 @@ class clsPlanner {
   clsPlanner(const ConvertRequest& request, clsLongRun& run) : request_(request), run_(run) {}
 
   bool Plan(std::vector<PlannedFile>& files) {
-    for (const std::string& input : request_.inputs) Find(input);
+    for (const std::string& input : request_.inputs) {
+      if (input.empty()) return Refuse("the name of an INPUT is empty");
+      Find(input);
+    }
     if (request_.shard && request_.sOutput.find('*') == std::string::npos) {
       return Refuse("--shard goes with an output for each input: OUTPUT holds a \"*\" then");
     }
@@ -137,9 +140,10 @@ class clsPlanner {
     const std::string& output = request_.sOutput;
     const std::string extension = UpperText(ExtensionOfPath(output));
     if (FolderExists(output) && !request_.options.bSaveInOriginalFolder) {
-      return Refuse(output + " is a folder; name a file in it, or a pattern such as " + WithSeparator(output) +
-                    "*.csv");
+      const std::string folder = HasSeparator(output) ? WithSeparator(output) : output + "/";
+      return Refuse(output + " is a folder; name a file in it, or a pattern such as " + folder + "*.csv");
     }
+    if (extension.empty()) return Refuse(output + " has no extension; .csv, .xlsx or .xls says what is made");
     if (extension != "CSV" && extension != "XLS" && extension != "XLSX") return Refuse(kOutputType, extension);
     const size_t star = output.find('*');
     if (output.find('?') != std::string::npos || output.find('*', star + 1) != std::string::npos ||

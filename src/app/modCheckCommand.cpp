@@ -5,6 +5,7 @@
 #include "clsCheckPage.h"
 #include "clsLook.h"
 #include "clsOutputFile.h"
+#include "modFiles.h"
 #include "modFrontDoor.h"
 #include "modLookCommands.h"
 #include "modNumbers.h"
@@ -34,7 +35,8 @@ std::string CensusText(const CellCensus& census) {
 
 /// False if the table isn't there or loses something.
 bool CheckTable(clsLook& look, const ReportPreview& preview) {
-  look.PrintText(BoundsText(preview));
+  const std::string sBounds = BoundsText(preview);
+  look.PrintText(sBounds.empty() ? fmt::format("Table {} of {}\n", preview.lTable, preview.lTables) : sBounds);
   if (!preview.sFault.empty()) {
     look.Print("  " + preview.sFault);
     return false;
@@ -94,20 +96,32 @@ bool WritePage(const clsLook& look, const LookRequest& request, clsSectionFile& 
   return true;
 }
 
+/// A page replaces a page alone. False: said.
+bool MayBecomePage(const LookRequest& request) {
+  std::string sBytes;
+  Failure unread;
+  if (request.sHtml.empty() || !IsFile(request.sHtml)) return true;
+  const bool bPage = ReadWholeFile(request.sHtml, sBytes, clsSectionFile::kMaxBytes, unread) &&
+                     (sBytes.empty() || sBytes.starts_with(clsCheckPage::kBegins));
+  if (!bPage) clsLook::Say(request.sHtml + ": this file is no page of a check and stays as it is; name another one");
+  return bPage;
+}
+
 }  // namespace
 
 int CheckCommand(const LookRequest& request) {
   clsLook look(request);
-  if (!look.TakeInput() || !look.OpenRecipe()) return kExitWrongUse;
+  if (!look.TakeInput() || !look.OpenRecipe()) return look.Refused();
+  if (!MayBecomePage(request)) return kExitWrongUse;
   look.preview.lRows = 0;
-  clsRecipeCheck tables(look.preview, look.recipe);
+  clsRecipeCheck tables(look.preview, look.recipe, look.Specs());
   const int32_t lTables = tables.Tables();
+  const bool bHints = look.SayHints();
   if (lTables == 0) {
-    clsLook::Say(look.RecipeName() +
-                 (request.bMarkup ? ": no table is marked in this report" : ": no table in this recipe"));
+    clsLook::Say(look.RecipeName() + ": no table in this recipe");
     return kExitSomeFailed;
   }
-  bool bGood = true;
+  bool bGood = !bHints;
   std::vector<ReportPreview> cutTables;
   for (int32_t lTable = 1; lTable <= lTables; ++lTable) {
     if (!IsTidyTableOf(look.recipe, lTable)) bGood = CheckCutTable(look, tables, lTable, cutTables) && bGood;

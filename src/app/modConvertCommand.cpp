@@ -12,9 +12,8 @@
 #include "modOptionTable.h"
 #include "modPaths.h"
 #include "modProfileFile.h"
-#include "modSectionFile.h"
+#include "modRecipeKind.h"
 #include "modSettings.h"
-#include "modShortTable.h"
 #include "modStandardStreams.h"
 #include "modStrings.h"
 #include "modText.h"
@@ -126,11 +125,12 @@ bool ConvertBySpecification(const ConvertRequest& request, clsLongRun& run, clsC
   }
   if (!IsFile(request.sSpecification)) {
     run.host.Report(RunEntry(kRecipeRunNoRecipe, request.sSpecification));
-    return false;
+    ++run.totals.lFilesFailed;
+    return true;
   }
   const FileOutcome& outcome = conversion.ConvertByLongRecipe(request.sOutput, request.inputs);
   const int32_t lLast = gRecipe().InputFileLast;
-  if (!request.options.bAllPeriods && outcome.lResult == 0 && lLast > 1) {
+  if (!request.options.bAllPeriods && outcome.account.bOutputWritten && lLast > 1) {
     run.Note("columns are taken from file " + std::to_string(lLast) +
              " of the period, and without --all-periods only file 1 is read: they stay empty");
   }
@@ -150,26 +150,25 @@ bool ConvertEach(const ConvertRequest& request, clsLongRun& run, clsConversionRu
 
 bool HasPrivateFolder(clsLongRun& run) {
   if (!run.privateFolder.PathOf("").empty()) return true;
-  run.Say("no folder for temporary files can be made; set TMPDIR to one that can be written");
+  run.Say(clsPrivateFolder::kNoPlace);
   ++run.totals.lFilesFailed;
   return false;
 }
 
-/// Why the recipe is none for the option that names it; "" if it may be one, or can't be read, which its run tells.
-std::string WrongKindOfRecipe(const ConvertRequest& request) {
+/// False, said, if the recipe is none for the option that names it. What of it isn't read as it looks is noted. A
+/// recipe that can't be read its run tells of.
+bool LookAtRecipe(const ConvertRequest& request, clsLongRun& run) {
   clsSectionFile file;
   Failure ignored;
-  const std::string& sRecipe = BySpecification(request) ? request.sSpecification : request.sRecipe;
-  if (!IsFile(sRecipe) || !file.Open(sRecipe, {false, nullptr}, ignored)) return {};
-  const auto header = [&file](std::string_view sKey) { return ReadKeyFromFile(file, "Header", sKey, {}); };
-  const std::string sType = header("FileType");
-  if (sType == "EXPORT SPEC") return sRecipe + " is an export specification; name the long-form recipe that uses it";
-  const bool bLong = sType == "RECIPE" && header("Product") == "QLN";
-  if (bLong && !BySpecification(request)) return sRecipe + " is a long-form recipe; name it by --specification";
-  if (!bLong && BySpecification(request) && CountShortTables(file) > 0) {
-    return sRecipe + " is a recipe of the short form; name it by --recipe";
+  const bool bLong = BySpecification(request);
+  const std::string& sRecipe = bLong ? request.sSpecification : request.sRecipe;
+  if (!IsFile(sRecipe) || !file.Open(sRecipe, {false, nullptr}, ignored)) return true;
+  const std::string sWrong = WrongKindOfRecipe(file, sRecipe, bLong);
+  if (!sWrong.empty()) run.Say(sWrong);
+  if (sWrong.empty() && !bLong) {
+    for (const std::string& sHint : RecipeHints(file)) run.Note(sRecipe + ": " + sHint);
   }
-  return {};
+  return sWrong.empty();
 }
 
 /// Which table of the recipe asks for a file of its own, which standard output can't be; "" if none does.
@@ -230,7 +229,7 @@ int Convert(ConvertRequest request, clsLongRun& run) {
   OverrideSystemCodePage(clsCodePage::Find(request.options.sEncoding), EqualNoCase(request.options.sEncoding, "auto"));
   FillRecord(request, gConversionOptions);
   // Who names a tab stop needs no hint at tabs.
-  run.fields.bWarnedAboutTabsInFile = IsGiven(request, "tab-size");
+  if (IsGiven(request, "tab-size")) run.fields.bWarnedAboutTabsInFile = true;
   if (!request.sReport.empty()) request.sReport = AbsolutePath(ExpandedPath(request.sReport));
   // Machines that share a home would take each other's work files for their own.
   if (request.shard) gsAppDataFolder = run.privateFolder.PathOf("");
@@ -254,9 +253,7 @@ int Convert(ConvertRequest request, clsLongRun& run) {
   if (!by_specification && request.sOutput.empty()) return WrongUse(run, "-o OUTPUT is missing (see --help)");
   if (!ByProfile(request) && !by_specification && !request.bMarkup && request.sRecipe.empty())
     return WrongUse(run, "the name behind --recipe, --profile or --specification is empty");
-  const std::string wrong_kind = WrongKindOfRecipe(request);
-  if (!wrong_kind.empty()) {
-    run.Say(wrong_kind);
+  if (!LookAtRecipe(request, run)) {
     ++run.totals.lFilesFailed;
     return run.Finish();
   }

@@ -12,6 +12,7 @@
 
 #include "MainModule.h"
 #include "clsConsoleHost.h"
+#include "modFailure.h"
 #include "modFiles.h"
 #include "modLongOptions.h"
 #include "modParseCommandLine.h"
@@ -98,6 +99,10 @@ int FrontDoor(int argc, char** argv) {
     // Of a part that is no file's conversion. Nothing here asks for memory.
     for (const char* const pText : {"quillon: ", kNoMemoryText, "\n"}) std::fputs(pText, stderr);
     return kExitUnexpected;
+  } catch (const UnhandledFailure& failure) {
+    // What a job, a recipe or a language file holds can't be gone on with: no fault of the program.
+    PrintUnexpected(failure.what());
+    return kExitSomeFailed;
   } catch (const std::exception& failure) {
     PrintUnexpected(failure.what());
     return kExitUnexpected;

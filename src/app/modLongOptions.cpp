@@ -45,10 +45,11 @@ constexpr const char* kWatchExamples =
     "Examples:\n"
     "  quillon watch /srv/spool --job /srv/jobs/stock.QLN\n"
     "\n"
-    "The job's method and options convert each file that is dropped into FOLDER; its output lies in the folder of the\n"
-    "job's sOutputFile, else in FOLDER/done, where the file goes too, or to FOLDER/failed. SIGTERM ends the watch "
-    "behind\n"
-    "the file in hand. Exit status: 0 ended, 2 wrong use, 70 unexpected failure.";
+    "The job's method and options convert each file that is dropped into FOLDER; its\n"
+    "output lies in the folder of the job's sOutputFile, else in FOLDER/done, where\n"
+    "the file goes too, or to FOLDER/failed. SIGTERM ends the watch behind the file\n"
+    "in hand. Exit status: 0 ended, 1 the job holds a number that is none, 2 wrong\n"
+    "use, 70 unexpected failure.";
 
 constexpr const char* kPreviewExamples =
     "Examples:\n"
@@ -200,9 +201,15 @@ void AddReadingOptions(CLI::App& command, clsConversionOptions& options) {
 CLI::App* AddLookCommand(CLI::App& app, const std::string& sName, const std::string& sWhat, LookRequest& request,
                          const char* sExamples) {
   CLI::App* const command = app.add_subcommand(sName, sWhat);
-  command->add_option("INPUT", request.sInput, "The report, or - for standard input")->required()->type_name(" ");
+  command->add_option("INPUT", request.sInput, "The report, or - for standard input")->type_name(" ");
   command->footer(sExamples);
   return command;
+}
+
+void AddSpecification(CLI::Option_group& method, LookRequest& request) {
+  method
+      .add_option("--specification", request.sSpecification, "This long-form recipe; INPUT stands for its first file")
+      ->type_name("FILE");
 }
 
 CLI::App* AddPreview(CLI::App& app, LookRequest& request) {
@@ -212,9 +219,10 @@ CLI::App* AddPreview(CLI::App& app, LookRequest& request) {
   method->add_option("--recipe", request.sRecipe, "This recipe file")->type_name("FILE");
   method->add_flag("--markup", request.bMarkup, "The marks in the report");
   method->add_option("--profile", request.sProfile, "This profile (name or file)")->type_name("NAME");
+  AddSpecification(*method, request);
   method->require_option(1);
   command->add_option("--table", request.lTable, "Which table of the recipe")
-      ->check(CLI::PositiveNumber.description(""))
+      ->check(CLI::Range(1, 100000).description(""))
       ->type_name("N")
       ->capture_default_str();
   command->add_option("--rows", request.lRows, "How many rows are shown")
@@ -231,6 +239,7 @@ CLI::App* AddCheck(CLI::App& app, LookRequest& request) {
   auto* const method = command->add_option_group("Method", "One of these says how the tables are found and cut");
   method->add_option("--recipe", request.sRecipe, "This recipe file")->type_name("FILE");
   method->add_flag("--markup", request.bMarkup, "The marks in the report");
+  AddSpecification(*method, request);
   method->require_option(1);
   command->add_option("--html", request.sHtml, "Show the report, line by line, in this page for a browser")
       ->type_name("FILE");
@@ -242,13 +251,14 @@ CLI::App* AddCheck(CLI::App& app, LookRequest& request) {
 CLI::App* AddSuggest(CLI::App& app, LookRequest& request) {
   CLI::App* const command = AddLookCommand(app, "suggest", "Find the tables of a report and write a recipe for them",
                                            request, kSuggestExamples);
+  command->get_option("INPUT")->required();
   command->add_option("-o,--output", request.sOutput, "The recipe file; standard output if not given")
       ->type_name("FILE");
   command
       ->add_option("--tables", request.tables,
                    "Numbers of the tables that are wanted; else those that leave little doubt")
       ->delimiter(',')
-      ->check(CLI::PositiveNumber.description(""))
+      ->check(CLI::Range(1, 100000).description(""))
       ->type_name("N,...");
   command
       ->add_option("--headings", request.sHeadings, "Headings of groups as columns: all, none, or those that hold TEXT")
@@ -309,6 +319,15 @@ bool IsCommand(const CLI::App& app, const std::string& sName) {
               .empty();
 }
 
+/// The option of a method whose name is empty; "" if there is none.
+std::string EmptyMethod(const CLI::App& command) {
+  for (const std::string sOption : {"--recipe", "--profile", "--specification"}) {
+    const CLI::Option* const pOption = command.get_option_no_throw(sOption);
+    if (pOption != nullptr && pOption->count() > 0 && pOption->results().front().empty()) return sOption;
+  }
+  return {};
+}
+
 std::vector<std::string> GivenOptions(const CLI::App& command) {
   std::vector<std::string> given;
   for (const CLI::Option* const option : command.get_options()) {
@@ -324,10 +343,6 @@ int RunLongOptions(int argc, char** argv) {
   app.set_version_flag("--version", "quillon " + std::string(VersionText));
   app.footer(kMainExamples);
   app.require_subcommand(1);
-  app.failure_message([](const CLI::App* pApp, const CLI::Error& refused) {
-    return "quillon: " + CLI::FailureMessage::simple(pApp, refused);
-  });
-
   ConvertRequest convert_request;
   JobRequest job_request;
   TalkRequest talk;
@@ -357,6 +372,10 @@ int RunLongOptions(int argc, char** argv) {
   }
   if (job->parsed()) return JobCommand(job_request, talk);
   if (watch->parsed()) return WatchCommand(watch_request, talk);
+  for (const CLI::App* const pLook : {preview, check}) {
+    const std::string sOption = EmptyMethod(*pLook);
+    if (!sOption.empty()) return AnswerWrongUse("the name behind " + sOption + " is empty", pLook->get_name());
+  }
   if (preview->parsed()) return PreviewCommand(look);
   if (check->parsed()) return CheckCommand(look);
   if (suggest->parsed()) return SuggestCommand(look);

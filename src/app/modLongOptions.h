@@ -32,7 +32,7 @@ struct JobRequest {
 /// What `quillon preview`, `check` and `suggest` were asked for.
 struct LookRequest {
   std::string sInput;
-  std::string sRecipe, sProfile;
+  std::string sRecipe, sProfile, sSpecification;
   int32_t lTable = 1;
   int64_t lRows = 20;
   clsConversionOptions options;  ///< How the report is read

@@ -105,7 +105,7 @@ bool MayBecomeSuggestion(const std::string& sFile) {
 
 int SuggestCommand(const LookRequest& request) {
   clsLook look(request);
-  if (!look.TakeInput()) return kExitWrongUse;
+  if (!look.TakeInput()) return look.Refused();
   if (IsSameFile(look.preview.sInput, request.sOutput)) {
     clsLook::Say(request.sOutput + ": the recipe would replace the report");
     return kExitWrongUse;

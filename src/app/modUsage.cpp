@@ -32,9 +32,10 @@ size_t Slips(std::string_view a, std::string_view b) {
   return last[b.size()];
 }
 
-int Refuse(const std::string& sText) {
-  const std::string sLine = "quillon: " + WithoutControls(sText, "\n") + "\nRun with --help for more information.\n";
-  std::fputs(sLine.c_str(), stderr);
+/// One line, with the place where more stands: the command's help, or the program's.
+int Refuse(const std::string& sText, const std::string& sCommand = {}) {
+  const std::string sHelp = "quillon " + (sCommand.empty() ? sCommand : sCommand + " ") + "--help";
+  std::fputs(("quillon: " + WithoutControls(sText) + " (see " + sHelp + ")\n").c_str(), stderr);
   return kExitWrongUse;
 }
 
@@ -117,12 +118,18 @@ int AnswerParseError(const CLI::App& app, const CLI::ParseError& refused, const 
   for (const CLI::App* const pCommand : app.get_subcommands({})) {
     if (words.empty() || pCommand->get_name() != words.front()) continue;
     const std::string sUnknown = UnknownOption(*pCommand, {words.begin() + 1, words.end()}, sNearest);
-    if (!sUnknown.empty()) return Refuse(sUnknown + " is no option of quillon " + words.front() + Meant(sNearest));
+    if (!sUnknown.empty()) {
+      return Refuse(sUnknown + " is no option of quillon " + words.front() + Meant(sNearest), words.front());
+    }
+    return Refuse(refused.what(), words.front());
   }
   const std::string sUnknown = UnknownOption(app, {words.begin(), words.begin() + (words.empty() ? 0 : 1)}, sNearest);
   if (!sUnknown.empty()) return Refuse(sUnknown + " is no option of quillon" + Meant(sNearest));
-  std::fputs(WithoutControls(err.str(), "\n").c_str(), stderr);
-  return kExitWrongUse;
+  return Refuse(refused.what());
+}
+
+int AnswerWrongUse(const std::string& sText, const std::string& sCommand) {
+  return Refuse(sText, sCommand);
 }
 
 std::string WrappedHelp(std::string_view sText) {
@@ -132,8 +139,9 @@ std::string WrappedHelp(std::string_view sText) {
     std::string sLine(sText.substr(0, nEnd));
     sText.remove_prefix(std::min(nEnd + 1, sText.size()));
     const size_t nLead = std::min(sLine.find_first_not_of(' '), sLine.size());
-    const bool bOption = nLead == 2 && sLine.size() > kHelpColumn && sLine[kHelpColumn - 1] == ' ';
-    const size_t nIndent = bOption ? kHelpColumn : nLead;
+    const size_t nColumn = kHelpColumn + nLead - 2;  // Groups stand further in.
+    const bool bOption = (nLead == 2 || nLead == 4) && sLine.size() > nColumn && sLine[nColumn - 1] == ' ';
+    const size_t nIndent = bOption ? nColumn : nLead;
     while (sLine.size() > kWidth) {
       const size_t nBlank = sLine.rfind(' ', kWidth);
       if (nBlank == std::string::npos || nBlank <= nIndent) break;

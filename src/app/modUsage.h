@@ -16,6 +16,9 @@ int AnswerNoCommand(const CLI::App& app, const std::string& sWord);
 /// Prints the help or version that was asked for, or says what is wrong. Returns the exit status.
 int AnswerParseError(const CLI::App& app, const CLI::ParseError& refused, const std::vector<std::string>& words);
 
+/// A use of a command that its options alone don't show to be wrong. Returns the exit status.
+int AnswerWrongUse(const std::string& sText, const std::string& sCommand);
+
 /// The help with no line of more than 80 characters: what is longer goes on under its own beginning.
 std::string WrappedHelp(std::string_view sText);
 /// False, told on standard error, if it could not be written whole.

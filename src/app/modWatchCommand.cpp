@@ -17,6 +17,7 @@
 #include "modJobCommand.h"
 #include "modPacked.h"
 #include "modPaths.h"
+#include "modRunMessages.h"
 #include "modSystemIo.h"
 
 namespace quillon {
@@ -144,11 +145,12 @@ int Refuse(clsLongRun& run, const std::string& sWhy) {
   return run.Refused();
 }
 
-}  // namespace
-
-int WatchCommand(const WatchRequest& request, const TalkRequest& talk) {
-  clsLongRun run(talk);
+int RunWatch(const WatchRequest& request, clsLongRun& run) {
   clsEndSignals signals;
+  if (!IsFile(ExpandedPath(request.sJobFile))) {
+    run.host.Report(RunEntry(kNoJobFile, ExpandedPath(request.sJobFile)));
+    return run.Refused();
+  }
   if (!run.CheckLog() || !IsJob(ExpandedPath(request.sJobFile), run)) return run.Refused();
   gConversionOptions.OpenConversionJob(ExpandedPath(request.sJobFile));
   gConversionOptions.bVerbose = false;
@@ -174,6 +176,13 @@ int WatchCommand(const WatchRequest& request, const TalkRequest& talk) {
   // To be told to end is how a watch ends.
   const int nStatus = run.Finish();
   return nStatus == kExitSomeFailed ? kExitDone : nStatus;
+}
+
+}  // namespace
+
+int WatchCommand(const WatchRequest& request, const TalkRequest& talk) {
+  clsLongRun run(talk);
+  return run.Guarded([&] { return RunWatch(request, run); });
 }
 
 }  // namespace quillon

@@ -32,7 +32,14 @@ void RunUnattended(clsHost& host, clsRunLog& log, clsRunFields& fields) {
   LoadRunFields(fields, host);
   clsConversionRun run(host, gConversionOptions, log, fields, nullptr);
   int32_t result = 0;
-  run.Go(result);
+  try {
+    run.Go(result);
+  } catch (const UnhandledFailure& failure) {
+    log.LogAddEntryHelper(std::string(kLogIndent) + WithoutControls(failure.what(), kLineEnd));
+    Failure unwritten;
+    if (!gConversionOptions.sLogFile.empty()) WriteLogFile(gConversionOptions, log, unwritten);
+    throw;
+  }
   if (result == kNoLogFolder && !gConversionOptions.bVerbose) {
     // The log would have told it, and nobody may look for the outputs for long.
     host.ShowMessage(gConversionOptions.sLogFile + ": " + Translate("Unable to create/access log file folder."),

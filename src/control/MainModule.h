@@ -21,8 +21,8 @@ struct StartHooks {
 
 enum class StartOutcome { RanUnattended, StartedWindow, ShowedHelp };
 
-/// The entry point. log must work on gConversionOptions and the same host. UnhandledFailure comes through; no log file
-/// is written then.
+/// The entry point. log must work on gConversionOptions and the same host. UnhandledFailure comes through, and the log
+/// file tells it.
 StartOutcome Main(std::string_view sCommandLine, clsHost& host, clsRunLog& log, clsRunFields& fields,
                   const StartHooks& hooks);
 

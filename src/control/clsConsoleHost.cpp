@@ -9,10 +9,12 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <sstream>
 #include <thread>
 
 #include "modPaths.h"
 #include "modRecipeGlobals.h"
+#include "modRunMessages.h"
 #include "modText.h"
 
 namespace quillon {
@@ -46,22 +48,29 @@ std::string OneLine(std::string_view sText) {
   return std::string(TrimRightBlanks(line));
 }
 
-/// What the log of a slash run has no line for: the failure in the system's own words, and what to do.
+/// What the log of a slash run has no line for: the failure in the system's own words.
 void Explain(ReportEntry& entry) {
   if (!entry.sCause.empty()) entry.sErr2 = entry.sCause;
-  if (!entry.sErr3.empty()) return;
-  constexpr int32_t kNoParsing = -5302, kNoStartLine = -5601, kNoEndLine = -5602;
-  if (entry.lErr == kNoParsing) {
-    entry.sErr3 = "Its section has no Parsing, or a line above it begins with [ and ends the section.";
-  } else if (entry.lErr == kNoStartLine || entry.lErr == kNoEndLine) {
-    entry.sErr3 =
-        "The key is missing, stands behind one that comes after it, or a line above it begins with [ and ends the "
-        "section.";
-  }
 }
 
-std::string WithLineFeeds(std::string_view sText) {
-  return WithoutControls(ReplaceAll(ReplaceAll(sText, "%lf%", "\n"), "\r\n", "\n"), kLayout);
+/// Lines of an entry on one line. Blanks within them stay, as they may be those of a key text.
+std::string Unfolded(std::string_view sText) {
+  std::string line;
+  std::istringstream lines(ReplaceAll(ReplaceAll(sText, "%lf%", "\n"), "\r\n", "\n"));
+  for (std::string part; std::getline(lines, part);) {
+    if (!TrimBlanks(part).empty()) line.append(line.empty() ? "" : " ").append(TrimBlanks(part));
+  }
+  return WithoutControls(line);
+}
+
+/// The second and third line of an entry behind the first, so that one line of output tells all of it.
+std::string EntryText(const ReportEntry& entry) {
+  const std::string sText = Unfolded(entry.sErr2), sMore = Unfolded(entry.sErr3);
+  std::string line;
+  if (!sText.empty()) line = (entry.sErr1.empty() || TrimBlanks(entry.sErr1).ends_with(']') ? " " : ": ") + sText;
+  if (sMore.empty()) return line;
+  const bool sentence = line.empty() || std::string_view(".!?").find(line.back()) != std::string_view::npos;
+  return line + (sentence ? " " : "; ") + sMore;
 }
 
 }  // namespace
@@ -115,9 +124,16 @@ void clsConsoleHost::Report(const ReportEntry& asReported) {
   if (voice_ != Voice::Mute) Explain(entry);
   const bool logged = pLog_ == nullptr || pLog_->Report(entry);
   if (!logged || InterruptSignal() != 0) return;
+  if ((entry.lErr == kTabsInFile && !bTabHint_) || IsToldOfColumn(entry)) return;
   const bool say = voice_ == Voice::AllEntries || (voice_ == Voice::ErrorsOnly && entry.type == EntryType::Error) ||
                    entry.lErr == kCellWriteFailed;
   if (say) PrintEntry(entry);
+}
+
+/// The log takes an operator that is none for every field that meets it; a person needs it once.
+bool clsConsoleHost::IsToldOfColumn(const ReportEntry& entry) {
+  constexpr int32_t kUnknownOperator = -5004;
+  return entry.lErr == kUnknownOperator && !columnsTold_.insert(entry.sErr2 + entry.sErr3).second;
 }
 
 void clsConsoleHost::PrintEntry(const ReportEntry& entry) {
@@ -126,12 +142,9 @@ void clsConsoleHost::PrintEntry(const ReportEntry& entry) {
   if (nFiles_ > 1) text += sFile_ + ": ";
   const bool colours = UseColours();
   if (colours) text += entry.type == EntryType::Error ? kRed : kYellow;
-  text += TrimRightBlanks(WithLineFeeds(entry.sErr1));
+  text += Unfolded(entry.sErr1);
   if (colours) text += kPlain;
-  for (const std::string* const line : {&entry.sErr2, &entry.sErr3}) {
-    if (!line->empty()) text.append("\n    ").append(WithLineFeeds(*line));
-  }
-  PrintError(text + "\n");
+  PrintError(text + EntryText(entry) + "\n");
 }
 
 void clsConsoleHost::LetEventsRun() {
@@ -161,6 +174,7 @@ void clsConsoleHost::SetFilePlace(size_t nFile, size_t nFiles, std::string sFile
   sFile_ = std::move(sFile);
   nFile_ = nFile;
   nFiles_ = nFiles;
+  columnsTold_.clear();
   if (nFile == 1) started_ = Clock::now();
 }
 

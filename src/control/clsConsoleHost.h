@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -24,6 +25,8 @@ class clsConsoleHost : public clsHost {
 
   explicit clsConsoleHost(Voice voice) : voice_(voice) {}
   void AttachLog(clsRunLog& log) { pLog_ = &log; }
+  /// From now on the hint at tabs is logged and printed no more.
+  void PrintNoTabHint() { bTabHint_ = false; }
 
   /// Prints a line on standard error, behind the progress line if there is one.
   void Say(std::string_view sText);
@@ -51,12 +54,15 @@ class clsConsoleHost : public clsHost {
   using Clock = std::chrono::steady_clock;
   void EraseProgress();
   void PrintEntry(const ReportEntry& entry);
+  bool IsToldOfColumn(const ReportEntry& entry);
 
   const Voice voice_;
   clsRunLog* pLog_ = nullptr;
   std::string sCaption_, sLastMessage_;
   bool bProgress_ = false;  ///< Wanted, and standard error is a terminal
   bool bProgressShown_ = false;
+  bool bTabHint_ = true;
+  std::set<std::string> columnsTold_;  ///< What was said of columns of the present file
   size_t nFile_ = 0, nFiles_ = 0;
   std::string sFile_;
   Clock::time_point started_, drawn_;

@@ -1,5 +1,6 @@
 #include "modConversionRun.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -256,7 +257,8 @@ void clsConversionRun::SayWhatNoLogTells() {
 void clsConversionRun::AddUntold() {
   FileAccount& account = outcome_.account;
   const std::string ended = std::exchange(account.sWalkEnded, {});
-  if (!ended.empty() && ended != account.failure.sText) outcome_.Fail(ended, outcome_.sInput);
+  const bool told = account.failure.Failed() && ended.ends_with(account.failure.sText);
+  if (!ended.empty() && !told) outcome_.Fail(ended, outcome_.sInput);
   for (const std::string& text : std::exchange(account.leftOut, {})) outcome_.Fail(text, outcome_.sInput);
 }
 
@@ -267,7 +269,12 @@ void clsConversionRun::CloseOutcome() {
   if (failure.Failed() && !outcome_.HasLogged() && !extras_.fileDone) LogLine(std::string(kLogIndent) + failure.sText);
   const bool errors = outcome_.HasErrors();
   const bool stopped = gbAbandonOutput || gbPauseRequested;
-  if (failure.Failed() && !errors && !outcome_.TellsOf(failure.sText)) outcome_.Fail(failure.sText);
+  // The long form has no entry for it; another error may be but its consequence.
+  const bool told = outcome_.TellsOf(failure.sText) ||
+                    std::any_of(outcome_.reasons.begin(), outcome_.reasons.end(), [&failure](const FileReason& reason) {
+                      return reason.sText.find(failure.sText) != std::string::npos;
+                    });
+  if (failure.Failed() && !told && (!errors || extras_.fileDone)) outcome_.Fail(failure.sText);
   if (extras_.fileDone) AddUntold();
   if (!account.sStrict.empty()) outcome_.Fail(account.sStrict, outcome_.sInput);
   if (!account.bOutputWritten && !failure.Failed() && !errors && !stopped && account.sStrict.empty())

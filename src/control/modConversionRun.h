@@ -52,9 +52,10 @@ struct PlannedFile {
 
 /// What the long-option commands ask of a run beyond the job record.
 struct RunExtras {
-  bool bTouchSettings = true;  ///< The tab warning is stored
-  bool bSheetTarget = false;   ///< The job's sheet is the one that is written
-  bool bSayMore = false;       ///< Entries get third lines that a slash run's log doesn't have
+  bool bTouchSettings = true;      ///< The tab warning is stored there
+  std::function<void()> tabsTold;  ///< Where it isn't: it was given
+  bool bSheetTarget = false;       ///< The job's sheet is the one that is written
+  bool bSayMore = false;           ///< Entries get third lines that a slash run's log doesn't have
   /// How recipes are read, if not as reports; null: each by its content.
   std::optional<const clsCodePage*> recipePage;
   /// Folders that a wildcard could not be searched in: the first and why.

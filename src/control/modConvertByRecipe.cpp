@@ -62,8 +62,8 @@ void clsConversionRun::RunSpecs(RecipeContext& context, int32_t lFormat) {
   }
   RunRecipe(context, lFormat);
   // A recipe that is none, or a report without marks: its output is empty, and the engine has no word for that.
-  const bool nothing_told = account.tables.empty() && account.lLinesRead > 0 && !account.failure.Failed() &&
-                            context.recipe.ExportSpecs.SectionSequenceCollection.empty();
+  const bool nothing_told = account.tables.empty() && (account.lLinesRead > 0 || given_up) &&
+                            !account.failure.Failed() && context.recipe.ExportSpecs.SectionSequenceCollection.empty();
   if (nothing_told && !outcome_.HasErrors()) {
     outcome_.Fail("no table is told for it, so no line of it was written", outcome_.sInput);
   }
@@ -206,6 +206,8 @@ void clsConversionRun::WarnAboutTabsInFile() {
   host_.Report(RunEntry(kTabsInFile));
   if (extras_.bTouchSettings) {
     WritePrivateProfileString(gsSettingsFile, "General", "bWarnedAboutTabsInFile", "TRUE");
+  } else if (extras_.tabsTold) {
+    extras_.tabsTold();
   }
 }
 

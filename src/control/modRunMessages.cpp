@@ -1,8 +1,13 @@
 #include "modRunMessages.h"
 
+#include <sys/stat.h>
+
 #include <array>
 #include <cassert>
+#include <cerrno>
+#include <cstring>
 
+#include "modPaths.h"
 #include "modReport.h"
 #include "modRunLog.h"
 #include "modText.h"
@@ -98,8 +103,23 @@ std::string FirstLine(const RunMessage& message) {
   return line;
 }
 
+/// "" for a path that names nothing at all.
+std::string WhyNotThere(std::string_view sPath) {
+  struct stat about {};
+  if (stat(HostPath(sPath).c_str(), &about) == 0) {
+    return S_ISDIR(about.st_mode) ? Translate("It is a folder: name a file in it.") : std::string();
+  }
+  if (errno == ENOENT) return {};
+  return Translate("It could not be looked at: ") + std::strerror(errno);
+}
+
 std::string ThirdLine(RunCode code, std::string_view sSubject) {
   switch (code) {
+    case kNoInputFile:
+    case kNoJobFile:
+    case kRecipeRunNoInput:
+    case kRecipeRunNoRecipe:
+      return WhyNotThere(sSubject);
     case kOutputHasWildcard:
       return Translate("To fix this: Remove asterisk from output file or add a wildcard (? or *) to the input file.");
     case kOutputNeedsWildcard:
@@ -128,7 +148,7 @@ std::string ThirdLine(RunCode code, std::string_view sSubject) {
 ReportEntry RunEntry(RunCode code, std::string_view sSubject) {
   const RunMessage& message = MessageOf(code);
   const std::string subject = WithoutControls(sSubject);
-  return {code, FirstLine(message), Join(message.sText, message.with, subject), ThirdLine(code, subject), message.type,
+  return {code, FirstLine(message), Join(message.sText, message.with, subject), ThirdLine(code, sSubject), message.type,
           true};
 }
 

@@ -79,7 +79,7 @@ int32_t clsConversionRun::CheckInputAndOutput() {
 int32_t clsConversionRun::CheckOutputType() {
   const std::string extension = UpperText(ExtensionOfPath(ExpandedPath(options_.sOutputFile)));
   if (extension == "XLS" || extension == "CSV" || extension == "XLSX") return 0;
-  if (pWindow_ == nullptr || !extension.empty()) return Refuse(kOutputType, extension);
+  if (!extension.empty() || (pWindow_ == nullptr && !extras_.bSayMore)) return Refuse(kOutputType, extension);
   ReportEntry entry = RunEntry(kOutputType);
   entry.sErr3 = Translate("The output's name has no extension; put one behind it, such as .xlsx");
   host_.Report(entry);

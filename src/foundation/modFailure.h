@@ -19,9 +19,9 @@ Failure SystemFailure(std::string_view sPath, int nError);
 /// A failure of our own making: "path: text".
 Failure OwnFailure(std::string_view sPath, std::string_view sText);
 
-/// A failure that nobody handles: it ends the process with one line on standard error (what() is that line) and exit
-/// status 70, and no log file is written. Thrown where a job or recipe holds what the program can't go on with; caught
-/// in main and in the desktop program's outermost handler, nowhere else.
+/// A failure that no rule of a run handles: it ends the process with one line on standard error (what() is that line)
+/// and exit status 1, and the log tells it. Thrown where a job or recipe holds what the program can't go on with;
+/// caught where a run, or a file of a long-option run, ends, and in the desktop program's outermost handler.
 class UnhandledFailure : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;

@@ -111,11 +111,11 @@ clsCheckPage::clsCheckPage(const ReportCheck& check, const std::vector<CutTable>
 
 void clsCheckPage::Head(const CheckPageHead& head) {
   sOut_ = fmt::format(
-      "<!DOCTYPE html>\n<html lang=\"en\"><head><meta "
+      "{7}"
       "charset=\"utf-8\"><title>{0}</title><style>{1}</style></head><body>\n"
       "<h1>{0}</h1>\n<p>Recipe: {2}</p>\n<p class=\"{3}\">{4}</p>\n<p>{5} lines: {6}.</p>\n",
       Shown(head.sReport), kStyle, Shown(head.sRecipe), head.bGood ? "good" : "bad", Shown(head.sVerdict), lLines_,
-      LineKindsText(check_.proof.lines));
+      LineKindsText(check_.proof.lines), kBegins);
   Totals();
   Shapes();
   sOut_ +=

@@ -26,6 +26,7 @@ struct CheckPageHead {
 class clsCheckPage : public clsLineFollower {
  public:
   static constexpr int64_t kShort = 3000;  ///< Lines of a report that is shown whole
+  static constexpr std::string_view kBegins = "<!DOCTYPE html>\n<html lang=\"en\"><head><meta ";  ///< Each page
 
   clsCheckPage(const ReportCheck& check, const std::vector<CutTable>& cuts, const CheckPageHead& head);
 

@@ -16,7 +16,7 @@ class clsQuietHost : public clsHost {
 
   MessageAnswer ShowMessage(std::string_view sText, std::string_view sTitle, MessageIcon icon,
                             MessageButtons buttons) override;
-  void Report(const ReportEntry& entry) override { Keep(entry.sErr2); }
+  void Report(const ReportEntry& entry) override { Keep(entry.sErr2 + (entry.sErr3.empty() ? "" : " ") + entry.sErr3); }
   void LetEventsRun() override {}
   std::string Caption() const override { return {}; }
   void SetCaption(std::string_view) override {}

@@ -55,8 +55,8 @@ class clsPreviewWriter {
   void Bounds() {
     if (preview_.start.sText.empty() && preview_.end.sText.empty()) return;
     Print(fmt::format("Table {} of {}", preview_.lTable, preview_.lTables));
-    Print("  " + KeyText("ReadStartLine", preview_.start));
-    Print("  " + KeyText("ReadEndLine", preview_.end));
+    if (!preview_.start.sText.empty()) Print("  " + KeyText("ReadStartLine", preview_.start));
+    if (!preview_.end.sText.empty()) Print("  " + KeyText("ReadEndLine", preview_.end));
     if (!preview_.rows.empty()) Print("");
   }
 

@@ -15,6 +15,7 @@
 #include "modColumnLetters.h"
 #include "modNumbers.h"
 #include "modPaths.h"
+#include "modRecipeKind.h"
 #include "modRecipeMessages.h"
 #include "modShortTable.h"
 #include "modSystemIo.h"
@@ -44,9 +45,9 @@ std::optional<const clsCodePage*> PageByBeginning(const std::string& sInput) {
 /// One look at one table.
 class clsTableLook {
  public:
-  clsTableLook(const PreviewRequest& request, clsSectionFile& recipe, int32_t lTables,
+  clsTableLook(const PreviewRequest& request, clsSectionFile& recipe, const clsExportSpecs* pSpecs, int32_t lTables,
                const std::shared_ptr<clsReports>& pReports = std::make_shared<clsReports>())
-      : request_(request), recipe_(recipe) {
+      : request_(request), recipe_(recipe), pSpecs_(pSpecs) {
     options_.text = request.text;
     context_.emplace(RecipeContext{host_, options_, ownRecipe_, lineProcessor_, account_});
     context_->pReports = pReports;
@@ -71,6 +72,10 @@ class clsTableLook {
     return false;
   }
 
+  bool FaultOf(const std::string& sText, std::string_view sKey) {
+    return Fault(sText + " " + WhyMissing(recipe_, "Table " + std::to_string(request_.lTable), sKey));
+  }
+
   bool ReadKeys() {
     if (request_.lTable < 1 || request_.lTable > preview_.lTables) {
       return Fault(Translate("The recipe has no table of this number"));
@@ -80,9 +85,12 @@ class clsTableLook {
     const auto lEnd = ParseWholeNumber(keys_.sEndOffset);
     preview_.start = {keys_.sStartLine, lStart.value_or(0)};
     preview_.end = {keys_.sEndLine, lEnd.value_or(0)};
-    if (!lStart || !lEnd) return Fault(Translate("An offset is no whole number"));
-    if (keys_.sStartLine.empty()) return Fault(Translate("Invalid ReadStartLine!"));
-    if (keys_.sEndLine.empty()) return Fault(Translate("Invalid ReadEndLine!"));
+    if (!lStart || !lEnd) {
+      return Fault(Translate("An offset is no whole number") + ": " +
+                   (lStart ? "ReadEndLineOffset=" + keys_.sEndOffset : "ReadStartLineOffset=" + keys_.sStartOffset));
+    }
+    if (keys_.sStartLine.empty()) return FaultOf(Translate("Invalid ReadStartLine!"), "ReadStartLine");
+    if (keys_.sEndLine.empty()) return FaultOf(Translate("Invalid ReadEndLine!"), "ReadEndLine");
     table_.ReadStartLine = keys_.sStartLine;
     table_.ReadStartLineOffset = *lStart;
     table_.ReadEndLine = keys_.sEndLine;
@@ -167,8 +175,31 @@ class clsTableLook {
     return true;
   }
 
+  /// The columns of a specification, as they stand there, under a ruler that shows them.
+  bool TakeColumns(const clsTable& table) {
+    constexpr int32_t kWidest = 32767;
+    for (const clsColumn& column : table.ColumnsCollection) {
+      const int32_t lStart = column.ReadColumnStart, lEnd = std::min(column.ReadColumnEnd, kWidest);
+      if (lStart < 1 || lStart > lEnd) {
+        return Fault(Translate("ReadColumnStart is smaller than 1 or larger than ReadColumnEnd!"));
+      }
+      const auto nEnd = static_cast<size_t>(lEnd);
+      if (preview_.sRuler.size() < nEnd) preview_.sRuler.resize(nEnd, ' ');
+      for (auto i = static_cast<size_t>(lStart); i < nEnd || i == static_cast<size_t>(lStart); ++i) {
+        preview_.sRuler[i - 1] = '-';
+      }
+      preview_.columns.push_back({lStart, lEnd, UpperText(column.WriteColumn), {}});
+    }
+    return !preview_.columns.empty() || Fault(Translate("Number of Columns must be > 0!"));
+  }
+
   bool FindColumns() {
+    if (pSpecs_ != nullptr) {
+      const auto nTable = static_cast<size_t>(request_.lTable);
+      return nTable <= pSpecs_->TablesCollection.size() && TakeColumns(pSpecs_->TablesCollection[nTable - 1]);
+    }
     const auto missing = [&] {
+      if (TrimBlanks(keys_.sTemplate).empty()) return FaultOf(Translate("Parsing gives no columns") + ".", "Parsing");
       return Fault(host_.Fault().empty() ? Translate("Parsing gives no columns") : host_.Fault());
     };
     std::string sTemplate = keys_.sTemplate;
@@ -188,7 +219,7 @@ class clsTableLook {
       const int32_t lColumn = lBase + static_cast<int32_t>(i);
       preview_.columns.push_back({starts[i], ends[i], lBase < 1 ? "" : NumToAlpha2(host_, lColumn), {}});
     }
-    if (lBase < 1) return Fault(Translate("WriteColumn is no column"));
+    if (lBase < 1) return Fault(Translate("WriteColumn is no column") + ": WriteColumn=" + keys_.sWriteColumn);
     const bool bWritable = std::all_of(preview_.columns.begin(), preview_.columns.end(),
                                        [](const PreviewColumn& column) { return IsColumnText(column.sLetters); });
     return bWritable || Fault(Translate("Write Column must be (A-Z)!"));
@@ -233,6 +264,7 @@ class clsTableLook {
 
   const PreviewRequest& request_;
   clsSectionFile& recipe_;
+  const clsExportSpecs* pSpecs_;
   clsQuietHost host_;
   RecipeOptions options_;
   clsRecipe ownRecipe_;
@@ -248,13 +280,14 @@ class clsTableLook {
 
 }  // namespace
 
-ReportPreview PreviewByRecipe(const PreviewRequest& request, clsSectionFile& recipe) {
-  return clsTableLook(request, recipe, static_cast<int32_t>(CountShortTables(recipe))).Look();
+ReportPreview PreviewByRecipe(const PreviewRequest& request, clsSectionFile& recipe, const clsExportSpecs* pSpecs) {
+  return clsTableLook(request, recipe, pSpecs, static_cast<int32_t>(CountShortTables(recipe))).Look();
 }
 
-clsRecipeCheck::clsRecipeCheck(const PreviewRequest& request, clsSectionFile& recipe)
+clsRecipeCheck::clsRecipeCheck(const PreviewRequest& request, clsSectionFile& recipe, const clsExportSpecs* pSpecs)
     : request_(request),
       recipe_(recipe),
+      pSpecs_(pSpecs),
       pReports_(std::make_shared<clsReports>()),
       lTables_(static_cast<int32_t>(CountShortTables(recipe))) {
   request_.bWholeTable = true;
@@ -263,7 +296,7 @@ clsRecipeCheck::clsRecipeCheck(const PreviewRequest& request, clsSectionFile& re
 
 ReportPreview clsRecipeCheck::Look(int32_t lTable) {
   request_.lTable = lTable;
-  return clsTableLook(request_, recipe_, lTables_, pReports_).Look();
+  return clsTableLook(request_, recipe_, pSpecs_, lTables_, pReports_).Look();
 }
 
 }  // namespace quillon

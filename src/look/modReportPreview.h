@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "clsExportSpecs.h"
 #include "clsLineReader.h"
 #include "clsSectionFile.h"
 #include "modCutPlan.h"
@@ -88,20 +89,23 @@ struct ReportPreview {
   bool Loses() const { return lLeftOut > 0 || lCuts > 0; }
 };
 
-/// By table request.lTable of a short recipe, with the bounds that a run would find.
-ReportPreview PreviewByRecipe(const PreviewRequest& request, clsSectionFile& recipe);
+/// By table request.lTable of a short recipe, with the bounds that a run would find. With specs, those that were read
+/// from the section file of a specification, their columns take the place of a ruler.
+ReportPreview PreviewByRecipe(const PreviewRequest& request, clsSectionFile& recipe,
+                              const clsExportSpecs* pSpecs = nullptr);
 
 /// Whole looks at the tables of one recipe: the report is opened once, and one pass finds the key texts of all of them.
 class clsRecipeCheck {
  public:
-  /// The recipe outlives the object. Of the request lTable doesn't count, and bWholeTable is taken as set.
-  clsRecipeCheck(const PreviewRequest& request, clsSectionFile& recipe);
+  /// Recipe and specs outlive the object. Of the request lTable doesn't count, and bWholeTable is taken as set.
+  clsRecipeCheck(const PreviewRequest& request, clsSectionFile& recipe, const clsExportSpecs* pSpecs = nullptr);
   int32_t Tables() const { return lTables_; }
   ReportPreview Look(int32_t lTable);
 
  private:
   PreviewRequest request_;
   clsSectionFile& recipe_;
+  const clsExportSpecs* pSpecs_;
   std::shared_ptr<clsReports> pReports_;
   int32_t lTables_;
 };

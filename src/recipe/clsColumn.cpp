@@ -27,7 +27,7 @@ void clsColumn::ReadFromFileSequentially(RecipeContext& context, clsSectionFile&
     return ReportRecipe(context.host, -5001, {}, true, more("ReadColumnEnd"));
   }
   if (!ReadColumnLetters(filehandle, "WriteColumn", WriteColumn)) {
-    return ReportRecipe(context.host, -5002, {sSection});
+    return ReportRecipe(context.host, -5002, {sSection}, true, more("WriteColumn"));
   }
   const std::string sOperator = ReadSectionValue(filehandle, {}, "PeriodOperator", {});
   const std::string sUpper = UpperText(sOperator);

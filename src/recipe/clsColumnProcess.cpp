@@ -17,7 +17,9 @@ int32_t clsColumn::ParsePeriodOperator(RecipeContext& context) {
   // "AVG" is a word without a code of its own.
   const bool bKnown = PeriodOperator.empty() || PeriodOperator == "LAST" || PeriodOperator == "AVG";
   if (!bKnown) {
-    ReportRecipe(context.host, -5004, {PeriodOperator}, true, context.options.More("In the column for " + WriteColumn));
+    ReportRecipe(context.host, -5004, {PeriodOperator}, true,
+                 context.options.More("In section [Table " + std::to_string(context.account.tables.size()) +
+                                      "], the column for " + WriteColumn));
   }
   return clsLineProcessor::kLast;
 }

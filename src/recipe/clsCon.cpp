@@ -28,7 +28,8 @@ void clsCon::ReadFromFileSequentially(RecipeContext& context, clsSectionFile& fi
   if (!ReadPositiveNumber(filehandle, {}, "ReadAccountsColumn", ReadAccountsColumn)) {
     return ReportRecipe(context.host, -5103, {sSection});
   }
-  TotalDepartments = RequiredWholeNumber("TotalDepartments", ReadSectionValue(filehandle, {}, "TotalDepartments", "0"));
+  TotalDepartments = RequiredWholeNumber(context.recipe.ExportSpecFileName + ": [" + sSection + "]", "TotalDepartments",
+                                         ReadSectionValue(filehandle, {}, "TotalDepartments", "0"));
   DepartmentsCollection.clear();
   for (int32_t d = 1; d <= TotalDepartments && filehandle.MayReadOn(); ++d) {
     DepartmentsCollection.emplace_back().ReadFromFileSequentially(context, filehandle, con_number, d);

@@ -1,5 +1,6 @@
 #include "clsDepartment.h"
 
+#include "clsRecipe.h"
 #include "modRecipeMessages.h"
 
 namespace quillon {
@@ -15,14 +16,15 @@ std::string SectionName(int32_t con_number, int32_t dept_number) {
 void clsDepartment::ReadFromFileSequentially(RecipeContext& context, clsSectionFile& filehandle, int32_t con_number,
                                              int32_t dept_number) {
   const std::string sSection = SectionName(con_number, dept_number);
+  const std::string sPlace = context.recipe.ExportSpecFileName + ": [" + sSection + "]";
   if (!ReadRequiredText(filehandle, sSection, "ReadStartLine", ReadStartLine)) {
     return ReportRecipe(context.host, -5200, {sSection});
   }
-  ReadStartLineOffset = ReadOffset(filehandle, "ReadStartLineOffset");
+  ReadStartLineOffset = ReadOffset(filehandle, sPlace, "ReadStartLineOffset");
   if (!ReadRequiredText(filehandle, {}, "ReadEndLine", ReadEndLine)) {
     return ReportRecipe(context.host, -5201, {sSection});
   }
-  ReadEndLineOffset = ReadOffset(filehandle, "ReadEndLineOffset");
+  ReadEndLineOffset = ReadOffset(filehandle, sPlace, "ReadEndLineOffset");
 }
 
 void clsDepartment::WriteToFile(clsSectionWriter& file, int32_t con_number, int32_t dept_number) const {

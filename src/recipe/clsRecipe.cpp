@@ -145,12 +145,13 @@ bool clsRecipe::ReadSpecs(RecipeContext& context) {
   return true;
 }
 
-void clsRecipe::ReadOutputKeys(clsSectionFile& file) {
+void clsRecipe::ReadOutputKeys(clsSectionFile& file, std::string_view file_name) {
+  const std::string sPlace = std::string(file_name) + ": [" + std::string(kOutputSection) + "]";
   const auto key = [&file](std::string_view sKey) { return ReadKeyFromFile(file, kOutputSection, sKey, {}); };
   OutputFileTitle = key("OutputFileTitle");
   OutputFileName = key("OutputFileName");
-  InputFileFirst = RequiredWholeNumber("InputFileFirst", key("InputFileFirst"));
-  InputFileLast = RequiredWholeNumber("InputFileLast", key("InputFileLast"));
+  InputFileFirst = RequiredWholeNumber(sPlace, "InputFileFirst", key("InputFileFirst"));
+  InputFileLast = RequiredWholeNumber(sPlace, "InputFileLast", key("InputFileLast"));
   ExportSpecFileName = key("ExportSpecFileName");
   WriteDataFormat = key("WriteDataFormat");
   if (!IsDataFormat(WriteDataFormat)) WriteDataFormat.clear();
@@ -173,7 +174,7 @@ void clsRecipe::LoadFromFile(RecipeContext& context, std::string_view file_name)
   specsFailure_ = {};
   bTaken_ = false;
   loading_.reset();
-  ReadOutputKeys(file);
+  ReadOutputKeys(file, file_name);
   for (int32_t i = 1; i <= kFileSlots; ++i) {
     const auto input = [&](std::string_view sKey) {
       return ReadKeyFromFile(file, kInputSection, std::string(sKey) + std::to_string(i), {});

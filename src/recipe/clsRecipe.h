@@ -68,7 +68,7 @@ class clsRecipe {
   bool TakeLoaded(const RecipeContext& context, std::string_view short_recipe);
   void KeepLoaded(const RecipeContext& context);
   bool ReadSpecs(RecipeContext& context);
-  void ReadOutputKeys(clsSectionFile& file);
+  void ReadOutputKeys(clsSectionFile& file, std::string_view file_name);
 
   Failure specsFailure_;
   clsWorkingFile ownSpecs_;  ///< The specification of a short recipe until it is read

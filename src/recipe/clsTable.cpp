@@ -1,9 +1,27 @@
 #include "clsTable.h"
 
+#include "clsRecipe.h"
+#include "modRecipeKind.h"
 #include "modRecipeMessages.h"
+#include "modSettings.h"
+#include "modShortTable.h"
 #include "modTidyRecipe.h"
 
 namespace quillon {
+
+namespace {
+
+/// A specification made of a short recipe has the keys that the recipe lacks, with no value: the recipe tells why.
+std::string Why(const RecipeContext& context, const clsSectionFile& specs, const std::string& sSection,
+                std::string_view sKey) {
+  if (!context.options.bSayMore) return {};
+  clsSectionFile file;
+  Failure ignored;
+  if (!file.Open(gsRecipeFile, context.options.RecipeText(), ignored) || CountShortTables(file) == 0) file = specs;
+  return WhyMissing(file, sSection, sKey);
+}
+
+}  // namespace
 
 void clsTable::ReadFromFile(RecipeContext& context, std::string_view file_name, int32_t table_number) {
   clsSectionFile file;
@@ -15,15 +33,16 @@ void clsTable::ReadFromFile(RecipeContext& context, std::string_view file_name, 
 void clsTable::ReadFromFileSequentially(RecipeContext& context, clsSectionFile& filehandle, int32_t table_number) {
   const std::string sSection = "Table " + std::to_string(table_number);
   if (!ReadRequiredText(filehandle, sSection, "ReadStartLine", ReadStartLine)) {
-    return ReportRecipe(context.host, -5601, {sSection});
+    return ReportRecipe(context.host, -5601, {sSection}, true, Why(context, filehandle, sSection, "ReadStartLine"));
   }
-  ReadStartLineOffset = ReadOffset(filehandle, "ReadStartLineOffset");
+  const std::string sPlace = context.recipe.ExportSpecFileName + ": [" + sSection + "]";
+  ReadStartLineOffset = ReadOffset(filehandle, sPlace, "ReadStartLineOffset");
   if (!ReadRequiredText(filehandle, {}, "ReadEndLine", ReadEndLine)) {
-    return ReportRecipe(context.host, -5602, {sSection});
+    return ReportRecipe(context.host, -5602, {sSection}, true, Why(context, filehandle, sSection, "ReadEndLine"));
   }
-  ReadEndLineOffset = ReadOffset(filehandle, "ReadEndLineOffset");
+  ReadEndLineOffset = ReadOffset(filehandle, sPlace, "ReadEndLineOffset");
   if (!ReadPositiveNumber(filehandle, {}, "TotalColumns", TotalColumns)) {
-    return ReportRecipe(context.host, -5603, {sSection});
+    return ReportRecipe(context.host, -5603, {sSection}, true, Why(context, filehandle, sSection, "TotalColumns"));
   }
   ColumnsCollection.clear();
   for (int32_t m = 1; m <= TotalColumns && filehandle.MayReadOn(); ++m) {

@@ -114,7 +114,9 @@ int64_t CountLines(RecipeContext& context) {
 }  // namespace
 
 void RunRecipe(RecipeContext& context, int32_t lFormat) {
+  std::vector<std::string> leftOut = std::move(context.account.leftOut);  // By the marks
   context.account = FileAccount();
+  context.account.leftOut = std::move(leftOut);
   if (lFormat == kFormatCsv) {
     RunCsv(context);
   } else {

@@ -2,6 +2,7 @@
 
 #include "clsExportSpecs.h"
 #include "modRecipeMessages.h"
+#include "modTranslator.h"
 #include "modTurns.h"
 
 namespace quillon {
@@ -24,6 +25,11 @@ void WriteMarkedTable(clsSectionWriter& file, int32_t lTable, const std::string&
   file.Set(sSection, "ReadEndLineOffset", -1);
   file.Set(sSection, "Parsing", sTemplate);
   file.Set(sSection, "WriteColumn", "A");
+}
+
+void NoteWithoutEnd(RecipeContext& context, int64_t lLine) {
+  context.account.leftOut.push_back(Translate("A marked table has no end, so no row of it was written") + ": " +
+                                    Translate("Line") + " " + std::to_string(lLine));
 }
 
 }  // namespace
@@ -52,8 +58,12 @@ void clsExportSpecs::FileCreateShort(RecipeContext& context, std::string_view te
     file.Set("Header", "FileFormat", "1.0");
     int32_t lTable = 0;
     for (;;) {
+      const int64_t lBefore = reader.RowNumber();
       const MarkedTable table = FindNextMarkedTable(reader, kTopMark, kBottomMark);
-      if (!table.IsComplete()) break;
+      if (!table.IsComplete()) {
+        if (table.lTop > 0) NoteWithoutEnd(context, lBefore + table.lTop);
+        break;
+      }
       WriteMarkedTable(file, ++lTable, table.sTemplate);
     }
     failure = reader.LastFailure();

@@ -33,7 +33,10 @@ void ReportCellFailure(RecipeContext& context, const Failure& failure) {
 
 void ReportFileFailure(RecipeContext& context, const Failure& failure) {
   context.account.failure = failure;
-  ReportReason(context, failure);
+  if (context.options.bSayMore) return;
+  ReportEntry entry = RecipeEntry(-5006, {std::to_string(failure.nError), failure.sText});
+  entry.sErr2 = entry.sCause = failure.sText;
+  context.host.Report(entry);
 }
 
 }  // namespace quillon

@@ -17,8 +17,8 @@ bool EndWalkAtCell(RecipeContext& context, const Failure& failure);
 
 /// A cell of a table that could not be written: counted, and the first one reported by -5006.
 void ReportCellFailure(RecipeContext& context, const Failure& failure);
-/// An output that could not be opened or saved, or a report that could not be read: kept in the account and reported by
-/// -5006, which the run log takes once.
+/// An output that could not be opened or saved, or a report that could not be read: kept in the account and, where no
+/// reason of the file tells it, reported by -5006, which the run log takes once.
 void ReportFileFailure(RecipeContext& context, const Failure& failure);
 
 }  // namespace quillon

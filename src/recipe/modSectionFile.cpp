@@ -180,9 +180,10 @@ int64_t CountMatchingLines(std::string_view sPath, const TextFileOptions& option
   return file.Open(sPath, options, ignored) ? CountMatchingLines(file, texts) : 0;
 }
 
-int32_t RequiredWholeNumber(std::string_view sKey, std::string_view sValue) {
+int32_t RequiredWholeNumber(std::string_view sPlace, std::string_view sKey, std::string_view sValue) {
   if (const std::optional<int32_t> lNumber = ParseWholeNumber(sValue)) return *lNumber;
-  throw UnhandledFailure(Translate("Not a whole number") + ": " + std::string(sKey) + "=" + std::string(sValue));
+  throw UnhandledFailure(std::string(sPlace) + ": " + Translate("Not a whole number") + ": " + std::string(sKey) + "=" +
+                         std::string(sValue));
 }
 
 bool ReadRequiredText(clsSectionFile& filehandle, std::string_view section, std::string_view key,
@@ -207,8 +208,8 @@ bool ReadColumnLetters(clsSectionFile& filehandle, std::string_view key, std::st
   return true;
 }
 
-int32_t ReadOffset(clsSectionFile& filehandle, std::string_view key) {
-  return RequiredWholeNumber(key, ReadSectionValue(filehandle, {}, key, "0"));
+int32_t ReadOffset(clsSectionFile& filehandle, std::string_view sPlace, std::string_view key) {
+  return RequiredWholeNumber(sPlace, key, ReadSectionValue(filehandle, {}, key, "0"));
 }
 
 bool IsColumnText(std::string_view sText) {

@@ -60,8 +60,9 @@ int64_t FindKeyTextInFile(std::string_view sPath, const TextFileOptions& options
 int64_t CountMatchingLines(clsSectionFile& file, const KeyTexts& texts);
 int64_t CountMatchingLines(std::string_view sPath, const TextFileOptions& options, const KeyTexts& texts);
 
-/// A whole number that the program can't go on without: throws UnhandledFailure for anything else.
-int32_t RequiredWholeNumber(std::string_view sKey, std::string_view sValue);
+/// A whole number that the program can't go on without: throws UnhandledFailure for anything else, with the place (file
+/// and section) in front of the key.
+int32_t RequiredWholeNumber(std::string_view sPlace, std::string_view sKey, std::string_view sValue);
 
 /// The text of a value that isn't there.
 constexpr std::string_view kMissing = "-999999";
@@ -76,7 +77,7 @@ bool ReadPositiveNumber(clsSectionFile& filehandle, std::string_view section, st
 /// Column letters that IsColumnText lets through.
 bool ReadColumnLetters(clsSectionFile& filehandle, std::string_view key, std::string& sResult);
 /// A whole number, 0 if it is missing; RequiredWholeNumber for anything else.
-int32_t ReadOffset(clsSectionFile& filehandle, std::string_view key);
+int32_t ReadOffset(clsSectionFile& filehandle, std::string_view sPlace, std::string_view key);
 
 /// The plain comparison that column letters of a section file pass: in upper case the text sorts between "A" and "Z",
 /// so "AB" passes and "ZA" doesn't.

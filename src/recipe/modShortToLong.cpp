@@ -1,14 +1,17 @@
 // FileConvertShortToLong of clsExportSpecs: a short recipe becomes an export specification by measuring the report.
 
+#include <algorithm>
 #include <utility>
 
 #include "clsExportSpecs.h"
 #include "clsTableParser.h"
 #include "modColumnLetters.h"
 #include "modFiles.h"
+#include "modRecipeKind.h"
 #include "modRecipeMessages.h"
 #include "modSettings.h"
 #include "modShortTable.h"
+#include "modText.h"
 #include "modTidyRecipe.h"
 #include "modTranslator.h"
 
@@ -50,9 +53,10 @@ class clsTableConverter {
   bool Convert(int32_t lTable, clsTable& table) {
     ShortTable keys = ReadShortTable(recipe_, lTable);
     table.ReadStartLine = keys.sStartLine;
-    table.ReadStartLineOffset = RequiredWholeNumber("ReadStartLineOffset", keys.sStartOffset);
+    const std::string sPlace = std::string(sRecipeName_) + ": [Table " + std::to_string(lTable) + "]";
+    table.ReadStartLineOffset = RequiredWholeNumber(sPlace, "ReadStartLineOffset", keys.sStartOffset);
     table.ReadEndLine = keys.sEndLine;
-    table.ReadEndLineOffset = RequiredWholeNumber("ReadEndLineOffset", keys.sEndOffset);
+    table.ReadEndLineOffset = RequiredWholeNumber(sPlace, "ReadEndLineOffset", keys.sEndOffset);
     if (IsOpenTemplate(keys.sTemplate)) ExpectKeyTexts();
     if (!FixTemplate(context_, sTextFile_, glTabSize, table, keys.sTemplate)) {
       return !gbAbandonOutput && Fails(-5301, lTable);
@@ -63,6 +67,7 @@ class clsTableConverter {
     if (!clsTableParser::analyze_template(context_.host, keys.sTemplate, colStart, colEnd, colOp)) {
       return Fails(-5302, lTable);
     }
+    if (!IsColumnRight(lTable, keys.sWriteColumn)) return false;
     AddColumns(table, colStart, colEnd, AlphaToNum2(context_.host, keys.sWriteColumn) - 1);
     return true;
   }
@@ -77,8 +82,27 @@ class clsTableConverter {
     return false;
   }
 
+  /// A letter that is none would be told by its cells, and in the words of the specification.
+  bool IsColumnRight(int32_t lTable, const std::string& sColumn) {
+    const bool bLetters = !sColumn.empty() && std::all_of(sColumn.begin(), sColumn.end(), IsAsciiLetter);
+    if (!context_.options.bSayMore || context_.options.bKeep || (bLetters && IsColumnText(sColumn))) return true;
+    const std::string sSection = "Table " + std::to_string(lTable);
+    ReportRecipe(context_.host, -5002, {sSection}, true,
+                 sColumn.empty() ? WhyMissing(recipe_, sSection, "WriteColumn") : "WriteColumn=" + sColumn);
+    return false;
+  }
+
+  std::string WhyNoRuler(int32_t lTable) {
+    const std::string sSection = "Table " + std::to_string(lTable);
+    const bool bThere = !ReadKeyFromFile(recipe_, sSection, "Parsing", {}).empty();
+    return bThere ? "[" + sSection + "]: " + Translate("Parsing gives no columns")
+                  : WhyMissing(recipe_, sSection, "Parsing");
+  }
+
   bool Fails(int32_t lErr, int32_t lTable) {
-    ReportRecipe(context_.host, lErr, {std::to_string(lTable)});
+    const bool bNoRuler = lErr == -5302;
+    ReportRecipe(context_.host, lErr, {std::to_string(lTable)}, true,
+                 bNoRuler ? context_.options.More(WhyNoRuler(lTable)) : std::string());
     return false;
   }
 

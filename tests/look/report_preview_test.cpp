@@ -72,11 +72,11 @@ TEST_F(ReportPreviewTest, SaysWhyThereAreNoRows) {
   struct Case {
     const char *sStart, *sEnd, *sParsing, *sFault;
   };
-  for (const Case& c :
-       {Case{"NONE", "END", "--", "ReadStartLine is not in the report"},
-        Case{"TOP", "NONE", "--", "ReadEndLine is not in the report"},
-        Case{"END", "TOP", "--", "The table would end before it starts"},
-        Case{"TOP", "END", "", "Parsing gives no columns"}, Case{"", "END", "--", "Invalid ReadStartLine!"}}) {
+  for (const Case& c : {Case{"NONE", "END", "--", "ReadStartLine is not in the report"},
+                        Case{"TOP", "NONE", "--", "ReadEndLine is not in the report"},
+                        Case{"END", "TOP", "--", "The table would end before it starts"},
+                        Case{"TOP", "END", "", "Parsing gives no columns. Line 6: the key has no value: Parsing="},
+                        Case{"", "END", "--", "Invalid ReadStartLine! Line 2: the key has no value: ReadStartLine="}}) {
     const ReportPreview preview = Look("TOP\nab\ncd\nEND\n", c.sStart, c.sEnd, c.sParsing);
     EXPECT_EQ(preview.sFault, c.sFault);
     EXPECT_TRUE(preview.rows.empty());
