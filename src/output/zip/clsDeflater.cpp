@@ -6,8 +6,10 @@
 
 #include <algorithm>
 #include <array>
+#include <system_error>
 #include <vector>
 
+#include "clsSideThread.h"
 #include "clsSpool.h"
 #include "modTurns.h"
 
@@ -17,6 +19,7 @@ namespace {
 
 constexpr size_t kMostAtOnce = size_t{1} << 20;
 constexpr size_t kMostIdle = 2;
+constexpr int64_t kLargeBytes = int64_t{4} << 20;  // less is packed in the time that a thread takes to be made
 
 }  // namespace
 
@@ -58,17 +61,34 @@ void clsDeflater::Run() {
   } while (zip.avail_out == 0);
 }
 
-void clsDeflater::Write(std::string_view sBytes) {
+void clsDeflater::Pack(std::string_view sPiece) {
   isal_zstream& zip = stream_->zip;
+  // The library takes a pointer to bytes that it doesn't change.
+  auto* const pBytes = reinterpret_cast<uint8_t*>(const_cast<char*>(sPiece.data()));
+  nCrc_ = crc32_gzip_refl(nCrc_, pBytes, sPiece.size());
+  zip.next_in = pBytes;
+  zip.avail_in = static_cast<uint32_t>(sPiece.size());
+  Run();
+}
+
+void clsDeflater::MoveAside() {
+  try {
+    side_ = std::make_unique<clsSideThread>([this](std::string_view sPiece) { Pack(sPiece); });
+  } catch (const std::system_error&) {
+    UseSideThreads(false);  // There is none to be had; it goes without.
+  }
+}
+
+void clsDeflater::Write(std::string_view sBytes) {
   while (!sBytes.empty()) {
     const std::string_view sPiece = sBytes.substr(0, kMostAtOnce);
-    // The library takes a pointer to bytes that it doesn't change.
-    auto* const pBytes = reinterpret_cast<uint8_t*>(const_cast<char*>(sPiece.data()));
-    nCrc_ = crc32_gzip_refl(nCrc_, pBytes, sPiece.size());
+    if (side_ == nullptr && nSize_ >= kLargeBytes && UsesSideThreads()) MoveAside();
+    if (side_ != nullptr) {
+      side_->Put(sPiece);
+    } else {
+      Pack(sPiece);
+    }
     nSize_ += static_cast<int64_t>(sPiece.size());
-    zip.next_in = pBytes;
-    zip.avail_in = static_cast<uint32_t>(sPiece.size());
-    Run();
     sBytes.remove_prefix(sPiece.size());
     nSinceTurn_ += sPiece.size();
     if (nSinceTurn_ < kMostAtOnce) continue;
@@ -78,6 +98,8 @@ void clsDeflater::Write(std::string_view sBytes) {
 }
 
 void clsDeflater::Close(bool bLast) {
+  if (side_ != nullptr) side_->Finish();
+  side_.reset();
   isal_zstream& zip = stream_->zip;
   zip.next_in = nullptr;
   zip.avail_in = 0;
