@@ -5,8 +5,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdlib>
+#include <functional>
 
 #include "clsOutputFile.h"
 #include "modFiles.h"
@@ -42,35 +42,46 @@ void clsInHandNote::Open(const std::string& sListFile) {
   nHandle_ = -1;
 }
 
-const PlannedFile* clsInHandNote::LeftBehind(const std::vector<PlannedFile>& files) const {
-  constexpr size_t kLongestPath = size_t{1} << 16;
+std::vector<const PlannedFile*> clsInHandNote::LeftBehind(const std::vector<PlannedFile>& files) const {
+  constexpr size_t kLongestNote = size_t{16} << 20;
   constexpr std::time_t kMinute = 60;
   std::string sNoted;
   Failure ignored;
-  if (nHandle_ < 0 || bEmpty_ || !ReadWholeFile(sFile_, sNoted, kLongestPath, ignored)) return nullptr;
-  const auto noted = std::find_if(files.begin(), files.end(),
-                                  [&](const PlannedFile& file) { return AbsolutePath(file.sOutput) == sNoted; });
-  if (noted == files.end() || !IsFile(sNoted)) return nullptr;
-  const std::time_t since = FileDateLastModified(sNoted) - FileDateLastModified(sFile_);
-  return std::abs(since) <= kMinute ? &*noted : nullptr;
+  std::vector<const PlannedFile*> left;
+  if (nHandle_ < 0 || bEmpty_ || !ReadWholeFile(sFile_, sNoted, kLongestNote, ignored)) return left;
+  std::map<std::string, std::time_t, std::less<>> noted;
+  for (size_t nAt = 0, nEnd = 0; (nEnd = sNoted.find('\0', nAt)) != std::string::npos; nAt = nEnd + 1) {
+    const size_t nPath = sNoted.find(' ', nAt) + 1;
+    if (nPath > nAt && nPath < nEnd) noted[sNoted.substr(nPath, nEnd - nPath)] = std::atoll(sNoted.c_str() + nAt);
+  }
+  for (const PlannedFile& file : files) {
+    const auto found = noted.empty() ? noted.end() : noted.find(AbsolutePath(file.sOutput));
+    if (found == noted.end() || !IsFile(file.sOutput)) continue;
+    if (std::abs(FileDateLastModified(file.sOutput) - found->second) <= kMinute) left.push_back(&file);
+  }
+  return left;
 }
 
-void clsInHandNote::Note(std::string_view sText) {
+/// Seconds, blank, path and a zero byte for each.
+void clsInHandNote::Write() {
+  std::string sText;
+  for (const auto& [sPath, since] : inHand_) sText += std::to_string(since) + " " + sPath + '\0';
   if (nHandle_ < 0 || ftruncate(nHandle_, 0) != 0 || lseek(nHandle_, 0, SEEK_SET) != 0) return;
   bEmpty_ = !WriteHandle(nHandle_, sText.data(), sText.size()) || sText.empty();
 }
 
-void clsInHandNote::Begin(const std::string& sOutput) {
+void clsInHandNote::Begin(const std::vector<std::string>& outputs) {
   if (nHandle_ < 0) return;
-  if (!PathExists(sOutput)) {
-    Note(AbsolutePath(sOutput));
-  } else {
-    End();
+  for (const std::string& sOutput : outputs) {
+    if (!PathExists(sOutput)) inHand_[AbsolutePath(sOutput)] = std::time(nullptr);
   }
+  if (!inHand_.empty() || !bEmpty_) Write();
 }
 
-void clsInHandNote::End() {
-  if (!bEmpty_) Note({});
+void clsInHandNote::End(const std::string& sOutput) {
+  if (inHand_.empty()) return;
+  inHand_.erase(AbsolutePath(sOutput));
+  if (inHand_.empty() && !bEmpty_) Write();
 }
 
 }  // namespace quillon

@@ -61,6 +61,7 @@ void RunTotals::Add(const FileOutcome& outcome) {
 clsLongRun::clsLongRun(const TalkRequest& talk)
     : host(talk.bQuiet ? clsConsoleHost::Voice::ErrorsOnly : clsConsoleHost::Voice::AllEntries),
       log(host, gConversionOptions),
+      reportNotes(ReportNotes),
       talk_(talk) {
   host.AttachLog(log);
   ResetConversionOptions();
@@ -163,7 +164,7 @@ void clsLongRun::FileDone(const FileOutcome& outcome) {
     for (const std::string& sName : outcome.account.namesRefused) Note(sName);
     for (const std::string& sNote : outcome.account.workbookNotes) Note(Printed(outcome.sOutput) + ": " + sNote);
   }
-  for (const std::string& sNote : ReportNotes(outcome.sInput)) Note(Printed(outcome.sInput) + ": " + sNote);
+  for (const std::string& sNote : reportNotes(outcome.sInput)) Note(Printed(outcome.sInput) + ": " + sNote);
   if (talk_.bVerbose) SayAccount(outcome);
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "clsConsoleHost.h"
 #include "clsPrivateFolder.h"
@@ -40,6 +41,8 @@ class clsLongRun {
   clsRunFields fields;
   clsPrivateFolder privateFolder;
   RunTotals totals;
+  /// What was found out about a report that was just converted.
+  std::function<std::vector<std::string>(const std::string& sInput)> reportNotes;
 
   /// Extras that report each file to this object.
   RunExtras Extras();

@@ -203,8 +203,8 @@ bool clsResultList::IsDone(const PlannedFile& file, std::string_view sMadeBy) co
   return input && output && known->second == Making(file.sInput, *input, sMadeBy, output->lBytes);
 }
 
-bool clsResultList::Write(const ResultLine& line, Failure& failure) {
-  const std::string sText = (bTorn_ ? "\n" : "") + ResultLineText(line) + "\n";
+bool clsResultList::Write(std::string_view sLine, Failure& failure) {
+  const std::string sText = (bTorn_ ? "\n" : "") + std::string(sLine) + "\n";
   if (!WriteHandle(nHandle_, sText.data(), sText.size())) {
     bTorn_ = true;
     failure = SystemFailure(sFile_, errno);

@@ -65,7 +65,8 @@ class clsResultList {
   bool TellsOf(std::string_view sOutput) const;
   /// Whether the output was made of this input as it is now, in the same way, and is there as it was left.
   bool IsDone(const PlannedFile& file, std::string_view sMadeBy) const;
-  bool Write(const ResultLine& line, Failure& failure);
+  /// A line as ResultLineText gives it.
+  bool Write(std::string_view sLine, Failure& failure);
 
  private:
   void Learn(const std::string& sLine);

@@ -35,8 +35,10 @@ std::string MakingOf(const ConvertRequest& request) {
 
 void clsResultRecorder::RemoveLeftover(const std::vector<PlannedFile>& files) {
   note_.Open(request_.sReport);
-  const PlannedFile* const pFile = list_.IsLeftAlone() ? note_.LeftBehind(files) : nullptr;
-  if (pFile != nullptr && !list_.TellsOf(pFile->sOutput)) DeleteFileForced(pFile->sOutput);
+  if (!list_.IsLeftAlone()) return;
+  for (const PlannedFile* const pFile : note_.LeftBehind(files)) {
+    if (!list_.TellsOf(pFile->sOutput)) DeleteFileForced(pFile->sOutput);
+  }
 }
 
 bool clsResultRecorder::Start(const std::vector<PlannedFile>& files) {
@@ -82,9 +84,22 @@ RunExtras clsResultRecorder::Joined(RunExtras extras) {
 void clsResultRecorder::FileBegins(const PlannedFile& file) {
   run_.log.ForgetWhatIsSaidOnce();
   run_.fields.bWarnedAboutTabsInFile = bNoTabWarning_;
+  if (bShared_) return;
+  Take(file);
+  note_.Begin({file.sOutput});
+}
+
+void clsResultRecorder::Take(const PlannedFile& file) {
+  if (!bOpen_) return;
   state_ = StateOfFile(file.sInput);
-  note_.Begin(file.sOutput);
   lBegan_ = run_.host.TickMilliseconds();
+}
+
+void clsResultRecorder::Begins(size_t nFrom, size_t nEnd) {
+  if (!bOpen_) return;
+  std::vector<std::string> outputs;
+  for (size_t i = nFrom; i < nEnd; ++i) outputs.push_back((*pFiles_)[i].sOutput);
+  note_.Begin(outputs);
 }
 
 ResultLine clsResultRecorder::LineOf(const FileOutcome& outcome) {
@@ -118,8 +133,9 @@ ResultLine clsResultRecorder::LineOf(const FileOutcome& outcome) {
 
 void clsResultRecorder::FileDone(const FileOutcome& outcome) {
   Failure failure;
-  const bool bWritten = list_.Write(LineOf(outcome), failure);
-  note_.End();
+  const std::string sLine = sLine_.empty() ? LineText(outcome) : std::exchange(sLine_, {});
+  const bool bWritten = list_.Write(sLine, failure);
+  note_.End(outcome.sOutput);
   if (bWritten) return;
   if (std::exchange(bFailed_, true)) return;
   run_.Say(failure.sText + "; the result list has gaps");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "clsInHandNote.h"
@@ -26,6 +27,16 @@ class clsResultRecorder {
   /// The extras with the recorder's own share; they are called while this object lives.
   RunExtras Joined(RunExtras extras);
 
+  /// Other processes convert the files: their lines come by SetLine, and those that they get now by Begins.
+  void SharesBatch() { bShared_ = true; }
+  /// Files that are in hand from now on, the end behind the last.
+  void Begins(size_t nFrom, size_t nEnd);
+  /// The line of the file that is told next; "" where it is to be made here.
+  void SetLine(std::string sLine) { sLine_ = std::move(sLine); }
+  /// In such a process: a file is about to be converted, and its line when it is.
+  void Take(const PlannedFile& file);
+  std::string LineText(const FileOutcome& outcome) { return bOpen_ ? ResultLineText(LineOf(outcome)) : std::string(); }
+
  private:
   void RemoveLeftover(const std::vector<PlannedFile>& files);
   void FileBegins(const PlannedFile& file);
@@ -39,6 +50,8 @@ class clsResultRecorder {
   const std::vector<PlannedFile>* pFiles_ = nullptr;  ///< What is converted
   bool bOpen_ = false, bFailed_ = false;
   bool bNoTabWarning_ = false;
+  bool bShared_ = false;
+  std::string sLine_;
   std::string sMadeBy_;
   std::optional<ListedState> state_;
   int64_t lBegan_ = 0;

@@ -6,9 +6,11 @@
 #include "clsOutputFile.h"
 #include "clsRecipe.h"
 #include "clsResultRecorder.h"
+#include "clsSharedBatch.h"
 #include "modBatchPlan.h"
 #include "modFiles.h"
 #include "modFrontDoor.h"
+#include "modLinkThreads.h"
 #include "modOptionTable.h"
 #include "modPaths.h"
 #include "modProfileFile.h"
@@ -113,7 +115,7 @@ std::string_view BatchOptionsFault(const ConvertRequest& request) {
 }
 
 /// False for wrong use, which it tells.
-bool ConvertBySpecification(const ConvertRequest& request, clsLongRun& run, clsConversionRun& conversion) {
+bool ConvertBySpecification(const ConvertRequest& request, clsLongRun& run, const RunExtras& extras) {
   constexpr size_t kSlots = 12;
   if (request.inputs.size() > kSlots) {
     run.Say("a long-form recipe has twelve file slots; name no more inputs");
@@ -128,6 +130,7 @@ bool ConvertBySpecification(const ConvertRequest& request, clsLongRun& run, clsC
     ++run.totals.lFilesFailed;
     return true;
   }
+  clsConversionRun conversion(run.host, gConversionOptions, run.log, run.fields, nullptr, extras);
   const FileOutcome& outcome = conversion.ConvertByLongRecipe(request.sOutput, request.inputs);
   const int32_t lLast = gRecipe().InputFileLast;
   if (!request.options.bAllPeriods && outcome.account.bOutputWritten && lLast > 1) {
@@ -138,11 +141,15 @@ bool ConvertBySpecification(const ConvertRequest& request, clsLongRun& run, clsC
 }
 
 /// False, told, if the batch can't be planned or its result list not be kept.
-bool ConvertEach(const ConvertRequest& request, clsLongRun& run, clsConversionRun& conversion,
-                 clsResultRecorder& recorder) {
+bool ConvertEach(const ConvertRequest& request, clsLongRun& run, clsResultRecorder& recorder, RunExtras extras) {
   std::vector<PlannedFile> files;
   if (!PlanBatch(request, run, files) || !recorder.Start(files)) return false;
   recorder.DropDone(files);
+  extras = recorder.Joined(std::move(extras));
+  if (request.options.lJobs == 1 || request.shard) PackOnSecondThread(false);
+  clsSharedBatch batch(request, run, recorder, extras);
+  extras.pOthers = batch.Start(files) ? &batch : nullptr;
+  clsConversionRun conversion(run.host, gConversionOptions, run.log, run.fields, nullptr, extras);
   int32_t result = 0;
   conversion.ConvertList(files, result);
   return true;
@@ -234,8 +241,7 @@ int Convert(ConvertRequest request, clsLongRun& run) {
   // Machines that share a home would take each other's work files for their own.
   if (request.shard) gsAppDataFolder = run.privateFolder.PathOf("");
   clsResultRecorder recorder(request, run);
-  clsConversionRun conversion(run.host, gConversionOptions, run.log, run.fields, nullptr,
-                              recorder.Joined(ExtrasFor(request, run)));
+  const RunExtras extras = ExtrasFor(request, run);
   run.log.LogClear(true);
   TellWhatIsIgnored(request, run);
 
@@ -259,8 +265,8 @@ int Convert(ConvertRequest request, clsLongRun& run) {
   }
   if (const std::string sheet = SheetForStandardOutput(request); !sheet.empty()) return WrongUse(run, sheet);
   if (!TakeStandardStreams(request, run)) return run.totals.lFilesFailed > 0 ? run.Finish() : run.Refused();
-  const bool ran = by_specification ? ConvertBySpecification(request, run, conversion)
-                                    : ConvertEach(request, run, conversion, recorder);
+  const bool ran =
+      by_specification ? ConvertBySpecification(request, run, extras) : ConvertEach(request, run, recorder, extras);
   if (!ran) return run.Refused();
   return run.Finish();
 }

@@ -47,6 +47,7 @@ class clsConversionOptions {
   bool bKeep = false;        ///< What there is of a file that fails is written; else its old output stays
   bool bAllPeriods = false;  ///< Rows of every period's file, not of slot 1 alone
   bool bStrict = false;      ///< What is lost or doesn't agree makes a file a failed one
+  int32_t lJobs = 0;         ///< Processes that share a batch; 0: as many as help
   std::string sEncoding = "auto";
   // How reports lie in their files. A job file keeps those that say something.
   std::string sRecords = "auto";      ///< Where records end: lines, fixed, rdw, blocks

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "clsCodePageScope.h"
+#include "clsKnownPaths.h"
 #include "modFileListing.h"
 #include "modFiles.h"
 #include "modInputChoices.h"
@@ -129,18 +130,49 @@ void clsConversionRun::ConvertList(const std::vector<PlannedFile>& files, int32_
   const clsTurns turns = TakeTurns();
   fields_.lTotalTimeStart = host_.TickMilliseconds();
   LogLine(Translate("Processing:"));
-  std::string folder_made;
-  for (size_t i = 0; i < files.size() && NextFileMayBegin(i + 1, files.size(), files[i].sInput); ++i) {
-    options_.sInputFile = files[i].sInput;
-    options_.sOutputFile = files[i].sOutput;
-    if (files.size() <= kMostFilesLogged) LogLine("  " + WithoutControls(options_.sInputFile));
-    std::string folder = ParentFolderOfPath(options_.sOutputFile);
-    if (folder != folder_made) MakeFolderPath(folder);
-    folder_made = std::move(folder);
-    lResult = ConvertFile().lResult;
+  sFolderMade_.clear();
+  if (extras_.pOthers != nullptr) {
+    TellList(files, lResult);
+  } else {
+    for (size_t i = 0; i < files.size() && NextFileMayBegin(i + 1, files.size(), files[i].sInput); ++i) {
+      if (files.size() <= kMostFilesLogged) LogLine("  " + WithoutControls(files[i].sInput));
+      lResult = ConvertPlanned(files[i]).lResult;
+    }
   }
   ReportRun();
   gbPauseRequested = false;
+}
+
+void clsConversionRun::NameFile(const PlannedFile& file) {
+  options_.sInputFile = file.sInput;
+  options_.sOutputFile = file.sOutput;
+}
+
+const FileOutcome& clsConversionRun::ConvertPlanned(const PlannedFile& file) {
+  NameFile(file);
+  std::string folder = ParentFolderOfPath(file.sOutput);
+  if (folder != sFolderMade_) MakeFolderPath(folder);
+  sFolderMade_ = std::move(folder);
+  return ConvertFile();
+}
+
+// What was converted before an interrupt is told all the same.
+void clsConversionRun::TellList(const std::vector<PlannedFile>& files, int32_t& lResult) {
+  for (size_t i = 0; i < files.size(); ++i) {
+    const bool converted = extras_.pOthers->Wait(i);
+    host_.LetEventsRun();
+    if (!converted) continue;
+    NameFile(files[i]);
+    if (extras_.fileBegins) extras_.fileBegins(i + 1, files.size(), files[i].sInput);
+    if (files.size() <= kMostFilesLogged) LogLine("  " + WithoutControls(files[i].sInput));
+    outcome_ = {};
+    {
+      const clsTelling telling(log_, outcome_);
+      extras_.pOthers->Tell(outcome_);
+    }
+    if (extras_.fileDone) extras_.fileDone(outcome_);
+    lResult = outcome_.lResult;
+  }
 }
 
 bool clsConversionRun::ListFiles(std::vector<std::string>& clnFiles) {
@@ -212,6 +244,7 @@ const FileOutcome& clsConversionRun::Convert(const std::function<void(int32_t& l
   outcome_ = {};
   outcome_.sInput = options_.sInputFile;
   outcome_.sOutput = options_.sOutputFile;
+  const clsKnownPaths known;
   ApplyInputChoices(options_);
   try {
     const clsTelling telling(log_, outcome_);

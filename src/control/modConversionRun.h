@@ -50,6 +50,16 @@ struct PlannedFile {
   int64_t lBytes = -1;  ///< Of the input, when the list was made; -1 if it could not be looked at
 };
 
+/// Other processes that convert the files of a list.
+class clsOtherConverters {
+ public:
+  virtual ~clsOtherConverters() = default;
+  /// Waits until the file (from 0) is converted. False: the run was interrupted before it was.
+  virtual bool Wait(size_t nFile) = 0;
+  /// Says of the file waited for last what its conversion said, which adds to the reasons of its outcome.
+  virtual void Tell(FileOutcome& outcome) = 0;
+};
+
 /// What the long-option commands ask of a run beyond the job record.
 struct RunExtras {
   bool bTouchSettings = true;      ///< The tab warning is stored there
@@ -67,6 +77,8 @@ struct RunExtras {
   /// Takes the outcome of a file. Where it is set all reasons are said by who takes them, and a job or recipe that
   /// can't be gone on with fails its file alone.
   std::function<void(const FileOutcome&)> fileDone;
+  /// Where it is set the files of a list are converted there, and only told here, in the order of the list.
+  clsOtherConverters* pOthers = nullptr;
 };
 
 /// One run after another over the files of a job. The collaborators outlive it; pWindow is null in an unattended run.
@@ -85,6 +97,8 @@ class clsConversionRun {
   void BeginProcessing(int32_t& lResult);
   /// The files of a list, each to its own output whose folder is made, with the log and closing report of a batch.
   void ConvertList(const std::vector<PlannedFile>& files, int32_t& lResult);
+  /// One of them by itself.
+  const FileOutcome& ConvertPlanned(const PlannedFile& file);
   /// One input file to one output file by the method of the record; names as they stand in sInputFile and sOutputFile.
   /// An output that is the input file itself is refused with -1002 before anything is touched; a file that asks for
   /// more memory than there is ends with -1003, its output as it was. The outcome stands until the next file begins.
@@ -124,6 +138,8 @@ class clsConversionRun {
   void AddUntold();
   void RunSpecs(RecipeContext& context, int32_t lFormat);
   clsTurns TakeTurns();
+  void TellList(const std::vector<PlannedFile>& files, int32_t& lResult);
+  void NameFile(const PlannedFile& file);
   bool NextFileMayBegin(size_t nFile, size_t nFiles, const std::string& sInput);
   void ConvertSingle(int32_t& lResult);
   void ConvertBatch(int32_t& lResult);
@@ -153,6 +169,7 @@ class clsConversionRun {
   RunExtras extras_;
   std::unordered_set<size_t> batchInputs_;  ///< Hashes of their path texts, in upper case
   FileOutcome outcome_;                     ///< Of the file in hand, or the last one
+  std::string sFolderMade_;                 ///< Folder of the last output of a list
   bool bFilesLeft_ = false;                 ///< A pause ended the run between two files
   bool bStopped_ = false;
 };

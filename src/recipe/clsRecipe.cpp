@@ -79,6 +79,7 @@ bool clsRecipe::TakeLoaded(const RecipeContext& context, std::string_view short_
   if (!gbCommandLineMode || !loaded_ || loaded_->sRecipe != short_recipe) return false;
   const LoadedShort& loaded = *loaded_;
   if (loaded.pPage != context.options.pRecipePage || loaded.bUnix != context.options.text.bUnix) return false;
+  if (!loaded.sSpecs.starts_with(gsAppDataFolder)) return false;  // Working files lie elsewhere now.
   if (FileState::Of(HostPath(short_recipe)) != loaded.state || !IsFile(loaded.sSpecs)) return false;
   ResetRecipe();
   InputFileName[0] = gsInputFile;

@@ -20,9 +20,14 @@ namespace quillon {
 
 namespace {
 
-/// Tells this process from any other, also on a machine that shares the data folder and numbers its processes alike.
+/// Tells this process from any other, its copies too, also on a machine that shares the data folder and numbers its
+/// processes alike.
 const std::string& ProcessMark() {
-  static const std::string sMark = std::to_string(getpid()) + "-" + std::to_string(std::random_device()());
+  static pid_t nMarked = 0;
+  static std::string sMark;
+  if (std::exchange(nMarked, getpid()) != getpid()) {
+    sMark = std::to_string(getpid()) + "-" + std::to_string(std::random_device()());
+  }
   return sMark;
 }
 
