@@ -82,6 +82,18 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_QUILLON_PACKAGE_NAME quillon)
 set(CPACK_DEBIAN_QUILLON_PACKAGE_SECTION text)
 set(CPACK_DEBIAN_QUILLON_PACKAGE_RECOMMENDS poppler-utils)
+# Libraries that are loaded at their first use stand in no list that is read out of the program.
+if(QUILLON_PACKAGE)
+  foreach(file IN LISTS QUILLON_LATE_FILES)
+    file(REAL_PATH ${file} file)
+    cmake_path(GET file FILENAME name)
+    execute_process(COMMAND dpkg-query --search */${name} OUTPUT_VARIABLE owner OUTPUT_STRIP_TRAILING_WHITESPACE
+                    COMMAND_ERROR_IS_FATAL ANY)
+    string(REGEX REPLACE ":.*" "" owner ${owner})
+    list(APPEND late_packages ${owner})
+  endforeach()
+  list(JOIN late_packages ", " CPACK_DEBIAN_QUILLON_PACKAGE_DEPENDS)
+endif()
 set(CPACK_DEBIAN_QUILLON_DESCRIPTION
     "Quillon turns ledgers, stock lists and spool files into CSV files and
 workbooks. Columns are drawn as a ruler on the report, worked out from its
