@@ -1,5 +1,6 @@
 #include "modFrontDoor.h"
 
+#include <malloc.h>
 #include <unistd.h>
 
 #include <clocale>
@@ -77,6 +78,15 @@ int RunSlashForm(int argc, char** argv) {
   return InterruptSignal() != 0 ? kExitInterrupted + InterruptSignal() : kExitDone;
 }
 
+/// The buffers of one file are those of the next: given back to the system and taken again, each of their pages would
+/// be cleared anew.
+void KeepBuffers() {
+  constexpr int kLargestKept = 4 << 20;
+  constexpr int kMostKept = 64 << 20;
+  mallopt(M_MMAP_THRESHOLD, kLargestKept);
+  mallopt(M_TRIM_THRESHOLD, kMostKept);
+}
+
 /// One line that says what failed.
 void PrintUnexpected(std::string_view sText) {
   std::string line = "quillon: ";
@@ -91,6 +101,7 @@ void PrintUnexpected(std::string_view sText) {
 
 int FrontDoor(int argc, char** argv) {
   HoldStandardStreams();
+  KeepBuffers();
   std::setlocale(LC_TIME, "");
   try {
     if (argc < 2) return BecomeDesktopProgram(argv);

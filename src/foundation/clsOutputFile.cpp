@@ -24,8 +24,11 @@ namespace quillon {
 namespace {
 
 /// Makes the path that of the file which it names, links followed, whether that file is there or not. False with errno.
-bool ResolveTarget(std::string& sPath) {
+bool ResolveTarget(std::string& sPath, bool bIsThere) {
   constexpr int kMostLinks = 40;
+  struct stat info {};
+  // A file to be made, and no link that leads nowhere yet: what lies above it needn't be looked at.
+  if (!bIsThere && lstat(sPath.c_str(), &info) != 0 && errno == ENOENT) return true;
   for (int i = 0; i < kMostLinks; ++i) {
     if (char* const pResolved = realpath(sPath.c_str(), nullptr)) {
       sPath = pResolved;
@@ -111,7 +114,7 @@ void clsOutputFile::OpenTarget() {
   struct stat info {};
   // Asked before links are followed by hand: the system may know that this one was laid as a trap.
   const bool bReplaces = stat(sTarget_.c_str(), &info) == 0;
-  if ((!bReplaces && errno != ENOENT) || !ResolveTarget(sTarget_)) return;
+  if ((!bReplaces && errno != ENOENT) || !ResolveTarget(sTarget_, bReplaces)) return;
   if (bReplaces && S_ISDIR(info.st_mode)) {
     errno = EISDIR;
   } else if (bReplaces && !S_ISREG(info.st_mode)) {

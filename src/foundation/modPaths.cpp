@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "clsKnownPaths.h"
 #include "modFolderNames.h"
 #include "modText.h"
 
@@ -101,7 +102,11 @@ std::string_view NameOf(std::string_view sPath) {
 
 std::string HostPath(std::string_view sPath) {
   const std::string sPlain = PlainHostPath(sPath);
-  if (sPlain.empty() || Exists(sPlain)) return sPlain;
+  if (sPlain.empty() || clsKnownPaths::Knows(sPlain)) return sPlain;
+  if (Exists(sPlain)) {
+    clsKnownPaths::Note(sPlain);
+    return sPlain;
+  }
   // Mostly it is a file to be made in a folder that is there.
   const size_t nName = sPlain.rfind('/') + 1;
   const std::string sFolder = sPlain.substr(0, nName);

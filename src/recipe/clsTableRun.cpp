@@ -76,6 +76,7 @@ clsTableRun::Step clsTableRun::Fatal(int32_t lErr, std::initializer_list<std::st
 clsTableRun::Step clsTableRun::FindBlock() {
   int64_t lStartKey = 0;
   int64_t lEndKey = 0;
+  if (!PathExists(SearchedReport())) return Fatal(-5604, {table_.ReadStartLine});
   Step step = FindLine(table_.ReadStartLine, -5604, lStartKey);
   if (step == Step::Next) step = FindLine(table_.ReadEndLine, -5605, lEndKey);
   if (step != Step::Next) return step;
@@ -89,11 +90,13 @@ clsTableRun::Step clsTableRun::FindBlock() {
   return Step::Done;
 }
 
+const std::string& clsTableRun::SearchedReport() const {
+  return context_.recipe.InputFileNameOf(context_.recipe.InputFileFirst);
+}
+
 /// The first line of the searched file that holds the key text; none is the error lErr.
 clsTableRun::Step clsTableRun::FindLine(std::string_view sKeyText, int32_t lErr, int64_t& lLine) {
-  const std::string& sPath = context_.recipe.InputFileNameOf(context_.recipe.InputFileFirst);
-  if (!PathExists(sPath)) return Fatal(lErr, {sKeyText});
-  if (const Step step = OpenReport(sPath); step != Step::Next) return step;
+  if (const Step step = OpenReport(SearchedReport()); step != Step::Next) return step;
   lLine = pReport_->LineOf(std::string(sKeyText));
   if (IsStopped(pReport_->Reader().LastFailure())) return Step::Done;
   if (pReport_->Reader().LastFailure().Failed()) return ReadFailure(pReport_->Reader());

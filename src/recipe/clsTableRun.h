@@ -28,6 +28,7 @@ class clsTableRun {
   enum class Step { Next, Done, Died };
 
   Step FindBlock();
+  const std::string& SearchedReport() const;
   Step FindLine(std::string_view sKeyText, int32_t lErr, int64_t& lLine);
   Step Fatal(int32_t lErr, std::initializer_list<std::string_view> values);
   Step OpenRows();
