@@ -4,6 +4,7 @@
 #include "clsIniFile.h"
 #include "clsLineProcessor.h"
 #include "clsRecipe.h"
+#include "clsSectionFile.h"
 #include "modCellTyping.h"
 #include "modCollections.h"
 #include "modConversionRun.h"
@@ -19,6 +20,25 @@
 namespace quillon {
 
 namespace {
+
+/// Key texts that a large report will be searched for, so that its first pass finds them. They are looked up in the
+/// recipe anew when it is loaded.
+void LookOutForKeys(const RecipeContext& context) {
+  constexpr int64_t kLarge = int64_t{1} << 20;
+  constexpr size_t kMostLines = 1000;
+  clsSectionFile recipe;
+  Failure ignored;
+  if (FileSizeOf(gsInputFile) < kLarge || !recipe.Open(gsRecipeFile, context.options.RecipeText(), ignored)) return;
+  std::vector<std::string> texts;
+  std::string_view sLine;
+  while (recipe.LineNumber() < kMostLines && recipe.ReadLine(sLine)) {
+    const size_t nEqual = std::min(sLine.find('='), sLine.size() - 1);
+    const std::string_view sKey = TrimBlanks(sLine.substr(0, nEqual));
+    if (EqualNoCase(sKey, "ReadStartLine") || EqualNoCase(sKey, "ReadEndLine"))
+      texts.emplace_back(TrimBlanks(sLine.substr(nEqual + 1)));
+  }
+  context.Report(gsInputFile).LookOutFor(texts);
+}
 
 bool FileHasTabs(clsReport& report) {
   Failure ignored;  // The engine reports what it can't read.
@@ -38,6 +58,7 @@ void clsConversionRun::ConvertByRecipe(int32_t& lResult) {
   const RecipeOptions recipe_options = MakeRecipeOptions();
   RecipeContext context{host_, recipe_options, gRecipe(), gLineProcessor(), outcome_.account};
   context.Watch(gsInputFile);
+  if (options_.lConversionMethod == kMethodRecipe) LookOutForKeys(context);
   WarnIfTabsInFile(context);
   lResult = LoadSpecs(context);
   if (lResult != 0 || gbAbandonOutput) return;

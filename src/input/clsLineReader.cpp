@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "modByteCount.h"
 #include "modFiles.h"
 #include "modReportText.h"
 #include "modSystemIo.h"
@@ -23,23 +24,6 @@ constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 const char* FindByte(std::string_view s, char c) {
   return s.empty() ? nullptr : static_cast<const char*>(std::memchr(s.data(), c, s.size()));
-}
-
-/// Counts in bytes, as many at once as the machine can: std::count widens each to 64 bits and takes four times as long.
-int64_t CountByte(std::string_view s, char c) {
-  constexpr size_t kLanes = 32;
-  constexpr size_t kMostSteps = 255;
-  int64_t nCount = 0;
-  while (s.size() >= kLanes) {
-    std::array<unsigned char, kLanes> lanes{};
-    const size_t nSteps = std::min(s.size() / kLanes, kMostSteps);
-    for (size_t i = 0; i < nSteps; ++i) {
-      for (size_t j = 0; j < kLanes; ++j) lanes[j] = static_cast<unsigned char>(lanes[j] + (s[i * kLanes + j] == c));
-    }
-    for (const unsigned char lane : lanes) nCount += lane;
-    s.remove_prefix(nSteps * kLanes);
-  }
-  return nCount + std::count(s.begin(), s.end(), c);
 }
 
 }  // namespace
@@ -102,6 +86,7 @@ bool clsLineReader::Prepare() {
   ends_ = Ends::Lf;
   nStart_ = 0;
   hasTab_.reset();
+  bWatched_ = false;
   const bool bMemory = nHandle_ < 0;
   if (!bMemory) {
     nFilePos_ = nBlock_ = 0;
@@ -134,12 +119,15 @@ bool clsLineReader::ScanForEnds() {
   clsTextSigns signs;
   std::vector<char> block;
   std::string_view s = window_;
+  watch_.Start(nFilePos_ - static_cast<int64_t>(window_.size()));
+  watch_.Look(window_);
   for (int64_t nPos = nFilePos_;;) {
     const size_t nKeep = signs.Look(s, bNeedPage, nPos < nEnd_);
     bTab = bTab || FindByte(s, '\t') != nullptr;
     bNeedEnds = bNeedEnds && !signs.HasLf();
     bNeedPage = bNeedPage && signs.IsUtf8();
     if (bTab || nPos >= nEnd_) hasTab_ = bTab;
+    bWatched_ = nPos >= nEnd_;
     if (nPos >= nEnd_ || (!bNeedEnds && !bNeedPage)) break;
     if (!MayGoOn()) return false;
     const std::string sTail(s.substr(s.size() - nKeep));
@@ -150,12 +138,20 @@ bool clsLineReader::ScanForEnds() {
     if (nGot < 0) return Fail(errno);
     if (nGot == 0) break;
     nPos += nGot;
+    watch_.Look({block.data() + nKeep, static_cast<size_t>(nGot)});
     s = std::string_view(block.data(), nKeep + static_cast<size_t>(nGot));
   }
   if (!options_.bUnix && !signs.HasLf() && signs.HasCr()) ends_ = Ends::Cr;
   if (pCodePage_ == nullptr)
     pCodePage_ = !signs.IsAscii() && signs.IsUtf8() ? &clsCodePage::Utf8() : &clsCodePage::Windows1252();
   return true;
+}
+
+std::optional<clsKeyWatch::Row> clsLineReader::Sighted(std::string_view sText) const {
+  const clsKeyWatch::Row* const pRow = watch_.RowOf(sText);
+  const bool bPlainRows = ends_ == Ends::Lf && !options_.bUnix && nHandle_ >= 0;
+  if (pRow == nullptr || !bPlainRows || (!bWatched_ && pRow->lRow == 0)) return std::nullopt;
+  return *pRow;
 }
 
 bool clsLineReader::MayGoOn() {
@@ -281,14 +277,13 @@ int64_t clsLineReader::BytesDone() const {
 int64_t clsLineReader::PassToNeedle(std::string_view sNeedle) {
   int64_t nPassed = 0;
   for (;;) {
-    const void* const pHit =
-        window_.empty() ? nullptr : memmem(window_.data(), window_.size(), sNeedle.data(), sNeedle.size());
-    const size_t nSeen =
-        pHit == nullptr ? window_.size() : static_cast<size_t>(static_cast<const char*>(pHit) - window_.data());
+    const size_t nHit = FindBytes(window_, sNeedle);
+    const bool bHit = nHit != std::string_view::npos;
+    const size_t nSeen = bHit ? nHit : window_.size();
     const size_t nRowStart = nSeen == 0 ? 0 : window_.rfind('\n', nSeen - 1) + 1;
     nPassed += CountByte(window_.substr(0, nRowStart), '\n');
     window_.remove_prefix(nRowStart);
-    if (pHit != nullptr) break;
+    if (bHit) break;
     if (!Fill()) {
       nPassed += window_.empty() ? 0 : 1;
       window_ = {};

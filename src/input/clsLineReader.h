@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "clsCodePage.h"
+#include "clsKeyWatch.h"
 #include "modFailure.h"
 
 namespace quillon {
@@ -79,6 +80,10 @@ class clsLineReader {
   bool RowMayHaveTab();
   /// Whether a tab stands anywhere in the file, where opening it has shown that.
   std::optional<bool> HasTab() const { return hasTab_; }
+  /// Texts to look out for where opening looks at the whole file anyway. To be called before Open.
+  void LookOutFor(const std::vector<std::string>& texts) { watch_.Expect(texts); }
+  /// The first row with such a text, as far as opening has shown it; lRow 0 if none has it.
+  std::optional<clsKeyWatch::Row> Sighted(std::string_view sText) const;
   /// True if a tab stands anywhere from here on; reads the rest of the file.
   bool RestHasTab();
 
@@ -105,6 +110,8 @@ class clsLineReader {
   Failure failure_;
   Ends ends_ = Ends::Lf;
   std::optional<bool> hasTab_;
+  clsKeyWatch watch_;
+  bool bWatched_ = false;  ///< The whole file
   bool bCutShort_ = false;
   bool bTurns_ = true;
   bool bEnded_ = false;     ///< The row handed out last had a line end

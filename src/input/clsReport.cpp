@@ -90,6 +90,10 @@ int64_t clsReport::LineOf(const std::string& sText) {
     known = found_.find(sText);
   }
   if (known != found_.end()) return known->second;
+  if (const auto sighted = reader_.Sighted(sText)) {
+    if (sighted->lRow > 0) AddPlace({sighted->lRow - 1, sighted->nOffset});
+    return found_[sText] = sighted->lRow;
+  }
   if (!SeekPlace(0)) return 0;
   const int64_t lLine = SearchOn(sText);
   if (!reader_.LastFailure().Failed()) found_[sText] = lLine;

@@ -24,6 +24,9 @@ class clsReport {
   /// The reader, wherever it stands. To be used while the report is open.
   clsLineReader& Reader() { return reader_; }
 
+  /// A few texts that LineOf may well be asked for. Said before the report is opened, they may come without a pass of
+  /// their own.
+  void LookOutFor(const std::vector<std::string>& texts) { reader_.LookOutFor(texts); }
   /// Texts (UTF-8) that LineOf may be asked for. Those of all tables, before the first is looked for.
   void Expect(std::span<const std::string> texts);
   /// The first line that holds the text, from 1, found as FindRow finds it; 0 if none does or the reader failed or was
