@@ -16,6 +16,8 @@ import time
 TABLES = (16, 160, 1600, 16000)
 ROWS = (400, 4000, 40000, 400000)
 COLUMNS = (10, 100, 1000, 10000)
+FILES = (20, 200, 2000, 20000)
+KEYS = (4, 40, 400, 4000)
 WIDTHS = (8, 10, 20, 10, 12, 6, 8, 9, 12, 10)
 GAWK_PLAIN = r"""function put(s) { if (s ~ /[",]/) { gsub(/"/, "\"\"", s); s = "\"" s "\"" } return s }
 NR > 1 { out = put($1); for (i = 3; i <= NF; i += 2) out = out "," put($i); print out }"""
@@ -36,7 +38,18 @@ class Figures:
         self.peak = max(run[2] for run in runs)
 
 
+def fresh(command):
+    """Many files go to a folder NEW, another one each time: where many were just deleted the file system is busy with them."""
+    fresh.count += 1
+    new = f"new{fresh.count}/"
+    return command.replace("NEW/", new) if isinstance(command, str) else [part.replace("NEW/", new) for part in command]
+
+
+fresh.count = 0
+
+
 def run_once(command, folder):
+    command = fresh(command)
     for old in folder.glob("out.*"):
         old.unlink()
     started = time.monotonic()
@@ -89,6 +102,14 @@ def make_tables(folder, tables, rows, ruler):
         f">>{t}\n{ruler}\n" + "\n".join(block) + f"\n<<{t}\n" for t, block in enumerate(blocks, 1)))
 
 
+def make_keys(folder, keys, rows):
+    """Key texts of so many tables of two rows each, behind a report of the same length whatever they are."""
+    ends = "".join(f"BEGIN {k}#\n{rows[k % len(rows)]}\nEND {k}#\n" for k in range(1, keys + 1))
+    (folder / f"keys{keys}.txt").write_text("\n".join(rows[:200000]) + "\n" + ends)
+    (folder / f"keys{keys}.rcp").write_text(table_recipe(keys, " ".join("-" * width for width in WIDTHS)).replace(
+        "START OF TABLE ", "BEGIN ").replace("END OF TABLE ", "END "))
+
+
 def framed(rows):
     return "LEDGER START\n" + "\n".join(rows) + "\nLEDGER END\n"
 
@@ -119,6 +140,8 @@ def make_files(folder, rows):
     (folder / "quotes.txt").write_text(framed([line.replace("Account ", '"Acct", ') for line in lines]))
     for tables in TABLES:
         make_tables(folder, tables, lines, " ".join("-" * width for width in WIDTHS))
+    for keys in KEYS:
+        make_keys(folder, keys, lines)
     for count in ROWS:
         (folder / f"rows{count}.txt").write_text(framed([lines[i % rows] for i in range(count)]))
     for count in COLUMNS:
@@ -173,6 +196,8 @@ def measure_curves(folder, program, convert, runs):
             ("{} tables, rulers worked out", lambda n: convert(f"tables{n}.txt", "out.csv", ["--recipe", f"worked{n}.rcp"]), TABLES),
             ("{} marked tables", lambda n: convert(f"marked{n}.txt", "out.csv", ["--markup"]), TABLES),
             ("check, {} tables", lambda n: [program, "check", f"tables{n}.txt", "--recipe", f"tables{n}.rcp"], TABLES),
+            ("{} keys behind 200,000 rows", lambda n: convert(f"keys{n}.txt", "out.csv", ["--recipe", f"keys{n}.rcp"]), KEYS),
+            ("{} files to CSV", lambda n: convert(f"many{n}/*.txt", "NEW/*.csv", [*drawn, "--jobs", "1"]), FILES),
             ("{} rows to CSV", lambda n: convert(f"rows{n}.txt", "out.csv", drawn), ROWS),
             ("{} rows to XLSX", lambda n: convert(f"rows{n}.txt", "out.xlsx", drawn), ROWS),
             ("{} rows into the same XLSX", lambda n: convert(f"rows{n}.txt", f"kept{n}.xlsx", drawn), ROWS),
@@ -249,9 +274,10 @@ def measure(folder, program, chosen):
     print_row("1,000,000 x 12 to XLSX", ours, size=size("million.txt"), cells=12000000)
     [ours] = side_by_side([convert("ruler.txt", "out.csv", ["--recipe", "worked.rcp"])], folder, chosen.runs)
     print_row("ruler worked out, 9,999 x 200", ours, size=size("ruler.txt"), note="the whole run")
+    for count in FILES:
+        make_batch(folder, count)
     measure_curves(folder, program, convert, chosen.runs)
     for count in (2000, 20000):
-        make_batch(folder, count)
         # Once, into a folder that is new: where many files were just deleted the file system is busy with them.
         ours = Figures([run_once(convert(f"many{count}/*.txt", f"made{count}/*.csv", drawn), folder)])
         print_row(f"{count:,} small files to CSV", ours, note=f"{count / ours.wall:.0f} files/s")

@@ -1,6 +1,7 @@
 #include "clsCutMeasure.h"
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 
 #include "modText.h"
@@ -29,6 +30,26 @@ struct CharRow {
   bool IsBlank(size_t i) const { return sChars[i] == U' ' || sChars[i] == 0xA0; }
   char32_t At(size_t i) const { return sChars[i]; }
 };
+
+/// Writes the characters to pOut and returns how many there are; no more than bytes. Stretches of ASCII, eight at once.
+size_t Widen(std::string_view sText, char32_t* pOut) {
+  constexpr size_t kStep = sizeof(uint64_t);
+  constexpr uint64_t kHighBits = 0x8080808080808080U;
+  const char32_t* const pStart = pOut;
+  size_t i = 0;
+  while (i < sText.size()) {
+    uint64_t bytes = kHighBits;
+    if (i + kStep <= sText.size()) std::memcpy(&bytes, sText.data() + i, kStep);
+    if ((bytes & kHighBits) == 0) {
+      for (size_t j = 0; j < kStep; ++j) pOut[j] = static_cast<unsigned char>(sText[i + j]);
+      pOut += kStep;
+      i += kStep;
+    } else {
+      *pOut++ = DecodeUtf8(sText, i);
+    }
+  }
+  return static_cast<size_t>(pOut - pStart);
+}
 
 }  // namespace
 
@@ -94,9 +115,8 @@ const CharacterLoss& clsCutMeasure::Bytes(std::string_view sRow, int64_t lLine, 
 
 const CharacterLoss& clsCutMeasure::Text(std::string_view sRow, int64_t lLine) {
   if (IsAscii(sRow)) return Bytes(sRow, lLine);
-  characters_.clear();
-  for (size_t i = 0; i < sRow.size();) characters_ += DecodeUtf8(sRow, i);
-  Measure(CharRow{characters_}, lLine);
+  if (characters_.size() < sRow.size()) characters_.resize(sRow.size());
+  Measure(CharRow{{characters_.data(), Widen(sRow, characters_.data())}}, lLine);
   return row_;
 }
 
