@@ -1,5 +1,7 @@
 # One page of the manual: Markdown to a whole HTML page, links between pages turned to match.
 execute_process(COMMAND ${CMARK_GFM} -e table --smart ${SOURCE} OUTPUT_VARIABLE body COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX REPLACE "href=\"(\\.\\./|manual/|docs/|docs/manual/)([a-zA-Z-]+\\.md)" "href=\"\\2" body "${body}")
+string(REPLACE "href=\"SECURITY.md" "href=\"security.md" body "${body}")
 string(REGEX REPLACE "href=\"([a-z-]+)\\.md" "href=\"\\1.html" body "${body}")
 string(REPLACE "href=\"README.md" "href=\"index.html" body "${body}")
 string(REPLACE "src=\"../images/" "src=\"images/" body "${body}")

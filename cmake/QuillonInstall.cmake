@@ -12,6 +12,10 @@ endif()
 # Batches on many machines, for GNU parallel, Slurm and Kubernetes.
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/packaging/examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/quillon
         COMPONENT quillon USE_SOURCE_PERMISSIONS)
+# The reports that the first page of the manual converts.
+install(FILES ${PROJECT_SOURCE_DIR}/tests/golden/account_limits/account_limits.prt
+              ${PROJECT_SOURCE_DIR}/tests/golden/fastiron_arp_crlf/fastiron_arp_crlf.txt
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/quillon/examples COMPONENT quillon)
 
 # A watched folder as a service.
 install(FILES ${PROJECT_SOURCE_DIR}/packaging/quillon-watch@.service DESTINATION lib/systemd/system COMPONENT quillon)
@@ -49,7 +53,12 @@ if(QUILLON_PACKAGE)
     install(FILES ${PROJECT_SOURCE_DIR}/packaging/copyright ${pages}/changelog.gz
             DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package} COMPONENT ${package})
   endforeach()
-  install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/manual DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/quillon COMPONENT quillon)
+  # With the pages and pictures that its links lead to.
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/manual ${PROJECT_SOURCE_DIR}/docs/images
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/quillon COMPONENT quillon)
+  install(FILES ${PROJECT_SOURCE_DIR}/docs/suggest.md ${PROJECT_SOURCE_DIR}/docs/formats-recipe.md
+                ${PROJECT_SOURCE_DIR}/docs/formats-profile.md
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/quillon COMPONENT quillon)
 endif()
 
 if(TARGET quillon-gui)

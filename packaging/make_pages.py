@@ -28,8 +28,9 @@ def options_of(program, command):
     for line in said.splitlines():
         match = OPTION.match(line)
         if match:
+            default = re.search(r"=([^\s,.]+)", match["value"] or "")
             value = re.sub(r"(=.*|:.*|\[.*?\]|\(.*|Excludes.*|REQUIRED|Needs.*)", "", match["value"] or "").strip()
-            options.append([match["short"] or "", match["long"], value, match["text"] or ""])
+            options.append([match["short"] or "", match["long"], value, match["text"] or "", default[1] if default else ""])
         elif options and re.match(r"^ {20,}\S", line):
             options[-1][3] = (options[-1][3] + " " + line.strip()).strip()
         elif line and not line.startswith(" ") and "Option" not in line and "OPTION" not in line:
@@ -44,7 +45,9 @@ def roff(text):
 
 def roff_options(options):
     lines = []
-    for short, long, value, text in options:
+    for short, long, value, text, default in options:
+        if default:
+            text += f" (default: {default})"
         names = ", ".join(f"\\fB{roff(name)}\\fR" for name in (short, long) if name)
         lines += [".TP", names + (f" \\fI{roff(value)}\\fR" if value else ""), roff(text) + "."]
     return "\n".join(lines)
@@ -104,7 +107,7 @@ def zsh(tables):
 
     def specs(options):
         return " \\\n".join(f"    '{name}{'=' if value and name == long else ''}[{quoted(text)}]{action(long, value)}'"
-                            for short, long, value, text in options for name in (short, long) if name)
+                            for short, long, value, text, _ in options for name in (short, long) if name)
 
     cases = "\n".join(f"  {command})\n    _arguments \\\n{specs(options)} \\\n    '*:file:_files' ;;" for command, options in tables.items())
     return f"""#compdef quillon
@@ -124,7 +127,7 @@ def fish(tables):
     lines = ["complete -c quillon -n __fish_use_subcommand -f -a '" + " ".join(tables) + "'",
              "complete -c quillon -n __fish_use_subcommand -l help", "complete -c quillon -n __fish_use_subcommand -l version"]
     for command, options in tables.items():
-        for short, long, value, text in options:
+        for short, long, value, text, _ in options:
             line = f"complete -c quillon -n '__fish_seen_subcommand_from {command}' -l {long[2:]}"
             line += f" -s {short[1:]}" if short else ""
             if long in CHOICES:

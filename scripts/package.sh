@@ -5,7 +5,9 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 . scripts/lib.sh
 
 scripts/setup.sh build gui package
-SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/null || echo 0)}
+# An archive has the date of its commit in this file; in a clone git knows it, and else the newest source tells.
+committed=$(grep -xE '[0-9]+' packaging/commit-date || git log -1 --format=%ct 2>/dev/null || stat -c %Y CMakeLists.txt)
+SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$committed}
 export SOURCE_DATE_EPOCH
 build_preset package
 rm -f build-package/*.deb

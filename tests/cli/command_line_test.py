@@ -7,7 +7,6 @@ Each test runs the built program in a fresh folder with home, locale and time zo
 import itertools
 import csv
 import os
-import pty
 import signal
 import stat
 import subprocess
@@ -417,7 +416,7 @@ class CommandLineTest(unittest.TestCase):
     def test_colours_and_progress_stand_on_a_terminal_alone(self):
         self.write("big.txt", "STOCK\n" + "Bolts   12\n" * 1000000 + "END\n")
         for setting, colour in (({}, True), ({"NO_COLOR": ""}, False)):
-            ours, theirs = pty.openpty()
+            ours, theirs = golden.pseudo_terminal(self)
             run = subprocess.Popen([PROGRAM, "convert", "none.txt", "big.txt", "-o", "*.xlsx", "--recipe", "r.rcp"],
                                    cwd=self.work, env={**self.world.env, **setting}, stdin=subprocess.DEVNULL, stderr=theirs)
             os.close(theirs)

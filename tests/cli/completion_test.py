@@ -12,6 +12,9 @@ import time
 import unittest
 from pathlib import Path
 
+sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "golden"))
+import golden  # noqa: E402
+
 PROGRAM = Path(sys.argv.pop(1)).resolve()
 MAKE = Path(__file__).resolve().parent.parent.parent / "packaging/make_pages.py"
 SHOW = "quillon() { for each; do printf '<%s>' \"$each\"; done; echo '<end>'; }"
@@ -63,7 +66,9 @@ class CompletionTest(unittest.TestCase):
 
     def terminal(self, name, *arguments):
         if not shutil.which(name, path="/usr/bin:/bin"):
-            self.skipTest(f"{name} is not installed (scripts/setup.sh tests)")
+            golden.skip_loudly(self, f"{name} is not installed (scripts/setup.sh tests)")
+        for end in golden.pseudo_terminal(self):
+            os.close(end)
         shell = Terminal(self.folder, shutil.which(name, path="/usr/bin:/bin"), *arguments)
         self.addCleanup(shell.close)
         return shell
@@ -89,7 +94,7 @@ class CompletionTest(unittest.TestCase):
 
     def test_fish(self):
         if not shutil.which("fish", path="/usr/bin"):
-            self.skipTest("fish is not installed (scripts/setup.sh tests)")
+            golden.skip_loudly(self, "fish is not installed (scripts/setup.sh tests)")
         for typed, offered in [("quillon ", ["check", "convert", "job", "preview", "suggest", "watch"]),
                                ("quillon convert --skip", ["--skip-done"]), ("quillon convert --quote so", ["sometimes"]),
                                ("quillon convert --report led", ["ledger one.txt"]), ("quillon convert --shard ", []),

@@ -2,9 +2,11 @@
 
 import difflib
 import os
+import pty
 import re
 import shutil
 import subprocess
+import sys
 import tempfile
 from pathlib import Path
 
@@ -70,6 +72,20 @@ class World:
         for pattern, replacement in VARYING:
             text = pattern.sub(replacement, text)
         return text
+
+
+def skip_loudly(test, reason):
+    """Leaves a test out because of what the machine lacks; scripts/test.sh counts the lines that say so."""
+    print(f"SKIPPED: {test.id()}: {reason}", file=sys.stderr)
+    test.skipTest(reason)
+
+
+def pseudo_terminal(test):
+    """Both ends of a terminal of the test's own."""
+    try:
+        return pty.openpty()
+    except OSError as failure:
+        return skip_loudly(test, f"this machine has no pseudo terminals ({failure.strerror})")
 
 
 def difference(expected, got, expected_name, got_name, most=60):

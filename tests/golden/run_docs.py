@@ -8,7 +8,8 @@ Each page runs in a fresh folder, from its top to its end:
   ```text report.txt                         a fenced block with a second word is written as the file of that name
   ```console                                 lines with "$ " are run by sh ("> " goes on with one); what stands below is
                                              the output, both streams; "..." on a line of its own stands for any lines
-Seconds, rates, stamps and CRs don't count. --accept writes what really came into the page.
+Seconds, rates, stamps and CRs don't count. --accept writes what really came into the page. --files names a folder that the
+files come from instead of the tree: that of an installed package, whose own pages can be run so.
 """
 
 import argparse
@@ -44,9 +45,9 @@ def steps(block):
 
 
 class Page:
-    def __init__(self, path, program):
-        self.path, self.program = path, program
-        self.name = path.relative_to(golden.ROOT)
+    def __init__(self, path, program, files=None):
+        self.path, self.program, self.files = path, program, files
+        self.name = path.relative_to(golden.ROOT) if path.is_relative_to(golden.ROOT) else path
         self.text = path.read_text(encoding="utf-8")
         self.failures = self.examples = 0
 
@@ -73,7 +74,7 @@ class Page:
             for item in ITEM.finditer(self.text):
                 if item["files"] is not None:
                     for file in shlex.split(item["files"]):
-                        shutil.copy(golden.ROOT / file, world.work)
+                        shutil.copy(self.files / Path(file).name if self.files else golden.ROOT / file, world.work)
                 elif item["kind"] == "console":
                     line = self.text.count("\n", 0, item.start()) + 1
                     pieces += [self.text[at:item.start("body")], self.run_block(world, item["body"], line)]
@@ -89,10 +90,11 @@ def main():
     arguments = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     arguments.add_argument("--program", required=True)
     arguments.add_argument("--accept", action="store_true")
+    arguments.add_argument("--files", type=Path)
     arguments.add_argument("pages", nargs="*", type=Path)
     options = arguments.parse_args()
     paths = [path.resolve() for path in options.pages] or [*golden.ROOT.glob("*.md"), *golden.ROOT.glob("docs/**/*.md")]
-    pages = [Page(path, options.program) for path in sorted(paths)]
+    pages = [Page(path, options.program, options.files) for path in sorted(paths)]
     for page in pages:
         text = page.run()
         if options.accept and text != page.text:
