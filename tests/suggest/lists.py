@@ -180,7 +180,7 @@ def journal(rng, month):
 
 def utilities(rng, month):
     """Meter readings: a record has a second line with the address."""
-    table = Table("Account|Name|Address|Meter|Previous|Present|Usage|Amount")
+    table = Table("Account|Name|Meter|Previous|Present|Usage|Amount|Address")
     head = lambda page: [f"CITY OF EASTVALE - UTILITY BILLING{'PAGE':>50} {page}", f"BILLING REGISTER FOR {month_end(month):%m/%Y}", "",
                          "ACCOUNT     NAME / SERVICE ADDRESS        METER      PREVIOUS   PRESENT     USAGE       AMOUNT", "=" * 91]
     report = Report(head, 52)
@@ -191,9 +191,9 @@ def utilities(rng, month):
         amount = round(12 + usage * 0.31, 2)
         report.put(f"{account:<12}{who:<30}{meter:<9}{before:>10}{before + usage:>10}{usage:>10}{us(amount):>13}", 2)
         report.put(f"{'':12}{address}")
-        table.add(account, who, address, meter, before, before + usage, usage, amount)
+        table.add(account, who, meter, before, before + usage, usage, amount, address)
     report.put()
-    report.put(f"{'':12}{'TOTAL BILLED':<40}{us(sum(float(r[7]) for r in table.rows)):>42}")
+    report.put(f"{'':12}{'TOTAL BILLED':<40}{us(sum(float(r[6]) for r in table.rows)):>42}")
     return report, [table]
 
 
