@@ -187,7 +187,8 @@ void clsSuggestAccount::SetDoubts(const clsTidyReport& run) {
       doubts.push_back(fmt::format("{} are no number or date where others are, the first on line {}: {}",
                                    CountedText(state.lMisfits, "value", "values"), state.lMisfitLine, state.sMisfit));
     }
-    if (state.lGapLines > 0) {
+    // Labels stand in the gaps of rows that are known by a picture.
+    if (state.lGapLines > 0 && tidy_[i].row.likes.empty()) {
       doubts.push_back(fmt::format("{} have text between the columns, the first is line {}",
                                    CountedText(state.lGapLines, "row", "rows"), state.lGapLine));
     }

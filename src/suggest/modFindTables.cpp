@@ -99,6 +99,14 @@ class clsTableFinder {
     return rows;
   }
 
+  /// A sign in place of a figure, not between words.
+  static bool HasSignAlone(std::span<const LineMark> marks) {
+    for (size_t i = 1; i < marks.size(); ++i) {
+      if (marks[i].kind == MarkKind::Sign && marks[i].lStart - marks[i - 1].lEnd > 2) return true;
+    }
+    return false;
+  }
+
   /// Lines of words with one figure at most are titles if most of the others have several figures.
   void DropWords(std::vector<size_t>& rows) const {
     constexpr size_t kSeveral = 3;
@@ -112,7 +120,7 @@ class clsTableFinder {
       };
       const size_t nNumbers = count(MarkKind::Number);
       nFull += nNumbers >= kSeveral ? 1U : 0U;
-      if (nNumbers > 1 || count(MarkKind::Sign) > 0) kept.push_back(n);
+      if (nNumbers > 1 || HasSignAlone(marks)) kept.push_back(n);
     }
     if (nFull > 1 && nFull * 3 >= rows.size()) rows = std::move(kept);
   }

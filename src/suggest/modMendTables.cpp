@@ -111,7 +111,7 @@ void MendTable(const clsReportSample& report, const LineOwners& owners, uint32_t
   }
   if (const std::vector<size_t> wrong = strangers(taken); !wrong.empty()) {
     TidyTable better = table.tidy;
-    SetStretch(report, wrong, table.rows, table.headingLines, better);
+    SetStretch(report, owners, wrong, table.rows, table.headingLines, better);
     accept(std::move(better));
   }
   table.lMissing = static_cast<int64_t>(Without(table.rows, taken).size());

@@ -18,16 +18,18 @@ size_t FirstWith(const clsReportSample& report, std::u32string_view sText, size_
   return report.Lines().size();
 }
 
-bool Serves(std::u32string_view sText) {
-  constexpr size_t kFewest = 4;
+constexpr size_t kFewestLetters = 4;
+constexpr size_t kFewestOfNames = 3;  ///< Names of columns are short
+
+bool Serves(std::u32string_view sText, size_t nFewest) {
   constexpr size_t kMost = 60;
   const auto nLetters = static_cast<size_t>(std::count_if(sText.begin(), sText.end(), IsLetterPlace));
-  return nLetters >= kFewest && sText.size() <= kMost && std::none_of(sText.begin(), sText.end(), IsDigitPlace) &&
+  return nLetters >= nFewest && sText.size() <= kMost && std::none_of(sText.begin(), sText.end(), IsDigitPlace) &&
          sText.find_first_of(U"[];=") == std::u32string_view::npos;
 }
 
 /// Stretches of a line between gaps, the longest first.
-std::vector<std::u32string_view> TextsOf(const SampleLine& line) {
+std::vector<std::u32string_view> TextsOf(const SampleLine& line, size_t nFewest = kFewestLetters) {
   std::vector<std::u32string_view> texts{TrimPlaces(line.sText)};
   size_t nFrom = 0;
   for (size_t i = 0; i < line.marks.size(); ++i) {
@@ -37,29 +39,47 @@ std::vector<std::u32string_view> TextsOf(const SampleLine& line) {
     texts.push_back(line.sText.substr(nStart, static_cast<size_t>(line.marks[i].lEnd) + 1 - nStart));
     nFrom = i + 1;
   }
-  std::erase_if(texts, [](std::u32string_view sText) { return !Serves(sText); });
+  std::erase_if(texts, [&](std::u32string_view sText) { return !Serves(sText, nFewest); });
   std::stable_sort(texts.begin(), texts.end(),
                    [](std::u32string_view a, std::u32string_view b) { return a.size() > b.size(); });
   return texts;
 }
 
 /// A text of this line that stands on no line from nFrom up to it.
-std::optional<std::u32string_view> KeyOf(const clsReportSample& report, size_t nLine, size_t nFrom) {
-  for (const std::u32string_view sText : TextsOf(report.Lines()[nLine])) {
+std::optional<std::u32string_view> KeyOf(const clsReportSample& report, size_t nLine, size_t nFrom, bool bNames) {
+  for (const std::u32string_view sText : TextsOf(report.Lines()[nLine], bNames ? kFewestOfNames : kFewestLetters)) {
     if (FirstWith(report, sText, nFrom) == nLine) return sText;
   }
   return std::nullopt;
 }
 
-/// The line with the start text, near above the first row; the names of its columns come first.
-std::optional<std::pair<std::u32string_view, size_t>> StartKey(const clsReportSample& report, size_t nFirst,
-                                                               const std::vector<size_t>& headingLines) {
-  std::vector<size_t> lines = headingLines;
-  std::reverse(lines.begin(), lines.end());
+/// The line with the start text, near above the first row; the names of its columns come first. A value of a row never
+/// is one: it changes from month to month.
+std::optional<std::pair<std::u32string_view, size_t>> StartKey(const clsReportSample& report, const LineOwners& owners,
+                                                               size_t nFirst, const std::vector<size_t>& headingLines) {
+  for (auto it = headingLines.rbegin(); it != headingLines.rend(); ++it) {
+    if (const auto sText = KeyOf(report, *it, 0, true)) return std::pair(*sText, *it);
+  }
   constexpr size_t kNear = 12;
-  for (size_t n = nFirst; n > 0 && nFirst - n < kNear; --n) lines.push_back(n - 1);
-  for (const size_t n : lines) {
-    if (const auto sText = KeyOf(report, n, 0)) return std::pair(*sText, n);
+  for (size_t n = nFirst; n > 0 && nFirst - n < kNear; --n) {
+    if (owners.tables[n - 1] != 0) continue;
+    if (const auto sText = KeyOf(report, n - 1, 0, false)) return std::pair(*sText, n - 1);
+  }
+  return std::nullopt;
+}
+
+/// The line with the end text, near below the last row: names of columns, else a text, a total as the last choice.
+std::optional<std::u32string_view> EndKey(const clsReportSample& report, const LineOwners& owners, size_t nLast,
+                                          size_t nStart) {
+  constexpr size_t kNear = 12;
+  const size_t nEnd = std::min(nLast + kNear + 1, report.Lines().size());
+  for (const int nChoice : {0, 1, 2}) {
+    for (size_t n = nLast + 1; n < nEnd; ++n) {
+      const bool bTotal = SaysTotal(report.Lines()[n].sText);
+      const int nOwn = owners.names[n] ? 0 : bTotal ? 2 : 1;
+      if (owners.tables[n] != 0 || nOwn != nChoice) continue;
+      if (const auto sText = KeyOf(report, n, nStart, nChoice == 0)) return sText;
+    }
   }
   return std::nullopt;
 }
@@ -120,26 +140,22 @@ void DropBalances(const clsReportSample& report, const LineOwners& owners, const
   }
 }
 
-void SetStretch(const clsReportSample& report, const std::vector<size_t>& wrong, const std::vector<size_t>& rows,
-                const std::vector<size_t>& headingLines, TidyTable& table) {
+void SetStretch(const clsReportSample& report, const LineOwners& owners, const std::vector<size_t>& wrong,
+                const std::vector<size_t>& rows, const std::vector<size_t>& headingLines, TidyTable& table) {
   const bool bBefore = !wrong.empty() && wrong.front() < rows.front();
   const bool bBehind = !wrong.empty() && wrong.back() > rows.back();
   size_t nStart = 0;
   if (bBefore) {
-    const auto key = StartKey(report, rows.front(), headingLines);
+    const auto key = StartKey(report, owners, rows.front(), headingLines);
     if (!key) return;
     table.sStartLine = Utf8Of(key->first);
     table.lStartOffset = 1;
     nStart = key->second + 1;
   }
   if (!bBehind) return;
-  constexpr size_t kNear = 12;
-  for (size_t n = rows.back() + 1; n < report.Lines().size() && n <= rows.back() + kNear; ++n) {
-    if (const auto sText = KeyOf(report, n, nStart)) {
-      table.sEndLine = Utf8Of(*sText);
-      table.lEndOffset = -1;
-      return;
-    }
+  if (const auto sText = EndKey(report, owners, rows.back(), nStart)) {
+    table.sEndLine = Utf8Of(*sText);
+    table.lEndOffset = -1;
   }
 }
 

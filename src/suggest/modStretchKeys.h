@@ -17,7 +17,7 @@ void DropTotals(const clsReportSample& report, const std::vector<size_t>& wrong,
 void DropBalances(const clsReportSample& report, const LineOwners& owners, const std::vector<size_t>& rows,
                   TidyTable& table);
 /// Start and end texts that shut out lines elsewhere; none where that can't be had from words above and below.
-void SetStretch(const clsReportSample& report, const std::vector<size_t>& wrong, const std::vector<size_t>& rows,
-                const std::vector<size_t>& headingLines, TidyTable& table);
+void SetStretch(const clsReportSample& report, const LineOwners& owners, const std::vector<size_t>& wrong,
+                const std::vector<size_t>& rows, const std::vector<size_t>& headingLines, TidyTable& table);
 
 }  // namespace quillon

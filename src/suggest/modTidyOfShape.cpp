@@ -40,7 +40,8 @@ struct ColumnFacts {
         bPoint || (nPoint != std::u32string_view::npos && (nComma == std::u32string_view::npos || nPoint > nComma));
     const bool bLastComma =
         nComma != std::u32string_view::npos && (nPoint == std::u32string_view::npos || nComma > nPoint);
-    if (bLastComma && nLast != nComma + 3 && nLast > nComma) bDecimalComma = true;
+    const bool bThousands = nPoint != std::u32string_view::npos && nPoint < nComma;
+    if (bLastComma && (bThousands || nLast != nComma + 3) && nLast > nComma) bDecimalComma = true;
   }
 };
 
@@ -129,6 +130,10 @@ TidyPart TidyOfFacts(const std::vector<ColumnFacts>& facts) {
     bComma = bComma || (fact.kinds.IsNumeric() && fact.bDecimalComma);
     bPoint = bPoint || (fact.kinds.IsNumeric() && fact.bPoint);
   }
+  // 791,804 beside 18.12.20: those who print dates so have a decimal comma.
+  bComma = bComma || std::any_of(facts.begin(), facts.end(), [](const ColumnFacts& fact) {
+             return !fact.kinds.IsNumeric() && fact.dates.Form().starts_with("DD.MM");
+           });
   for (size_t i = 0; i < facts.size(); ++i) {
     part.types.push_back(TypeOf(facts[i], bComma && !bPoint));
     TidyNeed need = NeedOf(facts[i], i);

@@ -167,6 +167,7 @@ bool IsTail(const clsReportSample& report, std::span<const size_t> rows, int32_t
   if (lRightFirst != lLast + 2) return false;
   size_t nBoth = 0;
   size_t nShort = 0;
+  size_t nReach = 0;
   for (const size_t n : rows) {
     const std::u32string_view sText = report.Lines()[n].sText;
     const auto filled = [&](int32_t lFrom, int32_t lTo) {
@@ -176,6 +177,7 @@ bool IsTail(const clsReportSample& report, std::span<const size_t> rows, int32_t
       return false;
     };
     const bool bReaches = !IsBlankPlace(At(sText, lLast));
+    nReach += bReaches ? 1U : 0U;
     if (filled(lRightFirst, lRightLast)) {
       if (!bReaches) return false;
       ++nBoth;
@@ -183,7 +185,8 @@ bool IsTail(const clsReportSample& report, std::span<const size_t> rows, int32_t
       nShort += !bReaches && filled(lFirst, lLast) ? 1U : 0U;
     }
   }
-  return nBoth > 0 && nShort > 0;
+  // Codes of one width reach the end without anything behind.
+  return nBoth > 0 && nShort > 0 && nBoth * 3 >= nReach * 2;
 }
 
 }  // namespace quillon
