@@ -101,6 +101,7 @@ class clsTableFinder {
 
   /// A sign in place of a figure, not between words.
   static bool HasSignAlone(std::span<const LineMark> marks) {
+    if (!marks.empty() && marks.front().kind == MarkKind::Sign) return true;
     for (size_t i = 1; i < marks.size(); ++i) {
       if (marks[i].kind == MarkKind::Sign && marks[i].lStart - marks[i - 1].lEnd > 2) return true;
     }
@@ -153,6 +154,20 @@ class clsTableFinder {
 
   size_t ColumnsOf(const std::vector<size_t>& rows) const { return clsTableShape(report_, rows).Columns().size(); }
 
+  size_t NumberColumnsOf(const std::vector<size_t>& rows) const {
+    const clsTableShape shape(report_, rows);
+    return static_cast<size_t>(std::count_if(shape.Columns().begin(), shape.Columns().end(),
+                                             [](const ShapeColumn& column) { return column.bNumber; }));
+  }
+
+  /// In few rows the words of a text stand below each other by chance: columns of numbers tell more.
+  bool HaveAsManyColumns(const std::vector<size_t>& both, const std::vector<size_t>& group,
+                         const std::vector<size_t>& run) const {
+    if (ColumnsOf(both) >= std::min(ColumnsOf(group), ColumnsOf(run))) return true;
+    const size_t nNumbers = NumberColumnsOf(both);
+    return nNumbers >= 2 && nNumbers == NumberColumnsOf(group) && nNumbers == NumberColumnsOf(run);
+  }
+
   /// Small tables one below the other share edges by chance. Their runs of lines are one table only if they have as
   /// many columns together as alone.
   std::vector<std::vector<size_t>> AlikeRuns(const std::vector<size_t>& lines) const {
@@ -180,7 +195,7 @@ class clsTableFinder {
     for (std::vector<size_t>& group : groups) {
       std::vector<size_t> both = group;
       both.insert(both.end(), run.begin(), run.end());
-      if (ColumnsOf(both) < std::min(ColumnsOf(group), ColumnsOf(run))) continue;
+      if (!HaveAsManyColumns(both, group, run)) continue;
       group = std::move(both);
       return;
     }
