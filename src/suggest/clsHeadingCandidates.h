@@ -38,10 +38,6 @@ struct HeadingCandidate {
   int32_t lBehind = 0;     ///< Of a shape: from this place on nothing stands on its lines; 0: anything may
 };
 
-/// True for lines of which most are titles of groups of a larger table's rows: they begin with the same word, and rows
-/// of that table follow nearly each of them.
-bool AreTitlesOf(const clsReportSample& report, std::span<const size_t> lines, std::span<const size_t> rows);
-
 /// Collects what the lines between the rows of a table have in common.
 class clsHeadingCandidates {
  public:

@@ -9,10 +9,12 @@
 #include "modDistantLines.h"
 #include "modFurtherLines.h"
 #include "modGroupHeadings.h"
+#include "modGroupTitles.h"
 #include "modMendTables.h"
 #include "modRecordsByLabel.h"
 #include "modRowClusters.h"
 #include "modRowKinds.h"
+#include "modRowsOfCluster.h"
 #include "modSideBySide.h"
 #include "modSplitTables.h"
 #include "modStretchKeys.h"
@@ -74,139 +76,8 @@ class clsTableFinder {
     std::vector<size_t> heading;  ///< Lines of the first one
   };
 
-  /// Rows of a cluster: in rounds, since lines that are no rows blur the columns. Totals blur them most, being many and
-  /// alike, so they are put aside; those of a statement, where texts are indented, are lines of it.
-  std::vector<size_t> Settle(const std::vector<size_t>& lines) const {
-    std::vector<size_t> rows;
-    std::vector<size_t> totals;
-    for (const size_t n : lines) (SaysTotal(report_.Lines()[n].sText) ? totals : rows).push_back(n);
-    DropWords(rows);
-    if (rows.size() < 2) return {};
-    constexpr int32_t kRounds = 5;
-    for (int32_t l = 0; l < kRounds && rows.size() > 1; ++l) {
-      const clsTableShape shape(report_, rows);
-      const std::vector<size_t> kept = RowsOfKinds(report_, shape, KindsOfRows(report_, shape, rows), rows);
-      if (kept.size() == rows.size()) break;
-      rows = kept;
-    }
-    if (rows.empty() || totals.empty()) return rows;
-    const clsTableShape shape(report_, rows);
-    const std::vector<ColumnKinds> kinds = KindsOfRows(report_, shape, rows);
-    std::vector<size_t> kept = RowsOfKinds(report_, shape, kinds, totals);
-    if (!IsIndented(shape, rows)) std::erase_if(kept, [&](size_t n) { return !HasOtherTexts(shape, kinds, n); });
-    rows.insert(rows.end(), kept.begin(), kept.end());
-    std::sort(rows.begin(), rows.end());
-    return rows;
-  }
-
-  /// A sign in place of a figure, not between words.
-  static bool HasSignAlone(std::span<const LineMark> marks) {
-    if (!marks.empty() && marks.front().kind == MarkKind::Sign) return true;
-    for (size_t i = 1; i < marks.size(); ++i) {
-      if (marks[i].kind == MarkKind::Sign && marks[i].lStart - marks[i - 1].lEnd > 2) return true;
-    }
-    return false;
-  }
-
-  /// Lines of words with one figure at most are titles if most of the others have several figures.
-  void DropWords(std::vector<size_t>& rows) const {
-    constexpr size_t kSeveral = 3;
-    std::vector<size_t> kept;
-    size_t nFull = 0;
-    for (const size_t n : rows) {
-      const auto marks = report_.Lines()[n].marks;
-      const auto count = [&](MarkKind kind) {
-        return static_cast<size_t>(
-            std::count_if(marks.begin(), marks.end(), [&](const LineMark& mark) { return mark.kind == kind; }));
-      };
-      const size_t nNumbers = count(MarkKind::Number);
-      nFull += nNumbers >= kSeveral ? 1U : 0U;
-      if (nNumbers > 1 || HasSignAlone(marks)) kept.push_back(n);
-    }
-    if (nFull > 1 && nFull * 3 >= rows.size()) rows = std::move(kept);
-  }
-
-  /// A line that calls itself a total is a row if it has what only rows have: a second text, a date, a number of its
-  /// own.
-  bool HasOtherTexts(const clsTableShape& shape, const std::vector<ColumnKinds>& kinds, size_t n) const {
-    std::vector<std::u32string_view> cells;
-    shape.Cut(report_.Lines()[n].sText, cells);
-    size_t nTexts = 0;
-    for (size_t i = 0; i < cells.size(); ++i) {
-      nTexts += !cells[i].empty() && !kinds[i].IsUsual({}) && (!kinds[i].IsNumeric() || i == 0) ? 1U : 0U;
-    }
-    return nTexts >= 2;
-  }
-
-  /// Whether the texts of the first column begin at several places, and few at the same end.
-  bool IsIndented(const clsTableShape& shape, const std::vector<size_t>& rows) const {
-    std::map<int32_t, size_t> starts;
-    const ShapeColumn& first = shape.Columns().front();
-    if (first.bNumber || first.bFigures) return false;
-    for (const size_t n : rows) ++starts[report_.Lines()[n].marks.front().lStart];
-    constexpr size_t kMost = 6;
-    return starts.size() > 1 && starts.size() <= kMost;
-  }
-
   void AddCluster(const std::vector<size_t>& lines) {
-    for (const std::vector<size_t>& alike : AlikeRuns(lines)) AddRows(Settle(alike));
-  }
-
-  size_t ColumnsOf(const std::vector<size_t>& rows) const { return clsTableShape(report_, rows).Columns().size(); }
-
-  size_t NumberColumnsOf(const std::vector<size_t>& rows) const {
-    const clsTableShape shape(report_, rows);
-    return static_cast<size_t>(std::count_if(shape.Columns().begin(), shape.Columns().end(),
-                                             [](const ShapeColumn& column) { return column.bNumber; }));
-  }
-
-  /// In few rows the words of a text stand below each other by chance: columns of numbers tell more.
-  bool HaveAsManyColumns(const std::vector<size_t>& both, const std::vector<size_t>& group,
-                         const std::vector<size_t>& run) const {
-    if (ColumnsOf(both) >= std::min(ColumnsOf(group), ColumnsOf(run))) return true;
-    const size_t nNumbers = NumberColumnsOf(both);
-    return nNumbers >= 2 && nNumbers == NumberColumnsOf(group) && nNumbers == NumberColumnsOf(run);
-  }
-
-  /// Small tables one below the other share edges by chance. Their runs of lines are one table only if they have as
-  /// many columns together as alone.
-  std::vector<std::vector<size_t>> AlikeRuns(const std::vector<size_t>& lines) const {
-    constexpr size_t kFewest = 3;
-    constexpr size_t kMostRuns = 24;
-    std::vector<std::vector<size_t>> runs;
-    for (const size_t n : lines) {
-      const bool bGoesOn = !runs.empty() && OnlyBlank(runs.back().back() + 1, n);
-      if (!bGoesOn) runs.emplace_back();
-      runs.back().push_back(n);
-    }
-    const auto isLong = [&](const std::vector<size_t>& run) { return run.size() >= kFewest; };
-    constexpr size_t kSmall = 40;
-    const bool bSmall = lines.size() <= kSmall && runs.size() <= kMostRuns;
-    if (!bSmall || std::count_if(runs.begin(), runs.end(), isLong) < 2) return {lines};
-    std::vector<std::vector<size_t>> groups;
-    for (const std::vector<size_t>& run : runs) {
-      if (isLong(run)) AddRun(run, groups);
-    }
-    if (groups.size() == 1) return {lines};
-    return groups;
-  }
-
-  void AddRun(const std::vector<size_t>& run, std::vector<std::vector<size_t>>& groups) const {
-    for (std::vector<size_t>& group : groups) {
-      std::vector<size_t> both = group;
-      both.insert(both.end(), run.begin(), run.end());
-      if (!HaveAsManyColumns(both, group, run)) continue;
-      group = std::move(both);
-      return;
-    }
-    groups.push_back(run);
-  }
-
-  bool OnlyBlank(size_t nFrom, size_t nEnd) const {
-    for (size_t n = nFrom; n < nEnd; ++n) {
-      if (!report_.Lines()[n].IsBlank()) return false;
-    }
-    return true;
+    for (const std::vector<size_t>& rows : RowsOfCluster(report_, lines)) AddRows(rows);
   }
 
   void AddRows(const std::vector<size_t>& rows) {

@@ -1,0 +1,14 @@
+#pragma once
+// Lines that are titles of groups of a table's rows, though they share edges as rows do.
+
+#include <span>
+
+#include "clsReportSample.h"
+
+namespace quillon {
+
+/// True for lines of which most are titles of groups of a larger table's rows: they begin with the same word, and rows
+/// of that table follow nearly each of them.
+bool AreTitlesOf(const clsReportSample& report, std::span<const size_t> lines, std::span<const size_t> rows);
+
+}  // namespace quillon
