@@ -77,7 +77,7 @@ void clsTableShape::FindPartingPlaces() {
   size_t nBySign = 0;
   if (rows_.size() < kFewest) return;
   for (size_t p = 0; p < filled_.size(); ++p) {
-    if (filled_[p] * 10 < rows_.size() * 9) continue;
+    if (filled_[p] * 20 < rows_.size() * 17) continue;
     std::array<size_t, kParting.size()> counts{};
     size_t nInside = 0;
     for (const size_t n : rows_) {
@@ -88,12 +88,14 @@ void clsTableShape::FindPartingPlaces() {
       nInside += StandsInside(sText, p) ? 1U : 0U;
     }
     const size_t nMost = *std::max_element(counts.begin(), counts.end());
-    if (nMost * 20 < rows_.size() * 19 || nInside * 5 >= rows_.size()) continue;
+    const auto nMark = static_cast<size_t>(std::max_element(counts.begin(), counts.end()) - counts.begin());
+    constexpr std::u32string_view kBars = U"|\u2502\u2503";
+    const bool bBar = kBars.find(kParting[nMark]) != std::u32string_view::npos;
+    if (nMost * 20 < rows_.size() * (bBar ? 17U : 19U) || nInside * 5 >= rows_.size()) continue;
     filled_[p] = 0;
     parting_[p] = true;
-    const auto nWhich = static_cast<size_t>(std::max_element(counts.begin(), counts.end()) - counts.begin());
-    nBySign += kParting[nWhich] == U',' || kParting[nWhich] == U';' || kParting[nWhich] == U'|' ? 1U : 0U;
-    if (kParting[nWhich] == U'=' && lEquals_ < 0) lEquals_ = static_cast<int32_t>(p);
+    nBySign += kParting[nMark] == U',' || kParting[nMark] == U';' || kParting[nMark] == U'|' ? 1U : 0U;
+    if (kParting[nMark] == U'=' && lEquals_ < 0) lEquals_ = static_cast<int32_t>(p);
   }
   constexpr size_t kEnough = 3;
   bByMarks_ = nBySign >= kEnough;

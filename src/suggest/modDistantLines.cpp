@@ -127,6 +127,12 @@ class clsDistantLines {
     }
     for (size_t t = 0; t < nTurns; ++t) {
       const size_t nNext = (t + 1) % nTurns;
+      for (const CellKind kind : {CellKind::Date, CellKind::Digits, CellKind::Number}) {
+        const auto itHere = counts[t].front().find(kind);
+        const auto itNext = counts[nNext].front().find(kind);
+        const bool bBoth = itHere != counts[t].front().end() && itNext != counts[nNext].front().end();
+        if (bBoth && itHere->second * 10 > of[t] * 9 && itNext->second * 10 > of[nNext] * 9) return false;
+      }
       bool bOwn = false;
       for (size_t c = 0; c < counts[t].size(); ++c) {
         for (const auto& [kind, nCount] : counts[t][c]) {
@@ -176,7 +182,10 @@ class clsDistantLines {
       const size_t nOther = OtherTable(i, nDistance, nOwn);
       if (nOwn * 10 > tables_[i].rows.size()) break;
       if (nOther != tables_.size()) {
-        distant.lines = tables_[nOther].rows;
+        const std::vector<size_t>& rows = tables_[i].rows;
+        for (const size_t n : tables_[nOther].rows) {
+          if (n >= nDistance && std::binary_search(rows.begin(), rows.end(), n - nDistance)) distant.lines.push_back(n);
+        }
         joined.push_back(nOther);
       } else {
         distant.lines = FreeLines(i, nDistance);
@@ -225,9 +234,37 @@ class clsDistantLines {
     for (const auto& [nOther, nCount] : counts) {
       const FoundTable& other = tables_[nOther];
       const bool bMost = nCount * 20 >= tables_[i].rows.size() * 17 && nCount * 20 >= other.rows.size() * 17;
-      if (bMost && !gone_[nOther] && !other.bRecords && other.rows.front() > tables_[i].rows.front()) return nOther;
+      if (BeginAlike(tables_[i], other)) continue;
+      if (bMost && !gone_[nOther] && !other.bRecords && ComesFirst(tables_[i], other)) return nOther;
     }
     return tables_.size();
+  }
+
+  /// Which of two tables that take turns begins the records: the one whose rows stand below a gap.
+  bool ComesFirst(const FoundTable& table, const FoundTable& other) const {
+    const auto belowGaps = [&](const FoundTable& t) {
+      return std::count_if(t.rows.begin(), t.rows.end(), [&](size_t n) {
+        return n == 0 || report_.Lines()[n - 1].IsBlank() || report_.Lines()[n - 1].bDrawn;
+      });
+    };
+    const auto nTable = belowGaps(table);
+    const auto nOther = belowGaps(other);
+    return nTable != nOther ? nTable > nOther : table.rows.front() < other.rows.front();
+  }
+
+  /// Dates or numbers below each other at the front of both are rows of one table.
+  bool BeginAlike(const FoundTable& table, const FoundTable& other) const {
+    const auto kindOf = [&](const FoundTable& t) {
+      const SampleLine& line = report_.Lines()[t.rows.front()];
+      const LineMark& first = line.marks.front();
+      const CellKind kind = KindOfCell(
+          line.sText.substr(static_cast<size_t>(first.lStart), static_cast<size_t>(first.lEnd - first.lStart) + 1));
+      return std::pair(kind, first.lEnd);
+    };
+    const auto [kind, lEnd] = kindOf(table);
+    const auto [kindOther, lEndOther] = kindOf(other);
+    const bool bFigures = kind == CellKind::Date || kind == CellKind::Digits || kind == CellKind::Number;
+    return bFigures && kind == kindOther && lEnd == lEndOther;
   }
 
   /// Lines of no table at this distance, if nearly all rows have one that begins at the same place.

@@ -140,7 +140,9 @@ class clsFurtherLines {
       const size_t nBelow = rows_[i] + 1;
       const size_t nAbove = rows_[i] - 1;
       if (rows_[i] > 0 && MayGoDown(nAbove) && i > 0) {
-        const bool bBetween = nAbove > 0 && IsRow(nAbove - 1);
+        size_t nTop = nAbove;
+        while (nTop > 0 && IsFree(nTop - 1)) --nTop;
+        const bool bBetween = nTop > 0 && IsRow(nTop - 1);
         nSureDown_ += bBetween ? 0U : 1U;
         (!bBetween ? nDown_ : GoesDown(nAbove) ? nBetweenDown_ : nBetweenUp_) += 1;
       } else if (i > 0 && rows_[i] == rows_[i - 1] + 2 && IsFree(nAbove) && StandsUnderOneText(nAbove)) {
@@ -150,7 +152,9 @@ class clsFurtherLines {
       const bool bAtRowBelow = IsRow(nBelow + 1);
       if (!bAtRowBelow && StandsUnderTexts(nBelow)) {
         ++nUp_;
-        ++nSureUp_;
+        size_t nBottom = nBelow;
+        while (IsFree(nBottom + 1)) ++nBottom;
+        nSureUp_ += IsRow(nBottom + 1) ? 0U : 1U;
       } else if (!bAtRowBelow) {
         ++nNeither_;
       }
@@ -166,14 +170,17 @@ class clsFurtherLines {
     return IsFree(n) && StandsUnderFirstText(n) && !EndsInColon(Line(n)) && !SaysTotal(Line(n).sText);
   }
 
-  /// A line between two rows begins the one below if that one is further in, or goes on with a small letter.
+  /// A line between two rows begins the one below if that one is further in, or goes on with a small letter where the
+  /// line itself doesn't.
   bool GoesDown(size_t n) const {
     const SampleLine& below = Line(n + 1);
+    const auto isSmall = [](char32_t ch) { return ch >= U'a' && ch <= U'z'; };
+    const bool bSmall = isSmall(Line(n).sText[static_cast<size_t>(Line(n).marks.front().lStart)]);
     for (const LineMark& mark : below.marks) {
       const ShapeColumn& column = shape_.Columns()[nText_];
       if (mark.lStart < column.lPlaceFirst) continue;
       const char32_t ch = below.sText[static_cast<size_t>(mark.lStart)];
-      return mark.lStart > Line(n).marks.front().lStart || (ch >= U'a' && ch <= U'z');
+      return mark.lStart > Line(n).marks.front().lStart || (isSmall(ch) && !bSmall);
     }
     return false;
   }

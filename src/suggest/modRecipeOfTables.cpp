@@ -212,12 +212,24 @@ std::string RecipeOfTable(const TidyTable& table, size_t nTable) {
   AddKey(sText, "Totals", Joined(table.totals));
   AddKey(sText, "Sheet", TidyEscaped(table.sSheet));
   for (size_t k = 0; k < table.headings.size(); ++k) {
-    sText += fmt::format("[Heading {}.{}]\n", nTable, k + 1);
-    // The first of two counts, so one semicolon less switches the column off.
-    if (table.headings[k].ColumnCount() == 1) sText += ";Types=skip\n";
-    AddPart(sText, table.headings[k]);
+    sText += RecipeOfHeading(table.headings[k], nTable, k + 1);
   }
   return sText + LinesText(table, nTable);
+}
+
+std::string RecipeOfHeading(const TidyPart& heading, size_t nTable, size_t nHeading) {
+  std::string sText = fmt::format("[Heading {}.{}]\n", nTable, nHeading);
+  AddPart(sText, heading);
+  return sText;
+}
+
+std::string SwitchedOff(std::string_view sSections) {
+  std::string sText;
+  for (size_t i = 0; i < sSections.size(); ++i) {
+    sText += sSections[i];
+    if (sSections[i] == '[' && (i == 0 || sSections[i - 1] == '\n')) sText += '-';
+  }
+  return sText;
 }
 
 }  // namespace quillon

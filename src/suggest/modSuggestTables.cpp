@@ -47,6 +47,10 @@ void NameSheets(std::vector<FoundTable>& tables) {
   for (FoundTable& table : tables) {
     if (table.bChosen) chosen.push_back(&table);
   }
+  size_t nOff = chosen.size();
+  for (FoundTable& table : tables) {
+    if (!table.bChosen) table.tidy.sSheet = fmt::format("Table {}", ++nOff);
+  }
   for (size_t i = 1; i < chosen.size(); ++i) {
     const std::vector<std::string>& names = chosen[i]->tidy.row.names;
     const bool bNamed = std::any_of(names.begin(), names.end(), [](const std::string& s) { return !s.empty(); });
@@ -99,27 +103,20 @@ std::string CommentText(std::string_view sText) {
   return ReplaceAll(ReplaceAll(WithoutControls(sText), "[", "("), "]", ")");
 }
 
-std::string NamesText(const TidyPart& part) {
-  std::string sNames;
-  for (const std::string& sName : part.names) {
-    if (!sName.empty()) sNames += (sNames.empty() ? ";   " : " | ") + CommentText(sName);
-  }
-  return sNames.empty() ? sNames : sNames + "\n";
-}
-
 std::string TableText(const FoundTable& table, size_t nSuggestion, size_t nTable) {
   std::string sText = fmt::format("\n; Suggestion {}: {} rows, {}, {} columns", nSuggestion,
                                   table.bChosen ? table.lRows : static_cast<int64_t>(table.rows.size()),
                                   LinesText(table.lFirstLine, table.lLastLine), table.tidy.row.ColumnCount());
   if (table.bDoubtful) sText += "; perhaps no table";
-  if (!table.bChosen) sText += fmt::format("; --tables {} has it", nSuggestion);
+  if (!table.bChosen) sText += fmt::format("; off, --tables {} has it", nSuggestion);
   sText += ".\n";
   if (table.lMissing > 0) sText += fmt::format("; {} lines that look like its rows are not taken.\n", table.lMissing);
   if (table.lStrangers > 0) sText += fmt::format("; {} lines are taken that may be no rows.\n", table.lStrangers);
-  if (!table.bChosen) return sText + NamesText(table.tidy.row);
-  sText += RecipeOfTable(table.tidy, nTable);
-  for (const TidyPart& heading : table.otherHeadings) {
-    sText += "; A heading that is no column; --headings all has it:\n" + NamesText(heading);
+  const std::string sSections = RecipeOfTable(table.tidy, nTable);
+  sText += table.bChosen ? sSections : SwitchedOff(sSections);
+  for (size_t k = 0; table.bChosen && k < table.otherHeadings.size(); ++k) {
+    sText += "; A heading that is no column.\n";
+    sText += SwitchedOff(RecipeOfHeading(table.otherHeadings[k], nTable, table.tidy.headings.size() + k + 1));
   }
   return sText;
 }
@@ -175,18 +172,20 @@ bool SuggestTables(std::string_view sInput, const TextFileOptions& options, int3
 
 std::string TableSuggestion::Text() const {
   std::string sText =
-      "; Suggested by the shape of the report. Look at it before you trust it. A key with a semicolon in front is "
-      "off.\n";
+      "; Suggested by the shape of the report. Look at it before you trust it. A section whose name begins with "
+      "- is off.\n; Take the - away to switch it on, the first one first; put it before the name of the last one to "
+      "switch "
+      "that off.\n";
   if (!bWholeSample)
     sText += "; The tables were looked for in the first part of the report, and counted in all of it.\n";
   if (LooksIncomplete()) sText += "; It looks incomplete.\n";
   for (const std::string& sReason : Reasons()) sText += ";   " + CommentText(sReason) + "\n";
   sText += "[Header]\nProduct=QLN-B\nFileType=RECIPE\nFileFormat=1.0\n";
   size_t nTable = 0;
-  const size_t nChosen = Chosen();
+  size_t nOff = Chosen();
   for (size_t i = 0; i < tables.size(); ++i) {
     nTable += tables[i].bChosen ? 1U : 0U;
-    sText += TableText(tables[i], i + 1, tables[i].bChosen ? nTable : nChosen + 1);
+    sText += TableText(tables[i], i + 1, tables[i].bChosen ? nTable : ++nOff);
   }
   return sText;
 }
