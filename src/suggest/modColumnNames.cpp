@@ -135,6 +135,30 @@ bool HasFiguresOverFigures(const SampleLine& line, const std::vector<ShapeColumn
   return nFigures > 0 && nFigures >= nWords;
 }
 
+/// <S>, <C>: what tells a program where columns begin.
+bool IsTag(std::u32string_view sWord) {
+  constexpr size_t kLongest = 4;
+  return sWord.size() >= 3 && sWord.size() <= kLongest && sWord.front() == U'<' && sWord.back() == U'>';
+}
+
+bool AreTags(const SampleLine& line) {
+  return !line.marks.empty() && std::all_of(line.marks.begin(), line.marks.end(), [&](const LineMark& mark) {
+    return IsTag(TextOf(line, {mark.lStart, mark.lEnd}));
+  });
+}
+
+/// Names that stand at no places: as many as columns, with one blank between them.
+bool AreNamesInOrder(const SampleLine& line, const std::vector<ShapeColumn>& columns) {
+  constexpr size_t kFewest = 3;
+  const std::vector<Piece> words = PiecesOf(line, 1);
+  return words.size() >= kFewest && words.size() == line.marks.size() && words.size() == columns.size() &&
+         PiecesOf(line, 2).size() * 2 <= words.size() &&
+         std::all_of(words.begin(), words.end(), [&](const Piece& word) {
+           const std::u32string_view sWord = TextOf(line, word);
+           return IsLetterPlace(sWord.front()) && !HoldsFigure(sWord) && sWord.back() != U':';
+         });
+}
+
 bool MayBeHeading(const SampleLine& line, const clsTableShape& shape) {
   if (line.bDrawn || line.marks.empty()) return false;
   const auto nNumbers = static_cast<size_t>(std::count_if(
@@ -168,16 +192,23 @@ std::vector<size_t> HeadingLines(const clsReportSample& report, const clsTableSh
   size_t nPassed = 0;
   for (size_t n = nRow; n > nAfter && found.size() < kMostLines; --n) {
     const SampleLine& line = lines[n - 1];
-    if (line.IsBlank() || line.bDrawn) {
+    if (line.IsBlank() || line.bDrawn || AreTags(line)) {
       if (!found.empty() || ++nPassed > kMostPassed) break;
       continue;
     }
+    if (found.empty() && lines[n].bDrawn && AreNamesInOrder(line, shape.Columns())) return {n - 1};
     if (!MayBeHeading(line, shape) && !(MayGoAbove(line) && !found.empty())) {
       // Names may stand above a short line, such as a unit or the title of the first group.
       if (found.empty() && ++nPassed <= kMostPassed && (line.marks.size() <= 4 || HasValues(line))) continue;
       break;
     }
     found.insert(found.begin(), n - 1);
+  }
+  // Names too wide for one line go on in the next one.
+  if (found.size() == 1 && found.front() + 1 < nRow) {
+    const SampleLine& next = lines[found.front() + 1];
+    const size_t nPieces = PiecesOf(lines[found.front()], 2).size() + PiecesOf(next, 2).size();
+    if (!next.IsBlank() && !next.bDrawn && nPieces == shape.Columns().size()) found.push_back(found.front() + 1);
   }
   return found;
 }
@@ -200,6 +231,12 @@ void AddTo(std::u32string& sName, std::u32string_view sPiece) {
 }
 
 void AddLine(const SampleLine& line, const std::vector<ShapeColumn>& columns, std::vector<std::u32string>& names) {
+  if (AreNamesInOrder(line, columns)) {
+    for (size_t i = 0; i < line.marks.size(); ++i) {
+      AddTo(names[i], TextOf(line, {line.marks[i].lStart, line.marks[i].lEnd}));
+    }
+    return;
+  }
   for (const int32_t lGap : {2, 1}) {
     const std::vector<Piece> pieces = PiecesOf(line, lGap);
     if (!StandInOrder(pieces, columns)) continue;
@@ -228,7 +265,14 @@ std::vector<std::u32string> NamesOfColumns(const clsReportSample& report, const 
                                            const std::vector<size_t>& headingLines) {
   std::vector<std::u32string> names(shape.Columns().size());
   for (const size_t n : headingLines) AddLine(report.Lines()[n], shape.Columns(), names);
-  return names;
+  const bool bAll = std::none_of(names.begin(), names.end(), [](const std::u32string& sName) { return sName.empty(); });
+  if (bAll || headingLines.size() != 2) return names;
+  // As many pieces in two lines as there are columns: the first line was too short for all.
+  std::vector<std::u32string> inOrder;
+  for (const size_t n : headingLines) {
+    for (const Piece& piece : PiecesOf(report.Lines()[n], 2)) AddTo(inOrder.emplace_back(), TextOf(report.Lines()[n], piece));
+  }
+  return inOrder.size() == names.size() ? inOrder : names;
 }
 
 std::u32string HeadingMark(const clsReportSample& report, const std::vector<size_t>& headingLines) {

@@ -401,6 +401,7 @@ bool IsMisnamed(const TidySection& section, std::string& sExample) {
   const bool bHasKeys = std::any_of(section.keys.begin(), section.keys.end(), [](const auto& pair) {
     return std::any_of(kKeys.begin(), kKeys.end(), [&](const TidyKey& key) { return key.sName == pair.first; });
   });
+  if (section.sName.starts_with('-')) return false;  // switched off
   const size_t nWord = std::min(section.sName.find_first_of(" 0123456789"), section.sName.size());
   const std::string_view sWord = std::string_view(section.sName).substr(0, nWord);
   const bool bExact = std::find(kNames.begin(), kNames.end(), sWord) != kNames.end();
