@@ -270,7 +270,8 @@ std::vector<std::u32string> NamesOfColumns(const clsReportSample& report, const 
   // As many pieces in two lines as there are columns: the first line was too short for all.
   std::vector<std::u32string> inOrder;
   for (const size_t n : headingLines) {
-    for (const Piece& piece : PiecesOf(report.Lines()[n], 2)) AddTo(inOrder.emplace_back(), TextOf(report.Lines()[n], piece));
+    for (const Piece& piece : PiecesOf(report.Lines()[n], 2))
+      AddTo(inOrder.emplace_back(), TextOf(report.Lines()[n], piece));
   }
   return inOrder.size() == names.size() ? inOrder : names;
 }
