@@ -62,7 +62,7 @@ void clsSuggestAccount::HeadingChanges(size_t nTable, size_t nHeading, int64_t l
 
 /// A heading or a foot of pages.
 bool clsSuggestAccount::IsFurniture(std::string_view sLine) const {
-  if (above_.contains(std::string(sLine))) return true;
+  if (const auto it = above_.find(std::string(sLine)); it != above_.end() && it->second > 1) return true;
   const auto it = strays_.find(WordsOf(sLine));
   return it != strays_.end() && it->second.lLines > 1 && it->second.bSame;
 }
@@ -71,10 +71,13 @@ void clsSuggestAccount::AddStray(int64_t lLine, std::string_view sLine) {
   constexpr size_t kMostAbove = 200;
   constexpr size_t kLongest = 1000;
   if (!bRowSeen_) {
-    if (above_.size() < kMostAbove) above_.emplace(sLine);
+    if (above_.size() < kMostAbove) ++above_[std::string(sLine)];
     return;
   }
-  if (above_.contains(std::string(sLine))) return;
+  if (const auto itAbove = above_.find(std::string(sLine)); itAbove != above_.end()) {
+    ++itAbove->second;
+    return;
+  }
   const std::string sWords = WordsOf(sLine);
   const auto it = pending_.find(sWords);
   if (it == pending_.end() && pending_.size() >= kMostStrays) return;
@@ -137,6 +140,21 @@ void clsSuggestAccount::Line(int64_t lLine, std::string_view sLine, TidyLineKind
   AddStray(lLine, sLine);
 }
 
+namespace {
+
+/// "May 31, 2024"
+bool IsWrittenDate(std::u32string_view sLine, const std::vector<LineMark>& marks) {
+  constexpr size_t kLongest = 5;
+  constexpr size_t kShortest = 3;
+  return marks.size() <= kLongest && std::any_of(marks.begin(), marks.end(), [&](const LineMark& mark) {
+           const std::u32string_view sWord = sLine.substr(static_cast<size_t>(mark.lStart), kShortest);
+           return mark.kind == MarkKind::Word && std::all_of(sWord.begin(), sWord.end(), IsLetterPlace) &&
+                  IsDateText(U"01-" + std::u32string(sWord) + U"-01");
+         });
+}
+
+}  // namespace
+
 /// As the tables want it, or several figures and little else.
 bool clsSuggestAccount::LooksLikeRow(std::string_view sLine) {
   TakePlaces(sLine, 0, characters_);
@@ -144,7 +162,8 @@ bool clsSuggestAccount::LooksLikeRow(std::string_view sLine) {
   FindMarks(characters_, marks_);
   const auto nNumbers = static_cast<size_t>(
       std::count_if(marks_.begin(), marks_.end(), [](const LineMark& mark) { return mark.kind == MarkKind::Number; }));
-  if (nNumbers >= 2 && nNumbers * 2 > marks_.size()) return true;
+  const bool bApart = nNumbers > 2 || (marks_.size() > 1 && marks_.back().lStart - marks_[marks_.size() - 2].lEnd > 2);
+  if (nNumbers >= 2 && bApart && nNumbers * 2 > marks_.size() && !IsWrittenDate(characters_, marks_)) return true;
   return std::any_of(likeness_.begin(), likeness_.end(),
                      [&](const clsRowLikeness& likeness) { return likeness.LooksLikeRow(characters_); });
 }
@@ -231,7 +250,7 @@ void clsSuggestAccount::SetLeftOut(const ReportProof& proof, LeftOutRows& leftOu
     if (pFirst == nullptr || stray.lFirstLine < pFirst->lFirstLine) pFirst = &stray;
   }
   constexpr int64_t kOneIn = 10;
-  if (pFirst != nullptr && lStrays > 1 && lStrays * kOneIn > lRows && leftOut.lLines == 0) {
+  if (pFirst != nullptr && lStrays * kOneIn > lRows && leftOut.lLines == 0) {
     leftOut.lLines = lStrays;
     ShapeOfLines& shape = leftOut.shapes.emplace_back();
     shape.lLines = lStrays;

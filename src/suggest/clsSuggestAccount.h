@@ -3,7 +3,6 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "clsReportProof.h"
@@ -67,8 +66,8 @@ class clsSuggestAccount : public clsTidyListener {
   std::vector<clsRowLikeness> likeness_;
   std::unordered_map<std::string, Stray> pending_, strays_;  ///< Since the last row, and between rows
   std::unordered_map<std::string, Stray> totalLines_;        ///< Lines of totals
-  std::unordered_set<std::string> above_;  ///< Lines above the first row: they come again on each page
-  std::vector<std::string> totals_;        ///< Words of proved totals
+  std::unordered_map<std::string, int64_t> above_;  ///< Lines above the first row; those that come again head pages
+  std::vector<std::string> totals_;                 ///< Words of proved totals
   bool bRowSeen_ = false;
   size_t nLastTable_ = 0;  ///< Of the last row
   std::u32string characters_;

@@ -38,7 +38,7 @@ class clsFurtherLines {
     constexpr size_t kFewest = 2;
     if (nDown_ >= kFewest && nDown_ > nUp_ && nDown_ > nNeither_) {
       table.join = TidyJoin::Down;
-    } else if (nUp_ >= kFewest && nUp_ > 2 * nNeither_ && nUp_ * 20 >= rows_.size()) {
+    } else if ((nUp_ >= kFewest || (nUp_ == 1 && nDown_ == 0)) && nUp_ > 2 * nNeither_ && nUp_ * 20 >= rows_.size()) {
       table.join = TidyJoin::Up;
     }
     FindLevels(table);
@@ -80,8 +80,12 @@ class clsFurtherLines {
       }
       nWith += bAny ? 1U : 0U;
     }
-    // The head of a page may follow a row.
-    std::erase_if(starts, [&](const auto& start) { return start.second * 10 < nBelow; });
+    // The head of a page may follow a row, and so may what belongs to the rows below: it stands above the first one,
+    // too.
+    std::erase_if(starts, [&](const auto& start) {
+      return start.second * 10 < nBelow || (StandsAboveFirst(start.first) && !StandsBelowLast(start.first));
+    });
+    if (starts.empty()) return;
     constexpr size_t kMostKinds = 3;
     if (nWith * 3 < rows_.size() || starts.size() > kMostKinds || rows_.size() < kMostKinds) return;
     if (nUnder * 2 > nBelow) return;
@@ -93,6 +97,18 @@ class clsFurtherLines {
       further.part.types.push_back({TidyType::Text, false, 0, {}});
       table.lines.push_back(std::move(further));
     }
+  }
+
+  bool StandsAboveFirst(int32_t lStart) const {
+    constexpr size_t kNear = 4;
+    for (size_t n = rows_.front(); n > 0 && rows_.front() - n < kNear; --n) {
+      if (!Line(n - 1).IsBlank() && Line(n - 1).marks.front().lStart == lStart) return IsFree(n - 1);
+    }
+    return false;
+  }
+  bool StandsBelowLast(int32_t lStart) const {
+    const size_t n = rows_.back() + 1;
+    return IsFree(n) && Line(n).marks.front().lStart == lStart;
   }
 
   /// Inside of one column of texts: what is wrapped, and no text of its own.

@@ -19,7 +19,7 @@ class clsClusterRows {
   std::vector<size_t> Settle(const std::vector<size_t>& lines) const {
     std::vector<size_t> rows;
     std::vector<size_t> totals;
-    for (const size_t n : lines) (SaysTotal(report_.Lines()[n].sText) ? totals : rows).push_back(n);
+    for (const size_t n : lines) (IsLikeTotal(report_.Lines()[n].sText) ? totals : rows).push_back(n);
     DropWords(rows);
     if (rows.size() < 2) return {};
     constexpr int32_t kRounds = 5;
@@ -37,6 +37,12 @@ class clsClusterRows {
     rows.insert(rows.end(), kept.begin(), kept.end());
     std::sort(rows.begin(), rows.end());
     return rows;
+  }
+
+  /// "** REP 15      175.00"
+  static bool IsLikeTotal(std::u32string_view sText) {
+    sText = TrimPlaces(sText);
+    return SaysTotal(sText) || sText.starts_with(U"**");
   }
 
   /// A sign in place of a figure, not between words.
