@@ -29,9 +29,9 @@ class clsTidyCsvOutput : public clsTidyOutput {
   RecipeContext& context_;
   clsOutputFile& file_;
   clsCsvRowSink sink_;
-  const bool bPlain_;
+  bool bPlain_;
   const char cSeparator_;
-  std::array<bool, 256> asks_{};  ///< Bytes that want more than their copy
+  std::array<char, 4> asks_{};  ///< Bytes that want more than their copy, besides those that aren't ASCII
   std::vector<std::string_view> fields_;
   int64_t lRows_ = 0;
 };

@@ -48,10 +48,12 @@ class clsTidyLine {
   }
   /// The piece without the blanks around it.
   std::string_view Trimmed(size_t nFrom, size_t nTo) const {
-    std::string_view s = Piece(nFrom, nTo);
-    while (!s.empty() && s.front() == ' ') s.remove_prefix(1);
-    while (!s.empty() && s.back() == ' ') s.remove_suffix(1);
-    return s;
+    const char* const pText = sText_.data();
+    size_t nStart = Offset(nFrom);
+    size_t nEnd = Offset(nTo);
+    while (nStart < nEnd && pText[nStart] == ' ') ++nStart;
+    while (nStart < nEnd && pText[nEnd - 1] == ' ') --nEnd;
+    return nStart < nEnd ? std::string_view(pText + nStart, nEnd - nStart) : std::string_view();
   }
   /// Position of the character at a byte.
   size_t PositionOf(size_t nByte) const;

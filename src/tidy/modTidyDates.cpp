@@ -128,11 +128,15 @@ bool IsOfCalendar(const DateParts& parts) {
          parts.nSecond < 61;
 }
 
-void Put(int nValue, int nWidth, std::string& sOut) {
-  std::array<char, 4> digits{};
-  for (int i = nWidth - 1; i >= 0; --i, nValue /= 10)
-    digits[static_cast<size_t>(i)] = static_cast<char>('0' + nValue % 10);
-  sOut.append(digits.data(), static_cast<size_t>(nWidth));
+char* Put(int nValue, int nWidth, char* pOut) {
+  for (int i = nWidth - 1; i >= 0; --i, nValue /= 10) pOut[i] = static_cast<char>('0' + nValue % 10);
+  return pOut + nWidth;
+}
+
+/// Two digits behind a character that parts them from what stands before.
+char* PutPart(char separator, int nValue, char* pOut) {
+  *pOut = separator;
+  return Put(nValue, 2, pOut + 1);
 }
 
 /// What most dates are: digits in full width in the places of the form's letters, the rest as there.
@@ -165,19 +169,16 @@ bool ReadByForm(std::string_view sText, std::string_view sForm, std::string& sPl
     if (!clsDateScan(sText, sForm).Scan(parts)) return false;
   }
   if (!IsOfCalendar(parts)) return false;
-  sPlain.clear();
-  Put(parts.nYear, 4, sPlain);
-  sPlain.push_back('-');
-  Put(parts.nMonth, 2, sPlain);
-  sPlain.push_back('-');
-  Put(parts.nDay, 2, sPlain);
-  if (parts.nHour < 0) return true;
-  sPlain.push_back(' ');
-  Put(parts.nHour, 2, sPlain);
-  sPlain.push_back(':');
-  Put(parts.nMinute, 2, sPlain);
-  sPlain.push_back(':');
-  Put(parts.nSecond, 2, sPlain);
+  std::array<char, 20> plain;
+  char* pOut = Put(parts.nYear, 4, plain.data());
+  pOut = PutPart('-', parts.nMonth, pOut);
+  pOut = PutPart('-', parts.nDay, pOut);
+  if (parts.nHour >= 0) {
+    pOut = PutPart(' ', parts.nHour, pOut);
+    pOut = PutPart(':', parts.nMinute, pOut);
+    pOut = PutPart(':', parts.nSecond, pOut);
+  }
+  sPlain.assign(plain.data(), static_cast<size_t>(pOut - plain.data()));
   sPlain.append(parts.sFraction);
   return true;
 }

@@ -169,45 +169,56 @@ void WritePlain(const Figures& figures, bool bNegative, std::string& sOut) {
   if (!figures.sExponent.empty()) sOut.append(1, 'E').append(figures.sExponent);
 }
 
+/// Digits of a number on their way to its plain form.
+struct CommonScan {
+  const char* p;
+  const char* const pEnd;
+  char* pOut;
+  uint64_t nValue = 0;
+
+  bool IsDigit(ptrdiff_t nAhead = 0) const { return p + nAhead < pEnd && IsAsciiDigit(p[nAhead]); }
+  void Take() {
+    nValue = nValue * 10 + static_cast<uint64_t>(*p - '0');
+    *pOut++ = *p++;
+  }
+  size_t TakeAll() {
+    const char* const pFrom = p;
+    while (IsDigit()) Take();
+    return static_cast<size_t>(p - pFrom);
+  }
+};
+
 /// What most numbers are: a minus in front at most, digits in groups of three or in none, and decimals. Gives the plain
 /// form at one go. False for any other number too.
 bool ReadCommonNumber(std::string_view s, std::string* pPlain, TidyNumber& number) {
-  std::array<char, kMostDigits + 2> plain{};
-  size_t nPlain = 0;
-  size_t i = 0;
+  constexpr size_t kLongest = kMostDigits + 2;
+  if (s.size() > kLongest) return false;
+  std::array<char, kLongest> plain;
+  CommonScan scan{s.data(), s.data() + s.size(), plain.data()};
   const bool bNegative = s.size() > 1 && s[0] == '-';
-  if (bNegative) plain[nPlain++] = s[i++];
-  const size_t nFirst = i;
-  size_t nWhole = 0;
-  size_t nGroup = kMostDigits;  // digits since the last separator
-  for (; i < s.size() && s[i] != '.'; ++i) {
-    if (s[i] == ',') {
-      if (nGroup == kMostDigits ? nWhole == 0 || nWhole > 3 : nGroup != 3) return false;
-      nGroup = 0;
-      continue;
-    }
-    if (!IsAsciiDigit(s[i]) || nWhole == kMostDigits) return false;
-    plain[nPlain++] = s[i];
-    number.nValue = number.nValue * 10 + (s[i] - '0');
-    ++nWhole;
-    if (nGroup < kMostDigits) ++nGroup;
+  if (bNegative) *scan.pOut++ = *scan.p++;
+  const char first = *scan.p;
+  size_t nWhole = scan.TakeAll();
+  if (nWhole == 0) return false;
+  const bool bGrouped = scan.p < scan.pEnd && *scan.p == ',';
+  if (bGrouped && nWhole > 3) return false;
+  while (scan.p < scan.pEnd && *scan.p == ',') {
+    if (!scan.IsDigit(1) || !scan.IsDigit(2) || !scan.IsDigit(3)) return false;
+    ++scan.p;
+    for (int i = 0; i < 3; ++i) scan.Take();
+    nWhole += 3;
   }
   // Zeros in front, and a zero with a sign, are changed.
-  if (nWhole == 0 || (nGroup < kMostDigits && nGroup != 3) || (s[nFirst] == '0' && (nWhole > 1 || bNegative)))
-    return false;
-  if (i < s.size()) {
-    if (i + 1 == s.size() || s.size() - i - 1 + nWhole > kMostDigits) return false;
-    plain[nPlain++] = s[i++];
-    for (; i < s.size(); ++i) {
-      if (!IsAsciiDigit(s[i])) return false;
-      plain[nPlain++] = s[i];
-      number.nValue = number.nValue * 10 + (s[i] - '0');
-      ++number.nDecimals;
-    }
+  if ((bGrouped && scan.IsDigit()) || (first == '0' && (nWhole > 1 || bNegative))) return false;
+  if (scan.p < scan.pEnd && *scan.p == '.') {
+    *scan.pOut++ = *scan.p++;
+    number.nDecimals = static_cast<int>(scan.TakeAll());
+    if (number.nDecimals == 0) return false;
   }
-  if (bNegative) number.nValue = -number.nValue;
+  if (scan.p != scan.pEnd || nWhole + static_cast<size_t>(number.nDecimals) > kMostDigits) return false;
+  number.nValue = bNegative ? -static_cast<int64_t>(scan.nValue) : static_cast<int64_t>(scan.nValue);
   number.bScaled = true;
-  if (pPlain != nullptr) pPlain->assign(plain.data(), nPlain);
+  if (pPlain != nullptr) pPlain->assign(plain.data(), static_cast<size_t>(scan.pOut - plain.data()));
   return true;
 }
 
