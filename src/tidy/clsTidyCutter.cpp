@@ -139,7 +139,7 @@ void clsTidyCutter::Cut(const clsTidyLine& line, size_t nGroup, std::vector<std:
   for (size_t i = 0; i < group.size(); ++i) {
     cells[group[i].column] = line.Trimmed(spans_[i].nFrom, spans_[i].nEnd);
   }
-  if (bMovesCurrency_) MoveCurrency(cells);
+  if (bMovesCurrency_ && line.MayHaveCurrency()) MoveCurrency(cells);
 }
 
 void clsTidyCutter::Split(std::string_view sText, std::vector<std::string_view>& cells) const {

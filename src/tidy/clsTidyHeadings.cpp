@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "clsTidyMatcher.h"
 #include "modTidyValues.h"
 
 namespace quillon {

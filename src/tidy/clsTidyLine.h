@@ -18,6 +18,8 @@ class clsTidyLine {
   std::string_view Text() const { return sText_; }
   size_t Size() const { return bAscii_ ? sText_.size() : starts_.size() - 1; }
   bool IsBlank() const { return sText_.empty(); }
+  /// False if no sign of a currency can stand anywhere in it.
+  bool MayHaveCurrency() const { return !bAscii_ || sText_.find('$') != std::string_view::npos; }
   /// Drawn with characters that make lines and boxes, at least two alike in a row: "-----", "==== ====", "*---*".
   bool IsDrawn() const;
 

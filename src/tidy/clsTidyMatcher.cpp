@@ -12,8 +12,7 @@ bool HoldsAny(std::string_view sLine, const std::vector<std::string>& texts) {
                      [&](const std::string& sText) { return sLine.find(sText) != std::string_view::npos; });
 }
 
-bool IsTidyBlank(std::string_view sCell, const std::vector<std::string>& blanks) {
-  if (blanks.empty()) return false;
+bool IsOneOfTidyBlanks(std::string_view sCell, const std::vector<std::string>& blanks) {
   if (std::find(blanks.begin(), blanks.end(), sCell) != blanks.end()) return true;
   for (const std::string_view sSign : {"$", "\u00A3", "\u20AC", "\u00A5"}) {
     std::string_view sRest = sCell;

@@ -14,7 +14,10 @@ namespace quillon {
 /// True if a line holds one of the texts.
 bool HoldsAny(std::string_view sLine, const std::vector<std::string>& texts);
 /// True if a cell is one of the texts that mean nothing, beside a sign of currency as well.
-bool IsTidyBlank(std::string_view sCell, const std::vector<std::string>& blanks);
+bool IsOneOfTidyBlanks(std::string_view sCell, const std::vector<std::string>& blanks);
+inline bool IsTidyBlank(std::string_view sCell, const std::vector<std::string>& blanks) {
+  return !blanks.empty() && IsOneOfTidyBlanks(sCell, blanks);
+}
 
 /// Tells whether a line has the shape that a part asks for.
 class clsTidyMatcher {

@@ -104,8 +104,8 @@ TidyLineKind clsTidyTableReader::Classify(int64_t lLine, bool bIn) {
   if (headings_.Count() > 0 && (bIn || !stretch_.IsOver(lLine)) && headings_.Reads(line_))
     return TakeHeading(lLine, bIn);
   if (!bIn) return TidyLineKind::Outside;
-  if (HoldsAny(line_.Text(), table_.drops)) return TidyLineKind::Dropped;
-  if (HoldsAny(line_.Text(), table_.totals)) {
+  if (!table_.drops.empty() && HoldsAny(line_.Text(), table_.drops)) return TidyLineKind::Dropped;
+  if (!table_.totals.empty() && HoldsAny(line_.Text(), table_.totals)) {
     EndJoin();
     return TidyLineKind::Total;
   }

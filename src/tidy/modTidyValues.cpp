@@ -169,65 +169,52 @@ void WritePlain(const Figures& figures, bool bNegative, std::string& sOut) {
   if (!figures.sExponent.empty()) sOut.append(1, 'E').append(figures.sExponent);
 }
 
-/// Digits of a number on their way to its plain form.
-struct CommonScan {
-  const char* p;
-  const char* const pEnd;
-  char* pOut;
-  uint64_t nValue = 0;
-
-  bool IsDigit(ptrdiff_t nAhead = 0) const { return p + nAhead < pEnd && IsAsciiDigit(p[nAhead]); }
-  void Take() {
-    nValue = nValue * 10 + static_cast<uint64_t>(*p - '0');
-    *pOut++ = *p++;
-  }
-  size_t TakeAll() {
-    const char* const pFrom = p;
-    while (IsDigit()) Take();
-    return static_cast<size_t>(p - pFrom);
-  }
-};
-
 /// What most numbers are: a minus in front at most, digits in groups of three or in none, and decimals. Gives the plain
 /// form at one go. False for any other number too.
 bool ReadCommonNumber(std::string_view s, std::string* pPlain, TidyNumber& number) {
-  constexpr size_t kLongest = kMostDigits + 2;
+  constexpr size_t kLongest = kMostDigits + 8;
   if (s.size() > kLongest) return false;
   std::array<char, kLongest> plain;
-  CommonScan scan{s.data(), s.data() + s.size(), plain.data()};
-  const bool bNegative = s.size() > 1 && s[0] == '-';
-  if (bNegative) *scan.pOut++ = *scan.p++;
-  const char first = *scan.p;
-  size_t nWhole = scan.TakeAll();
-  if (nWhole == 0) return false;
-  const bool bGrouped = scan.p < scan.pEnd && *scan.p == ',';
-  if (bGrouped && nWhole > 3) return false;
-  while (scan.p < scan.pEnd && *scan.p == ',') {
-    if (!scan.IsDigit(1) || !scan.IsDigit(2) || !scan.IsDigit(3)) return false;
-    ++scan.p;
-    for (int i = 0; i < 3; ++i) scan.Take();
-    nWhole += 3;
+  char* pOut = plain.data();
+  const char* p = s.data();
+  const char* const pEnd = p + s.size();
+  const bool bNegative = s.size() > 1 && *p == '-';
+  if (bNegative) *pOut++ = *p++;
+  const char first = *p;
+  uint64_t nValue = 0;
+  size_t nDigits = 0;  // before the last separator or point
+  size_t nRun = 0;     // behind it
+  bool bGrouped = false;
+  bool bPoint = false;
+  for (; p != pEnd; ++p) {
+    if (IsAsciiDigit(*p)) {
+      nValue = nValue * 10 + static_cast<uint64_t>(*p - '0');
+      *pOut++ = *p;
+      ++nRun;
+      continue;
+    }
+    const bool bGroup = *p == ',';
+    const bool bWhole = bGrouped ? nRun == 3 : nRun > 0 && (!bGroup || nRun <= 3);
+    if (bPoint || !bWhole || (!bGroup && *p != '.')) return false;
+    nDigits += nRun;
+    nRun = 0;
+    bGrouped = bGroup;
+    bPoint = !bGroup;
+    if (bPoint) *pOut++ = '.';
   }
+  if (nRun == 0 || (bGrouped && nRun != 3) || nDigits + nRun > kMostDigits) return false;
   // Zeros in front, and a zero with a sign, are changed.
-  if ((bGrouped && scan.IsDigit()) || (first == '0' && (nWhole > 1 || bNegative))) return false;
-  if (scan.p < scan.pEnd && *scan.p == '.') {
-    *scan.pOut++ = *scan.p++;
-    number.nDecimals = static_cast<int>(scan.TakeAll());
-    if (number.nDecimals == 0) return false;
-  }
-  if (scan.p != scan.pEnd || nWhole + static_cast<size_t>(number.nDecimals) > kMostDigits) return false;
-  number.nValue = bNegative ? -static_cast<int64_t>(scan.nValue) : static_cast<int64_t>(scan.nValue);
+  if (first == '0' && (bNegative || (bPoint ? nDigits : nDigits + nRun) > 1)) return false;
+  number.nValue = bNegative ? -static_cast<int64_t>(nValue) : static_cast<int64_t>(nValue);
+  number.nDecimals = bPoint ? static_cast<int>(nRun) : 0;
   number.bScaled = true;
-  if (pPlain != nullptr) pPlain->assign(plain.data(), static_cast<size_t>(scan.pOut - plain.data()));
+  if (pPlain != nullptr) pPlain->assign(plain.data(), static_cast<size_t>(pOut - plain.data()));
   return true;
 }
 
-}  // namespace
-
-std::optional<TidyNumber> ReadTidyNumber(std::string_view sText, const TidyTyping& typing, std::string* pPlain) {
-  std::string_view s = TrimBlanks(sText);
-  if (s.empty() || IsAsciiLetter(s.front())) return std::nullopt;  // as most texts are
-  if (TidyNumber common; !typing.bComma && typing.nImplied == 0 && ReadCommonNumber(s, pPlain, common)) return common;
+/// Any other number. Apart, so that its room is no cost to those above.
+[[gnu::noinline]] std::optional<TidyNumber> ReadOtherNumber(std::string_view s, const TidyTyping& typing,
+                                                            std::string* pPlain) {
   Around around;
   Figures figures;
   if (!TakeAround(s, around) || !ScanFigures(s, typing.bComma, figures)) return std::nullopt;
@@ -241,6 +228,16 @@ std::optional<TidyNumber> ReadTidyNumber(std::string_view sText, const TidyTypin
   }
   number.nDecimals = static_cast<int>(figures.nDecimals);
   return number;
+}
+
+}  // namespace
+
+std::optional<TidyNumber> ReadTidyNumber(std::string_view sText, const TidyTyping& typing, std::string* pPlain) {
+  const std::string_view s = TrimBlanks(sText);
+  if (s.empty() || IsAsciiLetter(s.front())) return std::nullopt;  // as most texts are
+  TidyNumber common;
+  if (!typing.bComma && typing.nImplied == 0 && ReadCommonNumber(s, pPlain, common)) return common;
+  return ReadOtherNumber(s, typing, pPlain);
 }
 
 }  // namespace quillon
