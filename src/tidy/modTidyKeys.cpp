@@ -179,7 +179,9 @@ bool FailValue(TidyFault& fault, const TidySection& section, std::string_view sK
 /// All keys of one section.
 bool ReadKeys(const TidySection& section, SectionKind kind, TidyTable& table, TidyPart& part, TidyFault& fault) {
   std::vector<std::string_view> seen;
-  for (const auto& [sName, sValue] : section.keys) {
+  for (const auto& pair : section.keys) {
+    const std::string& sName = pair.first;
+    const std::string& sValue = pair.second;
     const auto* const key = std::find_if(kKeys.begin(), kKeys.end(),
                                          [&](const TidyKey& k) { return k.sName == sName && MayStandIn(k, kind); });
     if (key == kKeys.end()) return FailUnknown(fault, section, sName, kind);

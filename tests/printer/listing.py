@@ -127,7 +127,7 @@ class Listing:
             column.start += missing
 
     def _needs(self):
-        shapes = any(group.form == "shape" for group in self.groups)
+        shapes = any(group.form in ("shape", "places") for group in self.groups)
         if self.key.start == 1 + self.margin and not self.wrap and self.rng.random() < 0.3 and not shapes:
             return "Like=" + "_" * self.margin + "9" * self.key.width if self.key.width == self.key.digits else \
                 f"Needs={letter(self.columns.index(self.key))} digits"
