@@ -397,7 +397,8 @@ bool ReadTidyTable(const std::vector<TidySection>& sections, int32_t lTable, Tid
 
 namespace {
 
-/// A section with keys of these that is called nearly as one of them is, but not quite: "[Headings 1.1]".
+/// A section with keys of these that is called nearly as one of them is, but not quite: "[Headings 1.1]". One that
+/// begins with another character, as "[-Table 2]", was switched off.
 bool IsMisnamed(const TidySection& section, std::string& sExample) {
   constexpr std::array<std::string_view, 3> kNames{"Table", "Heading", "Line"};
   const bool bHasKeys = std::any_of(section.keys.begin(), section.keys.end(), [](const auto& pair) {
@@ -408,6 +409,7 @@ bool IsMisnamed(const TidySection& section, std::string& sExample) {
   const std::string_view sWord = std::string_view(section.sName).substr(0, nWord);
   const bool bExact = std::find(kNames.begin(), kNames.end(), sWord) != kNames.end();
   if (!bHasKeys || (bExact && section.sName.substr(nWord).starts_with(' '))) return false;
+  if (section.sName.empty() || !IsAsciiLetter(section.sName.front())) return false;
   const std::string_view sNearest = NearestWord(sWord, kNames);
   if (sNearest.empty()) return false;
   sExample = std::string(sNearest) + (sNearest == kNames[0] ? " 1" : sNearest == kNames[1] ? " 1.1" : " 1.2");

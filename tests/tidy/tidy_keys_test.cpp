@@ -53,6 +53,7 @@ TEST(TidyKeys, AreFoundByTheirExactNamesAndMakeATableTidy) {
   EXPECT_FALSE(IsTidyTable(sections, 1));
   EXPECT_TRUE(IsTidyTable(sections, 2));
   EXPECT_TRUE(IsTidyTable(sections, 3));
+  EXPECT_FALSE(clsTidyTrial("[Table 1]\nPlaces=1-\n[-Heading 1.1]\nText=A\n[-Table 2]\nPlaces=1", "").fault.IsSet());
   TidyTable table;
   TidyFault fault;
   ASSERT_FALSE(ReadTidyTable(sections, 2, table, fault));  // two names for one column
