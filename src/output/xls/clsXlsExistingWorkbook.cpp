@@ -67,7 +67,8 @@ bool clsXlsExistingWorkbook::Load(int nSheet, Failure& failure) {
 /// What a sheet of our own work says of its extent, before it is touched; nothing for any other.
 std::optional<CellRange> clsXlsExistingWorkbook::OwnUsedRange(int nSheet) {
   const Sheet& sheet = At(nSheet);
-  if (!globals_.Formats().IsOwn() || sheet.bTouched || !sheet.existing) return std::nullopt;
+  if (!globals_.Formats().IsOwn() || sheet.bTouched || !sheet.existing || sheet.existing->IsLoaded())
+    return std::nullopt;
   const size_t nData = sheet.existing->Dimensions() + 4;
   if (sheet.existing->Dimensions() == clsXlsSheet::kNone) return std::nullopt;
   return CellRange{int64_t{GetU32(sStream_, nData)} + 1, GetU16(sStream_, nData + 8) + 1, GetU32(sStream_, nData + 4),

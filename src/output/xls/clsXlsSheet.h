@@ -39,6 +39,7 @@ class clsXlsSheet {
   bool Check(std::string_view sStream, size_t nStart);
   /// Looks at its cells, once; False if they are damaged.
   bool Load();
+  bool IsLoaded() const { return bLoaded_; }
 
   size_t Start() const { return nStart_; }
   size_t End() const { return nEnd_; }
