@@ -1,6 +1,7 @@
 #include "modColumnNames.h"
 
 #include <algorithm>
+#include <set>
 
 #include "modRowKinds.h"
 
@@ -151,8 +152,10 @@ bool AreTags(const SampleLine& line) {
 bool AreNamesInOrder(const SampleLine& line, const std::vector<ShapeColumn>& columns) {
   constexpr size_t kFewest = 3;
   const std::vector<Piece> words = PiecesOf(line, 1);
+  std::set<std::u32string_view> different;
+  for (const Piece& word : words) different.insert(TextOf(line, word));
   return words.size() >= kFewest && words.size() == line.marks.size() && words.size() == columns.size() &&
-         PiecesOf(line, 2).size() * 2 <= words.size() &&
+         different.size() == words.size() && PiecesOf(line, 2).size() == 1 &&
          std::all_of(words.begin(), words.end(), [&](const Piece& word) {
            const std::u32string_view sWord = TextOf(line, word);
            return IsLetterPlace(sWord.front()) && !HoldsFigure(sWord) && sWord.back() != U':';

@@ -54,6 +54,23 @@ class clsClusterRows {
     return false;
   }
 
+  /// One mark in place of all figures: M, M, M.
+  bool HasMarksAlone(size_t n) const {
+    const SampleLine& line = report_.Lines()[n];
+    constexpr size_t kFewest = 3;
+    std::u32string_view sMark;
+    size_t nMarks = 0;
+    for (const LineMark& mark : line.marks) {
+      if (mark.kind == MarkKind::Number) continue;
+      const auto nLength = static_cast<size_t>(mark.lEnd - mark.lStart) + 1;
+      const std::u32string_view sText = line.sText.substr(static_cast<size_t>(mark.lStart), nLength);
+      if (nLength > 2 || (nMarks > 0 && sText != sMark)) return false;
+      sMark = sText;
+      ++nMarks;
+    }
+    return nMarks >= kFewest;
+  }
+
   /// Lines of words with one figure at most are titles if most of the others have several figures.
   void DropWords(std::vector<size_t>& rows) const {
     constexpr size_t kSeveral = 3;
@@ -67,7 +84,7 @@ class clsClusterRows {
       };
       const size_t nNumbers = count(MarkKind::Number);
       nFull += nNumbers >= kSeveral ? 1U : 0U;
-      if (nNumbers > 1 || HasSignAlone(marks)) kept.push_back(n);
+      if (nNumbers > 1 || HasSignAlone(marks) || HasMarksAlone(n)) kept.push_back(n);
     }
     if (nFull > 1 && nFull * 3 >= rows.size()) rows = std::move(kept);
   }
