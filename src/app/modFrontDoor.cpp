@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <exception>
 #include <new>
+#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,7 @@
 #include "modParseCommandLine.h"
 #include "modPaths.h"
 #include "modRunMessages.h"
+#include "modText.h"
 #include "modUsage.h"
 
 namespace quillon {
@@ -56,6 +58,31 @@ int BecomeDesktopProgram(char** argv) {
   return kExitWrongUse;
 }
 
+/// The first error of a log, on one line; "" if there is none.
+std::string FirstError(const std::string& sLog) {
+  constexpr std::string_view kEntry = "!!!!!!!!!! ";
+  std::istringstream lines(sLog);
+  std::string sError;
+  for (std::string sLine; std::getline(lines, sLine);) {
+    if (!sLine.empty() && sLine.back() == '\r') sLine.pop_back();
+    if (!sError.empty() && !sLine.starts_with(kLogIndent)) break;
+    if (!sError.empty()) sError.append(" ").append(TrimBlanks(sLine));
+    if (sError.empty() && sLine.starts_with(std::string(kEntry) + "Error")) sError = sLine.substr(kEntry.size());
+  }
+  return sError;
+}
+
+/// A run without a log would fail without a trace.
+void SayWhatNoLogTells(clsConsoleHost& host, const clsRunLog& log, const std::string& sText) {
+  const clsConversionOptions& options = gConversionOptions;
+  if (options.sInputFile.empty() && options.sCLBatchJobFile.empty()) {
+    return host.Say("quillon: " + sText + " names no input by /I and no job by /J; see quillon --help");
+  }
+  const std::string sError = FirstError(log.txtLog());
+  const bool bTold = !options.sLogFile.empty() || options.bVerbose || sError.find("[-1006]") != std::string::npos;
+  if (!bTold && !sError.empty()) host.Say("quillon: " + sError + " (/L keeps a log of all)");
+}
+
 int RunSlashForm(int argc, char** argv) {
   std::string text;
   for (int i = 1; i < argc; ++i) text.append(i > 1 ? " " : "").append(argv[i]);
@@ -72,9 +99,7 @@ int RunSlashForm(int argc, char** argv) {
                                                SwitchList() + "\nSee also: quillon --help\n");
     return printed ? kExitDone : kExitSomeFailed;
   }
-  if (gConversionOptions.sInputFile.empty() && gConversionOptions.sCLBatchJobFile.empty()) {
-    host.Say("quillon: " + text + " names no input by /I and no job by /J; see quillon --help");
-  }
+  SayWhatNoLogTells(host, log, text);
   return InterruptSignal() != 0 ? kExitInterrupted + InterruptSignal() : kExitDone;
 }
 

@@ -311,7 +311,8 @@ class CommandLineTest(unittest.TestCase):
         self.assertEqual(self.world.run("quillon convert in.txt -o o.csv --recipe two.rcp --keep -q")[2], 1)
         self.assertEqual(self.text("o.csv"), ROWS)
         self.write("o.csv", "old")
-        self.check(r"quillon '/IC:\in.txt /OC:\o.csv /RC:\two.rcp'")
+        self.check(r"quillon '/IC:\in.txt /OC:\o.csv /RC:\two.rcp'", err=(
+            "quillon: Error [-5604] Error in Table specs: Cannot find ReadStartLine: NONE (/L keeps a log of all)\n"))
         self.assertEqual(self.text("o.csv"), ROWS)
 
     def test_limits_and_pipes_end_a_run_with_words(self):
@@ -338,6 +339,11 @@ class CommandLineTest(unittest.TestCase):
         _, err, status = self.world.run("quillon convert in -o 'o/*.csv' --recipe r.rcp --verbose")
         self.assertIn("in/r1.prt -> o/r1.csv: converted", err)
         self.assertEqual([n for n in self.made() if n.startswith("o/")], ["o/r1.csv"])
+
+    def test_help_fits_a_terminal_of_80_columns(self):
+        for command in ("", "convert", "job", "watch", "preview", "check", "suggest"):
+            out, _, status = self.world.run(f"quillon {command} --help")
+            self.assertEqual((status, [line for line in out.splitlines() if len(line) > 80]), (0, []), command)
 
     # Jobs and switches
 

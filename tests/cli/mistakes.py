@@ -88,7 +88,7 @@ GROUPS = [
         ("quillon --verison", 2, "--version"), ("quillon convrt stock.txt", 2, "did you mean convert?"),
         ("quillon stock.txt", 2, "quillon convert stock.txt"), ('quillon "$PWD/stock.txt"', 2, "quillon convert"),
         ("quillon 'stock.txt to csv'", 2, "no command"), ("quillon /home/me/report.txt", 0, "/I"),
-        ("quillon ' /IC:\\gone.txt'", 0, ""), (r"quillon '/1 /IC:\gone.txt /OC:\o.csv /V'", 0, "-1"),
+        ("quillon ' /IC:\\gone.txt'", 0, "gone.txt"), (r"quillon '/IC:\stock.txt /OC:\o.pdf'", 0, "CSV"), (r"quillon '/1 /IC:\gone.txt /OC:\o.csv /V'", 0, "-1"),
         ("quillon --version > /dev/full", 1, "standard output"), ("quillon convert --help > /dev/full", 1, "standard output")]),
     ("Options", "", [
         (CONVERT + "--recpie stock.rcp", 2, "did you mean --recipe?"), (CONVERT + "--recipe stock.rcp --verbos", 2, "--verbose?"),

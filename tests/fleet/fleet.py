@@ -22,7 +22,7 @@ RECIPE = golden.STOCK_RECIPE
 
 def skip_loudly(reason):
     """For the runner of tests: nothing of this file was tested, and why."""
-    print(f"SKIPPED: {reason}", file=sys.stderr)
+    print(f"SKIPPED: {Path(sys.argv[0]).stem}: {reason}", file=sys.stderr)
     sys.exit(SKIPPED)
 
 

@@ -25,7 +25,14 @@ def missing():
     absent = [name for name in NEEDED if not shutil.which(name, path=FOLDERS)]
     if absent:
         return f"{', '.join(absent)}: not installed (scripts/setup.sh tests)"
+    if not has_control_groups():
+        return "no control groups are mounted, which slurmd asks for"
     return "" if os.geteuid() == 0 else "the daemons of a cluster want to be started by root"
+
+
+def has_control_groups():
+    mounts = Path("/proc/self/mountinfo").read_text().splitlines()
+    return any(line.partition(" - ")[2].startswith("cgroup") for line in mounts)
 
 
 def free_ports(count):
