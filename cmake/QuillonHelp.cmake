@@ -23,11 +23,7 @@ if(CMARK_GFM)
   add_custom_target(quillon_help ALL
                     COMMAND ${CMAKE_COMMAND} -E copy_directory ${PROJECT_SOURCE_DIR}/docs/images ${help_folder}/images
                     DEPENDS ${made})
-  # The pictures are those of the window, and come with it.
-  install(DIRECTORY ${help_folder} DESTINATION share/quillon COMPONENT quillon PATTERN images EXCLUDE)
-  if(EXISTS ${PROJECT_SOURCE_DIR}/docs/images)
-    install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/images DESTINATION share/quillon/Help COMPONENT quillon-gui)
-  endif()
+  install(DIRECTORY ${help_folder} DESTINATION share/quillon COMPONENT quillon)
 else()
   message(STATUS "cmark-gfm is missing: the manual stays in docs/manual, F1 finds no pages")
 endif()

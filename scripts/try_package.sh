@@ -1,16 +1,16 @@
 #!/usr/bin/env bash
 # Follows the first page of the manual as an ordinary user who has nothing but the package.
 #
-#   try_package.sh [quillon_VERSION_amd64.deb]    the one of scripts/package.sh if none is named
+#   try_package.sh [quillon_VERSION_amd64.deb | FOLDER]    the package of scripts/package.sh if none is named
 #
-# The package is unpacked into a folder of its own; nothing of the machine is changed.
+# The package is unpacked into a folder of its own (or lies unpacked in FOLDER); nothing of the machine is changed.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 
 package=${1:-$(ls build-package/quillon_*.deb)}
 root=$(mktemp -d)
 trap 'rm -rf "$root"' EXIT
-dpkg-deb -x "$package" "$root"
+if [ -d "$package" ]; then cp -r "$package/." "$root"; else dpkg-deb -x "$package" "$root"; fi
 cp -r tests/golden/run_docs.py tests/golden/golden.py "$root"
 chmod -R a+rX "$root"
 user=()
