@@ -35,7 +35,7 @@ std::string ProofText(const ReportProof& proof) {
   const bool lines = std::any_of(proof.lines.begin(), proof.lines.end(), [](int64_t n) { return n > 0; });
   std::string text;
   for (const std::string& part :
-       {lines ? LineKindsText(proof.lines) : std::string(), LossText(other), TotalsText(proof)}) {
+       {lines ? LineKindsText(proof.lines) : std::string(), LossText(other), DoubtText(other), TotalsText(proof)}) {
     if (!part.empty()) text += part + "; ";
   }
   return text;

@@ -94,7 +94,10 @@ constexpr std::array<std::string_view, kTidyLineKinds - 1> kKinds{"row",   "furt
 void PutAccount(Json& json, const ResultLine& line) {
   Json lines{{"read", line.lLinesRead}, {"in_tables", line.lLinesInTables}};
   for (size_t i = 0; line.bLinesByKind && i < kKinds.size(); ++i) lines[std::string(kKinds[i])] = line.proof.lines[i];
-  if (line.bLinesByKind) lines["like_rows"] = line.proof.lLikeRows;
+  if (line.bLinesByKind) {
+    lines["like_rows"] = line.proof.lLikeRows;
+    lines["may_be_rows"] = line.proof.lFigureLines + line.proof.lMeantLikeRows;
+  }
   json["lines"] = std::move(lines);
   const CharacterLoss& loss = line.proof.loss;
   json["characters"] = Json{{"in_front", loss.lInFront},

@@ -74,15 +74,6 @@ bool CheckTidyTable(clsLook& look, const ReportCheck& check, size_t nTidy, int32
   return (state.bStarted && state.lRecords > 0) || table.bOptional;
 }
 
-/// The closing sentence.
-std::string Verdict(const ReportCheck& check, bool bGood) {
-  const std::string sLoss = LossText(check.proof);
-  if (!bGood || !sLoss.empty()) return "Something is missing or lost" + (sLoss.empty() ? "" : ": " + sLoss) + ".";
-  if (check.IsWhole()) return "Nothing is lost.";
-  return check.proof.lTotalsDisagree > 0 ? "Nothing is lost, but not all printed totals agree with the rows."
-                                         : "Nothing is lost, but not all values are what their columns say.";
-}
-
 /// False, said, if the page can't be written.
 bool WritePage(const clsLook& look, const LookRequest& request, clsSectionFile& recipe, const ReportCheck& check,
                const std::vector<ReportPreview>& cutTables, const CheckPageHead& head) {
@@ -134,7 +125,7 @@ int CheckCommand(const LookRequest& request) {
   } else {
     look.PrintText(ProofText(check.proof, request.bLines));
   }
-  const std::string sVerdict = Verdict(check, bGood);
+  const std::string sVerdict = VerdictText(check.proof, bGood, check.AllValuesFit());
   look.Print(sVerdict);
   bGood = bGood && check.IsWhole();
   const CheckPageHead head{request.sInput, look.RecipeName(), sVerdict, bGood};

@@ -32,7 +32,7 @@ constexpr std::string_view kStyle =
     "pre div:before{content:attr(data-n);display:inline-block;width:4.5em;color:#888}"
     ".row{background:#eef7ee}.row i{font-style:normal;background:#d5ebd5}.further,.joined{background:#f4f8e4}"
     ".heading{background:#e8f0fb}.total{background:#fbf3d9}.dropped,.left,.outside{color:#777}"
-    ".like{background:#fde4e4;color:#222}.gap{color:#888;border-top:1px dashed #bbb;border-bottom:1px dashed #bbb}"
+    ".like{background:#fde4e4;color:#222}.may{background:#fdf0d0;color:#222}.maybe{color:#8a5a00;font-weight:bold}.gap{color:#888;border-top:1px dashed #bbb;border-bottom:1px dashed #bbb}"
     ".key span{padding:.1em .6em;margin-right:.5em}"
     "@media print{body{margin:0;max-width:none}pre{overflow:visible;font-size:7pt}pre div{white-space:pre-wrap}"
     "*{-webkit-print-color-adjust:exact;print-color-adjust:exact}}";
@@ -61,6 +61,10 @@ std::vector<int> ColumnsOf(const std::u32string& characters, const std::vector<T
       columns[n - 1] = columns[n];
   }
   return columns;
+}
+
+std::string KeyOf(TidyLineKind kind, std::string_view sShape) {
+  return std::to_string(static_cast<int>(kind)) + "|" + std::string(sShape);
 }
 
 std::u32string CharactersOf(std::string_view sLine) {
@@ -102,7 +106,8 @@ clsCheckPage::clsCheckPage(const ReportCheck& check, const std::vector<CutTable>
   }
   for (const TableTotal& total : check.proof.totals) totals_.emplace(total.total.lLine, &total);
   for (const ShapeOfLines& shape : check.proof.shapes) {
-    if (shape.bLikeRow) lostShapes_.insert(shape.sKey);
+    if (shape.bLikeRow && !shape.bMeant) lostShapes_.insert(KeyOf(shape.kind, shape.sKey));
+    if (shape.bFigures || (shape.bLikeRow && shape.bMeant)) doubtfulShapes_.insert(KeyOf(shape.kind, shape.sKey));
   }
   lLines_ = std::accumulate(check.proof.lines.begin(), check.proof.lines.end(), int64_t{0});
   bWhole_ = lLines_ <= kShort;
@@ -123,7 +128,7 @@ void clsCheckPage::Head(const CheckPageHead& head) {
       "line"
       "</span><span class=\"heading\">heading</span><span class=\"total\">total</span><span class=\"like\">looks like "
       "a "
-      "row, but is in no table</span><span class=\"lost\">lost</span></p>\n";
+      "row, but is none</span><span class=\"may\">may be a row</span><span class=\"lost\">lost</span></p>\n";
   if (!bWhole_) sOut_ += "<p>Only the places that matter are shown.</p>\n";
   sOut_ += "<pre>";
 }
@@ -139,7 +144,7 @@ void clsCheckPage::Totals() {
     if (bAgrees && ++nRows > static_cast<size_t>(kMostPlaces)) continue;
     sOut_ += fmt::format(
         "<tr><td class=\"num\">{}</td><td>{}</td><td class=\"num\">{}</td><td class=\"num\">{}</td>{}</tr>\n",
-        one.total.lLine, Shown(one.sColumn), Shown(one.total.sPrinted), one.total.sSummed,
+        one.total.lLine, Shown(one.sColumn), Shown(one.total.sPrinted), SummedText(one.total),
         bAgrees                                        ? "<td class=\"good\">&#10003;</td>"
         : one.total.verdict == TotalVerdict::LastDigit ? "<td>last digit</td>"
                                                        : "<td class=\"bad\">&#10007;</td>");
@@ -157,7 +162,9 @@ void clsCheckPage::Shapes() {
     const ShapeOfLines& shape = check_.proof.shapes[i];
     sOut_ += fmt::format("<tr><td class=\"num\">{}</td><td class=\"num\">{}</td><td><code>{}</code>{}</td></tr>\n",
                          shape.lLines, shape.lFirstLine, Shown(MidChars(shape.sFirst, 1, 120)),
-                         shape.bLikeRow ? " <span class=\"bad\">looks like a row</span>" : "");
+                         shape.bLikeRow && !shape.bMeant    ? " <span class=\"bad\">looks like a row</span>"
+                         : shape.bLikeRow || shape.bFigures ? " <span class=\"maybe\">may be a row</span>"
+                                                            : "");
   }
   sOut_ += "</table>\n";
 }
@@ -196,7 +203,7 @@ std::string clsCheckPage::TotalsOf(int64_t lLine) const {
     const TableTotal& one = *total->second;
     sHtml +=
         one.total.verdict == TotalVerdict::Disagrees
-            ? fmt::format("  <span class=\"bad\">&#10007; {}: rows {}</span>", Shown(one.sColumn), one.total.sSummed)
+            ? fmt::format("  <span class=\"bad\">&#10007; {}: rows {}</span>", Shown(one.sColumn), SummedText(one.total))
             : fmt::format("  <span class=\"good\">&#10003; {}</span>", Shown(one.sColumn));
   }
   return sHtml;
@@ -215,16 +222,25 @@ bool clsCheckPage::IsShown(int64_t lLine, bool bMatters) {
   return lMatters_ > 0 && lLine - lMatters_ <= static_cast<int64_t>(kContext);
 }
 
+bool clsCheckPage::IsOf(const std::set<std::string, std::less<>>& keys, std::string_view sLine,
+                        TidyLineKind kind) const {
+  if (keys.empty()) return false;
+  const std::string sKind = KeyOf(kind, "");
+  const auto first = keys.lower_bound(sKind);
+  return first != keys.end() && first->starts_with(sKind) && keys.contains(sKind + LineShapeKey(sLine));
+}
+
 void clsCheckPage::Line(int64_t lLine, std::string_view sLine, TidyLineKind kind, size_t nTable) {
   const bool bFree = kind == TidyLineKind::LeftOut || kind == TidyLineKind::Outside;
-  const bool bLike = bFree && !lostShapes_.empty() && lostShapes_.contains(LineShapeKey(sLine));
+  const bool bLike = IsOf(lostShapes_, sLine, kind);
+  const bool bMaybe = !bLike && IsOf(doubtfulShapes_, sLine, kind);
   const bool bTotal = bFree && totals_.contains(lLine);
-  bool bLoss = bLike;
+  bool bLoss = bLike || bMaybe;
   std::string sHtml = Marked(sLine, kind, nTable, bLoss);
   const auto [first, last] = totals_.equal_range(lLine);
   const bool bWrong =
       std::any_of(first, last, [](const auto& total) { return total.second->total.verdict != TotalVerdict::Agrees; });
-  const std::string_view sClass = bLike ? "like" : bTotal ? "total" : kClasses[static_cast<size_t>(kind)];
+  const std::string_view sClass = bLike ? "like" : bMaybe && !bTotal ? "may" : bTotal ? "total" : kClasses[static_cast<size_t>(kind)];
   sHtml = fmt::format("<div class=\"{}\" data-n=\"{}\">{}{}</div>", sClass, lLine, sHtml, TotalsOf(lLine));
   if (IsShown(lLine, bLoss || bWrong)) {
     for (const auto& [lHeld, sHeld] : held_) PutLine(lHeld, sHeld);

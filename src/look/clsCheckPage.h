@@ -38,7 +38,7 @@ class clsCheckPage : public clsLineFollower {
   void Head(const CheckPageHead& head);
   void Totals();
   void Shapes();
-  bool IsLost(std::string_view sLine, TidyLineKind kind) const;
+  bool IsOf(const std::set<std::string, std::less<>>& keys, std::string_view sLine, TidyLineKind kind) const;
   bool IsShown(int64_t lLine, bool bMatters);
   void PutLine(int64_t lLine, const std::string& sHtml);
   std::string Marked(std::string_view sLine, TidyLineKind kind, size_t nTable, bool& bLoss) const;
@@ -48,7 +48,7 @@ class clsCheckPage : public clsLineFollower {
   std::vector<std::vector<TidyPlace>> places_;  ///< By table; sorted
   std::vector<bool> strict_;                    ///< By table: cells end where their column ends
   std::multimap<int64_t, const TableTotal*> totals_;
-  std::set<std::string, std::less<>> lostShapes_;
+  std::set<std::string, std::less<>> lostShapes_, doubtfulShapes_;  ///< With the kind's number in front
   int64_t lLines_ = 0;
   bool bWhole_ = true;
   int64_t lShownTo_ = 0;                               ///< The last line put out

@@ -14,10 +14,6 @@ bool IsBlank(char32_t ch) {
   return ch == U' ' || ch == 0xA0;
 }
 
-bool IsOfValue(char32_t ch) {
-  return ch >= 0x80 || (ch >= U'0' && ch <= U'9') || (ch >= U'A' && ch <= U'Z') || (ch >= U'a' && ch <= U'z');
-}
-
 constexpr std::string_view kDigits = "0123456789";
 
 /// Takes an exponent such as E+02 or D3 off the end of what has a sign in it or a point in front of it: 5D10 is a code.
@@ -62,6 +58,15 @@ bool LooksLikeNumber(std::string_view sText) {
   return sText.find_first_not_of("0123456789.,' $%()+-*") == std::string_view::npos;
 }
 
+std::vector<TidyPlace> PlacesOf(const std::vector<PreviewColumn>& columns) {
+  std::vector<TidyPlace> places;
+  for (const PreviewColumn& column : columns) {
+    // An end of 0 would be an open column.
+    if (column.lEnd >= column.lStart) places.push_back({column.lStart, column.lEnd});
+  }
+  return places;
+}
+
 std::vector<bool> TakenCharacters(const std::vector<PreviewColumn>& columns) {
   std::vector<bool> taken;
   for (const PreviewColumn& column : columns) {
@@ -74,38 +79,22 @@ std::vector<bool> TakenCharacters(const std::vector<PreviewColumn>& columns) {
 
 }  // namespace
 
-clsRowMeasure::clsRowMeasure(const std::vector<PreviewColumn>& columns) : taken_(TakenCharacters(columns)) {
-  for (const PreviewColumn& column : columns) {
-    if (column.lStart > 1) edges_.push_back(column.lStart - 1);
-    edges_.push_back(column.lEnd);
-  }
-  std::sort(edges_.begin(), edges_.end());
-  edges_.erase(std::unique(edges_.begin(), edges_.end()), edges_.end());
-}
+clsRowMeasure::clsRowMeasure(const std::vector<PreviewColumn>& columns) : measure_(PlacesOf(columns)) {}
 
 void clsRowMeasure::Measure(PreviewRow& row, ReportPreview& preview) {
-  characters_.clear();
-  for (size_t i = 0; i < row.sText.size();) characters_ += DecodeUtf8(row.sText, i);
-  row.lLeftOut = row.lBehind = 0;
-  row.cuts.clear();
-  for (size_t i = 0; i < characters_.size(); ++i) {
-    if (IsBlank(characters_[i])) continue;
-    const bool bBehind = i >= taken_.size();
-    if (bBehind) ++row.lBehind;
-    if (bBehind || !taken_[i]) ++row.lLeftOut;
-  }
-  if (std::any_of(characters_.begin(), characters_.end(), IsOfValue)) {
-    for (const int32_t lEdge : edges_) {
-      const auto nNext = static_cast<size_t>(lEdge);
-      if (nNext >= characters_.size()) break;
-      if (!IsBlank(characters_[nNext - 1]) && !IsBlank(characters_[nNext])) row.cuts.push_back(lEdge);
-    }
-  }
+  const CharacterLoss& loss = measure_.Text(row.sText, row.lLine);
+  row.lLeftOut = loss.Characters();
+  row.lBehind = loss.lBehind;
+  row.cuts = measure_.Cuts();
   ++preview.lRows;
-  preview.lLeftOut += row.lLeftOut;
-  preview.lBehind += row.lBehind;
-  preview.lCuts += static_cast<int64_t>(row.cuts.size());
-  if (preview.lFirstLossLine == 0 && preview.Loses()) preview.lFirstLossLine = row.lLine;
+}
+
+void clsRowMeasure::Finish(ReportPreview& preview) const {
+  const CharacterLoss loss = measure_.Loss();
+  preview.lLeftOut = loss.Characters();
+  preview.lBehind = loss.lBehind;
+  preview.lCuts = loss.lCuts;
+  preview.lFirstLossLine = loss.lFirstLine;
 }
 
 std::string LossMarks(const PreviewRow& row, const std::vector<PreviewColumn>& columns) {

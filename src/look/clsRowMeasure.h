@@ -5,22 +5,23 @@
 #include <string_view>
 #include <vector>
 
+#include "clsCutMeasure.h"
 #include "modReportPreview.h"
 
 namespace quillon {
 
-/// Finds out what the columns of a cut lose of a row.
+/// Finds out what the columns of a cut lose of rows, as a run does.
 class clsRowMeasure {
  public:
-  /// The columns in the order of the report.
   explicit clsRowMeasure(const std::vector<PreviewColumn>& columns);
-  /// Fills all of the row but its line and cells from its text, and adds it to the sums.
+  /// Fills all of the row but its line and cells from its text, and counts it. Bars and labels between the columns are
+  /// left out of a row, but no loss of all rows.
   void Measure(PreviewRow& row, ReportPreview& preview);
+  /// Puts the sums of all rows into the preview.
+  void Finish(ReportPreview& preview) const;
 
  private:
-  std::vector<bool> taken_;     ///< Whether a column takes the character, from 0
-  std::vector<int32_t> edges_;  ///< Characters behind which a column ends or before which one begins, ascending
-  std::u32string characters_;   ///< Kept for its memory
+  clsCutMeasure measure_;
 };
 
 /// Types a cell as a workbook would and counts it.

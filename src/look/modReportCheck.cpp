@@ -96,9 +96,13 @@ class clsReportLook {
 
 }  // namespace
 
+bool ReportCheck::AllValuesFit() const {
+  return std::all_of(states.begin(), states.end(), [](const TidyTableState& state) { return state.lMisfits == 0; });
+}
+
 bool ReportCheck::IsWhole() const {
-  return sFault.empty() && proof.lLikeRows == 0 && !proof.loss.Any() && proof.lTotalsDisagree == 0 &&
-         std::all_of(states.begin(), states.end(), [](const TidyTableState& state) { return state.lMisfits == 0; });
+  return sFault.empty() && proof.lLikeRows == 0 && proof.lMeantLikeRows == 0 && proof.lFigureLines == 0 &&
+         !proof.loss.Any() && proof.lTotalsDisagree == 0 && AllValuesFit();
 }
 
 ReportCheck CheckReport(const PreviewRequest& request, clsSectionFile& recipe,

@@ -16,9 +16,11 @@ struct ReportCheck {
   std::vector<TidyTableState> states;  ///< Of each of them
   ReportProof proof;
 
-  /// True if nothing is missing: no line that looks like a row was left out, no character is lost, no tidy table failed
-  /// to be found, no printed total disagrees.
+  /// True if nothing is missing: no line that looks like a row or may be one was left out, no character is lost, no tidy
+  /// table failed to be found, no printed total disagrees.
   bool IsWhole() const;
+  /// All values of tidy tables are what their columns say.
+  bool AllValuesFit() const;
 };
 
 /// Reads the report by the recipe's tidy tables; cutTables are what PreviewByRecipe found of its other tables.

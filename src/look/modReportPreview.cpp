@@ -236,13 +236,14 @@ class clsTableLook {
     PreviewRow taken;
     for (int64_t lLine = preview_.lFirstLine; lLine <= lLastWanted_ && !reader.AtEnd(); ++lLine) {
       preview_.bMore = lLine - preview_.lFirstLine >= request_.lRows;
-      if (preview_.bMore && !request_.bWholeTable) return;
+      if (preview_.bMore && !request_.bWholeTable) return measure.Finish(preview_);
       if (!lineProcessor_.ReadRowPeriod1Only(*context_, &reader, request_.lTabSize)) {
         if (!reader.LastFailure().Failed()) Fault(Translate("The tabs of a row make it too long"));
         break;
       }
       TakeRow(row, lLine, taken, measure);
     }
+    measure.Finish(preview_);
     row.Clear();
     if (reader.IsCutShort() && reader.AtEnd() && reader.RowNumber() < lLastWanted_) preview_.bMore = true;
     if (preview_.lLastLine > 0 && !reader.IsCutShort())

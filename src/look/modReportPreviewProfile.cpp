@@ -102,6 +102,7 @@ ReportPreview PreviewByColumns(const PreviewRequest& request, const ProfileCut& 
     for (const std::string_view sField : cutter.Fields()) taken.cells.push_back(reader.CodePage().ToUtf8(sField));
     if (!preview.bMore) preview.rows.push_back(taken);
   }
+  measure.Finish(preview);
   if (reader.LastFailure().Failed()) preview.sFault = reader.LastFailure().sText;
   if (reader.AtEnd()) preview.lLastLine = reader.RowNumber();
   return preview;

@@ -23,12 +23,20 @@ struct ByteRow {
   size_t size() const { return sBytes.size(); }
   bool IsBlank(size_t i) const { return sBytes[i] == ' ' || sBytes[i] == cBlank; }
   char32_t At(size_t i) const { return static_cast<unsigned char>(sBytes[i]); }
+  std::string_view Piece(size_t nFrom, size_t nEnd, std::string& /*sScratch*/) const {
+    return sBytes.substr(nFrom, nEnd - nFrom);
+  }
 };
 struct CharRow {
   std::u32string_view sChars;
   size_t size() const { return sChars.size(); }
   bool IsBlank(size_t i) const { return sChars[i] == U' ' || sChars[i] == 0xA0; }
   char32_t At(size_t i) const { return sChars[i]; }
+  std::string_view Piece(size_t nFrom, size_t nEnd, std::string& sScratch) const {
+    sScratch.clear();
+    for (size_t i = nFrom; i < nEnd; ++i) AppendUtf8(sChars[i], sScratch);
+    return sScratch;
+  }
 };
 
 /// Writes the characters to pOut and returns how many there are; no more than bytes. Stretches of ASCII, eight at once.
@@ -53,11 +61,16 @@ size_t Widen(std::string_view sText, char32_t* pOut) {
 
 }  // namespace
 
+CharacterLoss LossOf(const GapCharacters& lost, const GapCharacters& same) {
+  return {lost.lInFront, lost.lBetween, lost.lBehind, 0, lost.lFirstLine, same.Sum()};
+}
+
 void CharacterLoss::Add(const CharacterLoss& other) {
   lInFront += other.lInFront;
   lBetween += other.lBetween;
   lBehind += other.lBehind;
   lCuts += other.lCuts;
+  lSame += other.lSame;
   if (lFirstLine == 0 || (other.lFirstLine > 0 && other.lFirstLine < lFirstLine)) lFirstLine = other.lFirstLine;
 }
 
@@ -81,16 +94,39 @@ clsCutMeasure::clsCutMeasure(std::span<const TidyPlace> places) {
   if (nLast_ != kEndless) gaps_.push_back({nLast_ + 1, kEndless});
 }
 
+/// The characters of a gap that aren't blank.
+template <typename Row>
+int64_t clsCutMeasure::MeasureGap(const Row& row, size_t nGap, GapSide side, int64_t lLine) {
+  auto nFrom = static_cast<size_t>(gaps_[nGap].nStart - 1);
+  size_t nEnd = std::min(static_cast<size_t>(gaps_[nGap].nEnd), row.size());
+  while (nFrom < nEnd && row.IsBlank(nFrom)) ++nFrom;
+  if (nFrom >= nEnd) return 0;
+  while (row.IsBlank(nEnd - 1)) --nEnd;
+  int64_t lCount = 0;
+  for (size_t i = nFrom; i < nEnd; ++i) lCount += row.IsBlank(i) ? 0 : 1;
+  const auto at = [&](size_t i) {
+    constexpr char kOther = '\x80';
+    return row.IsBlank(i) ? ' ' : row.At(i) < 0x80 ? static_cast<char>(row.At(i)) : kOther;
+  };
+  texts_.Take(nGap, side, row.Piece(nFrom, nEnd, sPiece_), lCount, nFrom > 0 ? at(nFrom - 1) : ' ',
+              nEnd < row.size() ? at(nEnd) : ' ', lLine);
+  return lCount;
+}
+
 template <typename Row>
 void clsCutMeasure::Measure(const Row& row, int64_t lLine) {
   row_ = {};
   cuts_.clear();
+  texts_.RowEnds();
   const size_t nSize = row.size();
-  for (const TidyPlace& gap : gaps_) {
-    if (static_cast<size_t>(gap.nStart) > nSize) break;
-    int64_t& lCount = gap.nStart > nLast_ ? row_.lBehind : gap.nStart < nFirst_ ? row_.lInFront : row_.lBetween;
-    const size_t nEnd = std::min(static_cast<size_t>(gap.nEnd), nSize);
-    for (auto i = static_cast<size_t>(gap.nStart - 1); i < nEnd; ++i) lCount += row.IsBlank(i) ? 0 : 1;
+  for (size_t i = 0; i < gaps_.size() && static_cast<size_t>(gaps_[i].nStart) <= nSize; ++i) {
+    const GapSide side = gaps_[i].nStart > nLast_    ? GapSide::Behind
+                         : gaps_[i].nStart < nFirst_ ? GapSide::InFront
+                                                     : GapSide::Between;
+    int64_t& lCount = side == GapSide::Behind    ? row_.lBehind
+                      : side == GapSide::InFront ? row_.lInFront
+                                                 : row_.lBetween;
+    lCount += MeasureGap(row, i, side, lLine);
   }
   for (const int32_t nEdge : edges_) {
     const auto nNext = static_cast<size_t>(nEdge);
@@ -105,7 +141,17 @@ void clsCutMeasure::Measure(const Row& row, int64_t lLine) {
   row_.lCuts = static_cast<int64_t>(cuts_.size());
   if (!row_.Any()) return;
   row_.lFirstLine = lLine;
-  loss_.Add(row_);
+  lCuts_ += row_.lCuts;
+  if (row_.lCuts > 0 && lFirstCutLine_ == 0) lFirstCutLine_ = lLine;
+}
+
+CharacterLoss clsCutMeasure::Loss() const {
+  GapCharacters lost;
+  GapCharacters same;
+  texts_.Settle(lost, same);
+  CharacterLoss loss = LossOf(lost, same);
+  loss.Add({0, 0, 0, lCuts_, lFirstCutLine_, 0});
+  return loss;
 }
 
 const CharacterLoss& clsCutMeasure::Bytes(std::string_view sRow, int64_t lLine, char cBlank) {

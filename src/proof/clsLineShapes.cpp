@@ -17,7 +17,8 @@ constexpr size_t kMostKept = 1000;
 
 void SortShapes(std::vector<ShapeOfLines>& shapes) {
   std::stable_sort(shapes.begin(), shapes.end(), [](const ShapeOfLines& a, const ShapeOfLines& b) {
-    return std::tuple(!a.bLikeRow, -a.lLines, a.lFirstLine) < std::tuple(!b.bLikeRow, -b.lLines, b.lFirstLine);
+    return std::tuple(!a.bLikeRow, a.bMeant, !a.bFigures, -a.lLines, a.lFirstLine) <
+           std::tuple(!b.bLikeRow, b.bMeant, !b.bFigures, -b.lLines, b.lFirstLine);
   });
 }
 
@@ -31,8 +32,7 @@ void clsLineShapes::Add(int64_t lLine, std::string_view sLine, size_t nClass) {
     Group& group = groups_.emplace_back();
     group.nClass = nClass;
     group.nHash = nHash;
-    group.shape = {
-        LineShapeKey(sLine), LineShape(sLine), std::string(sLine.substr(0, kMostKept)), 1, lLine, false, false};
+    group.shape = {LineShapeKey(sLine), LineShape(sLine), std::string(sLine.substr(0, kMostKept)), 1, lLine};
     return;
   }
   Group& group = found != groupOf_.end() ? groups_[found->second] : groups_.back();
@@ -59,6 +59,8 @@ std::vector<ShapeOfLines> clsLineShapes::Sorted(const std::function<bool(std::st
     }
     shapes.push_back(group.shape);
     shapes.back().bLikeRow = bLikeRow;
+    shapes.back().bAgain = bPrintedAgain;
+    shapes.back().bFigures = !bPrintedAgain && !bLikeRow && HasSeveralFigures(group.shape.sFirst) && !CountsColumns(group.shape.sFirst);
   }
   SortShapes(shapes);
   return shapes;

@@ -7,20 +7,11 @@
 #include <unordered_map>
 #include <vector>
 
+#include "modProofModel.h"
+
 namespace quillon {
 
-/// Lines of one shape: how many, and the first of them.
-struct ShapeOfLines {
-  std::string sKey;    ///< LineShapeKey of its lines
-  std::string sShape;  ///< "9999 AAAA 999.99"
-  std::string sFirst;  ///< The first line, shortened to some 1,000 bytes
-  int64_t lLines = 0;
-  int64_t lFirstLine = 0;
-  bool bLikeRow = false;  ///< Looks like a row of a table
-  bool bOutside = false;  ///< Outside of all tables, not left out within one
-};
-
-/// Those that look like a row first, then the most frequent.
+/// Those that look like a row first, then those of figures, then the most frequent.
 void SortShapes(std::vector<ShapeOfLines>& shapes);
 
 /// Groups lines by their shape. One line a shape is kept, and not more than kMost shapes: what comes with a further one
@@ -32,9 +23,8 @@ class clsLineShapes {
   /// nClass keeps lines apart that look alike.
   void Add(int64_t lLine, std::string_view sLine, size_t nClass = 0);
 
-  /// The shapes, sorted. isLikeRow is asked for the first line of
-  /// each shape whose lines aren't the same word for word; those of a class that isOut names are left out, their lines
-  /// counted in lOut.
+  /// The shapes, sorted. isLikeRow is asked for the first line of each shape whose lines aren't the same word for word;
+  /// those of a class that isOut names are left out, their lines counted in lOut.
   std::vector<ShapeOfLines> Sorted(const std::function<bool(std::string_view)>& isLikeRow,
                                    const std::function<bool(size_t)>& isOut, int64_t& lOut) const;
 

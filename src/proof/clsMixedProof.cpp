@@ -1,5 +1,6 @@
 #include "clsMixedProof.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "modText.h"
@@ -42,6 +43,12 @@ clsMixedProof::clsMixedProof(const std::vector<TidyTable>& tidy, std::vector<Cut
   }
 }
 
+/// Nothing but blanks, and form feeds in front.
+bool clsMixedProof::IsBlank(std::string_view sLine) {
+  sLine.remove_prefix(std::min(sLine.find_first_not_of('\f'), sLine.size()));
+  return TrimBlanks(sLine).empty();
+}
+
 bool clsMixedProof::CutOf(int64_t lLine, size_t& nCut) const {
   for (nCut = 0; nCut < cuts_.size(); ++nCut) {
     if (lLine >= cuts_[nCut].lFirstLine && lLine <= cuts_[nCut].lLastLine) return true;
@@ -51,11 +58,16 @@ bool clsMixedProof::CutOf(int64_t lLine, size_t& nCut) const {
 
 void clsMixedProof::Learn(int64_t lLine, std::string_view sLine) {
   size_t nCut = 0;
-  if (!TrimBlanks(sLine).empty() && CutOf(lLine, nCut)) profiles_[nCut].Row(sLine);
+  if (!IsBlank(sLine) && CutOf(lLine, nCut)) profiles_[nCut].Row(sLine);
 }
 
 void clsMixedProof::LearnedAll() {
-  for (size_t i = 0; i < cuts_.size(); ++i) proof_.TableStarts(nTidy_ + i, ColumnsOf(cuts_[i]));
+  for (size_t i = 0; i < cuts_.size(); ++i) {
+    proof_.TableStarts(nTidy_ + i, ColumnsOf(cuts_[i]));
+    if (cuts_[i].lFirstLine < 1) continue;
+    proof_.StretchStarts(nTidy_ + i, cuts_[i].lFirstLine);
+    proof_.StretchEnds(nTidy_ + i, cuts_[i].lLastLine);
+  }
 }
 
 void clsMixedProof::TableStarts(size_t nTable, const std::vector<TidyColumnInfo>& columns) {
@@ -67,7 +79,10 @@ void clsMixedProof::HeadingChanges(size_t nTable, size_t nHeading, int64_t lLine
 }
 
 void clsMixedProof::CutRow(size_t nCut, int64_t lLine, std::string_view sLine) {
-  if (!profiles_[nCut].LooksLikeRow(sLine)) return proof_.MayBeTotal(lLine, sLine);
+  // A total lacks what tells one row from another.
+  const bool bRow = profiles_[nCut].LooksLikeRow(sLine) &&
+                    (profiles_[nCut].IsLikeRow(sLine) || !proof_.IsOfSums(nTidy_ + nCut, lLine, sLine));
+  if (!bRow) return proof_.MayBeTotal(lLine, sLine);
   record_.nTable = nTidy_ + nCut;
   record_.lLine = lLine;
   record_.cells.clear();
@@ -91,8 +106,7 @@ void clsMixedProof::Line(int64_t lLine, std::string_view sLine, TidyLineKind kin
 }
 
 void clsMixedProof::Line(int64_t lLine, std::string_view sLine) {
-  const bool bBlank = TrimBlanks(sLine).empty();
-  Line(lLine, sLine, bBlank ? TidyLineKind::Blank : TidyLineKind::Outside, 0);
+  Line(lLine, sLine, IsBlank(sLine) ? TidyLineKind::Blank : TidyLineKind::Outside, 0);
 }
 
 }  // namespace quillon

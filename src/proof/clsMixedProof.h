@@ -41,6 +41,8 @@ class clsMixedProof : public clsTidyListener {
 
   void TableStarts(size_t nTable, const std::vector<TidyColumnInfo>& columns) override;
   void Row(const TidyRecord& row) override { proof_.Row(row); }
+  void StretchStarts(size_t nTable, int64_t lLine) override { proof_.StretchStarts(nTable, lLine); }
+  void StretchEnds(size_t nTable, int64_t lLine) override { proof_.StretchEnds(nTable, lLine); }
   void HeadingChanges(size_t nTable, size_t nHeading, int64_t lLine) override;
   void Line(int64_t lLine, std::string_view sLine, TidyLineKind kind, size_t nTable) override;
   /// A line of a report without tidy tables.
@@ -50,6 +52,7 @@ class clsMixedProof : public clsTidyListener {
   ReportProof Finish() { return proof_.Finish(); }
 
  private:
+  static bool IsBlank(std::string_view sLine);
   bool CutOf(int64_t lLine, size_t& nCut) const;
   void CutRow(size_t nCut, int64_t lLine, std::string_view sLine);
 

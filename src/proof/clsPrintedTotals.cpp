@@ -56,8 +56,13 @@ std::string PlainText(int64_t nValue, int nDecimals) {
 
 }  // namespace
 
-clsPrintedTotals::clsPrintedTotals(std::vector<ProofColumn> columns, std::vector<std::string> words, Limits limits)
-    : columns_(std::move(columns)), words_(std::move(words)), limits_(limits), sums_(columns_.size()) {
+clsPrintedTotals::clsPrintedTotals(std::vector<ProofColumn> columns, std::vector<std::string> words, Limits limits,
+                                   std::optional<clsTidyCutter> cutter)
+    : columns_(std::move(columns)),
+      words_(std::move(words)),
+      limits_(limits),
+      cutter_(std::move(cutter)),
+      sums_(columns_.size()) {
   for (const std::string& sWord : words_) NewKind("=" + sWord, sWord, true);
 }
 
@@ -84,6 +89,7 @@ void clsPrintedTotals::Add(size_t nColumn, const TidyNumber& number) {
   }
   sum.nValue += static_cast<uint64_t>(number.nValue) * Power(sum.nScale - number.nDecimals);
   sum.dValue += static_cast<double>(number.nValue) / static_cast<double>(Power(number.nDecimals));
+  sum.last = number;
   ++sum.lRows;
 }
 
@@ -105,9 +111,33 @@ size_t clsPrintedTotals::KindOf(std::string_view sLine) {
   return found != kindOfWords_.end() ? found->second : NewKind(line_.sWords, line_.sPhrase, false);
 }
 
+void clsPrintedTotals::AddOther(const clsPrintedTotals& other, bool bCounts) {
+  Other& added = others_.emplace_back();
+  added.pTotals = &other;
+  bool bAny = false;
+  for (const ProofColumn& column : columns_) {
+    const auto same = std::find_if(other.columns_.begin(), other.columns_.end(), [&](const ProofColumn& candidate) {
+      return column.bNumber && candidate.bNumber && !column.sName.empty() && candidate.sName == column.sName;
+    });
+    const bool bFound = same != other.columns_.end();
+    added.columns.push_back(bFound ? static_cast<size_t>(same - other.columns_.begin()) : kNoKind);
+    bAny = bAny || bFound;
+  }
+  if (!bAny) return others_.pop_back();
+  bCountsOthers_ = bCountsOthers_ && bCounts;
+}
+
+void clsPrintedTotals::AddSum(Sum& sum, const Sum& other) {
+  const int nScale = std::max(sum.nScale, other.nScale);
+  sum.nValue = (sum.nValue * Power(nScale - sum.nScale)) + (other.nValue * Power(nScale - other.nScale));
+  sum.nScale = nScale;
+  sum.lRows += other.lRows;
+  sum.lUnscaled += other.lUnscaled;
+  sum.dValue += other.dValue;
+}
+
 /// The rows behind `before`, in the decimals of the printed number. False if that can't be told.
-bool clsPrintedTotals::SumSince(const Sum& before, size_t nColumn, int nDecimals, int64_t& nSum) const {
-  const Sum& now = sums_[nColumn];
+bool clsPrintedTotals::Difference(const Sum& now, const Sum& before, int nDecimals, int64_t& nSum) {
   if (now.lUnscaled > before.lUnscaled) return false;
   if (std::abs(now.dValue - before.dValue) * static_cast<double>(Power(now.nScale)) > kMostExact) return false;
   nSum = static_cast<int64_t>(now.nValue - (before.nValue * Power(now.nScale - before.nScale)));
@@ -119,13 +149,13 @@ bool clsPrintedTotals::SumSince(const Sum& before, size_t nColumn, int nDecimals
 }
 
 /// Compares with the rows behind `before`; keeps the nearest. False if that can't be told.
-bool clsPrintedTotals::Compare(const Sum& before, const LineNumber& line, size_t nColumn, Judged& judged) const {
+bool clsPrintedTotals::Compare(const Sum& now, const Sum& before, const LineNumber& line, Judged& judged) {
   int64_t nSum = 0;
-  if (!SumSince(before, nColumn, line.number.nDecimals, nSum)) return false;
+  if (!Difference(now, before, line.number.nDecimals, nSum)) return false;
   const int64_t nPrinted = line.number.nValue;
   const uint64_t nDistance =
       static_cast<uint64_t>(std::max(nSum, nPrinted)) - static_cast<uint64_t>(std::min(nSum, nPrinted));
-  const int64_t lRows = sums_[nColumn].lRows - before.lRows;
+  const int64_t lRows = now.lRows - before.lRows;
   constexpr int64_t kFewDigits = 99;
   const bool bSays = nPrinted != 0 && (lRows > 1 || nDistance > 1 || Size(nPrinted) > kFewDigits);
   judged.bNone = judged.bNone || IsAverageOrCount(line.number, nSum, lRows);
@@ -136,20 +166,38 @@ bool clsPrintedTotals::Compare(const Sum& before, const LineNumber& line, size_t
   judged.verdict = nDistance > 1    ? TotalVerdict::Disagrees
                    : nDistance == 1 ? TotalVerdict::LastDigit
                                     : TotalVerdict::Agrees;
+  judged.bNearly = nDistance > 1 && nDistance <= static_cast<uint64_t>(lRows + 1) / 2;
   return true;
+}
+
+/// A number that is no sum of this table's rows may be one of all tables that have such a column.
+void clsPrintedTotals::CompareWithOthers(const LineNumber& line, size_t nColumn, Judged& judged) const {
+  Sum all = sums_[nColumn];
+  for (const Other& other : others_) {
+    if (other.columns[nColumn] != kNoKind) AddSum(all, other.pTotals->sums_[other.columns[nColumn]]);
+  }
+  if (all.lRows == sums_[nColumn].lRows) return;
+  Judged together;
+  if (!Compare(all, Sum(), line, together) || together.verdict != TotalVerdict::Agrees || !together.bVotes) return;
+  judged = together;
+  judged.bNone = !bCountsOthers_;
 }
 
 clsPrintedTotals::Judged clsPrintedTotals::Judge(const Kind& kind, const LineNumber& line, size_t nColumn) const {
   Judged judged;
-  if (!line.number.bScaled || line.number.nDecimals > kMostDecimals) {
+  // A column whose rows hold no number has no sums.
+  if (!line.number.bScaled || line.number.nDecimals > kMostDecimals || sums_[nColumn].lRows == 0) {
     judged.bNone = true;
     return judged;
   }
-  bool bTold = Compare(kind.before[nColumn], line, nColumn, judged);
-  for (const Sums& group : groups_) bTold = Compare(group[nColumn], line, nColumn, judged) || bTold;
-  bTold = Compare(Sum(), line, nColumn, judged) || bTold;
+  const Sum& now = sums_[nColumn];
+  bool bTold = Compare(now, kind.before[nColumn], line, judged);
+  for (const Sums& group : groups_) bTold = Compare(now, group[nColumn], line, judged) || bTold;
+  bTold = Compare(now, Sum(), line, judged) || bTold;
   if (judged.verdict != TotalVerdict::Disagrees) judged.bNone = false;
-  judged.bNone = judged.bNone || !bTold;
+  const bool bCarried = line.number.nValue == now.last.nValue && line.number.nDecimals == now.last.nDecimals;
+  judged.bNone = judged.bNone || !bTold || (bCarried && judged.verdict == TotalVerdict::Disagrees);
+  if (judged.verdict == TotalVerdict::Disagrees && !others_.empty()) CompareWithOthers(line, nColumn, judged);
   return judged;
 }
 
@@ -190,16 +238,43 @@ void clsPrintedTotals::Vote(Kind& kind, int64_t lLine, const std::vector<Judged>
     constexpr uint64_t kManyDigits = 1000;
     const bool bVotes = one.bVotes && (bAgrees || bDisagrees || Size(number.number.nValue) >= kManyDigits);
     if (bVotes) ++(bDisagrees ? votes.lVotesAgainst : votes.lVotesFor);
+    if (one.bNearly) ++votes.lNearly;
+    if (one.bNearly && bVotes) ++votes.lNearlyAgainst;
     if (bDisagrees && bOneAgrees) ++votes.lAloneWrong;
     auto& kept = bAgrees ? kind.agreeing : kind.disagreeing;
     if (kept.size() >= (bAgrees ? limits_.nAgreeing : limits_.nDisagreeing)) continue;
-    kept.push_back({lLine, number.nColumn, one.verdict, std::string(number.sPrinted), one.sSummed});
+    kept.push_back({lLine, number.nColumn, one.verdict, std::string(number.sPrinted), one.sSummed, one.bNearly});
   }
+}
+
+void clsPrintedTotals::FindNumbers(std::string_view sLine) {
+  if (cutter_) {
+    FindSplitNumbers(sLine, *cutter_, columns_, line_);
+  } else {
+    FindLineNumbers(sLine, columns_, line_);
+  }
+}
+
+bool clsPrintedTotals::IsOfSums(std::string_view sLine) {
+  if (lLastRow_ == 0) return false;
+  FindNumbers(sLine);
+  const auto found = kindOfWords_.find(line_.sWords);
+  Kind none;
+  none.before.resize(columns_.size());
+  const Kind& kind = found != kindOfWords_.end() ? kinds_[found->second] : none;
+  bool bOne = false;
+  for (const LineNumber& number : line_.numbers) {
+    const Judged judged = Judge(kind, number, number.nColumn);
+    if (judged.bNone) continue;
+    if (judged.verdict != TotalVerdict::Agrees) return false;
+    bOne = bOne || judged.bVotes;
+  }
+  return bOne;
 }
 
 size_t clsPrintedTotals::Line(int64_t lLine, std::string_view sLine) {
   if (lLastRow_ == 0) return kNoKind;
-  FindLineNumbers(sLine, columns_, line_);
+  FindNumbers(sLine);
   if (line_.numbers.empty()) return kNoKind;
   const size_t nKind = KindOf(sLine);
   if (nKind == kNoKind) return kNoKind;
@@ -223,6 +298,18 @@ bool clsPrintedTotals::IsOfKind(const Kind& kind, const ColumnVotes& votes) {
   if (votes.lAgree + votes.lLastDigit > 0) return true;
   constexpr int64_t kAgainAndAgain = 2;
   return (kind.bRelied ? votes.lAloneWrong : votes.lDisagree) < kAgainAndAgain;
+}
+
+/// What disagrees by no more than rounding may give is a difference of the last digit.
+void clsPrintedTotals::AllowRounding(Kind& kind) {
+  for (ColumnVotes& votes : kind.votes) {
+    votes.lDisagree -= votes.lNearly;
+    votes.lLastDigit += votes.lNearly;
+    votes.lVotesAgainst -= votes.lNearlyAgainst;
+  }
+  for (PrintedTotal& total : kind.disagreeing) {
+    if (total.bNearly) total.verdict = TotalVerdict::LastDigit;
+  }
 }
 
 void clsPrintedTotals::Settle(Kind& kind, TotalsAccount& account) const {
@@ -254,9 +341,12 @@ void clsPrintedTotals::Settle(Kind& kind, TotalsAccount& account) const {
   }
 }
 
-TotalsAccount clsPrintedTotals::Finish() {
+TotalsAccount clsPrintedTotals::Finish(bool bRounds) {
   TotalsAccount account;
-  for (Kind& kind : kinds_) Settle(kind, account);
+  for (Kind& kind : kinds_) {
+    if (bRounds) AllowRounding(kind);
+    Settle(kind, account);
+  }
   std::stable_sort(account.totals.begin(), account.totals.end(), [](const PrintedTotal& a, const PrintedTotal& b) {
     return std::pair(a.lLine, a.nColumn) < std::pair(b.lLine, b.nColumn);
   });

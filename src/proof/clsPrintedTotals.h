@@ -2,29 +2,17 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "clsTidyCutter.h"
 #include "modLineNumbers.h"
+#include "modProofModel.h"
 
 namespace quillon {
-
-enum class TotalVerdict : uint8_t {
-  Agrees,
-  LastDigit,  ///< Off by one in the last digit printed: the report rounds
-  Disagrees
-};
-
-/// A total that the report prints, beside the sum of its rows that it comes nearest to.
-struct PrintedTotal {
-  int64_t lLine = 0;
-  size_t nColumn = 0;
-  TotalVerdict verdict = TotalVerdict::Agrees;
-  std::string sPrinted;  ///< As printed
-  std::string sSummed;   ///< Plain: "-1234.50"
-};
 
 /// What the printed totals say of the rows.
 struct TotalsAccount {
@@ -55,7 +43,14 @@ class clsPrintedTotals {
   static constexpr size_t kMostGroups = 16;
   static constexpr size_t kNoKind = static_cast<size_t>(-1);
 
-  clsPrintedTotals(std::vector<ProofColumn> columns, std::vector<std::string> words, Limits limits);
+  /// cutter: of rows that are split at a text or at blanks.
+  clsPrintedTotals(std::vector<ProofColumn> columns, std::vector<std::string> words, Limits limits,
+                   std::optional<clsTidyCutter> cutter = std::nullopt);
+  clsPrintedTotals(clsPrintedTotals&&) = default;
+
+  /// Numbers may be sums over the rows of both tables, by columns of one name. One of the two is asked to count those;
+  /// for the other they are no totals. The other table must outlive this one, and stay where it is.
+  void AddOther(const clsPrintedTotals& other, bool bCounts);
 
   /// The number of a column in the row at hand.
   void Add(size_t nColumn, const TidyNumber& number);
@@ -65,8 +60,12 @@ class clsPrintedTotals {
   /// A line that is no row. Gives the kind of totals that it may be of as far as is known, or kNoKind.
   size_t Line(int64_t lLine, std::string_view sLine);
 
-  /// To be called once, behind the last line.
-  TotalsAccount Finish();
+  /// Whether a line that may be a row prints sums of the rows so far and nothing else.
+  bool IsOfSums(std::string_view sLine);
+
+  /// To be called once, behind the last line. bRounds: the report says that it rounds, so a difference of half a unit a
+  /// row is one of the last digit; else one unit is.
+  TotalsAccount Finish(bool bRounds = false);
   /// Whether the lines of a kind turned out to be totals; after Finish.
   bool IsTotal(size_t nKind) const { return nKind < kinds_.size() && kinds_[nKind].bTotal; }
   const std::vector<ProofColumn>& Columns() const { return columns_; }
@@ -79,18 +78,21 @@ class clsPrintedTotals {
     int64_t lRows = 0;      ///< Rows with a number
     int64_t lUnscaled = 0;  ///< Numbers that no integer holds
     double dValue = 0;      ///< Tells whether a difference fits
+    TidyNumber last;        ///< The last number: where that is printed again it is a balance that is carried
   };
   using Sums = std::vector<Sum>;
   struct Judged {
     TotalVerdict verdict = TotalVerdict::Disagrees;
     bool bVotes = false;
     bool bNone = false;  ///< Can't be told, or is an average or a count of the rows
+    bool bNearly = false;
     uint64_t nDistance = 0;
     std::string sSummed;
   };
   struct ColumnVotes {
     int64_t lAgree = 0, lLastDigit = 0, lDisagree = 0;
     int64_t lVotesFor = 0, lVotesAgainst = 0;
+    int64_t lNearly = 0, lNearlyAgainst = 0;  ///< Those of lDisagree and lVotesAgainst that rounding may give
     int64_t lAloneWrong = 0;  ///< Lines where another column agreed and this one didn't
   };
   struct Kind {
@@ -102,19 +104,31 @@ class clsPrintedTotals {
     std::vector<PrintedTotal> agreeing, disagreeing;
   };
 
+  struct Other {
+    const clsPrintedTotals* pTotals;
+    std::vector<size_t> columns;  ///< By own column: its column of the same name, or kNoKind
+  };
+  static void AddSum(Sum& sum, const Sum& other);
+  static bool Difference(const Sum& now, const Sum& before, int nDecimals, int64_t& nSum);
+
   size_t KindOf(std::string_view sLine);
   size_t NewKind(std::string_view sKey, std::string_view sPhrase, bool bRelied);
   Judged Judge(const Kind& kind, const LineNumber& number, size_t nColumn) const;
-  bool SumSince(const Sum& before, size_t nColumn, int nDecimals, int64_t& nSum) const;
-  bool Compare(const Sum& before, const LineNumber& number, size_t nColumn, Judged& judged) const;
+  static bool Compare(const Sum& now, const Sum& before, const LineNumber& number, Judged& judged);
+  void CompareWithOthers(const LineNumber& number, size_t nColumn, Judged& judged) const;
   void MoveToFreeColumns(const Kind& kind, std::vector<Judged>& judged);
   void Vote(Kind& kind, int64_t lLine, const std::vector<Judged>& judged);
   static bool IsOfKind(const Kind& kind, const ColumnVotes& votes);
+  void FindNumbers(std::string_view sLine);
+  static void AllowRounding(Kind& kind);
   void Settle(Kind& kind, TotalsAccount& account) const;
 
   std::vector<ProofColumn> columns_;
   std::vector<std::string> words_;
   Limits limits_;
+  std::optional<clsTidyCutter> cutter_;
+  std::vector<Other> others_;
+  bool bCountsOthers_ = true;
   Sums sums_;
   std::vector<Sums> groups_;
   std::vector<Kind> kinds_;

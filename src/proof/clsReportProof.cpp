@@ -5,6 +5,7 @@
 #include <limits>
 #include <optional>
 
+#include "modLineShape.h"
 #include "modText.h"
 #include "modTidyText.h"
 
@@ -35,6 +36,15 @@ TidyNumber PlainNumber(std::string_view sPlain) {
   return number;
 }
 
+/// "Rounded in millions", "detail may not add to totals", "Rundungsdifferenzen". Without the first letter, whatever its
+/// case.
+bool SaysRounded(std::string_view sLine) {
+  constexpr std::array<std::string_view, 10> kWords{"ounded", "OUNDED",  "ounding", "OUNDING", "ay not add",
+                                                    "AY NOT ADD", "erundet", "undung",  "rrondi",  "edonde"};
+  return std::any_of(kWords.begin(), kWords.end(),
+                     [&](std::string_view sWord) { return sLine.find(sWord) != std::string_view::npos; });
+}
+
 bool MaySum(const TidyTyping& typing) {
   return typing.type == TidyType::Number || typing.type == TidyType::Auto;
 }
@@ -45,6 +55,7 @@ std::vector<ProofColumn> ProofColumns(const std::vector<TidyColumnInfo>& columns
     ProofColumn& proof = found.emplace_back();
     proof.sName = column.sName;
     if (column.source != TidySource::Row) continue;
+    proof.nPiece = column.column;
     proof.nStart = column.nStart;
     proof.nEnd = column.nEnd;
     proof.bNumber = MaySum(column.typing);
@@ -63,6 +74,8 @@ void ReportProof::Add(const ReportProof& other) {
   lTotalsLastDigit += other.lTotalsLastDigit;
   lTotalsDisagree += other.lTotalsDisagree;
   lLikeRows += other.lLikeRows;
+  lMeantLikeRows += other.lMeantLikeRows;
+  lFigureLines += other.lFigureLines;
   for (size_t i = 0; i < other.totals.size() && totals.size() < kEnough; ++i) totals.push_back(other.totals[i]);
 }
 
@@ -82,12 +95,44 @@ void clsReportProof::TableStarts(size_t nTable, const std::vector<TidyColumnInfo
     if (bFilled || columns[i].source == TidySource::Level) table.groupColumns.push_back(i);
   }
   table.groupValues.resize(table.groupColumns.size());
-  table.totals.emplace_back(ProofColumns(columns), tidy.totals, limits_);
-  table.profile.emplace_back(ProofColumns(columns));
+  const bool bSplit = tidy.row.cut.split != TidySplit::None;
+  const auto cutter = bSplit ? std::optional(clsTidyCutter(tidy.row)) : std::optional<clsTidyCutter>();
+  table.totals.emplace_back(ProofColumns(columns), tidy.totals, limits_, cutter);
+  table.profile.emplace_back(ProofColumns(columns), cutter);
+  if (table.bProof) LinkTotals(nTable);
+}
+
+/// Totals may be sums over several tables; the last of them counts those.
+void clsReportProof::LinkTotals(size_t nTable) {
+  clsPrintedTotals& own = tables_[nTable].totals.front();
+  for (size_t i = 0; i < tables_.size(); ++i) {
+    if (i == nTable || tables_[i].totals.empty() || !tables_[i].bProof) continue;
+    clsPrintedTotals& other = tables_[i].totals.front();
+    own.AddOther(other, nTable > i);
+    other.AddOther(own, i > nTable);
+  }
 }
 
 void clsReportProof::HeadingChanges(size_t nTable, size_t nHeading, int64_t lLine) {
   events_.push_back({lLine, nTable, nHeading, 0, 0});
+}
+
+void clsReportProof::StretchStarts(size_t nTable, int64_t lLine) {
+  tables_[nTable].lStretch = lLine;
+  tables_[nTable].lStretchEnd = 0;
+}
+
+void clsReportProof::StretchEnds(size_t nTable, int64_t lLine) {
+  tables_[nTable].lStretchEnd = lLine;
+}
+
+/// Behind the table's end another one began, so what stands here is none of its totals.
+bool clsReportProof::IsPast(size_t nTable, int64_t lLine) const {
+  const int64_t lEnd = tables_[nTable].lStretchEnd;
+  if (lEnd == 0 || lLine <= lEnd) return false;
+  return std::any_of(tables_.begin(), tables_.end(), [&](const Table& other) {
+    return &other != &tables_[nTable] && other.lStretch >= lEnd && other.lStretch <= lLine;
+  });
 }
 
 void clsReportProof::QueueGroups(Table& table, const TidyRecord& row) {
@@ -106,7 +151,7 @@ void clsReportProof::QueueNumbers(const Table& table, const TidyRecord& row) {
   for (size_t i = 0; i < row.cells.size() && i < table.columns.size(); ++i) {
     const TidyColumnInfo& column = table.columns[i];
     const TidyCell& cell = row.cells[i];
-    if (column.source != TidySource::Row || column.nStart < 1) continue;
+    if (column.source != TidySource::Row) continue;
     if (cell.kind == TidyCellKind::Number) {
       numbers_.emplace_back(i, PlainNumber(cell.sPlain));
     } else if (cell.kind == TidyCellKind::Text && column.typing.type == TidyType::Auto) {
@@ -144,16 +189,17 @@ void clsReportProof::Catch(int64_t lLine) {
 }
 
 void clsReportProof::AddLeft(const TidyLeft& left) {
-  loss_.Add({left.lInFront, left.lBetween, left.lBehind, 0, left.lFirstLine});
+  loss_.Add(LossOf(left.lost, left.same));
   lDivided_ += left.lDivided;
   if (lDividedLine_ == 0) lDividedLine_ = left.lDividedLine;
 }
 
 /// Looks for totals; gives the class of the shape, 0 for a line that is none of any table.
 size_t clsReportProof::OtherLine(int64_t lLine, std::string_view sLine) {
+  bRounds_ = bRounds_ || SaysRounded(sLine);
   kinds_.clear();
   for (size_t i = 0; i < tables_.size(); ++i) {
-    if (!tables_[i].bProof) continue;
+    if (!tables_[i].bProof || IsPast(i, lLine)) continue;
     const size_t nKind = tables_[i].totals.front().Line(lLine, sLine);
     if (nKind != clsPrintedTotals::kNoKind) kinds_.emplace_back(i, nKind);
   }
@@ -165,6 +211,11 @@ void clsReportProof::MayBeTotal(int64_t lLine, std::string_view sLine) {
   OtherLine(lLine, sLine);
 }
 
+bool clsReportProof::IsOfSums(size_t nTable, int64_t lLine, std::string_view sLine) {
+  Catch(lLine - 1);
+  return !tables_[nTable].totals.empty() && tables_[nTable].totals.front().IsOfSums(sLine);
+}
+
 void clsReportProof::Line(int64_t lLine, std::string_view sLine, TidyLineKind kind, size_t nTable) {
   ++lines_[static_cast<size_t>(kind)];
   if (!events_.empty()) Catch(kind == TidyLineKind::Row || kind == TidyLineKind::Heading ? lLine : lLine - 1);
@@ -172,23 +223,51 @@ void clsReportProof::Line(int64_t lLine, std::string_view sLine, TidyLineKind ki
     case TidyLineKind::Row:
       if (!tables_[nTable].profile.empty()) tables_[nTable].profile.front().Row(sLine);
       return;
-    case TidyLineKind::Further:
-    case TidyLineKind::Joined:
     case TidyLineKind::Blank:
       return;
     case TidyLineKind::LeftOut:
-      return leftOut_.Add(lLine, sLine, OtherLine(lLine, sLine));
     case TidyLineKind::Outside:
-      return outside_.Add(lLine, sLine, OtherLine(lLine, sLine));
-    default:
-      OtherLine(lLine, sLine);
+      return shapes_[static_cast<size_t>(kind)].Add(lLine, sLine, OtherLine(lLine, sLine));
+    case TidyLineKind::Further:
+    case TidyLineKind::Joined:
+      return AddIfLikeRow(lLine, sLine, kind, 0);
+    default: {
+      const size_t nClass = OtherLine(lLine, sLine);
+      if (kind != TidyLineKind::Total) AddIfLikeRow(lLine, sLine, kind, nClass);
+    }
   }
+}
+
+/// Keeps a line that the recipe takes for something else, if it looks like a row by the rows so far.
+void clsReportProof::AddIfLikeRow(int64_t lLine, std::string_view sLine, TidyLineKind kind, size_t nClass) {
+  if (std::none_of(sLine.begin(), sLine.end(), IsAsciiDigit)) return;
+  const bool bEarly = std::any_of(tables_.begin(), tables_.end(), [](const Table& table) {
+    return table.profile.empty() || table.profile.front().IsYoung();
+  });
+  if (bEarly || LikenessOf(sLine, kind) == Likeness::Row)
+    shapes_[static_cast<size_t>(kind)].Add(lLine, sLine, nClass);
+}
+
+/// By the rows so far. Lines that the recipe names otherwise must be like rows in all columns.
+clsReportProof::Likeness clsReportProof::LikenessOf(std::string_view sLine, TidyLineKind kind) const {
+  if (CountsColumns(sLine)) return Likeness::None;
+  Likeness likeness = Likeness::None;
+  for (size_t i = 0; i < tables_.size() && likeness != Likeness::Row; ++i) {
+    if (tables_[i].profile.empty()) continue;
+    const clsRowProfile& profile = tables_[i].profile.front();
+    const bool bMeant = kind == TidyLineKind::Dropped || kind == TidyLineKind::Further;
+    const bool bLike = bMeant ? profile.IsLikeRow(sLine) : profile.LooksLikeRow(sLine);
+    // The pieces of a row that is split may go on over lines.
+    const bool bGoesOn = kind == TidyLineKind::Joined && tidy_[i].row.cut.split != TidySplit::None;
+    if (bLike && !bGoesOn) likeness = profile.IsWeak() ? Likeness::Weak : Likeness::Row;
+  }
+  return likeness;
 }
 
 void clsReportProof::FinishTable(size_t nTable, ReportProof& proof) {
   Table& table = tables_[nTable];
   if (table.totals.empty()) return;
-  TotalsAccount account = table.totals.front().Finish();
+  TotalsAccount account = table.totals.front().Finish(bRounds_);
   proof.lTotalsAgree += account.lAgree;
   proof.lTotalsLastDigit += account.lLastDigit;
   proof.lTotalsDisagree += account.lDisagree;
@@ -210,36 +289,52 @@ ReportProof clsReportProof::Finish() {
   proof.lDivided = lDivided_;
   proof.lDividedLine = lDividedLine_;
   for (size_t i = 0; i < tables_.size(); ++i) FinishTable(i, proof);
+  FinishShapes(proof);
+  CountShapes(proof);
+  return proof;
+}
+
+void clsReportProof::FinishShapes(ReportProof& proof) const {
   std::vector<bool> totalClass(classes_.size() + 1);
   for (const auto& [kinds, nClass] : classes_) {
     totalClass[nClass] = std::any_of(kinds.begin(), kinds.end(), [&](const auto& kind) {
       return tables_[kind.first].totals.front().IsTotal(kind.second);
     });
   }
-  const auto isLikeRow = [&](std::string_view sLine) {
-    return std::any_of(tables_.begin(), tables_.end(), [&](const Table& table) {
-      return !table.profile.empty() && table.profile.front().LooksLikeRow(sLine);
-    });
-  };
-  for (const auto& [pShapes, kind] :
-       {std::pair(&leftOut_, TidyLineKind::LeftOut), std::pair(&outside_, TidyLineKind::Outside)}) {
+  const auto isTotal = [&](size_t nClass) { return totalClass[nClass]; };
+  for (size_t i = 0; i < shapes_.size(); ++i) {
+    const auto kind = static_cast<TidyLineKind>(i);
+    const bool bFree = kind == TidyLineKind::LeftOut || kind == TidyLineKind::Outside;
+    const auto isLikeRow = [&](std::string_view sLine) { return LikenessOf(sLine, kind) == Likeness::Row; };
     int64_t lTotals = 0;
-    auto shapes = pShapes->Sorted(
-        isLikeRow, [&](size_t nClass) { return totalClass[nClass]; }, lTotals);
-    proof.lines[static_cast<size_t>(kind)] -= lTotals;
-    proof.lines[static_cast<size_t>(TidyLineKind::Total)] += lTotals;
+    auto shapes = shapes_[i].Sorted(isLikeRow, isTotal, lTotals);
+    if (bFree) {
+      proof.lines[i] -= lTotals;
+      proof.lines[static_cast<size_t>(TidyLineKind::Total)] += lTotals;
+    }
     for (ShapeOfLines& shape : shapes) {
-      shape.bOutside = kind == TidyLineKind::Outside;
+      if (!bFree && !shape.bLikeRow) continue;
+      shape.kind = kind;
+      // A line that is printed again is none of figures, and its shape says so.
+      const bool bWeak = !shape.bLikeRow && !shape.bAgain && LikenessOf(shape.sFirst, kind) == Likeness::Weak;
+      shape.bFigures = bFree && (shape.bFigures || bWeak);
+      shape.bMeant = kind == TidyLineKind::Dropped || kind == TidyLineKind::Further;
       proof.shapes.push_back(std::move(shape));
     }
   }
   SortShapes(proof.shapes);
+}
+
+void clsReportProof::CountShapes(ReportProof& proof) {
+  const auto count = [](const ShapeOfLines& shape, int64_t& lLines, int64_t& lFirst) {
+    lLines += shape.lLines;
+    lFirst = lFirst == 0 ? shape.lFirstLine : std::min(lFirst, shape.lFirstLine);
+  };
   for (const ShapeOfLines& shape : proof.shapes) {
-    if (!shape.bLikeRow) break;
-    proof.lLikeRows += shape.lLines;
-    proof.lFirstLikeRow = proof.lFirstLikeRow == 0 ? shape.lFirstLine : std::min(proof.lFirstLikeRow, shape.lFirstLine);
+    if (shape.bLikeRow && shape.bMeant) count(shape, proof.lMeantLikeRows, proof.lFirstMeant);
+    if (shape.bLikeRow && !shape.bMeant) count(shape, proof.lLikeRows, proof.lFirstLikeRow);
+    if (shape.bFigures) count(shape, proof.lFigureLines, proof.lFirstFigures);
   }
-  return proof;
 }
 
 }  // namespace quillon

@@ -13,35 +13,9 @@
 #include "clsPrintedTotals.h"
 #include "clsRowProfile.h"
 #include "clsTidyReport.h"
+#include "modProofModel.h"
 
 namespace quillon {
-
-/// A printed total of one of several tables.
-struct TableTotal {
-  int32_t lTable = 0;   ///< n of [Table n]
-  std::string sColumn;  ///< Its name, or its letter in the table
-  PrintedTotal total;
-};
-
-/// What became of all lines, characters and totals of a report.
-struct ReportProof {
-  /// Lines by kind; totals that were proved are no longer left out or outside.
-  std::array<int64_t, kTidyLineKinds> lines{};
-  CharacterLoss loss;
-  int64_t lDivided = 0;      ///< Words that two touching columns share
-  int64_t lDividedLine = 0;  ///< The first of them
-  int64_t lTotalsAgree = 0, lTotalsLastDigit = 0, lTotalsDisagree = 0;
-  std::vector<TableTotal> totals;                      ///< By table and line
-  std::vector<std::pair<int32_t, std::string>> words;  ///< For Totals= of a table: they found lines that agree alone
-  std::vector<ShapeOfLines> shapes;                    ///< Of lines left out or outside of all tables
-  int64_t lLikeRows = 0;                               ///< Such lines that look like rows
-  int64_t lFirstLikeRow = 0;                           ///< The first line of them
-
-  /// Adds the counts of another report, and its totals as far as a message may want them.
-  void Add(const ReportProof& other);
-  int64_t Lines(TidyLineKind kind) const { return lines[static_cast<size_t>(kind)]; }
-  int64_t Totals() const { return lTotalsAgree + lTotalsLastDigit + lTotalsDisagree; }
-};
 
 /// Listens to the reading of tidy tables and accounts for the report: each line, what the cuts leave of the rows, and
 /// the totals that are printed. Memory doesn't grow with the report.
@@ -53,11 +27,15 @@ class clsReportProof : public clsTidyListener {
   void TableStarts(size_t nTable, const std::vector<TidyColumnInfo>& columns) override;
   void Row(const TidyRecord& row) override;
   void HeadingChanges(size_t nTable, size_t nHeading, int64_t lLine) override;
+  void StretchStarts(size_t nTable, int64_t lLine) override;
+  void StretchEnds(size_t nTable, int64_t lLine) override;
   void Line(int64_t lLine, std::string_view sLine, TidyLineKind kind, size_t nTable) override;
 
   /// A row that doesn't look like the others of its table, and so may be a total among them. To be called in place of
   /// Row, before its Line.
   void MayBeTotal(int64_t lLine, std::string_view sLine);
+  /// Whether a row of the table prints sums of the rows above it, and so may be a total.
+  bool IsOfSums(size_t nTable, int64_t lLine, std::string_view sLine);
 
   /// What the cut of a table left, as its reading counted.
   void AddLeft(const TidyLeft& left);
@@ -71,6 +49,7 @@ class clsReportProof : public clsTidyListener {
     std::vector<size_t> groupColumns;  ///< Levels and filled columns: a change of theirs begins a group
     std::vector<size_t> groupValues;   ///< Hashes of their last cells
     size_t nHeadings = 0;
+    int64_t lStretch = 0, lStretchEnd = 0;  ///< First line of its last stretch; its last, 0 while it goes on
     std::vector<clsPrintedTotals> totals;  ///< One, once the table started
     std::vector<clsRowProfile> profile;
   };
@@ -83,11 +62,18 @@ class clsReportProof : public clsTidyListener {
   };
   using Kinds = std::vector<std::pair<size_t, size_t>>;
 
+  void LinkTotals(size_t nTable);
   void QueueGroups(Table& table, const TidyRecord& row);
   void QueueNumbers(const Table& table, const TidyRecord& row);
   void Catch(int64_t lLine);
+  bool IsPast(size_t nTable, int64_t lLine) const;
   size_t OtherLine(int64_t lLine, std::string_view sLine);
+  enum class Likeness : uint8_t { None, Weak, Row };
+  Likeness LikenessOf(std::string_view sLine, TidyLineKind kind) const;
+  void AddIfLikeRow(int64_t lLine, std::string_view sLine, TidyLineKind kind, size_t nClass);
   void FinishTable(size_t nTable, ReportProof& proof);
+  void FinishShapes(ReportProof& proof) const;
+  static void CountShapes(ReportProof& proof);
 
   const std::vector<TidyTable>& tidy_;
   clsPrintedTotals::Limits limits_;
@@ -95,8 +81,9 @@ class clsReportProof : public clsTidyListener {
   std::array<int64_t, kTidyLineKinds> lines_{};
   CharacterLoss loss_;
   int64_t lDivided_ = 0, lDividedLine_ = 0;
-  clsLineShapes leftOut_, outside_;
+  std::array<clsLineShapes, kTidyLineKinds> shapes_;  ///< By kind of line
   std::map<Kinds, size_t> classes_;  ///< Kinds of totals that a line may be of, and their class among the shapes
+  bool bRounds_ = false;  ///< A line says that the report's numbers are rounded
   std::vector<Event> events_;
   size_t nNext_ = 0;
   std::vector<std::pair<size_t, TidyNumber>> numbers_;

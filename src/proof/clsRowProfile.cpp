@@ -1,6 +1,9 @@
 #include "clsRowProfile.h"
 
 #include <algorithm>
+#include <limits>
+#include <string>
+#include <utility>
 
 #include "modText.h"
 
@@ -19,56 +22,106 @@ std::string_view Piece(std::string_view sLine, bool bAscii, int32_t nStart, int3
   return sLine.substr(nFrom, nEnd > 0 ? static_cast<size_t>(nEnd) - nFrom : std::string_view::npos);
 }
 
+/// Words in the first characters of a line.
+int64_t WordsOf(std::string_view sLine, size_t nWidth) {
+  int64_t lWords = 0;
+  for (size_t i = 0; i < std::min(sLine.size(), nWidth); ++i) lWords += sLine[i] != ' ' && (i == 0 || sLine[i - 1] == ' ') ? 1 : 0;
+  return lWords;
+}
+
 }  // namespace
 
 clsRowProfile::Kind clsRowProfile::KindOf(std::string_view sCell, const ProofColumn& column) {
   sCell = TrimBlanks(sCell);
   if (sCell.empty()) return Empty;
-  if (column.bNumber) return ReadTidyNumber(sCell, column.typing, nullptr) ? Figures : Letters;
+  if (column.bNumber && ReadTidyNumber(sCell, column.typing, nullptr)) return Figures;
+  if (std::string sPlain; column.typing.type == TidyType::Date) {
+    return ReadTidyDate(sCell, column.typing.sDateForm, sPlain) ? Figures : Marks;
+  }
   const bool bDigits = std::any_of(sCell.begin(), sCell.end(), IsAsciiDigit);
   const bool bLetters = std::any_of(sCell.begin(), sCell.end(),
                                     [](char c) { return IsAsciiLetter(c) || static_cast<unsigned char>(c) >= 0x80; });
   return bDigits ? (bLetters ? Both : Figures) : bLetters ? Letters : Marks;
 }
 
+clsRowProfile::clsRowProfile(std::vector<ProofColumn> columns, std::optional<clsTidyCutter> cutter)
+    : columns_(std::move(columns)), cutter_(std::move(cutter)), counts_(columns_.size()) {
+  for (const ProofColumn& column : columns_) {
+    const bool bOpen = column.nEnd < 1 && (column.nStart > 0 || cutter_);
+    nWidth_ = bOpen ? std::numeric_limits<size_t>::max() : std::max(nWidth_, static_cast<size_t>(column.nEnd));
+    gapBehind_.push_back(column.nEnd > 0 && std::none_of(columns_.begin(), columns_.end(), [&](const ProofColumn& other) {
+                           return other.nStart > 0 && other.nStart <= column.nEnd + 1 && (other.nEnd == 0 || other.nEnd > column.nEnd);
+                         }));
+  }
+}
+
+/// A word goes on behind the column's end.
+bool clsRowProfile::IsCut(std::string_view sLine, size_t nColumn) const {
+  const auto nEnd = static_cast<size_t>(columns_[nColumn].nEnd);
+  return gapBehind_[nColumn] && nEnd < sLine.size() && sLine[nEnd] != ' ' && sLine[nEnd - 1] != ' ';
+}
+
 void clsRowProfile::KindsOf(std::string_view sLine, std::vector<Kind>& kinds) const {
   const bool bAscii = IsAscii(sLine);
   kinds.clear();
-  for (const ProofColumn& column : columns_) {
-    kinds.push_back(column.nStart < 1 ? Empty : KindOf(Piece(sLine, bAscii, column.nStart, column.nEnd), column));
+  if (cutter_) cutter_->Split(sLine, pieces_);
+  for (size_t i = 0; i < columns_.size(); ++i) {
+    const ProofColumn& column = columns_[i];
+    const bool bHere = cutter_ ? column.nPiece < pieces_.size() : column.nStart > 0;
+    Kind kind = !bHere    ? Empty
+                : cutter_ ? KindOf(pieces_[column.nPiece], column)
+                          : KindOf(Piece(sLine, bAscii, column.nStart, column.nEnd), column);
+    if (bHere && !cutter_ && bAscii && IsCut(sLine, i)) kind = kind == Figures ? Figures : Cut;
+    kinds.push_back(kind);
   }
 }
 
 void clsRowProfile::Row(std::string_view sLine) {
   if (lRows_++ >= kAllOfFirst && lRows_ % kThenEach != 0) return;
-  ++lLooked_;
+  const int64_t lWords = WordsOf(sLine, nWidth_);
+  lLeastWords_ = lLooked_++ == 0 ? lWords : std::min(lLeastWords_, lWords);
   KindsOf(sLine, kinds_);
   for (size_t i = 0; i < kinds_.size(); ++i) ++counts_[i][kinds_[i]];
 }
 
-bool clsRowProfile::LooksLikeRow(std::string_view sLine) const {
-  std::vector<Kind> kinds;
-  KindsOf(sLine, kinds);
-  constexpr int64_t kParts = 4;
-  constexpr int64_t kMost = 3;
+clsRowProfile::Kind clsRowProfile::UsualKind(size_t nColumn) const {
+  const auto& counts = counts_[nColumn];
+  if (lLooked_ == 0 || (lLooked_ - counts[Empty]) * kParts < lLooked_ * kMostParts) return Empty;
+  // Texts with digits in them are texts, and so are wide ones.
+  const int64_t lTexts = counts[Letters] + counts[Both] + counts[Cut];
+  return counts[Figures] > lTexts && counts[Figures] >= counts[Marks] ? Figures
+         : lTexts > counts[Marks]                                     ? Letters
+                                                                      : Marks;
+}
+
+bool clsRowProfile::IsWeak() const {
+  if (!cutter_ || !cutter_->IsSplitAtText()) return false;
+  constexpr int64_t kFew = 3;
+  int64_t lUsual = 0;
+  for (size_t i = 0; i < columns_.size(); ++i) lUsual += UsualKind(i) == Empty ? 0 : 1;
+  return lUsual < kFew;
+}
+
+bool clsRowProfile::Fits(std::string_view sLine, int64_t lParts) const {
+  // One long word that happens to be cut at the columns is no row of many values.
+  if (WordsOf(sLine, nWidth_) * kParts < lLeastWords_ * kMostParts) return false;
+  KindsOf(sLine, kinds_);
   int64_t lUsual = 0;
   int64_t lFits = 0;
   bool bFigures = false;
   for (size_t i = 0; i < columns_.size(); ++i) {
-    const auto& counts = counts_[i];
-    if (columns_[i].nStart < 1 || (lLooked_ - counts[Empty]) * kParts < lLooked_ * kMost) continue;
-    // Texts with digits in them are texts.
-    const int64_t lTexts = counts[Letters] + counts[Both];
-    const Kind usual = counts[Figures] > lTexts && counts[Figures] >= counts[Marks] ? Figures
-                       : lTexts > counts[Marks]                                     ? Letters
-                                                                                    : Marks;
+    const Kind usual = UsualKind(i);
+    if (usual == Empty) continue;
     ++lUsual;
-    if ((kinds[i] == Both ? Letters : kinds[i]) != usual) continue;
+    // Marks such as --- say that nothing is there.
+    const bool bNothing = kinds_[i] == Marks && counts_[i][Marks] > 0;
+    const bool bText = kinds_[i] == Both || (kinds_[i] == Cut && counts_[i][Cut] > 0);
+    if (!bNothing && (bText ? Letters : kinds_[i]) != usual) continue;
     ++lFits;
-    bFigures = bFigures || kinds[i] == Figures || kinds[i] == Both;
+    bFigures = bFigures || kinds_[i] == Figures || kinds_[i] == Both;
   }
   // A table of one column, or of texts alone, looks like any text.
-  return lUsual > 1 && bFigures && lFits * kParts >= lUsual * kMost;
+  return lUsual > 1 && bFigures && lFits * kParts >= lUsual * lParts;
 }
 
 }  // namespace quillon

@@ -2,9 +2,11 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <vector>
 
+#include "clsTidyCutter.h"
 #include "modLineNumbers.h"
 
 namespace quillon {
@@ -13,27 +15,45 @@ namespace quillon {
 /// look like rows.
 class clsRowProfile {
  public:
-  explicit clsRowProfile(std::vector<ProofColumn> columns) : columns_(std::move(columns)), counts_(columns_.size()) {}
+  /// cutter: of rows that are split; their columns tell their piece in place of places.
+  explicit clsRowProfile(std::vector<ProofColumn> columns, std::optional<clsTidyCutter> cutter = std::nullopt);
 
   /// A row as it stands in the report: UTF-8, tabs expanded. Not all of many rows are looked at.
   void Row(std::string_view sLine);
   /// True if three quarters of the columns that rows usually fill hold a value of the usual kind, one of figures
   /// among them.
-  bool LooksLikeRow(std::string_view sLine) const;
+  bool LooksLikeRow(std::string_view sLine) const { return Fits(sLine, kMostParts); }
+  /// True while too few rows were seen to tell anything.
+  bool IsYoung() const { return lLooked_ < kYoung; }
+  /// True for rows of two pieces parted by a text: "total = 12" is one, and so is much else.
+  bool IsWeak() const;
+  /// The same of all of these columns.
+  bool IsLikeRow(std::string_view sLine) const { return Fits(sLine, kParts); }
   const std::vector<ProofColumn>& Columns() const { return columns_; }
 
  private:
-  enum Kind : uint8_t { Empty, Figures, Letters, Both, Marks };
-  static constexpr size_t kKinds = 5;
+  enum Kind : uint8_t { Empty, Figures, Letters, Both, Marks, Cut };
+  static constexpr size_t kKinds = 6;
+  static constexpr int64_t kParts = 4, kMostParts = 3, kYoung = 32;
 
+  /// So many parts of the columns that are usually filled hold what they usually hold.
+  bool Fits(std::string_view sLine, int64_t lParts) const;
   /// The kinds of a line's cells, by column.
   void KindsOf(std::string_view sLine, std::vector<Kind>& kinds) const;
   static Kind KindOf(std::string_view sCell, const ProofColumn& column);
+  bool IsCut(std::string_view sLine, size_t nColumn) const;
+  /// What the column usually holds; Empty if rows don't usually fill it.
+  Kind UsualKind(size_t nColumn) const;
 
   std::vector<ProofColumn> columns_;
+  size_t nWidth_ = 0;            ///< Characters up to the end of the last column
+  std::vector<bool> gapBehind_;  ///< By column: no other one begins right behind it
+  std::optional<clsTidyCutter> cutter_;
   std::vector<std::array<int64_t, kKinds>> counts_;
-  std::vector<Kind> kinds_;  ///< Kept for its memory
+  mutable std::vector<Kind> kinds_;  ///< Kept for their memory
+  mutable std::vector<std::string_view> pieces_;
   int64_t lRows_ = 0, lLooked_ = 0;
+  int64_t lLeastWords_ = 0;  ///< Of all rows looked at
 };
 
 }  // namespace quillon

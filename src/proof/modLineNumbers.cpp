@@ -139,4 +139,32 @@ void FindLineNumbers(std::string_view sLine, std::span<const ProofColumn> column
   }
 }
 
+void FindSplitNumbers(std::string_view sLine, const clsTidyCutter& cutter, std::span<const ProofColumn> columns,
+                      LineNumbers& found) {
+  found.numbers.clear();
+  found.sWords.clear();
+  found.sPhrase.clear();
+  std::vector<std::string_view> pieces;
+  cutter.Split(sLine, pieces);
+  size_t nUsed = pieces.size();
+  while (nUsed > 0 && pieces[nUsed - 1].empty()) --nUsed;
+  const size_t nShift = cutter.IsSplitAtText() ? 0 : pieces.size() - nUsed;
+  clsPhrase phrase(sLine, found.sPhrase);
+  for (size_t i = 0; i < nUsed; ++i) {
+    const std::string_view sPiece = pieces[i];
+    if (sPiece.empty()) continue;
+    if (std::none_of(sPiece.begin(), sPiece.end(), IsAsciiDigit)) {
+      if (!found.sWords.empty()) found.sWords += ' ';
+      found.sWords += sPiece;
+      phrase.Add(static_cast<size_t>(sPiece.data() - sLine.data()), sPiece.size());
+      continue;
+    }
+    const auto column = std::find_if(columns.begin(), columns.end(),
+                                     [&](const ProofColumn& each) { return each.nPiece == i + nShift; });
+    if (column == columns.end() || !column->bNumber) continue;
+    if (const auto number = ReadTidyNumber(sPiece, column->typing, nullptr))
+      Put(static_cast<size_t>(column - columns.begin()), *number, sPiece, found);
+  }
+}
+
 }  // namespace quillon

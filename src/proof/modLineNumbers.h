@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "clsTidyCutter.h"
 #include "modTidyValues.h"
 
 namespace quillon {
@@ -18,6 +19,7 @@ struct ProofColumn {
   int32_t nStart = 0, nEnd = 0;  ///< 0 and 0: it has no place, and nothing stands under it
   bool bNumber = false;
   TidyTyping typing;
+  size_t nPiece = kNoTidyColumn;  ///< Of rows that are split: which of their pieces it is
 };
 
 /// A number in a line: which column it stands under by its last character, and how it is printed.
@@ -36,5 +38,10 @@ struct LineNumbers {
 
 /// Finds the numbers under number columns. The line is UTF-8 with its tabs expanded.
 void FindLineNumbers(std::string_view sLine, std::span<const ProofColumn> columns, LineNumbers& found);
+
+/// The same of a line that is split at a text or at blanks as rows are. Of fewer pieces than columns, parted by blanks, the
+/// last belongs to the last column.
+void FindSplitNumbers(std::string_view sLine, const clsTidyCutter& cutter, std::span<const ProofColumn> columns,
+                      LineNumbers& found);
 
 }  // namespace quillon

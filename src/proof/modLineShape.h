@@ -14,4 +14,10 @@ std::string LineShape(std::string_view sLine);
 /// where they begin.
 std::string LineShapeKey(std::string_view sLine);
 
+/// Whether a line may be a row of some table: it has several figures with gaps in front of them, or many, and more of
+/// them than texts.
+bool HasSeveralFigures(std::string_view sLine);
+/// Whether its figures count columns: 1 2 3, or name years: 2023 2022.
+bool CountsColumns(std::string_view sLine);
+
 }  // namespace quillon

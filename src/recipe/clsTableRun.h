@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "clsCsvRows.h"
+#include "clsCutMeasure.h"
 #include "clsLineReader.h"
 #include "clsPeriodFiles.h"
 #include "clsTable.h"

@@ -79,6 +79,8 @@ class clsTidyRun : public clsTidyListener {
     SheetOf(row.nTable).Begins(row.nTable, row.lLine);
     proof_->Row(row);
   }
+  void StretchStarts(size_t nTable, int64_t lLine) override { proof_->StretchStarts(nTable, lLine); }
+  void StretchEnds(size_t nTable, int64_t lLine) override { proof_->StretchEnds(nTable, lLine); }
   void HeadingChanges(size_t nTable, size_t nHeading, int64_t lLine) override {
     proof_->HeadingChanges(nTable, nHeading, lLine);
   }

@@ -10,10 +10,9 @@
 #include <utility>
 #include <vector>
 
-#include "clsCutMeasure.h"
 #include "clsHost.h"
-#include "clsReportProof.h"
 #include "modFailure.h"
+#include "modProofModel.h"
 
 namespace quillon {
 

@@ -189,21 +189,55 @@ bool clsTidyCutter::LastCutLeavesText(const clsTidyLine& line) const {
   return false;
 }
 
-bool clsTidyCutter::AddLeft(const clsTidyLine& line, int64_t lLine, TidyLeft& left) const {
-  if (groups_.size() != 1) return false;
-  const int64_t lBefore = left.lInFront + left.lBetween + left.lBehind;
+/// What stands between two columns, or in front of the first or behind the last.
+bool clsTidyCutter::TakeGap(const clsTidyLine& line, int64_t lLine, size_t nGap, GapSide side, Span gap,
+                            clsGapTexts& gaps) {
+  gap.nEnd = std::min(gap.nEnd, line.Size());
+  while (gap.nFrom < gap.nEnd && line.IsBlankAt(gap.nFrom)) ++gap.nFrom;
+  if (gap.nFrom >= gap.nEnd) return false;
+  while (line.IsBlankAt(gap.nEnd - 1)) --gap.nEnd;
+  const auto at = [&](size_t n) { return n < line.Size() ? line.Text()[line.Offset(n)] : ' '; };
+  gaps.Take(nGap, side, line.Piece(gap.nFrom, gap.nEnd), line.InkOf(gap.nFrom, gap.nEnd),
+            gap.nFrom > 0 ? at(gap.nFrom - 1) : ' ', at(gap.nEnd), lLine);
+  return true;
+}
+
+/// The cells of all records of a line from left to right.
+const std::vector<clsTidyCutter::Span>& clsTidyCutter::SpansOf(const clsTidyLine& line,
+                                                               const std::vector<size_t>& records) const {
+  if (groups_.size() == 1) return spans_;
+  left_.clear();
+  for (const size_t nGroup : records) {
+    const size_t nTaken = nGroup == 0 ? 0 : Spans(line, groups_[nGroup - 1], 0, spans_);
+    Spans(line, groups_[nGroup], nTaken, spans_);
+    left_.insert(left_.end(), spans_.begin(), spans_.end());
+  }
+  std::sort(left_.begin(), left_.end(), [](const Span& a, const Span& b) { return a.nFrom < b.nFrom; });
+  return left_;
+}
+
+bool clsTidyCutter::AddLeft(const clsTidyLine& line, int64_t lLine, const std::vector<size_t>& records,
+                            clsGapTexts& gaps, TidyLeft& left) const {
+  if (IsSplit()) return false;
+  bool bLeft = false;
+  const std::vector<Span>& spans = SpansOf(line, records);
   size_t nDone = 0;
-  for (const Span& span : spans_) {
-    (nDone == 0 ? left.lInFront : left.lBetween) += line.InkOf(nDone, span.nFrom);
+  for (size_t i = 0; i < spans.size(); ++i) {
+    const Span& span = spans[i];
+    if (nDone < span.nFrom) {
+      const GapSide side = i == 0 ? GapSide::InFront : GapSide::Between;
+      bLeft = TakeGap(line, lLine, i, side, {nDone, span.nFrom}, gaps) || bLeft;
+    }
     const bool bTouches = nDone > 0 && nDone == span.nFrom && span.nFrom < line.Size();
     if (bTouches && !line.IsBlankAt(nDone - 1) && !line.IsBlankAt(nDone) && left.lDivided++ == 0)
       left.lDividedLine = lLine;
     nDone = std::max(nDone, span.nEnd);
   }
-  left.lBehind += line.InkOf(nDone, line.Size());
-  if (left.lInFront + left.lBetween + left.lBehind == lBefore) return false;
-  if (left.lFirstLine == 0) left.lFirstLine = lLine;
-  return true;
+  if (nDone < line.Size()) {
+    bLeft = TakeGap(line, lLine, spans.size(), GapSide::Behind, {nDone, line.Size()}, gaps) || bLeft;
+  }
+  gaps.RowEnds();
+  return bLeft;
 }
 
 }  // namespace quillon

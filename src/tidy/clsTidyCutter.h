@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "clsGapTexts.h"
 #include "clsTidyLine.h"
 #include "clsTidyReport.h"
 #include "modTidyModel.h"
@@ -28,10 +29,13 @@ class clsTidyCutter {
   /// The same from a text by separators alone.
   void Split(std::string_view sText, std::vector<std::string_view>& cells) const;
   bool IsSplit() const { return split_ != TidySplit::None; }
+  bool IsSplitAtText() const { return split_ == TidySplit::AtText; }
   /// True if a letter or digit stands behind the first column where no column is. The line must have been cut last.
   bool LastCutLeavesText(const clsTidyLine& line) const;
-  /// Adds what the last cut left; of lines with one record. True if it left anything.
-  bool AddLeft(const clsTidyLine& line, int64_t lLine, TidyLeft& left) const;
+  /// Adds what a row leaves beside the columns of its records, and words that touching ones share. True if
+  /// characters are left.
+  bool AddLeft(const clsTidyLine& line, int64_t lLine, const std::vector<size_t>& records, clsGapTexts& gaps,
+               TidyLeft& left) const;
   /// First and last position of a column (from 0, the last not included; npos: open); both 0 where there are no places.
   std::pair<size_t, size_t> Range(TidyColumn column) const { return ranges_[column]; }
   bool IsNumberColumn(TidyColumn column) const { return column < numbers_.size() && numbers_[column]; }
@@ -61,6 +65,8 @@ class clsTidyCutter {
   size_t WideEnd(const clsTidyLine& line, const Place& place) const;
   size_t EarlyStart(const clsTidyLine& line, const Place& place, size_t nTaken) const;
   size_t Spans(const clsTidyLine& line, const Group& group, size_t nTaken, std::vector<Span>& spans) const;
+  static bool TakeGap(const clsTidyLine& line, int64_t lLine, size_t nGap, GapSide side, Span gap, clsGapTexts& gaps);
+  const std::vector<Span>& SpansOf(const clsTidyLine& line, const std::vector<size_t>& records) const;
   void MoveCurrency(std::vector<std::string_view>& cells) const;
 
   std::vector<Group> groups_;
@@ -71,7 +77,7 @@ class clsTidyCutter {
   std::vector<TidyColumn> order_;                  ///< Columns by position, of the first group
   std::vector<std::pair<size_t, size_t>> ranges_;  ///< By column, of the first group
   bool bMovesCurrency_ = false;
-  mutable std::vector<Span> spans_;  ///< Kept for their memory
+  mutable std::vector<Span> spans_, left_;  ///< Kept for their memory
 };
 
 }  // namespace quillon

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "clsGapTexts.h"
 #include "modTidyModel.h"
 
 namespace quillon {
@@ -79,11 +80,11 @@ class clsTidyListener {
   virtual void GroupTooLong(size_t nTable, int64_t lLine);
 };
 
-/// Characters other than blanks that no column took of rows, and words that two touching columns share.
+/// What the columns left of rows: characters other than blanks, known behind the report's last line, and words that two
+/// touching columns share.
 struct TidyLeft {
-  int64_t lInFront = 0, lBetween = 0, lBehind = 0;
-  int64_t lDivided = 0;    ///< Such words
-  int64_t lFirstLine = 0;  ///< That leaves a character
+  GapCharacters lost, same;  ///< Same: bars and labels that stand beside the columns in every row
+  int64_t lDivided = 0;      ///< Such words
   int64_t lDividedLine = 0;
 };
 

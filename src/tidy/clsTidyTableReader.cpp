@@ -70,6 +70,7 @@ void clsTidyTableReader::End(int64_t lLines) {
   Flush();
   state_.bStarted = stretch_.WasFound();
   state_.bEnded = stretch_.EndWasFound();
+  gaps_.Settle(state_.left.lost, state_.left.same);
 }
 
 void clsTidyTableReader::Process(int64_t lLine, std::string_view sLine) {
@@ -220,8 +221,8 @@ void clsTidyTableReader::StartRow(int64_t lLine) {
   if (!bStarted_) StartTable();
   bRowInStretch_ = true;
   bJoinEnded_ = false;
-  const bool bLeft = fitting_.size() == 1 && cutter_.AddLeft(line_, lLine, state_.left);
-  if (bLeft && cutter_.LastCutLeavesText(line_)) {
+  const bool bLeft = cutter_.AddLeft(line_, lLine, fitting_, gaps_, state_.left);
+  if (bLeft && fitting_.size() == 1 && cutter_.LastCutLeavesText(line_)) {
     if (state_.lGapLines++ == 0) state_.lGapLine = lLine;
   }
   for (const size_t nGroup : fitting_) TakeRecord(lLine, nGroup);

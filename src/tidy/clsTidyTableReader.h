@@ -102,6 +102,7 @@ class clsTidyTableReader {
   std::vector<size_t> byDistance_;  ///< Which further line is that many lines below its row
   clsTidyStretch stretch_;
   TidyTableState state_;
+  clsGapTexts gaps_;
 
   std::vector<std::string> ring_;  ///< Lines that arrived and aren't processed yet
   std::string_view arriving_;

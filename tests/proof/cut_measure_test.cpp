@@ -22,6 +22,16 @@ TEST(CutMeasure, TellsInFrontBetweenBehindAndCutApartAndBlanksAreNoLoss) {
   EXPECT_EQ(Lost(measure, "\xC3\xA4 \xC3\xA4\xC3\xA4\xC3\xA4\xC2\xA0 def"), "1 0 0 0");
   EXPECT_EQ(Lost(measure, "-------------"), "2 2 3 0");
   EXPECT_EQ(measure.Loss().Characters(), 18);
+  EXPECT_EQ(measure.Loss().lFirstLine, 1);
+}
+
+TEST(CutMeasure, BarsThatEveryRowHasAreNoLossOfAllRows) {
+  const std::vector<TidyPlace> places{{1, 3}, {7, 9}};
+  clsCutMeasure measure(places);
+  EXPECT_EQ(Lost(measure, "abc | def |"), "0 1 1 0");
+  EXPECT_EQ(Lost(measure, "gh  | i   |"), "0 1 1 0");
+  EXPECT_EQ(measure.Loss().Characters(), 0);
+  EXPECT_EQ(measure.Loss().lSame, 4);
 }
 
 TEST(CutMeasure, TouchingAndOpenColumnsAreCutAtTheirEdgesAlone) {

@@ -106,5 +106,87 @@ TEST(ReportProof, RowsThatWaitForLinesAboveThemAreSummedInTheirPlace) {
   EXPECT_EQ(proof.lTotalsDisagree, 0);
 }
 
+TEST(ReportProof, RowsThatAreSwallowedAsSomethingElseAreTold) {
+  const auto after = [](const std::string& sKeys, const std::string& sTail = "") {
+    return Changed(kRecipe, "Needs=A digits, C number\n", "Needs=A digits, C number, B \"n\"\n" + sKeys) + sTail;
+  };
+  // Cy and Bob have no n in their names.
+  EXPECT_EQ(Proof(kReport, after("")).lLikeRows, 2);
+  EXPECT_EQ(Proof(kReport, after("Join=up\n")).lLikeRows, 2);
+  EXPECT_EQ(Proof(kReport, after("", "[Heading 1.2]\nText=Cy\n")).lLikeRows, 2);
+  const ReportProof further = Proof(kReport, after("", "[Line 1.2]\nLike=9\nPlaces=1-\n"));
+  EXPECT_EQ(further.lMeantLikeRows, 1) << "the one in front of any record of its group is left out";
+  EXPECT_EQ(further.lLikeRows, 1);
+  const ReportProof dropped = Proof(kReport, after("Drop=Cy|Bob|TOTAL\n"));
+  EXPECT_EQ(dropped.lMeantLikeRows, 2) << "a total that is dropped is none of them";
+  EXPECT_EQ(dropped.lFirstMeant, 6);
+}
+
+TEST(ReportProof, LinesOfFiguresInNoTableMayBeRows) {
+  const ReportProof proof = Proof(kReport + "\nStock  12  13.50  14\nPage 3 of 4\n12 Main Street, 4711 Eastvale\n");
+  EXPECT_EQ(proof.lFigureLines, 1);
+  EXPECT_EQ(proof.lFirstFigures, 16);
+  EXPECT_EQ(proof.lLikeRows, 0);
+}
+
+TEST(ReportProof, RowsThatAreSplitHaveLookAndTotalsToo) {
+  const std::string sRecipe = "[Table 1]\nNeeds=A digits\nSplit=,\nNames=No|Name|Gross\nTypes=A-B text, C number\n";
+  const ReportProof proof = Proof("1,Ann,10.50\n2,Bob,20.25\nX3,Cy,5.00\n,TOTAL,30.75\n", sRecipe);
+  EXPECT_EQ(proof.lTotalsAgree, 1);
+  EXPECT_EQ(proof.lLikeRows, 0) << "two of three columns are not enough";
+  EXPECT_EQ(Proof("1,Ann,10.50\n2,Bob,20.25\nEnd\n3,Cy,5.00\n", Changed(sRecipe, "Needs", "ReadEndLine=End\nNeeds"))
+                .lLikeRows,
+            1);
+  const ReportProof blanks =
+      Proof("1 Ann 10.50\n2 Bob 20.25\nTOTAL 30.75\n", Changed(sRecipe, "Split=,", "Split=blanks"));
+  EXPECT_EQ(blanks.lTotalsAgree, 1);
+}
+
+TEST(ReportProof, ATotalMayBeTheSumOverTables) {
+  std::string sRecipe;
+  for (const std::string sTable : {"1", "2"}) {
+    sRecipe += "[Table " + sTable + "]\nReadStartLine=PART " + sTable + "\nReadEndLine=END\nNeeds=A letters, B number\n" +
+               "Drop=ALL\nPlaces=1-10 11-20\nNames=Item|Sales\nTypes=A text, B number\n" +
+               (sTable == "2" ? "Totals=ALL\n" : "");
+  }
+  const std::string sReport =
+      "PART 1\nPaper        100.00\nInk          150.00\nEND\n"
+      "PART 2\nPens          20.00\nGlue          30.00\nEND\n\nALL          300.00\n";
+  const ReportProof proof = Proof(sReport, sRecipe);
+  EXPECT_EQ(proof.lTotalsAgree, 1);
+  EXPECT_EQ(proof.lTotalsDisagree, 0);
+  EXPECT_EQ(Proof(Changed(sReport, " 30.00", " 31.00"), sRecipe).lTotalsDisagree, 1);
+}
+
+TEST(ReportProof, AReportThatSaysSoMayRoundItsTotals) {
+  const std::string sRecipe = "[Table 1]\nNeeds=A letters, B number\nDrop=Total\nTotals=Total\nPlaces=1-10 11-20\nTypes=B number\n";
+  const std::string sReport =
+      "Tax           1001\nDuty          1002\nFees          1003\nRent          1004\nFines         1005\nTotal         5018\n";
+  EXPECT_EQ(Proof(sReport, sRecipe).lTotalsDisagree, 1);
+  const ReportProof rounded = Proof(sReport + "Detail may not add to totals.\n", sRecipe);
+  EXPECT_EQ(rounded.lTotalsDisagree, 0);
+  EXPECT_EQ(rounded.lTotalsLastDigit, 1);
+  EXPECT_EQ(Proof(Changed(sReport, "5018", "5028") + "Detail may not add to totals.\n", sRecipe).lTotalsDisagree, 1);
+}
+
+TEST(ReportProof, WhatStandsBesideTheColumnsInEveryRowIsNoLoss) {
+  const std::string sRecipe = "[Table 1]\nNeeds=A digits\nPlaces=2-4 8-12\nNames=No|Name\n";
+  const ReportProof bars = Proof(":001 | Ann  |\n:002 | Bob  |\n:003 | Cy   |\n", sRecipe);
+  EXPECT_FALSE(bars.loss.Any());
+  EXPECT_EQ(bars.loss.lSame, 9);
+  // The first digit of each number, and a sign, are pieces of values.
+  EXPECT_EQ(Proof("1001 | Ann\n1002 | Bob\n1003 | Cy\n", sRecipe).loss.lInFront, 3);
+  EXPECT_EQ(Proof("-001 | Ann\n-002 | Bob\n-003 | Cy\n", sRecipe).loss.lInFront, 3);
+  const ReportProof one = Proof(":001 | Ann  |\n:002 x Bob  |\n:003 | Cy   |\n:004 | Di   |\n", sRecipe);
+  EXPECT_EQ(one.loss.lBetween, 1);
+  EXPECT_EQ(one.loss.lFirstLine, 2);
+}
+
+TEST(ReportProof, APanelThatIsNotTakenIsLoss) {
+  const std::string sRecipe = "[Table 1]\nNeeds=A digits\nPlaces=1-3 5-8 | 12-14 16-19\nNames=No|Name\n";
+  EXPECT_FALSE(Proof("001 Ann    002 Bob\n003 Cy     004 Dan\n005 Eve\n", sRecipe).loss.Any());
+  EXPECT_EQ(Proof("001 Ann    002 Bob\n003 Cy     0O4 Dan\n005 Eve\n", sRecipe).loss.lBehind, 6);
+}
+
 }  // namespace
 }  // namespace quillon

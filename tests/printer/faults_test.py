@@ -2,10 +2,10 @@
 """Random reports with totals, each damaged in one place: a row deleted, a digit changed, two pages exchanged. A strict
 conversion must notice what the totals show, and must not take offence at the whole report.
 
-  tests/printer/measure_faults.py --program build-dev/bin/quillon --count 500
+  tests/printer/faults_test.py --program build-dev/bin/quillon --count 500
 
-Pages that are exchanged change no sum where groups end with their pages and no page has a total, so those are counted
-and not asked for.
+A difference of one in the last digit is told, but no failure, as reports round. Pages that are exchanged change no sum
+where groups end with their pages and no page has a total, so those are counted and not asked for.
 """
 
 import argparse
@@ -74,7 +74,7 @@ def main():
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--count", type=int, default=21)
     options = parser.parse_args()
-    tried, noticed, unasked, bad = Counter(), Counter(), 0, []
+    tried, noticed, told, unasked, bad = Counter(), Counter(), Counter(), 0, []
     seed = options.seed
     while tried.total() < options.count:
         seed += 1
@@ -97,11 +97,13 @@ def main():
                 continue
             status, said = strict_status(options.program, folder, layout.end.join(lines) + layout.end)
         tried[fault] += 1
-        noticed[fault] += 1 if status != 0 else 0
-        if status == 0 and fault != "pages exchanged":
+        noticed[fault] += status != 0
+        last_digit = status == 0 and "but for the last digit" in said
+        told[fault] += last_digit
+        if status == 0 and not last_digit and fault != "pages exchanged":
             bad.append(f"{kind}_{seed}: {fault}, and not noticed")
     for fault in FAULTS:
-        print(f"{fault:<16} {noticed[fault]} of {tried[fault]} noticed")
+        print(f"{fault:<16} {noticed[fault]} of {tried[fault]} noticed, {told[fault]} more told as one in the last digit")
     print(f"{unasked} false alarms")
     print("\n".join(bad[:20]))
     sys.exit(1 if bad else 0)
