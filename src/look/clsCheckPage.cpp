@@ -32,7 +32,8 @@ constexpr std::string_view kStyle =
     "pre div:before{content:attr(data-n);display:inline-block;width:4.5em;color:#888}"
     ".row{background:#eef7ee}.row i{font-style:normal;background:#d5ebd5}.further,.joined{background:#f4f8e4}"
     ".heading{background:#e8f0fb}.total{background:#fbf3d9}.dropped,.left,.outside{color:#777}"
-    ".like{background:#fde4e4;color:#222}.may{background:#fdf0d0;color:#222}.maybe{color:#8a5a00;font-weight:bold}.gap{color:#888;border-top:1px dashed #bbb;border-bottom:1px dashed #bbb}"
+    ".like{background:#fde4e4;color:#222}.may{background:#fdf0d0;color:#222}.maybe{color:#8a5a00;font-weight:bold}.gap{"
+    "color:#888;border-top:1px dashed #bbb;border-bottom:1px dashed #bbb}"
     ".key span{padding:.1em .6em;margin-right:.5em}"
     "@media print{body{margin:0;max-width:none}pre{overflow:visible;font-size:7pt}pre div{white-space:pre-wrap}"
     "*{-webkit-print-color-adjust:exact;print-color-adjust:exact}}";
@@ -201,10 +202,10 @@ std::string clsCheckPage::TotalsOf(int64_t lLine) const {
   const auto [first, last] = totals_.equal_range(lLine);
   for (auto total = first; total != last; ++total) {
     const TableTotal& one = *total->second;
-    sHtml +=
-        one.total.verdict == TotalVerdict::Disagrees
-            ? fmt::format("  <span class=\"bad\">&#10007; {}: rows {}</span>", Shown(one.sColumn), SummedText(one.total))
-            : fmt::format("  <span class=\"good\">&#10003; {}</span>", Shown(one.sColumn));
+    sHtml += one.total.verdict == TotalVerdict::Disagrees
+                 ? fmt::format("  <span class=\"bad\">&#10007; {}: rows {}</span>", Shown(one.sColumn),
+                               SummedText(one.total))
+                 : fmt::format("  <span class=\"good\">&#10003; {}</span>", Shown(one.sColumn));
   }
   return sHtml;
 }
@@ -240,7 +241,10 @@ void clsCheckPage::Line(int64_t lLine, std::string_view sLine, TidyLineKind kind
   const auto [first, last] = totals_.equal_range(lLine);
   const bool bWrong =
       std::any_of(first, last, [](const auto& total) { return total.second->total.verdict != TotalVerdict::Agrees; });
-  const std::string_view sClass = bLike ? "like" : bMaybe && !bTotal ? "may" : bTotal ? "total" : kClasses[static_cast<size_t>(kind)];
+  const std::string_view sClass = bLike               ? "like"
+                                  : bMaybe && !bTotal ? "may"
+                                  : bTotal            ? "total"
+                                                      : kClasses[static_cast<size_t>(kind)];
   sHtml = fmt::format("<div class=\"{}\" data-n=\"{}\">{}{}</div>", sClass, lLine, sHtml, TotalsOf(lLine));
   if (IsShown(lLine, bLoss || bWrong)) {
     for (const auto& [lHeld, sHeld] : held_) PutLine(lHeld, sHeld);

@@ -16,8 +16,8 @@ struct ReportCheck {
   std::vector<TidyTableState> states;  ///< Of each of them
   ReportProof proof;
 
-  /// True if nothing is missing: no line that looks like a row or may be one was left out, no character is lost, no tidy
-  /// table failed to be found, no printed total disagrees.
+  /// True if nothing is missing: no line that looks like a row or may be one was left out, no character is lost, no
+  /// tidy table failed to be found, no printed total disagrees.
   bool IsWhole() const;
   /// All values of tidy tables are what their columns say.
   bool AllValuesFit() const;

@@ -123,9 +123,7 @@ void clsCutMeasure::Measure(const Row& row, int64_t lLine) {
     const GapSide side = gaps_[i].nStart > nLast_    ? GapSide::Behind
                          : gaps_[i].nStart < nFirst_ ? GapSide::InFront
                                                      : GapSide::Between;
-    int64_t& lCount = side == GapSide::Behind    ? row_.lBehind
-                      : side == GapSide::InFront ? row_.lInFront
-                                                 : row_.lBetween;
+    int64_t& lCount = side == GapSide::Behind ? row_.lBehind : side == GapSide::InFront ? row_.lInFront : row_.lBetween;
     lCount += MeasureGap(row, i, side, lLine);
   }
   for (const int32_t nEdge : edges_) {

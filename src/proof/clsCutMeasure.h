@@ -19,7 +19,8 @@ class clsCutMeasure {
   /// The places of the columns in any order; those that are none are passed over.
   explicit clsCutMeasure(std::span<const TidyPlace> places);
 
-  /// A row whose bytes are its characters. What is returned counts bars and labels, too: only all rows tell them. cBlank: a second byte that is a blank, such as the no-break space of a page.
+  /// A row whose bytes are its characters. What is returned counts bars and labels, too: only all rows tell them.
+  /// cBlank: a second byte that is a blank, such as the no-break space of a page.
   const CharacterLoss& Bytes(std::string_view sRow, int64_t lLine, char cBlank = ' ');
   /// A row of UTF-8.
   const CharacterLoss& Text(std::string_view sRow, int64_t lLine);

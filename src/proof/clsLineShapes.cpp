@@ -60,7 +60,8 @@ std::vector<ShapeOfLines> clsLineShapes::Sorted(const std::function<bool(std::st
     shapes.push_back(group.shape);
     shapes.back().bLikeRow = bLikeRow;
     shapes.back().bAgain = bPrintedAgain;
-    shapes.back().bFigures = !bPrintedAgain && !bLikeRow && HasSeveralFigures(group.shape.sFirst) && !CountsColumns(group.shape.sFirst);
+    shapes.back().bFigures =
+        !bPrintedAgain && !bLikeRow && HasSeveralFigures(group.shape.sFirst) && !CountsColumns(group.shape.sFirst);
   }
   SortShapes(shapes);
   return shapes;

@@ -93,7 +93,7 @@ class clsPrintedTotals {
     int64_t lAgree = 0, lLastDigit = 0, lDisagree = 0;
     int64_t lVotesFor = 0, lVotesAgainst = 0;
     int64_t lNearly = 0, lNearlyAgainst = 0;  ///< Those of lDisagree and lVotesAgainst that rounding may give
-    int64_t lAloneWrong = 0;  ///< Lines where another column agreed and this one didn't
+    int64_t lAloneWrong = 0;                  ///< Lines where another column agreed and this one didn't
   };
   struct Kind {
     std::string sPhrase;  ///< Finds its lines

@@ -39,7 +39,7 @@ TidyNumber PlainNumber(std::string_view sPlain) {
 /// "Rounded in millions", "detail may not add to totals", "Rundungsdifferenzen". Without the first letter, whatever its
 /// case.
 bool SaysRounded(std::string_view sLine) {
-  constexpr std::array<std::string_view, 10> kWords{"ounded", "OUNDED",  "ounding", "OUNDING", "ay not add",
+  constexpr std::array<std::string_view, 10> kWords{"ounded",     "OUNDED",  "ounding", "OUNDING", "ay not add",
                                                     "AY NOT ADD", "erundet", "undung",  "rrondi",  "edonde"};
   return std::any_of(kWords.begin(), kWords.end(),
                      [&](std::string_view sWord) { return sLine.find(sWord) != std::string_view::npos; });
@@ -244,8 +244,7 @@ void clsReportProof::AddIfLikeRow(int64_t lLine, std::string_view sLine, TidyLin
   const bool bEarly = std::any_of(tables_.begin(), tables_.end(), [](const Table& table) {
     return table.profile.empty() || table.profile.front().IsYoung();
   });
-  if (bEarly || LikenessOf(sLine, kind) == Likeness::Row)
-    shapes_[static_cast<size_t>(kind)].Add(lLine, sLine, nClass);
+  if (bEarly || LikenessOf(sLine, kind) == Likeness::Row) shapes_[static_cast<size_t>(kind)].Add(lLine, sLine, nClass);
 }
 
 /// By the rows so far. Lines that the recipe names otherwise must be like rows in all columns.

@@ -50,7 +50,7 @@ class clsReportProof : public clsTidyListener {
     std::vector<size_t> groupValues;   ///< Hashes of their last cells
     size_t nHeadings = 0;
     int64_t lStretch = 0, lStretchEnd = 0;  ///< First line of its last stretch; its last, 0 while it goes on
-    std::vector<clsPrintedTotals> totals;  ///< One, once the table started
+    std::vector<clsPrintedTotals> totals;   ///< One, once the table started
     std::vector<clsRowProfile> profile;
   };
   /// What waits for its line: rows and headings are told before the lines above them may be.
@@ -83,7 +83,7 @@ class clsReportProof : public clsTidyListener {
   int64_t lDivided_ = 0, lDividedLine_ = 0;
   std::array<clsLineShapes, kTidyLineKinds> shapes_;  ///< By kind of line
   std::map<Kinds, size_t> classes_;  ///< Kinds of totals that a line may be of, and their class among the shapes
-  bool bRounds_ = false;  ///< A line says that the report's numbers are rounded
+  bool bRounds_ = false;             ///< A line says that the report's numbers are rounded
   std::vector<Event> events_;
   size_t nNext_ = 0;
   std::vector<std::pair<size_t, TidyNumber>> numbers_;

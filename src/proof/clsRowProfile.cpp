@@ -25,7 +25,8 @@ std::string_view Piece(std::string_view sLine, bool bAscii, int32_t nStart, int3
 /// Words in the first characters of a line.
 int64_t WordsOf(std::string_view sLine, size_t nWidth) {
   int64_t lWords = 0;
-  for (size_t i = 0; i < std::min(sLine.size(), nWidth); ++i) lWords += sLine[i] != ' ' && (i == 0 || sLine[i - 1] == ' ') ? 1 : 0;
+  for (size_t i = 0; i < std::min(sLine.size(), nWidth); ++i)
+    lWords += sLine[i] != ' ' && (i == 0 || sLine[i - 1] == ' ') ? 1 : 0;
   return lWords;
 }
 
@@ -49,9 +50,10 @@ clsRowProfile::clsRowProfile(std::vector<ProofColumn> columns, std::optional<cls
   for (const ProofColumn& column : columns_) {
     const bool bOpen = column.nEnd < 1 && (column.nStart > 0 || cutter_);
     nWidth_ = bOpen ? std::numeric_limits<size_t>::max() : std::max(nWidth_, static_cast<size_t>(column.nEnd));
-    gapBehind_.push_back(column.nEnd > 0 && std::none_of(columns_.begin(), columns_.end(), [&](const ProofColumn& other) {
-                           return other.nStart > 0 && other.nStart <= column.nEnd + 1 && (other.nEnd == 0 || other.nEnd > column.nEnd);
-                         }));
+    gapBehind_.push_back(
+        column.nEnd > 0 && std::none_of(columns_.begin(), columns_.end(), [&](const ProofColumn& other) {
+          return other.nStart > 0 && other.nStart <= column.nEnd + 1 && (other.nEnd == 0 || other.nEnd > column.nEnd);
+        }));
   }
 }
 

@@ -39,8 +39,8 @@ struct LineNumbers {
 /// Finds the numbers under number columns. The line is UTF-8 with its tabs expanded.
 void FindLineNumbers(std::string_view sLine, std::span<const ProofColumn> columns, LineNumbers& found);
 
-/// The same of a line that is split at a text or at blanks as rows are. Of fewer pieces than columns, parted by blanks, the
-/// last belongs to the last column.
+/// The same of a line that is split at a text or at blanks as rows are. Of fewer pieces than columns, parted by blanks,
+/// the last belongs to the last column.
 void FindSplitNumbers(std::string_view sLine, const clsTidyCutter& cutter, std::span<const ProofColumn> columns,
                       LineNumbers& found);
 

@@ -86,7 +86,8 @@ bool IsFigure(std::string_view sWord) {
     nDepth += c == '(' ? 1 : c == ')' ? -1 : 0;
     const bool bExponent = i > 0 && std::string_view("EeDd").find(c) != std::string_view::npos &&
                            i + 1 < sWord.size() && (sWord[i + 1] == '+' || sWord[i + 1] == '-');
-    if (!bExponent && !IsAsciiDigit(c) && std::string_view("+-.,/:$%()'*").find(c) == std::string_view::npos) return false;
+    if (!bExponent && !IsAsciiDigit(c) && std::string_view("+-.,/:$%()'*").find(c) == std::string_view::npos)
+      return false;
   }
   return nDepth == 0;
 }

@@ -34,10 +34,10 @@ ProofSummary SummaryOf(const ReportProof& proof, bool bAllTables, bool bAllValue
   summary.sTotals = TotalsCountText(proof);
   for (const ShapeOfLines& shape : proof.shapes) {
     if (!(shape.bLikeRow || shape.bFigures) || summary.places.size() >= kMostPlaces) continue;
-    summary.places.push_back({shape.lFirstLine, shape.lLines,
-                              fmt::format("{} like \"{}\"", CountedText(shape.lLines, "line", "lines"),
-                                          WithoutControls(shape.sShape)),
-                              shape.bLikeRow && !shape.bMeant});
+    summary.places.push_back(
+        {shape.lFirstLine, shape.lLines,
+         fmt::format("{} like \"{}\"", CountedText(shape.lLines, "line", "lines"), WithoutControls(shape.sShape)),
+         shape.bLikeRow && !shape.bMeant});
   }
   if (proof.loss.Any()) summary.places.push_back({proof.loss.lFirstLine, 1, CharactersText(proof.loss), true});
   for (const TableTotal& total : proof.totals) {

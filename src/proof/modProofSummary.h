@@ -20,23 +20,24 @@ enum class ProofMood : uint8_t {
 struct ProofPlace {
   int64_t lLine = 0;  ///< The first of them
   int64_t lLines = 1;
-  std::string sText;       ///< What is there: "12 lines like ...", "Gross: printed 5,140.00, rows 4,100.00"
-  bool bMissing = false;   ///< Missing or lost for certain, else perhaps
+  std::string sText;      ///< What is there: "12 lines like ...", "Gross: printed 5,140.00, rows 4,100.00"
+  bool bMissing = false;  ///< Missing or lost for certain, else perhaps
 };
 
 /// What a panel shows from top to bottom.
 struct ProofSummary {
   ProofMood mood = ProofMood::Whole;
-  std::string sVerdict;                                ///< The closing sentence
+  std::string sVerdict;                                 ///< The closing sentence
   std::vector<std::pair<TidyLineKind, int64_t>> kinds;  ///< Kinds that there are lines of, and how many
-  std::string sTotals;                                 ///< "12 printed totals agree, 1 does not"; "" if there are none
-  std::vector<ProofPlace> places;                      ///< Rows that may be missing first, then totals that disagree
+  std::string sTotals;                                  ///< "12 printed totals agree, 1 does not"; "" if there are none
+  std::vector<ProofPlace> places;                       ///< Rows that may be missing first, then totals that disagree
 };
 
 /// See VerdictText for the last two.
 ProofSummary SummaryOf(const ReportProof& proof, bool bAllTables, bool bAllValues);
 
-/// A value for the key Totals= of a table: the words of lines that proved to be totals and all agree; "" if there are none.
+/// A value for the key Totals= of a table: the words of lines that proved to be totals and all agree; "" if there are
+/// none.
 std::string TotalsKey(const ReportProof& proof, int32_t lTable);
 
 }  // namespace quillon

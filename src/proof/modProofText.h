@@ -32,8 +32,8 @@ std::string LossText(const ReportProof& proof);
 std::string CharactersText(const CharacterLoss& loss);
 /// What may be missing, in words: "1 line of figures in no table (first on line 4)"; "" if there is no doubt.
 std::string DoubtText(const ReportProof& proof);
-/// The closing sentence. "Nothing is lost." only if nothing speaks against it. bAllTables: all were found and have rows;
-/// bAllValues: all are what their columns say.
+/// The closing sentence. "Nothing is lost." only if nothing speaks against it. bAllTables: all were found and have
+/// rows; bAllValues: all are what their columns say.
 std::string VerdictText(const ReportProof& proof, bool bAllTables, bool bAllValues);
 
 }  // namespace quillon

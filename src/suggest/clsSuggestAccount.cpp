@@ -234,7 +234,7 @@ void clsSuggestAccount::SetLeftOut(const ReportProof& proof, LeftOutRows& leftOu
   for (const ShapeOfLines& shape : proof.shapes) {
     TakePlaces(shape.sFirst, 0, characters_);
     if (SaysPage(characters_) || SaysTotal(characters_) || IsFurniture(shape.sFirst)) continue;
-    if (!shape.bLikeRow && !LooksLikeRow(shape.sFirst)) continue;
+    if (shape.bMeant || (!shape.bLikeRow && !LooksLikeRow(shape.sFirst))) continue;
     leftOut.lLines += shape.lLines;
     if (leftOut.shapes.size() < kMostShapes) leftOut.shapes.push_back(shape);
   }

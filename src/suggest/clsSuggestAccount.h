@@ -21,6 +21,8 @@ class clsSuggestAccount : public clsTidyListener {
 
   void TableStarts(size_t nTable, const std::vector<TidyColumnInfo>& columns) override;
   void Row(const TidyRecord& row) override;
+  void StretchStarts(size_t nTable, int64_t lLine) override { proof_.StretchStarts(nTable, lLine); }
+  void StretchEnds(size_t nTable, int64_t lLine) override { proof_.StretchEnds(nTable, lLine); }
   void HeadingChanges(size_t nTable, size_t nHeading, int64_t lLine) override;
   void Line(int64_t lLine, std::string_view sLine, TidyLineKind kind, size_t nTable) override;
 

@@ -31,9 +31,7 @@ bool IsSide(std::string_view sText) {
 }  // namespace
 
 void clsGapTexts::Add(GapCharacters& sum, GapSide side, int64_t lCharacters, int64_t lLine) {
-  (side == GapSide::InFront   ? sum.lInFront
-   : side == GapSide::Between ? sum.lBetween
-                              : sum.lBehind) += lCharacters;
+  (side == GapSide::InFront ? sum.lInFront : side == GapSide::Between ? sum.lBetween : sum.lBehind) += lCharacters;
   if (lLine > 0 && (sum.lFirstLine == 0 || lLine < sum.lFirstLine)) sum.lFirstLine = lLine;
 }
 
@@ -60,7 +58,8 @@ void clsGapTexts::Settle(GapCharacters& lost, GapCharacters& same) const {
   same = {};
   for (const Piece& piece : pieces_) {
     // In a table of one row a stroke is no value, but a word may be.
-    const bool bSeveral = piece.lRows > 1 || (lRows_ == 1 && std::none_of(piece.sText.begin(), piece.sText.end(), IsOfValue));
+    const bool bSeveral =
+        piece.lRows > 1 || (lRows_ == 1 && std::none_of(piece.sText.begin(), piece.sText.end(), IsOfValue));
     const bool bSame = bSeveral && piece.lRows * kParts >= lRows_ * kMost;
     Add(bSame ? same : lost, piece.side, piece.lCharacters * piece.lRows, piece.lFirstLine);
   }

@@ -23,11 +23,15 @@ from line_kinds_test import run
 from tidy_reports_test import CASES, report_of
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts"))
-from suggest_report import cells_of, value  # noqa: E402
+from suggest_report import value  # noqa: E402
+
+
+def plain(text):
+    return re.sub(r"[^0-9A-Za-z\u0080-\uffff]", "", text)
 
 
 def bare(cell):
-    return re.sub(r"[^0-9A-Za-z\u0080-\uffff]", "", value(cell))
+    return plain(value(cell))
 
 
 def text_of(path):
@@ -45,18 +49,21 @@ def truths(program, name, folder, truth):
     else:
         run(program, folder, "convert", "-q", report_of(name), "-o", folder / "truth.csv", "--recipe", CASES / f"{name}.rcp")
         paths = sorted(folder.glob("truth*.csv"))
-    named = "Names=" in (CASES / f"{name}.rcp").read_text(encoding="utf-8")
+    recipe = (CASES / f"{name}.rcp").read_text(encoding="utf-8")
+    named = "Names=" in recipe
+    carried = set(re.findall(r"[^|\n]+", "\n".join(re.findall(r"\[Heading [^\[]*?Names=([^\n]*)", recipe))))
     for path in paths:
         rows = list(csv.reader(io.StringIO(text_of(path), newline="")))
-        own = [i for i, cell in enumerate(rows[0]) if not cell.startswith("^")]
+        own = [i for i, cell in enumerate(rows[0]) if not cell.startswith("^") and (truth or cell not in carried)]
         for row in rows[1 if truth or named else 0:]:
-            yield [cell for i in own if i < len(row) and (cell := bare(row[i]))]
+            yield [(cell, plain(row[i])) for i in own if i < len(row) and (cell := bare(row[i]))]
 
 
 def missing(wanted, rows):
     """(records, those of which no row holds all values)"""
     cells = [{cell for each in row if (cell := bare(each))} for row in rows]
     texts = ["".join(bare(each) for each in row) for row in rows]
+    printed = ["".join(plain(each) for each in row) for row in rows]
     whole, where = defaultdict(list), defaultdict(list)
     for i, row in enumerate(cells):
         whole[texts[i]].append(i)
@@ -65,10 +72,11 @@ def missing(wanted, rows):
     used, total, lost = set(), 0, 0
     for own in wanted:
         total += 1
-        hit = next((i for i in whole.get("".join(own), []) if i not in used), None)
+        hit = next((i for i in whole.get("".join(cell for cell, _ in own), []) if i not in used), None)
         if hit is None and own:
-            near = min((where[cell] for cell in own if cell in where), key=len, default=[])
-            hit = next((i for i in near if i not in used and all(cell in cells[i] or cell in texts[i] for cell in own)), None)
+            near = min((where[cell] for cell, _ in own if cell in where), key=len, default=range(len(rows)))
+            hit = next((i for i in near if i not in used and all(
+                cell in cells[i] or cell in texts[i] or text in printed[i] for cell, text in own)), None)
         if hit is not None:
             used.add(hit)
         lost += hit is None and bool(own)
@@ -85,7 +93,8 @@ def look(program, name, truth):
             if not recipe.exists():
                 continue
             run(program, folder, "convert", "-q", report_of(name), "-o", folder / f"{how}.csv", "--recipe", recipe)
-            rows = [row for path in sorted(folder.glob(f"{how}*.csv")) for row in cells_of(path)]
+            rows = [row for path in sorted(folder.glob(f"{how}*.csv"))
+                    for row in csv.reader(io.StringIO(text_of(path), newline=""))]
             checked = run(program, folder, "check", report_of(name), "--recipe", recipe)
             text = checked.stdout.decode("utf-8", "replace").rstrip()
             yield how, *missing(wanted, rows), checked.returncode, text.splitlines()[-1] if text else "", text

@@ -145,7 +145,8 @@ TEST(ReportProof, RowsThatAreSplitHaveLookAndTotalsToo) {
 TEST(ReportProof, ATotalMayBeTheSumOverTables) {
   std::string sRecipe;
   for (const std::string sTable : {"1", "2"}) {
-    sRecipe += "[Table " + sTable + "]\nReadStartLine=PART " + sTable + "\nReadEndLine=END\nNeeds=A letters, B number\n" +
+    sRecipe += "[Table " + sTable + "]\nReadStartLine=PART " + sTable +
+               "\nReadEndLine=END\nNeeds=A letters, B number\n" +
                "Drop=ALL\nPlaces=1-10 11-20\nNames=Item|Sales\nTypes=A text, B number\n" +
                (sTable == "2" ? "Totals=ALL\n" : "");
   }
@@ -159,9 +160,11 @@ TEST(ReportProof, ATotalMayBeTheSumOverTables) {
 }
 
 TEST(ReportProof, AReportThatSaysSoMayRoundItsTotals) {
-  const std::string sRecipe = "[Table 1]\nNeeds=A letters, B number\nDrop=Total\nTotals=Total\nPlaces=1-10 11-20\nTypes=B number\n";
+  const std::string sRecipe =
+      "[Table 1]\nNeeds=A letters, B number\nDrop=Total\nTotals=Total\nPlaces=1-10 11-20\nTypes=B number\n";
   const std::string sReport =
-      "Tax           1001\nDuty          1002\nFees          1003\nRent          1004\nFines         1005\nTotal         5018\n";
+      "Tax           1001\nDuty          1002\nFees          1003\nRent          1004\nFines         1005\nTotal       "
+      "  5018\n";
   EXPECT_EQ(Proof(sReport, sRecipe).lTotalsDisagree, 1);
   const ReportProof rounded = Proof(sReport + "Detail may not add to totals.\n", sRecipe);
   EXPECT_EQ(rounded.lTotalsDisagree, 0);
