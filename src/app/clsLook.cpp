@@ -11,6 +11,7 @@
 #include "modFrontDoor.h"
 #include "modInputChoices.h"
 #include "modRecipeKind.h"
+#include "modReportPage.h"
 #include "modReportText.h"
 #include "modSettings.h"
 #include "modShortTable.h"
@@ -28,11 +29,12 @@ clsLook::clsLook(const LookRequest& request) : request_(request) {
   // A language is used if the desktop program chose one; none is chosen here.
   if (!GetLanguage().empty()) InitializeTranslator(host, {});
   gbCommandLineMode = true;
-  OverrideSystemCodePage(clsCodePage::Find(request.options.sEncoding), EqualNoCase(request.options.sEncoding, "auto"));
+  clsConversionOptions options = request.options;
+  TakePageOfCall(options, request.sRecipe);
   preview.sInput = request.sInput;
   preview.text = {.bUnix = request.options.bUnix, .pCodePage = SystemCodePage(), .bReport = true};
   ReportInput().bFindKinds = true;
-  ApplyInputChoices(request.options);
+  ApplyInputChoices(options);
   preview.lTabSize = request.options.lTabSize;
   preview.lTable = request.lTable;
   preview.lRows = request.lRows;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "clsCodePageScope.h"
 #include "clsLongRun.h"
 #include "clsOutputFile.h"
 #include "clsRecipe.h"
@@ -15,6 +16,8 @@
 #include "modPaths.h"
 #include "modProfileFile.h"
 #include "modRecipeKind.h"
+#include "modReportPage.h"
+#include "modSectionFile.h"
 #include "modSettings.h"
 #include "modStandardStreams.h"
 #include "modStrings.h"
@@ -76,7 +79,7 @@ std::optional<const clsCodePage*> RecipePage(const ConvertRequest& request) {
   constexpr size_t kLargestRecipe = size_t{16} << 20;
   std::string bytes;
   Failure ignored;
-  const bool named = !EqualNoCase(request.options.sEncoding, "auto");
+  const bool named = !EqualNoCase(request.options.sCodePage, kFoundByContent);
   if (!named || !ReadWholeFile(request.sRecipe, bytes, kLargestRecipe, ignored)) return std::nullopt;
   if (&DetectCodePage(bytes) == &clsCodePage::Utf8()) return &clsCodePage::Utf8();
   return std::nullopt;
@@ -233,7 +236,7 @@ int Convert(ConvertRequest request, clsLongRun& run) {
   request.options.lConversionMethod = ByProfile(request) ? kMethodProfile
                                       : request.bMarkup  ? kMethodMarkup
                                                          : kMethodRecipe;
-  OverrideSystemCodePage(clsCodePage::Find(request.options.sEncoding), EqualNoCase(request.options.sEncoding, "auto"));
+  TakePageOfCall(request.options, request.sRecipe);
   FillRecord(request, gConversionOptions);
   // Who names a tab stop needs no hint at tabs.
   if (IsGiven(request, "tab-size")) run.fields.bWarnedAboutTabsInFile = true;

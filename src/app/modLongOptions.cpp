@@ -181,7 +181,7 @@ void AddOption(CLI::App& command, const Option& option, clsConversionOptions& op
     CLI::Option* const added =
         command.add_option(sName, options.**text, sHelp)->type_name(std::string(option.sLongType));
     if (option.longValue == LongValue::Encoding) {
-      added->check(CLI::Validator(CheckEncoding, ""))->capture_default_str();
+      added->check(CLI::Validator(CheckEncoding, ""))->default_str("auto");
     } else if (option.longValue == LongValue::InputChoice || option.longValue == LongValue::OutputChoice) {
       const auto check = [sMember = option.sName](const std::string& s) { return WhyNoInputChoice(sMember, s); };
       added->check(CLI::Validator(check, ""));

@@ -30,7 +30,9 @@ class clsConversionOptions {
   bool bOpenConversionJobOnly = false;  ///< The job is to be opened in the window, not run
   int32_t lTabSize = 8;
   bool bUnix = false;
-  std::string sCodePage;            ///< Of the reports: a name or "auto"; empty: that of the settings
+  /// Of the reports: a name, one of EBCDIC too, or "auto"; empty: that of the recipe, else that of the settings (of the
+  /// long options: "auto").
+  std::string sCodePage;
   bool bReplaceWorkbook = false;    ///< A new workbook takes the place of one that is there
   bool bNoOverwrite = false;        ///< A sheet that holds something is left as it is, and the file fails
   bool bBackup = false;             ///< A workbook that is there stays as NAME~, too
@@ -41,14 +43,13 @@ class clsConversionOptions {
   bool bIsUnicode = false;          ///< Profile method
   std::string sFixedWidthProfile = "Default-Profile";
   bool bTrimInputTextFilesPadCharacter = true;  ///< Profile method
+  bool bTrimFields = false;                     ///< Of recipes and marks: blanks around fields go
   // Of the long options alone; no job file keeps them.
-  bool bTrimFields = false;  ///< Blanks around fields go
   bool bSafeCsv = false;     ///< Cells that a spreadsheet would run are made harmless
   bool bKeep = false;        ///< What there is of a file that fails is written; else its old output stays
   bool bAllPeriods = false;  ///< Rows of every period's file, not of slot 1 alone
   bool bStrict = false;      ///< What is lost or doesn't agree makes a file a failed one
   int32_t lJobs = 0;         ///< Processes that share a batch; 0: as many as help
-  std::string sEncoding = "auto";
   // How reports lie in their files. A job file keeps those that say something.
   std::string sRecords = "auto";      ///< Where records end: lines, fixed, rdw, blocks
   int32_t lRecordLength = 0;          ///< Of fixed records; 0 is unsaid

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "clsCodePageScope.h"
+#include "clsEbcdicPage.h"
 #include "clsKnownPaths.h"
 #include "modFileListing.h"
 #include "modFiles.h"
@@ -12,6 +13,7 @@
 #include "modNumbers.h"
 #include "modPacked.h"
 #include "modPaths.h"
+#include "modReportPage.h"
 #include "modReportText.h"
 #include "modSettings.h"
 #include "modStrings.h"
@@ -87,10 +89,13 @@ clsTurns clsConversionRun::TakeTurns() {
 }
 
 void clsConversionRun::BeginProcessing(int32_t& lResult) {
-  // The job's page is that of its reports; recipes are read as they would be without it.
-  const bool bRecipe = options_.lConversionMethod == kMethodRecipe && !options_.sCodePage.empty();
-  if (bRecipe && !extras_.recipePage) extras_.recipePage = SystemCodePage();
-  const clsCodePageScope page(options_.sCodePage);
+  // The page is that of the job's reports; recipes are read as they would be without it.
+  const bool bRecipe = options_.lConversionMethod == kMethodRecipe;
+  if (bRecipe && options_.sCodePage.empty()) options_.sCodePage = PageOfRecipe(ExpandedPath(options_.sRecipeFile));
+  if (bRecipe && !options_.sCodePage.empty() && !extras_.recipePage) extras_.recipePage = SystemCodePage();
+  // A report in EBCDIC is made into text before any page of 8-bit texts is asked.
+  const bool bEbcdic = clsEbcdicPage::Find(options_.sCodePage) != nullptr;
+  const clsCodePageScope page(bEbcdic ? std::string_view() : std::string_view(options_.sCodePage));
   const clsTurns turns = TakeTurns();
   if (pWindow_ != nullptr) LogLine(Translate("Starting conversion..."));
   fields_.lTotalTimeStart = host_.TickMilliseconds();

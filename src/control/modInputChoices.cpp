@@ -73,7 +73,7 @@ std::string WhyNoInputChoice(std::string_view sMember, std::string_view sValue) 
 
 void ApplyInputChoices(const clsConversionOptions& options) {
   InputOptions& input = ReportInput();
-  input.sEbcdicPage = clsEbcdicPage::Find(options.sEncoding) != nullptr ? options.sEncoding : "";
+  input.sEbcdicPage = clsEbcdicPage::Find(options.sCodePage) != nullptr ? options.sCodePage : "";
   input.records = Find(kRecords, options.sRecords).value_or(RecordForm::Auto);
   input.lRecordLength = options.lRecordLength;
   input.carriageControl = Find(kControls, options.sCarriageControl).value_or(CarriageControl::Unsaid);
