@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "modNumbers.h"
 #include "modRowKinds.h"
@@ -27,7 +28,7 @@ std::string WordsOf(std::string_view sLine) {
 }  // namespace
 
 clsSuggestAccount::clsSuggestAccount(const std::vector<TidyTable>& tables, std::vector<FoundTable*> found)
-    : tidy_(tables), found_(std::move(found)), proof_(tables, {0, 0}), tables_(tables.size()) {
+    : tidy_(tables), found_(std::move(found)), pageOf_(tables.size()), proof_(tables, {0, 0}), tables_(tables.size()) {
   for (const TidyTable& table : tables) likeness_.emplace_back(table);
 }
 
@@ -45,6 +46,7 @@ void clsSuggestAccount::Row(const TidyRecord& row) {
   FoundTable& table = *found_[row.nTable];
   if (table.lRows++ == 0) table.lFirstLine = row.lLine;
   table.lLastLine = row.lLine;
+  if (std::exchange(pageOf_[row.nTable], lPage_) != lPage_) ++table.lPages;
   if (table.lRows > kLooked) return;
   std::vector<Column>& columns = tables_[row.nTable].columns;
   for (size_t i = 0; i < columns.size() && i < row.cells.size(); ++i) {

@@ -19,6 +19,8 @@ class clsSuggestAccount : public clsTidyListener {
   /// Tables and found ones belong together one by one, and must outlive the object.
   clsSuggestAccount(const std::vector<TidyTable>& tables, std::vector<FoundTable*> found);
 
+  /// The next line is the first of a page.
+  void PageBegins() { ++lPage_; }
   void TableStarts(size_t nTable, const std::vector<TidyColumnInfo>& columns) override;
   void Row(const TidyRecord& row) override;
   void StretchStarts(size_t nTable, int64_t lLine) override { proof_.StretchStarts(nTable, lLine); }
@@ -63,6 +65,8 @@ class clsSuggestAccount : public clsTidyListener {
 
   const std::vector<TidyTable>& tidy_;
   std::vector<FoundTable*> found_;
+  int64_t lPage_ = 1;
+  std::vector<int64_t> pageOf_;  ///< Of the last row of each table
   clsReportProof proof_;
   std::vector<Table> tables_;
   std::vector<clsRowLikeness> likeness_;

@@ -22,6 +22,7 @@ struct FoundTable {
   bool bChosen = true;                    ///< Part of the recipe; others are comments in it
   std::vector<TidyPart> otherHeadings;    ///< Headings that weren't chosen
   int64_t lRows = 0;                      ///< Rows in all of the report
+  int64_t lPages = 0;                     ///< Pages, by form feeds, that have rows of it
   int64_t lFirstLine = 0, lLastLine = 0;  ///< Of its rows, in all of the report
   int64_t lMissing = 0;                   ///< Rows that the recipe doesn't take
   std::vector<std::string> doubts;        ///< What its cells say against it, in all of the report

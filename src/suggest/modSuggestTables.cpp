@@ -41,24 +41,11 @@ void Choose(const SuggestChoices& choices, std::vector<FoundTable>& tables) {
   }
 }
 
-/// Tables with the same names go to one sheet; others get their own, but for the first one.
-void NameSheets(std::vector<FoundTable>& tables) {
-  std::vector<FoundTable*> chosen;
-  for (FoundTable& table : tables) {
-    if (table.bChosen) chosen.push_back(&table);
-  }
-  size_t nOff = chosen.size();
-  for (FoundTable& table : tables) {
-    if (!table.bChosen) table.tidy.sSheet = fmt::format("Table {}", ++nOff);
-  }
-  for (size_t i = 1; i < chosen.size(); ++i) {
-    const std::vector<std::string>& names = chosen[i]->tidy.row.names;
-    const bool bNamed = std::any_of(names.begin(), names.end(), [](const std::string& s) { return !s.empty(); });
-    const auto itSame = std::find_if(chosen.begin(), chosen.begin() + static_cast<ptrdiff_t>(i),
-                                     [&](const FoundTable* p) { return bNamed && p->tidy.row.names == names; });
-    chosen[i]->tidy.sSheet =
-        itSame == chosen.begin() + static_cast<ptrdiff_t>(i) ? fmt::format("Table {}", i + 1) : (*itSame)->tidy.sSheet;
-  }
+/// No name yet, or one that NameSheets made; another is a person's.
+bool IsOwnSheetName(std::string_view sSheet) {
+  constexpr std::string_view kOwn = "Table ";
+  return sSheet.empty() || (sSheet.starts_with(kOwn) &&
+                            sSheet.substr(kOwn.size()).find_first_not_of("0123456789") == std::string_view::npos);
 }
 
 bool RunOver(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize, TableSuggestion& suggestion,
@@ -77,6 +64,7 @@ bool RunOver(std::string_view sInput, const TextFileOptions& options, int32_t lT
   clsTidyReport run(tables, account);
   std::string sHeld;
   for (std::string_view sRow; reader.ReadRow(sRow);) {
+    if (sRow.starts_with('\f')) account.PageBegins();
     if (!IsAscii(sRow)) {
       sHeld = reader.CodePage().ToUtf8(sRow);
       sRow = sHeld;
@@ -166,8 +154,40 @@ bool SuggestTables(std::string_view sInput, const TextFileOptions& options, int3
     suggestion.tables = FindTables(sample);
   }
   Choose(choices, suggestion.tables);
-  NameSheets(suggestion.tables);
+  suggestion.NameSheets();
   return RunOver(sInput, options, lTabSize, suggestion, failure);
+}
+
+bool CountTables(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize, TableSuggestion& suggestion,
+                 Failure& failure) {
+  suggestion.leftOut = {};
+  for (FoundTable& table : suggestion.tables) {
+    if (!table.bChosen) continue;
+    table.lRows = table.lPages = table.lFirstLine = table.lLastLine = 0;
+    table.doubts.clear();
+  }
+  return RunOver(sInput, options, lTabSize, suggestion, failure);
+}
+
+void TableSuggestion::NameSheets() {
+  std::vector<FoundTable*> chosen;
+  for (FoundTable& table : tables) {
+    if (table.bChosen) chosen.push_back(&table);
+  }
+  size_t nOff = chosen.size();
+  for (FoundTable& table : tables) {
+    if (!table.bChosen && IsOwnSheetName(table.tidy.sSheet)) table.tidy.sSheet = fmt::format("Table {}", ++nOff);
+  }
+  for (size_t i = 0; i < chosen.size(); ++i) {
+    std::string& sSheet = chosen[i]->tidy.sSheet;
+    if (!IsOwnSheetName(sSheet)) continue;
+    const std::vector<std::string>& names = chosen[i]->tidy.row.names;
+    const bool bNamed = std::any_of(names.begin(), names.end(), [](const std::string& s) { return !s.empty(); });
+    const auto itHere = chosen.begin() + static_cast<ptrdiff_t>(i);
+    const auto itSame =
+        std::find_if(chosen.begin(), itHere, [&](const FoundTable* p) { return bNamed && p->tidy.row.names == names; });
+    sSheet = itSame != itHere ? (*itSame)->tidy.sSheet : i == 0 ? "" : fmt::format("Table {}", i + 1);
+  }
 }
 
 std::string TableSuggestion::Text() const {

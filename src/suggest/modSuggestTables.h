@@ -36,6 +36,9 @@ struct TableSuggestion {
   bool LooksIncomplete() const;
   /// Each reason for that, for a person: "3 lines are left out, though like rows, the first on line 31: ...".
   std::vector<std::string> Reasons() const;
+  /// Names the sheets of the chosen tables that have no name yet: those of the same columns share one, others get their
+  /// own, but for the first one.
+  void NameSheets();
   /// A recipe with comments, UTF-8, that converts as it stands.
   std::string Text() const;
 };
@@ -44,5 +47,8 @@ struct TableSuggestion {
 /// leaves. False with the reason if the report can't be read.
 bool SuggestTables(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize,
                    const SuggestChoices& choices, TableSuggestion& suggestion, Failure& failure);
+/// Counts rows, pages and lines of the chosen tables anew, after they were chosen otherwise.
+bool CountTables(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize, TableSuggestion& suggestion,
+                 Failure& failure);
 
 }  // namespace quillon
