@@ -2,14 +2,19 @@
 # Makes the pictures of the documents from the real program on a screen of its own.
 #
 #   scripts/screenshots.sh [FOLDER] [NAME...]     default: docs/images, all pictures
+#
+# QUILLON_WINDOW=PROGRAM takes that one and builds nothing; QUILLON_SCREEN=1024x600 shows how it looks on a small screen.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 . scripts/lib.sh
 
 folder=$(realpath -m "${1:-docs/images}")
 wanted=("${@:2}")
-scripts/setup.sh build gui screenshots
-build_preset release -DQUILLON_GUI=ON -DQUILLON_TESTS=OFF -- quillon-gui quillon_help
+window_program=${QUILLON_WINDOW:-build/bin/quillon-gui}
+if [ -z "${QUILLON_WINDOW:-}" ]; then
+  scripts/setup.sh build gui screenshots
+  build_preset release -DQUILLON_GUI=ON -DQUILLON_TESTS=OFF -- quillon-gui quillon_help
+fi
 
 # A short path, as the pictures show it.
 home=/tmp/quillon-pictures
@@ -25,7 +30,7 @@ trap finish EXIT
 
 mkfifo "$home/display"
 exec 3<>"$home/display"
-Xvfb -displayfd 3 -screen 0 1600x1350x24 >/dev/null 2>&1 &
+Xvfb -displayfd 3 -screen 0 "${QUILLON_SCREEN:-1600x1350}x24" >/dev/null 2>&1 &
 started+=($!)
 read -r number <&3
 export DISPLAY=:$number XDG_RUNTIME_DIR=$home/run APPDATA=$home/data LC_ALL=C.UTF-8 HOME=$home
@@ -59,7 +64,7 @@ window() {
 
 # open TITLE [ARGUMENT...]: starts the program and waits for its window and the end of the banner
 open() {
-  build/bin/quillon-gui "${@:2}" 2>/dev/null &
+  "$window_program" "${@:2}" 2>/dev/null &
   program=$!
   main=$(window "$1")
   timeout 5 xdotool windowactivate --sync "$main" || true
@@ -105,6 +110,26 @@ recipe() {
   printf 'sRecipeFile=%s\r\nbUnix=TRUE\r\n' "$home/$1.rcp" >>"$data/Report.QLN"
   open Report.QLN "$data/Report.QLN"
   editor 'Recipe Editor' 900 820
+}
+# found FOLDER REPORT [SETTINGS]: Find Tables over a report of the golden cases, in a window of that title
+found() {
+  fresh "${3:-}"
+  cp "tests/golden/$1/$2" "$home"
+  job Report.QLN 1 "$home/$2" ''
+  open Report.QLN "$data/Report.QLN"
+  keys alt+t
+  found=$(window "${4:-^Find Tables$}")
+  sleep 0.8
+}
+# tidy NAME REPORT: the recipe editor over a report with a tidy recipe
+tidy() {
+  fresh
+  cp "tests/golden/tidy_reports/$1.rcp" "tests/golden/tidy_reports/$2" "$home"
+  job Report.QLN 1 "$home/$2" "$home/$1.xlsx"
+  printf 'sRecipeFile=%s\r\n' "$home/$1.rcp" >>"$data/Report.QLN"
+  open Report.QLN "$data/Report.QLN"
+  editor 'Recipe Editor' 1000 860
+  sleep 0.5
 }
 # profile NAME REPORT: the profile editor over a report
 profile() {
@@ -166,6 +191,22 @@ fi
 if want getting-started; then converted; keys alt+h g; shot getting-started "$(window 'Getting Started Guide')"; close; fi
 if want about; then converted; keys alt+h a; shot about "$(window '^Quillon$')"; close; fi
 if want language; then converted; keys alt+h l; shot language "$(window '^Language$')"; close; fi
+if want find-tables; then found epanet_net1_pages epanet_net1_pages.rpt; shot find-tables "$found"; close; fi
+if want find-tables-german; then
+  found epanet_net1_pages epanet_net1_pages.rpt '[Language]\r\nLanguage_Code=German\r\n' '^Tabellen suchen$'
+  shot find-tables-german "$found"; close
+fi
+if want find-tables-dark; then
+  found epanet_net1_pages epanet_net1_pages.rpt '[General]\r\nsColours=dark\r\n'; shot find-tables-dark "$found"; close
+fi
+if want closing || want proof; then
+  found tidy_reports regional_temps.txt; keys Return; sleep 0.5; keys F5; sleep 0.7
+  if want closing; then shot closing; fi
+  keys alt+r; proof=$(window '^Proof$'); sleep 1
+  if want proof; then shot proof "$proof"; fi
+  close
+fi
+if want recipe-kinds; then tidy regional_temps regional_temps.txt; shot recipe-kinds "$editor"; close; fi
 if want recipe-editor; then recipe account_limits account_limits.prt; shot recipe-editor "$editor"; close; fi
 if want recipe-proposal; then
   recipe cf6_anchorage cf6_anchorage.txt
@@ -194,7 +235,7 @@ if want profile-proposal; then
 fi
 if want please-wait; then
   fresh
-  build/bin/quillon-gui 2>/dev/null &
+  "$window_program" 2>/dev/null &
   program=$!
   banner=$(window '^Quillon$')
   sleep 0.1  # until it is painted

@@ -191,9 +191,9 @@ class clsDrawRecipe : public clsDrawSession {
     OpenEditor([&](QWidget* pEditor) {
       WithModal([](QWidget* pBuilder) { Click(pBuilder, "cmdOK"); });
       Click(pEditor, "cmdAddTable");
-      ChooseFromMenu(6, "First row of the table");
+      ChooseFromMenu(6, "Starts here");
       for (int i = 0; i < 5; ++i) Key(Qt::Key_PageDown);
-      ChooseFromMenu(50, "Last row of the table");
+      ChooseFromMenu(50, "Ends here");
       for (const int32_t lAfter : {10, 31, 46}) ClickRuler(lAfter);
       sNotes = pEditor->findChild<QLabel*>("lblCutNotes")->text();
       Click(pEditor, "cmdSaveAndClose");

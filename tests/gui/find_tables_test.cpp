@@ -2,7 +2,7 @@
 
 #include <QFileDialog>
 #include <QLabel>
-#include <QTableWidget>
+#include <QTreeWidget>
 
 #include "clsDrawSession.h"
 
@@ -52,11 +52,12 @@ class clsFindTables : public clsDrawSession {
     int nTables = 0;
     bool bOkWithNone = true;
     WithModal([&](QWidget* pDialog) {
-      auto* const pList = pDialog->findChild<QTableWidget*>("fgTables");
-      nTables = pList->rowCount();
-      for (int nRow = 0; nRow < nTables; ++nRow) pList->item(nRow, 0)->setCheckState(Qt::Unchecked);
+      auto* const pList = pDialog->findChild<QTreeWidget*>("fgTables");
+      nTables = pList->topLevelItemCount();
+      for (int nRow = 0; nRow < nTables; ++nRow) pList->topLevelItem(nRow)->setCheckState(0, Qt::Unchecked);
       bOkWithNone = pDialog->findChild<QWidget*>("cmdOK")->isEnabled();
-      pList->item(0, 0)->setCheckState(Qt::Checked);
+      pList->topLevelItem(0)->setCheckState(0, Qt::Checked);
+      pList->topLevelItem(0)->setText(0, "Nodes");
       Answer("No");
       Click(pDialog, "cmdOK");
     });
@@ -67,7 +68,8 @@ class clsFindTables : public clsDrawSession {
     QCOMPARE(Box("cbRecipeFile"), folder_.Path("t-2.rcp"));
     QCOMPARE(Box("cbOutputFile"), folder_.Path("other.csv"));
     const std::string sRecipe = folder_.Read("t-2.rcp");
-    QVERIFY2(sRecipe.find("Suggestion 1:") != std::string::npos && sRecipe.find("Suggestion 2:") == std::string::npos,
+    QVERIFY2(sRecipe.find("[Table 1]") != std::string::npos && sRecipe.find("[Table 2]") == std::string::npos &&
+                 sRecipe.find("Sheet=Nodes") != std::string::npos,
              sRecipe.c_str());
   }
 };

@@ -265,6 +265,8 @@ std::vector<OptionRow> OptionRows() {
   return {
       {"txtTabSize", type("txtTabSize", "-4"), [](F& f) { return std::to_string(f.lTabSize); }, "8", "-4", true},
       {"cbUnix", click("cbUnix"), [](F& f) { return std::string(Word(f.bUnix)); }, "FALSE", "TRUE", true},
+      {"cbTrimFields", click("cbTrimFields"), [](F& f) { return std::string(Word(f.bTrimFields)); }, "FALSE", "TRUE",
+       true},
       {"rbInputFileFormat", click("rbInputFileFormat", 1), [](F& f) { return std::string(Word(f.bIsUnicode)); },
        "FALSE", "TRUE", false},
       {"cbTreatDataAsText", click("cbTreatDataAsText"), [](F& f) { return std::string(Word(f.bTreatDataAsText)); },

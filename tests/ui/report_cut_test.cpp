@@ -129,10 +129,55 @@ TEST_F(RecipeCut, TellsTheLinesOfATidyTableApart) {
   ASSERT_EQ(picture.cells.size(), 2U);
   EXPECT_EQ(picture.cells[0].cells, (std::vector<std::string>{"12 Sales", "7", "Ann", "10.00", "of Rome"}));
   EXPECT_EQ(picture.InFront(), 0);
-  EXPECT_FALSE(cut_.CanEdit());
   EXPECT_TRUE(Notes("Row lines: 2;  Further lines: 1;  Headings: 1;  Totals: 1;  Left out: 2"));
   ReplaceInEditor("Needs=A digits", "Needs=Z digits");
   EXPECT_TRUE(cut_.Picture().notes.front().bWarning);
+}
+
+TEST_F(RecipeCut, ColumnsOfATidyTableAreMovedNamedAndTyped) {
+  Report("DEPT: 12\n 7 Ann     10.00\n 9 Bob     12.50\n   Cid     14.00\n");
+  std::string& sText = editor_.Get("txtFileEditor").sText;
+  sText =
+      "[Table 1]\r\nNeeds=C number\r\nPlaces=1-2 4-9 10-16\r\nNames=No|Name|Gross\r\n[Heading 1.1]\r\nText=DEPT:\r\n";
+  cut_.Update();
+  ASSERT_TRUE(cut_.CanEdit());
+  const auto says = [&](std::string_view sKey) { return sText.find(sKey) != std::string::npos; };
+  ASSERT_TRUE(cut_.Move(cut_.BoundaryAt(9), 8));
+  EXPECT_TRUE(says("Places=1-2 4-8 9-16\r\n")) << sText;
+  ASSERT_TRUE(cut_.Remove(cut_.BoundaryAt(2)));
+  EXPECT_TRUE(says("Places=1-3 4-8 9-16\r\n") && says("Names=No|Name|Gross\r\n")) << "the gap was taken in";
+  ASSERT_TRUE(cut_.Remove(cut_.BoundaryAt(3)));
+  EXPECT_TRUE(says("Places=1-8 9-16\r\n") && says("Names=No|Gross\r\n") && says("Needs=B number\r\n")) << sText;
+  ASSERT_TRUE(cut_.Add(3));
+  EXPECT_TRUE(says("Places=1-3 4-8 9-16\r\n") && says("Needs=C number\r\n")) << sText;
+  ASSERT_EQ(cut_.Picture().columns.size(), 4U);
+  cut_.TeachColumn(cut_.Picture().columns[0], {.sName = "Department", .type = {}, .bFill = {}});
+  cut_.TeachColumn(cut_.Picture().columns[1], {.sName = {}, .type = {}, .bFill = true});
+  cut_.TeachColumn(cut_.Picture().columns[3], {.sName = {}, .type = TidyType::Number, .bFill = {}});
+  EXPECT_TRUE(says("Text=DEPT:\r\nNames=Department\r\n") && says("Fill=A\r\n") && says("Types=A-B auto, C number"))
+      << sText;
+  EXPECT_EQ(cut_.Picture().cells.back().cells, (std::vector<std::string>{"12", "9", "Cid", "14.00"}));
+}
+
+TEST_F(RecipeCut, TheWholeReportIsAtHand) {
+  std::string sReport;
+  for (int i = 1; i <= 5000; ++i) sReport += std::to_string(i) + (i == 4321 ? " odd\n" : " row\n");
+  Report(sReport);
+  editor_.Get("txtFileEditor").sText = "[Table 1]\r\nLike=9|99|999|9999_A\r\nDrop=odd\r\nPlaces=1-4 6-\r\n";
+  cut_.Update();
+  for (int i = 0; i < 1000 && cut_.WorkOn(5); ++i) {
+  }
+  EXPECT_EQ(cut_.Lines(), 5000);
+  ASSERT_NE(cut_.Line(4321), nullptr);
+  EXPECT_EQ(cut_.Line(4321)->sText, "4321 odd");
+  EXPECT_EQ(cut_.Line(4321)->kind, CutKind::Dropped);
+  EXPECT_EQ(cut_.Line(4999)->nTable, 0);
+  EXPECT_EQ(cut_.Line(5001), nullptr);
+  EXPECT_EQ(cut_.Find("ODD", 0, true), 4321);
+  EXPECT_EQ(cut_.Find("odd", 4321, true), 0);
+  EXPECT_EQ(cut_.Find("row", 4321, false), 4320);
+  ASSERT_NE(cut_.Proof(), nullptr);
+  EXPECT_EQ(cut_.Proof()->Lines(TidyLineKind::Dropped), 1);
 }
 
 TEST_F(RecipeCut, ShowsTablesBoundariesLossesAndCells) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "modLineShape.h"
 #include "modTranslator.h"
 
 namespace quillon {
@@ -27,11 +28,127 @@ void clsReportCut::Show(CutPicture picture) {
     for (CutLine& line : picture.lines) line = {.lLine = line.lLine, .sText = std::move(line.sText)};
     picture.sFault.clear();
   }
+  fetched_.clear();
+  likeRows_.clear();
+  lLines_ = picture.lines.empty() ? 0 : picture.lines.back().lLine;
+  if (const PreviewRequest report = source_.Report(); !report.sInput.empty() && text_.Open(report)) {
+    lLines_ = std::max(lLines_, text_.Counted());
+    pPass_ = std::make_unique<clsReportPass>();
+    ++nProof_;
+    const std::string sRecipe = source_.TidyRecipe();
+    if (sRecipe.empty() || !pPass_->Begin(report, sRecipe)) pPass_.reset();
+  }
   const int32_t lSelected = nSelected_ < 0 ? -1 : boundaries_[static_cast<size_t>(nSelected_)].lAfter;
   picture_ = std::move(picture);
   boundaries_ = BoundariesOf(picture_.Fields(), picture_.rules);
   nSelected_ = BoundaryAt(lSelected);
   if (onChange) onChange();
+}
+
+namespace {
+
+const CutLine* LineIn(const std::vector<CutLine>& lines, int64_t lLine) {
+  const auto found = std::lower_bound(lines.begin(), lines.end(), lLine,
+                                      [](const CutLine& line, int64_t l) { return line.lLine < l; });
+  return found == lines.end() || found->lLine != lLine ? nullptr : &*found;
+}
+
+}  // namespace
+
+CutKind CutKindOf(TidyLineKind kind) {
+  switch (kind) {
+    case TidyLineKind::Row:
+      return CutKind::Row;
+    case TidyLineKind::Further:
+    case TidyLineKind::Joined:
+      return CutKind::Further;
+    case TidyLineKind::Heading:
+      return CutKind::Heading;
+    case TidyLineKind::Total:
+      return CutKind::Total;
+    case TidyLineKind::Dropped:
+      return CutKind::Dropped;
+    case TidyLineKind::LeftOut:
+      return CutKind::LeftOut;
+    default:
+      return CutKind::Outside;
+  }
+}
+
+CutKind clsReportCut::KindAt(int64_t lLine) const {
+  const auto n = static_cast<size_t>(lLine) - 1;
+  if (n < picture_.kinds.size()) return picture_.kinds[n];
+  return pPass_ != nullptr && n < pPass_->Lines().size() ? CutKindOf(pPass_->Lines()[n].kind) : CutKind::Untold;
+}
+
+/// What is known of a line that the picture doesn't have.
+void clsReportCut::Tell(CutLine& line) const {
+  line.kind = KindAt(line.lLine);
+  TellLikeRow(line);
+  const bool bInside = picture_.lTableFrom > 0 && line.lLine >= picture_.lTableFrom && line.lLine <= picture_.lTableTo;
+  if (line.kind == CutKind::Untold && bInside) line.nTable = picture_.InFront();
+  if (line.kind != CutKind::Row || picture_.tables.empty()) return;
+  const auto n = static_cast<size_t>(line.lLine) - 1;
+  const bool bPassed = pPass_ != nullptr && n < pPass_->Lines().size();
+  const int nTable = bPassed ? pPass_->Lines()[n].nTable : picture_.InFront();
+  line.nTable = std::min(nTable, static_cast<int>(picture_.tables.size()) - 1);
+}
+
+const CutLine* clsReportCut::Line(int64_t lLine) {
+  if (const CutLine* const pLine = LineIn(picture_.lines, lLine)) return pLine;
+  if (const CutLine* const pLine = LineIn(fetched_, lLine)) return pLine;
+  if (lLine < 1 || lLine > lLines_) return nullptr;
+  constexpr int64_t kAround = 300;
+  fetched_.clear();
+  for (PreviewRow& row : text_.Lines(std::max<int64_t>(1, lLine - kAround), lLine + kAround)) {
+    fetched_.push_back({.lLine = row.lLine, .sText = std::move(row.sText)});
+    Tell(fetched_.back());
+  }
+  return LineIn(fetched_, lLine);
+}
+
+void clsReportCut::TellLikeRow(CutLine& line) const {
+  const bool bIn = line.kind != CutKind::LeftOut && line.kind != CutKind::Outside;
+  line.bLikeRow = !bIn && !likeRows_.empty() && likeRows_.contains(LineShapeKey(line.sText));
+}
+
+void clsReportCut::Proved() {
+  ++nProof_;
+  for (const ShapeOfLines& shape : pPass_->Proof().shapes) {
+    if (shape.bLikeRow) likeRows_.insert(shape.sKey);
+  }
+  for (CutLine& line : picture_.lines) TellLikeRow(line);
+  for (CutLine& line : fetched_) TellLikeRow(line);
+  if (onChange) onChange();
+}
+
+bool clsReportCut::WorkOn(int nMilliseconds) {
+  constexpr int64_t kBytes = int64_t{4} << 20;
+  const bool bCounting = text_.CountOn(kBytes);
+  lLines_ = std::max(lLines_, text_.Counted());
+  if (bCounting) return true;
+  if (pPass_ == nullptr || pPass_->IsDone()) return false;
+  const size_t nBefore = pPass_->Lines().size();
+  const bool bDone = pPass_->Step(nMilliseconds);
+  const bool bSeen = !fetched_.empty() && fetched_.back().lLine > static_cast<int64_t>(nBefore) &&
+                     fetched_.front().lLine <= static_cast<int64_t>(pPass_->Lines().size());
+  if (bSeen) {
+    for (CutLine& line : fetched_) Tell(line);
+  }
+  if (bDone) Proved();
+  return !bDone;
+}
+
+int64_t clsReportCut::NextLoss(int64_t lFrom, bool bForward) const {
+  const int64_t lEnd = lLines_;
+  const auto lost = [&](int64_t lLine) {
+    const CutLine* const pLine = LineIn(picture_.lines, lLine);
+    return (pLine != nullptr && !pLine->sMarks.empty()) || KindAt(lLine) == CutKind::LeftOut;
+  };
+  for (int64_t l = bForward ? lFrom + 1 : lFrom - 1; l >= 1 && l <= lEnd; bForward ? ++l : --l) {
+    if (lost(l)) return l;
+  }
+  return 0;
 }
 
 int clsReportCut::BoundaryAt(int32_t lAfter) const {
@@ -111,6 +228,46 @@ void clsReportCut::Bound(bool bFirst, int64_t lLine) {
   std::string sFault;
   if (!source_.Bound(bFirst, lLine, sFault)) return Note(sFault);
   Update();
+}
+
+void clsReportCut::Teach(Lesson lesson, const PointedLine& line) {
+  Learn([&](std::string& sFault) { return source_.Teach(lesson, line, sFault); });
+}
+
+void clsReportCut::TeachColumn(const PointedColumn& column, const ColumnLesson& lesson) {
+  Learn([&](std::string& sFault) { return source_.TeachColumn(column, lesson, sFault); });
+}
+
+void clsReportCut::Learn(const std::function<bool(std::string& sFault)>& take) {
+  if (!CanTeach()) return;
+  std::string sFault;
+  const std::vector<CutKind> before = picture_.kinds;
+  if (!take(sFault)) return Note(sFault);
+  Update();
+  NoteLearned(before);
+  if (onChange) onChange();
+}
+
+/// How many rows there are now, and which lines aren't rows any more.
+void clsReportCut::NoteLearned(const std::vector<CutKind>& before) {
+  const std::vector<CutKind>& now = picture_.kinds;
+  const auto rows = [](const std::vector<CutKind>& kinds) {
+    return std::count(kinds.begin(), kinds.end(), CutKind::Row);
+  };
+  if (now.empty()) return;
+  int64_t lLost = 0;
+  size_t nFirst = 0;
+  for (size_t i = 0; i < std::min(before.size(), now.size()); ++i) {
+    if (before[i] != CutKind::Row || now[i] == CutKind::Row) continue;
+    if (lLost++ == 0) nFirst = i + 1;
+  }
+  std::string sText = Translate("Rows now:") + " " + std::to_string(rows(now)) + "; " + Translate("before:") + " " +
+                      std::to_string(rows(before));
+  if (lLost > 0) {
+    sText += "; " + Translate("No longer rows:") + " " + std::to_string(lLost) + "; " + Translate("First on line:") +
+             " " + std::to_string(nFirst);
+  }
+  picture_.notes.insert(picture_.notes.begin(), {std::move(sText), lLost > 0});
 }
 
 void clsReportCut::TakeProposal() {

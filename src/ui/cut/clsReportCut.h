@@ -7,17 +7,27 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
+#include "clsReportPass.h"
+#include "clsReportText.h"
+#include "clsTableTeacher.h"
 #include "modCutFields.h"
 #include "modReportPreview.h"
+#include "modTidyColumns.h"
 
 namespace quillon {
 
 /// What a line is for the tables of a recipe that tells its lines apart.
 enum class CutKind : uint8_t { Untold, Row, Further, Heading, Total, Dropped, LeftOut, Outside };
+
+/// What tidy tables make of a line, for the drawing.
+CutKind CutKindOf(TidyLineKind kind);
 
 /// One line of the report as it is drawn.
 struct CutLine {
@@ -27,11 +37,12 @@ struct CutLine {
   std::string sMarks = {};
   int nTable = -1;  ///< Of CutPicture::tables; -1: in none
   CutKind kind = CutKind::Untold;
-  int32_t lKeyAt = 0;  ///< Where a key text begins in it; 0: holds none
+  bool bLikeRow = false;  ///< In no table, though it looks like a row; known once the report was read to its end
+  int32_t lKeyAt = 0;     ///< Where a key text begins in it; 0: holds none
   int32_t lKeyLength = 0;
 };
 
-struct CutTable {
+struct DrawnTable {
   int32_t lNumber = 1;
   std::vector<CutField> fields;
   std::vector<std::string> letters;  ///< Of each field's column of the output; "": left out of it
@@ -48,12 +59,19 @@ struct CutPicture {
   std::string sFault;          ///< Why there are no lines; "" if there are
   std::vector<CutLine> lines;  ///< The report's beginning and what lies around the current table
   bool bMore = false;          ///< The report goes on behind the last line
-  std::vector<CutTable> tables;
+  std::vector<DrawnTable> tables;
   int nCurrent = -1;  ///< The table that can be changed; -1: none
   int nShown = -1;    ///< The table that stands out where none can be changed; -1: none
   CutRules rules;
-  std::vector<std::string> titles;  ///< Column letters of the cells, in the order of the output
-  std::vector<PreviewRow> cells;    ///< Rows of the current table; their texts are dropped
+  std::vector<std::string> titles;     ///< Column letters of the cells, in the order of the output
+  std::vector<bool> numbers;           ///< Of the titles: their cells stand at the right
+  std::vector<PointedColumn> columns;  ///< Of the titles, where a hand may change them
+  std::vector<CutKind> kinds;          ///< Of the lines from 1 on, shown or not, as far as they were told apart
+  /// Lines of the table in front where nothing tells lines apart; 0: none.
+  int64_t lTableFrom = 0, lTableTo = 0;
+  bool bTrims = true;             ///< The output has the cells without the blanks around them
+  bool bTidy = false;             ///< The current table tells its lines apart
+  std::vector<PreviewRow> cells;  ///< Rows of the current table; their texts are dropped
   std::vector<CutNote> notes;
   bool bSearchedShort = false;  ///< A key text wasn't looked for to the end of the report: LookFurther may find it
 
@@ -67,6 +85,13 @@ struct CutPicture {
 struct CutProposal {
   std::string sName;  ///< Translated: how it was worked out
   std::vector<CutField> fields;
+};
+
+/// What a person says of a column; what isn't set stays as it is.
+struct ColumnLesson {
+  std::optional<std::string> sName;
+  std::optional<TidyType> type;
+  std::optional<bool> bFill;
 };
 
 /// Where a cut comes from and where its changes go.
@@ -88,8 +113,19 @@ class clsCutSource {
   virtual bool CanBound() { return false; }
   /// Makes a line the current table's first or last row. False with the reason if nothing in the report can tell it.
   virtual bool Bound(bool /*bFirst*/, int64_t /*lLine*/, std::string& /*sFault*/) { return false; }
+  /// True if lines and columns can be pointed at.
+  virtual bool CanTeach() { return false; }
+  // Each writes what was said into the text that the cut comes from, or not, with the reason.
+  virtual bool Teach(Lesson /*lesson*/, const PointedLine& /*line*/, std::string& /*sFault*/) { return false; }
+  virtual bool TeachColumn(const PointedColumn& /*column*/, const ColumnLesson& /*lesson*/, std::string& /*sFault*/) {
+    return false;
+  }
   /// Makes another table (its number) the current one.
   virtual void Choose(int32_t /*lNumber*/) {}
+  /// The report that is drawn; without a path there is none.
+  virtual PreviewRequest Report() { return {}; }
+  /// The recipe by whose tidy tables the whole report is read, UTF-8; "" if there is none.
+  virtual std::string TidyRecipe() { return {}; }
   /// Lets the next Look search further for key texts.
   virtual void LookFurther() {}
 };
@@ -106,6 +142,23 @@ class clsReportCut {
   /// were shown, with a note. Ends a proposal.
   void Update();
   const CutPicture& Picture() const { return picture_; }
+
+  // The whole report, also where the picture has no lines of it.
+  /// Lines that are known to be there.
+  int64_t Lines() const { return lLines_; }
+  /// A line, read when it is asked for; null if it isn't there. Good until the next call.
+  const CutLine* Line(int64_t lLine);
+  /// The next line with the text behind a line, or in front of it; 0 if there is none.
+  int64_t Find(std::string_view sText, int64_t lFrom, bool bForward) { return text_.Find(sText, lFrom, bForward); }
+  /// The next line that loses something or is left out, as far as lines are told apart; 0 if there is none.
+  int64_t NextLoss(int64_t lFrom, bool bForward) const;
+  /// Counts lines and tells them apart for a moment. False once there is nothing left to do.
+  bool WorkOn(int nMilliseconds);
+  /// What became of all lines, once that is known; else null.
+  /// Another one for each proof.
+  int ProofNumber() const { return nProof_; }
+  const ReportProof* Proof() const { return pPass_ != nullptr && pPass_->IsDone() ? &pPass_->Proof() : nullptr; }
+
   /// Of the fields that are shown.
   const std::vector<CutBoundary>& Boundaries() const { return boundaries_; }
   /// The boundary behind a character; -1 if there is none.
@@ -132,8 +185,13 @@ class clsReportCut {
   /// Makes a line the table's first or last row. What prevents it becomes a note.
   void Bound(bool bFirst, int64_t lLine);
 
+  bool CanTeach() { return !HasProposal() && source_.CanTeach(); }
+  // What was learned, and the rows that were lost by it, become notes; so does what prevents it.
+  void Teach(Lesson lesson, const PointedLine& line);
+  void TeachColumn(const PointedColumn& column, const ColumnLesson& lesson);
+
   bool OnlyShows() const { return source_.OnlyShows(); }
-  bool CanWorkOut() const { return picture_.nCurrent >= 0; }
+  bool CanWorkOut() const { return picture_.nCurrent >= 0 && !picture_.bTidy; }
   /// Shows the first worked-out cut; while one is shown, the next. What prevents it becomes a note.
   void WorkOut();
   bool HasProposal() const { return nProposal_ >= 0; }
@@ -150,9 +208,22 @@ class clsReportCut {
   void Show(CutPicture picture);
   bool Do(const std::optional<CutChange>& change);
   void Note(std::string_view sFault);
+  void Learn(const std::function<bool(std::string& sFault)>& take);
+  void NoteLearned(const std::vector<CutKind>& before);
+
+  void Tell(CutLine& line) const;
+  void TellLikeRow(CutLine& line) const;
+  void Proved();
+  CutKind KindAt(int64_t lLine) const;
 
   clsCutSource& source_;
   CutPicture picture_;
+  clsReportText text_;
+  std::vector<CutLine> fetched_;  ///< Lines in a row that the picture doesn't have
+  int64_t lLines_ = 0;
+  std::unique_ptr<clsReportPass> pPass_;
+  int nProof_ = 1;
+  std::unordered_set<std::string> likeRows_;  ///< Shapes of lines that look like rows and are in no table
   std::vector<CutBoundary> boundaries_;
   std::vector<CutProposal> proposals_;
   int nProposal_ = -1;

@@ -3,53 +3,121 @@
 #include <algorithm>
 #include <utility>
 
+#include "modRecipeOfTables.h"
 #include "modTranslator.h"
 
 namespace quillon {
 
 namespace {
 
-/// The fields of a worked-out ruler: the blank behind each belongs to it.
-std::vector<CutField> FieldsOfRuler(const std::string& sRuler) {
-  std::vector<CutField> fields;
-  for (size_t nAt = sRuler.find('-'); nAt != std::string::npos;) {
-    const size_t nBlank = std::min(sRuler.find(' ', nAt), sRuler.size() - 1);
-    fields.push_back({static_cast<int32_t>(nAt) + 1, static_cast<int32_t>(nBlank) + 1});
-    nAt = sRuler.find('-', nBlank + 1);
+constexpr size_t kNone = static_cast<size_t>(-1);
+
+std::string NamesOf(const TidyPart& part) {
+  std::string sAll;
+  for (const std::string& sName : part.ColumnNames()) {
+    if (!sName.empty()) sAll += (sAll.empty() ? "" : ", ") + sName;
   }
-  return fields;
+  if (sAll.empty() && !part.texts.empty()) sAll = part.texts.front();
+  return sAll;
+}
+
+std::string PlacesOf(const TidyCut& cut, size_t nColumn) {
+  if (cut.places.empty() || nColumn >= cut.places.front().size()) return {};
+  const TidyPlace& place = cut.places.front()[nColumn];
+  return std::to_string(place.nStart) + " - " + (place.nEnd > 0 ? std::to_string(place.nEnd) : "");
 }
 
 }  // namespace
 
+void clsTableFinder::List(const FoundTable& table, size_t nTable) {
+  ListedTable& listed = tables_.emplace_back();
+  listed.sName = Translate("Table") + " " + std::to_string(nTable + 1);
+  listed.bTicked = table.bChosen;
+  listed.lRows = table.bChosen ? table.lRows : static_cast<int64_t>(table.rows.size());
+  listed.lPages = std::max<int64_t>(table.lPages, 1);
+  listed.lFirstLine = table.lFirstLine;
+  listed.lLastLine = table.lLastLine;
+  listed.bDoubtful = table.bDoubtful;
+  listed.bIncomplete = table.lMissing > 0;
+  for (const TidyPart& heading : table.tidy.headings) listed.headings.push_back({NamesOf(heading)});
+  const TidyPart& row = table.tidy.row;
+  const std::vector<std::string> names = row.ColumnNames();
+  for (size_t i = 0; i < row.ColumnCount(); ++i) {
+    listed.columns.push_back({i < names.size() ? names[i] : "", PlacesOf(row.cut, i), row.TypeOf(i).type});
+  }
+}
+
 bool clsTableFinder::Find(const PreviewRequest& report, std::string& sFault) {
-  Failure failure;
+  report_ = report;
   tables_.clear();
-  if (!SuggestRecipe(report.sInput, report.text, report.lTabSize, found_, failure)) {
+  Failure failure;
+  if (!SuggestTables(report.sInput, report.text, report.lTabSize, {}, found_, failure)) {
     sFault = failure.sText;
     return false;
   }
-  for (const SuggestedTable& table : found_.tables) {
-    ListedTable& listed = tables_.emplace_back();
-    listed.lRows = table.lRows;
-    listed.lColumns = table.lColumns;
-    listed.bDoubtful = table.bDoubtful;
-    listed.fields = FieldsOfRuler(table.sRuler);
-    for (const SuggestedSection& section : table.sections) {
-      listed.parts.push_back({section.lFirstLine, section.lLastLine});
-    }
+  for (size_t i = 0; i < found_.tables.size(); ++i) {
+    List(found_.tables[i], i);
+    found_.tables[i].tidy.sSheet.clear();
   }
   if (tables_.empty()) sFault = Translate("No table was found: no lines of the report stand in columns.");
   return !tables_.empty();
 }
 
-std::string clsTableFinder::Recipe(const std::vector<bool>& chosen) const {
-  SuggestedRecipe recipe = found_;
-  recipe.tables.clear();
-  for (size_t i = 0; i < found_.tables.size(); ++i) {
-    if (chosen[i]) recipe.tables.push_back(found_.tables[i]);
+bool clsTableFinder::AnyTicked() const {
+  return std::any_of(tables_.begin(), tables_.end(), [](const ListedTable& table) { return table.bTicked; });
+}
+
+void clsTableFinder::NameTable(size_t nTable, std::string_view sName) {
+  tables_[nTable].sName = found_.tables[nTable].tidy.sSheet = sName;
+}
+
+void clsTableFinder::NameColumn(size_t nTable, size_t nColumn, std::string_view sName) {
+  TidyPart& row = found_.tables[nTable].tidy.row;
+  std::vector<std::string> names = row.ColumnNames();
+  names.resize(row.ColumnCount());
+  tables_[nTable].columns[nColumn].sName = names[nColumn] = sName;
+  row.names = std::move(names);
+}
+
+/// As ticked, and one more.
+TableSuggestion clsTableFinder::Chosen(size_t nTable) const {
+  TableSuggestion chosen = found_;
+  for (size_t i = 0; i < chosen.tables.size(); ++i) {
+    FoundTable& table = chosen.tables[i];
+    table.bChosen = tables_[i].bTicked || i == nTable;
+    std::vector<TidyPart> headings = std::exchange(table.tidy.headings, {});
+    for (size_t k = 0; k < headings.size(); ++k) {
+      (tables_[i].headings[k].bTicked ? table.tidy.headings : table.otherHeadings).push_back(std::move(headings[k]));
+    }
   }
-  return recipe.Text();
+  chosen.NameSheets();
+  return chosen;
+}
+
+std::string clsTableFinder::Recipe(std::string& sFault) {
+  TableSuggestion chosen = Chosen(kNone);
+  const auto same = [&](const FoundTable& table) {
+    return table.bChosen == found_.tables[static_cast<size_t>(&table - chosen.tables.data())].bChosen;
+  };
+  Failure failure;
+  if (!std::all_of(chosen.tables.begin(), chosen.tables.end(), same) &&
+      !CountTables(report_.sInput, report_.text, report_.lTabSize, chosen, failure)) {
+    sFault = failure.sText;
+    return {};
+  }
+  return chosen.Text();
+}
+
+std::string clsTableFinder::RecipeWith(size_t nTable, int32_t& lNumber) const {
+  const TableSuggestion chosen = Chosen(nTable);
+  std::string sRecipe = "[Header]\nProduct=QLN-B\nFileType=RECIPE\nFileFormat=1.0\n";
+  size_t nNumber = 0;
+  for (size_t i = 0; i < chosen.tables.size(); ++i) {
+    if (!chosen.tables[i].bChosen) continue;
+    sRecipe += RecipeOfTable(chosen.tables[i].tidy, ++nNumber);
+    if (i == nTable) lNumber = static_cast<int32_t>(nNumber);
+  }
+  return sRecipe;
 }
 
 }  // namespace quillon

@@ -26,6 +26,12 @@ bool DrawStretches(ReportStretches stretches, CutPicture& picture) {
   return true;
 }
 
+CutPicture OnlyShown(CutPicture picture) {
+  picture.nShown = picture.InFront();
+  picture.nCurrent = -1;
+  return picture;
+}
+
 CutNote LossNote(const ReportPreview& preview) {
   const auto number = [](int64_t lNumber) { return " " + std::to_string(lNumber); };
   const std::string sRows = Translate("Rows looked at:") + number(preview.lRows) + "; ";

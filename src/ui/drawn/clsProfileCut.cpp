@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <limits>
 
 #include "frmMain.h"
 #include "frmSpecifyFixedWidthText.h"
@@ -44,7 +45,7 @@ std::vector<CutField> FieldsOfRuler(std::string_view sRuler, int32_t lWidest) {
 }
 
 void DrawTable(const ReportPreview& preview, const std::vector<ProfileColumn>& columns, CutPicture& picture) {
-  CutTable& table = picture.tables.emplace_back();
+  DrawnTable& table = picture.tables.emplace_back();
   table.fields = FieldsOf(columns);
   table.letters.resize(table.fields.size());
   for (size_t i = 0; i < std::min(table.letters.size(), preview.columns.size()); ++i) {
@@ -52,6 +53,8 @@ void DrawTable(const ReportPreview& preview, const std::vector<ProfileColumn>& c
   }
   // A first column that can't be drawn can't be changed here either.
   picture.nCurrent = table.fields.empty() && !columns.empty() ? -1 : 0;
+  picture.lTableFrom = preview.lFirstLine;
+  picture.lTableTo = std::numeric_limits<int64_t>::max();
   auto itRow = preview.rows.begin();
   for (CutLine& line : picture.lines) {
     if (line.lLine >= preview.lFirstLine) line.nTable = 0;
@@ -89,6 +92,10 @@ ProfileCut clsProfileCut::Cut(const CutProposal* pProposal) const {
     column.lWidth = field.lEnd - field.lStart + 1;
   }
   return cut;
+}
+
+PreviewRequest clsProfileCut::Report() {
+  return form_.Owner().bIsUnicode ? PreviewRequest() : Request();
 }
 
 CutPicture clsProfileCut::Look(const CutProposal* pProposal) {

@@ -26,6 +26,7 @@ class clsProfileCut : public clsCutSource {
   void Change(const CutChange& change) override;
   void Take(const CutProposal& proposal) override;
   std::vector<CutProposal> WorkOut(std::string& sFault) override;
+  PreviewRequest Report() override;
 
  private:
   PreviewRequest Request() const;

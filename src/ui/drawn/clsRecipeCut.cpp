@@ -83,11 +83,18 @@ CutPicture clsRecipeCut::Look(const CutProposal* pProposal) {
   const PreviewRequest request = Request();
   const std::string sRecipe =
       pProposal == nullptr ? Text() : WithParsing(Text(), request.lTable, RulerOfFields(pProposal->fields, {}));
-  return clsRecipeLook(request, sRecipe).Look();
+  CutPicture picture = clsRecipeLook(request, sRecipe).Look();
+  picture.bTrims = picture.bTidy || form_.Owner().bTrimFields;
+  return picture;
 }
 
 void clsRecipeCut::Change(const CutChange& change) {
-  WriteRuler(change.fields);
+  if (!IsTidy()) return WriteRuler(change.fields);
+  std::string sIgnored;
+  EditTable(sIgnored, [&](TidyTable& table) {
+    ChangeColumns(table, change);
+    return true;
+  });
 }
 
 void clsRecipeCut::Take(const CutProposal& proposal) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,12 +34,21 @@ class clsRecipeCut : public clsCutSource {
   bool Bound(bool bFirst, int64_t lLine, std::string& sFault) override;
   void Choose(int32_t lNumber) override;
   void LookFurther() override;
+  PreviewRequest Report() override;
+  std::string TidyRecipe() override { return Text(); }
+  bool CanTeach() override;
+  bool Teach(Lesson lesson, const PointedLine& line, std::string& sFault) override;
+  bool TeachColumn(const PointedColumn& column, const ColumnLesson& lesson, std::string& sFault) override;
 
  private:
   const std::string& Text() const;
   int32_t Table() const;
   PreviewRequest Request() const;
   void WriteRuler(const std::vector<CutField>& fields);
+  bool IsTidy() const;
+  bool EditTable(std::string& sFault, const std::function<bool(TidyTable& table)>& edit);
+  bool TeachLine(Lesson lesson, const PointedLine& line, TidyTable& table, std::string& sFault) const;
+  bool DateForm(const PointedColumn& column, std::string& sForm) const;
 
   frmExportBuilder& form_;
   int64_t lSearched_ = kSearched;

@@ -69,6 +69,8 @@ CutPicture clsRecipeLook::Look() {
   const bool bUndrawn =
       current_.lTable <= current_.lTables && ReadShortTable(recipe_, current_.lTable).sTemplate.empty();
   if (!current_.columns.empty() || bUndrawn) picture_.nCurrent = 0;
+  picture_.lTableFrom = current_.lFirstLine;
+  picture_.lTableTo = current_.lLastLine;
   DrawNeighbours();
   DrawKey(current_.start);
   DrawKey(current_.end);
@@ -91,7 +93,7 @@ CutLine* clsRecipeLook::LineAt(int64_t lLine) {
 
 void clsRecipeLook::DrawTable(const ReportPreview& preview) {
   const int nTable = static_cast<int>(picture_.tables.size());
-  CutTable& table = picture_.tables.emplace_back();
+  DrawnTable& table = picture_.tables.emplace_back();
   table.lNumber = preview.lTable;
   table.fields = FieldsOf(preview);
   for (const PreviewColumn& column : preview.columns) table.letters.push_back(column.sLetters);

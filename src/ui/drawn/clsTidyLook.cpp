@@ -7,42 +7,20 @@
 #include "clsTidyLines.h"
 #include "modColumnLetters.h"
 #include "modCutPicture.h"
-#include "modShortTable.h"
-#include "modTidyRecipe.h"
+#include "modText.h"
+#include "modTidyTablesOf.h"
 #include "modTranslator.h"
 
 namespace quillon {
 
 namespace {
 
-constexpr int32_t kOpenEnd = 2000;  ///< Where an open column is drawn to
-
-CutKind KindOf(TidyLineKind kind) {
-  switch (kind) {
-    case TidyLineKind::Row:
-      return CutKind::Row;
-    case TidyLineKind::Further:
-    case TidyLineKind::Joined:
-      return CutKind::Further;
-    case TidyLineKind::Heading:
-      return CutKind::Heading;
-    case TidyLineKind::Total:
-      return CutKind::Total;
-    case TidyLineKind::Dropped:
-      return CutKind::Dropped;
-    case TidyLineKind::LeftOut:
-      return CutKind::LeftOut;
-    default:
-      return CutKind::Outside;
-  }
-}
-
 /// In the order of the report, as the drawing wants them; neighbours that overlap show the first one whole.
-std::vector<CutField> FieldsOf(const TidyCut& cut) {
+std::vector<CutField> FieldsOf(const TidyCut& cut, int32_t lOpenEnd) {
   std::vector<CutField> fields;
   if (cut.places.empty()) return fields;
   for (const TidyPlace& place : cut.places.front()) {
-    fields.push_back({place.nStart, place.nEnd > 0 ? place.nEnd : std::max(kOpenEnd, place.nStart)});
+    fields.push_back({place.nStart, place.nEnd > 0 ? place.nEnd : std::max(lOpenEnd, place.nStart)});
   }
   std::sort(fields.begin(), fields.end(), [](const CutField& a, const CutField& b) { return a.lStart < b.lStart; });
   int32_t lDone = 0;
@@ -54,37 +32,30 @@ std::vector<CutField> FieldsOf(const TidyCut& cut) {
   return fields;
 }
 
+/// The column of a level has no section of its own.
+PointedColumn PointedOf(const TidyColumnInfo& column) {
+  switch (column.source) {
+    case TidySource::Heading:
+      return {ColumnPart::Heading, column.nPart, column.column};
+    case TidySource::Further:
+      return {ColumnPart::Further, column.nPart, column.column};
+    case TidySource::Level:
+      return {ColumnPart::Row, 0, kNoTidyColumn};
+    default:
+      return {ColumnPart::Row, 0, column.column};
+  }
+}
+
 }  // namespace
 
 clsTidyLook::clsTidyLook(const PreviewRequest& request, clsSectionFile& recipe) : request_(request), recipe_(recipe) {}
 
 bool clsTidyLook::ReadTables() {
-  const clsTidyTables tidy(recipe_);
-  if (!tidy.Any()) return false;
-  const auto lTables = static_cast<int32_t>(CountShortTables(recipe_));
-  TidyFault fault;
-  if (!tidy.Check(lTables, fault)) {
-    sFault_ = fault.sText;
-    return true;
-  }
-  for (int32_t l = 1; l <= lTables; ++l) {
-    TidyTable table;
-    if (!tidy.Has(l) || !tidy.Read(l, table, fault)) continue;
-    if (table.row.cut.places.empty() && table.row.cut.split == TidySplit::None) PlaceByRuler(table);
-    if (l <= request_.lTable) nCurrent_ = tables_.size();
-    tables_.push_back(std::move(table));
+  if (!ReadTidyTablesOf(request_, recipe_, tables_, sFault_)) return false;
+  for (size_t i = 0; i < tables_.size(); ++i) {
+    if (tables_[i].lNumber <= request_.lTable) nCurrent_ = i;
   }
   return true;
-}
-
-void clsTidyLook::PlaceByRuler(TidyTable& table) {
-  PreviewRequest request = request_;
-  request.lTable = table.lNumber;
-  request.lRows = 1;
-  std::vector<TidyPlace>& places = table.row.cut.places.emplace_back();
-  for (const PreviewColumn& column : PreviewByRecipe(request, recipe_).columns) {
-    places.push_back({column.lStart, column.lEnd});
-  }
 }
 
 bool clsTidyLook::Look(CutPicture& picture) {
@@ -102,7 +73,7 @@ void clsTidyLook::ReadReport(CutPicture& picture) {
   clsLineReader reader;
   Failure failure;
   // Every line is looked at in all its cells, which a key press waits for: less of the report than key texts need.
-  constexpr int64_t kShare = 4;
+  constexpr int64_t kShare = 8;
   TextFileOptions text = request_.text;
   text.lMostBytes /= kShare;
   if (!reader.Open(request_.sInput, text, failure)) {
@@ -125,23 +96,31 @@ void clsTidyLook::ReadReport(CutPicture& picture) {
 }
 
 void clsTidyLook::DrawTables(CutPicture& picture) const {
+  size_t nWidest = 1;
+  for (const CutLine& line : picture.lines) nWidest = std::max(nWidest, CharCount(line.sText));
   for (const TidyTable& table : tables_) {
-    CutTable& drawn = picture.tables.emplace_back();
+    DrawnTable& drawn = picture.tables.emplace_back();
     drawn.lNumber = table.lNumber;
-    drawn.fields = FieldsOf(table.row.cut);
+    drawn.fields = FieldsOf(table.row.cut, static_cast<int32_t>(nWidest));
     const std::vector<std::string> names = table.row.ColumnNames();
     for (size_t i = 0; i < drawn.fields.size(); ++i) {
       const bool bNamed = i < names.size() && !names[i].empty() && names[i] != "^";
       drawn.letters.push_back(bNamed ? names[i] : ColumnLetters(static_cast<int>(i) + 1));
     }
   }
+  for (const SeenLine& seen : seen_) picture.kinds.push_back(CutKindOf(seen.kind));
   for (CutLine& line : picture.lines) {
     if (line.lLine > static_cast<int64_t>(seen_.size())) continue;
     const SeenLine& seen = seen_[static_cast<size_t>(line.lLine) - 1];
-    line.kind = KindOf(seen.kind);
+    line.kind = CutKindOf(seen.kind);
     if (line.kind == CutKind::Row) line.nTable = static_cast<int>(seen.nTable);
   }
+  picture.bTidy = true;
   picture.nShown = static_cast<int>(nCurrent_);
+  picture.rules = {.bGaps = true, .bEmpty = false, .lNarrowest = 1};
+  if (CanMoveColumns(tables_[nCurrent_])) picture.nCurrent = picture.nShown;
+  picture.columns = columns_;
+  picture.numbers = numbers_;
   picture.titles = titles_;
   picture.cells = records_;
 }
@@ -175,6 +154,8 @@ void clsTidyLook::NoteKinds(const clsTidyReport& report, CutPicture& picture) co
 void clsTidyLook::TableStarts(size_t nTable, const std::vector<TidyColumnInfo>& columns) {
   if (nTable != nCurrent_) return;
   for (size_t i = 0; i < columns.size(); ++i) {
+    columns_.push_back(PointedOf(columns[i]));
+    numbers_.push_back(columns[i].typing.type == TidyType::Number);
     const std::string& sName = columns[i].sName;
     titles_.push_back(sName.empty() || sName == "^" ? ColumnLetters(static_cast<int>(i) + 1) : sName);
   }

@@ -25,7 +25,6 @@ class clsTidyLook : private clsTidyListener {
   void Line(int64_t lLine, std::string_view sLine, TidyLineKind kind, size_t nTable) override;
 
   bool ReadTables();
-  void PlaceByRuler(TidyTable& table);
   void ReadReport(CutPicture& picture);
   void DrawTables(CutPicture& picture) const;
   void NoteKinds(const clsTidyReport& report, CutPicture& picture) const;
@@ -43,6 +42,8 @@ class clsTidyLook : private clsTidyListener {
   std::vector<SeenLine> seen_;
   int64_t lFirstRow_ = 0;  ///< Of the current table
   std::vector<std::string> titles_;
+  std::vector<PointedColumn> columns_;
+  std::vector<bool> numbers_;
   std::vector<PreviewRow> records_;
 };
 

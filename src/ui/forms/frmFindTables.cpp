@@ -1,6 +1,6 @@
 #include "frmFindTables.h"
 
-#include <algorithm>
+#include <utility>
 
 #include "frmMain.h"
 #include "modFormTranslation.h"
@@ -22,29 +22,59 @@ frmFindTables::frmFindTables(frmMain& owner) : clsForm("frmFindTables"), oOwner_
 bool frmFindTables::Form_Load(std::string& sFault) {
   TranslateForm(*this, oOwner_.Screen());
   if (!finder_.Find(oOwner_.Report(), sFault)) return false;
-  const std::vector<ListedTable>& tables = Tables();
-  const auto doubtful = [](const ListedTable& table) { return table.bDoubtful; };
-  const bool bAll = std::all_of(tables.begin(), tables.end(), doubtful);
-  for (const ListedTable& table : tables) ticked_.push_back(bAll || !table.bDoubtful);
-  std::string& sFound = Get("lblFound").sCaption;
-  sFound = Translate("Tick the tables that you want. Each is drawn over the report below.");
-  if (!finder_.IsWhole()) sFound += " " + Translate("Only the beginning of the report was looked at.");
+  Get("lblFound").sCaption = FoundText();
+  Get("cmdOK").bEnabled = finder_.AnyTicked();
   return true;
 }
 
+std::string frmFindTables::FoundText() const {
+  std::string sFound = Translate("Tick the tables that you want. Each is drawn over the report below.");
+  if (!finder_.IsWhole()) {
+    sFound += " " + Translate("Tables were looked for in the first part of the report, and counted in all of it.");
+  }
+  const LeftOutRows& leftOut = finder_.LeftOut();
+  if (leftOut.lLines > 0) {
+    sFound += "\n" + Translate("Lines that look like rows and are in no table:") + " " +
+              std::to_string(leftOut.lLines) + "; " + Translate("First on line:") + " " +
+              std::to_string(leftOut.lFirstLine);
+  }
+  return sFound;
+}
+
 void frmFindTables::Tick(size_t nTable, bool bOn) {
-  ticked_[nTable] = bOn;
-  Get("cmdOK").bEnabled = std::find(ticked_.begin(), ticked_.end(), true) != ticked_.end();
+  finder_.Tick(nTable, bOn);
+  Get("cmdOK").bEnabled = finder_.AnyTicked();
+  Refresh();
+}
+
+void frmFindTables::TickHeading(size_t nTable, size_t nHeading, bool bOn) {
+  finder_.TickHeading(nTable, nHeading, bOn);
+  Refresh();
+}
+
+void frmFindTables::NameTable(size_t nTable, std::string_view sName) {
+  finder_.NameTable(nTable, sName);
+  Refresh();
+}
+
+void frmFindTables::NameColumn(size_t nTable, size_t nColumn, std::string_view sName) {
+  finder_.NameColumn(nTable, nColumn, sName);
   Refresh();
 }
 
 void frmFindTables::Select(size_t nTable) {
-  nSelected_ = nTable;
-  Refresh();
+  if (std::exchange(nSelected_, nTable) != nTable) Refresh();
 }
 
 void frmFindTables::cmdOK_Click() {
-  sRecipe = finder_.Recipe(ticked_);
+  std::string sFault;
+  oOwner_.SetBusyPointer(true);
+  sRecipe = finder_.Recipe(sFault);
+  oOwner_.SetBusyPointer(false);
+  if (!sFault.empty()) {
+    oOwner_.Host().ShowMessage(sFault, sCaption, MessageIcon::Warning, MessageButtons::Ok);
+    return;
+  }
   Unloaded();
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,9 +20,12 @@ class frmFindTables : public clsForm {
   /// Looks through the main window's report. False with the reason if there is nothing to show.
   bool Form_Load(std::string& sFault);
 
+  const clsTableFinder& Finder() const { return finder_; }
   const std::vector<ListedTable>& Tables() const { return finder_.Tables(); }
-  bool IsTicked(size_t nTable) const { return ticked_[nTable]; }
   void Tick(size_t nTable, bool bOn);
+  void TickHeading(size_t nTable, size_t nHeading, bool bOn);
+  void NameTable(size_t nTable, std::string_view sName);
+  void NameColumn(size_t nTable, size_t nColumn, std::string_view sName);
   /// The table that the list stands on and the drawing shows the cells of.
   size_t Selected() const { return nSelected_; }
   void Select(size_t nTable);
@@ -34,11 +36,11 @@ class frmFindTables : public clsForm {
   bool KeyPressed(std::string_view sKey) override;
 
  private:
+  std::string FoundText() const;
   void cmdOK_Click();
 
   frmMain& oOwner_;
   clsTableFinder finder_;
-  std::vector<bool> ticked_;
   size_t nSelected_ = 0;
 };
 

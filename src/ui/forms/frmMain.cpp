@@ -101,6 +101,7 @@ void frmMain::GetOptionsFromGUI() {
   options_.lTabSize = lTabSize;
   options_.bUnix = bUnix;
   options_.sCodePage = sCodePage;
+  options_.bTrimFields = bTrimFields;
   options_.sStartColRow = sStartColRow;
   options_.bTreatDataAsText = bTreatDataAsText;
   options_.lUseDoubleQuotes = lUseDoubleQuotes;
@@ -124,6 +125,7 @@ void frmMain::SetGUIFromOptions() {
   lTabSize = options_.lTabSize;
   bUnix = options_.bUnix;
   sCodePage = options_.sCodePage;
+  bTrimFields = options_.bTrimFields;
   sStartColRow = options_.sStartColRow;
   bTreatDataAsText = options_.bTreatDataAsText;
   lUseDoubleQuotes = options_.lUseDoubleQuotes;

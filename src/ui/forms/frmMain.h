@@ -28,6 +28,7 @@ class frmMain : public clsForm, public clsRunWindow {
   int32_t lDelimitationCharacter = 44;
   int32_t lConversionMethod = 0;
   bool bUnix = false;
+  bool bTrimFields = false;  ///< Of recipes and marks; kept in jobs alone
   int32_t lTabSize = 8;
   std::string sStartColRow = "A1";
   bool bTreatDataAsText = false;
@@ -71,7 +72,10 @@ class frmMain : public clsForm, public clsRunWindow {
   void DisableGUIForRunning() override { EnableForRun(false); }
   void EnableGUIForRunning() override { EnableForRun(true); }
   void UpdateMRUs() override;
-  void SetBusyPointer(bool bBusy) override { bBusyPointer = bBusy; }
+  void SetBusyPointer(bool bBusy) override {
+    bBusyPointer = bBusy;
+    Refresh();
+  }
   const std::string& Caption() const override { return sCaption; }
   bool bBusyPointer = false;
 
@@ -88,6 +92,8 @@ class frmMain : public clsForm, public clsRunWindow {
 
   /// How the report is read; null: by its content.
   const clsCodePage* ReportPage() const;
+  /// As the job names it, or its recipe; "" if neither does.
+  std::string NameOfPage() const;
   /// The report of step 1, to be looked at: of a pattern the first file that it names.
   PreviewRequest Report() const;
   /// Lets the user choose among the tables of the report. Their recipe, with CR LF; "" if there is none.
@@ -134,6 +140,7 @@ class frmMain : public clsForm, public clsRunWindow {
   std::string FirstMatch(const std::string& sPattern) const;
   void cbCodePage_Click();
   void cmdClearOptions_Click();
+  void cmdProof_Click();
   void cmdInputBrowse_Click();
   void cmdSelectInputFolder_Click();
   void cmdOutputBrowse_Click();
@@ -162,6 +169,8 @@ class frmMain : public clsForm, public clsRunWindow {
     int64_t lFiles = 0, lTables = 0, lRows = 0, lOutside = 0, lLeftOut = 0, lBehind = 0;
     int32_t lColumns = 0;
     int64_t lWritten = 0;
+    ReportProof proof;
+    bool bProof = false;  ///< Some lines were told apart
   } closing_;
   std::string sResult_;  ///< What the run wrote: its file, or the pattern of its files
   size_t nFile_ = 0, nFiles_ = 0;

@@ -72,6 +72,7 @@ constexpr std::array kControls{
     ControlRow{ControlKind::Label, "lblClosing", ""},
     ControlRow{ControlKind::CommandButton, "cmdOpenResult", "Open"},
     ControlRow{ControlKind::CommandButton, "cmdShowResult", "Show in folder"},
+    ControlRow{ControlKind::CommandButton, "cmdProof", "P&roof.."},
     ControlRow{ControlKind::Frame, "frameLog", "Output Log"},
 };
 
@@ -115,7 +116,8 @@ void frmMain::MakeControls() {
   for (const ControlRow& row : kControls) Add(row.kind, row.sName, row.sCaption, row.nIndex);
   for (const char* const pName : {"cbFixedWidthProfileList", "cbCodePage"}) Get(pName).bEditable = false;
   for (const char* const pName : {"cbCodePage", "lblOptionsInForce", "lblClosing"}) Get(pName).sTag = "TranslateFalse";
-  for (const char* const pName : {"lblClosing", "cmdOpenResult", "cmdShowResult"}) Get(pName).bVisible = false;
+  for (const char* const pName : {"lblClosing", "cmdOpenResult", "cmdShowResult", "cmdProof"})
+    Get(pName).bVisible = false;
   Get("keyPause").bEnabled = false;
   Get("rbConversionMethod", 0).bChecked = true;
   ShowMethod(0);

@@ -6,6 +6,7 @@
 #include "frmMain.h"
 #include "modFileListing.h"
 #include "modFiles.h"
+#include "modInputChoices.h"
 #include "modPaths.h"
 #include "modStrings.h"
 #include "modText.h"
@@ -23,14 +24,27 @@ std::string FolderForResults(const std::string& sReport) {
   return IsFolderWriteable(sReport) ? sBeside : WithSeparator(ExpandedPath("%MYDOCUMENTS%"));
 }
 
+/// The recipe with the code page of its reports, where one is chosen.
+std::string WithPage(std::string_view sRecipe, std::string_view sPage) {
+  constexpr std::string_view kBefore = "FileFormat=1.0\r\n";
+  std::string sText(sRecipe);
+  const size_t nAt = sText.find(kBefore);
+  if (!sPage.empty() && nAt != std::string::npos)
+    sText.insert(nAt + kBefore.size(), "CodePage=" + std::string(sPage) + "\r\n");
+  return sText;
+}
+
 }  // namespace
 
 PreviewRequest frmMain::Report() const {
   PreviewRequest request;
   request.sInput = ExpandedPath(Get("cbInputFile").sText);
   if (HasWildcards(request.sInput)) request.sInput = FirstMatch(request.sInput);
-  request.text = {bUnix, ReportPage()};
+  request.text = {.bUnix = bUnix, .pCodePage = ReportPage(), .bReport = true};
   request.lTabSize = lTabSize;
+  clsConversionOptions choices = options_;
+  choices.sCodePage = NameOfPage();
+  ApplyInputChoices(choices);
   return request;
 }
 
@@ -64,7 +78,10 @@ void frmMain::ProposeOutput() {
 std::string frmMain::AskForTables() {
   frmFindTables dialog(*this);
   std::string sFault;
-  if (!dialog.Form_Load(sFault)) {
+  SetBusyPointer(true);
+  const bool bFound = dialog.Form_Load(sFault);
+  SetBusyPointer(false);
+  if (!bFound) {
     host_.ShowMessage(sFault, sCaption, MessageIcon::Information, MessageButtons::Ok);
     return {};
   }
@@ -91,7 +108,7 @@ void frmMain::cmdFindTables_Click() {
 std::string frmMain::WriteFoundRecipe(const std::string& sText) {
   const std::string sReport = ExpandedPath(Get("cbInputFile").sText);
   const std::string sStem = FolderForResults(sReport) + BaseNameOfPath(sReport);
-  const std::string sBytes = BytesOfRecipe(sText);
+  const std::string sBytes = BytesOfRecipe(WithPage(sText, sCodePage));
   std::string sPath = sStem + ".rcp";
   std::string sThere;
   Failure failure;

@@ -4,11 +4,13 @@
 #include <array>
 
 #include "clsCodePageScope.h"
+#include "clsEbcdicPage.h"
 #include "clsLineReader.h"
 #include "frmMain.h"
 #include "modCharacterList.h"
 #include "modFiles.h"
 #include "modPaths.h"
+#include "modReportPage.h"
 #include "modSettings.h"
 #include "modStrings.h"
 #include "modText.h"
@@ -37,7 +39,15 @@ std::string PageByContent(const std::string& sPath, bool bUnix) {
 }  // namespace
 
 const clsCodePage* frmMain::ReportPage() const {
-  return sCodePage.empty() ? SystemCodePage() : CodePageNamed(sCodePage);
+  const std::string sName = NameOfPage();
+  // A report in EBCDIC is made into text by its own page.
+  if (sName.empty() || clsEbcdicPage::Find(sName) != nullptr) return SystemCodePage();
+  return CodePageNamed(sName);
+}
+
+std::string frmMain::NameOfPage() const {
+  const bool bRecipe = sCodePage.empty() && Get("rbConversionMethod", kMethodRecipe).bChecked;
+  return bRecipe ? PageOfRecipe(ExpandedPath(Get("cbRecipeFile").sText)) : sCodePage;
 }
 
 void frmMain::ShowCodePage() {
@@ -52,10 +62,13 @@ void frmMain::ShowCodePage() {
     combo.items.push_back(std::move(sShown));
   };
   const clsCodePage* const pSystem = SystemCodePage();
-  if (pSystem != nullptr) add("", Translate("Settings") + ": " + pSystem->Name());
-  add(pSystem == nullptr ? "" : kFoundByContent, sByContent);
+  const std::string sOfRecipe = sCodePage.empty() ? NameOfPage() : std::string();
+  if (!sOfRecipe.empty()) add("", Translate("Recipe") + ": " + sOfRecipe);
+  if (pSystem != nullptr && sOfRecipe.empty()) add("", Translate("Settings") + ": " + pSystem->Name());
+  const bool bByDefault = pSystem == nullptr && sOfRecipe.empty();
+  add(bByDefault ? "" : kFoundByContent, sByContent);
   for (const std::string_view sPage : kPages) add(sPage, std::string(sPage));
-  const bool bByContent = pSystem == nullptr && EqualNoCase(sCodePage, kFoundByContent);
+  const bool bByContent = bByDefault && EqualNoCase(sCodePage, kFoundByContent);
   const auto found = std::find_if(pages_.begin(), pages_.end(), [&](const std::string& sPage) {
     return EqualNoCase(sPage, bByContent ? std::string_view() : std::string_view(sCodePage));
   });
@@ -82,6 +95,7 @@ std::string frmMain::OptionsInForce() const {
   tell(EqualNoCase(sStartColRow, kStartColRow), Translate("Start cell") + " " + sStartColRow);
   tell(lTabSize == kTabSize, Translate("Tab Size:") + " " + std::to_string(lTabSize));
   tell(!bUnix, Translate("Support Unix style text files"));
+  tell(!bTrimFields, Translate("Drop the blanks around fields"));
   tell(!bIsUnicode, Translate("Input File Format") + ": UNICODE");
   tell(!bTreatDataAsText, Translate("Values as text"));
   tell(lDelimitationCharacter == kComma, Translate("Separator") + " " + sSeparator);
@@ -102,7 +116,7 @@ void frmMain::ShowOptionsInForce() {
 void frmMain::cmdClearOptions_Click() {
   sStartColRow = kStartColRow;
   lTabSize = kTabSize;
-  bUnix = bIsUnicode = bTreatDataAsText = false;
+  bUnix = bTrimFields = bIsUnicode = bTreatDataAsText = false;
   sSheetTarget = "1";
   lDelimitationCharacter = kComma;
   lUseDoubleQuotes = kQuoteSometimes;

@@ -4,10 +4,13 @@
 
 #include "clsTidyReport.h"
 #include "frmMain.h"
+#include "frmProof.h"
 #include "modFailure.h"
 #include "modPaths.h"
+#include "modProofList.h"
 #include "modRecipeGlobals.h"
 #include "modRunMessages.h"
+#include "modSettings.h"
 #include "modStrings.h"
 #include "modText.h"
 #include "modTranslator.h"
@@ -78,6 +81,14 @@ void frmMain::AddToClosing(const FileOutcome& outcome) {
   const auto lines = [&](TidyLineKind kind) { return account.tidy.lines[static_cast<size_t>(kind)]; };
   closing_.lOutside += account.tidy.bRan ? lines(TidyLineKind::Outside) : account.lLinesRead - account.lLinesInTables;
   closing_.lLeftOut += lines(TidyLineKind::LeftOut);
+  if (closing_.lFiles == 1) {
+    closing_.proof = account.proof;
+  } else {
+    // Shapes and lines are those of one report.
+    closing_.proof.Add(account.proof);
+    closing_.proof.shapes.clear();
+  }
+  closing_.bProof = closing_.bProof || account.tidy.bRan;
   int64_t lRows = 0;
   for (const TableAccount& table : account.tables) {
     lRows += table.lRows;
@@ -99,7 +110,11 @@ void frmMain::ShowClosing(bool bStopped) {
     if (sum.lTables > 0) sText += Counted(sum.lTables, Translate("table"), Translate("tables")) + ", ";
     sText += Counted(sum.lRows, Translate("row"), Translate("rows"));
     if (sum.lColumns > 0) sText += ", " + Counted(sum.lColumns, Translate("column"), Translate("columns"));
+    const std::string sProof = ProofSentence(sum.proof);
+    if (!sProof.empty()) sText += ", " + sProof;
     sText += " " + Translate("to") + " " + sResult_.substr(BehindLastSeparator(sResult_));
+    const std::string sLoss = LossSentence(sum.proof);
+    if (!sLoss.empty()) sText += "; " + sLoss;
     if (sum.lOutside > 0)
       sText += "; " + Translate("Lines outside of the tables:") + " " + std::to_string(sum.lOutside);
     if (sum.lLeftOut > 0) {
@@ -113,6 +128,23 @@ void frmMain::ShowClosing(bool bStopped) {
   Get("lblClosing").bVisible = true;
   Get("cmdOpenResult").bVisible = sum.lWritten > 0 && !HasWildcards(sResult_);
   Get("cmdShowResult").bVisible = sum.lWritten > 0;
+  Get("cmdProof").bVisible = sum.lWritten > 0 && sum.bProof;
+}
+
+void frmMain::cmdProof_Click() {
+  PreviewRequest report = Report();
+  std::vector<std::string> rows;
+  Failure failure;
+  TextFileOptions text;
+  text.pCodePage = SystemCodePage();
+  const std::string sRecipe = ExpandedPath(options_.sRecipeFile);
+  const bool bOne = closing_.lFiles == 1 && Get("cbInputFile").sText == sOutputOf_;
+  if (!bOne || !ReadAllRows(sRecipe, text, rows, failure)) report.sInput.clear();
+  std::string sText;
+  for (const std::string& sRow : rows) sText += sRow + "\n";
+  frmProof dialog(*this, closing_.proof, std::move(report), std::move(sText));
+  dialog.Form_Load();
+  screen_.ShowModal(dialog);
 }
 
 }  // namespace quillon

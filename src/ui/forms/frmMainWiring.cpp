@@ -51,6 +51,7 @@ void frmMain::WireButtons() {
   OnClick("cmdExploreOutputFolder", [this] { ExploreFolderOf("cbOutputFile"); });
   OnClick("cmdOpenResult", [this] { LaunchFile(sResult_); });
   OnClick("cmdShowResult", [this] { LaunchFile(FolderOfPath(ExpandedPath(sResult_))); });
+  OnClick("cmdProof", [this] { cmdProof_Click(); });
   OnClick("cmdEditProfile", [this] { cmdEditProfile_Click(); });
   OnClick("cmdFindTables", [this] { cmdFindTables_Click(); });
   OnClick("cmdEditRecipe", [this] { cmdEditRecipe_Click(); });

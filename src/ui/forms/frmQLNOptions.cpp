@@ -21,6 +21,7 @@ frmQLNOptions::frmQLNOptions(frmMain& owner) : clsForm("frmQLNOptions"), oOwner_
   OnClick("tsDisplay", [this] { ShowTab(); });
   OnClick("cbClearOutputFileBeforeProcessing", [this] { MarkJobChanged(); });
   OnClick("cbUnix", [this] { MarkJobChanged(); });
+  OnClick("cbTrimFields", [this] { MarkJobChanged(); });
   OnChange("txtSheetTarget", [this] { MarkJobChanged(); });
   OnChange("txtTabSize", [this] { MarkJobChanged(); });
 }
@@ -35,6 +36,7 @@ void frmQLNOptions::MakeInputTab() {
       "the "
       "file was created. Typical values are 2 to 16, with 8 used most commonly.");
   Add(ControlKind::CheckBox, "cbUnix", "Support Unix style text files");
+  Add(ControlKind::CheckBox, "cbTrimFields", "Drop the blanks around fields");
   Add(ControlKind::Frame, "frameProfileInput", "Profile Method Specific Options");
   Add(ControlKind::Frame, "frameInputFormat", "Input File Format");
   Add(ControlKind::OptionButton, "rbInputFileFormat", "ASCII", 0);
@@ -73,6 +75,7 @@ void frmQLNOptions::Form_Load() {
   TranslateForm(*this, oOwner_.Screen());
   Get("txtTabSize").sText = std::to_string(oOwner_.lTabSize);
   Get("cbUnix").bChecked = oOwner_.bUnix;
+  Get("cbTrimFields").bChecked = oOwner_.bTrimFields;
   Get("cbClearOutputFileBeforeProcessing").bChecked = oOwner_.bClearOutputFileBeforeProcessing;
   Get("txtSheetTarget").sText = oOwner_.sSheetTarget;
   clsControl& list = Get("cbCharacter1");
@@ -116,6 +119,7 @@ void frmQLNOptions::cmdApply_Click() {
   oOwner_.lTabSize = *lTabSize;
   oOwner_.bClearOutputFileBeforeProcessing = Get("cbClearOutputFileBeforeProcessing").bChecked;
   oOwner_.bUnix = Get("cbUnix").bChecked;
+  oOwner_.bTrimFields = Get("cbTrimFields").bChecked;
   oOwner_.sSheetTarget = Get("txtSheetTarget").sText;
   oOwner_.lDelimitationCharacter = Get("cbCharacter1").lListIndex;
   oOwner_.lLastOptionsTabDisplayed = Get("tsDisplay").lListIndex;

@@ -46,6 +46,7 @@ class clsMainWindow : public QMainWindow, public clsRunLogView {
   QWidget* MakeLine(const char* pText, std::initializer_list<const char*> links);
   QWidget* MakeLog();
   void AlignSteps();
+  void NameControls();
   void MakeToolBar();
   void MakeIcons();
   void MakeStatusBars();
@@ -75,6 +76,7 @@ class clsMainWindow : public QMainWindow, public clsRunLogView {
   QElapsedTimer runTime_;                              ///< Since the first progress, at startShare_
   double startShare_ = 0;
   bool bUnloaded_ = false;
+  bool bBusyShown_ = false;  ///< The pointer says so
 };
 
 }  // namespace quillon

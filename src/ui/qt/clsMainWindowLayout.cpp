@@ -1,5 +1,6 @@
 // How the main window is arranged.
 
+#include <QApplication>
 #include <QComboBox>
 #include <QFontDatabase>
 #include <QGridLayout>
@@ -10,6 +11,7 @@
 #include <QSyntaxHighlighter>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "clsMainWindow.h"
 #include "modIcons.h"
@@ -91,7 +93,7 @@ clsMainWindow::clsMainWindow(clsQtHost& host, frmMainMDI& frame, frmMain& form, 
   pColumn->addWidget(MakeStep2());
   pColumn->addWidget(MakeStep3());
   pColumn->addWidget(MakeLine("lblOptionsInForce", {"cmdChangeOptions", "cmdClearOptions"}));
-  pColumn->addWidget(MakeLine("lblClosing", {"cmdOpenResult", "cmdShowResult"}));
+  pColumn->addWidget(MakeLine("lblClosing", {"cmdOpenResult", "cmdShowResult", "cmdProof"}));
   pColumn->addWidget(MakeLog(), 1);
   // A screen that is smaller than the steps shows them through a window that scrolls.
   auto* const pScroll = new QScrollArea;
@@ -108,8 +110,12 @@ clsMainWindow::clsMainWindow(clsQtHost& host, frmMainMDI& frame, frmMain& form, 
     const QString sJob = ToQt(form_.sCaption);
     setWindowTitle(sJob == "Quillon" ? ToQt(frame_.sCaption) : sJob + " - Quillon");
     AlignSteps();
+    NameControls();
     for (const char* const pLine : {"lblOptionsInForce", "lblClosing"}) {
       binder_.Widget(pLine)->parentWidget()->setVisible(form_.Get(pLine).bVisible);
+    }
+    if (std::exchange(bBusyShown_, form_.bBusyPointer) != form_.bBusyPointer) {
+      form_.bBusyPointer ? QApplication::setOverrideCursor(Qt::WaitCursor) : QApplication::restoreOverrideCursor();
     }
     PaintProgress();
     if (!form_.IsRunning()) HideProgress();

@@ -1,12 +1,12 @@
 #include "clsReportCanvas.h"
 
 #include <QFontDatabase>
-#include <QMenu>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QToolTip>
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "clsFormBinder.h"
 #include "modText.h"
@@ -41,15 +41,15 @@ void clsReportCanvas::Measure() {
 
 void clsReportCanvas::ShowPicture() {
   const CutPicture& picture = cut_.Picture();
-  rows_.clear();
   lWidest_ = 0;
-  for (size_t i = 0; i < picture.lines.size(); ++i) {
-    if (i > 0 && picture.lines[i].lLine != picture.lines[i - 1].lLine + 1) rows_.push_back(-1);
-    rows_.push_back(static_cast<int>(i));
-    lWidest_ = std::max(lWidest_, static_cast<int32_t>(CharCount(picture.lines[i].sText)));
+  for (const CutLine& line : picture.lines) {
+    lWidest_ = std::max(lWidest_, static_cast<int32_t>(CharCount(line.sText)));
   }
-  if (picture.bMore && !rows_.empty()) rows_.push_back(-1);
   if (!picture.Fields().empty()) lWidest_ = std::max(lWidest_, picture.Fields().back().lEnd);
+  ShowLines();
+}
+
+void clsReportCanvas::ShowLines() {
   SetScrollBars();
   viewport()->update();
 }
@@ -57,7 +57,7 @@ void clsReportCanvas::ShowPicture() {
 void clsReportCanvas::SetScrollBars() {
   const int nRows = std::max(1, (viewport()->height() - Top()) / nLineHeight_);
   verticalScrollBar()->setPageStep(nRows);
-  verticalScrollBar()->setRange(0, std::max(0, static_cast<int>(rows_.size()) - nRows));
+  verticalScrollBar()->setRange(0, std::max(0, Rows() - nRows));
   const int nColumns = std::max(1, static_cast<int>((viewport()->width() - Left()) / nCharWidth_));
   constexpr int kRoom = 12;  // to draw a field behind the longest line
   horizontalScrollBar()->setPageStep(nColumns);
@@ -92,18 +92,18 @@ void clsReportCanvas::ScrollToBoundary() {
   }
 }
 
+int clsReportCanvas::Rows() const {
+  constexpr int64_t kMost = std::numeric_limits<int>::max();
+  return static_cast<int>(std::min(cut_.Lines(), kMost));
+}
+
 int clsReportCanvas::RowOfLine(int64_t lLine) const {
-  const std::vector<CutLine>& lines = cut_.Picture().lines;
-  const auto found = std::find_if(rows_.begin(), rows_.end(), [&](int nLine) {
-    return nLine >= 0 && lines[static_cast<size_t>(nLine)].lLine == lLine;
-  });
-  return found == rows_.end() ? -1 : static_cast<int>(found - rows_.begin());
+  return lLine < 1 || lLine > Rows() ? -1 : static_cast<int>(lLine) - 1;
 }
 
 int clsReportCanvas::Left() const {
-  const std::vector<CutLine>& lines = cut_.Picture().lines;
   constexpr size_t kFewest = 3;
-  const size_t nDigits = lines.empty() ? kFewest : std::max(kFewest, std::to_string(lines.back().lLine).size());
+  const size_t nDigits = std::max(kFewest, std::to_string(cut_.Lines()).size());
   return static_cast<int>((static_cast<double>(nDigits) + 1.5) * nCharWidth_);
 }
 
@@ -115,9 +115,13 @@ int32_t clsReportCanvas::AfterAt(double x) const {
   return std::max(0, static_cast<int32_t>(std::lround((x - Left()) / nCharWidth_)) + horizontalScrollBar()->value());
 }
 
+int32_t clsReportCanvas::CharacterAt(double x) const {
+  return std::max(1, static_cast<int32_t>(std::floor((x - Left()) / nCharWidth_)) + 1 + horizontalScrollBar()->value());
+}
+
 int clsReportCanvas::RowAt(int y) const {
   const int nRow = verticalScrollBar()->value() + (y - Top()) / nLineHeight_;
-  return y < Top() || nRow >= static_cast<int>(rows_.size()) ? -1 : nRow;
+  return y < Top() || nRow >= Rows() ? -1 : nRow;
 }
 
 QPoint clsReportCanvas::PointOnRuler(int32_t lAfter) const {
@@ -134,7 +138,9 @@ void clsReportCanvas::mousePressEvent(QMouseEvent* pEvent) {
   if (onBeforeHand) onBeforeHand();
   bJustAdded_ = false;
   const int32_t lAfter = AfterAt(pEvent->position().x());
-  const int nBoundary = pEvent->position().x() < Left() - nCharWidth_ / 2 ? -1 : cut_.BoundaryAt(lAfter);
+  const int64_t lLine = LineAt(static_cast<int>(pEvent->position().y()));
+  const bool bLeft = pEvent->position().x() < Left() - nCharWidth_ / 2;
+  const int nBoundary = bLeft || IsFree(lLine) ? -1 : cut_.BoundaryAt(lAfter);
   if (nBoundary >= 0 && cut_.CanEdit()) {
     nDragged_ = nBoundary;
     lDragTo_ = lAfter;
@@ -147,36 +153,30 @@ void clsReportCanvas::mousePressEvent(QMouseEvent* pEvent) {
     pressed_ = lAfter;
     return;
   }
-  const int64_t lLine = LineAt(static_cast<int>(pEvent->position().y()));
   if (lLine <= 0) return;
+  DropSelection();
+  lAnchor_ = bLeft ? 0 : CharacterAt(pEvent->position().x());
   MoveCursor(lLine);
   cut_.ChooseTableOf(lLine);
 }
 
-int64_t clsReportCanvas::LineAt(int y) const {
-  const int nRow = RowAt(y);
-  const int nLine = nRow < 0 ? -1 : rows_[static_cast<size_t>(nRow)];
-  return nLine < 0 ? 0 : cut_.Picture().lines[static_cast<size_t>(nLine)].lLine;
+/// A line that no boundary cuts, so that a hand on it means its text.
+bool clsReportCanvas::IsFree(int64_t lLine) const {
+  const CutLine* const pLine = cut_.CanTeach() ? cut_.Line(lLine) : nullptr;
+  return pLine != nullptr && pLine->nTable < 0;
 }
 
-void clsReportCanvas::contextMenuEvent(QContextMenuEvent* pEvent) {
-  if (onBeforeHand) onBeforeHand();
-  // The key for it means the line of the cursor.
-  const bool bByKey = pEvent->reason() == QContextMenuEvent::Keyboard;
-  const int64_t lLine = bByKey ? lCursor_ : LineAt(pEvent->pos().y());
-  if (lLine == 0 || !cut_.CanBound()) return;
-  const QPoint place = bByKey ? viewport()->mapToGlobal(PointOnLine(lLine, 0)) : pEvent->globalPos();
-  QMenu menu;
-  const QAction* const pFirst = menu.addAction(ToQt(Translate("First row of the table")));
-  const QAction* const pLast = menu.addAction(ToQt(Translate("Last row of the table")));
-  const QAction* const pChosen = menu.exec(place);
-  if (pChosen == pFirst || pChosen == pLast) cut_.Bound(pChosen == pFirst, lLine);
+int64_t clsReportCanvas::LineAt(int y) const {
+  return RowAt(y) + 1;
 }
 
 void clsReportCanvas::mouseMoveEvent(QMouseEvent* pEvent) {
   const int32_t lAfter = AfterAt(pEvent->position().x());
+  if (lAnchor_ > 0 && pEvent->buttons().testFlag(Qt::LeftButton)) return SelectTo(pEvent->position().x());
   if (nDragged_ < 0) {
-    const bool bOnBoundary = cut_.CanEdit() && cut_.BoundaryAt(lAfter) >= 0 && pEvent->position().x() >= Left() - 4;
+    const bool bFree = IsFree(LineAt(static_cast<int>(pEvent->position().y())));
+    const bool bOnBoundary =
+        !bFree && cut_.CanEdit() && cut_.BoundaryAt(lAfter) >= 0 && pEvent->position().x() >= Left() - 4;
     viewport()->setCursor(bOnBoundary ? Qt::SplitHCursor : Qt::ArrowCursor);
     return;
   }
@@ -188,6 +188,7 @@ void clsReportCanvas::mouseMoveEvent(QMouseEvent* pEvent) {
 
 void clsReportCanvas::mouseReleaseEvent(QMouseEvent* pEvent) {
   if (pEvent->button() != Qt::LeftButton) return;
+  if (std::exchange(lAnchor_, 0) > 0 && lSelFirst_ > 0) return Tell();
   const int nDragged = std::exchange(nDragged_, -1);
   // The report may have been looked at anew while the button was down.
   if (nDragged >= static_cast<int>(cut_.Boundaries().size())) return;

@@ -14,13 +14,7 @@ namespace quillon {
 
 namespace {
 
-const CutLine* LineOf(const CutPicture& picture, int64_t lLine) {
-  const auto found = std::lower_bound(picture.lines.begin(), picture.lines.end(), lLine,
-                                      [](const CutLine& line, int64_t l) { return line.lLine < l; });
-  return found == picture.lines.end() || found->lLine != lLine ? nullptr : &*found;
-}
-
-std::string KindText(CutKind kind) {
+std::string TextOf(CutKind kind) {
   switch (kind) {
     case CutKind::Row:
       return Translate("row");
@@ -43,60 +37,55 @@ std::string KindText(CutKind kind) {
 
 /// A screen reader is told the line, and its table.
 void clsReportCanvas::MoveCursor(int64_t lLine) {
-  const CutLine* const pLine = LineOf(cut_.Picture(), lLine);
+  const CutLine* const pLine = cut_.Line(lLine);
   if (pLine == nullptr) return;
+  if (lCursor_ != lLine) DropSelection();
   lCursor_ = lLine;
-  std::string sText = Translate("Line") + " " + std::to_string(lLine);
-  if (pLine->nTable >= 0) {
-    const CutTable& table = cut_.Picture().tables[static_cast<size_t>(pLine->nTable)];
-    sText += ", " + Translate("Table") + " " + std::to_string(table.lNumber);
-  }
-  if (pLine->kind != CutKind::Untold) sText += ", " + KindText(pLine->kind);
-  if (!pLine->sMarks.empty()) sText += ", " + Translate("something is lost");
-  setAccessibleDescription(ToQt(sText + ": " + pLine->sText));
-  QAccessibleEvent event(this, QAccessible::DescriptionChanged);
-  QAccessible::updateAccessibility(&event);
+  Tell();
   ScrollToLine(lLine);
   viewport()->update();
 }
 
-/// By rows of the drawing, past the breaks between lines.
-void clsReportCanvas::MoveCursorBy(int nRows) {
-  if (rows_.empty()) return;
-  const int nLast = static_cast<int>(rows_.size()) - 1;
-  const int nNow = lCursor_ == 0 ? verticalScrollBar()->value() - 1 : RowOfLine(lCursor_);
-  const int nStep = nRows < 0 ? -1 : 1;
-  int nRow = std::clamp(nNow + nRows, 0, nLast);
-  while (nRow >= 0 && nRow <= nLast && rows_[static_cast<size_t>(nRow)] < 0) nRow += nStep;
-  if (nRow < 0 || nRow > nLast) return;
-  MoveCursor(cut_.Picture().lines[static_cast<size_t>(rows_[static_cast<size_t>(nRow)])].lLine);
+void clsReportCanvas::Tell() {
+  const CutLine* const pLine = cut_.Line(lCursor_);
+  if (pLine == nullptr) return;
+  const int64_t lLine = lCursor_;
+  std::string sText = Translate("Line") + " " + std::to_string(lLine);
+  if (pLine->nTable >= 0) {
+    const DrawnTable& table = cut_.Picture().tables[static_cast<size_t>(pLine->nTable)];
+    sText += ", " + Translate("Table") + " " + std::to_string(table.lNumber);
+  }
+  if (pLine->kind != CutKind::Untold) sText += ", " + TextOf(pLine->kind);
+  if (pLine->bLikeRow) sText += ", " + Translate("looks like a row");
+  if (!pLine->sMarks.empty()) sText += ", " + Translate("something is lost");
+  sText += ": " + pLine->sText;
+  if (lSelFirst_ > 0) {
+    sText += "; " + Translate("selected") + ": " +
+             std::string(MidChars(pLine->sText, lSelFirst_, lSelLast_ - lSelFirst_ + 1));
+  }
+  setAccessibleDescription(ToQt(sText));
+  QAccessibleEvent event(this, QAccessible::DescriptionChanged);
+  QAccessible::updateAccessibility(&event);
 }
 
-bool clsReportCanvas::MoveCursorTo(bool bForward, const std::function<bool(const CutLine&)>& wanted) {
-  const std::vector<CutLine>& lines = cut_.Picture().lines;
-  const auto nLines = static_cast<int64_t>(lines.size());
-  const CutLine* const pNow = LineOf(cut_.Picture(), lCursor_);
-  const int64_t nNow = pNow == nullptr ? (bForward ? -1 : nLines) : pNow - lines.data();
-  for (int64_t n = 1; n <= nLines; ++n) {
-    const auto nLine = static_cast<size_t>(((nNow + (bForward ? n : -n)) % nLines + nLines) % nLines);
-    if (!wanted(lines[nLine])) continue;
-    MoveCursor(lines[nLine].lLine);
-    return true;
-  }
-  return false;
+void clsReportCanvas::MoveCursorBy(int nRows) {
+  if (Rows() == 0) return;
+  const int64_t lNow = lCursor_ == 0 ? verticalScrollBar()->value() : lCursor_;
+  MoveCursor(std::clamp<int64_t>(lNow + nRows, 1, Rows()));
 }
 
 bool clsReportCanvas::FindNext(std::string_view sText, bool bForward) {
-  return !sText.empty() && MoveCursorTo(bForward, [sText](const CutLine& line) {
-    return FindNoCase(line.sText, sText) != std::string_view::npos;
-  });
+  int64_t lFound = cut_.Find(sText, bForward || lCursor_ > 0 ? lCursor_ : cut_.Lines() + 1, bForward);
+  if (lFound == 0) lFound = cut_.Find(sText, bForward ? 0 : cut_.Lines() + 1, bForward);
+  if (lFound > 0) MoveCursor(lFound);
+  return lFound > 0;
 }
 
 bool clsReportCanvas::CursorKey(const QKeyEvent& event) {
   const bool bControl = event.modifiers().testFlag(Qt::ControlModifier);
   const bool bBack = event.modifiers().testFlag(Qt::ShiftModifier);
   const int nPage = std::max(1, verticalScrollBar()->pageStep() - 1);
-  const int nAll = static_cast<int>(rows_.size());
+  const int nAll = Rows();
   switch (event.key()) {
     case Qt::Key_Up:
     case Qt::Key_Down:
@@ -117,7 +106,11 @@ bool clsReportCanvas::CursorKey(const QKeyEvent& event) {
       return true;
     }
     case Qt::Key_F8:
-      MoveCursorTo(!bBack, [](const CutLine& line) { return !line.sMarks.empty() || line.kind == CutKind::LeftOut; });
+      if (int64_t lLoss = cut_.NextLoss(lCursor_ == 0 && bBack ? cut_.Lines() + 1 : lCursor_, !bBack)) {
+        MoveCursor(lLoss);
+      } else if ((lLoss = cut_.NextLoss(bBack ? cut_.Lines() + 1 : 0, !bBack)) > 0) {
+        MoveCursor(lLoss);
+      }
       return true;
     case Qt::Key_F:
     case Qt::Key_F3:
@@ -135,7 +128,7 @@ void clsReportCanvas::keyPressEvent(QKeyEvent* pEvent) {
   const int nKey = pEvent->key();
   if (pEvent->matches(QKeySequence::Undo) && onUndo) return onUndo();
   if (pEvent->matches(QKeySequence::Redo) && onRedo) return onRedo();
-  if (CursorKey(*pEvent)) return;
+  if (CursorKey(*pEvent) || LessonKey(*pEvent)) return;
   if (nKey == Qt::Key_Left || nKey == Qt::Key_Right) {
     const bool bForward = nKey == Qt::Key_Right;
     if (bControl || cut_.Selected() < 0) {
@@ -157,6 +150,7 @@ void clsReportCanvas::keyPressEvent(QKeyEvent* pEvent) {
   if (cut_.HasProposal() && (bEnter || nKey == Qt::Key_Escape)) {
     return bEnter ? cut_.TakeProposal() : cut_.DropProposal();
   }
+  if (nKey == Qt::Key_Escape && lSelFirst_ > 0) return DropSelection();
   if (nKey == Qt::Key_Escape && cut_.Selected() >= 0) return cut_.Select(-1);
   QAbstractScrollArea::keyPressEvent(pEvent);
 }

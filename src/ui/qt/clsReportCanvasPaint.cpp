@@ -55,7 +55,7 @@ void clsReportCanvas::paintEvent(QPaintEvent*) {
   painter.fillRect(viewport()->rect(), colours.paper);
   painter.setClipRect(0, Top(), viewport()->width(), viewport()->height() - Top());
   const int nFirst = verticalScrollBar()->value();
-  for (int nRow = nFirst; nRow < static_cast<int>(rows_.size()); ++nRow) {
+  for (int nRow = nFirst; nRow < Rows(); ++nRow) {
     const int y = Top() + (nRow - nFirst) * nLineHeight_;
     if (y > viewport()->height()) break;
     PaintRow(painter, colours, nRow, y);
@@ -70,18 +70,15 @@ void clsReportCanvas::paintEvent(QPaintEvent*) {
 }
 
 void clsReportCanvas::PaintRow(QPainter& painter, const Colours& colours, int nRow, int y) const {
-  const int nLine = rows_[static_cast<size_t>(nRow)];
-  painter.setPen(colours.faint);
-  if (nLine < 0) {
-    painter.drawText(Left(), y + nAscent_, QStringLiteral("..."));
-    return;
-  }
-  const CutLine& line = cut_.Picture().lines[static_cast<size_t>(nLine)];
+  const CutLine* const pLine = cut_.Line(nRow + 1);
+  if (pLine == nullptr) return;
+  const CutLine& line = *pLine;
   painter.save();
   painter.setClipRect(Left(), Top(), viewport()->width() - Left(), viewport()->height() - Top());
   PaintKind(painter, colours, line, y);
   PaintBands(painter, colours, line, y);
   PaintMarks(painter, colours, line, y);
+  PaintSelection(painter, line, y);
   const bool bFaint = line.kind == CutKind::Outside || line.kind == CutKind::Dropped;
   painter.setPen(bFaint ? colours.faint : colours.ink);
   PaintText(painter, line, y);
@@ -92,7 +89,7 @@ void clsReportCanvas::PaintRow(QPainter& painter, const Colours& colours, int nR
     painter.drawLine(0, y + nLineHeight_ - 1, viewport()->width(), y + nLineHeight_ - 1);
     painter.fillRect(QRectF(0, y, 3, nLineHeight_), hasFocus() ? colours.selected : colours.faint);
   }
-  const bool bLoses = !line.sMarks.empty();
+  const bool bLoses = !line.sMarks.empty() || line.bLikeRow;
   painter.setPen(bLoses ? colours.loss : colours.faint);
   const QRectF place(0, y, Left() - 0.75 * nCharWidth_, nLineHeight_);
   painter.drawText(place, Qt::AlignRight | Qt::AlignVCenter, QString::number(line.lLine));
@@ -110,13 +107,14 @@ void clsReportCanvas::PaintBands(QPainter& painter, const Colours& colours, cons
   }
 }
 
-/// What is no row and means something has a ground of its own; a line that is left out stands out most.
+/// What is no row and means something has a ground of its own; what looks like a row and is none stands out most.
 void clsReportCanvas::PaintKind(QPainter& painter, const Colours& colours, const CutLine& line, int y) const {
   const QColor* pGround = nullptr;
   if (line.kind == CutKind::Further) pGround = &colours.further;
   if (line.kind == CutKind::Heading) pGround = &colours.heading;
   if (line.kind == CutKind::Total) pGround = &colours.total;
-  if (line.kind == CutKind::LeftOut) pGround = &colours.leftOut;
+  if (line.kind == CutKind::LeftOut) pGround = &colours.otherBands[0];
+  if (line.bLikeRow) pGround = &colours.leftOut;
   if (pGround != nullptr) painter.fillRect(QRectF(Left(), y, viewport()->width() - Left(), nLineHeight_), *pGround);
 }
 
@@ -133,6 +131,14 @@ void clsReportCanvas::PaintMarks(QPainter& painter, const Colours& colours, cons
   painter.setPen(colours.key);
   const double x = XOf(line.lKeyAt - 1);
   painter.drawRect(QRectF(x - 1, y, line.lKeyLength * nCharWidth_ + 1, nLineHeight_ - 1));
+}
+
+void clsReportCanvas::PaintSelection(QPainter& painter, const CutLine& line, int y) const {
+  if (line.lLine != lCursor_ || lSelFirst_ < 1) return;
+  QColor colour = palette().color(QPalette::Highlight);
+  constexpr int kGlass = 110;
+  colour.setAlpha(kGlass);
+  painter.fillRect(QRectF(XOf(lSelFirst_ - 1), y, (lSelLast_ - lSelFirst_ + 1) * nCharWidth_, nLineHeight_), colour);
 }
 
 /// A page begins at a form feed.
@@ -187,14 +193,16 @@ void clsReportCanvas::PaintRuler(QPainter& painter, const Colours& colours) cons
 void clsReportCanvas::PaintLetters(QPainter& painter, const Colours& colours) const {
   const CutPicture& picture = cut_.Picture();
   if (picture.InFront() < 0) return;
-  const CutTable& table = picture.tables[static_cast<size_t>(picture.InFront())];
+  const DrawnTable& table = picture.tables[static_cast<size_t>(picture.InFront())];
   for (size_t i = 0; i < table.fields.size(); ++i) {
     const double x = XOf(table.fields[i].lStart - 1);
     const QRectF place(x, nLineHeight_ + 3, XOf(table.fields[i].lEnd) - x, nLineHeight_ + 1);
     if (place.right() < Left() || place.left() > viewport()->width()) continue;
     painter.fillRect(place, table.letters[i].empty() ? colours.otherBands[i % 2] : colours.bands[i % 2]);
     painter.setPen(colours.ink);
-    painter.drawText(place, Qt::AlignCenter, ToQt(table.letters[i]));
+    const QFontMetrics metrics(font());
+    const QString sName = metrics.elidedText(ToQt(table.letters[i]), Qt::ElideRight, static_cast<int>(place.width()));
+    painter.drawText(place, Qt::AlignCenter, sName);
   }
 }
 
@@ -227,10 +235,10 @@ std::vector<std::pair<int, int>> clsReportCanvas::TableStretches() const {
   std::vector<std::pair<int, int>> stretches;
   if (picture.nCurrent < 0) return stretches;
   const int nFirst = verticalScrollBar()->value();
-  const int nLast = std::min(static_cast<int>(rows_.size()), nFirst + verticalScrollBar()->pageStep() + 2);
+  const int nLast = std::min(Rows(), nFirst + verticalScrollBar()->pageStep() + 2);
   for (int nRow = nFirst; nRow < nLast; ++nRow) {
-    const int nLine = rows_[static_cast<size_t>(nRow)];
-    if (nLine < 0 || picture.lines[static_cast<size_t>(nLine)].nTable != picture.nCurrent) continue;
+    const CutLine* const pLine = cut_.Line(nRow + 1);
+    if (pLine == nullptr || pLine->nTable != picture.nCurrent) continue;
     const int y = Top() + (nRow - nFirst) * nLineHeight_;
     if (stretches.empty() || stretches.back().second != y) stretches.emplace_back(y, y);
     stretches.back().second = y + nLineHeight_;

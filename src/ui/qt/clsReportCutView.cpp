@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <utility>
@@ -32,10 +33,13 @@ class clsReportCutView::clsCells : public QAbstractTableModel {
     return parent.isValid() ? 0 : static_cast<int>(cut_.Picture().titles.size());
   }
   QVariant data(const QModelIndex& index, int nRole) const override {
+    const auto nTitle = static_cast<size_t>(index.column());
+    const bool bNumbers = nTitle < cut_.Picture().numbers.size() && cut_.Picture().numbers[nTitle];
+    if (nRole == Qt::TextAlignmentRole && bNumbers) return {Qt::AlignRight | Qt::AlignVCenter};
     if (nRole != Qt::DisplayRole) return {};
     const std::vector<std::string>& cells = cut_.Picture().cells[static_cast<size_t>(index.row())].cells;
     const auto nColumn = static_cast<size_t>(index.column());
-    return nColumn < cells.size() ? ToQt(ShownText(TrimBlanks(cells[nColumn]))) : QVariant();
+    return nColumn < cells.size() ? ToQt(ShownText(CellText(cells[nColumn]))) : QVariant();
   }
   QVariant headerData(int nSection, Qt::Orientation orientation, int nRole) const override {
     if (nRole != Qt::DisplayRole) return {};
@@ -46,12 +50,18 @@ class clsReportCutView::clsCells : public QAbstractTableModel {
   }
 
  private:
+  /// As the output will have it; blanks behind a text can't be seen.
+  std::string_view CellText(std::string_view sCell) const {
+    return cut_.Picture().bTrims ? TrimBlanks(sCell) : TrimRightBlanks(sCell);
+  }
   const clsReportCut& cut_;
 };
 
 clsReportCutView::clsReportCutView(clsCutSource& source, QWidget* pParent) : QWidget(pParent), cut_(source) {
   pCanvas_ = new clsReportCanvas(cut_);
   MakeGrid();
+  pProof_ = new clsProofTree;
+  pProof_->onLine = [this](int64_t lLine) { pCanvas_->GoToLine(lLine); };
   MakeButtons();
   MakeFind();
   pNotes_ = new QLabel;
@@ -64,6 +74,8 @@ clsReportCutView::clsReportCutView(clsCutSource& source, QWidget* pParent) : QWi
   LayOut();
 
   cut_.onChange = [this] { Show(); };
+  work_.setInterval(0);
+  connect(&work_, &QTimer::timeout, this, [this] { WorkOn(); });
   timer_.setSingleShot(true);
   connect(&timer_, &QTimer::timeout, this, [this] { UpdateNow(); });
   pCanvas_->onBeforeHand = [this] {
@@ -82,6 +94,7 @@ void clsReportCutView::MakeGrid() {
   pCells_ = new clsCells(cut_, this);
   pGrid_ = new QTableView;
   pGrid_->setObjectName("gridCells");
+  pGrid_->setAccessibleName(ToQt(Translate("Cells")));
   pGrid_->setModel(pCells_);
   pGrid_->setFont(pCanvas_->font());
   pGrid_->setAlternatingRowColors(true);
@@ -92,12 +105,40 @@ void clsReportCutView::MakeGrid() {
   constexpr int kRowsMeasured = 30;
   pGrid_->horizontalHeader()->setResizeContentsPrecision(kRowsMeasured);
   pGrid_->verticalHeader()->setDefaultSectionSize(QFontMetrics(pGrid_->font()).height() + 4);
+  QHeaderView* const pHeader = pGrid_->horizontalHeader();
+  pHeader->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(pHeader, &QHeaderView::customContextMenuRequested, this, [this, pHeader](const QPoint& place) {
+    ColumnMenu(pHeader->logicalIndexAt(place), pHeader->mapToGlobal(place));
+  });
+  pGrid_->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(pGrid_, &QTableView::customContextMenuRequested, this, [this](const QPoint& place) {
+    ColumnMenu(pGrid_->currentIndex().column(), pGrid_->viewport()->mapToGlobal(place));
+  });
   connect(pGrid_, &QTableView::clicked, this, [this](const QModelIndex& index) {
     pCanvas_->ScrollToLine(cut_.Picture().cells[static_cast<size_t>(index.row())].lLine);
   });
 }
 
+void clsReportCutView::ColumnMenu(int nColumn, const QPoint& place) {
+  const CutPicture& picture = cut_.Picture();
+  if (!cut_.CanTeach() || nColumn < 0 || static_cast<size_t>(nColumn) >= picture.columns.size()) return;
+  const PointedColumn& column = picture.columns[static_cast<size_t>(nColumn)];
+  if (column.column == kNoTidyColumn) return;
+  QMenu menu;
+  pCanvas_->FillColumnMenu(menu, column, ToQt(picture.titles[static_cast<size_t>(nColumn)]));
+  menu.exec(place);
+}
+
 void clsReportCutView::MakeButtons() {
+  pLine_ = new QPushButton(ToQt(Translate("This line")));
+  pLine_->setObjectName("cmdThisLine");
+  pLine_->setAutoDefault(false);
+  auto* const pMenu = new QMenu(pLine_);
+  connect(pMenu, &QMenu::aboutToShow, this, [this, pMenu] {
+    pMenu->clear();
+    pCanvas_->FillLineMenu(*pMenu);
+  });
+  pLine_->setMenu(pMenu);
   pWorkOut_ = MakeButton("cmdWorkOut", Translate("Suggest columns"), [this] {
     cut_.WorkOut();
     // Enter and Escape are to mean the proposal now, not the dialog.
@@ -147,12 +188,17 @@ bool clsReportCutView::eventFilter(QObject* pWatched, QEvent* pEvent) {
 
 void clsReportCutView::LayOut() {
   auto* const pButtons = new QHBoxLayout;
-  for (QPushButton* const pButton : {pWorkOut_, pTake_, pDrop_, pFurther_}) pButtons->addWidget(pButton);
+  for (QPushButton* const pButton : {pLine_, pWorkOut_, pTake_, pDrop_, pFurther_}) pButtons->addWidget(pButton);
   pButtons->addWidget(pHint_, 1);
   pButtons->addWidget(pFind_);
   auto* const pSplitter = new QSplitter(Qt::Vertical);
   pSplitter->addWidget(pCanvas_);
-  pSplitter->addWidget(pGrid_);
+  pTabs_ = new QTabWidget;
+  pTabs_->setObjectName("tabsCut");
+  pTabs_->setDocumentMode(true);
+  pTabs_->addTab(pGrid_, ToQt(Translate("Cells")));
+  pTabs_->addTab(pProof_, ToQt(Translate("Proof")));
+  pSplitter->addWidget(pTabs_);
   pSplitter->setStretchFactor(0, 3);
   pSplitter->setStretchFactor(1, 1);
   auto* const pAll = new QVBoxLayout(this);
@@ -186,6 +232,23 @@ void clsReportCutView::UpdateNow() {
   if (top() != lBefore) pCanvas_->ScrollToLine(top());
 }
 
+/// Between the events of the hand: counts the report's lines, tells them apart, proves them.
+void clsReportCutView::WorkOn() {
+  const int64_t lBefore = cut_.Lines();
+  const bool bMore = isVisible() && cut_.WorkOn(kSlice);
+  if (!bMore) work_.stop();
+  if (!bMore || cut_.Lines() != lBefore) pCanvas_->ShowLines();
+}
+
+void clsReportCutView::ShowProof() {
+  const ReportProof* const pProof = bProof_ ? cut_.Proof() : nullptr;
+  pTabs_->setTabVisible(1, bProof_ && !cut_.Picture().kinds.empty());
+  // The list is long and changes seldom, the picture with each key.
+  if (std::exchange(nProofShown_, cut_.ProofNumber()) == cut_.ProofNumber()) return;
+  pTabs_->setTabText(1, ToQt(Translate("Proof")) + (pProof != nullptr && IsProofBad(*pProof) ? " (!)" : ""));
+  pProof_->Show(pProof == nullptr ? std::vector<ProofGroup>() : ListProof(*pProof));
+}
+
 void clsReportCutView::showEvent(QShowEvent* pEvent) {
   QWidget::showEvent(pEvent);
   UpdateSoon();
@@ -202,11 +265,14 @@ void clsReportCutView::Show() {
   pCells_->Refill();
   constexpr size_t kColumnsMeasured = 300;  // more would take longer than a hand waits
   if (cut_.Picture().titles.size() <= kColumnsMeasured) pGrid_->resizeColumnsToContents();
-  pWorkOut_->setVisible(!cut_.OnlyShows());
+  pLine_->setVisible(cut_.CanTeach());
+  pWorkOut_->setVisible(!cut_.OnlyShows() && !cut_.Picture().bTidy);
   pWorkOut_->setEnabled(cut_.CanWorkOut());
   pTake_->setVisible(cut_.HasProposal());
   pDrop_->setVisible(cut_.HasProposal());
   pFurther_->setVisible(cut_.CanLookFurther());
+  ShowProof();
+  if (isVisible()) work_.start();
   pNotes_->setText(NotesText());
   pHint_->setText(HintText());
 }
@@ -223,12 +289,15 @@ QString clsReportCutView::NotesText() const {
   return lines.join("<br>");
 }
 
-QString clsReportCutView::HintText() const {
+QString clsReportCutView::HintText() {
   if (cut_.HasProposal()) return ToQt(cut_.Proposal().sName);
   if (cut_.Selected() >= 0) {
     const int32_t lAfter = cut_.Boundaries()[static_cast<size_t>(cut_.Selected())].lAfter;
     return ToQt(Translate("Boundary behind character")) + " " + QString::number(lAfter) + ": " +
            ToQt(Translate("arrow keys move it, Delete removes it, Insert adds one behind it."));
+  }
+  if (cut_.CanTeach() && pCanvas_->Cursor() == 0) {
+    return ToQt(Translate("Click on a line or drag over a value; the button This line says what it is."));
   }
   if (!cut_.CanEdit()) return {};
   return ToQt(Translate("Click on the ruler to add a boundary, drag one to move it, double click to remove it."));

@@ -3,11 +3,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
 
+#include "clsProofTree.h"
 #include "clsReportCanvas.h"
 #include "clsReportCut.h"
 
@@ -28,6 +30,8 @@ class clsReportCutView : public QWidget {
 
   /// Looks again a moment after the last call, so that typing isn't held up.
   void UpdateSoon() { timer_.start(kMoment); }
+  /// For a window that shows a proof of its own.
+  void HideProof() { bProof_ = false; }
   clsReportCanvas& Canvas() { return *pCanvas_; }
   clsReportCut& Cut() { return cut_; }
 
@@ -38,25 +42,33 @@ class clsReportCutView : public QWidget {
 
  private:
   static constexpr int kMoment = 120;  // milliseconds
+  static constexpr int kSlice = 8;     // milliseconds of work between two events
   class clsCells;
 
   void UpdateNow();
+  void WorkOn();
+  void ShowProof();
   void Show();
   QString NotesText() const;
-  QString HintText() const;
+  QString HintText();
   void MakeGrid();
   void MakeButtons();
+  void ColumnMenu(int nColumn, const QPoint& place);
   void LayOut();
   void MakeFind();
   void Find(bool bForward);
   QPushButton* MakeButton(const char* pName, std::string_view sCaption, std::function<void()> onClick);
 
   clsReportCut cut_;
-  QTimer timer_;
+  QTimer timer_, work_;
+  bool bProof_ = true;
+  int nProofShown_ = 0;
   clsReportCanvas* pCanvas_;
   clsCells* pCells_;
   QTableView* pGrid_;
-  QPushButton *pWorkOut_, *pTake_, *pDrop_, *pFurther_;
+  clsProofTree* pProof_;
+  QTabWidget* pTabs_;
+  QPushButton *pLine_, *pWorkOut_, *pTake_, *pDrop_, *pFurther_;
   QLabel *pNotes_, *pHint_;
   QLineEdit* pFind_;
 };

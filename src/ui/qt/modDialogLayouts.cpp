@@ -74,6 +74,7 @@ void LayoutInputOptions(clsFormBinder& b, QWidget* pTab) {
   ColumnOf(pRecipe)->addLayout(pTabSize);
   ColumnOf(pRecipe)->addWidget(Note(b, "lblTabSizeNote"));
   ColumnOf(pRecipe)->addWidget(b.Widget("cbUnix"));
+  ColumnOf(pRecipe)->addWidget(b.Widget("cbTrimFields"));
   pColumn->addWidget(pRecipe);
   QWidget* const pFormat = b.Widget("frameInputFormat");
   pFormat->setLayout(Row({b.Widget("rbInputFileFormat", 0), b.Widget("rbInputFileFormat", 1)}));
@@ -223,12 +224,17 @@ void LayoutColumn(clsForm& form, clsFormBinder& b, QDialog& dialog) {
 }  // namespace
 
 void LayoutDialog(clsForm& form, clsFormBinder& binder, QDialog& dialog, clsHost&) {
-  static const std::map<std::string, Layout> layouts{
-      {"frmQLNOptions", LayoutOptions},         {"frmGettingStarted", LayoutGettingStarted},
-      {"frmLanguage", LayoutLanguage},          {"frmTableBuilder", LayoutTableBuilder},
-      {"frmAddField", LayoutAddField},          {"frmChooseText", LayoutChooseText},
-      {"frmTextDisplay", LayoutTextDisplay},    {"frmSpecifyFixedWidthText", LayoutProfileEditor},
-      {"frmExportBuilder", LayoutRecipeEditor}, {"frmFindTables", LayoutFindTables}};
+  static const std::map<std::string, Layout> layouts{{"frmQLNOptions", LayoutOptions},
+                                                     {"frmGettingStarted", LayoutGettingStarted},
+                                                     {"frmLanguage", LayoutLanguage},
+                                                     {"frmTableBuilder", LayoutTableBuilder},
+                                                     {"frmAddField", LayoutAddField},
+                                                     {"frmChooseText", LayoutChooseText},
+                                                     {"frmTextDisplay", LayoutTextDisplay},
+                                                     {"frmSpecifyFixedWidthText", LayoutProfileEditor},
+                                                     {"frmExportBuilder", LayoutRecipeEditor},
+                                                     {"frmFindTables", LayoutFindTables},
+                                                     {"frmProof", LayoutProof}};
   const auto found = layouts.find(form.sFormName);
   (found == layouts.end() ? LayoutColumn : found->second)(form, binder, dialog);
 }

@@ -16,6 +16,7 @@ void LayoutDialog(clsForm& form, clsFormBinder& binder, QDialog& dialog, clsHost
 // Editors bring more than controls; their layouts stand in files of their own.
 void LayoutProfileEditor(clsForm& form, clsFormBinder& binder, QDialog& dialog);
 void LayoutFindTables(clsForm& form, clsFormBinder& binder, QDialog& dialog);
+void LayoutProof(clsForm& form, clsFormBinder& binder, QDialog& dialog);
 void LayoutRecipeEditor(clsForm& form, clsFormBinder& binder, QDialog& dialog);
 
 }  // namespace quillon

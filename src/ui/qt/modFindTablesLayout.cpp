@@ -5,7 +5,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QSplitter>
-#include <QTableWidget>
+#include <QTreeWidget>
 #include <QVBoxLayout>
 
 #include "clsFoundCut.h"
@@ -17,61 +17,121 @@ namespace quillon {
 
 namespace {
 
-enum ListColumn { kName, kRows, kColumns, kParts, kLines, kNote };
+enum ListColumn { kName, kRows, kColumns, kPages, kLines, kNote };
 
-QString LinesText(const ListedTable& table) {
-  return QString::number(table.parts.front().lFirst) + " - " + QString::number(table.parts.back().lLast);
+/// What an entry of the list stands for.
+enum EntryKind { kTable, kHeading, kColumn };
+constexpr int kKindRole = Qt::UserRole, kTableRole = Qt::UserRole + 1, kPartRole = Qt::UserRole + 2;
+
+QString TypeText(TidyType type) {
+  switch (type) {
+    case TidyType::Text:
+      return ToQt(Translate("Text"));
+    case TidyType::Number:
+      return ToQt(Translate("Number"));
+    case TidyType::Date:
+      return ToQt(Translate("Date"));
+    default:
+      return {};
+  }
 }
 
-void FillList(frmFindTables& form, QTableWidget& list) {
-  QStringList heads;
-  for (const std::string& sHead :
-       {Translate("Table"), Translate("Rows"), Translate("Columns"), Translate("Parts"), Translate("Lines")}) {
-    heads << ToQt(sHead);
+QTreeWidgetItem* AddEntry(QTreeWidgetItem* pParent, EntryKind kind, size_t nTable, size_t nPart,
+                          const std::string& sName) {
+  auto* const pItem = new QTreeWidgetItem(pParent);
+  pItem->setText(kName, ToQt(sName));
+  pItem->setData(kName, kKindRole, kind);
+  pItem->setData(kName, kTableRole, static_cast<qulonglong>(nTable));
+  pItem->setData(kName, kPartRole, static_cast<qulonglong>(nPart));
+  Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+  if (kind != kColumn) flags |= Qt::ItemIsUserCheckable;
+  if (kind != kHeading) flags |= Qt::ItemIsEditable;
+  pItem->setFlags(flags);
+  return pItem;
+}
+
+void AddParts(QTreeWidgetItem* pTable, const ListedTable& table, size_t nTable) {
+  for (size_t k = 0; k < table.headings.size(); ++k) {
+    QTreeWidgetItem* const pItem = AddEntry(pTable, kHeading, nTable, k, table.headings[k].sName);
+    pItem->setCheckState(kName, table.headings[k].bTicked ? Qt::Checked : Qt::Unchecked);
+    pItem->setText(kNote, ToQt(Translate("Heading")));
   }
-  list.setColumnCount(kNote + 1);
-  list.setHorizontalHeaderLabels(heads << QString());
-  list.setRowCount(static_cast<int>(form.Tables().size()));
-  for (int nRow = 0; nRow < list.rowCount(); ++nRow) {
-    const ListedTable& table = form.Tables()[static_cast<size_t>(nRow)];
-    const auto put = [&](ListColumn column, const QString& sText, bool bNumber = true) {
-      auto* const pItem = new QTableWidgetItem(sText);
-      pItem->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
-      if (bNumber) pItem->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-      list.setItem(nRow, column, pItem);
-      return pItem;
+  for (size_t i = 0; i < table.columns.size(); ++i) {
+    QTreeWidgetItem* const pItem = AddEntry(pTable, kColumn, nTable, i, table.columns[i].sName);
+    pItem->setText(kColumns, table.columns[i].sPlaces.c_str());
+    pItem->setTextAlignment(kColumns, Qt::AlignRight | Qt::AlignVCenter);
+    pItem->setText(kNote, TypeText(table.columns[i].type));
+  }
+}
+
+void FillList(const frmFindTables& form, QTreeWidget& list) {
+  for (size_t n = 0; n < form.Tables().size(); ++n) {
+    const ListedTable& table = form.Tables()[n];
+    QTreeWidgetItem* const pItem = AddEntry(list.invisibleRootItem(), kTable, n, 0, table.sName);
+    pItem->setCheckState(kName, table.bTicked ? Qt::Checked : Qt::Unchecked);
+    const auto put = [&](ListColumn column, const QString& sText) {
+      pItem->setText(column, sText);
+      pItem->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
     };
-    const QString sNumber = ToQt(Translate("Table")) + " " + QString::number(nRow + 1);
-    QTableWidgetItem* const pName = put(kName, table.sName.empty() ? sNumber : ToQt(table.sName), false);
-    pName->setFlags(pName->flags() | Qt::ItemIsUserCheckable);
-    pName->setCheckState(form.IsTicked(static_cast<size_t>(nRow)) ? Qt::Checked : Qt::Unchecked);
     put(kRows, QString::number(table.lRows));
-    put(kColumns, QString::number(table.lColumns));
-    put(kParts, QString::number(table.parts.size()));
-    put(kLines, LinesText(table));
-    put(kNote, table.bDoubtful ? ToQt(Translate("Perhaps no table")) : QString(), false);
+    put(kColumns, QString::number(table.columns.size()));
+    put(kPages, QString::number(table.lPages));
+    if (table.lFirstLine > 0) put(kLines, QString::number(table.lFirstLine) + " - " + QString::number(table.lLastLine));
+    if (table.bDoubtful) pItem->setText(kNote, ToQt(Translate("Perhaps no table")));
+    if (table.bIncomplete) pItem->setText(kNote, ToQt(Translate("Perhaps rows are missing")));
+    AddParts(pItem, table, n);
   }
-  list.resizeColumnsToContents();
 }
 
-QTableWidget* MakeList(frmFindTables& form) {
-  auto* const pList = new QTableWidget;
+void Changed(frmFindTables& form, const QTreeWidgetItem& item) {
+  const auto nTable = static_cast<size_t>(item.data(kName, kTableRole).toULongLong());
+  const auto nPart = static_cast<size_t>(item.data(kName, kPartRole).toULongLong());
+  const bool bTicked = item.checkState(kName) == Qt::Checked;
+  const ListedTable& table = form.Tables()[nTable];
+  const std::string sName = FromQt(item.text(kName));
+  switch (item.data(kName, kKindRole).toInt()) {
+    case kTable:
+      if (bTicked != table.bTicked) form.Tick(nTable, bTicked);
+      if (sName != table.sName) form.NameTable(nTable, sName);
+      break;
+    case kHeading:
+      if (bTicked != table.headings[nPart].bTicked) form.TickHeading(nTable, nPart, bTicked);
+      break;
+    default:
+      if (sName != table.columns[nPart].sName) form.NameColumn(nTable, nPart, sName);
+  }
+}
+
+QTreeWidget* MakeList(frmFindTables& form) {
+  auto* const pList = new QTreeWidget;
   pList->setObjectName("fgTables");
   pList->setAccessibleName(ToQt(Translate("Find Tables")));
-  pList->setSelectionBehavior(QAbstractItemView::SelectRows);
-  pList->setSelectionMode(QAbstractItemView::SingleSelection);
-  pList->verticalHeader()->hide();
-  pList->horizontalHeader()->setStretchLastSection(true);
-  pList->setTabKeyNavigation(false);
+  QStringList heads;
+  for (const std::string& sHead :
+       {Translate("Table"), Translate("Rows"), Translate("Columns"), Translate("Pages"), Translate("Lines")}) {
+    heads << ToQt(sHead);
+  }
+  pList->setHeaderLabels(heads << QString());
+  pList->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
   FillList(form, *pList);
-  pList->selectRow(0);
-  QObject::connect(pList, &QTableWidget::itemChanged, pList, [&form](const QTableWidgetItem* pItem) {
-    if (pItem->column() == kName) form.Tick(static_cast<size_t>(pItem->row()), pItem->checkState() == Qt::Checked);
-  });
-  QObject::connect(pList, &QTableWidget::currentCellChanged, pList, [&form](int nRow, int, int, int) {
-    if (nRow >= 0) form.Select(static_cast<size_t>(nRow));
+  // With one table its columns are what there is to look at.
+  if (form.Tables().size() == 1) pList->expandAll();
+  for (int n = kName; n < kNote; ++n) pList->resizeColumnToContents(n);
+  pList->setCurrentItem(pList->topLevelItem(0));
+  QObject::connect(pList, &QTreeWidget::itemChanged, pList,
+                   [&form](const QTreeWidgetItem* pItem, int) { Changed(form, *pItem); });
+  QObject::connect(pList, &QTreeWidget::currentItemChanged, pList, [&form](const QTreeWidgetItem* pItem) {
+    if (pItem != nullptr) form.Select(static_cast<size_t>(pItem->data(kName, kTableRole).toULongLong()));
   });
   return pList;
+}
+
+/// The list stands on the selected table or one of its parts.
+void ShowSelected(const frmFindTables& form, QTreeWidget& list) {
+  const QTreeWidgetItem* const pNow = list.currentItem();
+  const bool bThere =
+      pNow != nullptr && static_cast<size_t>(pNow->data(kName, kTableRole).toULongLong()) == form.Selected();
+  if (!bThere) list.setCurrentItem(list.topLevelItem(static_cast<int>(form.Selected())));
 }
 
 }  // namespace
@@ -80,13 +140,15 @@ void LayoutFindTables(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
   auto& form = static_cast<frmFindTables&>(anyForm);
   auto* const pAll = new QVBoxLayout(&dialog);
   pAll->addWidget(b.Widget("lblFound"));
-  QTableWidget* const pList = MakeList(form);
+  QTreeWidget* const pList = MakeList(form);
   clsReportCutView* const pView = MakeCutView<clsFoundCut>(form, dialog);
   auto* const pSplitter = new QSplitter(Qt::Vertical);
   pSplitter->addWidget(pList);
   pSplitter->addWidget(pView);
   pSplitter->setStretchFactor(0, 1);
-  pSplitter->setStretchFactor(1, 4);
+  pSplitter->setStretchFactor(1, 3);
+  constexpr int kListHeight = 200, kViewHeight = 460;
+  pSplitter->setSizes({kListHeight, kViewHeight});
   pSplitter->setChildrenCollapsible(false);
   pAll->addWidget(pSplitter, 1);
   auto* const pButtons = new QHBoxLayout;
@@ -96,10 +158,10 @@ void LayoutFindTables(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
   pAll->addLayout(pButtons);
   b.onState = [&form, pList, pView] {
     const QSignalBlocker quiet(pList);
-    if (pList->currentRow() != static_cast<int>(form.Selected())) pList->selectRow(static_cast<int>(form.Selected()));
+    ShowSelected(form, *pList);
     pView->UpdateSoon();
   };
-  constexpr int kWidth = 900, kHeight = 700, kFrame = 40;
+  constexpr int kWidth = 1000, kHeight = 760, kFrame = 40;
   dialog.resize(QSize(kWidth, kHeight).boundedTo(dialog.screen()->availableGeometry().size() - QSize(0, kFrame)));
   pList->setFocus();
 }

@@ -15,6 +15,7 @@
 #include "modDialogLayouts.h"
 #include "modEditorParts.h"
 #include "modText.h"
+#include "modTranslator.h"
 
 namespace quillon {
 
@@ -80,6 +81,7 @@ clsReportCutView* MakePreview(frmExportBuilder& form, QPlainTextEdit* pEditor, Q
 QPlainTextEdit* MakeEditor(frmExportBuilder& form) {
   auto* const pEditor = new QPlainTextEdit;
   pEditor->setObjectName("txtFileEditor");
+  pEditor->setAccessibleName(ToQt(Translate("Recipe")));
   pEditor->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   pEditor->setLineWrapMode(QPlainTextEdit::NoWrap);
   constexpr int kFewestLines = 3;
