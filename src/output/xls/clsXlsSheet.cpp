@@ -10,6 +10,7 @@ namespace {
 
 constexpr unsigned kMaxColumn = kMaxXlsColumns - 1;
 constexpr size_t kDimensionsData = 14;
+constexpr size_t kMostMerged = 2000;  // more of them would make each look at them long
 constexpr size_t kMaxCells = static_cast<size_t>(kMaxXlsRows) * kMaxXlsColumns;
 
 /// Least data of a record that holds one cell; 0 for other records.
@@ -143,7 +144,7 @@ void clsXlsSheet::NoteHead(const XlsRecord& record) {
       bProtected_ = GetU16(record.sData, 0) != 0;
       break;
     case xls::kMergedCells:
-      for (size_t i = 2; bKeepCells_ && i + 8 <= record.sData.size(); i += 8)
+      for (size_t i = 2; bKeepCells_ && nMerged_++ < kMostMerged && i + 8 <= record.sData.size(); i += 8)
         merged_.Add({GetU16(record.sData, i) + 1, GetU16(record.sData, i + 4) + 1, GetU16(record.sData, i + 2) + 1,
                      GetU16(record.sData, i + 6) + 1});
       break;

@@ -110,6 +110,7 @@ class clsXlsSheet {
   std::vector<Shared> shared_;
   clsCellRanges arrays_, merged_;
   bool bProtected_ = false;
+  size_t nMerged_ = 0;
   std::vector<CellRange> cleared_;
   std::array<uint16_t, 256> columnXfs_{};
   unsigned nDefaultHeight_ = 255;

@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,6 +15,7 @@
 #include "clsXlsxSheet.h"
 #include "clsXlsxStyles.h"
 #include "modFileState.h"
+#include "modSheetValues.h"
 #include "modXlsxWorkbookPart.h"
 
 namespace quillon {
@@ -102,6 +104,7 @@ class clsXlsxSaver {
   bool bFormulasChanged_ = false;
   int64_t nRefused_ = 0, nReformatted_ = 0, nBehindTables_ = 0;
   StringUse strings_;
+  std::optional<clsSharedStrings> oldStrings_;  ///< Once a text of a totals row was asked for
 };
 
 }  // namespace quillon

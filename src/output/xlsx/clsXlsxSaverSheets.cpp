@@ -2,10 +2,10 @@
 // longer has.
 
 #include <algorithm>
+#include <unordered_map>
 
 #include "clsDeflater.h"
 #include "clsXlsxSaver.h"
-#include "modSheetValues.h"
 #include "modXlsxTables.h"
 
 namespace quillon {
@@ -55,10 +55,12 @@ bool clsXlsxSaver::TakeContent(clsXmlScanner& scanner, SheetEdit& edit, int64_t 
   }
   const auto nStrings = book_.package.Find(book_.workbook.TargetOf("sharedStrings"));
   if (sFormula.empty() && sType == "s" && nStrings) {
-    clsSharedStrings strings;
-    clsXmlScanner all = book_.package.Scan(*nStrings);
-    if (!strings.Load(all)) return false;
-    sValue = strings.At(ParseIndex(sValue).value_or(UINT32_MAX));
+    if (!oldStrings_) {
+      oldStrings_.emplace();
+      clsXmlScanner all = book_.package.Scan(*nStrings);
+      if (!oldStrings_->Load(all)) return false;
+    }
+    sValue = oldStrings_->At(ParseIndex(sValue).value_or(UINT32_MAX));
   }
   const int64_t nKey = nRow * kMaxSheetColumns + nColumn;
   if (!sFormula.empty())
@@ -71,6 +73,9 @@ bool clsXlsxSaver::TakeContent(clsXmlScanner& scanner, SheetEdit& edit, int64_t 
 
 /// Formats and contents that cells get of others.
 bool clsXlsxSaver::TakeFromRows(XlsxSheet& sheet, const WorkbookSheet& entry, Failure& failure) {
+  std::unordered_multimap<int64_t, SheetEdit::FromRow> wanted;
+  for (const SheetEdit::FromRow& from : sheet.edit.fromRows)
+    wanted.emplace(from.nFrom * kMaxSheetColumns + from.nColumn, from);
   clsXmlScanner scanner = book_.package.Scan(*book_.package.Find(entry.sPart));
   clsSheetCursor cursor;
   while (scanner.Next() != XmlToken::End) {
@@ -78,10 +83,12 @@ bool clsXlsxSaver::TakeFromRows(XlsxSheet& sheet, const WorkbookSheet& entry, Fa
     const auto event = bFailed ? clsSheetCursor::Event::Damaged : cursor.Look(scanner);
     bFailed |= event == clsSheetCursor::Event::Damaged;
     int64_t nContentRow = 0;
-    for (const auto& [nFrom, nTo, nColumn, bContent] : sheet.edit.fromRows) {
-      if (event != clsSheetCursor::Event::Cell || nFrom != cursor.Row() || nColumn != cursor.Column()) continue;
-      sheet.edit.styles[nTo * kMaxSheetColumns + nColumn] = cursor.Style();
-      if (bContent) nContentRow = nTo;
+    if (event == clsSheetCursor::Event::Cell) {
+      const auto [first, last] = wanted.equal_range(cursor.Row() * kMaxSheetColumns + cursor.Column());
+      for (auto it = first; it != last; ++it) {
+        sheet.edit.styles[it->second.nTo * kMaxSheetColumns + cursor.Column()] = cursor.Style();
+        if (it->second.bContent) nContentRow = it->second.nTo;
+      }
     }
     if (nContentRow > 0) bFailed |= !TakeContent(scanner, sheet.edit, nContentRow, cursor.Column());
     if (!bFailed) continue;

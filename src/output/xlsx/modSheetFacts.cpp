@@ -19,7 +19,7 @@ void TakeColumns(const clsXmlScanner& scanner, SheetFacts& facts) {
 /// What stands beside the cells and has to do with them.
 void TakeBeside(const clsXmlScanner& scanner, SheetFacts& facts) {
   if (scanner.Depth() == 3 && scanner.IsMain("col")) TakeColumns(scanner, facts);
-  if (scanner.Depth() == 3 && scanner.IsMain("mergeCell"))
+  if (scanner.Depth() == 3 && scanner.IsMain("mergeCell") && ++facts.nMerged <= SheetFacts::kMostMerged)
     if (const auto range = ParseCellRange(scanner.Attribute("ref").value_or(""))) facts.merged.Add(*range);
   if (scanner.Depth() != 2) return;
   const std::string_view sSheet = scanner.Attribute("sheet").value_or("0");

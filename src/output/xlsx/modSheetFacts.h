@@ -22,7 +22,9 @@ struct SheetFacts {
   CellRange filled;         ///< Cells with a value or formula
   bool bProtected = false;  ///< Its cells are
   CellRange filter;         ///< Of the sheet's own filter
-  clsCellRanges merged;
+  clsCellRanges merged;     ///< No more than kMostMerged: a look at them is to stay quick
+  size_t nMerged = 0;
+  static constexpr size_t kMostMerged = 2000;
   clsCellRanges arrays;                                ///< Array formulas and data tables of more than one cell
   std::unordered_map<uint32_t, SharedFormula> shared;  ///< By "si", the first of each
   std::vector<uint32_t> columnStyles;                  ///< By column - 1; empty if no column has a format
