@@ -288,7 +288,7 @@ bool ReadParts(const std::vector<TidySection>& sections, std::string_view sKind,
   for (const TidySection& section : sections) {
     std::string sTable;
     int32_t lPart = 0;
-    if (!PartOfName(section.sName, sKind, sTable, lPart) || sTable != std::to_string(lTable)) continue;
+    if (!PartOfName(section.sName, sKind, sTable, lPart) || sTable != std::to_string(lTable) || lPart == 0) continue;
     if (lPart > static_cast<int32_t>(kMostParts)) {
       return Fail(fault, kTidyTooMuch, section.sName, {}, {section.sName, "k", std::to_string(lPart), "1000"});
     }
@@ -418,7 +418,11 @@ bool IsMisnamed(const TidySection& section, std::string& sExample) {
 
 bool HasMisnamed(const std::vector<TidySection>& sections, TidyFault& fault) {
   // Recipes of other tables may call their sections what they like.
-  if (std::none_of(sections.begin(), sections.end(), HasTidyKey)) return false;
+  const bool bTidy = std::any_of(sections.begin(), sections.end(), [](const TidySection& section) {
+    const bool bPart = section.sName.starts_with("Heading ") || section.sName.starts_with("Line ");
+    return HasTidyKey(section) || (bPart && section.sName.find('.') != std::string::npos);
+  });
+  if (!bTidy) return false;
   for (const TidySection& section : sections) {
     std::string sTable;
     int32_t lPart = 0;

@@ -19,6 +19,7 @@ TEST(TidyKeys, SayWhereAMistakeIsAndWhatMayBeMeant) {
       {"[Table 1]\nPlaces=1-5\n[Heading 1.1]\nPlaces=1-4", kTidyMissingKey, "Text, Like or Needs"},
       {"[Table 1]\nPlaces=1-5\n[Heading 2.1]\nText=A", kTidyStraySection, "[Heading 2.1] belongs to no table"},
       {"[Table 1]\nPlaces=1-5\n[Line 1.1]\nText=A", kTidyBadSection, "write it as [Line 1.2]"},
+      {"[Table 1]\n[Line 1. 1.2]\nPlaces=1-", kTidyBadSection, "write it as [Line 1.2]"},
       {"[Table 1]\nPlaces=1-5\n[Heading 1]\nText=A", kTidyBadSection, "write it as [Heading 1.1]"},
       {"[Table 1]\nPlaces=1-5\n[headings 1.1]\nText=A", kTidyBadSection, "write it as [Heading 1.1]"},
       {"[Table 1]\nPlaces=1-5\n[Heading 1.1]\nText=A\n[Heading 1.1]\nText=B", kTidyTwice, "[Heading 1.1]"},
