@@ -28,7 +28,7 @@ constexpr std::string_view kStyle =
     "h1{font-size:1.4em}h2{font-size:1.1em;margin-top:1.6em}"
     "table{border-collapse:collapse}td,th{text-align:left;padding:.15em 1em .15em 0;border-bottom:1px solid #ddd}"
     ".num{text-align:right}.good{color:#176a2c}.bad,.lost{color:#b00020;font-weight:bold}"
-    "pre{font:12px/1.35 monospace;margin:0;overflow-x:auto}pre div{white-space:pre}"
+    "code{white-space:pre-wrap}pre{font:12px/1.35 monospace;margin:0;overflow-x:auto}pre div{white-space:pre}"
     "pre div:before{content:attr(data-n);display:inline-block;width:4.5em;color:#888}"
     ".row{background:#eef7ee}.row i{font-style:normal;background:#d5ebd5}.further,.joined{background:#f4f8e4}"
     ".heading{background:#e8f0fb}.total{background:#fbf3d9}.dropped,.left,.outside{color:#777}"

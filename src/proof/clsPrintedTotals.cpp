@@ -157,7 +157,9 @@ bool clsPrintedTotals::Compare(const Sum& now, const Sum& before, const LineNumb
       static_cast<uint64_t>(std::max(nSum, nPrinted)) - static_cast<uint64_t>(std::min(nSum, nPrinted));
   const int64_t lRows = now.lRows - before.lRows;
   constexpr int64_t kFewDigits = 99;
-  const bool bSays = nPrinted != 0 && (lRows > 1 || nDistance > 1 || Size(nPrinted) > kFewDigits);
+  // One digit agrees with anything.
+  constexpr int64_t kOneDigit = 9;
+  const bool bSays = Size(nPrinted) > kOneDigit && (lRows > 1 || nDistance > 1 || Size(nPrinted) > kFewDigits);
   judged.bNone = judged.bNone || IsAverageOrCount(line.number, nSum, lRows);
   if (!judged.sSummed.empty() && nDistance > judged.nDistance) return true;
   judged.bVotes = bSays || (nDistance == judged.nDistance && judged.bVotes);
