@@ -120,12 +120,16 @@ void DropBalances(const clsReportSample& report, const LineOwners& owners, const
     }
     return false;
   };
+  std::ptrdiff_t nNumbers = 0;
+  for (size_t i = 0; i < places.size(); ++i) nNumbers += table.row.TypeOf(i).type == TidyType::Number ? 1 : 0;
   const size_t nEnd = std::min(rows.back() + kBehind + 1, report.Lines().size());
   std::map<std::u32string_view, size_t> counts;
   for (size_t n = rows.front() + 1; n < nEnd; ++n) {
     const SampleLine& line = report.Lines()[n];
     if (line.IsBlank() || line.bDrawn || owners.tables[n] != 0 || owners.names[n]) continue;
-    if (std::none_of(line.marks.begin(), line.marks.end(), isAmount)) continue;
+    // Lines with most of a row's figures are rows that were missed, not balances.
+    const auto nAmounts = std::count_if(line.marks.begin(), line.marks.end(), isAmount);
+    if (nAmounts == 0 || nAmounts * 2 > nNumbers) continue;
     for (const std::u32string_view sText : TextsOf(line)) {
       const bool bInRows = std::any_of(rows.begin(), rows.end(), [&](size_t nRow) {
         return report.Lines()[nRow].sText.find(sText) != std::u32string_view::npos;
