@@ -186,6 +186,8 @@ def value(text):
     if found := re.fullmatch(r"\(([\d.]+)\)|([\d.]+)(?:-|CR)", plain):
         plain = "-" + (found[1] or found[2])
     plain = re.sub("DR$", "", plain)
+    if re.fullmatch(r"\d{10,}", plain):
+        return plain.lstrip("0")
     if re.fullmatch(r"[-+]?(\d+\.?\d*|\.\d+)([EeDd][-+]?\d+)?", plain):
         return f"{float(re.sub('[Dd]', 'E', plain)) + 0.0:.9g}"
     return text

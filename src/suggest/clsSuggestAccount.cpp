@@ -52,6 +52,10 @@ void clsSuggestAccount::Row(const TidyRecord& row) {
   for (size_t i = 0; i < columns.size() && i < row.cells.size(); ++i) {
     const std::string_view sCell = row.cells[i].sPrinted;
     if (!columns[i].bText || sCell.empty()) continue;
+    constexpr size_t kFewestDigits = 3;
+    tables_[row.nTable].bZeros =
+        tables_[row.nTable].bZeros || (sCell.size() >= kFewestDigits && sCell.front() == '0' &&
+                                       std::all_of(sCell.begin(), sCell.end(), IsAsciiDigit));
     ++columns[i].lFilled;
     if (sCell.find("  ") == std::string_view::npos) continue;
     if (columns[i].lDivided++ == 0) columns[i].sDivided = sCell;
@@ -130,6 +134,9 @@ void clsSuggestAccount::Line(int64_t lLine, std::string_view sLine, TidyLineKind
     pending_.clear();
     bRowSeen_ = true;
     nLastTable_ = nTable;
+    Table& table = tables_[nTable];
+    table.nShortest = table.nLongest == 0 ? sLine.size() : std::min(table.nShortest, sLine.size());
+    table.nLongest = std::max(table.nLongest, sLine.size());
     constexpr size_t kMost = 100;
     std::vector<std::string>& saying = tables_[nTable].rowsOfTotals;
     if (lLine <= kLooked && saying.size() < kMost && SaysTotal(sLine)) saying.emplace_back(sLine);
@@ -212,6 +219,12 @@ void clsSuggestAccount::SetDoubts(const clsTidyReport& run) {
     if (state.lGapLines > 0 && tidy_[i].row.likes.empty()) {
       doubts.push_back(fmt::format("{} have text between the columns, the first is line {}",
                                    CountedText(state.lGapLines, "row", "rows"), state.lGapLine));
+    }
+    const Table& table = tables_[i];
+    const bool bNamed = std::any_of(table.columns.begin(), table.columns.end(),
+                                    [](const Column& column) { return !column.sName.empty(); });
+    if (!bNamed && table.bZeros && table.nShortest == table.nLongest) {
+      doubts.push_back("fixed columns without names: where digits are parted, and decimals that aren't printed, can't be told");
     }
     constexpr int64_t kOneIn = 8;
     for (const Column& column : tables_[i].columns) {

@@ -47,6 +47,8 @@ class clsSuggestAccount : public clsTidyListener {
   };
   struct Table {
     std::vector<Column> columns;
+    size_t nShortest = 0, nLongest = 0;     ///< Bytes of its rows
+    bool bZeros = false;                    ///< Some cell is digits behind a zero
     std::vector<std::string> rowsOfTotals;  ///< Rows that hold a word for totals
   };
 
