@@ -51,11 +51,12 @@ void clsSuggestAccount::Row(const TidyRecord& row) {
   std::vector<Column>& columns = tables_[row.nTable].columns;
   for (size_t i = 0; i < columns.size() && i < row.cells.size(); ++i) {
     const std::string_view sCell = row.cells[i].sPrinted;
+    if (row.cells[i].kind == TidyCellKind::Number && sCell.find_first_of(".,") != std::string_view::npos)
+      tables_[row.nTable].bDecimals = true;
     if (!columns[i].bText || sCell.empty()) continue;
     constexpr size_t kFewestDigits = 3;
-    tables_[row.nTable].bZeros =
-        tables_[row.nTable].bZeros || (sCell.size() >= kFewestDigits && sCell.front() == '0' &&
-                                       std::all_of(sCell.begin(), sCell.end(), IsAsciiDigit));
+    tables_[row.nTable].bZeros = tables_[row.nTable].bZeros || (sCell.size() >= kFewestDigits && sCell.front() == '0' &&
+                                                                std::all_of(sCell.begin(), sCell.end(), IsAsciiDigit));
     ++columns[i].lFilled;
     if (sCell.find("  ") == std::string_view::npos) continue;
     if (columns[i].lDivided++ == 0) columns[i].sDivided = sCell;
@@ -223,8 +224,9 @@ void clsSuggestAccount::SetDoubts(const clsTidyReport& run) {
     const Table& table = tables_[i];
     const bool bNamed = std::any_of(table.columns.begin(), table.columns.end(),
                                     [](const Column& column) { return !column.sName.empty(); });
-    if (!bNamed && table.bZeros && table.nShortest == table.nLongest) {
-      doubts.push_back("fixed columns without names: where digits are parted, and decimals that aren't printed, can't be told");
+    if (!bNamed && table.bZeros && !table.bDecimals && table.nShortest == table.nLongest) {
+      doubts.push_back(
+          "fixed columns without names: where digits are parted, and decimals that aren't printed, can't be told");
     }
     constexpr int64_t kOneIn = 8;
     for (const Column& column : tables_[i].columns) {

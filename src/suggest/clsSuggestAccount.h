@@ -49,6 +49,7 @@ class clsSuggestAccount : public clsTidyListener {
     std::vector<Column> columns;
     size_t nShortest = 0, nLongest = 0;     ///< Bytes of its rows
     bool bZeros = false;                    ///< Some cell is digits behind a zero
+    bool bDecimals = false;                 ///< Some number has a decimal point or comma
     std::vector<std::string> rowsOfTotals;  ///< Rows that hold a word for totals
   };
 
