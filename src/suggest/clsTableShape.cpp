@@ -241,7 +241,9 @@ bool clsTableShape::SplitAfterDigits(const Part& part, Parts& into) const {
     while (nEnd < sText.size() && IsDigitPlace(sText[nEnd])) ++nEnd;
     const bool bWord = nEnd < sText.size() && static_cast<int32_t>(nEnd) <= part.lLast && IsLetterPlace(sText[nEnd]);
     const auto l = static_cast<int32_t>(nEnd - nFirst);
+    // 777DR is one number.
     if (!bWord || l < kShortest || (lWidth >= 0 && l != lWidth)) return false;
+    if (IsNumberText(CellAt(sText, part.lFirst, part.lLast))) return false;
     lWidth = l;
   }
   Part left = part;
@@ -250,7 +252,7 @@ bool clsTableShape::SplitAfterDigits(const Part& part, Parts& into) const {
   right.lFirst = left.lLast + 1;
   Measure(left);
   Measure(right);
-  into.push_back(left);
+  if (!SplitPart(left, into)) into.push_back(left);
   if (!SplitPart(right, into)) into.push_back(right);
   return true;
 }

@@ -41,7 +41,10 @@ struct ColumnFacts {
     const bool bLastComma =
         nComma != std::u32string_view::npos && (nPoint == std::u32string_view::npos || nComma > nPoint);
     const bool bThousands = nPoint != std::u32string_view::npos && nPoint < nComma;
-    if (bLastComma && (bThousands || nLast != nComma + 3) && nLast > nComma) bDecimalComma = true;
+    // Thousands are never written as 4197,351.
+    size_t nWhole = 0;
+    while (bLastComma && nWhole < nComma && IsDigitPlace(sCell[nComma - nWhole - 1])) ++nWhole;
+    if (bLastComma && (bThousands || nWhole > 3 || nLast != nComma + 3) && nLast > nComma) bDecimalComma = true;
   }
 };
 
