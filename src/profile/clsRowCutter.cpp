@@ -8,7 +8,11 @@
 namespace quillon {
 
 std::string_view TrimPad(std::string_view sValue, TrimSide side, std::string_view sPad) {
-  if (side == TrimSide::Left) {
+  if (sPad.size() == 1) {
+    const char cPad = sPad.front();
+    while (side == TrimSide::Left && !sValue.empty() && sValue.front() == cPad) sValue.remove_prefix(1);
+    while (side == TrimSide::Right && !sValue.empty() && sValue.back() == cPad) sValue.remove_suffix(1);
+  } else if (side == TrimSide::Left) {
     while (sValue.starts_with(sPad)) sValue.remove_prefix(sPad.size());
   } else if (side == TrimSide::Right) {
     while (sValue.ends_with(sPad)) sValue.remove_suffix(sPad.size());

@@ -238,7 +238,9 @@ char* clsCsvRows::PutQuoted(char* p, std::string_view sField) {
   if (TrimLeftBlanks(sField).starts_with('=') && context_.account.lEqualSigns++ == 0) {
     ReportRecipe(context_.host, -5005);
   }
-  if (sField.find_first_of(",\"") == std::string_view::npos) {
+  bool bQuotes = false;
+  for (const char c : sField) bQuotes = bQuotes || c == ',' || c == '"';
+  if (!bQuotes) {
     return std::copy(sField.begin(), sField.end(), p);
   }
   *p++ = '"';

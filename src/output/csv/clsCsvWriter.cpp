@@ -1,5 +1,7 @@
 #include "clsCsvWriter.h"
 
+#include <algorithm>
+
 #include "modText.h"
 
 namespace quillon {
@@ -13,8 +15,12 @@ bool NeedsQuotes(const CsvRules& rules, std::string_view sValue) {
     case CsvQuoting::Sometimes:
       break;
   }
-  return sValue.find_first_of(rules.sQuoteOn) != std::string_view::npos ||
-         (rules.bQuoteSeparator && sValue.find(rules.sSeparator) != std::string_view::npos);
+  // One look through the value for each of the few bytes: find_first_of looks through those for each byte of the value.
+  const auto holds = [sValue](char c) { return sValue.find(c) != std::string_view::npos; };
+  if (std::any_of(rules.sQuoteOn.begin(), rules.sQuoteOn.end(), holds)) return true;
+  if (!rules.bQuoteSeparator) return false;
+  return rules.sSeparator.size() == 1 ? holds(rules.sSeparator.front())
+                                      : sValue.find(rules.sSeparator) != std::string_view::npos;
 }
 
 namespace {
