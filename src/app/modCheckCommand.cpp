@@ -114,8 +114,9 @@ int CheckCommand(const LookRequest& request) {
   }
   bool bGood = !bHints;
   std::vector<ReportPreview> cutTables;
+  const std::set<int32_t> tidy = TidyTablesIn(look.recipe);
   for (int32_t lTable = 1; lTable <= lTables; ++lTable) {
-    if (!IsTidyTableOf(look.recipe, lTable)) bGood = CheckCutTable(look, tables, lTable, cutTables) && bGood;
+    if (!tidy.contains(lTable)) bGood = CheckCutTable(look, tables, lTable, cutTables) && bGood;
   }
   const ReportCheck check = CheckReport(look.preview, look.recipe, cutTables, nullptr);
   for (size_t i = 0; i < check.tables.size(); ++i) bGood = CheckTidyTable(look, check, i, lTables) && bGood;

@@ -126,8 +126,8 @@ std::vector<CutTable> CutsOf(const std::vector<ReportPreview>& previews) {
   return cuts;
 }
 
-bool IsTidyTableOf(clsSectionFile& recipe, int32_t lTable) {
-  return IsTidyTable(SectionsOf(recipe), lTable);
+std::set<int32_t> TidyTablesIn(clsSectionFile& recipe) {
+  return TidyTablesOf(SectionsOf(recipe));
 }
 
 }  // namespace quillon

@@ -2,6 +2,7 @@
 // What a recipe makes of a whole report: each line accounted for, with its printed totals. Looks only.
 
 #include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -30,7 +31,7 @@ ReportCheck CheckReport(const PreviewRequest& request, clsSectionFile& recipe,
 /// The blocks that PreviewByRecipe found.
 std::vector<CutTable> CutsOf(const std::vector<ReportPreview>& previews);
 
-/// True if table n of the recipe is a tidy one.
-bool IsTidyTableOf(clsSectionFile& recipe, int32_t lTable);
+/// Numbers of the tidy tables of a recipe.
+std::set<int32_t> TidyTablesIn(clsSectionFile& recipe);
 
 }  // namespace quillon
