@@ -30,8 +30,12 @@ std::string Plain(std::string_view sMarked) {
     std::string_view sMark;
     char plain;
   };
-  constexpr std::array kMarks{Mark{"&amp;", '&'},  Mark{"&lt;", '<'},    Mark{"&gt;", '>'},
-                              Mark{"&quot;", '"'}, Mark{"&apos;", '\''}, Mark{"&#39;", '\''}};
+  // The fonts of many printing programs draw the key "-" as a minus or as one of the hyphens, and a blank that holds
+  // words together: a number has its sign, and a key text is found, whichever was drawn.
+  constexpr std::array kMarks{Mark{"&amp;", '&'},        Mark{"&lt;", '<'},         Mark{"&gt;", '>'},
+                              Mark{"&quot;", '"'},       Mark{"&apos;", '\''},      Mark{"&#39;", '\''},
+                              Mark{"\xE2\x88\x92", '-'}, Mark{"\xE2\x80\x90", '-'}, Mark{"\xE2\x80\x91", '-'},
+                              Mark{"\xC2\xAD", '-'},     Mark{"\xC2\xA0", ' '}};
   std::string sText;
   while (!sMarked.empty()) {
     const auto mark =

@@ -69,7 +69,7 @@ class Watch(unittest.TestCase):
         watch = self.start()
         for thread in writers:
             thread.start()
-        for _ in range(4):
+        for _ in range(max(4, FILES // 200)):
             time.sleep(random.uniform(0.2, 0.6))
             watch.kill()
             watch.wait()
