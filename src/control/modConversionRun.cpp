@@ -13,6 +13,7 @@
 #include "modNumbers.h"
 #include "modPacked.h"
 #include "modPaths.h"
+#include "modRecipeInput.h"
 #include "modReportPage.h"
 #include "modReportText.h"
 #include "modSettings.h"
@@ -92,6 +93,7 @@ void clsConversionRun::BeginProcessing(int32_t& lResult) {
   // The page is that of the job's reports; recipes are read as they would be without it.
   const bool bRecipe = options_.lConversionMethod == kMethodRecipe;
   if (bRecipe && options_.sCodePage.empty()) options_.sCodePage = PageOfRecipe(ExpandedPath(options_.sRecipeFile));
+  if (bRecipe) TakeInputOfRecipeOrEnd(options_, ExpandedPath(options_.sRecipeFile));
   if (bRecipe && !options_.sCodePage.empty() && !extras_.recipePage) extras_.recipePage = SystemCodePage();
   // A report in EBCDIC is made into text before any page of 8-bit texts is asked.
   const bool bEbcdic = clsEbcdicPage::Find(options_.sCodePage) != nullptr;

@@ -2,6 +2,7 @@
 
 #include "clsCodePageScope.h"
 #include "modFiles.h"
+#include "modRecipeInput.h"
 #include "modSectionFile.h"
 #include "modSettings.h"
 #include "modText.h"
@@ -15,6 +16,7 @@ std::string PageOfRecipe(std::string_view sRecipeFile) {
 
 void TakePageOfCall(clsConversionOptions& options, std::string_view sRecipeFile) {
   if (options.sCodePage.empty()) options.sCodePage = PageOfRecipe(sRecipeFile);
+  TakeInputOfRecipeOrEnd(options, sRecipeFile);
   if (options.sCodePage.empty()) options.sCodePage = kFoundByContent;
   OverrideSystemCodePage(clsCodePage::Find(options.sCodePage), EqualNoCase(options.sCodePage, kFoundByContent));
 }

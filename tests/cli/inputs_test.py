@@ -172,6 +172,32 @@ class Inputs(unittest.TestCase):
         self.assertEqual((self.folder / "job.csv").read_bytes(), wanted)
         self.assertEqual(self.convert("spool", recipe, "o.csv", "--records", "odd")[0], 2)
 
+    def test_a_recipe_says_how_its_reports_are_read(self):
+        case, report, recipe = CASES[0]
+        recipe = (GOLDEN / case / recipe).read_bytes()
+        lines = (GOLDEN / case / report).read_bytes().decode().splitlines()
+        text = "".join(line.rstrip() + "\n" for line in lines)
+        (self.folder / "plain.txt").write_text(text)
+        (self.folder / "r.rcp").write_bytes(recipe)
+        _, wanted, _ = self.convert("plain.txt", "r.rcp")
+        (self.folder / "spool").write_bytes("".join(r.ljust(140) for r in asa(text)).encode())
+        header = b"[Header]\r\nProduct=QLN-B\r\nInput=%s\r\n"
+        (self.folder / "r.rcp").write_bytes(header % b"record-length 140, Carriage-Control asa" + recipe)
+        self.assertEqual(self.convert("spool", "r.rcp")[:2], (0, wanted))
+        self.assertEqual(self.run_program("check", "spool", "--recipe", "r.rcp")[0], 0)
+        self.run_program("/Ispool /Oslash.csv /Rr.rcp")
+        self.assertEqual((self.folder / "slash.csv").read_bytes(), wanted)
+        # What the command says holds over the recipe.
+        self.assertEqual(self.convert("plain.txt", "r.rcp", "o.csv", "--records", "lines", "--carriage-control", "none")[1],
+                         wanted)
+        for key, said in [(b"recods fixed", '"recods" is none of records'), (b"records odd", "records: one of auto"),
+                          (b"record-length many", "a whole number")]:
+            (self.folder / "r.rcp").write_bytes(header % key + recipe)
+            for command in (["convert", "-o", "no.csv"], ["check"]):
+                status, _, told = self.run_program(command[0], "spool", "--recipe", "r.rcp", *command[1:])
+                self.assertEqual(status, 1, told)
+                self.assertIn(said, told)
+
     @unittest.skipUnless(shutil.which("pdftotext"), "poppler-utils is not installed")
     def test_a_pdf_gives_the_cells_of_its_text(self):
         # Columns count from the leftmost character of the document, so a text that is indented as a whole moves.

@@ -8,6 +8,7 @@
 #include "modFiles.h"
 #include "modInputChoices.h"
 #include "modPaths.h"
+#include "modRecipeInput.h"
 #include "modStrings.h"
 #include "modText.h"
 #include "modTranslator.h"
@@ -44,6 +45,9 @@ PreviewRequest frmMain::Report() const {
   request.lTabSize = lTabSize;
   clsConversionOptions choices = options_;
   choices.sCodePage = NameOfPage();
+  // A mistake in the recipe's key is told when it runs.
+  if (Get("rbConversionMethod", kMethodRecipe).bChecked)
+    TakeInputOfRecipe(choices, ExpandedPath(Get("cbRecipeFile").sText));
   ApplyInputChoices(choices);
   return request;
 }
