@@ -33,7 +33,7 @@ class clsTidyMatcher {
   /// The plain form of a cell that FitsNeeds found to be a number at its last call, so that none is read twice; null
   /// for any other. To be asked while that call's cells are there.
   const std::string* KnownNumber(TidyColumn column, std::string_view sCell) const {
-    if (column >= known_.size() || known_[column].sCell.data() != sCell.data()) return nullptr;
+    if (sCell.empty() || column >= known_.size() || known_[column].sCell.data() != sCell.data()) return nullptr;
     return known_[column].sCell.size() == sCell.size() ? &known_[column].sPlain : nullptr;
   }
   size_t CountFailing(std::span<const std::string_view> cells, TidyColumn& failing) const;
