@@ -95,9 +95,11 @@ shot() {
 job() {
   printf '[QLN]\r\nsInputFile=%s\r\nsOutputFile=%s\r\nlConversionMethod=%s\r\n' "$3" "$4" "$2" >"$data/$1"
 }
-# editor TITLE WIDTH HEIGHT: opens the editor of the job's method, whose button is the third before the first box
+# editor TITLE WIDTH HEIGHT [STEPS]: opens the editor of the job's method, whose button is the third before the first box,
+# or the fifth where options are told
 editor() {
-  keys shift+Tab shift+Tab shift+Tab space
+  times "${4:-3}" shift+Tab
+  keys space
   editor=$(window "$1")
   xdotool windowsize --sync "$editor" "$2" "$3"
   sleep 0.5
@@ -109,7 +111,7 @@ recipe() {
   job Report.QLN 1 "$home/$2" "$home/$1.csv"
   printf 'sRecipeFile=%s\r\nbUnix=TRUE\r\n' "$home/$1.rcp" >>"$data/Report.QLN"
   open Report.QLN "$data/Report.QLN"
-  editor 'Recipe Editor' 900 820
+  editor 'Recipe Editor' 900 860 5
 }
 # found FOLDER REPORT [SETTINGS]: Find Tables over a report of the golden cases, in a window of that title
 found() {
@@ -136,7 +138,7 @@ profile() {
   job Report.QLN 0 "$2" "$home/report.csv"
   printf 'sFixedWidthProfile=%s\r\nbUnix=TRUE\r\n' "$1" >>"$data/Report.QLN"
   open Report.QLN "$data/Report.QLN"
-  editor 'Fixed Width Text File' 1340 560
+  editor 'Fixed Width Text File' 1340 560 5
 }
 # times N KEY...
 times() {
@@ -210,12 +212,12 @@ if want recipe-kinds; then tidy regional_temps regional_temps.txt; shot recipe-k
 if want recipe-editor; then recipe account_limits account_limits.prt; shot recipe-editor "$editor"; close; fi
 if want recipe-proposal; then
   recipe cf6_anchorage cf6_anchorage.txt
-  keys Tab space; sleep 0.5; times 3 shift+Tab; keys space
+  keys Tab Tab space; sleep 0.5; times 3 shift+Tab; keys space
   shot recipe-proposal "$editor"; close
 fi
 if want recipe-losses; then
   recipe epanet_net1_pages epanet_net1_pages.rpt
-  keys ctrl+End; sleep 0.5; keys Tab Tab; times 4 ctrl+Right; times 2 Left
+  keys ctrl+End; sleep 0.5; keys Tab Tab Tab; times 4 ctrl+Right; times 2 Left
   shot recipe-losses "$editor"; close
 fi
 if want profile-editor; then

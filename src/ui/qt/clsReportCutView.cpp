@@ -271,6 +271,8 @@ void clsReportCutView::Show() {
   pTake_->setVisible(cut_.HasProposal());
   pDrop_->setVisible(cut_.HasProposal());
   pFurther_->setVisible(cut_.CanLookFurther());
+  // Of what the hand did the picture is new already; a look a moment later would be the same again.
+  if (cut_.ProofNumber() != nProofShown_ && cut_.Proof() == nullptr) timer_.stop();
   ShowProof();
   if (isVisible()) work_.start();
   pNotes_->setText(NotesText());
