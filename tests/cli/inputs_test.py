@@ -185,7 +185,8 @@ class Inputs(unittest.TestCase):
         (self.folder / "r.rcp").write_bytes(header % b"record-length 140, Carriage-Control asa" + recipe)
         self.assertEqual(self.convert("spool", "r.rcp")[:2], (0, wanted))
         self.assertEqual(self.run_program("check", "spool", "--recipe", "r.rcp")[0], 0)
-        self.run_program("/Ispool /Oslash.csv /Rr.rcp")
+        place = str(self.folder).replace("/", "\\")
+        self.run_program(f"/I{place}\\spool /O{place}\\slash.csv /R{place}\\r.rcp")
         self.assertEqual((self.folder / "slash.csv").read_bytes(), wanted)
         # What the command says holds over the recipe.
         self.assertEqual(self.convert("plain.txt", "r.rcp", "o.csv", "--records", "lines", "--carriage-control", "none")[1],
