@@ -35,6 +35,8 @@ class clsResultRecorder {
   void SetLine(std::string sLine) { sLine_ = std::move(sLine); }
   /// In such a process: a file is about to be converted, and its line when it is.
   void Take(const PlannedFile& file);
+  /// Whether no file gets the hint at tabs, if the run as it began gave none. A list's lines tell it of each file.
+  bool NoTabWarning(bool bRunGaveNone) const { return bOpen_ ? bNoTabWarning_ : bRunGaveNone; }
   std::string LineText(const FileOutcome& outcome) { return bOpen_ ? ResultLineText(LineOf(outcome)) : std::string(); }
 
  private:

@@ -30,7 +30,7 @@ class clsConverter {
       : files_(files),
         recorder_(recorder),
         sSharedFolder_(gsAppDataFolder),
-        bNoTabWarning_(fields.bWarnedAboutTabsInFile),
+        bNoTabWarning_(recorder.NoTabWarning(fields.bWarnedAboutTabsInFile)),
         fields_(fields),
         log_(host_, gConversionOptions),
         run_(host_, gConversionOptions, log_, fields_, nullptr, ExtrasOf(extras)) {

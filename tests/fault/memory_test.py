@@ -37,7 +37,7 @@ class Runs:
             (folder / name).mkdir()
 
     def run(self, arguments, megabytes=0, at=0):
-        environment = {"PATH": os.environ["PATH"], "HOME": str(self.folder / "data"), "TMPDIR": str(self.folder / "tmp"),
+        environment = {"PATH": os.environ["PATH"], "SOURCE_DATE_EPOCH": "1700000000", "HOME": str(self.folder / "data"), "TMPDIR": str(self.folder / "tmp"),
                        "APPDATA": str(self.folder / "data"), "LC_ALL": "C.UTF-8"}
         mark = self.folder.parent / "mark"
         mark.unlink(missing_ok=True)

@@ -31,6 +31,7 @@ class JobsTest(FleetTest):
     def test_processes_together_are_one_run(self):
         for i in range(30):
             self.write(f"in/many/{i:02}.txt", f"STOCK\n=1+1    {i}\nBolts\t  1\nEND\n")  # what is said once a run
+        self.convert("convert", "in/tab.txt", "-o", "t.csv", "--recipe", "r.rcp", status=0)  # what is said once of all runs
         for kind, more in (("csv", ()), ("csv", ("--verbose", "--strict")), ("xlsx", ("--quiet",)), ("csv", ("--markup",))):
             method = ("--markup",) if more == ("--markup",) else ("--recipe", "r.rcp")
             more = () if more == ("--markup",) else more

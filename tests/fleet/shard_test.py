@@ -93,7 +93,7 @@ class ShardTest(FleetTest):
             self.assertEqual(list(self.work.glob("*.now")), [])
 
     def test_a_killed_run_leaves_nothing_in_the_folders_of_the_outputs(self):
-        command = self.arguments("out", "--report", "l.jsonl", "--skip-done")
+        command = self.arguments("out", "--report", "l.jsonl", "--skip-done", "--jobs", "1")
         self.killed(20, self.work / "out", *command)
         self.assertEqual(list((self.work / "out").rglob(".quillon-*")), [])
         self.convert(*command)
