@@ -49,4 +49,10 @@ std::string TidyText(int32_t lCode, std::initializer_list<std::string_view> valu
   return sOut;
 }
 
+bool FailTidy(TidyFault& fault, int32_t lCode, std::string_view sSection, std::string_view sKey,
+              std::initializer_list<std::string_view> values) {
+  fault = {lCode, std::string(sSection), std::string(sKey), TidyText(lCode, values)};
+  return false;
+}
+
 }  // namespace quillon

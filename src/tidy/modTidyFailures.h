@@ -36,4 +36,8 @@ struct TidyFault {
 /// The text of a code with its values put in.
 std::string TidyText(int32_t lCode, std::initializer_list<std::string_view> values);
 
+/// Fills fault with the code's text, section and key. Always False.
+bool FailTidy(TidyFault& fault, int32_t lCode, std::string_view sSection, std::string_view sKey,
+              std::initializer_list<std::string_view> values);
+
 }  // namespace quillon

@@ -154,12 +154,6 @@ bool MayStandIn(const TidyKey& key, SectionKind kind) {
   return kind == SectionKind::Table ? key.bTable : kind == SectionKind::Heading ? key.bHeading : key.bLine;
 }
 
-bool Fail(TidyFault& fault, int32_t lCode, std::string_view sSection, std::string_view sKey,
-          std::initializer_list<std::string_view> values) {
-  fault = {lCode, std::string(sSection), std::string(sKey), TidyText(lCode, values)};
-  return false;
-}
-
 bool FailUnknown(TidyFault& fault, const TidySection& section, std::string_view sKey, SectionKind kind) {
   std::vector<std::string_view> words;
   for (const TidyKey& key : kKeys) {
@@ -169,11 +163,11 @@ bool FailUnknown(TidyFault& fault, const TidySection& section, std::string_view 
   if (const std::string_view sNearest = NearestWord(sKey, words); !sNearest.empty()) {
     sWhat += "; did you mean `" + std::string(sNearest) + "`?";
   }
-  return Fail(fault, kTidyUnknownKey, section.sName, sKey, {section.sName, sWhat});
+  return FailTidy(fault, kTidyUnknownKey, section.sName, sKey, {section.sName, sWhat});
 }
 
 bool FailValue(TidyFault& fault, const TidySection& section, std::string_view sKey, const TidyValueFault& value) {
-  return Fail(fault, value.lCode, section.sName, sKey, {section.sName, sKey, value.sWhat, value.sLimit});
+  return FailTidy(fault, value.lCode, section.sName, sKey, {section.sName, sKey, value.sWhat, value.sLimit});
 }
 
 /// All keys of one section.
@@ -213,8 +207,9 @@ bool CheckPart(const TidySection& section, TidyPart& part, TidyFault& fault) {
   }
   const size_t nColumns = part.ColumnCount();
   const auto fits = [&](TidyColumn column, std::string_view sKey) {
-    return column < nColumns || Fail(fault, kTidyNoColumn, section.sName, sKey,
-                                     {section.sName, sKey, TidyColumnLetters(column), TidyColumnLetters(nColumns - 1)});
+    return column < nColumns ||
+           FailTidy(fault, kTidyNoColumn, section.sName, sKey,
+                    {section.sName, sKey, TidyColumnLetters(column), TidyColumnLetters(nColumns - 1)});
   };
   for (const TidyNeed& need : part.needs) {
     if (!fits(need.column, "Needs")) return false;
@@ -222,13 +217,13 @@ bool CheckPart(const TidySection& section, TidyPart& part, TidyFault& fault) {
   if (!part.types.empty() && !fits(part.types.size() - 1, "Types")) return false;
   const bool bAbove = std::find(part.names.begin(), part.names.end(), "^") != part.names.end();
   if (bAbove && (part.cut.places.empty() || !section.sName.starts_with("Table "))) {
-    return Fail(fault, kTidyBadValue, section.sName, "Names",
-                {section.sName, "Names", "^ is the name above a column of a table's Places; write the names here"});
+    return FailTidy(fault, kTidyBadValue, section.sName, "Names",
+                    {section.sName, "Names", "^ is the name above a column of a table's Places; write the names here"});
   }
   const bool bAllNamed = part.names.size() == 1 && part.names[0] == "^";
   if (part.names.size() <= nColumns || bAllNamed) return true;
-  return Fail(fault, kTidyManyNames, section.sName, "Names",
-              {section.sName, std::to_string(part.names.size()), std::to_string(nColumns)});
+  return FailTidy(fault, kTidyManyNames, section.sName, "Names",
+                  {section.sName, std::to_string(part.names.size()), std::to_string(nColumns)});
 }
 
 bool CheckTable(const TidySection& section, TidyTable& table, TidyFault& fault) {
@@ -236,8 +231,8 @@ bool CheckTable(const TidySection& section, TidyTable& table, TidyFault& fault) 
   const size_t nColumns = table.row.ColumnCount();
   const auto fits = [&](TidyColumn column, std::string_view sKey) {
     return column == kNoTidyColumn || column < nColumns ||
-           Fail(fault, kTidyNoColumn, section.sName, sKey,
-                {section.sName, sKey, TidyColumnLetters(column), TidyColumnLetters(nColumns - 1)});
+           FailTidy(fault, kTidyNoColumn, section.sName, sKey,
+                    {section.sName, sKey, TidyColumnLetters(column), TidyColumnLetters(nColumns - 1)});
   };
   for (const TidyColumn column : table.fills) {
     if (!fits(column, "Fill")) return false;
@@ -246,37 +241,17 @@ bool CheckTable(const TidySection& section, TidyTable& table, TidyFault& fault) 
   const bool bCutTwice = table.row.cut.split != TidySplit::None && !table.row.cut.places.empty();
   if (bCutTwice) return FailValue(fault, section, "Split", {kTidyBadValue, "stands beside Places; take one", {}});
   if (table.row.cut.split != TidySplit::None && table.row.names.empty() && table.row.types.empty()) {
-    return Fail(fault, kTidyMissingKey, section.sName, "Split",
-                {section.sName, "Split", "Names, which say how many columns there are"});
+    return FailTidy(fault, kTidyMissingKey, section.sName, "Split",
+                    {section.sName, "Split", "Names, which say how many columns there are"});
   }
   if (table.bRepeat && table.sStartLine.empty()) {
-    return Fail(fault, kTidyMissingKey, section.sName, "Repeat", {section.sName, "Repeat", "ReadStartLine"});
+    return FailTidy(fault, kTidyMissingKey, section.sName, "Repeat", {section.sName, "Repeat", "ReadStartLine"});
   }
   for (const int32_t lOffset : {table.lStartOffset, table.lEndOffset}) {
     if (lOffset >= -clsTidyReport::kMaxGroup) continue;
-    return Fail(fault, kTidyTooMuch, section.sName, "ReadStartLineOffset",
-                {section.sName, "ReadStartLineOffset", std::to_string(lOffset) + " lines back", "100000"});
+    return FailTidy(fault, kTidyTooMuch, section.sName, "ReadStartLineOffset",
+                    {section.sName, "ReadStartLineOffset", std::to_string(lOffset) + " lines back", "100000"});
   }
-  return true;
-}
-
-const TidySection* FindSection(const std::vector<TidySection>& sections, std::string_view sName) {
-  const auto found = std::find_if(sections.begin(), sections.end(),
-                                  [&](const TidySection& section) { return section.sName == sName; });
-  return found == sections.end() ? nullptr : &*found;
-}
-
-/// "Heading 2.1" as table 2, number 1. False if the name is none of that kind.
-bool PartOfName(std::string_view sName, std::string_view sKind, std::string& sTable, int32_t& lPart) {
-  if (!sName.starts_with(sKind)) return false;
-  const std::string_view sNumbers = sName.substr(sKind.size());
-  const size_t nPoint = std::min(sNumbers.find('.'), sNumbers.size());
-  const auto digits = [](std::string_view s) {
-    return !s.empty() && s.size() < 6 && s.front() != '0' && std::all_of(s.begin(), s.end(), IsAsciiDigit);
-  };
-  sTable = sNumbers.substr(0, nPoint);
-  const std::string_view sPart = sNumbers.substr(std::min(nPoint + 1, sNumbers.size()));
-  lPart = digits(sTable) && digits(sPart) ? ParseWholeNumber(sPart).value_or(0) : 0;
   return true;
 }
 
@@ -290,7 +265,7 @@ bool ReadParts(const std::vector<TidySection>& sections, std::string_view sKind,
     int32_t lPart = 0;
     if (!PartOfName(section.sName, sKind, sTable, lPart) || sTable != std::to_string(lTable) || lPart == 0) continue;
     if (lPart > static_cast<int32_t>(kMostParts)) {
-      return Fail(fault, kTidyTooMuch, section.sName, {}, {section.sName, "k", std::to_string(lPart), "1000"});
+      return FailTidy(fault, kTidyTooMuch, section.sName, {}, {section.sName, "k", std::to_string(lPart), "1000"});
     }
     parts.emplace(lPart, &section);
   }
@@ -309,7 +284,8 @@ bool ReadHeading(const TidySection& section, TidyTable& table, TidyFault& fault)
   TidyPart& part = table.headings.emplace_back();
   if (!ReadKeys(section, SectionKind::Heading, table, part, fault) || !CheckPart(section, part, fault)) return false;
   if (part.texts.empty() && part.likes.empty() && part.needs.empty()) {
-    return Fail(fault, kTidyMissingKey, section.sName, {}, {section.sName, "It", "Text, Like or Needs, which find it"});
+    return FailTidy(fault, kTidyMissingKey, section.sName, {},
+                    {section.sName, "It", "Text, Like or Needs, which find it"});
   }
   NameByText(part);
   return true;
@@ -328,37 +304,16 @@ bool ReadFurtherLine(const TidySection& section, int32_t k, TidyTable& table, Ti
 
 }  // namespace
 
-std::vector<TidySection> SectionsOfText(std::string_view sRecipe) {
-  std::vector<TidySection> sections;
-  bool bInSection = false;
-  while (!sRecipe.empty()) {
-    const size_t nEnd = std::min(sRecipe.find('\n'), sRecipe.size());
-    std::string_view sLine = sRecipe.substr(0, nEnd);
-    sRecipe.remove_prefix(std::min(nEnd + 1, sRecipe.size()));
-    while (sLine.ends_with('\r')) sLine.remove_suffix(1);
-    const size_t nOpen = sLine.find('[');
-    const size_t nClose = nOpen == std::string_view::npos ? nOpen : sLine.find(']', nOpen + 1);
-    if (nClose != std::string_view::npos && nClose > nOpen + 1) {
-      sections.push_back({std::string(TrimBlanks(sLine.substr(nOpen + 1, nClose - nOpen - 1))), {}});
-      bInSection = true;
-      continue;
-    }
-    // A bracket of any kind ends a section.
-    if (nOpen != std::string_view::npos) bInSection = false;
-    const size_t nEqual = sLine.find('=');
-    const std::string_view sKey = TrimBlanks(sLine.substr(0, nEqual));
-    if (!bInSection || nEqual == std::string_view::npos || sKey.starts_with(';')) continue;
-    std::string_view sValue = sLine.substr(nEqual + 1);
-    sValue = TrimRightBlanks(sValue.substr(0, sValue.find(';')));
-    sections.back().keys.emplace_back(sKey, sValue);
-  }
-  return sections;
-}
-
 bool HasTidyKey(const TidySection& section) {
   return std::any_of(section.keys.begin(), section.keys.end(), [](const auto& pair) {
     return std::any_of(kKeys.begin(), kKeys.end(),
                        [&](const TidyKey& key) { return key.bTidy && key.bTable && key.sName == pair.first; });
+  });
+}
+
+bool HasKeyOfTables(const TidySection& section) {
+  return std::any_of(section.keys.begin(), section.keys.end(), [](const auto& pair) {
+    return std::any_of(kKeys.begin(), kKeys.end(), [&](const TidyKey& key) { return key.sName == pair.first; });
   });
 }
 
@@ -393,65 +348,6 @@ bool ReadTidyTable(const std::vector<TidySection>& sections, int32_t lTable, Tid
            table.sections.push_back(part);
            return ReadFurtherLine(part, k, table, fault);
          });
-}
-
-namespace {
-
-/// A section with keys of these that is called nearly as one of them is, but not quite: "[Headings 1.1]". One that
-/// begins with another character, as "[-Table 2]", was switched off.
-bool IsMisnamed(const TidySection& section, std::string& sExample) {
-  constexpr std::array<std::string_view, 3> kNames{"Table", "Heading", "Line"};
-  const bool bHasKeys = std::any_of(section.keys.begin(), section.keys.end(), [](const auto& pair) {
-    return std::any_of(kKeys.begin(), kKeys.end(), [&](const TidyKey& key) { return key.sName == pair.first; });
-  });
-  if (section.sName.starts_with('-')) return false;  // switched off
-  const size_t nWord = std::min(section.sName.find_first_of(" 0123456789"), section.sName.size());
-  const std::string_view sWord = std::string_view(section.sName).substr(0, nWord);
-  const bool bExact = std::find(kNames.begin(), kNames.end(), sWord) != kNames.end();
-  if (!bHasKeys || (bExact && section.sName.substr(nWord).starts_with(' '))) return false;
-  if (section.sName.empty() || !IsAsciiLetter(section.sName.front())) return false;
-  const std::string_view sNearest = NearestWord(sWord, kNames);
-  if (sNearest.empty()) return false;
-  sExample = std::string(sNearest) + (sNearest == kNames[0] ? " 1" : sNearest == kNames[1] ? " 1.1" : " 1.2");
-  return true;
-}
-
-bool HasMisnamed(const std::vector<TidySection>& sections, TidyFault& fault) {
-  // Recipes of other tables may call their sections what they like.
-  const bool bTidy = std::any_of(sections.begin(), sections.end(), [](const TidySection& section) {
-    const bool bPart = section.sName.starts_with("Heading ") || section.sName.starts_with("Line ");
-    return HasTidyKey(section) || (bPart && section.sName.find('.') != std::string::npos);
-  });
-  if (!bTidy) return false;
-  for (const TidySection& section : sections) {
-    std::string sTable;
-    int32_t lPart = 0;
-    std::string sExample;
-    for (const auto& [sKind, lFirst] : {std::pair<std::string_view, int32_t>{"Heading ", 1}, {"Line ", 2}}) {
-      if (PartOfName(section.sName, sKind, sTable, lPart) && lPart < lFirst)
-        sExample = std::string(sKind) + "1." + std::to_string(lFirst);
-    }
-    if (sExample.empty() && !IsMisnamed(section, sExample)) continue;
-    return !Fail(fault, kTidyBadSection, section.sName, {}, {section.sName, sExample});
-  }
-  return false;
-}
-
-}  // namespace
-
-bool HasStraySections(const std::vector<TidySection>& sections, int32_t nTables, TidyFault& fault) {
-  std::set<std::string_view> seen;
-  for (const TidySection& section : sections) {
-    std::string sTable;
-    int32_t lPart = 0;
-    for (const std::string_view sKind : {"Heading ", "Line "}) {
-      if (!PartOfName(section.sName, sKind, sTable, lPart) || lPart == 0) continue;
-      if (ParseWholeNumber(sTable).value_or(0) > nTables)
-        return !Fail(fault, kTidyStraySection, section.sName, {}, {section.sName, sTable});
-      if (!seen.insert(section.sName).second) return !Fail(fault, kTidyTwice, section.sName, {}, {section.sName});
-    }
-  }
-  return HasMisnamed(sections, fault);
 }
 
 bool ReadTidyRecipe(std::string_view sRecipe, std::vector<TidyTable>& tables, TidyFault& fault) {

@@ -10,15 +10,15 @@
 
 #include "modTidyFailures.h"
 #include "modTidyModel.h"
+#include "modTidySections.h"
 
 namespace quillon {
 
-/// The sections of a recipe's text with their keys, by the rules of section files: a line that holds "[", at least one
-/// character and "]" is a header; a value ends before ";".
-std::vector<TidySection> SectionsOfText(std::string_view sRecipe);
-
 /// True if one of the section's keys is a tidy table's own.
 bool HasTidyKey(const TidySection& section);
+
+/// True if one of its keys may stand in a table, a heading or a further line.
+bool HasKeyOfTables(const TidySection& section);
 
 /// True if section [Table n] of a recipe is a tidy table: it has at least one tidy key by its exact name, or there is a
 /// heading or further line of that number.
@@ -27,9 +27,6 @@ bool IsTidyTable(const std::vector<TidySection>& sections, int32_t lTable);
 /// Reads table n with its headings and further lines. False with the first mistake: an unknown key (with the nearest
 /// one that there is), a value that can't be read, a column that isn't there.
 bool ReadTidyTable(const std::vector<TidySection>& sections, int32_t lTable, TidyTable& table, TidyFault& fault);
-
-/// Headings and further lines of tables that aren't there. nTables: [Table 1] to [Table n] are.
-bool HasStraySections(const std::vector<TidySection>& sections, int32_t nTables, TidyFault& fault);
 
 /// All tidy tables of a recipe's text: what a caller needs that has the recipe in hand. Tables that are not tidy are
 /// passed over. False with the first mistake.
