@@ -1,6 +1,7 @@
 #include "clsMixedProof.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "modText.h"
@@ -32,6 +33,7 @@ std::vector<TidyTable> AllTables(const std::vector<TidyTable>& tidy, const std::
 clsMixedProof::clsMixedProof(const std::vector<TidyTable>& tidy, std::vector<CutTable> cuts,
                              clsPrintedTotals::Limits limits, clsLineFollower* pFollower)
     : cuts_(std::move(cuts)),
+      stretches_(StretchesOf(cuts_)),
       nTidy_(tidy.size()),
       tables_(AllTables(tidy, cuts_)),
       pFollower_(pFollower),
@@ -49,11 +51,40 @@ bool clsMixedProof::IsBlank(std::string_view sLine) {
   return TrimBlanks(sLine).empty();
 }
 
-bool clsMixedProof::CutOf(int64_t lLine, size_t& nCut) const {
-  for (nCut = 0; nCut < cuts_.size(); ++nCut) {
-    if (lLine >= cuts_[nCut].lFirstLine && lLine <= cuts_[nCut].lLastLine) return true;
+std::vector<clsMixedProof::Stretch> clsMixedProof::StretchesOf(const std::vector<CutTable>& cuts) {
+  struct Edge {
+    int64_t lLine;
+    size_t nCut;
+    bool bBegins;
+  };
+  std::vector<Edge> edges;
+  for (size_t i = 0; i < cuts.size(); ++i) {
+    if (cuts[i].lFirstLine < 1 || cuts[i].lLastLine < cuts[i].lFirstLine) continue;
+    edges.push_back({cuts[i].lFirstLine, i, true});
+    edges.push_back({cuts[i].lLastLine + 1, i, false});
   }
-  return false;
+  std::sort(edges.begin(), edges.end(), [](const Edge& a, const Edge& b) { return a.lLine < b.lLine; });
+  std::vector<Stretch> stretches;
+  std::set<size_t> taking;
+  int64_t lFrom = 0;
+  for (const Edge& edge : edges) {
+    if (!taking.empty() && edge.lLine > lFrom) stretches.push_back({lFrom, edge.lLine - 1, *taking.begin()});
+    lFrom = edge.lLine;
+    if (edge.bBegins) {
+      taking.insert(edge.nCut);
+    } else {
+      taking.erase(edge.nCut);
+    }
+  }
+  return stretches;
+}
+
+bool clsMixedProof::CutOf(int64_t lLine, size_t& nCut) const {
+  const auto stretch = std::lower_bound(stretches_.begin(), stretches_.end(), lLine,
+                                        [](const Stretch& each, int64_t lAt) { return each.lLast < lAt; });
+  if (stretch == stretches_.end() || stretch->lFirst > lLine) return false;
+  nCut = stretch->nCut;
+  return true;
 }
 
 void clsMixedProof::Learn(int64_t lLine, std::string_view sLine) {

@@ -53,10 +53,17 @@ class clsMixedProof : public clsTidyListener {
 
  private:
   static bool IsBlank(std::string_view sLine);
+  struct Stretch {
+    int64_t lFirst, lLast;
+    size_t nCut;
+  };
+  /// Parts that do not overlap.
+  static std::vector<Stretch> StretchesOf(const std::vector<CutTable>& cuts);
   bool CutOf(int64_t lLine, size_t& nCut) const;
   void CutRow(size_t nCut, int64_t lLine, std::string_view sLine);
 
   std::vector<CutTable> cuts_;
+  std::vector<Stretch> stretches_;  ///< Of the lines that blocks take, ascending; where several do, of the first block
   size_t nTidy_;
   std::vector<TidyTable>
       tables_;  ///< All; those of blocks have no places, as their loss is measured where they are cut

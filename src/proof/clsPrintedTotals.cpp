@@ -1,7 +1,6 @@
 #include "clsPrintedTotals.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <iterator>
 #include <utility>
@@ -10,33 +9,7 @@ namespace quillon {
 
 namespace {
 
-constexpr int kMostDecimals = 9;
 constexpr int64_t kFarLines = 10;
-constexpr double kMostExact = 9.0e18;
-constexpr std::array<uint64_t, 19> kPowers = [] {
-  std::array<uint64_t, 19> powers{};
-  uint64_t nPower = 1;
-  for (uint64_t& power : powers) {
-    power = nPower;
-    nPower *= 10;
-  }
-  return powers;
-}();
-
-uint64_t Power(int nExponent) {
-  return kPowers[static_cast<size_t>(nExponent)];
-}
-
-uint64_t Size(int64_t nValue) {
-  return nValue < 0 ? 0 - static_cast<uint64_t>(nValue) : static_cast<uint64_t>(nValue);
-}
-
-/// Halves away from zero.
-int64_t Rounded(int64_t nValue, int nFewer) {
-  const uint64_t nPower = Power(nFewer);
-  const auto nRounded = static_cast<int64_t>((Size(nValue) / nPower) + (Size(nValue) % nPower >= nPower / 2 ? 1 : 0));
-  return nValue < 0 ? -nRounded : nRounded;
-}
 
 /// An average of the rows, or their number, is none of their sums.
 bool IsAverageOrCount(const TidyNumber& printed, int64_t nSum, int64_t lRows) {
@@ -47,7 +20,7 @@ bool IsAverageOrCount(const TidyNumber& printed, int64_t nSum, int64_t lRows) {
 }
 
 std::string PlainText(int64_t nValue, int nDecimals) {
-  std::string sDigits = std::to_string(Size(nValue));
+  std::string sDigits = std::to_string(Magnitude(nValue));
   const auto nBehind = static_cast<size_t>(nDecimals);
   if (sDigits.size() <= nBehind) sDigits.insert(0, nBehind + 1 - sDigits.size(), '0');
   if (nBehind > 0) sDigits.insert(sDigits.size() - nBehind, 1, '.');
@@ -78,19 +51,9 @@ size_t clsPrintedTotals::NewKind(std::string_view sKey, std::string_view sPhrase
 }
 
 void clsPrintedTotals::Add(size_t nColumn, const TidyNumber& number) {
-  Sum& sum = sums_[nColumn];
-  if (!number.bScaled || number.nDecimals > kMostDecimals) {
-    ++sum.lUnscaled;
-    return;
-  }
-  if (number.nDecimals > sum.nScale) {
-    sum.nValue *= Power(number.nDecimals - sum.nScale);
-    sum.nScale = number.nDecimals;
-  }
-  sum.nValue += static_cast<uint64_t>(number.nValue) * Power(sum.nScale - number.nDecimals);
-  sum.dValue += static_cast<double>(number.nValue) / static_cast<double>(Power(number.nDecimals));
-  sum.last = number;
-  ++sum.lRows;
+  sums_[nColumn].Add(number);
+  if (shared_.empty() || shared_[nColumn].pColumn == nullptr || shared_[nColumn].nFirst != nColumn) return;
+  shared_[nColumn].pColumn->sum.Add(number);
 }
 
 void clsPrintedTotals::RowEnds(int64_t lLine) {
@@ -111,47 +74,29 @@ size_t clsPrintedTotals::KindOf(std::string_view sLine) {
   return found != kindOfWords_.end() ? found->second : NewKind(line_.sWords, line_.sPhrase, false);
 }
 
-void clsPrintedTotals::AddOther(const clsPrintedTotals& other, bool bCounts) {
-  Other& added = others_.emplace_back();
-  added.pTotals = &other;
-  bool bAny = false;
-  for (const ProofColumn& column : columns_) {
-    const auto same = std::find_if(other.columns_.begin(), other.columns_.end(), [&](const ProofColumn& candidate) {
-      return column.bNumber && candidate.bNumber && !column.sName.empty() && candidate.sName == column.sName;
+void clsPrintedTotals::ShareSums(clsSharedSums& shared, size_t nTable) {
+  nTable_ = nTable;
+  shared_.resize(columns_.size());
+  for (size_t i = 0; i < columns_.size(); ++i) {
+    if (!columns_[i].bNumber || columns_[i].sName.empty()) continue;
+    const auto first = std::find_if(columns_.begin(), columns_.end(), [&](const ProofColumn& candidate) {
+      return candidate.bNumber && candidate.sName == columns_[i].sName;
     });
-    const bool bFound = same != other.columns_.end();
-    added.columns.push_back(bFound ? static_cast<size_t>(same - other.columns_.begin()) : kNoKind);
-    bAny = bAny || bFound;
+    shared_[i] = {&shared.Join(columns_[i].sName, nTable), static_cast<size_t>(first - columns_.begin())};
   }
-  if (!bAny) return others_.pop_back();
-  bCountsOthers_ = bCountsOthers_ && bCounts;
 }
 
-void clsPrintedTotals::AddSum(Sum& sum, const Sum& other) {
-  const int nScale = std::max(sum.nScale, other.nScale);
-  sum.nValue = (sum.nValue * Power(nScale - sum.nScale)) + (other.nValue * Power(nScale - other.nScale));
-  sum.nScale = nScale;
-  sum.lRows += other.lRows;
-  sum.lUnscaled += other.lUnscaled;
-  sum.dValue += other.dValue;
-}
-
-/// The rows behind `before`, in the decimals of the printed number. False if that can't be told.
-bool clsPrintedTotals::Difference(const Sum& now, const Sum& before, int nDecimals, int64_t& nSum) {
-  if (now.lUnscaled > before.lUnscaled) return false;
-  if (std::abs(now.dValue - before.dValue) * static_cast<double>(Power(now.nScale)) > kMostExact) return false;
-  nSum = static_cast<int64_t>(now.nValue - (before.nValue * Power(now.nScale - before.nScale)));
-  if (now.nScale > nDecimals) nSum = Rounded(nSum, now.nScale - nDecimals);
-  const uint64_t nRaise = Power(std::max(nDecimals - now.nScale, 0));
-  if (nRaise > 1 && Size(nSum) > static_cast<uint64_t>(kMostExact) / nRaise) return false;
-  nSum *= static_cast<int64_t>(nRaise);
-  return true;
+/// No later table has a column of one of the names.
+bool clsPrintedTotals::CountsShared() const {
+  return std::all_of(shared_.begin(), shared_.end(), [&](const Shared& shared) {
+    return shared.pColumn == nullptr || shared.pColumn->nLastTable == nTable_;
+  });
 }
 
 /// Compares with the rows behind `before`; keeps the nearest. False if that can't be told.
 bool clsPrintedTotals::Compare(const Sum& now, const Sum& before, const LineNumber& line, Judged& judged) {
   int64_t nSum = 0;
-  if (!Difference(now, before, line.number.nDecimals, nSum)) return false;
+  if (!SumSince(now, before, line.number.nDecimals, nSum)) return false;
   const int64_t nPrinted = line.number.nValue;
   const uint64_t nDistance =
       static_cast<uint64_t>(std::max(nSum, nPrinted)) - static_cast<uint64_t>(std::min(nSum, nPrinted));
@@ -159,7 +104,8 @@ bool clsPrintedTotals::Compare(const Sum& now, const Sum& before, const LineNumb
   constexpr int64_t kFewDigits = 99;
   // One digit agrees with anything.
   constexpr int64_t kOneDigit = 9;
-  const bool bSays = Size(nPrinted) > kOneDigit && (lRows > 1 || nDistance > 1 || Size(nPrinted) > kFewDigits);
+  const bool bSays =
+      Magnitude(nPrinted) > kOneDigit && (lRows > 1 || nDistance > 1 || Magnitude(nPrinted) > kFewDigits);
   judged.bNone = judged.bNone || IsAverageOrCount(line.number, nSum, lRows);
   if (!judged.sSummed.empty() && nDistance > judged.nDistance) return true;
   judged.bVotes = bSays || (nDistance == judged.nDistance && judged.bVotes);
@@ -173,22 +119,23 @@ bool clsPrintedTotals::Compare(const Sum& now, const Sum& before, const LineNumb
 }
 
 /// A number that is no sum of this table's rows may be one of all tables that have such a column.
-void clsPrintedTotals::CompareWithOthers(const LineNumber& line, size_t nColumn, Judged& judged) const {
-  Sum all = sums_[nColumn];
-  for (const Other& other : others_) {
-    if (other.columns[nColumn] != kNoKind) AddSum(all, other.pTotals->sums_[other.columns[nColumn]]);
-  }
-  if (all.lRows == sums_[nColumn].lRows) return;
+void clsPrintedTotals::CompareWithAllTables(const LineNumber& line, size_t nColumn, Judged& judged) const {
+  const Shared& shared = shared_[nColumn];
+  if (shared.pColumn == nullptr) return;
+  Sum all = shared.pColumn->sum;
+  all.TakeAway(sums_[shared.nFirst]);
+  if (all.lRows == 0) return;
+  all.Add(sums_[nColumn]);
   Judged together;
   if (!Compare(all, Sum(), line, together) || together.verdict != TotalVerdict::Agrees || !together.bVotes) return;
   judged = together;
-  judged.bNone = !bCountsOthers_;
+  judged.bNone = !CountsShared();
 }
 
 clsPrintedTotals::Judged clsPrintedTotals::Judge(const Kind& kind, const LineNumber& line, size_t nColumn) const {
   Judged judged;
   // A column whose rows hold no number has no sums.
-  if (!line.number.bScaled || line.number.nDecimals > kMostDecimals || sums_[nColumn].lRows == 0) {
+  if (!line.number.bScaled || line.number.nDecimals > kMostSumDecimals || sums_[nColumn].lRows == 0) {
     judged.bNone = true;
     return judged;
   }
@@ -199,7 +146,7 @@ clsPrintedTotals::Judged clsPrintedTotals::Judge(const Kind& kind, const LineNum
   if (judged.verdict != TotalVerdict::Disagrees) judged.bNone = false;
   const bool bCarried = line.number.nValue == now.last.nValue && line.number.nDecimals == now.last.nDecimals;
   judged.bNone = judged.bNone || !bTold || (bCarried && judged.verdict == TotalVerdict::Disagrees);
-  if (judged.verdict == TotalVerdict::Disagrees && !others_.empty()) CompareWithOthers(line, nColumn, judged);
+  if (judged.verdict == TotalVerdict::Disagrees && !shared_.empty()) CompareWithAllTables(line, nColumn, judged);
   return judged;
 }
 
@@ -238,7 +185,7 @@ void clsPrintedTotals::Vote(Kind& kind, int64_t lLine, const std::vector<Judged>
     ++(bAgrees ? votes.lAgree : bDisagrees ? votes.lDisagree : votes.lLastDigit);
     // Small numbers come near to others by chance.
     constexpr uint64_t kManyDigits = 1000;
-    const bool bVotes = one.bVotes && (bAgrees || bDisagrees || Size(number.number.nValue) >= kManyDigits);
+    const bool bVotes = one.bVotes && (bAgrees || bDisagrees || Magnitude(number.number.nValue) >= kManyDigits);
     if (bVotes) ++(bDisagrees ? votes.lVotesAgainst : votes.lVotesFor);
     if (one.bNearly) ++votes.lNearly;
     if (one.bNearly && bVotes) ++votes.lNearlyAgainst;

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "clsSharedSums.h"
 #include "clsTidyCutter.h"
 #include "modLineNumbers.h"
 #include "modProofModel.h"
@@ -48,9 +49,10 @@ class clsPrintedTotals {
                    std::optional<clsTidyCutter> cutter = std::nullopt);
   clsPrintedTotals(clsPrintedTotals&&) = default;
 
-  /// Numbers may be sums over the rows of both tables, by columns of one name. One of the two is asked to count those;
-  /// for the other they are no totals. The other table must outlive this one, and stay where it is.
-  void AddOther(const clsPrintedTotals& other, bool bCounts);
+  /// Numbers may be sums over the rows of all tables that share, by columns of one name. The last table with such a
+  /// column counts those; for the others they are no totals. To be called before the first row; what is shared must
+  /// outlive this.
+  void ShareSums(clsSharedSums& shared, size_t nTable);
 
   /// The number of a column in the row at hand.
   void Add(size_t nColumn, const TidyNumber& number);
@@ -71,15 +73,7 @@ class clsPrintedTotals {
   const std::vector<ProofColumn>& Columns() const { return columns_; }
 
  private:
-  /// A running sum modulo 2^64: differences of two are right wherever they fit. Its scale only grows.
-  struct Sum {
-    uint64_t nValue = 0;
-    int nScale = 0;
-    int64_t lRows = 0;      ///< Rows with a number
-    int64_t lUnscaled = 0;  ///< Numbers that no integer holds
-    double dValue = 0;      ///< Tells whether a difference fits
-    TidyNumber last;        ///< The last number: where that is printed again it is a balance that is carried
-  };
+  using Sum = RunningSum;
   using Sums = std::vector<Sum>;
   struct Judged {
     TotalVerdict verdict = TotalVerdict::Disagrees;
@@ -104,18 +98,16 @@ class clsPrintedTotals {
     std::vector<PrintedTotal> agreeing, disagreeing;
   };
 
-  struct Other {
-    const clsPrintedTotals* pTotals;
-    std::vector<size_t> columns;  ///< By own column: its column of the same name, or kNoKind
+  struct Shared {
+    clsSharedSums::Column* pColumn = nullptr;
+    size_t nFirst = 0;  ///< The table's first column of that name: the one whose numbers are shared
   };
-  static void AddSum(Sum& sum, const Sum& other);
-  static bool Difference(const Sum& now, const Sum& before, int nDecimals, int64_t& nSum);
-
+  bool CountsShared() const;
   size_t KindOf(std::string_view sLine);
   size_t NewKind(std::string_view sKey, std::string_view sPhrase, bool bRelied);
   Judged Judge(const Kind& kind, const LineNumber& number, size_t nColumn) const;
   static bool Compare(const Sum& now, const Sum& before, const LineNumber& number, Judged& judged);
-  void CompareWithOthers(const LineNumber& number, size_t nColumn, Judged& judged) const;
+  void CompareWithAllTables(const LineNumber& number, size_t nColumn, Judged& judged) const;
   void MoveToFreeColumns(const Kind& kind, std::vector<Judged>& judged);
   void Vote(Kind& kind, int64_t lLine, const std::vector<Judged>& judged);
   static bool IsOfKind(const Kind& kind, const ColumnVotes& votes);
@@ -127,8 +119,8 @@ class clsPrintedTotals {
   std::vector<std::string> words_;
   Limits limits_;
   std::optional<clsTidyCutter> cutter_;
-  std::vector<Other> others_;
-  bool bCountsOthers_ = true;
+  std::vector<Shared> shared_;  ///< By column, if any are
+  size_t nTable_ = 0;           ///< Of those that share
   Sums sums_;
   std::vector<Sums> groups_;
   std::vector<Kind> kinds_;

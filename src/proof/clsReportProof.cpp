@@ -99,18 +99,7 @@ void clsReportProof::TableStarts(size_t nTable, const std::vector<TidyColumnInfo
   const auto cutter = bSplit ? std::optional(clsTidyCutter(tidy.row)) : std::optional<clsTidyCutter>();
   table.totals.emplace_back(ProofColumns(columns), tidy.totals, limits_, cutter);
   table.profile.emplace_back(ProofColumns(columns), cutter);
-  if (table.bProof) LinkTotals(nTable);
-}
-
-/// Totals may be sums over several tables; the last of them counts those.
-void clsReportProof::LinkTotals(size_t nTable) {
-  clsPrintedTotals& own = tables_[nTable].totals.front();
-  for (size_t i = 0; i < tables_.size(); ++i) {
-    if (i == nTable || tables_[i].totals.empty() || !tables_[i].bProof) continue;
-    clsPrintedTotals& other = tables_[i].totals.front();
-    own.AddOther(other, nTable > i);
-    other.AddOther(own, i > nTable);
-  }
+  if (table.bProof) table.totals.front().ShareSums(shared_, nTable);
 }
 
 void clsReportProof::HeadingChanges(size_t nTable, size_t nHeading, int64_t lLine) {
@@ -118,8 +107,12 @@ void clsReportProof::HeadingChanges(size_t nTable, size_t nHeading, int64_t lLin
 }
 
 void clsReportProof::StretchStarts(size_t nTable, int64_t lLine) {
-  tables_[nTable].lStretch = lLine;
-  tables_[nTable].lStretchEnd = 0;
+  Table& table = tables_[nTable];
+  starts_.erase({table.lStretch, nTable});
+  starts_.emplace(lLine, nTable);
+  table.lStretch = lLine;
+  table.lStretchEnd = 0;
+  if (table.bRows) Hear(nTable);
 }
 
 void clsReportProof::StretchEnds(size_t nTable, int64_t lLine) {
@@ -130,9 +123,15 @@ void clsReportProof::StretchEnds(size_t nTable, int64_t lLine) {
 bool clsReportProof::IsPast(size_t nTable, int64_t lLine) const {
   const int64_t lEnd = tables_[nTable].lStretchEnd;
   if (lEnd == 0 || lLine <= lEnd) return false;
-  return std::any_of(tables_.begin(), tables_.end(), [&](const Table& other) {
-    return &other != &tables_[nTable] && other.lStretch >= lEnd && other.lStretch <= lLine;
-  });
+  auto start = starts_.lower_bound({lEnd, 0});
+  if (start != starts_.end() && start->second == nTable) ++start;
+  return start != starts_.end() && start->first <= lLine;
+}
+
+void clsReportProof::Hear(size_t nTable) {
+  if (tables_[nTable].bHeard || !tables_[nTable].bProof) return;
+  tables_[nTable].bHeard = true;
+  heard_.insert(nTable);
 }
 
 void clsReportProof::QueueGroups(Table& table, const TidyRecord& row) {
@@ -181,6 +180,8 @@ void clsReportProof::Catch(int64_t lLine) {
     }
     for (size_t i = event.nFirst; i < event.nEnd; ++i) totals.Add(numbers_[i].first, numbers_[i].second);
     totals.RowEnds(event.lLine);
+    table.bRows = true;
+    Hear(event.nTable);
   }
   if (nNext_ < events_.size()) return;
   events_.clear();
@@ -198,8 +199,14 @@ void clsReportProof::AddLeft(const TidyLeft& left) {
 size_t clsReportProof::OtherLine(int64_t lLine, std::string_view sLine) {
   bRounds_ = bRounds_ || SaysRounded(sLine);
   kinds_.clear();
-  for (size_t i = 0; i < tables_.size(); ++i) {
-    if (!tables_[i].bProof || IsPast(i, lLine)) continue;
+  for (auto table = heard_.begin(); table != heard_.end();) {
+    const size_t i = *table;
+    if (IsPast(i, lLine)) {
+      tables_[i].bHeard = false;
+      table = heard_.erase(table);
+      continue;
+    }
+    ++table;
     const size_t nKind = tables_[i].totals.front().Line(lLine, sLine);
     if (nKind != clsPrintedTotals::kNoKind) kinds_.emplace_back(i, nKind);
   }
@@ -238,13 +245,18 @@ void clsReportProof::Line(int64_t lLine, std::string_view sLine, TidyLineKind ki
   }
 }
 
+/// A table hasn't begun, or has too few rows to tell others by.
+bool clsReportProof::IsEarly() {
+  const auto isGrown = [](const Table& table) { return !table.profile.empty() && !table.profile.front().IsYoung(); };
+  while (nGrown_ < tables_.size() && isGrown(tables_[nGrown_])) ++nGrown_;
+  return nGrown_ < tables_.size();
+}
+
 /// Keeps a line that the recipe takes for something else, if it looks like a row by the rows so far.
 void clsReportProof::AddIfLikeRow(int64_t lLine, std::string_view sLine, TidyLineKind kind, size_t nClass) {
   if (std::none_of(sLine.begin(), sLine.end(), IsAsciiDigit)) return;
-  const bool bEarly = std::any_of(tables_.begin(), tables_.end(), [](const Table& table) {
-    return table.profile.empty() || table.profile.front().IsYoung();
-  });
-  if (bEarly || LikenessOf(sLine, kind) == Likeness::Row) shapes_[static_cast<size_t>(kind)].Add(lLine, sLine, nClass);
+  if (IsEarly() || LikenessOf(sLine, kind) == Likeness::Row)
+    shapes_[static_cast<size_t>(kind)].Add(lLine, sLine, nClass);
 }
 
 /// By the rows so far. Lines that the recipe names otherwise must be like rows in all columns.

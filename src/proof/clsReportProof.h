@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -45,6 +46,7 @@ class clsReportProof : public clsTidyListener {
  private:
   struct Table {
     bool bStarted = false, bProof = false;
+    bool bRows = false, bHeard = false;  ///< Rows came; lines behind them may be totals of theirs
     std::vector<TidyColumnInfo> columns;
     std::vector<size_t> groupColumns;  ///< Levels and filled columns: a change of theirs begins a group
     std::vector<size_t> groupValues;   ///< Hashes of their last cells
@@ -62,13 +64,14 @@ class clsReportProof : public clsTidyListener {
   };
   using Kinds = std::vector<std::pair<size_t, size_t>>;
 
-  void LinkTotals(size_t nTable);
   void QueueGroups(Table& table, const TidyRecord& row);
   void QueueNumbers(const Table& table, const TidyRecord& row);
   void Catch(int64_t lLine);
+  void Hear(size_t nTable);
   bool IsPast(size_t nTable, int64_t lLine) const;
   size_t OtherLine(int64_t lLine, std::string_view sLine);
   enum class Likeness : uint8_t { None, Weak, Row };
+  bool IsEarly();
   Likeness LikenessOf(std::string_view sLine, TidyLineKind kind) const;
   void AddIfLikeRow(int64_t lLine, std::string_view sLine, TidyLineKind kind, size_t nClass);
   void FinishTable(size_t nTable, ReportProof& proof);
@@ -77,7 +80,11 @@ class clsReportProof : public clsTidyListener {
 
   const std::vector<TidyTable>& tidy_;
   clsPrintedTotals::Limits limits_;
+  clsSharedSums shared_;
   std::vector<Table> tables_;
+  std::set<size_t> heard_;                       ///< Tables that lines may be totals of: others aren't asked
+  std::set<std::pair<int64_t, size_t>> starts_;  ///< Of the last stretch of each table
+  size_t nGrown_ = 0;  ///< So many tables from the first on have rows enough to tell others by
   std::array<int64_t, kTidyLineKinds> lines_{};
   CharacterLoss loss_;
   int64_t lDivided_ = 0, lDividedLine_ = 0;

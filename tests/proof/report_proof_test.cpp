@@ -159,6 +159,40 @@ TEST(ReportProof, ATotalMayBeTheSumOverTables) {
   EXPECT_EQ(Proof(Changed(sReport, " 30.00", " 31.00"), sRecipe).lTotalsDisagree, 1);
 }
 
+TEST(ReportProof, SumsOverTablesTakeColumnsOfOneNameAlone) {
+  std::string sRecipe;
+  for (const std::string sTable : {"1", "2", "3"}) {
+    sRecipe += "[Table " + sTable + "]\nReadStartLine=PART " + sTable +
+               "\nReadEndLine=END\nNeeds=A letters, B number\nDrop=ALL\nPlaces=1-10 11-20 21-30\nNames=Item|" +
+               (sTable == "2" ? "Cost|Sales" : "Sales|Sales") + "\nTypes=A text, B-C number\n";
+  }
+  // A second column of a name is not added to the sums over tables, nor is what has another name.
+  const std::string sReport =
+      "PART 1\nPaper        100.00     31.00\nInk           50.00     32.00\nEND\n"
+      "PART 2\nPens          20.00    7.125\nGlue          30.00    3.125\nEND\n"
+      "PART 3\nRope         200.00     11.00\nTape          40.00     12.00\nEND\n\nALL         400.25\n";
+  const ReportProof proof = Proof(sReport, sRecipe);
+  EXPECT_EQ(proof.lTotalsAgree, 1) << "100 + 50 + 7.125 + 3.125 + 200 + 40, told by the last table";
+  EXPECT_EQ(proof.lTotalsDisagree, 0);
+  EXPECT_EQ(Proof(Changed(sReport, "400.25", "440.00"), sRecipe).lTotalsAgree, 0);
+}
+
+TEST(ReportProof, ATableThatGoesOnIsAskedForTotalsAgain) {
+  std::string sRecipe;
+  for (const std::string sTable : {"A", "B"}) {
+    sRecipe += std::string("[Table ") + (sTable == "A" ? "1" : "2") + "]\nReadStartLine=PART " + sTable +
+               "\nReadEndLine=END " + sTable + "\nRepeat=yes\nNeeds=A letters, B number\nDrop=SUM\n" +
+               "Places=1-10 11-20\nNames=Item|" + sTable + "\nTypes=A text, B number\n";
+  }
+  const std::string sFirst = "PART A\nPaper        100.00\nInk           50.00\nEND A\n";
+  const std::string sOther = "PART B\nPens          20.00\nGlue          30.00\nEND B\n";
+  const std::string sTotal = "SUM OF A     150.00\n";
+  EXPECT_EQ(Proof(sFirst + sTotal + sOther, sRecipe).lTotalsAgree, 1);
+  EXPECT_EQ(Proof(sFirst + sOther + sTotal, sRecipe).lTotalsAgree, 0) << "another table began";
+  EXPECT_EQ(Proof(sFirst + sOther + "PART A\nRope          10.00\nEND A\nSUM OF A     160.00\n", sRecipe).lTotalsAgree,
+            1);
+}
+
 TEST(ReportProof, AReportThatSaysSoMayRoundItsTotals) {
   const std::string sRecipe =
       "[Table 1]\nNeeds=A letters, B number\nDrop=Total\nTotals=Total\nPlaces=1-10 11-20\nTypes=B number\n";
