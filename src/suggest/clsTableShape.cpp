@@ -274,9 +274,12 @@ bool clsTableShape::GoesOnFrom(const Part& left, const Part& right) const {
   size_t nBehindWord = 0;
   for (const size_t n : rows_) {
     const std::u32string_view sText = report_.Lines()[n].sText;
-    if (CellAt(sText, right.lFirst, right.lLast).empty()) continue;
+    const std::u32string_view sCell = CellAt(sText, right.lFirst, right.lLast);
+    if (sCell.empty()) continue;
     ++nFilled;
-    nBehindWord += !CellAt(sText, left.lLast, left.lLast).empty() ? 1U : 0U;
+    // A gap in most rows parts two columns, though in some of them a longer text leaves one blank of it.
+    const bool bAtOnce = sCell.data() - sText.data() == static_cast<ptrdiff_t>(left.lLast) + 2;
+    nBehindWord += bAtOnce && !CellAt(sText, left.lLast, left.lLast).empty() ? 1U : 0U;
   }
   return nBehindWord * 5 > nFilled * 3;
 }
