@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "modCellKinds.h"
+#include "modRecordHeadings.h"
 
 namespace quillon {
 
@@ -185,7 +186,12 @@ std::vector<TidyPart> FindGroupHeadings(const clsReportSample& report, std::span
     kept.push_back(std::move(candidate));
   }
   std::vector<TidyPart> headings;
-  for (const HeadingCandidate& candidate : kept) headings.push_back(PartOf(report, candidate));
+  std::set<size_t> taken;
+  for (const HeadingCandidate& candidate : kept) {
+    headings.push_back(PartOf(report, candidate));
+    for (const HeadingHit& hit : candidate.hits) taken.insert(hit.nLine);
+  }
+  if (auto record = FindRecordHeading(report, rows, owners, taken)) headings.push_back(std::move(*record));
   return headings;
 }
 
