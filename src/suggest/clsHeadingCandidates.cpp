@@ -57,7 +57,7 @@ void clsHeadingCandidates::Collect() {
     for (size_t n = nRow; n > nAfter && nFound < kNear; --n) {
       const SampleLine& line = report_.Lines()[n - 1];
       if (owners_.tables[n - 1] != 0) break;
-      if (line.IsBlank() || line.bDrawn || owners_.names[n - 1]) continue;
+      if (line.IsBlank() || line.bDrawn || owners_.names[n - 1] || owners_.totals[n - 1]) continue;
       ++nFound;
       above.push_back(n - 1);
     }

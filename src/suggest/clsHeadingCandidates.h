@@ -14,7 +14,8 @@ namespace quillon {
 /// What each line of the sample belongs to: a table's number from 1, 0 for none.
 struct LineOwners {
   std::vector<uint32_t> tables;
-  std::vector<bool> names;  ///< Lines that hold column names
+  std::vector<bool> names;   ///< Lines that hold column names
+  std::vector<bool> totals;  ///< Lines that are proved to be totals
 };
 
 /// A value found in a line in front of a group of rows. Places count from 0.

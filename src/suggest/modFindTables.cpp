@@ -17,6 +17,7 @@
 #include "modRowsOfCluster.h"
 #include "modSideBySide.h"
 #include "modSplitTables.h"
+#include "modStarTotals.h"
 #include "modStretchKeys.h"
 #include "modTidyOfShape.h"
 
@@ -34,7 +35,10 @@ class clsTableFinder {
     for (FoundTable& table : FindLabelLists(report_, taken)) tables_.push_back(std::move(table));
     for (FoundTable& table : FindLabelSheets(report_, taken)) tables_.push_back(std::move(table));
     for (FoundTable& table : FindMarkedTables(report_, taken)) tables_.push_back(std::move(table));
-    for (const RowCluster& cluster : FindRowClusters(report_, taken)) AddCluster(cluster.rows);
+    owners_.totals.assign(report_.Lines().size(), false);
+    std::vector<bool> noRows = taken;
+    for (const size_t n : FindStarTotals(report_)) noRows[n] = owners_.totals[n] = true;
+    for (const RowCluster& cluster : FindRowClusters(report_, noRows)) AddCluster(cluster.rows);
     while (MergeTables()) {
     }
     DropTitleTables();

@@ -58,7 +58,7 @@ class clsFurtherLines {
   const SampleLine& Line(size_t n) const { return report_.Lines()[n]; }
   bool IsFree(size_t n) const {
     return n < report_.Lines().size() && !Line(n).IsBlank() && !Line(n).bDrawn && owners_.tables[n] == 0 &&
-           !owners_.names[n];
+           !owners_.names[n] && !owners_.totals[n];
   }
   bool IsRow(size_t n) const { return isRow_.contains(n); }
 

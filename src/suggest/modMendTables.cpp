@@ -79,12 +79,12 @@ void MendTable(const clsReportSample& report, const LineOwners& owners, uint32_t
     // A line directly behind the last row that the table takes is one more row.
     size_t nLast = table.rows.back();
     for (const size_t n : Without(taken, table.rows)) {
-      const bool bFree = !owners.names[n] && (owners.tables[n] == 0 || owners.tables[n] == lOwner);
+      const bool bFree = !owners.names[n] && !owners.totals[n] && (owners.tables[n] == 0 || owners.tables[n] == lOwner);
       if (n == nLast + 1 && bFree && !SaysTotal(report.Lines()[n].sText)) {
         nLast = n;
         continue;
       }
-      const bool bOther = owners.names[n] || (owners.tables[n] != 0 && owners.tables[n] != lOwner);
+      const bool bOther = owners.names[n] || owners.totals[n] || (owners.tables[n] != 0 && owners.tables[n] != lOwner);
       const bool bOutside = n < table.rows.front() || n > table.rows.back();
       if (bOther || bOutside || SaysTotal(report.Lines()[n].sText)) wrong.push_back(n);
     }

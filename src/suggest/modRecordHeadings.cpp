@@ -60,7 +60,7 @@ class clsRecordHeadings {
   /// The last line above row i that is no name; as many as there are lines if a row comes first.
   size_t LineAbove(size_t i) const {
     for (size_t n = rows_[i]; n > 0 && (i == 0 || n - 1 > rows_[i - 1]); --n) {
-      if (Line(n - 1).IsBlank() || Line(n - 1).bDrawn || owners_.names[n - 1]) continue;
+      if (Line(n - 1).IsBlank() || Line(n - 1).bDrawn || owners_.names[n - 1] || owners_.totals[n - 1]) continue;
       return owners_.tables[n - 1] == 0 ? n - 1 : report_.Lines().size();
     }
     return report_.Lines().size();

@@ -129,7 +129,7 @@ void DropBalances(const clsReportSample& report, const LineOwners& owners, const
     if (line.IsBlank() || line.bDrawn || owners.tables[n] != 0 || owners.names[n]) continue;
     // Lines with most of a row's figures are rows that were missed, not balances.
     const auto nAmounts = std::count_if(line.marks.begin(), line.marks.end(), isAmount);
-    if (nAmounts == 0 || nAmounts * 2 > nNumbers) continue;
+    if (nAmounts == 0 || (nAmounts * 2 > nNumbers && !owners.totals[n])) continue;
     for (const std::u32string_view sText : TextsOf(line)) {
       const bool bInRows = std::any_of(rows.begin(), rows.end(), [&](size_t nRow) {
         return report.Lines()[nRow].sText.find(sText) != std::u32string_view::npos;

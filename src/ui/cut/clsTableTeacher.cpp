@@ -108,7 +108,8 @@ bool clsTableTeacher::Row(const PointedLine& line, std::string& sFault) {
   FoundTable found;
   found.tidy = table_;
   found.rows = rows;
-  LineOwners owners{std::vector<uint32_t>(report_.Lines().size()), std::vector<bool>(report_.Lines().size())};
+  LineOwners owners{std::vector<uint32_t>(report_.Lines().size()), std::vector<bool>(report_.Lines().size()),
+                    std::vector<bool>(report_.Lines().size())};
   for (const size_t n : rows) owners.tables[n] = 1;
   const std::string sEndBefore = table_.sEndLine;
   MendTable(report_, owners, 1, found);
