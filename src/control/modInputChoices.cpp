@@ -19,6 +19,9 @@ struct Word {
   Value value;
 };
 
+template <typename Value>
+Word(const char*, Value) -> Word<Value>;
+
 constexpr std::array kRecords{Word{"auto", RecordForm::Auto}, Word{"lines", RecordForm::Lines},
                               Word{"fixed", RecordForm::Fixed}, Word{"rdw", RecordForm::Rdw},
                               Word{"blocks", RecordForm::Blocks}};
