@@ -99,8 +99,8 @@ class clsRecordHeadings {
     std::set<std::u32string_view> firsts;
     for (const size_t n : lines) {
       const LineMark& first = Line(n).marks.front();
-      firsts.insert(Line(n).sText.substr(static_cast<size_t>(first.lStart),
-                                         static_cast<size_t>(first.lEnd - first.lStart) + 1));
+      firsts.insert(
+          Line(n).sText.substr(static_cast<size_t>(first.lStart), static_cast<size_t>(first.lEnd - first.lStart) + 1));
     }
     return firsts.size() >= 2 && firsts.size() * 2 > lines.size();
   }
