@@ -43,23 +43,6 @@ std::string NameOf(std::u32string_view sText) {
   return Utf8Of(sText);
 }
 
-/// A picture of what a line begins with.
-std::string PictureOf(std::u32string_view sText) {
-  std::string sPicture;
-  for (const char32_t ch : sText) {
-    if (IsBlankPlace(ch)) {
-      sPicture += '_';
-    } else if (std::u32string_view(U"[];|").find(ch) != std::u32string_view::npos) {
-      sPicture += 'X';
-    } else {
-      const bool bPlain = !IsLetterPlace(ch) && !IsDigitPlace(ch) && ch < 0x80;
-      if (!bPlain || ch == U'.' || ch == U'_' || ch == U'\\') sPicture += '\\';
-      sPicture += Utf8Of(std::u32string_view(&ch, 1));
-    }
-  }
-  return sPicture;
-}
-
 TidyTyping TypeOfValues(const clsReportSample& report, const HeadingCandidate& candidate) {
   clsDateForms dates;
   for (const HeadingHit& hit : candidate.hits) {
@@ -138,7 +121,7 @@ TidyPart PartOf(const clsReportSample& report, const HeadingCandidate& candidate
   TidyPart part;
   if (candidate.way == Way::Shape) {
     const auto nStart = static_cast<size_t>(candidate.hits.front().lFirst);
-    part.likes.push_back(PictureOf(candidate.sText) + PictureOfStart(report, candidate));
+    part.likes.push_back(PictureOfText(candidate.sText) + PictureOfStart(report, candidate));
     part.cut.places = {{{static_cast<int32_t>(nStart) + 1, 0}}};
     part.names.emplace_back("Group");
     if (candidate.lBehind > 0 && !candidate.bNumbered) {
@@ -157,7 +140,8 @@ TidyPart PartOf(const clsReportSample& report, const HeadingCandidate& candidate
   } else {
     if (candidate.bPrefix) {
       const HeadingHit& hit = candidate.hits.front();
-      part.likes.push_back(PictureOf(report.Lines()[hit.nLine].sText.substr(0, static_cast<size_t>(hit.lFirst))) + "X");
+      part.likes.push_back(PictureOfText(report.Lines()[hit.nLine].sText.substr(0, static_cast<size_t>(hit.lFirst))) +
+                           "X");
       part.cut.places = {{{hit.lFirst + 1, 0}}};
     } else {
       part.texts.push_back(Utf8Of(candidate.sText));

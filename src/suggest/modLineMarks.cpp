@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "clsReportSample.h"
 #include "modCellKinds.h"
 
 namespace quillon {
@@ -85,6 +86,21 @@ void FindMarks(std::u32string_view sLine, std::vector<LineMark>& marks) {
       for (size_t k = 1; k + 1 < marks.size(); ++k) marks[k].bGoesOn = true;
     }
   }
+}
+
+std::string PictureOfText(std::u32string_view sText) {
+  std::string sPicture;
+  for (const char32_t ch : sText) {
+    if (IsBlankPlace(ch)) {
+      sPicture += '_';
+    } else if (std::u32string_view(U"[];|").find(ch) != std::u32string_view::npos) {
+      sPicture += 'X';
+    } else {
+      if (std::u32string_view(U"9AX_.\\").find(ch) != std::u32string_view::npos) sPicture += '\\';
+      sPicture += Utf8Of(std::u32string_view(&ch, 1));
+    }
+  }
+  return sPicture;
 }
 
 }  // namespace quillon

@@ -19,6 +19,8 @@ struct LineMark {
 };
 
 bool IsBlankPlace(char32_t ch);
+/// A picture (Like=) that fits this text alone; what no value of a key may hold fits anything that isn't blank.
+std::string PictureOfText(std::u32string_view sText);
 bool IsDigitPlace(char32_t ch);
 bool IsLetterPlace(char32_t ch);
 bool IsCurrencyPlace(char32_t ch);

@@ -45,22 +45,6 @@ std::u32string_view NameIn(std::u32string_view sLabel) {
   return sLabel;
 }
 
-/// A picture that fits this text alone.
-std::string PictureOf(std::u32string_view sText) {
-  std::string sPicture;
-  for (const char32_t ch : sText) {
-    if (IsBlankPlace(ch)) {
-      sPicture += '_';
-    } else if (std::u32string_view(U"[];|").find(ch) != std::u32string_view::npos) {
-      sPicture += 'X';
-    } else {
-      if (std::u32string_view(U"9AX_.\\").find(ch) != std::u32string_view::npos) sPicture += '\\';
-      sPicture += Utf8Of(std::u32string_view(&ch, 1));
-    }
-  }
-  return sPicture;
-}
-
 /// A label of a line and where its value stands; places count from 0.
 struct Field {
   std::u32string sName;
@@ -109,7 +93,7 @@ class clsLabelParts {
 
   TidyPart PartOf(const LabelLines& label) {
     TidyPart part;
-    part.likes.push_back(PictureOf(label.sPrefix));
+    part.likes.push_back(PictureOfText(label.sPrefix));
     std::vector<TidyPlace>& places = part.cut.places.emplace_back();
     for (const Field& field : FieldsOf(label)) {
       const bool bOpen = field.nEnd == std::u32string_view::npos;

@@ -153,8 +153,8 @@ def one_page(recipe, paper, rng):
     return True
 
 
-def narrow(recipe, paper, rng):
-    """A column ends too early."""
+def cut_place(recipe, rng, change):
+    """Other places of one column that has several characters."""
     keys = keys_of(recipe)
     pieces = value_of(keys, "Places").split(" ")
     wide = [i for i, piece in enumerate(pieces) if re.fullmatch(r"\d+-\d+", piece)]
@@ -162,23 +162,19 @@ def narrow(recipe, paper, rng):
         return False
     i = rng.choice(wide)
     start, end = map(int, pieces[i].split("-"))
-    pieces[i] = f"{start}-{max(start, end - rng.randint(1, 3))}"
+    pieces[i] = change(start, end, rng.randint(1, 3))
     put(keys, "Places", " ".join(pieces))
     return True
+
+
+def narrow(recipe, paper, rng):
+    """A column ends too early."""
+    return cut_place(recipe, rng, lambda start, end, less: f"{start}-{max(start, end - less)}")
 
 
 def narrow_in_front(recipe, paper, rng):
     """A column begins too late."""
-    keys = keys_of(recipe)
-    pieces = value_of(keys, "Places").split(" ")
-    wide = [i for i, piece in enumerate(pieces) if re.fullmatch(r"\d+-\d+", piece)]
-    if not wide:
-        return False
-    i = rng.choice(wide)
-    start, end = map(int, pieces[i].split("-"))
-    pieces[i] = f"{min(end, start + rng.randint(1, 3))}-{end}"
-    put(keys, "Places", " ".join(pieces))
-    return True
+    return cut_place(recipe, rng, lambda start, end, less: f"{min(end, start + less)}-{end}")
 
 
 BREAKS = {f.__name__: f for f in (ended_early, begun_late, until_blank, needs_too_much, dropped, dropped_many, a_heading,
