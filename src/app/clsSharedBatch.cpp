@@ -84,16 +84,21 @@ class clsConverter {
 
 }  // namespace
 
-size_t clsSharedBatch::WantedWorkers(size_t nFiles) const {
+size_t clsSharedBatch::WantedWorkers(const std::vector<PlannedFile>& files) const {
   constexpr size_t kFewFiles = 8;
+  // Smaller files cost more in the file system, which processes wait for one after the other, than in converting.
+  constexpr int64_t kWorthSharing = int64_t{64} << 10;
   const auto nJobs = static_cast<size_t>(request_.options.lJobs);
-  if (nJobs > 0) return std::min(nJobs, nFiles);
+  if (nJobs > 0) return std::min(nJobs, files.size());
   // A shard is one of several processes already.
-  return nFiles < kFewFiles || request_.shard ? 1 : Cores();
+  if (files.size() < kFewFiles || request_.shard) return 1;
+  int64_t lBytes = 0;
+  for (const PlannedFile& file : files) lBytes += std::max<int64_t>(file.lBytes, 0);
+  return lBytes / static_cast<int64_t>(files.size()) < kWorthSharing ? 1 : Cores();
 }
 
 bool clsSharedBatch::Start(const std::vector<PlannedFile>& files) {
-  const size_t nWorkers = WantedWorkers(files.size());
+  const size_t nWorkers = WantedWorkers(files);
   if (nWorkers < 2) return false;
   pFiles_ = &files;
   clsWorkers::Calls calls;

@@ -27,7 +27,7 @@ class clsSharedBatch : public clsOtherConverters {
   void Tell(FileOutcome& outcome) override;
 
  private:
-  size_t WantedWorkers(size_t nFiles) const;
+  size_t WantedWorkers(const std::vector<PlannedFile>& files) const;
   void Replay(const HostEvent& event);
 
   const ConvertRequest& request_;
