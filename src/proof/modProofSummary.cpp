@@ -5,19 +5,13 @@
 #include "modNumbers.h"
 #include "modProofText.h"
 #include "modText.h"
+#include "modTidyKeys.h"
 
 namespace quillon {
 
 namespace {
 
 constexpr size_t kMostPlaces = 100;
-
-/// As a value of a recipe's list holds it.
-std::string Escaped(const std::string& sWords) {
-  std::string sText = ReplaceAll(sWords, "[", "\\x5B");
-  sText = ReplaceAll(sText, ";", "\\x3B");
-  return ReplaceAll(sText, "|", "\\x7C");
-}
 
 }  // namespace
 
@@ -50,7 +44,7 @@ ProofSummary SummaryOf(const ReportProof& proof, bool bAllTables, bool bAllValue
 std::string TotalsKey(const ReportProof& proof, int32_t lTable) {
   std::string sKey;
   for (const auto& [lOf, sWords] : proof.words) {
-    if (lOf == lTable) sKey += (sKey.empty() ? "" : "|") + Escaped(sWords);
+    if (lOf == lTable) sKey += (sKey.empty() ? "" : "|") + TidyEscaped(sWords);
   }
   return sKey;
 }
