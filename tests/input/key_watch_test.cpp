@@ -52,5 +52,38 @@ TEST(KeyWatch, FindsTheFirstRowOfEachTextHoweverTheFileComes) {
   EXPECT_GT(nFound, 500);
 }
 
+TEST(KeyWatch, LooksForNoMoreThanItCanTell) {
+  clsKeyWatch watch;
+  watch.Expect({"", "two\nlines", "cr\r", "\xC3\x84", "a", "a", "b", "c", "d", "e", "f", "too many"});
+  for (const char* const pText : {"", "two\nlines", "cr\r", "\xC3\x84", "too many"}) {
+    EXPECT_EQ(watch.RowOf(pText), nullptr) << pText;
+  }
+  watch.Start(0);
+  watch.Look("\xC3\x84\n\nfed");
+  watch.Look("");
+  watch.Look("cba");
+  for (const char* const pText : {"a", "b", "c", "d", "e", "f"}) {
+    ASSERT_NE(watch.RowOf(pText), nullptr) << pText;
+    EXPECT_EQ(watch.RowOf(pText)->lRow, 3) << pText;
+    EXPECT_EQ(watch.RowOf(pText)->nOffset, 4) << pText;
+  }
+}
+
+TEST(KeyWatch, AnotherStartKnowsNothingOfTheFileBefore) {
+  clsKeyWatch watch;
+  watch.Expect({"TOTAL", "END"});
+  watch.Start(0);
+  watch.Look("\n\nTOTAL\nTO");
+  watch.Start(1000);
+  EXPECT_EQ(watch.RowOf("TOTAL")->lRow, 0);
+  watch.Look("TAL\n");
+  EXPECT_EQ(watch.RowOf("TOTAL")->lRow, 0) << "its beginning was another file's";
+  watch.Look("E\nND TOTA");
+  watch.Look("L END");
+  EXPECT_EQ(watch.RowOf("TOTAL")->lRow, 3);
+  EXPECT_EQ(watch.RowOf("TOTAL")->nOffset, 1006);
+  EXPECT_EQ(watch.RowOf("END")->lRow, 3) << "no text goes across a line's end";
+}
+
 }  // namespace
 }  // namespace quillon

@@ -21,6 +21,59 @@ TEST(LineShape, LinesThatDifferInTheirValuesAloneAreOfOneShape) {
   EXPECT_NE(LineShapeKey("12  Ann"), LineShapeKey("                12  Ann"));
 }
 
+TEST(LineShape, ARowHasFiguresApartAndMoreOfThemThanTexts) {
+  struct Case {
+    const char* pLine;
+    bool bSeveral, bCounts;
+  };
+  const Case cases[] = {
+      {"", false, false},
+      {"Ann Baker   1,234.50   10.00", true, false},
+      {"Ann   Baker   1,234.50   10.00", false, false},
+      {"Ann 1,234.50 10.00", false, false},
+      {"1,234.50-  (5.00)  7.00CR  $3", true, false},
+      {"CR  DR  -  ---", false, false},
+      {"(5  5)  x", false, false},
+      {"1.5E+07  2.5D-03", true, false},
+      {"In 1998, 12. and 13; were", false, false},
+      {"Page: 1   of: 9", false, false},
+      {"7 8 9 10 11", true, false},
+      {"00/00/T/12/00/31/07", true, false},
+      {"abc/1/d2/e3/f4/g5/h6", false, false},
+      {"\xC3\x84rger   1   5", true, false},
+      {"  1     2     3", true, true},
+      {"1", false, false},
+      {"1  2  50", true, false},
+      {"1  2  3  4  99  100", true, true},
+      {"Item   2023     2022", true, true},
+      {"2023  2025", true, false},
+      {"2023  2022  500", true, false},
+      {"Name   12/31/23   2023", true, false},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(HasSeveralFigures(c.pLine), c.bSeveral) << c.pLine;
+    EXPECT_EQ(CountsColumns(c.pLine), c.bCounts) << c.pLine;
+  }
+}
+
+TEST(LineShape, KeysPartLinesThatAreNotAlike) {
+  const std::string sKey = LineShapeKey("12  Ann Baker   4.50");
+  for (const char* const pSame : {"1  A   (1,234.50)-",
+                                  "12  Ann\xC2\xA0"
+                                  "Baker Cid  $ 4.50",
+                                  "9  \xC3\x84  12/31/24"}) {
+    EXPECT_EQ(LineShapeKey(pSame), sKey) << pSame;
+  }
+  for (const char* const pOther : {"12  Ann Baker 4.50", "12 Ann Baker   4.50", "12  Ann  Baker   4.50",
+                                   "12  Ann4   4.50", "12  ----   4.50", "12  Ann Baker   4.50  x", "12  Ann Baker"}) {
+    EXPECT_NE(LineShapeKey(pOther), sKey) << pOther;
+  }
+  EXPECT_EQ(LineShapeKey(" \xC2\xA0 "), "");
+  std::string sLong;
+  for (int i = 0; i < 5000; ++i) sLong += "a  7  ";
+  EXPECT_LT(LineShapeKey(sLong).size(), 300U);
+}
+
 TEST(LineShapes, ThoseThatLookLikeRowsComeFirstThenTheMostFrequent) {
   clsRowProfile rows({{"No", 1, 5, false, {}}, {"Name", 7, 16, false, {}}, {"Gross", 18, 27, true, {}}});
   for (int i = 0; i < 20; ++i) rows.Row("12345 Ann        1,234.50");

@@ -2,6 +2,7 @@
 
 #include "modProofSummary.h"
 #include "modProofText.h"
+#include "modTidyKeys.h"
 
 namespace quillon {
 namespace {
@@ -79,6 +80,30 @@ TEST(ProofSummary, WordsOfTotalsMakeAKeyThatARecipeCanHold) {
   proof.words = {{1, "DEPT TOTAL"}, {2, "ALL"}, {1, "SUM [A|B;"}};
   EXPECT_EQ(TotalsKey(proof, 1), "DEPT TOTAL|SUM \\x5BA\\x7CB\\x3B");
   EXPECT_EQ(TotalsKey(proof, 3), "");
+}
+
+TEST(ProofSummary, ARecipeReadsTheWordsOfTotalsAsTheyWerePrinted) {
+  const std::vector<std::string> words{"TOTAL [net]; all|each", "a = b", "\"SUM\"", "  TOTAL ", "Summe \xC3\x84"};
+  ReportProof proof;
+  for (const std::string& sWord : words) proof.words.emplace_back(1, sWord);
+  std::vector<TidyTable> tables;
+  TidyFault fault;
+  ASSERT_TRUE(
+      ReadTidyRecipe("[Table 1]\nNeeds=A digits\nPlaces=1-4\nTotals=" + TotalsKey(proof, 1) + "\n", tables, fault))
+      << fault.sText;
+  EXPECT_EQ(tables.at(0).totals, words);
+}
+
+TEST(ProofSummary, ShowsNoMoreThanAPanelHolds) {
+  ReportProof proof = Whole();
+  proof.shapes.assign(5000, Shape(TidyLineKind::LeftOut, true, false, false));
+  proof.lLikeRows = 10000;
+  proof.lTotalsDisagree = 5000;
+  proof.totals.assign(5000, {1, "Gross", {20, 2, TotalVerdict::Disagrees, "5.00", "4.00"}});
+  const ProofSummary summary = SummaryOf(proof, true, true);
+  EXPECT_LT(summary.places.size(), 1000U);
+  EXPECT_EQ(summary.places.front().lLine, 7);
+  EXPECT_EQ(summary.places.back().lLine, 20) << "totals are told beside the lines";
 }
 
 }  // namespace
