@@ -73,7 +73,7 @@ void ChangeColumns(TidyTable& table, const CutChange& change) {
   places.clear();
   for (const CutField& field : change.fields) places.push_back({field.lStart, field.lEnd});
   // An open column stays open unless its right edge was what the hand moved.
-  const bool bMoved = !places.empty() && change.lAfter == places.back().nEnd;
+  const bool bMoved = !places.empty() && change.step != CutStep::Merge && change.lAfter == places.back().nEnd;
   if (bOpen && !bMoved && !places.empty()) places.back().nEnd = 0;
 }
 
