@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "modNumbers.h"
 #include "modRecipeOfTables.h"
 #include "modText.h"
 #include "modTidyKeys.h"
@@ -76,8 +77,9 @@ class clsTidyEdits {
       const size_t nEnd = std::min(sText_.find_first_of(";\r\n", nValue), sText_.size());
       return Do({nValue, nEnd - nValue, sValue});
     }
-    const bool bOpen = place->nFrom > 0 && sText_[place->nFrom - 1] != '\n';
-    Do({LastKeyEnd(*place), 0, (bOpen ? LineEndOf(sText_) : "") + sKey + "=" + sValue + LineEndOf(sText_)});
+    const size_t nAt = LastKeyEnd(*place);
+    const bool bOpen = nAt > 0 && sText_[nAt - 1] != '\n';
+    Do({nAt, 0, (bOpen ? LineEndOf(sText_) : "") + sKey + "=" + sValue + LineEndOf(sText_)});
   }
 
   void RemoveKey(const std::string& sSection, const std::string& sKey) {
@@ -136,8 +138,47 @@ class clsTidyEdits {
   std::vector<TextEdit> edits_;
 };
 
-std::vector<TidySection> SectionsOf(const TidyTable& table) {
-  return SectionsOfText(RecipeOfTable(table, static_cast<size_t>(table.lNumber)));
+/// The headings or further lines of a table as its recipe calls them, whose numbers may leave some out.
+struct WrittenParts {
+  std::string sKind;  ///< "Heading 1."
+  std::vector<std::string> names;
+  int32_t lLast = 0;  ///< The highest number
+
+  void Add(const TidySection& section, bool bListed) {
+    if (bListed) names.push_back(section.sName);
+    lLast = std::max(lLast, ParseWholeNumber(section.sName.substr(sKind.size())).value_or(0));
+  }
+  /// nKept: so many of the first sections are called in the recipe as they are here.
+  void Rename(std::vector<TidySection>& sections, size_t nKept) const {
+    size_t nPart = 0;
+    for (TidySection& section : sections) {
+      if (!section.sName.starts_with(sKind) || nPart++ < nKept) continue;
+      const size_t n = nPart - nKept - 1;
+      section.sName =
+          n < names.size() ? names[n] : sKind + std::to_string(lLast + 1 + static_cast<int>(n - names.size()));
+    }
+  }
+};
+
+/// The sections of a table that was read from the recipe as `before`, or was changed since.
+std::vector<TidySection> SectionsOf(const TidyTable& table, const TidyTable& before) {
+  std::vector<TidySection> sections = SectionsOfText(RecipeOfTable(table, static_cast<size_t>(table.lNumber)));
+  const std::string sNumber = std::to_string(before.lNumber);
+  WrittenParts headings{"Heading " + sNumber + ".", {}};
+  // The number of a line that nothing else finds is its distance.
+  WrittenParts lines{"Line " + sNumber + ".", {}, 1};
+  size_t nLine = 0;
+  for (const TidySection& section : before.sections) {
+    if (section.sName.starts_with(headings.sKind)) headings.Add(section, true);
+    if (section.sName.starts_with(lines.sKind)) lines.Add(section, !before.lines[nLine++].IsByDistance());
+  }
+  headings.Rename(sections, 0);
+  int32_t lFarthest = 0;
+  for (const TidyFurtherLine& line : table.lines) {
+    if (line.IsByDistance()) lFarthest = std::max(lFarthest, line.nDistance);
+  }
+  lines.Rename(sections, static_cast<size_t>(lFarthest));
+  return sections;
 }
 
 const TidySection* Find(const std::vector<TidySection>& sections, std::string_view sName) {
@@ -167,8 +208,8 @@ std::vector<TextEdit> TidyEdits(std::string_view sRecipe, const TidyTable& befor
   clsTidyEdits edits(sRecipe);
   const std::string sNumber = std::to_string(after.lNumber);
   if (!before.sParsing.empty() && after.sParsing.empty()) edits.RemoveKey("Table " + sNumber, "Parsing");
-  const std::vector<TidySection> old = SectionsOf(before);
-  const std::vector<TidySection> now = SectionsOf(after);
+  const std::vector<TidySection> old = SectionsOf(before, before);
+  const std::vector<TidySection> now = SectionsOf(after, before);
   for (const TidySection& section : old) {
     if (Find(now, section.sName) == nullptr) edits.RemoveSection(section.sName);
   }
