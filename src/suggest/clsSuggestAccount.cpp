@@ -7,6 +7,7 @@
 
 #include "modNumbers.h"
 #include "modRowKinds.h"
+#include "modStarTotals.h"
 #include "modText.h"
 
 namespace quillon {
@@ -25,10 +26,21 @@ std::string WordsOf(std::string_view sLine) {
   return sWords;
 }
 
+/// The head of a page is the same with and without a form feed.
+std::string_view OnPage(std::string_view sLine) {
+  return sLine.substr(std::min(sLine.find_first_not_of('\f'), sLine.size()));
+}
+
 }  // namespace
 
-clsSuggestAccount::clsSuggestAccount(const std::vector<TidyTable>& tables, std::vector<FoundTable*> found)
-    : tidy_(tables), found_(std::move(found)), pageOf_(tables.size()), proof_(tables, {0, 0}), tables_(tables.size()) {
+clsSuggestAccount::clsSuggestAccount(const std::vector<TidyTable>& tables, std::vector<FoundTable*> found,
+                                     bool bStarTotals)
+    : tidy_(tables),
+      found_(std::move(found)),
+      bStarTotals_(bStarTotals),
+      pageOf_(tables.size()),
+      proof_(tables, {0, 0}),
+      tables_(tables.size()) {
   for (const TidyTable& table : tables) likeness_.emplace_back(table);
 }
 
@@ -69,7 +81,7 @@ void clsSuggestAccount::HeadingChanges(size_t nTable, size_t nHeading, int64_t l
 
 /// A heading or a foot of pages.
 bool clsSuggestAccount::IsFurniture(std::string_view sLine) const {
-  if (const auto it = above_.find(std::string(sLine)); it != above_.end() && it->second > 1) return true;
+  if (const auto it = above_.find(std::string(OnPage(sLine))); it != above_.end() && it->second > 1) return true;
   const auto it = strays_.find(WordsOf(sLine));
   return it != strays_.end() && it->second.lLines > 1 && it->second.bSame;
 }
@@ -78,10 +90,10 @@ void clsSuggestAccount::AddStray(int64_t lLine, std::string_view sLine) {
   constexpr size_t kMostAbove = 200;
   constexpr size_t kLongest = 1000;
   if (!bRowSeen_) {
-    if (above_.size() < kMostAbove) ++above_[std::string(sLine)];
+    if (above_.size() < kMostAbove) ++above_[std::string(OnPage(sLine))];
     return;
   }
-  if (const auto itAbove = above_.find(std::string(sLine)); itAbove != above_.end()) {
+  if (const auto itAbove = above_.find(std::string(OnPage(sLine))); itAbove != above_.end()) {
     ++itAbove->second;
     return;
   }
@@ -89,7 +101,7 @@ void clsSuggestAccount::AddStray(int64_t lLine, std::string_view sLine) {
   const auto it = pending_.find(sWords);
   if (it == pending_.end() && pending_.size() >= kMostStrays) return;
   Stray& stray = pending_[sWords];
-  stray.bSame = stray.bSame && (stray.lLines == 0 || stray.sFirst == sLine);
+  stray.bSame = stray.bSame && (stray.lLines == 0 || OnPage(stray.sFirst) == OnPage(sLine));
   if (stray.lLines++ > 0) return;
   stray.lFirstLine = lLine;
   stray.sFirst = sLine.substr(0, kLongest);
@@ -121,7 +133,7 @@ void clsSuggestAccount::TakePending() {
     if (into.lLines == 0) {
       into = std::move(stray);
     } else {
-      into.bSame = into.bSame && stray.bSame && into.sFirst == stray.sFirst;
+      into.bSame = into.bSame && stray.bSame && OnPage(into.sFirst) == OnPage(stray.sFirst);
       into.lLines += stray.lLines;
     }
   }
@@ -146,7 +158,7 @@ void clsSuggestAccount::Line(int64_t lLine, std::string_view sLine, TidyLineKind
   if (kind == TidyLineKind::Blank || kind == TidyLineKind::Further || kind == TidyLineKind::Joined) return;
   AddTotal(sLine);
   if (kind != TidyLineKind::LeftOut && kind != TidyLineKind::Outside) return;
-  if (sLine.find_first_not_of(" \t\f-=_*+|.~") == std::string_view::npos) return;
+  if (sLine.find_first_not_of(" \t\f-=_*+|.~") == std::string_view::npos || IsStarTotal(sLine)) return;
   AddStray(lLine, sLine);
 }
 
@@ -181,6 +193,16 @@ bool clsSuggestAccount::LooksLikeRow(std::string_view sLine) {
 bool clsSuggestAccount::IsProvedTotal(std::string_view sLine) const {
   return std::any_of(totals_.begin(), totals_.end(),
                      [&](const std::string& sWords) { return sLine.find(sWords) != std::string_view::npos; });
+}
+
+bool clsSuggestAccount::IsStarTotal(std::string_view sLine) {
+  if (!bStarTotals_) return false;
+  TakePlaces(sLine, 0, characters_);
+  FindMarks(characters_, marks_);
+  SampleLine line;
+  line.sText = characters_;
+  line.marks = marks_;
+  return StarsInFront(line) > 0;
 }
 
 /// Words that tell next month, too, what must agree: those of several lines, and of one total of all; not those with
@@ -251,7 +273,8 @@ void clsSuggestAccount::SetLeftOut(const ReportProof& proof, LeftOutRows& leftOu
   for (const ShapeOfLines& shape : proof.shapes) {
     TakePlaces(shape.sFirst, 0, characters_);
     if (SaysPage(characters_) || SaysTotal(characters_) || IsFurniture(shape.sFirst)) continue;
-    if (shape.bMeant || (!shape.bLikeRow && !LooksLikeRow(shape.sFirst))) continue;
+    if (shape.bMeant || IsStarTotal(shape.sFirst)) continue;
+    if (!shape.bLikeRow && !LooksLikeRow(shape.sFirst)) continue;
     leftOut.lLines += shape.lLines;
     if (leftOut.shapes.size() < kMostShapes) leftOut.shapes.push_back(shape);
   }

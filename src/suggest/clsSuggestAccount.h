@@ -16,8 +16,9 @@ namespace quillon {
 /// them doubtful. Memory doesn't grow with the report.
 class clsSuggestAccount : public clsTidyListener {
  public:
-  /// Tables and found ones belong together one by one, and must outlive the object.
-  clsSuggestAccount(const std::vector<TidyTable>& tables, std::vector<FoundTable*> found);
+  /// Tables and found ones belong together one by one, and must outlive the object. bStarTotals: lines that begin with
+  /// stars are totals, whether the proof knows them or not.
+  clsSuggestAccount(const std::vector<TidyTable>& tables, std::vector<FoundTable*> found, bool bStarTotals);
 
   /// The next line is the first of a page.
   void PageBegins() { ++lPage_; }
@@ -65,9 +66,11 @@ class clsSuggestAccount : public clsTidyListener {
   void SetLeftOut(const ReportProof& proof, LeftOutRows& leftOut);
   bool IsBalance(int64_t lLines);
   bool IsProvedTotal(std::string_view sLine) const;
+  bool IsStarTotal(std::string_view sLine);
 
   const std::vector<TidyTable>& tidy_;
   std::vector<FoundTable*> found_;
+  bool bStarTotals_;
   int64_t lPage_ = 1;
   std::vector<int64_t> pageOf_;  ///< Of the last row of each table
   clsReportProof proof_;

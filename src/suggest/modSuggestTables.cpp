@@ -8,6 +8,7 @@
 #include "clsTidyReport.h"
 #include "modNumbers.h"
 #include "modRecipeOfTables.h"
+#include "modStarTotals.h"
 #include "modText.h"
 
 namespace quillon {
@@ -60,7 +61,7 @@ bool RunOver(std::string_view sInput, const TextFileOptions& options, int32_t lT
   clsLineReader reader;
   if (!reader.Open(sInput, options, failure)) return false;
   for (size_t i = 0; i < tables.size(); ++i) tables[i].lNumber = static_cast<int32_t>(i) + 1;
-  clsSuggestAccount account(tables, std::move(found));
+  clsSuggestAccount account(tables, std::move(found), suggestion.bStarTotals);
   clsTidyReport run(tables, account);
   std::string sHeld;
   for (std::string_view sRow; reader.ReadRow(sRow);) {
@@ -152,6 +153,7 @@ bool SuggestTables(std::string_view sInput, const TextFileOptions& options, int3
     if (!sample.Read(sInput, options, lTabSize, failure)) return false;
     suggestion.bWholeSample = sample.IsWhole();
     suggestion.tables = FindTables(sample);
+    suggestion.bStarTotals = !FindStarTotals(sample).empty();
   }
   Choose(choices, suggestion.tables);
   suggestion.NameSheets();

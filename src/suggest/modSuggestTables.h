@@ -30,6 +30,7 @@ struct TableSuggestion {
   int64_t lLines = 0;              ///< Of the report
   LeftOutRows leftOut;
   bool bWholeSample = true;  ///< False if only a part of the report was looked at for its tables
+  bool bStarTotals = false;  ///< Lines that begin with stars are totals
 
   size_t Chosen() const;
   /// Rows are missing, lines that look like rows are left, cells speak against a table, or nothing leaves little doubt.
