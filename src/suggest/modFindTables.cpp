@@ -103,7 +103,7 @@ class clsTableFinder {
       if (!heading.empty()) headings.emplace(i, std::move(heading));
     }
     DropChanging(headings);
-    DropTitles(headings);
+    DropTitles(shape, rows, headings);
     std::vector<Part> parts(1);
     size_t nPart = 0;
     for (size_t i = 0; i < rows.size(); ++i) {
@@ -172,15 +172,21 @@ class clsTableFinder {
   }
 
   /// Lines of one text that begin alike and go on otherwise are titles of groups, even where their words stand over
-  /// columns.
-  void DropTitles(std::map<size_t, std::vector<size_t>>& headings) const {
+  /// columns; the names may stand above them.
+  void DropTitles(const clsTableShape& shape, const std::vector<size_t>& rows,
+                  std::map<size_t, std::vector<size_t>>& headings) const {
     std::map<std::u32string_view, std::set<std::u32string_view>> byFirst;
     for (const auto& [i, heading] : headings)
       byFirst[FirstWord(heading.back())].insert(report_.Lines()[heading.back()].sText);
-    std::erase_if(headings, [&](const auto& heading) {
-      const size_t n = heading.second.back();
+    const auto isTitle = [&](size_t n) {
       return byFirst[FirstWord(n)].size() > 1 && (IsOneText(report_.Lines()[n]) || HasFigures(report_.Lines()[n]));
-    });
+    };
+    for (auto& [i, heading] : headings) {
+      if (!isTitle(heading.back())) continue;
+      heading = HeadingLines(report_, shape, heading.back(), FreeFrom(rows, i));
+      if (!heading.empty() && isTitle(heading.back())) heading.clear();
+    }
+    std::erase_if(headings, [](const auto& heading) { return heading.second.empty(); });
   }
 
   static bool HasFigures(const SampleLine& line) {
