@@ -38,9 +38,8 @@ class clsRecordHeadings {
   std::optional<TidyPart> PartOf(const std::vector<size_t>& lines) const {
     const clsTableShape bare(report_, lines);
     if (bare.Columns().size() < 2) return std::nullopt;
-    // What stands higher is the title of the report rather than a name.
     std::vector<size_t> above = HeadingLines(report_, bare, lines.front(), 0);
-    if (above.size() > 1) above.erase(above.begin(), above.end() - 1);
+    if (above.size() > 1) above = {NameLine(bare, above)};
     const clsTableShape shape(report_, lines, above);
     if (shape.Columns().size() < 2) return std::nullopt;
     TidyPart part = TidyOfShape(report_, shape, lines);
@@ -56,6 +55,19 @@ class clsRecordHeadings {
 
  private:
   const SampleLine& Line(size_t n) const { return report_.Lines()[n]; }
+
+  /// The line whose words begin where most columns do: others name the rows, or are titles of the report. The last one
+  /// of equals.
+  size_t NameLine(const clsTableShape& shape, const std::vector<size_t>& above) const {
+    const auto atColumns = [&](size_t n) {
+      return std::count_if(Line(n).marks.begin(), Line(n).marks.end(), [&](const LineMark& mark) {
+        return std::any_of(shape.Columns().begin(), shape.Columns().end(),
+                           [&](const ShapeColumn& column) { return column.lFirst == mark.lStart; });
+      });
+    };
+    return *std::max_element(above.rbegin(), above.rend(),
+                             [&](size_t a, size_t b) { return atColumns(a) < atColumns(b); });
+  }
 
   /// The last line above row i that is no name; as many as there are lines if a row comes first.
   size_t LineAbove(size_t i) const {
