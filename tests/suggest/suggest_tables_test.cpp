@@ -1,51 +1,11 @@
 #include <gtest/gtest.h>
 
-#include "clsTempFolder.h"
-#include "clsTidyReport.h"
-#include "modSuggestTables.h"
-#include "modTidyKeys.h"
+#include "clsSuggestTest.h"
 
 namespace quillon {
 namespace {
 
-/// Rows of the suggested recipe, as its text gives them when it is read back and run.
-class clsRows : public clsTidyListener {
- public:
-  void TableStarts(size_t, const std::vector<TidyColumnInfo>& columns) override {
-    for (const TidyColumnInfo& column : columns) sNames += column.sName + "|";
-  }
-  void Record(const TidyRecord& record) override {
-    std::string sRow;
-    for (const TidyCell& cell : record.cells) sRow.append(cell.sPlain).append("|");
-    rows.push_back(sRow);
-  }
-  std::string sNames;
-  std::vector<std::string> rows;
-};
-
-class SuggestTablesTest : public testing::Test {
- protected:
-  void Suggest(const std::string& sReport, const SuggestChoices& choices = {}) {
-    Failure failure;
-    ASSERT_TRUE(SuggestTables(folder.Write("r.txt", sReport), {false, nullptr}, 8, choices, suggestion, failure))
-        << failure.sText;
-    std::vector<TidyTable> tables;
-    TidyFault fault;
-    ASSERT_TRUE(ReadTidyRecipe(suggestion.Text(), tables, fault)) << fault.sText << "\n" << suggestion.Text();
-    got = {};
-    clsTidyReport run(tables, got);
-    for (size_t i = 0; i < sReport.size();) {
-      const size_t nEnd = sReport.find('\n', i);
-      run.Line(std::string_view(sReport).substr(i, nEnd - i));
-      i = nEnd + 1;
-    }
-    run.End();
-  }
-
-  clsTempFolder folder;
-  TableSuggestion suggestion;
-  clsRows got;
-};
+using SuggestTablesTest = clsSuggestTest;
 
 std::string Page(int nDepartment, int nFirst, int nRows) {
   std::string sPage = "ACME LTD                               PAGE " + std::to_string(nDepartment) +
@@ -72,16 +32,7 @@ TEST_F(SuggestTablesTest, MakesOneTableOfPagesAndGroups) {
 
 TEST_F(SuggestTablesTest, HoldsForTheNextMonth) {
   Suggest(Page(1, 1001, 8) + Page(2, 2001, 5));
-  std::vector<TidyTable> tables;
-  TidyFault fault;
-  ASSERT_TRUE(ReadTidyRecipe(suggestion.Text(), tables, fault)) << fault.sText;
-  clsRows next;
-  clsTidyReport run(tables, next);
-  const std::string sNext = Page(4, 4001, 3) + Page(5, 5001, 40) + Page(6, 6001, 1);
-  for (size_t i = 0; i < sNext.size(); i = sNext.find('\n', i) + 1) {
-    run.Line(std::string_view(sNext).substr(i, sNext.find('\n', i) - i));
-  }
-  run.End();
+  const clsSuggestedRows next = Run(Page(4, 4001, 3) + Page(5, 5001, 40) + Page(6, 6001, 1));
   EXPECT_EQ(next.rows.size(), 44U) << suggestion.Text();
 }
 
