@@ -121,6 +121,8 @@ struct Figures {
     nGroup = 0;
     return true;
   }
+  /// There are digits, and no group of them is too short.
+  bool IsWhole() const { return bAny && (bPoint || nGroup < 0 || nGroup == 3); }
 };
 
 bool ScanExponent(std::string_view s, Figures& figures) {
@@ -148,10 +150,10 @@ bool ScanFigures(std::string_view s, bool bComma, Figures& figures) {
     } else if (ch == separator || (bComma && ch == ' ')) {
       if (!figures.Separator(i)) return false;
     } else {
-      return figures.bAny && ScanExponent(s.substr(i), figures);
+      return figures.IsWhole() && ScanExponent(s.substr(i), figures);
     }
   }
-  return figures.bAny && (figures.bPoint || figures.nGroup < 0 || figures.nGroup == 3);
+  return figures.IsWhole();
 }
 
 void WritePlain(const Figures& figures, bool bNegative, std::string& sOut) {
