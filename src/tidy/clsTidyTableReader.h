@@ -71,6 +71,7 @@ class clsTidyTableReader {
   bool AddByShape(int64_t lLine);
   void AddFurther(size_t nPart, int64_t lLine);
   static void Append(std::string& sValue, std::string_view sPiece);
+  void AddTo(Open& open, size_t nValue, std::string_view sPiece);
   bool OpensLevel(int64_t lLine);
   bool JoinUp(int64_t lLine);
   bool WaitForRow();

@@ -13,6 +13,13 @@ void clsTidyTableReader::Append(std::string& sValue, std::string_view sPiece) {
   sValue += sPiece;
 }
 
+/// To a text that means nothing there is nothing to add, so the piece takes its place.
+void clsTidyTableReader::AddTo(Open& open, size_t nValue, std::string_view sPiece) {
+  std::string& sValue = open.values[nValue];
+  if (!sPiece.empty() && nValue < cutter_.Columns() && IsTidyBlank(sValue, table_.row.blanks)) sValue.clear();
+  Append(sValue, sPiece);
+}
+
 bool clsTidyTableReader::IsOpen() const {
   return std::any_of(open_.begin(), open_.end(), [](const Open& open) { return open.bOpen; });
 }
@@ -49,7 +56,7 @@ void clsTidyTableReader::AddFurther(size_t nPart, int64_t lLine) {
     for (TidyColumn column = 0; column < cells.size(); ++column) {
       const size_t nTarget = columns_.TargetOf(nPart, column);
       if (nTarget == clsTidyColumns::kNowhere || IsTidyBlank(cells[column], table_.lines[nPart].part.blanks)) continue;
-      Append(open.values[nTarget], cells[column]);
+      AddTo(open, nTarget, cells[column]);
     }
   }
 }
@@ -81,7 +88,7 @@ bool clsTidyTableReader::JoinUp(int64_t lLine) {
     if (!open.bOpen) continue;
     open.lLastLine = lLine;
     if (table_.joinColumn != kNoTidyColumn) {
-      Append(open.values[table_.joinColumn], TrimBlanks(line_.Text()));
+      AddTo(open, table_.joinColumn, TrimBlanks(line_.Text()));
       continue;
     }
     if (cutter_.IsSplit()) {
@@ -90,7 +97,7 @@ bool clsTidyTableReader::JoinUp(int64_t lLine) {
     }
     cutter_.Cut(line_, nGroup, cells_[nGroup]);
     for (TidyColumn column = 0; column < cells_[nGroup].size(); ++column) {
-      Append(open.values[column], cells_[nGroup][column]);
+      AddTo(open, column, cells_[nGroup][column]);
     }
   }
   return true;
