@@ -69,6 +69,8 @@ bool IsMisnamed(const TidySection& section, std::string& sExample) {
   const bool bExact = std::find(kNames.begin(), kNames.end(), sWord) != kNames.end();
   if (!HasKeyOfTables(section) || (bExact && section.sName.substr(nWord).starts_with(' '))) return false;
   if (section.sName.empty() || !IsAsciiLetter(section.sName.front())) return false;
+  // Titles have keys of tables, and nearly their name.
+  if (sWord == "Title") return false;
   const std::string_view sNearest = NearestWord(sWord, kNames);
   if (sNearest.empty()) return false;
   sExample = std::string(sNearest) + (sNearest == kNames[0] ? " 1" : sNearest == kNames[1] ? " 1.1" : " 1.2");
