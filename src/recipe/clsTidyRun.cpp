@@ -174,11 +174,10 @@ class clsTidyRun : public clsTidyListener {
   std::unique_ptr<clsTidyOutput> CsvOutput(const TidyTable& table) {
     clsOutputFile* pFile = pCsv_;
     if (!table.sSheet.empty()) {
-      const std::string sExtension = ExtensionOfPath(gsOutputFile);
-      const std::string sBase = gsOutputFile.substr(0, gsOutputFile.size() - sExtension.size() - 1);
+      const size_t nPoint = BehindLastSeparator(gsOutputFile) + BaseNameOfPath(gsOutputFile).size();
       Failure failure;
       auto file = std::make_unique<clsOutputFile>();
-      if (!file->Open(sBase + "-" + table.sSheet + "." + sExtension, failure)) {
+      if (!file->Open(gsOutputFile.substr(0, nPoint) + "-" + table.sSheet + gsOutputFile.substr(nPoint), failure)) {
         ReportFileFailure(context_, failure);
         Die("The report could not be written", failure.sText);
         return nullptr;
