@@ -60,7 +60,7 @@ bool ReadTablePart(std::string_view sBytes, XlsxTable& table) {
       if (table.columns.size() > kMaxTableColumns) return false;
     }
   }
-  return true;
+  return table.columns.size() == static_cast<size_t>(table.range.nRight - table.range.nLeft + 1);
 }
 
 std::string ChangedTablePart(std::string_view sBytes, const XlsxTable& table) {

@@ -25,7 +25,7 @@ struct XlsxTable {
   int64_t LastRow() const { return range.nBottom - (bTotals ? 1 : 0); }  ///< Of its data
 };
 
-/// False for what is no table.
+/// False for what is no table, or has other columns than its range: a cell beside it would be taken for its heading.
 bool ReadTablePart(std::string_view sBytes, XlsxTable& table);
 /// The part's bytes with the names and the range of the table.
 std::string ChangedTablePart(std::string_view sBytes, const XlsxTable& table);
