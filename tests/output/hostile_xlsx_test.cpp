@@ -2,70 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <map>
 #include <string>
 
-#include "clsOutputFile.h"
-#include "clsTempFolder.h"
-#include "clsXlsxEditor.h"
+#include "clsPackageFixture.h"
 #include "clsXlsxStyles.h"
 #include "clsXmlScanner.h"
-#include "clsZipWriter.h"
 #include "modFormulaText.h"
 #include "modSheetFacts.h"
 
 namespace quillon {
 namespace {
 
-constexpr std::string_view kMain = "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
-constexpr std::string_view kOffice = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
-
-using Parts = std::map<std::string, std::string>;
-
-std::string Sheet(std::string_view sData) {
-  return "<worksheet xmlns=\"" + std::string(kMain) + "\"><sheetData>" + std::string(sData) +
-         "</sheetData></worksheet>";
-}
-
-std::string Relations(std::string_view sItems) {
-  return "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">" +
-         std::string(sItems) + "</Relationships>";
-}
-
-std::string Relation(std::string_view sId, std::string_view sType, std::string_view sTarget) {
-  return "<Relationship Id=\"" + std::string(sId) + "\" Type=\"" + std::string(kOffice) + "/" + std::string(sType) +
-         "\" Target=\"" + std::string(sTarget) + "\"/>";
-}
-
-Parts GoodParts() {
-  return {{"[Content_Types].xml", "<Types/>"},
-          {"_rels/.rels", Relations(Relation("a", "officeDocument", "xl/workbook.xml"))},
-          {"xl/_rels/workbook.xml.rels",
-           Relations(Relation("a", "worksheet", "one.xml") + Relation("b", "worksheet", "two.xml"))},
-          {"xl/one.xml", Sheet("<row r=\"2\"><c r=\"B2\"><v>1</v></c></row>")},
-          {"xl/two.xml", Sheet("<row r=\"1\"><c r=\"A1\"><v>1</v></c></row>")},
-          {"xl/workbook.xml", "<workbook xmlns=\"" + std::string(kMain) + "\" xmlns:r=\"" + std::string(kOffice) +
-                                  "\"><sheets><sheet name=\"One\" sheetId=\"1\" r:id=\"a\"/><sheet name=\"Two\" "
-                                  "sheetId=\"2\" r:id=\"b\"/></sheets></workbook>"}};
-}
-
-class HostileXlsx : public testing::Test {
+class HostileXlsx : public clsPackageFixture {
  protected:
-  std::string Make(const Parts& parts) {
-    const std::string sPath = folder_.Path("book.xlsx");
-    clsOutputFile file;
-    Failure failure;
-    EXPECT_TRUE(file.Open(sPath, failure));
-    clsZipWriter zip(file);
-    for (const auto& [sName, sContent] : parts) zip.Add(sName, sContent);
-    zip.Finish();
-    EXPECT_TRUE(file.Commit(failure));
-    return sPath;
-  }
-  std::unique_ptr<clsWorkbook> Open(Failure& failure) {
-    return OpenXlsxWorkbook(folder_.Path("book.xlsx"), {}, failure);
-  }
   /// The workbook doesn't open; the reason says where and what to do.
   void ExpectRefused(std::string_view sCase, std::string_view sReason) {
     const std::string sBefore = folder_.Read("book.xlsx");
@@ -83,8 +33,6 @@ class HostileXlsx : public testing::Test {
       sBytes.replace(n + nBehind, sNew.size(), sNew);
     folder_.Write("book.xlsx", sBytes);
   }
-
-  clsTempFolder folder_;
 };
 
 TEST_F(HostileXlsx, a_package_cut_anywhere_is_refused) {
