@@ -74,7 +74,7 @@ ProofGroup TotalsGroup(const ReportProof& proof) {
 }
 
 ProofGroup LossGroup(const ReportProof& proof) {
-  ProofGroup group{Translate("What the columns cut or leave"), proof.loss.Any(), {}};
+  ProofGroup group{Translate("What the columns cut or leave"), proof.loss.Any() || proof.lDivided > 0, {}};
   const auto add = [&](int64_t lCount, const std::string& sWhat, int64_t lLine) {
     if (lCount > 0) group.entries.push_back({sWhat + " " + Number(lCount), lLine, true});
   };
