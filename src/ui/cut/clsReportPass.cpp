@@ -29,6 +29,9 @@ clsReportPass::clsReportPass() = default;
 clsReportPass::~clsReportPass() = default;
 
 bool clsReportPass::Begin(const PreviewRequest& request, std::string_view sRecipe) {
+  lines_.clear();
+  proof_ = {};
+  bDone_ = false;
   clsSectionFile recipe;
   recipe.OpenMemory(sRecipe, {.bUnix = false, .pCodePage = &clsCodePage::Utf8()});
   PreviewRequest whole = request;
