@@ -31,7 +31,8 @@ template <typename Way>
 void Exchange(Way& way, ReportProof& proof) {
   Exchange(way, proof.lines);
   Exchange(way, proof.loss);
-  Exchange(way, proof.lTotalsAgree, proof.lTotalsLastDigit, proof.lTotalsDisagree, proof.lLikeRows);
+  Exchange(way, proof.lTotalsAgree, proof.lTotalsLastDigit, proof.lTotalsDisagree, proof.lLikeRows,
+           proof.lMeantLikeRows, proof.lFigureLines);
   Exchange(way, proof.totals);
 }
 
@@ -73,7 +74,9 @@ std::string PackedStory(FileStory& story) {
 bool TakeStory(std::string_view sBytes, FileStory& story) {
   clsTaker taker(sBytes);
   Exchange(taker, story);
-  return taker.Whole();
+  if (taker.Whole()) return true;
+  story = {};
+  return false;
 }
 
 }  // namespace quillon

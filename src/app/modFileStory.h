@@ -28,7 +28,7 @@ struct FileStory {
 };
 
 std::string PackedStory(FileStory& story);
-/// False if the bytes are no whole story.
+/// False if the bytes are no whole story, which is a new one then.
 bool TakeStory(std::string_view sBytes, FileStory& story);
 
 }  // namespace quillon

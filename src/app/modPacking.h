@@ -20,6 +20,10 @@ class clsPacker {
     Bytes(&n, sizeof(n));
     return n;
   }
+  bool Truth(bool b) {
+    Bytes(&b, sizeof(b));
+    return b;
+  }
   const std::string& Packed() const { return sBytes_; }
 
  private:
@@ -32,7 +36,11 @@ class clsTaker {
   explicit clsTaker(std::string_view sBytes) : sLeft_(sBytes) {}
   void Bytes(void* p, size_t n) {
     bWhole_ = bWhole_ && n <= sLeft_.size();
-    if (!bWhole_ || n == 0) return;
+    if (n == 0) return;
+    if (!bWhole_) {
+      std::memset(p, 0, n);
+      return;
+    }
     std::memcpy(p, sLeft_.data(), n);
     sLeft_.remove_prefix(n);
   }
@@ -42,6 +50,13 @@ class clsTaker {
     Bytes(&n, sizeof(n));
     bWhole_ = bWhole_ && n <= sLeft_.size();
     return bWhole_ ? n : 0;
+  }
+  /// A byte that is neither 0 nor 1 is no truth.
+  bool Truth(bool) {
+    uint8_t n = 0;
+    Bytes(&n, sizeof(n));
+    bWhole_ = bWhole_ && n <= 1;
+    return bWhole_ && n == 1;
   }
   /// All was there, and nothing is left.
   bool Whole() const { return bWhole_ && sLeft_.empty(); }
@@ -54,6 +69,11 @@ class clsTaker {
 template <typename Way, typename Value>
 requires(std::is_arithmetic_v<Value> || std::is_enum_v<Value>) void Exchange(Way& way, Value& value) {
   way.Bytes(&value, sizeof(value));
+}
+
+template <typename Way>
+void Exchange(Way& way, bool& value) {
+  value = way.Truth(value);
 }
 
 template <typename Way>
