@@ -1,5 +1,6 @@
 #include "modInputChoices.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -48,6 +49,12 @@ std::string Unless(const Words& words, std::string_view sValue) {
   return "one of " + sWanted + " is wanted";
 }
 
+/// Digits alone: "2,3" would be a number too, but no page that is meant.
+std::optional<int32_t> ParsePage(std::string_view sPage) {
+  if (sPage.empty()) return 0;
+  return std::all_of(sPage.begin(), sPage.end(), IsAsciiDigit) ? ParseWholeNumber(sPage) : std::nullopt;
+}
+
 /// "", "2", "2-5", "2-" or "-5".
 std::optional<PdfPages> ParsePages(std::string_view sValue) {
   const std::string_view sPages = TrimBlanks(sValue);
@@ -55,11 +62,9 @@ std::optional<PdfPages> ParsePages(std::string_view sValue) {
   const size_t nDash = sPages.find('-');
   const std::string_view sFirst = sPages.substr(0, nDash);
   const std::string_view sLast = nDash == std::string_view::npos ? sFirst : sPages.substr(nDash + 1);
-  const auto page = [](std::string_view s) { return s.empty() ? std::optional(0) : ParseWholeNumber(s); };
-  const auto lFirst = page(sFirst);
-  const auto lLast = page(sLast);
-  const bool bGood =
-      lFirst && lLast && *lFirst >= 0 && *lLast >= 0 && (*lLast == 0 || *lLast >= *lFirst) && *lFirst + *lLast > 0;
+  const auto lFirst = ParsePage(sFirst);
+  const auto lLast = ParsePage(sLast);
+  const bool bGood = lFirst && lLast && (*lLast == 0 || *lLast >= *lFirst) && (*lFirst > 0 || *lLast > 0);
   return bGood ? std::optional(PdfPages{*lFirst, *lLast}) : std::nullopt;
 }
 
