@@ -156,10 +156,11 @@ std::vector<std::string> RecipeHints(clsSectionFile& recipe) {
     if (sMeant.empty()) continue;
     const bool bBefore = std::any_of(headers.begin(), headers.begin() + static_cast<std::ptrdiff_t>(i),
                                      [&](const RecipeHeader& other) { return other.sName == header.sName; });
-    const std::string sExpected = std::string(kTable) + std::to_string(++lExpected);
+    const std::string sExpected = std::string(kTable) + std::to_string(lExpected + 1);
     const std::string sSection = "[" + header.sName + "]";
+    // What is no table, or stands twice, leaves the numbers of those behind it as they are.
+    if (!bBefore && (header.sName == sMeant || sMeant == sExpected)) ++lExpected;
     if (header.sName != sMeant) {
-      --lExpected;
       hints.push_back(AtLine(header.nLine, sSection + " is no table; write [" + sMeant + "]"));
     } else if (bBefore) {
       hints.push_back(AtLine(header.nLine, sSection + " stands twice, and the first one alone is read"));
