@@ -8,8 +8,10 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <cmath>
 #include <nlohmann/json.hpp>
+#include <thread>
 
 #include "clsFingerprint.h"
 #include "modFiles.h"
@@ -149,9 +151,6 @@ bool clsResultList::Open(const std::string& sFile, Failure& failure) {
     failure = SystemFailure(sFile, errno);
     return false;
   }
-  char cLast = '\n';
-  if (S_ISREG(about.st_mode) && about.st_size > 0) ReadHandleAt(nHandle_, &cLast, 1, about.st_size - 1);
-  bTorn_ = cLast != '\n';
   bAlone_ = flock(nHandle_, LOCK_EX | LOCK_NB) == 0;
   return true;
 }
@@ -206,15 +205,25 @@ bool clsResultList::IsDone(const PlannedFile& file, std::string_view sMadeBy) co
   return input && output && known->second == Making(file.sInput, *input, sMadeBy, output->lBytes);
 }
 
-bool clsResultList::Write(std::string_view sLine, Failure& failure) {
-  const std::string sText = (bTorn_ ? "\n" : "") + std::string(sLine) + "\n";
-  if (!WriteHandle(nHandle_, sText.data(), sText.size())) {
-    bTorn_ = true;
-    failure = SystemFailure(sFile_, errno);
-    return false;
+bool clsResultList::IsTorn() const {
+  constexpr auto kWhileOthersWrite = std::chrono::milliseconds(50);
+  for (off_t nBefore = 0;;) {
+    struct stat about {};
+    char cLast = '\n';
+    if (fstat(nHandle_, &about) != 0 || !S_ISREG(about.st_mode) || about.st_size == 0) return false;
+    ReadHandleAt(nHandle_, &cLast, 1, about.st_size - 1);
+    if (cLast == '\n' || about.st_size == nBefore) return cLast != '\n';
+    nBefore = about.st_size;
+    std::this_thread::sleep_for(kWhileOthersWrite);
   }
-  bTorn_ = false;
-  return true;
+}
+
+// Looked at each time: another process of the list may have been killed within its line.
+bool clsResultList::Write(std::string_view sLine, Failure& failure) {
+  const std::string sText = (IsTorn() ? "\n" : "") + std::string(sLine) + "\n";
+  if (WriteHandle(nHandle_, sText.data(), sText.size())) return true;
+  failure = SystemFailure(sFile_, errno);
+  return false;
 }
 
 }  // namespace quillon

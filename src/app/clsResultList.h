@@ -70,11 +70,12 @@ class clsResultList {
 
  private:
   void Learn(const std::string& sLine);
+  /// Whether the file ends within a line.
+  bool IsTorn() const;
 
   int nHandle_ = -1;
   std::string sFile_;
   bool bExisted_ = false, bAlone_ = false;
-  bool bTorn_ = false;                            ///< The last line has no end
   std::unordered_map<uint64_t, uint64_t> known_;  ///< By output: input, states and way of its making
 };
 
