@@ -111,7 +111,6 @@ bool clsTableTeacher::Row(const PointedLine& line, std::string& sFault) {
   LineOwners owners{std::vector<uint32_t>(report_.Lines().size()), std::vector<bool>(report_.Lines().size()),
                     std::vector<bool>(report_.Lines().size())};
   for (const size_t n : rows) owners.tables[n] = 1;
-  const std::string sEndBefore = table_.sEndLine;
   MendTable(report_, owners, 1, found);
   if (before.sStartLine.empty() && before.sEndLine.empty()) table_ = found.tidy;
   table_.row.needs = found.tidy.row.needs;
@@ -183,6 +182,9 @@ bool clsTableTeacher::LeaveOut(const PointedLine& line, std::string& sFault) {
 std::string clsTableTeacher::FreeName(std::string sName) const {
   std::vector<std::string> taken = table_.row.ColumnNames();
   for (const TidyPart& heading : table_.headings) taken.insert(taken.end(), heading.names.begin(), heading.names.end());
+  for (const TidyFurtherLine& line : table_.lines) {
+    taken.insert(taken.end(), line.part.names.begin(), line.part.names.end());
+  }
   std::string sFree = sName;
   for (int n = 2; std::find(taken.begin(), taken.end(), sFree) != taken.end(); ++n) {
     sFree = sName + " " + std::to_string(n);
