@@ -102,6 +102,51 @@ TEST_F(Teach, AMemoBecomesAFurtherLineOfItsRecord) {
   EXPECT_EQ(teacher.Table().lines[0].part.texts.front(), "MEMO:");
 }
 
+TEST_F(Teach, NamesOfFurtherLinesStandOnce) {
+  Read("A1   10.00\n     MEMO: x   y\nA2   20.00\n     MEMO: z\nA3   30.00\n     of Rome   Italy\n");
+  clsTableTeacher teacher(report_, {});
+  ASSERT_TRUE(teacher.Row({1, 0, 0}, sFault_)) << sFault_;
+  ASSERT_TRUE(teacher.Further({2, 0, 0}, sFault_)) << sFault_;
+  ASSERT_TRUE(teacher.Further({4, 0, 0}, sFault_)) << sFault_;
+  ASSERT_TRUE(teacher.Further({6, 0, 0}, sFault_)) << sFault_;
+  const std::vector<TidyFurtherLine>& lines = teacher.Table().lines;
+  ASSERT_EQ(lines.size(), 3U);
+  EXPECT_EQ(lines[0].part.names, (std::vector<std::string>{"MEMO"}));
+  EXPECT_EQ(lines[1].part.names, (std::vector<std::string>{"MEMO 2"}));
+  EXPECT_EQ(lines[2].part.names, (std::vector<std::string>{"Line 4", "Line 4.2"}));
+  EXPECT_EQ(lines[2].part.likes, (std::vector<std::string>{"_____A"}));
+}
+
+TEST_F(Teach, ALessonIsTakenWholeOrNotAtAll) {
+  Read("A1   10.00\n\nA2   20.00\nB  7\n=====\n");
+  clsTableTeacher teacher(report_, {});
+  ASSERT_TRUE(teacher.Row({1, 0, 0}, sFault_)) << sFault_;
+  using Method = bool (clsTableTeacher::*)(const PointedLine&, std::string&);
+  struct Case {
+    const char* pWhat;
+    Method method;
+    PointedLine line;
+  };
+  const Case cases[] = {
+      {"a row below the report", &clsTableTeacher::Row, {6, 0, 0}},
+      {"a row above it", &clsTableTeacher::Row, {0, 0, 0}},
+      {"a blank heading", &clsTableTeacher::Heading, {2, 0, 0}},
+      {"a row as a heading", &clsTableTeacher::Heading, {3, 1, 2}},
+      {"nothing of a line as a heading", &clsTableTeacher::Heading, {4, 50, 60}},
+      {"a row as a further line", &clsTableTeacher::Further, {3, 0, 0}},
+      {"strokes that are no words", &clsTableTeacher::LeaveOut, {5, 0, 0}},
+      {"blanks that were dragged over", &clsTableTeacher::LeaveOut, {4, 2, 3}},
+      {"nothing that was dragged over", &clsTableTeacher::LeaveOut, {4, 50, 60}},
+  };
+  for (const Case& c : cases) {
+    sFault_.clear();
+    EXPECT_FALSE((teacher.*c.method)(c.line, sFault_)) << c.pWhat;
+    EXPECT_FALSE(sFault_.empty()) << c.pWhat;
+    EXPECT_EQ(RowsTaken(report_, teacher.Table()), (std::vector<size_t>{0, 2})) << c.pWhat;
+    EXPECT_TRUE(teacher.Table().headings.empty() && teacher.Table().lines.empty() && teacher.Table().drops.empty());
+  }
+}
+
 TEST(TidyEdits, LeaveWhatTheyDoNotTouch) {
   const std::string sRecipe =
       "[Header]\r\nProduct=QLN-B\r\n; mine\r\n[Table 1]\r\nNeeds=A digits ; why\r\nOther=x\r\nParsing=-- --\r\n\r\n"
@@ -153,6 +198,87 @@ TEST(PointedText, TellsAValueFromItsLabel) {
   EXPECT_TRUE(none.sLabel.empty());
   EXPECT_EQ(none.sLike, "___999");
   EXPECT_EQ(none.lLast, 0);
+}
+
+TEST(PointedText, PiecesArePartedByTwoBlanks) {
+  std::string sAll;
+  for (const TextPiece& piece : PiecesOf(U"  No. of   units  \u00C4pfel x")) {
+    sAll += std::to_string(piece.lFirst) + "-" + std::to_string(piece.lLast) + " " + Utf8Of(piece.sText) + "|";
+  }
+  EXPECT_EQ(sAll, "3-8 No. of|12-16 units|19-25 \u00C4pfel x|");
+  EXPECT_TRUE(PiecesOf(U"").empty());
+  EXPECT_TRUE(PlacesOfPieces(U"   ").empty());
+  const std::vector<TidyPlace> places = PlacesOfPieces(U" a  b c   d");
+  ASSERT_EQ(places.size(), 3U);
+  EXPECT_EQ(places[0].nEnd, 4);
+  EXPECT_EQ(places[1].nStart, 5);
+  EXPECT_EQ(places[2].nEnd, 0);
+  EXPECT_EQ(Characters(U"ab cd", 2, 4), U"b c");
+  EXPECT_EQ(Characters(U"ab cd", 2, 3), U"b") << "no blanks at its ends";
+  for (const auto& [lFirst, lLast] : {std::pair{0, 3}, {6, 9}, {4, 3}, {-2, -1}}) {
+    EXPECT_EQ(Characters(U"ab cd", lFirst, lLast), U"") << lFirst;
+  }
+}
+
+TEST(PointedText, NamesGoToTheColumnsTheyStandOver) {
+  const std::vector<TidyPlace> places{{1, 5}, {8, 12}, {15, 0}};
+  const auto told = [&](int32_t lFirst, std::u32string_view sText) {
+    std::string sAll;
+    const auto lLast = lFirst + static_cast<int32_t>(sText.size()) - 1;
+    for (const auto& [nColumn, sPart] : PartsOver({lFirst, lLast, sText}, places)) {
+      sAll += std::to_string(nColumn) + "=" + sPart + " ";
+    }
+    return sAll;
+  };
+  EXPECT_EQ(told(2, U"NO"), "0=NO ");
+  EXPECT_EQ(told(3, U"NO. OF UNITS"), "0=NO. 1=OF UNITS ");
+  EXPECT_EQ(told(7, U"X"), "1=X ") << "the nearest";
+  EXPECT_EQ(told(6, U"X"), "0=X ");
+  EXPECT_EQ(told(13, U"A B"), "2=A B ");
+  EXPECT_EQ(told(80, U"FAR OUT"), "2=FAR OUT ");
+  EXPECT_EQ(told(1, U"AB CDEFGHIJ K"), "0=AB 1=CDEFGHIJ K ");
+}
+
+TEST(PointedText, WordsWithoutDigitsTheLongestFirst) {
+  const auto told = [](std::u32string_view sLine) {
+    std::string sAll;
+    for (const std::u32string& sWord : WordsOf(sLine)) sAll += Utf8Of(sWord) + "|";
+    return sAll;
+  };
+  EXPECT_EQ(told(U"SUM 12 OF ALL  A1 ITEMS  ==="), "OF ALL|ITEMS|SUM|");
+  EXPECT_EQ(told(U"12  3.4 ---"), "");
+  EXPECT_EQ(told(U"\u00C4 b  cd"), "\u00C4 b|cd|");
+}
+
+TEST(PointedText, APictureTakesItsOwnSignsForThemselves) {
+  EXPECT_EQ(PictureOf(U" a\u00C4_9.\\-", 8), "_AA\\_9\\.\\\\-");
+  EXPECT_EQ(PictureOf(U"ab", 9), "AA");
+  EXPECT_EQ(PictureOf(U"ab", 0), "");
+}
+
+TEST(PointedText, WhatIsPointedAtIsFoundAgain) {
+  struct Case {
+    std::u32string_view sLine;
+    int32_t lFirst, lLast;
+    std::u32string_view sLabel;
+    bool bBehind;
+    int32_t lWantedFirst, lWantedLast;
+  };
+  const Case cases[] = {
+      {U"DEPT: 12 Sales", 0, 0, U"DEPT:", true, 7, 0},  {U"DEPT: 12 Sales", 10, 14, U"DEPT:", false, 10, 0},
+      {U"DEPT: 12 Sales", 7, 8, U"DEPT:", false, 7, 8}, {U"DEPT:   12   PAGE 3", 0, 0, U"DEPT:", true, 9, 13},
+      {U"ACME   PAGE 3", 0, 0, U"ACME", true, 8, 0},    {U"ACME   PAGE 3", 13, 13, U"PAGE", true, 13, 0},
+      {U"1/2/24   ACME", 1, 6, U"", false, 1, 9},
+  };
+  for (const Case& c : cases) {
+    const PointedValue value = ValueAt(c.sLine, c.lFirst, c.lLast);
+    EXPECT_EQ(Utf8Of(value.sLabel), Utf8Of(c.sLabel)) << Utf8Of(c.sLine) << c.lFirst;
+    EXPECT_EQ(value.bBehindLabel && !value.sLabel.empty(), c.bBehind) << Utf8Of(c.sLine) << c.lFirst;
+    EXPECT_EQ(value.lFirst, c.lWantedFirst) << Utf8Of(c.sLine) << c.lFirst;
+    EXPECT_EQ(value.lLast, c.lWantedLast) << Utf8Of(c.sLine) << c.lFirst;
+  }
+  EXPECT_EQ(WithoutColon(U"NO. OF. : .="), U"NO. OF");
+  EXPECT_EQ(WithoutColon(U": :"), U"");
 }
 
 }  // namespace
