@@ -18,17 +18,8 @@ std::string Number(int64_t lNumber) {
 
 ProofGroup KindsGroup(const ReportProof& proof) {
   ProofGroup group{Translate("Lines by kind"), false, {}};
-  const auto add = [&](TidyLineKind kind, const std::string& sWhat) {
-    if (proof.Lines(kind) > 0) group.entries.push_back({sWhat + " " + Number(proof.Lines(kind))});
-  };
-  add(TidyLineKind::Row, Translate("Row lines:"));
-  add(TidyLineKind::Further, Translate("Further lines:"));
-  add(TidyLineKind::Joined, Translate("Joined lines:"));
-  add(TidyLineKind::Heading, Translate("Headings:"));
-  add(TidyLineKind::Total, Translate("Totals:"));
-  add(TidyLineKind::Dropped, Translate("Dropped:"));
-  add(TidyLineKind::LeftOut, Translate("Left out:"));
-  add(TidyLineKind::Outside, Translate("Outside:"));
+  for (std::string& sText : KindTexts([&](TidyLineKind kind) { return proof.Lines(kind); }))
+    group.entries.push_back({std::move(sText)});
   return group;
 }
 
@@ -87,6 +78,23 @@ ProofGroup LossGroup(const ReportProof& proof) {
 }
 
 }  // namespace
+
+std::vector<std::string> KindTexts(const std::function<int64_t(TidyLineKind)>& linesOf) {
+  std::vector<std::string> texts;
+  const auto add = [&](TidyLineKind kind, const std::string& sWhat) {
+    const int64_t lLines = linesOf(kind);
+    if (lLines > 0) texts.push_back(sWhat + " " + Number(lLines));
+  };
+  add(TidyLineKind::Row, Translate("Row lines:"));
+  add(TidyLineKind::Further, Translate("Further lines:"));
+  add(TidyLineKind::Joined, Translate("Joined lines:"));
+  add(TidyLineKind::Heading, Translate("Headings:"));
+  add(TidyLineKind::Total, Translate("Totals:"));
+  add(TidyLineKind::Dropped, Translate("Dropped:"));
+  add(TidyLineKind::LeftOut, Translate("Left out:"));
+  add(TidyLineKind::Outside, Translate("Outside:"));
+  return texts;
+}
 
 std::vector<ProofGroup> ListProof(const ReportProof& proof) {
   std::vector<ProofGroup> groups;

@@ -7,6 +7,7 @@
 #include "clsTidyLines.h"
 #include "modColumnLetters.h"
 #include "modCutPicture.h"
+#include "modProofList.h"
 #include "modText.h"
 #include "modTidyTablesOf.h"
 #include "modTranslator.h"
@@ -132,17 +133,8 @@ void clsTidyLook::NoteKinds(const clsTidyReport& report, CutPicture& picture) co
       {counted(Translate("Table"), tables_[nCurrent_].lNumber) + ": " + counted(Translate("Records:"), state.lRecords),
        state.lRecords == 0});
   std::string sKinds;
-  const auto add = [&](TidyLineKind kind, const std::string& sWhat) {
-    if (report.Lines(kind) > 0) sKinds += (sKinds.empty() ? "" : ";  ") + counted(sWhat, report.Lines(kind));
-  };
-  add(TidyLineKind::Row, Translate("Row lines:"));
-  add(TidyLineKind::Further, Translate("Further lines:"));
-  add(TidyLineKind::Joined, Translate("Joined lines:"));
-  add(TidyLineKind::Heading, Translate("Headings:"));
-  add(TidyLineKind::Total, Translate("Totals:"));
-  add(TidyLineKind::Dropped, Translate("Dropped:"));
-  add(TidyLineKind::LeftOut, Translate("Left out:"));
-  add(TidyLineKind::Outside, Translate("Outside:"));
+  for (const std::string& sText : KindTexts([&](TidyLineKind kind) { return report.Lines(kind); }))
+    sKinds += (sKinds.empty() ? "" : ";  ") + sText;
   picture.notes.push_back({sKinds, false});
   if (state.lMisfits > 0) {
     picture.notes.push_back({counted(Translate("Cells that are not of their column's kind:"), state.lMisfits) + "; " +
