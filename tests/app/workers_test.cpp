@@ -146,10 +146,10 @@ TEST_F(Workers, EndEvenIfEveryFileKills) {
   List(25);
   EXPECT_EQ(Ends(2,
                  [](size_t, FileStory&) -> bool {
-                   raise(SIGSEGV);
+                   raise(SIGKILL);
                    return true;
                  }),
-            std::vector<std::string>(25, std::to_string(SIGSEGV)));
+            std::vector<std::string>(25, std::to_string(SIGKILL)));
   clsWorkers::Calls calls = CallsOf({});
   calls.makeConverter = []() -> Convert { throw std::runtime_error("no place"); };
   clsWorkers workers(files, std::move(calls));
