@@ -71,7 +71,7 @@ unknown=$(grep -ohE '`([a-z_]+/)*(mod|cls|frm|CFile|Main)[A-Za-z_]*`' docs/archi
 [ -z "$unknown" ] || finding "docs/architecture.md names what isn't there" "$unknown"
 
 # 8. The manual explains every code that a message can have.
-codes=$(grep -rhoE '(= |\{)-[0-9]{1,4}\b' src/control/modRunMessages.h src/recipe/modRecipeMessages.cpp | grep -oE -- '-[0-9]+' | sort -u)
+codes=$(grep -rhoE '(= |\{)-[0-9]{1,4}\b' src/control/modRunMessages.h src/recipe/modRecipeMessages.h src/foundation/modCollections.cpp | grep -oE -- '-[0-9]+' | sort -u)
 unexplained=$(for code in $codes; do grep -q -- "^| $code |" docs/manual/troubleshooting.md || echo "$code"; done)
 [ -z "$unexplained" ] || finding "codes that docs/manual/troubleshooting.md lacks" "$unexplained"
 

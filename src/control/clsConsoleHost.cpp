@@ -14,6 +14,7 @@
 
 #include "modPaths.h"
 #include "modRecipeGlobals.h"
+#include "modRecipeMessages.h"
 #include "modRunMessages.h"
 #include "modText.h"
 
@@ -23,7 +24,6 @@ namespace {
 
 volatile std::sig_atomic_t gnInterrupt = 0;
 
-constexpr int32_t kCellWriteFailed = -5006;
 constexpr std::string_view kRed = "\x1b[31m", kYellow = "\x1b[33m", kPlain = "\x1b[0m";
 constexpr std::string_view kLayout = "\n\t";  // Control characters that a text for people may hold
 constexpr std::string_view kEraseLine = "\r\x1b[K";
@@ -126,13 +126,12 @@ void clsConsoleHost::Report(const ReportEntry& asReported) {
   if (!logged || InterruptSignal() != 0) return;
   if ((entry.lErr == kTabsInFile && !bTabHint_) || IsToldOfColumn(entry)) return;
   const bool say = voice_ == Voice::AllEntries || (voice_ == Voice::ErrorsOnly && entry.type == EntryType::Error) ||
-                   entry.lErr == kCellWriteFailed;
+                   entry.lErr == kCellsFailed;
   if (say) PrintEntry(entry);
 }
 
 /// The log takes an operator that is none for every field that meets it; a person needs it once.
 bool clsConsoleHost::IsToldOfColumn(const ReportEntry& entry) {
-  constexpr int32_t kUnknownOperator = -5004;
   return entry.lErr == kUnknownOperator && !columnsTold_.insert(entry.sErr2 + entry.sErr3).second;
 }
 

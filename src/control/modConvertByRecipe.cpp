@@ -127,7 +127,7 @@ void clsConversionRun::RunLongRecipe(std::string_view sOutputFile, const std::ve
     return;
   }
   // A box has told which key it was; without an error the output would be emptied and the run call itself done.
-  if (context.recipe.SpecsFailure().Failed()) ReportRecipe(host_, -5503, {context.recipe.ExportSpecFileName});
+  if (context.recipe.SpecsFailure().Failed()) ReportRecipe(host_, kRecipeHeader, {context.recipe.ExportSpecFileName});
   NameLongRun(context.recipe, sOutputFile, inputs);
   // A section that could not be read is reported and the others run; with no section there is nothing to run.
   const bool bRuns = !outcome_.HasErrors() || !context.recipe.ExportSpecs.SectionSequenceCollection.empty();
@@ -170,7 +170,7 @@ int32_t clsConversionRun::CheckPeriodReports(const clsRecipe& recipe) {
 
 // With a recipe or report that is there and can't be read the run would write an empty output over a good one.
 int32_t clsConversionRun::RefuseUnread() {
-  if (!outcome_.HasErrors()) ReportRecipe(host_, -5500, {outcome_.account.failure.sText});
+  if (!outcome_.HasErrors()) ReportRecipe(host_, kShortRecipeUnreadable, {outcome_.account.failure.sText});
   return outcome_.reasons.back().lCode;
 }
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "modFiles.h"
+#include "modRecipeMessages.h"
 #include "modSettings.h"
 #include "modSystemIo.h"
 #include "modText.h"
@@ -38,8 +39,8 @@ bool clsRunLog::Report(const ReportEntry& entry) {
 }
 
 bool clsRunLog::AlreadyReported() {
-  if (options_.lErr == -5005) return std::exchange(bReportedMinus5005_, true);
-  if (options_.lErr == -5006) return std::exchange(bReportedMinus5006_, true);
+  if (options_.lErr == kLeadingEqualSign) return std::exchange(bReportedMinus5005_, true);
+  if (options_.lErr == kCellsFailed) return std::exchange(bReportedMinus5006_, true);
   return false;
 }
 

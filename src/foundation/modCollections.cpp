@@ -10,6 +10,8 @@ namespace quillon {
 
 namespace {
 
+constexpr int32_t kCollectionIndex = -5900;
+
 /// Sifts position p down within the first n entries of a max-heap of indices.
 void SiftDown(std::vector<size_t>& heap, size_t p, size_t n, const std::vector<std::string>& keys) {
   while (p < n / 2) {
@@ -24,7 +26,7 @@ void SiftDown(std::vector<size_t>& heap, size_t p, size_t n, const std::vector<s
 }  // namespace
 
 void ReportInvalidCollectionIndex(clsHost& host) {
-  ReportCode(host, EntryType::Error, -5900, Translate("Invalid Index in CollectionItemSet!"));
+  ReportCode(host, EntryType::Error, kCollectionIndex, Translate("Invalid Index in CollectionItemSet!"));
 }
 
 std::vector<std::string> SortCollection(const std::vector<std::string>& items, bool bCaseSensitive) {

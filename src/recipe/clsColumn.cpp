@@ -21,18 +21,18 @@ void clsColumn::ReadFromFileSequentially(RecipeContext& context, clsSectionFile&
     return context.options.More("In section [" + sSection + "], key " + std::string(sKey));
   };
   if (!ReadPositiveNumber(filehandle, sSection, "ReadColumnStart", ReadColumnStart)) {
-    return ReportRecipe(context.host, -5000, {}, true, more("ReadColumnStart"));
+    return ReportRecipe(context.host, kReadColumnStart, {}, true, more("ReadColumnStart"));
   }
   if (!ReadPositiveNumber(filehandle, {}, "ReadColumnEnd", ReadColumnEnd)) {
-    return ReportRecipe(context.host, -5001, {}, true, more("ReadColumnEnd"));
+    return ReportRecipe(context.host, kReadColumnEnd, {}, true, more("ReadColumnEnd"));
   }
   if (!ReadColumnLetters(filehandle, "WriteColumn", WriteColumn)) {
-    return ReportRecipe(context.host, -5002, {sSection}, true, more("WriteColumn"));
+    return ReportRecipe(context.host, kWriteColumn, {sSection}, true, more("WriteColumn"));
   }
   const std::string sOperator = ReadSectionValue(filehandle, {}, "PeriodOperator", {});
   const std::string sUpper = UpperText(sOperator);
   if (!sUpper.empty() && sUpper != "SUM" && sUpper != "DUPLICATE") {
-    return ReportRecipe(context.host, -5003, {}, true, more("PeriodOperator"));
+    return ReportRecipe(context.host, kPeriodOperator, {}, true, more("PeriodOperator"));
   }
   PeriodOperator = sOperator;
 }

@@ -17,7 +17,7 @@ int32_t clsColumn::ParsePeriodOperator(RecipeContext& context) {
   // "AVG" is a word without a code of its own.
   const bool bKnown = PeriodOperator.empty() || PeriodOperator == "LAST" || PeriodOperator == "AVG";
   if (!bKnown) {
-    ReportRecipe(context.host, -5004, {PeriodOperator}, true,
+    ReportRecipe(context.host, kUnknownOperator, {PeriodOperator}, true,
                  context.options.More("In section [Table " + std::to_string(context.account.tables.size()) +
                                       "], the column for " + WriteColumn));
   }
@@ -30,7 +30,7 @@ bool clsColumn::TakeField(RecipeContext& context, bool bShowMessageBox, std::str
     return EndWalk(context, "A field could not be taken from the rows of the periods", WriteColumn);
   }
   if (TrimLeftBlanks(sField).starts_with('=') && context.account.lEqualSigns++ == 0) {
-    ReportRecipe(context.host, -5005, {}, bShowMessageBox);
+    ReportRecipe(context.host, kLeadingEqualSign, {}, bShowMessageBox);
   }
   return true;
 }

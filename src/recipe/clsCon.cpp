@@ -19,14 +19,14 @@ void clsCon::ReadFromFileSequentially(RecipeContext& context, clsSectionFile& fi
   const std::string sSection = "Consolidate " + std::to_string(con_number);
   int32_t lTable = 0;
   if (!ReadPositiveNumber(filehandle, sSection, "Table", lTable)) {
-    return ReportRecipe(context.host, -5101, {sSection});
+    return ReportRecipe(context.host, kConTableNumber, {sSection});
   }
   if (context.recipe.ExportSpecs.TablesCollection.size() < static_cast<size_t>(lTable)) {
-    return ReportRecipe(context.host, -5102, {sSection, std::to_string(lTable)});
+    return ReportRecipe(context.host, kConNoSuchTable, {sSection, std::to_string(lTable)});
   }
   Table = lTable;
   if (!ReadPositiveNumber(filehandle, {}, "ReadAccountsColumn", ReadAccountsColumn)) {
-    return ReportRecipe(context.host, -5103, {sSection});
+    return ReportRecipe(context.host, kConAccountsColumn, {sSection});
   }
   TotalDepartments = RequiredWholeNumber(context.recipe.ExportSpecFileName + ": [" + sSection + "]", "TotalDepartments",
                                          ReadSectionValue(filehandle, {}, "TotalDepartments", "0"));

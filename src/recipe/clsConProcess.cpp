@@ -32,12 +32,12 @@ bool clsCon::Process(RecipeContext& context) {
   };
   if (Table < 1) return fatal();
   if (Table > specs.ProcessedTables || static_cast<size_t>(Table) > specs.TablesCollection.size()) {
-    ReportRecipe(context.host, -5104, {std::to_string(Table)});
+    ReportRecipe(context.host, kConTableGone, {std::to_string(Table)});
     return fatal();
   }
   const clsTable& table = specs.TablesCollection[static_cast<size_t>(Table) - 1];
   if (static_cast<size_t>(ReadAccountsColumn) > table.ColumnsCollection.size()) {
-    ReportRecipe(context.host, -5105, {std::to_string(Table), std::to_string(ReadAccountsColumn)});
+    ReportRecipe(context.host, kConTooFewColumns, {std::to_string(Table), std::to_string(ReadAccountsColumn)});
     return fatal();
   }
   if (!CollectDepartments(context, table)) return false;
@@ -63,7 +63,7 @@ bool clsCon::CollectDepartments(RecipeContext& context, const clsTable& table) {
 }
 
 void clsCon::BuildAccountList(RecipeContext& context) {
-  if (DepartmentsCollection.empty()) return ReportRecipe(context.host, -5107);
+  if (DepartmentsCollection.empty()) return ReportRecipe(context.host, kConNoDepartments);
   AccNames = DepartmentsCollection[0].AccountsNames;
   AccReadRowNumbers = DepartmentsCollection[0].AccReadRowNumbers;
   DupAccReadRowNumbers.clear();
@@ -123,7 +123,7 @@ bool clsCon::MergeAccountCell(RecipeContext& context, int32_t source, int32_t ta
   if (!IsNumericText(sSource_)) return write(sSource_);
   if (TrimBlanks(sCurrent_).empty()) sCurrent_ = "0";
   if (!IsNumericText(sCurrent_)) {
-    ReportRecipe(context.host, -5106, {std::to_string(target)});
+    ReportRecipe(context.host, kConNoNumber, {std::to_string(target)});
     sCurrent_ = "0";
   }
   if (!accumulate) return write(sSource_);

@@ -236,7 +236,7 @@ char* clsCsvRows::PutField(char* p, std::string_view sField, bool bBlankBehind, 
 /// A field that may need quotes or begin with an equal sign.
 char* clsCsvRows::PutQuoted(char* p, std::string_view sField) {
   if (TrimLeftBlanks(sField).starts_with('=') && context_.account.lEqualSigns++ == 0) {
-    ReportRecipe(context_.host, -5005);
+    ReportRecipe(context_.host, kLeadingEqualSign);
   }
   bool bQuotes = false;
   for (const char c : sField) bQuotes = bQuotes || c == ',' || c == '"';

@@ -18,11 +18,11 @@ void clsDepartment::ReadFromFileSequentially(RecipeContext& context, clsSectionF
   const std::string sSection = SectionName(con_number, dept_number);
   const std::string sPlace = context.recipe.ExportSpecFileName + ": [" + sSection + "]";
   if (!ReadRequiredText(filehandle, sSection, "ReadStartLine", ReadStartLine)) {
-    return ReportRecipe(context.host, -5200, {sSection});
+    return ReportRecipe(context.host, kDepartmentNoStartText, {sSection});
   }
   ReadStartLineOffset = ReadOffset(filehandle, sPlace, "ReadStartLineOffset");
   if (!ReadRequiredText(filehandle, {}, "ReadEndLine", ReadEndLine)) {
-    return ReportRecipe(context.host, -5201, {sSection});
+    return ReportRecipe(context.host, kDepartmentNoEndText, {sSection});
   }
   ReadEndLineOffset = ReadOffset(filehandle, sPlace, "ReadEndLineOffset");
 }

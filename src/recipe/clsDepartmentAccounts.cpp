@@ -36,18 +36,18 @@ bool clsDepartment::ReadAccountNames(RecipeContext& context, int32_t table_start
   const auto find = [&](std::string_view text, int32_t& lRow) {
     return FindKeyRow(context, 1, accounts_column, table_start_row, table_end_row, text, lRow);
   };
-  const auto report = [&](int32_t lErr, std::initializer_list<std::string_view> values) {
-    ReportRecipe(context.host, lErr, values);
+  const auto report = [&](RecipeCode code, std::initializer_list<std::string_view> values) {
+    ReportRecipe(context.host, code, values);
     return true;
   };
   int32_t lStart = 0;
   int32_t lEnd = 0;
   if (!find(ReadStartLine, lStart)) return false;
-  if (lStart == 0) return report(-5202, {ReadStartLine});
+  if (lStart == 0) return report(kDepartmentStartNotFound, {ReadStartLine});
   const int64_t lFirst = int64_t{lStart} + ReadStartLineOffset;
   if (!find(ReadEndLine, lEnd)) return false;
-  if (lEnd == 0) return report(-5203, {ReadEndLine});
-  if (lEnd < lFirst) return report(-5204, {ReadEndLine, ReadStartLine});
+  if (lEnd == 0) return report(kDepartmentEndNotFound, {ReadEndLine});
+  if (lEnd < lFirst) return report(kDepartmentEndInFront, {ReadEndLine, ReadStartLine});
   const int64_t lLast = int64_t{lEnd} + ReadEndLineOffset;
   const int32_t lColumn = AlphaToNum2(context.host, accounts_column);
   for (int64_t lRow = lFirst; lRow <= lLast; ++lRow) {

@@ -34,12 +34,12 @@ void ReadSections(RecipeContext& context, clsSectionFile& file, int64_t lCount, 
 
 int32_t clsExportSpecs::getWritePointer(clsHost& host, int32_t sheet) const {
   if (sheet == 1 || sheet == 2) return writePointers_[static_cast<size_t>(sheet) - 1];
-  ReportRecipe(host, -5304);
+  ReportRecipe(host, kNextRowSheet);
   return 0;
 }
 
 void clsExportSpecs::setWritePointer(clsHost& host, int32_t sheet, int32_t write_pointer) {
-  if (sheet != 1 && sheet != 2) return ReportRecipe(host, -5305);
+  if (sheet != 1 && sheet != 2) return ReportRecipe(host, kSetRowSheet);
   writePointers_[static_cast<size_t>(sheet) - 1] = write_pointer;
 }
 
@@ -117,7 +117,7 @@ bool clsExportSpecs::WriteToFile(RecipeContext& context, std::string_view file_n
     } else if (sKind == "Consolidate") {
       writeNext(ConsolidateCollection, nConsolidate);
     } else {
-      ReportRecipe(context.host, -5306);
+      ReportRecipe(context.host, kNoSuchSpec);
     }
   }
   return file.Save(file_name, failure);

@@ -53,7 +53,7 @@ void ShowTime(RecipeContext& context) {
 
 void clsExportSpecs::Process(RecipeContext& context, clsOutputFile* csv_file_handle) {
   if (static_cast<int64_t>(SectionSequenceCollection.size()) != lTitles_ + lTables_ + lConsolidates_) {
-    return ReportRecipe(context.host, -5307, {}, true,
+    return ReportRecipe(context.host, kSectionCount, {}, true,
                         context.options.More("The lines that look like the header of a section don't agree with the "
                                              "sections [Title n], [Table n] and [Consolidate n]"));
   }
@@ -104,7 +104,7 @@ bool clsExportSpecs::ProcessSection(RecipeContext& context, clsOutputFile* csv_f
     const size_t n = indexes.nConsolidate++;
     return n < ConsolidateCollection.size() ? ConsolidateCollection[n].Process(context) : missing();
   }
-  ReportRecipe(context.host, -5308);
+  ReportRecipe(context.host, kSectionType);
   return false;
 }
 

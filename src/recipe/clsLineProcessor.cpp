@@ -32,7 +32,7 @@ clsRow* clsLineProcessor::SlotOf(int32_t lPeriod) {
 
 bool clsLineProcessor::ReadRow(RecipeContext& context, int32_t row, int32_t tab_size) {
   if (row < 1) {
-    ReportRecipe(context.host, -5400, {std::to_string(row)});
+    ReportRecipe(context.host, kPeriodRow, {std::to_string(row)});
     return true;
   }
   ClearRows();
@@ -41,7 +41,7 @@ bool clsLineProcessor::ReadRow(RecipeContext& context, int32_t row, int32_t tab_
     if (slot == nullptr) return false;
     const std::string& sName = context.recipe.InputFileNameOf(lPeriod);
     if (!PathExists(sName)) {
-      ReportRecipe(context.host, -5401, {sName});
+      ReportRecipe(context.host, kNoPeriodFile, {sName});
       continue;
     }
     std::string sLine;
@@ -56,7 +56,7 @@ bool clsLineProcessor::ReadTextLine(RecipeContext& context, std::string_view fil
                                     std::string& sLine) {
   sLine.clear();
   if (row < 1) {
-    ReportRecipe(context.host, -5403, {std::to_string(row)});
+    ReportRecipe(context.host, kPeriodLine, {std::to_string(row)});
     return true;
   }
   if (row > INT16_MAX) return false;
@@ -73,7 +73,7 @@ bool clsLineProcessor::ProcessField(RecipeContext& context, int32_t lOperator, i
   const clsRecipe& recipe = context.recipe;
   if (lOperator == kSum || lOperator == kAverage) return TotalOf(recipe, lOperator, field_start, field_end, sField);
   if (lOperator != kLast && lOperator != kFirst) {
-    ReportRecipe(context.host, -5402);
+    ReportRecipe(context.host, kPeriodNoOperator);
     return true;
   }
   clsRow* const slot = SlotOf(lOperator == kLast ? recipe.InputFileLast : recipe.InputFileFirst);

@@ -32,7 +32,7 @@ bool clsPeriodFiles::Open(RecipeContext& context, int64_t lFirstLine) {
     reports_[i] = &context.Report(sName, static_cast<int32_t>(i) + 1);
     Failure failure;
     if (!PathExists(sName)) {
-      ReportRecipe(context.host, -5401, {sName});
+      ReportRecipe(context.host, kNoPeriodFile, {sName});
       continue;
     }
     if (!reports_[i]->Open(failure)) return TellUnread(context, failure);

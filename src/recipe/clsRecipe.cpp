@@ -111,7 +111,8 @@ void clsRecipe::LoadFromMarks(RecipeContext& context) {
 
 void clsRecipe::LoadShort(RecipeContext& context, std::string_view short_recipe, const OwnShortRecipe* pOwn) {
   if (!IsFile(short_recipe)) {
-    ReportRecipe(context.host, -5500, {pOwn != nullptr ? std::string_view(pOwn->sShownName) : short_recipe});
+    ReportRecipe(context.host, kShortRecipeUnreadable,
+                 {pOwn != nullptr ? std::string_view(pOwn->sShownName) : short_recipe});
   }
   ResetRecipe();
   CollectionItemSet(context.host, InputFileName, 1, gsInputFile);
@@ -164,12 +165,13 @@ void clsRecipe::LoadFromFile(RecipeContext& context, std::string_view file_name)
   const bool bExists = IsFile(file_name);
   clsSectionFile file;
   if (!bExists) {
-    ReportRecipe(context.host, -5501, {file_name});
-    ReportRecipe(context.host, -5502, {file_name});
+    ReportRecipe(context.host, kNoRecipeFile, {file_name});
+    ReportRecipe(context.host, kRecipeUnreadable, {file_name});
   } else {
     ResetRecipe();
     if (!file.Open(file_name, context.options.RecipeText(), context.account.failure)) return;
-    if (CheckFileHeader(context.host, file, "QLN", kFileType, "1.1")) ReportRecipe(context.host, -5503, {file_name});
+    if (CheckFileHeader(context.host, file, "QLN", kFileType, "1.1"))
+      ReportRecipe(context.host, kRecipeHeader, {file_name});
   }
   ownSpecs_ = {};
   specsFailure_ = {};
@@ -183,7 +185,7 @@ void clsRecipe::LoadFromFile(RecipeContext& context, std::string_view file_name)
     CollectionItemSet(context.host, InputFileTitle, i, input("Title"));
     CollectionItemSet(context.host, InputFileName, i, input("FileName"));
   }
-  if (!ReadExportSpecs(context)) ReportRecipe(context.host, -5504, {ExportSpecFileName});
+  if (!ReadExportSpecs(context)) ReportRecipe(context.host, kNoSpecsFile, {ExportSpecFileName});
 }
 
 bool clsRecipe::SaveToFile(RecipeContext& context, std::string_view file_name, Failure& failure) {

@@ -33,16 +33,19 @@ void clsTable::ReadFromFile(RecipeContext& context, std::string_view file_name, 
 void clsTable::ReadFromFileSequentially(RecipeContext& context, clsSectionFile& filehandle, int32_t table_number) {
   const std::string sSection = "Table " + std::to_string(table_number);
   if (!ReadRequiredText(filehandle, sSection, "ReadStartLine", ReadStartLine)) {
-    return ReportRecipe(context.host, -5601, {sSection}, true, Why(context, filehandle, sSection, "ReadStartLine"));
+    return ReportRecipe(context.host, kTableStartLine, {sSection}, true,
+                        Why(context, filehandle, sSection, "ReadStartLine"));
   }
   const std::string sPlace = context.recipe.ExportSpecFileName + ": [" + sSection + "]";
   ReadStartLineOffset = ReadOffset(filehandle, sPlace, "ReadStartLineOffset");
   if (!ReadRequiredText(filehandle, {}, "ReadEndLine", ReadEndLine)) {
-    return ReportRecipe(context.host, -5602, {sSection}, true, Why(context, filehandle, sSection, "ReadEndLine"));
+    return ReportRecipe(context.host, kTableEndLine, {sSection}, true,
+                        Why(context, filehandle, sSection, "ReadEndLine"));
   }
   ReadEndLineOffset = ReadOffset(filehandle, sPlace, "ReadEndLineOffset");
   if (!ReadPositiveNumber(filehandle, {}, "TotalColumns", TotalColumns)) {
-    return ReportRecipe(context.host, -5603, {sSection}, true, Why(context, filehandle, sSection, "TotalColumns"));
+    return ReportRecipe(context.host, kTableColumns, {sSection}, true,
+                        Why(context, filehandle, sSection, "TotalColumns"));
   }
   ColumnsCollection.clear();
   for (int32_t m = 1; m <= TotalColumns && filehandle.MayReadOn(); ++m) {

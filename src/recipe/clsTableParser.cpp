@@ -75,7 +75,7 @@ Verdict ScanFields(std::u32string_view characters, Fields& fields) {
 bool ScanOrReport(clsHost& host, std::u32string_view characters, Fields& fields) {
   const Verdict verdict = ScanFields(characters, fields);
   if (verdict == Verdict::Fields) return true;
-  if (verdict == Verdict::Unexpected) ReportRecipe(host, -5700);
+  if (verdict == Verdict::Unexpected) ReportRecipe(host, kTemplateAnalyzer);
   fields = {};
   return false;
 }
@@ -155,7 +155,7 @@ bool clsTableParser::LocateRows(RecipeContext& context, int32_t topOffset, int32
   DataBotLoc = static_cast<int32_t>(lBottom);
   const int64_t lRows = lBottom - lTop + 1;
   if (lRows > kMaxRows) {
-    ReportRecipe(context.host, -5701);
+    ReportRecipe(context.host, kTemplateRows);
     ResetParser();
     return false;
   }

@@ -7,7 +7,6 @@
 #include "clsWorkbook.h"
 #include "modFiles.h"
 #include "modRecipeFailures.h"
-#include "modRecipeMessages.h"
 #include "modTranslator.h"
 
 namespace quillon {
@@ -66,9 +65,9 @@ bool clsTableRun::Run() {
   return step != Step::Died;
 }
 
-clsTableRun::Step clsTableRun::Fatal(int32_t lErr, std::initializer_list<std::string_view> values) {
+clsTableRun::Step clsTableRun::Fatal(RecipeCode code, std::initializer_list<std::string_view> values) {
   const std::string sTable = "In section [Table " + std::to_string(context_.account.tables.size()) + "]";
-  ReportRecipe(context_.host, lErr, values, true, context_.options.More(sTable));
+  ReportRecipe(context_.host, code, values, true, context_.options.More(sTable));
   context_.recipe.ExportSpecs.FatalProcessError = true;
   return Step::Done;
 }
@@ -76,13 +75,13 @@ clsTableRun::Step clsTableRun::Fatal(int32_t lErr, std::initializer_list<std::st
 clsTableRun::Step clsTableRun::FindBlock() {
   int64_t lStartKey = 0;
   int64_t lEndKey = 0;
-  if (!PathExists(SearchedReport())) return Fatal(-5604, {table_.ReadStartLine});
-  Step step = FindLine(table_.ReadStartLine, -5604, lStartKey);
-  if (step == Step::Next) step = FindLine(table_.ReadEndLine, -5605, lEndKey);
+  if (!PathExists(SearchedReport())) return Fatal(kTableStartNotFound, {table_.ReadStartLine});
+  Step step = FindLine(table_.ReadStartLine, kTableStartNotFound, lStartKey);
+  if (step == Step::Next) step = FindLine(table_.ReadEndLine, kTableEndNotFound, lEndKey);
   if (step != Step::Next) return step;
   lStart_ = lStartKey + table_.ReadStartLineOffset;
   lEnd_ = lEndKey + table_.ReadEndLineOffset;
-  if (lEnd_ < lStart_) return Fatal(-5606, {table_.ReadEndLine, table_.ReadStartLine});
+  if (lEnd_ < lStart_) return Fatal(kTableEndInFront, {table_.ReadEndLine, table_.ReadStartLine});
   if (lStart_ >= 1 && lEnd_ >= 1) return Step::Next;
   context_.account.leftOut.push_back(
       Translate("The table starts above the first line of the report, so no row of it was written") + ": " +
@@ -94,15 +93,15 @@ const std::string& clsTableRun::SearchedReport() const {
   return context_.recipe.InputFileNameOf(context_.recipe.InputFileFirst);
 }
 
-/// The first line of the searched file that holds the key text; none is the error lErr.
-clsTableRun::Step clsTableRun::FindLine(std::string_view sKeyText, int32_t lErr, int64_t& lLine) {
+/// The first line of the searched file that holds the key text; none is the error code.
+clsTableRun::Step clsTableRun::FindLine(std::string_view sKeyText, RecipeCode code, int64_t& lLine) {
   if (const Step step = OpenReport(SearchedReport()); step != Step::Next) return step;
   lLine = pReport_->LineOf(std::string(sKeyText));
   if (IsStopped(pReport_->Reader().LastFailure())) return Step::Done;
   if (pReport_->Reader().LastFailure().Failed()) return ReadFailure(pReport_->Reader());
   if (lLine != 0) return Step::Next;
   if (bAllPeriods_ || context_.recipe.InputFileFirst == 1) CountLines();
-  return Fatal(lErr, {sKeyText});
+  return Fatal(code, {sKeyText});
 }
 
 /// Opens the file, unless it is open.
@@ -201,7 +200,7 @@ clsTableRun::Step clsTableRun::CheckColumns() {
           pCsv_ != nullptr ? column->GetCsvValue(context_, sIgnored) : column->Process(context_, lFirstSheetRow_);
       if (!bDone) return Step::Died;
     }
-    return Fatal(-5607, {std::to_string(bad - columns.begin() + 1)});
+    return Fatal(kTableColumnPlace, {std::to_string(bad - columns.begin() + 1)});
   }
   if (pCsv_ == nullptr) return Step::Next;
   csvRows_.emplace(context_, columns, table_.lDelimitationChar, Reader().CodePage(), *pCsv_);
@@ -210,7 +209,7 @@ clsTableRun::Step clsTableRun::CheckColumns() {
   const std::string sCode = std::to_string(table_.lDelimitationChar);
   context_.account.failure =
       OwnFailure(gsOutputFile, Translate("The separator is no character code from 1 to 255") + ": " + sCode);
-  return Fatal(-5309, {sCode});
+  return Fatal(kSeparator, {sCode});
 }
 
 void clsTableRun::MeasureRow(const clsRow& row) {

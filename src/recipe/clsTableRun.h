@@ -10,6 +10,7 @@
 #include "clsLineReader.h"
 #include "clsPeriodFiles.h"
 #include "clsTable.h"
+#include "modRecipeMessages.h"
 
 namespace quillon {
 
@@ -30,8 +31,8 @@ class clsTableRun {
 
   Step FindBlock();
   const std::string& SearchedReport() const;
-  Step FindLine(std::string_view sKeyText, int32_t lErr, int64_t& lLine);
-  Step Fatal(int32_t lErr, std::initializer_list<std::string_view> values);
+  Step FindLine(std::string_view sKeyText, RecipeCode code, int64_t& lLine);
+  Step Fatal(RecipeCode code, std::initializer_list<std::string_view> values);
   Step OpenRows();
   Step OpenReport(const std::string& sPath);
   Step ExportRows();

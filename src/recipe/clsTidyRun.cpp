@@ -125,32 +125,37 @@ class clsTidyRun : public clsTidyListener {
   /// Key texts that aren't in the report are found out before anything is written. The tables before such a one run.
   bool LocateAll() {
     for (size_t i = 0; i < tables_.size(); ++i) {
-      const int32_t lErr = Locate(tables_[i]);
+      const std::optional<RecipeCode> code = Locate(tables_[i]);
       if (bDied_ || gbAbandonOutput) return false;
-      if (lErr == 0) continue;
+      if (!code) continue;
       const TidyTable& table = tables_[i];
-      ReportRecipe(context_.host, lErr, {lErr == -5604 ? table.sStartLine : table.sEndLine});
+      ReportRecipe(context_.host, *code, {*code == kTableStartNotFound ? table.sStartLine : table.sEndLine});
       context_.recipe.ExportSpecs.FatalProcessError = true;
       tables_.resize(i);
     }
     return true;
   }
 
-  int32_t Locate(const TidyTable& table) {
-    if (table.bOptional || (table.sStartLine.empty() && table.sEndLine.empty())) return 0;
+  /// A search that was stopped found out nothing.
+  static std::optional<RecipeCode> NotFound(clsReport& report, RecipeCode code) {
+    return IsStopped(report.Reader().LastFailure()) ? std::nullopt : std::optional(code);
+  }
+
+  std::optional<RecipeCode> Locate(const TidyTable& table) {
+    if (table.bOptional || (table.sStartLine.empty() && table.sEndLine.empty())) return {};
     // The run's own reader found out that the report can be read.
     clsReport& report = context_.Report(context_.recipe.InputFileNameOf(1));
     Failure failure;
-    if (!report.Open(failure)) return 0;
+    if (!report.Open(failure)) return {};
     int64_t lBeforeEnd = 0;
     if (!table.sStartLine.empty()) {
       const int64_t lKey = report.LineOf(table.sStartLine);
-      if (lKey == 0) return IsStopped(report.Reader().LastFailure()) ? 0 : -5604;
+      if (lKey == 0) return NotFound(report, kTableStartNotFound);
       lBeforeEnd = std::max<int64_t>(lKey, lKey + table.lStartOffset - 1);
     }
-    if (table.sEndLine.empty() || table.bRepeat || table.bUntilBlank) return 0;
-    if (report.LineBehind(table.sEndLine, lBeforeEnd) != 0) return 0;
-    return IsStopped(report.Reader().LastFailure()) ? 0 : -5605;
+    if (table.sEndLine.empty() || table.bRepeat || table.bUntilBlank) return {};
+    if (report.LineBehind(table.sEndLine, lBeforeEnd) != 0) return {};
+    return NotFound(report, kTableEndNotFound);
   }
 
   bool MakeSheets() {

@@ -17,13 +17,13 @@ void clsTitle::ReadFromFileSequentially(RecipeContext& context, clsSectionFile& 
   const std::string sSection = "Title " + std::to_string(title_number);
   int32_t lLines = 0;
   if (!ReadPositiveNumber(filehandle, sSection, "WriteSheet", WriteSheet)) {
-    return ReportRecipe(context.host, -5801, {sSection});
+    return ReportRecipe(context.host, kTitleSheet, {sSection});
   }
   if (!ReadColumnLetters(filehandle, "WriteColumn", WriteColumn)) {
-    return ReportRecipe(context.host, -5802, {sSection});
+    return ReportRecipe(context.host, kTitleColumn, {sSection});
   }
   if (!ReadPositiveNumber(filehandle, {}, "TotalLines", lLines)) {
-    return ReportRecipe(context.host, -5803, {sSection});
+    return ReportRecipe(context.host, kTitleLines, {sSection});
   }
   TextLines.clear();
   for (int32_t i = 1; i <= lLines && filehandle.MayReadOn(); ++i) {
@@ -55,7 +55,7 @@ void clsTitle::ParseSheetRowColumn(clsHost& host, std::string_view sCode, int32_
   if (lSheet < 1) lSheet = 1;
   if (lRow < 1) lRow = 1;
   if (!IsColumnText(sColumn)) sColumn = "A";
-  if (!bRight) ReportRecipe(host, -5804);
+  if (!bRight) ReportRecipe(host, kSheetRowColumn);
 }
 
 }  // namespace quillon

@@ -70,7 +70,7 @@ void clsExportSpecs::FileCreateShort(RecipeContext& context, std::string_view te
     if (!failure.Failed() && file.Save(short_file, failure)) return;
   }
   if (IsStopped(failure)) return;
-  ReportRecipe(context.host, -5303, {std::to_string(failure.nError), failure.sText});
+  ReportRecipe(context.host, kMarksUnreadable, {std::to_string(failure.nError), failure.sText});
   context.account.failure = failure;
 }
 

@@ -8,7 +8,7 @@ namespace quillon {
 namespace {
 
 void ReportReason(RecipeContext& context, const Failure& failure) {
-  ReportEntry entry = RecipeEntry(-5006, {std::to_string(failure.nError), failure.sText});
+  ReportEntry entry = RecipeEntry(kCellsFailed, {std::to_string(failure.nError), failure.sText});
   entry.sCause = failure.sText;
   context.host.Report(entry);
 }
@@ -34,7 +34,7 @@ void ReportCellFailure(RecipeContext& context, const Failure& failure) {
 void ReportFileFailure(RecipeContext& context, const Failure& failure) {
   context.account.failure = failure;
   if (context.options.bSayMore) return;
-  ReportEntry entry = RecipeEntry(-5006, {std::to_string(failure.nError), failure.sText});
+  ReportEntry entry = RecipeEntry(kCellsFailed, {std::to_string(failure.nError), failure.sText});
   entry.sErr2 = entry.sCause = failure.sText;
   context.host.Report(entry);
 }

@@ -13,7 +13,7 @@ namespace quillon {
 namespace {
 
 struct RecipeMessage {
-  int32_t lErr;
+  RecipeCode code;
   EntryType type;
   bool bShowMessageBox;
   /// Pieces between "|": "%1" is a value, a piece with a letter a phrase, anything else stands as it is.
@@ -25,66 +25,65 @@ constexpr EntryType kWarning = EntryType::Warning;
 
 // Ascending by size of the code.
 constexpr std::array kMessages = std::to_array<RecipeMessage>({
-    {-5000, kError, true, "Invalid Read Column start position!"},
-    {-5001, kError, true, "Invalid Read Column end position!"},
-    {-5002, kError, true, "Error in| [|%1|] : |Write Column must be (A-Z)!"},
-    {-5003, kError, true, "Invalid Multi-file operator!"},
-    {-5004, kWarning, true, "Unrecognized operator|: [|%1|]"},
-    {-5005, kWarning, true, "Source Data field begins with Equal Sign! This may not be accepted by Excel!"},
-    {-5006, kWarning, false, "Excel: |Warning|: [|%1|] |%2"},
-    {-5101, kError, true, "Error in section| [|%1|] : |Table number must be > 0!"},
-    {-5102, kError, true, "Error in section| [|%1|] : |Table number| [|%2|] |does not exist!"},
-    {-5103, kError, true, "Error in section| [|%1|] : |Accounts Column Number must be > 0!"},
-    {-5104, kError, true, "Cannot consolidate table| [|%1|]. |Table does not exist!"},
-    {-5105, kError, true, "Error in Consolidate: Table| [|%1|] |does not have| [|%2|] |columns!"},
-    {-5106, kError, true, "Unexpected non-numeric field!| (|Sheet:| 2, |Row:| |%1|)"},
-    {-5107, kError, true, "No Departments to consolidate in clsCon!"},
-    {-5200, kError, true, "Error in| [|%1|] : |Missing ReadStartLine text!"},
-    {-5201, kError, true, "Error in| [|%1|] : |Missing ReadEndLine text!"},
-    {-5202, kError, true, "Error in Department specs: Cannot find ReadStartLine|: |%1"},
-    {-5203, kError, true, "Error in Department specs: Cannot find ReadEndLine|: |%1"},
-    {-5204, kError, true,
+    {kReadColumnStart, kError, true, "Invalid Read Column start position!"},
+    {kReadColumnEnd, kError, true, "Invalid Read Column end position!"},
+    {kWriteColumn, kError, true, "Error in| [|%1|] : |Write Column must be (A-Z)!"},
+    {kPeriodOperator, kError, true, "Invalid Multi-file operator!"},
+    {kUnknownOperator, kWarning, true, "Unrecognized operator|: [|%1|]"},
+    {kLeadingEqualSign, kWarning, true, "Source Data field begins with Equal Sign! This may not be accepted by Excel!"},
+    {kCellsFailed, kWarning, false, "Excel: |Warning|: [|%1|] |%2"},
+    {kConTableNumber, kError, true, "Error in section| [|%1|] : |Table number must be > 0!"},
+    {kConNoSuchTable, kError, true, "Error in section| [|%1|] : |Table number| [|%2|] |does not exist!"},
+    {kConAccountsColumn, kError, true, "Error in section| [|%1|] : |Accounts Column Number must be > 0!"},
+    {kConTableGone, kError, true, "Cannot consolidate table| [|%1|]. |Table does not exist!"},
+    {kConTooFewColumns, kError, true, "Error in Consolidate: Table| [|%1|] |does not have| [|%2|] |columns!"},
+    {kConNoNumber, kError, true, "Unexpected non-numeric field!| (|Sheet:| 2, |Row:| |%1|)"},
+    {kConNoDepartments, kError, true, "No Departments to consolidate in clsCon!"},
+    {kDepartmentNoStartText, kError, true, "Error in| [|%1|] : |Missing ReadStartLine text!"},
+    {kDepartmentNoEndText, kError, true, "Error in| [|%1|] : |Missing ReadEndLine text!"},
+    {kDepartmentStartNotFound, kError, true, "Error in Department specs: Cannot find ReadStartLine|: |%1"},
+    {kDepartmentEndNotFound, kError, true, "Error in Department specs: Cannot find ReadEndLine|: |%1"},
+    {kDepartmentEndInFront, kError, true,
      "Error in Table specs: ReadEndLine key text| [|%1|] |was found before ReadStartLine key text| [|%2|]"},
-    {-5300, kWarning, true, "Short format recipe file does not exist!"},
-    {-5301, kError, true, "Table| |%1| |not found!"},
-    {-5302, kError, true, "Table| |%1| |not found!"},
-    {-5303, kError, false, "Error|: [|%1|] |%2"},
-    {-5304, kError, true, "Invalid sheet number specified!"},
-    {-5305, kError, true, "Invalid sheet number specified!"},
-    {-5306, kError, true, "Invalid item specfied!"},
-    {-5307, kError, true, "Invalid Section Count!"},
-    {-5308, kError, true, "Invalid Section type specified!"},
-    {-5309, kError, true, "The separator is no character code from 1 to 255|: |%1"},
-    {-5400, kError, true, "Invalid Row number!| [|%1|]"},
-    {-5401, kError, true, "Text File| [|%1|] |does not exist!"},
-    {-5402, kWarning, true, "Invalid operator found!"},
-    {-5403, kError, true, "Invalid line number found!| [|%1|]"},
-    {-5500, kError, true, "Cannot find recipe file|: |%1"},
-    {-5501, kError, true, "Cannot find recipe file|: |%1"},
-    {-5502, kError, true, "Cannot find recipe file|: |%1"},
-    {-5503, kError, true, "Invalid header in recipe file|: |%1"},
-    {-5504, kError, true, "Cannot find Export Specs file|: |%1"},
-    {-5601, kError, true, "Error in| [|%1|] : |Invalid ReadStartLine!"},
-    {-5602, kError, true, "Error in| [|%1|] : |Invalid ReadEndLine!"},
-    {-5603, kError, true, "Error in| [|%1|] : |Number of Columns must be > 0!"},
-    {-5604, kError, true, "Error in Table specs: Cannot find ReadStartLine|: |%1"},
-    {-5605, kError, true, "Error in Table specs: Cannot find ReadEndLine|: |%1"},
-    {-5606, kError, true,
+    {kNoShortRecipe, kWarning, true, "Short format recipe file does not exist!"},
+    {kTemplateNotFound, kError, true, "Table| |%1| |not found!"},
+    {kNoTemplateRuler, kError, true, "Table| |%1| |not found!"},
+    {kMarksUnreadable, kError, false, "Error|: [|%1|] |%2"},
+    {kNextRowSheet, kError, true, "Invalid sheet number specified!"},
+    {kSetRowSheet, kError, true, "Invalid sheet number specified!"},
+    {kNoSuchSpec, kError, true, "Invalid item specfied!"},
+    {kSectionCount, kError, true, "Invalid Section Count!"},
+    {kSectionType, kError, true, "Invalid Section type specified!"},
+    {kSeparator, kError, true, "The separator is no character code from 1 to 255|: |%1"},
+    {kPeriodRow, kError, true, "Invalid Row number!| [|%1|]"},
+    {kNoPeriodFile, kError, true, "Text File| [|%1|] |does not exist!"},
+    {kPeriodNoOperator, kWarning, true, "Invalid operator found!"},
+    {kPeriodLine, kError, true, "Invalid line number found!| [|%1|]"},
+    {kShortRecipeUnreadable, kError, true, "Cannot find recipe file|: |%1"},
+    {kNoRecipeFile, kError, true, "Cannot find recipe file|: |%1"},
+    {kRecipeUnreadable, kError, true, "Cannot find recipe file|: |%1"},
+    {kRecipeHeader, kError, true, "Invalid header in recipe file|: |%1"},
+    {kNoSpecsFile, kError, true, "Cannot find Export Specs file|: |%1"},
+    {kTableStartLine, kError, true, "Error in| [|%1|] : |Invalid ReadStartLine!"},
+    {kTableEndLine, kError, true, "Error in| [|%1|] : |Invalid ReadEndLine!"},
+    {kTableColumns, kError, true, "Error in| [|%1|] : |Number of Columns must be > 0!"},
+    {kTableStartNotFound, kError, true, "Error in Table specs: Cannot find ReadStartLine|: |%1"},
+    {kTableEndNotFound, kError, true, "Error in Table specs: Cannot find ReadEndLine|: |%1"},
+    {kTableEndInFront, kError, true,
      "Error in Table specs: ReadEndLine key text [|%1|]| |was found before ReadStartLine key text [|%2|]"},
-    {-5607, kError, true,
+    {kTableColumnPlace, kError, true,
      "Invalid table specs (column |%1|): |ReadColumnStart is smaller than 1 or larger than ReadColumnEnd!"},
-    {-5700, kError, true, "Unexpected error in template analyzer!"},
-    {-5701, kError, true, "A table must have no more than 9999 rows!"},
-    {-5801, kError, true, "Error in| |%1| : |Write sheet number must be > 0!"},
-    {-5802, kError, true, "Error in| |%1| : |Write Column must be (A-Z)!"},
-    {-5803, kError, true, "Error in| |%1| : |Number of lines must be > 0!"},
-    {-5804, kWarning, true, "Incorrect SheetRowColumn code!"},
-    {-5900, kError, true, "Invalid Index in CollectionItemSet!"},
+    {kTemplateAnalyzer, kError, true, "Unexpected error in template analyzer!"},
+    {kTemplateRows, kError, true, "A table must have no more than 9999 rows!"},
+    {kTitleSheet, kError, true, "Error in| |%1| : |Write sheet number must be > 0!"},
+    {kTitleColumn, kError, true, "Error in| |%1| : |Write Column must be (A-Z)!"},
+    {kTitleLines, kError, true, "Error in| |%1| : |Number of lines must be > 0!"},
+    {kSheetRowColumn, kWarning, true, "Incorrect SheetRowColumn code!"},
 });
 
-const RecipeMessage& MessageOf(int32_t lErr) {
+const RecipeMessage& MessageOf(RecipeCode code) {
   const auto* const found = std::find_if(kMessages.begin(), kMessages.end(),
-                                         [lErr](const RecipeMessage& message) { return message.lErr == lErr; });
+                                         [code](const RecipeMessage& message) { return message.code == code; });
   assert(found != kMessages.end());
   return *found;
 }
@@ -114,15 +113,15 @@ std::string BuildText(std::string_view sPieces, std::initializer_list<std::strin
 
 }  // namespace
 
-ReportEntry RecipeEntry(int32_t lErr, std::initializer_list<std::string_view> values) {
-  const RecipeMessage& message = MessageOf(lErr);
-  return {lErr,         CodeLine(message.type, lErr), BuildText(message.sPieces, values), {},
+ReportEntry RecipeEntry(RecipeCode code, std::initializer_list<std::string_view> values) {
+  const RecipeMessage& message = MessageOf(code);
+  return {code,         CodeLine(message.type, code), BuildText(message.sPieces, values), {},
           message.type, message.bShowMessageBox};
 }
 
-void ReportRecipe(clsHost& host, int32_t lErr, std::initializer_list<std::string_view> values, bool bShowMessageBox,
+void ReportRecipe(clsHost& host, RecipeCode code, std::initializer_list<std::string_view> values, bool bShowMessageBox,
                   std::string sThirdLine) {
-  ReportEntry entry = RecipeEntry(lErr, values);
+  ReportEntry entry = RecipeEntry(code, values);
   entry.bShowMessageBox = entry.bShowMessageBox && bShowMessageBox;
   entry.sErr3 = std::move(sThirdLine);
   host.Report(entry);

@@ -59,13 +59,13 @@ class clsTableConverter {
     table.ReadEndLineOffset = RequiredWholeNumber(sPlace, "ReadEndLineOffset", keys.sEndOffset);
     if (IsOpenTemplate(keys.sTemplate)) ExpectKeyTexts();
     if (!FixTemplate(context_, sTextFile_, glTabSize, table, keys.sTemplate)) {
-      return !gbAbandonOutput && Fails(-5301, lTable);
+      return !gbAbandonOutput && Fails(kTemplateNotFound, lTable);
     }
     std::vector<int32_t> colStart;
     std::vector<int32_t> colEnd;
     std::vector<std::string> colOp;
     if (!clsTableParser::analyze_template(context_.host, keys.sTemplate, colStart, colEnd, colOp)) {
-      return Fails(-5302, lTable);
+      return Fails(kNoTemplateRuler, lTable);
     }
     if (!IsColumnRight(lTable, keys.sWriteColumn)) return false;
     AddColumns(table, colStart, colEnd, AlphaToNum2(context_.host, keys.sWriteColumn) - 1);
@@ -77,7 +77,7 @@ class clsTableConverter {
     table.tidy.emplace();
     if (tidy_.Read(lTable, *table.tidy, fault) && PlaceRuler(context_, sTextFile_, *table.tidy, fault)) return true;
     if (gbAbandonOutput) return false;
-    if (!fault.IsSet()) return Fails(-5301, lTable);
+    if (!fault.IsSet()) return Fails(kTemplateNotFound, lTable);
     ReportTidyFault(context_.host, sRecipeName_, fault);
     return false;
   }
@@ -87,7 +87,7 @@ class clsTableConverter {
     const bool bLetters = !sColumn.empty() && std::all_of(sColumn.begin(), sColumn.end(), IsAsciiLetter);
     if (!context_.options.bSayMore || context_.options.bKeep || (bLetters && IsColumnText(sColumn))) return true;
     const std::string sSection = "Table " + std::to_string(lTable);
-    ReportRecipe(context_.host, -5002, {sSection}, true,
+    ReportRecipe(context_.host, kWriteColumn, {sSection}, true,
                  sColumn.empty() ? WhyMissing(recipe_, sSection, "WriteColumn") : "WriteColumn=" + sColumn);
     return false;
   }
@@ -99,9 +99,9 @@ class clsTableConverter {
                   : WhyMissing(recipe_, sSection, "Parsing");
   }
 
-  bool Fails(int32_t lErr, int32_t lTable) {
-    const bool bNoRuler = lErr == -5302;
-    ReportRecipe(context_.host, lErr, {std::to_string(lTable)}, true,
+  bool Fails(RecipeCode code, int32_t lTable) {
+    const bool bNoRuler = code == kNoTemplateRuler;
+    ReportRecipe(context_.host, code, {std::to_string(lTable)}, true,
                  bNoRuler ? context_.options.More(WhyNoRuler(lTable)) : std::string());
     return false;
   }
@@ -134,11 +134,11 @@ void OpenShort(RecipeContext& context, std::string_view short_file, const OwnSho
   const bool bExists = IsFile(short_file);
   if (!bExists) {
     const std::string sName = pOwn != nullptr ? pOwn->sShownName : std::string(short_file);
-    ReportRecipe(context.host, -5300, {}, true, "    " + sName);
+    ReportRecipe(context.host, kNoShortRecipe, {}, true, "    " + sName);
   }
   const TextFileOptions text = pOwn != nullptr ? pOwn->text : context.options.RecipeText();
   if (recipe.Open(short_file, text, failure) || !bExists) return;
-  ReportRecipe(context.host, -5500, {failure.sText});
+  ReportRecipe(context.host, kShortRecipeUnreadable, {failure.sText});
   context.account.failure = failure;  // so that nothing is written over
 }
 
