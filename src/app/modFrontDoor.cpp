@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <exception>
 #include <new>
-#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -58,18 +57,12 @@ int BecomeDesktopProgram(char** argv) {
   return kExitWrongUse;
 }
 
-/// The first error of a log, on one line; "" if there is none.
-std::string FirstError(const std::string& sLog) {
-  constexpr std::string_view kEntry = "!!!!!!!!!! ";
-  std::istringstream lines(sLog);
-  std::string sError;
-  for (std::string sLine; std::getline(lines, sLine);) {
-    if (!sLine.empty() && sLine.back() == '\r') sLine.pop_back();
-    if (!sError.empty() && !sLine.starts_with(kLogIndent)) break;
-    if (!sError.empty()) sError.append(" ").append(TrimBlanks(sLine));
-    if (sError.empty() && sLine.starts_with(std::string(kEntry) + "Error")) sError = sLine.substr(kEntry.size());
+std::string OnOneLine(const ReportEntry& entry) {
+  std::string line = entry.sErr1;
+  for (const std::string* const pText : {&entry.sErr2, &entry.sErr3}) {
+    if (!pText->empty()) line.append(" ").append(OneLine(ReplaceAll(*pText, "%lf%", "\n")));
   }
-  return sError;
+  return line;
 }
 
 /// A run without a log would fail without a trace.
@@ -78,9 +71,9 @@ void SayWhatNoLogTells(clsConsoleHost& host, const clsRunLog& log, const std::st
   if (options.sInputFile.empty() && options.sCLBatchJobFile.empty()) {
     return host.Say("quillon: " + sText + " names no input by /I and no job by /J; see quillon --help");
   }
-  const std::string sError = FirstError(log.txtLog());
-  const bool bTold = !options.sLogFile.empty() || options.bVerbose || sError.find("[-1006]") != std::string::npos;
-  if (!bTold && !sError.empty()) host.Say("quillon: " + sError + " (/L keeps a log of all)");
+  const std::optional<ReportEntry>& error = log.FirstError();
+  if (!error || !options.sLogFile.empty() || options.bVerbose || error->lErr == kLogIsFileOfRun) return;
+  host.Say("quillon: " + OnOneLine(*error) + " (/L keeps a log of all)");
 }
 
 int RunSlashForm(int argc, char** argv) {

@@ -37,17 +37,6 @@ void PrintError(std::string_view sText) {
   std::fwrite(sText.data(), 1, sText.size(), stderr);
 }
 
-/// One line: line ends become blanks, runs of blanks one.
-std::string OneLine(std::string_view sText) {
-  std::string line;
-  for (const char c : sText) {
-    const bool gap = c == '\r' || c == '\n' || c == '\t' || c == ' ';
-    if (!gap) line += c;
-    if (gap && !line.empty() && line.back() != ' ') line += ' ';
-  }
-  return std::string(TrimRightBlanks(line));
-}
-
 /// What the log of a slash run has no line for: the failure in the system's own words.
 void Explain(ReportEntry& entry) {
   if (!entry.sCause.empty()) entry.sErr2 = entry.sCause;
@@ -74,6 +63,16 @@ std::string EntryText(const ReportEntry& entry) {
 }
 
 }  // namespace
+
+std::string OneLine(std::string_view sText) {
+  std::string line;
+  for (const char c : sText) {
+    const bool gap = c == '\r' || c == '\n' || c == '\t' || c == ' ';
+    if (!gap) line += c;
+    if (gap && !line.empty() && line.back() != ' ') line += ' ';
+  }
+  return std::string(TrimRightBlanks(line));
+}
 
 void HoldStandardStreams() {
   for (const int nStream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {

@@ -82,4 +82,7 @@ int InterruptSignal();
 /// True if colours may be used on standard error: a terminal, and NO_COLOR isn't set.
 bool UseColours();
 
+/// One line: line ends become blanks, runs of blanks one.
+std::string OneLine(std::string_view sText);
+
 }  // namespace quillon

@@ -39,15 +39,18 @@ bool clsRunLog::Report(const ReportEntry& entry) {
 }
 
 bool clsRunLog::AlreadyReported() {
-  if (options_.lErr == kLeadingEqualSign) return std::exchange(bReportedMinus5005_, true);
-  if (options_.lErr == kCellsFailed) return std::exchange(bReportedMinus5006_, true);
+  if (options_.lErr == kLeadingEqualSign) return std::exchange(bToldOfEqualSign_, true);
+  if (options_.lErr == kCellsFailed) return std::exchange(bToldOfCells_, true);
   return false;
 }
 
 bool clsRunLog::LogAddEntry(EntryType type, bool bShowMessageBox) {
   if (AlreadyReported()) return false;
   if (type == EntryType::Warning) ++lWarningCount;
-  if (type == EntryType::Error) ++lErrorCount;
+  if (type == EntryType::Error) {
+    ++lErrorCount;
+    if (!firstError_) firstError_ = {options_.lErr, options_.sErr1, options_.sErr2, options_.sErr3};
+  }
   // With windows the reporter decides, unattended the job does.
   if (gbCommandLineMode ? options_.bVerbose : bShowMessageBox) ShowEntry();
   if (!options_.sErr1.empty()) LogAddEntryHelper("!!!!!!!!!! " + options_.sErr1);
@@ -83,6 +86,7 @@ void clsRunLog::LogAddText(std::string_view sAddString) {
 void clsRunLog::LogClear(bool bAddTimeStamp) {
   sText_ = bAddTimeStamp ? TranslateIfKnown(LogTimeStamp(host_.Now())) : std::string();
   ForgetWhatIsSaidOnce();
+  firstError_.reset();
   options_.sErr1.clear();
   options_.sErr2.clear();
   options_.sErr3.clear();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -31,6 +32,8 @@ class clsRunLog {
 
   void SetView(clsRunLogView* pView) { pView_ = pView; }
   const std::string& txtLog() const { return sText_; }
+  /// The first entry of the run that is an error, if there is one.
+  const std::optional<ReportEntry>& FirstError() const { return firstError_; }
 
   /// Makes the entry the pending one and reports it: what a host does with clsHost::Report. False if it was one of the
   /// two codes that are reported once a run, and had been.
@@ -45,7 +48,7 @@ class clsRunLog {
   /// From here on each entry that is logged becomes a reason in this outcome, too; null: no longer.
   void TellOutcome(FileOutcome* pOutcome) { pOutcome_ = pOutcome; }
   /// What is reported once a run is reported again when it comes again.
-  void ForgetWhatIsSaidOnce() { bReportedMinus5005_ = bReportedMinus5006_ = false; }
+  void ForgetWhatIsSaidOnce() { bToldOfEqualSign_ = bToldOfCells_ = false; }
   /// Empties the log and the pending entry; a run's log begins with a time stamp.
   void LogClear(bool bAddTimeStamp);
 
@@ -61,8 +64,9 @@ class clsRunLog {
   clsRunLogView* pView_ = nullptr;
   FileOutcome* pOutcome_ = nullptr;
   std::string sText_;
-  bool bReportedMinus5005_ = false;
-  bool bReportedMinus5006_ = false;
+  std::optional<ReportEntry> firstError_;
+  bool bToldOfEqualSign_ = false;
+  bool bToldOfCells_ = false;
 };
 
 /// True unless an ordinary file is there that holds anything but the log of an earlier run: then another use of its
