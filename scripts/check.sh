@@ -30,6 +30,8 @@ threads=$(grep -rnE 'std::(jthread|thread|async)\b|pthread_create|QThread|QtConc
   grep -vE '^src/(foundation/clsOutputFile|output/zip/clsSideThread)\.(h|cpp):')
 [ -z "$threads" ] || finding "threads outside of clsOutputFile and clsSideThread" "$threads"
 
+names=$(scripts/names.sh) || finding "names that break the conventions (scripts/names.yml tells them)" "$names"
+
 # 3. Words that stay out: left-overs, places of one machine, pages that a reader of this tree hasn't got.
 words='\b(TO''DO|FIX''ME|X''XX|HA''CK)\b|/(wo''rk|ro''ot)/|/bash_jo''bs|\bParts? [1-6]\.[0-9]+|\bspec''\.md\b|[Tt]he spec''ification says'
 left=$(ours . | grep -vE '^tests/golden/[^/]+/|\.svg$' | xargs -r -d '\n' grep -nIE "$words" 2>/dev/null | head -20)

@@ -15,19 +15,19 @@ clsRowLikeness::clsRowLikeness(const TidyTable& table) {
 }
 
 bool clsRowLikeness::Fits(std::u32string_view sCell, const std::vector<TidyKindOrText>& wanted) {
-  const CellKind kind = KindOfCell(sCell);
+  const FieldKind kind = KindOfCell(sCell);
   return std::any_of(wanted.begin(), wanted.end(), [&](const TidyKindOrText& want) {
     switch (want.kind) {
       case TidyKind::Number:
-        return kind == CellKind::Number || kind == CellKind::Digits;
+        return kind == FieldKind::Number || kind == FieldKind::Digits;
       case TidyKind::Digits:
-        return kind == CellKind::Digits;
+        return kind == FieldKind::Digits;
       case TidyKind::Date:
-        return kind == CellKind::Date;
+        return kind == FieldKind::Date;
       case TidyKind::Letters:
-        return kind == CellKind::Letters;
+        return kind == FieldKind::Letters;
       case TidyKind::Any:
-        return kind != CellKind::Blank;
+        return kind != FieldKind::Blank;
       case TidyKind::Blank:
         return false;
       case TidyKind::Holds:
@@ -53,7 +53,7 @@ bool clsRowLikeness::LooksLikeRow(std::u32string_view sLine) const {
     ++nWanted;
     if (!Fits(sCell, column.wanted)) continue;
     ++nFits;
-    nFigures += KindOfCell(sCell) != CellKind::Letters ? 1U : 0U;
+    nFigures += KindOfCell(sCell) != FieldKind::Letters ? 1U : 0U;
   }
   return nWanted >= 2 && nFits * 4 >= nWanted * 3 && nFigures > 0;
 }

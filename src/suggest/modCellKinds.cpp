@@ -188,12 +188,12 @@ bool IsDateText(std::u32string_view sCell) {
   return (FormsOf(sCell) & ~kPlainBit) != 0;
 }
 
-CellKind KindOfCell(std::u32string_view sCell) {
-  if (sCell.empty()) return CellKind::Blank;
-  if (std::all_of(sCell.begin(), sCell.end(), IsDigitPlace)) return CellKind::Digits;
-  if (IsNumberText(sCell)) return CellKind::Number;
-  if (IsDateText(sCell)) return CellKind::Date;
-  return IsLetterPlace(sCell.front()) ? CellKind::Letters : CellKind::Any;
+FieldKind KindOfCell(std::u32string_view sCell) {
+  if (sCell.empty()) return FieldKind::Blank;
+  if (std::all_of(sCell.begin(), sCell.end(), IsDigitPlace)) return FieldKind::Digits;
+  if (IsNumberText(sCell)) return FieldKind::Number;
+  if (IsDateText(sCell)) return FieldKind::Date;
+  return IsLetterPlace(sCell.front()) ? FieldKind::Letters : FieldKind::Any;
 }
 
 }  // namespace quillon

@@ -8,12 +8,12 @@
 
 namespace quillon {
 
-enum class CellKind : uint8_t { Blank, Digits, Number, Date, Letters, Any };
+enum class FieldKind : uint8_t { Blank, Digits, Number, Date, Letters, Any };
 
 /// Numbers with what is printed beside them: currency signs, thousands marks, signs in front or behind, CR, DR, %.
 bool IsNumberText(std::u32string_view sText);
 /// The narrowest kind of a trimmed cell.
-CellKind KindOfCell(std::u32string_view sCell);
+FieldKind KindOfCell(std::u32string_view sCell);
 /// The forms of dates that all texts put in satisfy.
 class clsDateForms {
  public:

@@ -60,11 +60,11 @@ class clsDistantLines {
     if (tables_[i].bRecords || tables_[i].rows.size() < kFewest) return;
     const std::vector<size_t> rows = AllRows(tables_[i]);
     const clsTableShape shape(report_, rows);
-    std::vector<std::vector<CellKind>> kinds;
+    std::vector<std::vector<FieldKind>> kinds;
     std::vector<std::u32string_view> cells;
     for (const size_t n : rows) {
       shape.Cut(report_.Lines()[n].sText, cells);
-      std::vector<CellKind>& row = kinds.emplace_back();
+      std::vector<FieldKind>& row = kinds.emplace_back();
       for (const std::u32string_view sCell : cells) row.push_back(KindOfCell(sCell));
     }
     constexpr size_t kMostTurns = 6;
@@ -98,8 +98,8 @@ class clsDistantLines {
 
   /// Whether runs of lines have a multiple of nTurns lines, and each turn has a column of a kind that the next one
   /// hasn't there; where there are only texts, one such turn is enough in runs of so many lines.
-  static bool TakeTurns(const std::vector<size_t>& rows, const std::vector<std::vector<CellKind>>& kinds, size_t nTurns,
-                        bool bTexts) {
+  static bool TakeTurns(const std::vector<size_t>& rows, const std::vector<std::vector<FieldKind>>& kinds,
+                        size_t nTurns, bool bTexts) {
     size_t nRuns = 0;
     size_t nWhole = 0;
     size_t nExact = 0;
@@ -116,7 +116,7 @@ class clsDistantLines {
     const bool bParted = nExact * 10 >= nRuns * 9;
     size_t nOwn = 0;
     // How often each kind comes, by turn and column.
-    std::vector<std::vector<std::map<CellKind, size_t>>> counts(nTurns);
+    std::vector<std::vector<std::map<FieldKind, size_t>>> counts(nTurns);
     for (auto& turn : counts) turn.resize(kinds.front().size());
     std::vector<size_t> of(nTurns);
     size_t nTurn = 0;
@@ -127,7 +127,7 @@ class clsDistantLines {
     }
     for (size_t t = 0; t < nTurns; ++t) {
       const size_t nNext = (t + 1) % nTurns;
-      for (const CellKind kind : {CellKind::Date, CellKind::Digits, CellKind::Number}) {
+      for (const FieldKind kind : {FieldKind::Date, FieldKind::Digits, FieldKind::Number}) {
         const auto itHere = counts[t].front().find(kind);
         const auto itNext = counts[nNext].front().find(kind);
         const bool bBoth = itHere != counts[t].front().end() && itNext != counts[nNext].front().end();
@@ -257,13 +257,13 @@ class clsDistantLines {
     const auto kindOf = [&](const FoundTable& t) {
       const SampleLine& line = report_.Lines()[t.rows.front()];
       const LineMark& first = line.marks.front();
-      const CellKind kind = KindOfCell(
+      const FieldKind kind = KindOfCell(
           line.sText.substr(static_cast<size_t>(first.lStart), static_cast<size_t>(first.lEnd - first.lStart) + 1));
       return std::pair(kind, first.lEnd);
     };
     const auto [kind, lEnd] = kindOf(table);
     const auto [kindOther, lEndOther] = kindOf(other);
-    const bool bFigures = kind == CellKind::Date || kind == CellKind::Digits || kind == CellKind::Number;
+    const bool bFigures = kind == FieldKind::Date || kind == FieldKind::Digits || kind == FieldKind::Number;
     return bFigures && kind == kindOther && lEnd == lEndOther;
   }
 

@@ -32,13 +32,13 @@ void ColumnKinds::Add(std::u32string_view sCell) {
 
 bool ColumnKinds::IsNumeric() const {
   constexpr size_t kPercent = 60;
-  const size_t nNumbers = Count(CellKind::Digits) + Count(CellKind::Number);
+  const size_t nNumbers = Count(FieldKind::Digits) + Count(FieldKind::Number);
   return nNumbers > 0 && nNumbers * 100 >= (Filled() - nBlankMarks) * kPercent;
 }
 
 bool ColumnKinds::IsDate() const {
   constexpr size_t kPercent = 60;
-  return Count(CellKind::Date) * 100 >= Filled() * kPercent && Filled() > 0;
+  return Count(FieldKind::Date) * 100 >= Filled() * kPercent && Filled() > 0;
 }
 
 bool ColumnKinds::IsMark(std::u32string_view sCell) const {
@@ -48,10 +48,10 @@ bool ColumnKinds::IsMark(std::u32string_view sCell) const {
 
 bool ColumnKinds::IsUsual(std::u32string_view sCell) const {
   constexpr double kOften = 0.08;
-  const CellKind kind = KindOfCell(sCell);
-  if (kind == CellKind::Blank) return Share(kind) >= kOften;
-  if (IsNumeric()) return kind == CellKind::Digits || kind == CellKind::Number || IsMark(sCell);
-  if (IsDate()) return kind == CellKind::Date || IsMark(sCell);
+  const FieldKind kind = KindOfCell(sCell);
+  if (kind == FieldKind::Blank) return Share(kind) >= kOften;
+  if (IsNumeric()) return kind == FieldKind::Digits || kind == FieldKind::Number || IsMark(sCell);
+  if (IsDate()) return kind == FieldKind::Date || IsMark(sCell);
   return true;
 }
 

@@ -13,15 +13,15 @@ namespace quillon {
 
 /// What the cells of one column hold.
 struct ColumnKinds {
-  std::array<size_t, 6> counts{};                       ///< By CellKind
+  std::array<size_t, 6> counts{};                       ///< By FieldKind
   std::map<std::u32string, size_t, std::less<>> marks;  ///< Short texts that come again: M, T, ---, N/A
   size_t nRows = 0;
   size_t nBlankMarks = 0;  ///< Cells that say that nothing is there
 
   void Add(std::u32string_view sCell);
-  size_t Count(CellKind kind) const { return counts[static_cast<size_t>(kind)]; }
-  size_t Filled() const { return nRows - Count(CellKind::Blank); }
-  double Share(CellKind kind) const {
+  size_t Count(FieldKind kind) const { return counts[static_cast<size_t>(kind)]; }
+  size_t Filled() const { return nRows - Count(FieldKind::Blank); }
+  double Share(FieldKind kind) const {
     return nRows == 0 ? 0 : static_cast<double>(Count(kind)) / static_cast<double>(nRows);
   }
   /// Digits and Number are one usual kind here.

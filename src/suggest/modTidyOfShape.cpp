@@ -20,12 +20,12 @@ struct ColumnFacts {
     kinds.Add(sCell);
     if (sCell.empty()) return;
     dates.Add(sCell);
-    const CellKind kind = KindOfCell(sCell);
-    if (kind == CellKind::Digits) {
+    const FieldKind kind = KindOfCell(sCell);
+    if (kind == FieldKind::Digits) {
       bLeadingZero = bLeadingZero || (sCell.size() > 1 && sCell.front() == U'0');
       return;
     }
-    if (kind == CellKind::Number) {
+    if (kind == FieldKind::Number) {
       LookAtComma(sCell);
     } else if (odd.size() < kMostOdd || odd.contains(sCell)) {
       ++odd[std::u32string(sCell)];
@@ -72,7 +72,7 @@ TidyNeed NeedOf(const ColumnFacts& facts, TidyColumn column) {
   const ColumnKinds& kinds = facts.kinds;
   const auto add = [&](TidyKind kind) { need.alternatives.push_back({kind, {}}); };
   if (kinds.IsNumeric()) {
-    const bool bDigits = kinds.Count(CellKind::Number) == 0 && facts.odd.empty() && kinds.nRows > 2;
+    const bool bDigits = kinds.Count(FieldKind::Number) == 0 && facts.odd.empty() && kinds.nRows > 2;
     add(bDigits ? TidyKind::Digits : TidyKind::Number);
     // A mark that comes again, such as T or M, holds for the next report; a value of one record doesn't.
     constexpr size_t kLongestMark = 4;
@@ -87,10 +87,10 @@ TidyNeed NeedOf(const ColumnFacts& facts, TidyColumn column) {
   } else if (!facts.dates.Form().empty()) {
     add(TidyKind::Date);
   } else {
-    const bool bLetters = kinds.Count(CellKind::Letters) == kinds.Filled();
+    const bool bLetters = kinds.Count(FieldKind::Letters) == kinds.Filled();
     add(bLetters ? TidyKind::Letters : TidyKind::Any);
   }
-  if (kinds.Count(CellKind::Blank) > 0) add(TidyKind::Blank);
+  if (kinds.Count(FieldKind::Blank) > 0) add(TidyKind::Blank);
   if (need.alternatives.front().kind == TidyKind::Any && need.alternatives.size() > 1) need.alternatives.clear();
   return need;
 }

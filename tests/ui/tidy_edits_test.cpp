@@ -57,19 +57,19 @@ TEST(TidyEdits, ReachPartsWhoseNumbersLeaveSomeOut) {
   };
   const Case cases[] = {
       {[](TidyTable& t) {
-         NameColumn(t, {ColumnPart::Heading, 1, 0}, "Date");
+         NameColumn(t, {ColumnSource::Heading, 1, 0}, "Date");
        },
        "Names=Date\n", "Names=Run\n"},
       {[](TidyTable& t) {
-         NameColumn(t, {ColumnPart::Heading, 0, 0}, "Unit");
+         NameColumn(t, {ColumnSource::Heading, 0, 0}, "Unit");
        },
        "Names=Unit\n", "Names=Dept\n"},
       {[](TidyTable& t) {
-         NameColumn(t, {ColumnPart::Further, 0, 0}, "City");
+         NameColumn(t, {ColumnSource::Further, 0, 0}, "City");
        },
        "Names=City\n", "Names=Town\n"},
       {[](TidyTable& t) {
-         NameColumn(t, {ColumnPart::Further, 1, 0}, "Note");
+         NameColumn(t, {ColumnSource::Further, 1, 0}, "Note");
        },
        "Names=Note\n", "Names=Memo\n"},
       {[](TidyTable& t) { t.headings.push_back(Labelled("SITE")); }, "[Heading 1.8]\nText=SITE\nNames=of SITE\n", ""},
@@ -87,7 +87,7 @@ TEST(TidyEdits, ReachPartsWhoseNumbersLeaveSomeOut) {
 }
 
 TEST(TidyEdits, FindTheirPlaceInTextsOfAnyForm) {
-  const Edit name = [](TidyTable& t) { NameColumn(t, {ColumnPart::Row, 0, 0}, "No"); };
+  const Edit name = [](TidyTable& t) { NameColumn(t, {ColumnSource::Row, 0, 0}, "No"); };
   const Edit drop = [](TidyTable& t) { t.drops = {"SUM [a|b;"}; };
   const Edit head = [](TidyTable& t) { t.headings.push_back(Labelled("DEPT:")); };
   struct Case {
@@ -223,7 +223,7 @@ TEST(TidyColumns, CanBeMovedWhereEachStandsOnceAndBehindTheOther) {
 
 TEST(TidyColumns, ATypeForAllStaysThatOfTheOthers) {
   TidyTable table = TableOf("[Table 1]\nPlaces=1-4 6-9 11-14\nTypes=number\n");
-  TypeColumn(table, {ColumnPart::Row, 0, 1}, {TidyType::Text, false, 0, {}});
+  TypeColumn(table, {ColumnSource::Row, 0, 1}, {TidyType::Text, false, 0, {}});
   table = TableOf(RecipeOfTable(table, 1));
   EXPECT_EQ(table.row.TypeOf(0).type, TidyType::Number);
   EXPECT_EQ(table.row.TypeOf(1).type, TidyType::Text);
@@ -235,7 +235,7 @@ TEST(TidyColumns, ATypeForAllStaysThatOfTheOthers) {
 
 TEST(TidyColumns, NamesReachTheirColumnAcrossSkippedOnes) {
   TidyTable table = TableOf("[Table 1]\nPlaces=1-4 6-9 11-14\nTypes=B skip\nNames=No|Net\n");
-  NameColumn(table, {ColumnPart::Row, 0, 2}, "Gross | net; [x]");
+  NameColumn(table, {ColumnSource::Row, 0, 2}, "Gross | net; [x]");
   EXPECT_EQ(TableOf(RecipeOfTable(table, 1)).row.ColumnNames(),
             (std::vector<std::string>{"No", "", "Gross | net; [x]"}));
 }

@@ -78,8 +78,8 @@ void ChangeColumns(TidyTable& table, const CutChange& change) {
 }
 
 TidyPart& PartOf(TidyTable& table, const PointedColumn& column) {
-  if (column.part == ColumnPart::Heading) return table.headings[column.nPart];
-  return column.part == ColumnPart::Further ? table.lines[column.nPart].part : table.row;
+  if (column.part == ColumnSource::Heading) return table.headings[column.nPart];
+  return column.part == ColumnSource::Further ? table.lines[column.nPart].part : table.row;
 }
 
 void NameColumn(TidyTable& table, const PointedColumn& column, std::string_view sName) {

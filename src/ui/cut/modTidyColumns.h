@@ -18,9 +18,9 @@ bool CanMoveColumns(const TidyTable& table);
 void ChangeColumns(TidyTable& table, const CutChange& change);
 
 /// A column of the output: of the rows, of a heading or of a further line.
-enum class ColumnPart : uint8_t { Row, Heading, Further };
+enum class ColumnSource : uint8_t { Row, Heading, Further };
 struct PointedColumn {
-  ColumnPart part = ColumnPart::Row;
+  ColumnSource part = ColumnSource::Row;
   size_t nPart = 0;       ///< Which heading or further line, from 0
   TidyColumn column = 0;  ///< Of that part
 };

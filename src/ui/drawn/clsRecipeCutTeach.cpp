@@ -103,7 +103,7 @@ bool clsRecipeCut::TeachColumn(const PointedColumn& column, const ColumnLesson& 
   return EditTable(sFault, [&](TidyTable& table) {
     if (column.column == kNoTidyColumn) return false;
     if (lesson.sName) NameColumn(table, column, *lesson.sName);
-    if (lesson.bFill && column.part == ColumnPart::Row) FillColumn(table, column.column, *lesson.bFill);
+    if (lesson.bFill && column.part == ColumnSource::Row) FillColumn(table, column.column, *lesson.bFill);
     if (!lesson.type) return true;
     TidyTyping typing;
     typing.type = *lesson.type;

@@ -37,13 +37,13 @@ std::vector<CutField> FieldsOf(const TidyCut& cut, int32_t lOpenEnd) {
 PointedColumn PointedOf(const TidyColumnInfo& column) {
   switch (column.source) {
     case TidySource::Heading:
-      return {ColumnPart::Heading, column.nPart, column.column};
+      return {ColumnSource::Heading, column.nPart, column.column};
     case TidySource::Further:
-      return {ColumnPart::Further, column.nPart, column.column};
+      return {ColumnSource::Further, column.nPart, column.column};
     case TidySource::Level:
-      return {ColumnPart::Row, 0, kNoTidyColumn};
+      return {ColumnSource::Row, 0, kNoTidyColumn};
     default:
-      return {ColumnPart::Row, 0, column.column};
+      return {ColumnSource::Row, 0, column.column};
   }
 }
 

@@ -136,7 +136,7 @@ void clsReportCanvas::FillColumnMenu(QMenu& menu, const PointedColumn& column, c
     connect(menu.addAction(ToQt(sText)), &QAction::triggered, this,
             [this, column, type = type] { cut_.TeachColumn(column, {.sName = {}, .type = type, .bFill = {}}); });
   }
-  if (column.part != ColumnPart::Row) return;
+  if (column.part != ColumnSource::Row) return;
   menu.addSeparator();
   for (const auto& [bFill, sText] : {std::pair{true, Translate("Fill empty cells from above")},
                                      std::pair{false, Translate("Leave empty cells empty")}}) {
@@ -154,7 +154,7 @@ bool clsReportCanvas::ColumnMenuAt(double x, const QPoint& place) {
   for (size_t i = 0; i < table.fields.size(); ++i) {
     if (lCharacter < table.fields[i].lStart || lCharacter > table.fields[i].lEnd) continue;
     QMenu menu;
-    FillColumnMenu(menu, {ColumnPart::Row, 0, i}, ToQt(table.letters[i]));
+    FillColumnMenu(menu, {ColumnSource::Row, 0, i}, ToQt(table.letters[i]));
     menu.exec(place);
     return true;
   }
