@@ -11,11 +11,11 @@
 #include <memory>
 #include <system_error>
 
+#include "modEventLoop.h"
 #include "modFailure.h"
 #include "modPaths.h"
 #include "modText.h"
 #include "modTranslator.h"
-#include "modTurns.h"
 
 namespace quillon {
 
@@ -121,7 +121,7 @@ bool CFileSearch::ReadFolder(const std::string& sFolder, std::vector<Entry>& ent
     return readdir(folder.get());
   };
   for (const dirent* item = next(); item != nullptr; item = next()) {
-    GiveTurn();
+    RunEvents();
     struct stat about {};
     if (fstatat(dirfd(folder.get()), item->d_name, &about, 0) != 0) {
       // A link whose target is gone, or that leads to itself, is no file, nor is what was removed meanwhile.

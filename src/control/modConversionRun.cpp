@@ -82,8 +82,8 @@ void clsConversionRun::Go(int32_t& lResult) {
 }
 
 /// Outside the sections, which ask about a pause, only a run that is given up stops.
-clsTurns clsConversionRun::TakeTurns() {
-  return clsTurns([this] {
+clsEventLoop clsConversionRun::TakeEventLoop() {
+  return clsEventLoop([this] {
     host_.LetEventsRun();
     return !gbAbandonOutput;
   });
@@ -98,7 +98,7 @@ void clsConversionRun::BeginProcessing(int32_t& lResult) {
   // A report in EBCDIC is made into text before any page of 8-bit texts is asked.
   const bool bEbcdic = clsEbcdicPage::Find(options_.sCodePage) != nullptr;
   const clsCodePageScope page(bEbcdic ? std::string_view() : std::string_view(options_.sCodePage));
-  const clsTurns turns = TakeTurns();
+  const clsEventLoop loop = TakeEventLoop();
   if (pWindow_ != nullptr) LogLine(Translate("Starting conversion..."));
   fields_.lTotalTimeStart = host_.TickMilliseconds();
   if (pWindow_ != nullptr) pWindow_->DisableGUIForRunning();
@@ -134,7 +134,7 @@ bool clsConversionRun::NextFileMayBegin(size_t nFile, size_t nFiles, const std::
 }
 
 void clsConversionRun::ConvertList(const std::vector<PlannedFile>& files, int32_t& lResult) {
-  const clsTurns turns = TakeTurns();
+  const clsEventLoop loop = TakeEventLoop();
   fields_.lTotalTimeStart = host_.TickMilliseconds();
   LogLine(Translate("Processing:"));
   sFolderMade_.clear();

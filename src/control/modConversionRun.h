@@ -10,11 +10,11 @@
 
 #include "clsConversionOptions.h"
 #include "clsHost.h"
+#include "modEventLoop.h"
 #include "modFailure.h"
 #include "modRecipeGlobals.h"
 #include "modRunLog.h"
 #include "modRunMessages.h"
-#include "modTurns.h"
 
 namespace quillon {
 
@@ -137,7 +137,7 @@ class clsConversionRun {
   void SayWhatNoLogTells();
   void AddUntold();
   void RunSpecs(RecipeContext& context, int32_t lFormat);
-  clsTurns TakeTurns();
+  clsEventLoop TakeEventLoop();
   void TellList(const std::vector<PlannedFile>& files, int32_t& lResult);
   void NameFile(const PlannedFile& file);
   bool NextFileMayBegin(size_t nFile, size_t nFiles, const std::string& sInput);

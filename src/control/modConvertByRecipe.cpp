@@ -116,7 +116,7 @@ const FileOutcome& clsConversionRun::ConvertByLongRecipe(std::string_view sOutpu
 
 void clsConversionRun::RunLongRecipe(std::string_view sOutputFile, const std::vector<std::string>& inputs,
                                      int32_t& lResult) {
-  const clsTurns turns = TakeTurns();
+  const clsEventLoop loop = TakeEventLoop();
   gsRecipeFile = options_.sRecipeFile;
   glTabSize = options_.lTabSize;
   const RecipeOptions recipe_options = MakeRecipeOptions();

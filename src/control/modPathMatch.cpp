@@ -64,8 +64,4 @@ bool clsPathMatch::Matches(std::string_view sName) const {
   return false;
 }
 
-bool PathMatchSpec(std::string_view sName, std::string_view sMasks) {
-  return clsPathMatch(sMasks).Matches(sName);
-}
-
 }  // namespace quillon

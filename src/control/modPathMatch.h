@@ -21,7 +21,4 @@ class clsPathMatch {
   bool bAll_ = false;
 };
 
-/// One name against masks.
-bool PathMatchSpec(std::string_view sName, std::string_view sMasks);
-
 }  // namespace quillon

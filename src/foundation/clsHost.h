@@ -52,7 +52,7 @@ class clsHost {
                                     MessageButtons buttons) = 0;
   /// Puts an entry into the run log, which counts it and decides about a message box.
   virtual void Report(const ReportEntry& entry) = 0;
-  /// Gives pending events a turn. The only way in which a pause or the closing of the window reaches a run.
+  /// Runs pending events. The only way in which a pause or the closing of the window reaches a run.
   virtual void LetEventsRun() = 0;
 
   virtual std::string Caption() const = 0;

@@ -12,7 +12,6 @@ namespace quillon {
 namespace {
 
 constexpr size_t kMaxIniBytes = size_t{64} << 20;
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kLineEnd = "\r\n";
 
 std::string_view TrimWhite(std::string_view s) {
@@ -75,9 +74,9 @@ void clsIniFile::LoadText(std::string_view sBytes) {
   sections_.clear();
   index_.clear();
   sections_.emplace_back();
-  bMark_ = sBytes.starts_with(kUtf8Mark);
-  if (bMark_) sBytes.remove_prefix(kUtf8Mark.size());
-  pPage_ = bMark_ ? &clsCodePage::Utf8() : pAskedPage_ != nullptr ? pAskedPage_ : &DetectCodePage(sBytes);
+  bBom_ = sBytes.starts_with(kUtf8Bom);
+  if (bBom_) sBytes.remove_prefix(kUtf8Bom.size());
+  pPage_ = bBom_ ? &clsCodePage::Utf8() : pAskedPage_ != nullptr ? pAskedPage_ : &DetectCodePage(sBytes);
   const clsCodePage& page = *pPage_;
   while (!sBytes.empty()) {
     const size_t nLf = sBytes.find('\n');
@@ -162,8 +161,8 @@ std::string clsIniFile::Bytes() const {
   size_t nLost = 0;
   std::string sOut = joined(*pPage_, nLost);
   const bool bTells = pAskedPage_ != nullptr || IsAscii(sOut) || &DetectCodePage(sOut) == pPage_;
-  if (nLost == 0 && bTells && !bMark_) return sOut;
-  return std::string(kUtf8Mark) + joined(clsCodePage::Utf8(), nLost);
+  if (nLost == 0 && bTells && !bBom_) return sOut;
+  return std::string(kUtf8Bom) + joined(clsCodePage::Utf8(), nLost);
 }
 
 bool clsIniFile::Save(std::string_view sPath, Failure& failure) const {

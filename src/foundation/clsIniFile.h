@@ -17,7 +17,7 @@ namespace quillon {
 /// isn't blank. Lines that begin with ";" are passed over. New lines end in CR LF.
 ///
 /// Texts are UTF-8; the file has the code page's bytes. A file that gets a text which the page lacks becomes UTF-8 with
-/// a mark, so that no path is ever damaged; so does one whose page is found by content, where the content would no
+/// a BOM, so that no path is ever damaged; so does one whose page is found by content, where the content would no
 /// longer tell. One write for a batch of keys. Cost is linear in sections and keys.
 class clsIniFile {
  public:
@@ -58,7 +58,7 @@ class clsIniFile {
 
   const clsCodePage* pAskedPage_;
   const clsCodePage* pPage_ = nullptr;  ///< In force for the file in hand
-  bool bMark_ = false;
+  bool bBom_ = false;
   std::vector<Section> sections_;
   std::unordered_map<std::string, size_t> index_;  ///< Folded name to the first section that has it
 };

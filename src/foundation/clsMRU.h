@@ -19,7 +19,7 @@ class clsMRU {
   /// Reads the file; if nothing was read and sDefaultItems isn't "-1", it is split at commas and its pieces added.
   void Setup(int32_t lMaxItems, std::string_view sIniFile, std::string_view sSection, std::string_view sDefaultItems);
   void ShutDown() { WriteCollectionToIniFile(); }
-  bool bItemExistsInMRU(std::string_view sItem, bool bExact) const;
+  bool bItemExistsInMRU(std::string_view sItem, bool bExact) const;  ///< No caller yet
   /// Moves or adds the item to the newest place; the oldest gives way. An empty text is ignored.
   void AddUniqueItemToCollection(std::string_view sItem);
   /// Writes the entries and "MRU_DONE" behind them, if the list was changed. Where another process has written the list

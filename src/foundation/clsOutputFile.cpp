@@ -14,10 +14,10 @@
 #include <future>
 #include <utility>
 
+#include "modEventLoop.h"
 #include "modFiles.h"
 #include "modPaths.h"
 #include "modSystemIo.h"
-#include "modTurns.h"
 
 namespace quillon {
 
@@ -48,15 +48,15 @@ bool ResolveTarget(std::string& sPath, bool bIsThere) {
 
 /// The one call that may take seconds and can't be taken in pieces, so it waits on a thread of its own. False with
 /// errno.
-bool SyncWithTurns(int nHandle) {
-  constexpr std::chrono::milliseconds kBetweenTurns(20);
+bool SyncWithEvents(int nHandle) {
+  constexpr std::chrono::milliseconds kBetweenEvents(20);
   std::future<int> sync;
   try {
     sync = std::async(std::launch::async, [nHandle] { return SyncHandle(nHandle) ? 0 : errno; });
   } catch (const std::system_error&) {
     return SyncHandle(nHandle);  // No thread to be had: then the windows wait.
   }
-  while (sync.wait_for(kBetweenTurns) != std::future_status::ready) GiveTurn();
+  while (sync.wait_for(kBetweenEvents) != std::future_status::ready) RunEvents();
   errno = sync.get();
   return errno == 0;
 }
@@ -134,7 +134,7 @@ void clsOutputFile::Flush() {
   nFlushed_ += static_cast<int64_t>(nUsed_);
   nUsed_ = 0;
   // A pause leaves what is written; a run that is given up doesn't.
-  if (!GiveTurn() && gbAbandonOutput && !failure_.Failed()) failure_ = StoppedFailure(sTarget_);
+  if (!RunEvents() && gbAbandonOutput && !failure_.Failed()) failure_ = StoppedFailure(sTarget_);
 }
 
 void clsOutputFile::WriteSlow(std::string_view sBytes) {
@@ -149,7 +149,7 @@ void clsOutputFile::WriteSlow(std::string_view sBytes) {
 /// The new file, complete, becomes the target. False with errno.
 bool clsOutputFile::TakeItsPlace() {
   constexpr int64_t kSlowBytes = int64_t{8} << 20;
-  const auto sync = nFlushed_ < kSlowBytes ? SyncHandle : SyncWithTurns;
+  const auto sync = nFlushed_ < kSlowBytes ? SyncHandle : SyncWithEvents;
   struct stat old {};
   const bool bOld = stat(sTarget_.c_str(), &old) == 0;
   const bool bAccess =
@@ -191,7 +191,7 @@ bool ReadWholeFile(std::string_view sPath, std::string& sBytes, size_t nMaxBytes
   constexpr size_t kMostAtOnce = size_t{4} << 20;
   int64_t nGot = 1;
   while (nGot > 0 && sBytes.size() <= nMaxBytes) {
-    if (!sBytes.empty()) GiveTurn();
+    if (!sBytes.empty()) RunEvents();
     const size_t nOld = sBytes.size();
     sBytes.resize(nOld + std::clamp(nOld, kBlock, kMostAtOnce));
     nGot = ReadHandle(nHandle, sBytes.data() + nOld, sBytes.size() - nOld);

@@ -15,7 +15,7 @@ namespace quillon {
 bool FileExists(std::string_view sPath);
 bool IsFile(std::string_view sPath);  ///< An existing path that is no folder, taken as it stands
 bool FolderExists(std::string_view sFolder);
-bool FolderHasEntries(std::string_view sFolder);
+bool FolderHasEntries(std::string_view sFolder);  ///< No caller yet
 bool PathExists(std::string_view sPath);
 /// The same file, by device and number, links resolved. False if either doesn't exist.
 bool IsSameFile(std::string_view sPath1, std::string_view sPath2);
@@ -32,7 +32,7 @@ bool MoveFileOver(std::string_view sSource, std::string_view sTarget);
 /// Copies the folder with all below it. An existing file stops the copy unless bOverwrite.
 bool CopyFolderOver(std::string_view sSource, std::string_view sTarget, bool bOverwrite);
 bool DeleteFileForced(std::string_view sPath);
-/// Up to 20 more tries, a second apart; True at once if the file is absent.
+/// Up to 20 more tries, a second apart; True at once if the file is absent. No caller yet.
 bool DeleteFileWithRetry(clsHost& host, std::string_view sPath);
 
 /// A handle, the caller's to close, and the size of the file that the path text names. -1 with the reason for what is
@@ -43,7 +43,7 @@ std::time_t FileDateLastModified(std::string_view sPath);  ///< 0 on failure
 struct FileTimes {
   std::time_t created = 0, accessed = 0, written = 0;
 };
-/// A file that can't be looked at leaves the times as they are and gives False.
+/// A file that can't be looked at leaves the times as they are and gives False. No caller yet.
 bool GetFileTimes(std::string_view sPath, FileTimes& times, bool bLocal);
 int64_t FileSizeOf(std::string_view sPath);  ///< -1 on failure
 

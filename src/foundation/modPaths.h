@@ -40,7 +40,7 @@ std::string DriveOrShareRoot(std::string_view sPath, bool bTrailingBackslash);
 
 /// Folder of a special-folder number (5, 26, 28, 35, 36, 38, 40, 42, 46); "(error)" if there is none.
 std::string SpecialFolder(int lFolderId);
-/// The form for the settings: other words for a failure. Same numbers.
+/// The form for the settings: other words for a failure. Same numbers. No caller yet.
 std::string GetSpecialFolderPath(int lFolderId);
 /// Trims sPath and replaces the first known token (%APPDATA% ..., or "~/" in front) by its folder, in place and as
 /// result.

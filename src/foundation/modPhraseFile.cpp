@@ -11,11 +11,10 @@ namespace quillon::phrasefile {
 namespace {
 
 constexpr size_t kMaxBytes = size_t{16} << 20;
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-constexpr std::string_view kUtf16Mark = "\xFF\xFE";
+constexpr std::string_view kUtf16Bom = "\xFF\xFE";
 
 const clsCodePage& PageOfText(std::string_view sBytes) {
-  if (sBytes.starts_with(kUtf8Mark)) return clsCodePage::Utf8();
+  if (sBytes.starts_with(kUtf8Bom)) return clsCodePage::Utf8();
   const clsCodePage* const pPage = SystemCodePage();
   return pPage != nullptr ? *pPage : DetectCodePage(sBytes);
 }
@@ -26,7 +25,7 @@ char32_t UnitAt(std::string_view s, size_t i) {
 
 std::string FromUtf16(std::string_view s) {
   std::string sOut;
-  for (size_t i = s.starts_with(kUtf16Mark) ? 2 : 0; i + 1 < s.size(); i += 2) {
+  for (size_t i = s.starts_with(kUtf16Bom) ? 2 : 0; i + 1 < s.size(); i += 2) {
     char32_t ch = UnitAt(s, i);
     const bool bHigh = ch >= 0xD800 && ch < 0xDC00 && i + 3 < s.size();
     if (bHigh && UnitAt(s, i + 2) >= 0xDC00 && UnitAt(s, i + 2) < 0xE000) {
@@ -59,7 +58,7 @@ std::string ToUtf16(std::string_view sText) {
 std::string DecodedText(std::string_view sBytes, int16_t iFormat) {
   if (iFormat == kPhrasesUtf16) return FromUtf16(sBytes);
   const clsCodePage& page = PageOfText(sBytes);
-  if (sBytes.starts_with(kUtf8Mark)) sBytes.remove_prefix(kUtf8Mark.size());
+  if (sBytes.starts_with(kUtf8Bom)) sBytes.remove_prefix(kUtf8Bom.size());
   return page.ToUtf8(sBytes);
 }
 
@@ -83,7 +82,7 @@ void ParseLine(std::string_view sLine, PhraseTable& phrases) {
 
 int16_t DetectFormat(std::string_view sBytes) {
   std::string_view sText = sBytes;
-  if (sText.starts_with(kUtf8Mark)) sText.remove_prefix(kUtf8Mark.size());
+  if (sText.starts_with(kUtf8Bom)) sText.remove_prefix(kUtf8Bom.size());
   const bool bWide = sText.size() >= 2 && sText[1] == '\0';
   if (sText.starts_with('"') && !bWide) return kPhrasesText;
   return FromUtf16(sBytes.substr(0, 4)).starts_with('"') ? kPhrasesUtf16 : kPhrasesUnreadable;

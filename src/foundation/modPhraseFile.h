@@ -15,7 +15,7 @@ constexpr int16_t kPhrasesUtf16 = -1;
 constexpr int16_t kPhrasesUnreadable = 99;
 
 /// A language file: lines "key","phrase"; "key" alone is an untranslated entry; "! begins a comment, "**** ends the
-/// table. 8-bit text (in the code page of the settings, or UTF-8 with a mark) or UTF-16 with or without a mark.
+/// table. 8-bit text (in the code page of the settings, or UTF-8 with a BOM) or UTF-16 with or without one.
 namespace phrasefile {
 
 /// By the first character, which must be a double quote.

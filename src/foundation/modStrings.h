@@ -8,7 +8,8 @@
 
 namespace quillon {
 
-/// Copies up to a NUL or to the last byte, which is never copied: "abc" gives "ab". For text from fixed buffers.
+/// Copies up to a NUL or to the last byte, which is never copied: "abc" gives "ab". For text from fixed buffers. No
+/// caller yet.
 std::string TrimAtNull(std::string_view sText);
 std::string RemoveDoubleQuotes(std::string_view sText);
 /// True if the text holds "?" or "*".
@@ -17,9 +18,9 @@ bool HasWildcards(std::string_view sText);
 std::string ExpandDateStamps(std::string_view sText, std::time_t moment);
 /// Appends sPiece lCount times; a count below 1 changes nothing.
 void AppendRepeated(std::string& sText, std::string_view sPiece, int32_t lCount);
-/// Sets sText to lCount times sPiece.
+/// Sets sText to lCount times sPiece. No caller yet.
 void FillString(std::string& sText, std::string_view sPiece, int32_t lCount);
-/// The characters in reverse order.
+/// The characters in reverse order. No caller yet.
 std::string ReverseString(std::string_view sText);
 
 }  // namespace quillon

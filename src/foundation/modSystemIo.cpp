@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <cstdlib>
 
-#include "modTurns.h"
+#include "modEventLoop.h"
 
 namespace quillon {
 
@@ -14,7 +14,7 @@ namespace {
 
 /// A pipe that nobody reads would hold an interrupted run for ever.
 bool GivenUp() {
-  if (GiveTurn() || !gbAbandonOutput) return false;
+  if (RunEvents() || !gbAbandonOutput) return false;
   errno = ECANCELED;
   return true;
 }

@@ -8,6 +8,9 @@
 
 namespace quillon {
 
+/// What a UTF-8 file may begin with; it belongs to no text.
+inline constexpr std::string_view kUtf8Bom = "\xEF\xBB\xBF";
+
 constexpr bool IsAsciiDigit(char ch) {
   return ch >= '0' && ch <= '9';
 }

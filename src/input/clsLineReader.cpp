@@ -8,19 +8,19 @@
 #include <cstring>
 
 #include "modByteCount.h"
+#include "modEventLoop.h"
 #include "modFiles.h"
 #include "modReportText.h"
 #include "modSystemIo.h"
+#include "modText.h"
 #include "modTextEnds.h"
 #include "modTranslator.h"
-#include "modTurns.h"
 
 namespace quillon {
 
 namespace {
 
 constexpr size_t kBlockBytes = size_t{256} << 10;
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 const char* FindByte(std::string_view s, char c) {
   return s.empty() ? nullptr : static_cast<const char*>(std::memchr(s.data(), c, s.size()));
@@ -79,7 +79,7 @@ bool clsLineReader::Fail(int nError) {
 
 /// Looks at both ends and at the kind of line ends before the first row is handed out.
 bool clsLineReader::Prepare() {
-  bTurns_ = true;
+  bRunsEvents_ = true;
   lRow_ = 0;
   raw_ = {};
   tabs_ = Tabs::Unknown;
@@ -101,9 +101,9 @@ bool clsLineReader::Prepare() {
   }
   if (!bMemory && !Fill() && failure_.Failed()) return false;
   pCodePage_ = options_.pCodePage;
-  if (window_.starts_with(kUtf8Mark)) {
-    window_.remove_prefix(kUtf8Mark.size());
-    nStart_ = static_cast<int64_t>(kUtf8Mark.size());
+  if (window_.starts_with(kUtf8Bom)) {
+    window_.remove_prefix(kUtf8Bom.size());
+    nStart_ = static_cast<int64_t>(kUtf8Bom.size());
     pCodePage_ = &clsCodePage::Utf8();
   }
   return ScanForEnds();
@@ -155,7 +155,7 @@ std::optional<clsKeyWatch::Row> clsLineReader::Sighted(std::string_view sText) c
 }
 
 bool clsLineReader::MayGoOn() {
-  if (!bTurns_ || GiveTurn()) return true;
+  if (!bRunsEvents_ || RunEvents()) return true;
   failure_ = StoppedFailure(sPath_);
   window_ = {};
   nFilePos_ = nEnd_;

@@ -29,11 +29,11 @@ struct TextFileOptions {
 /// A row ends at LF; the CRs directly before it belong to the line end. Other CRs are characters with bUnix off and
 /// dropped with it on. With bUnix off a file that has CRs and no LF at all ends its rows at CR. Bytes 0x1A at the very
 /// end (and NULs behind them) are the old end-of-file mark and no row. A last line without line end is a row; an empty
-/// rest is none. A UTF-8 mark in front makes the file UTF-8 and belongs to no row. NULs inside stay.
+/// rest is none. A BOM in front makes the file UTF-8 and belongs to no row. NULs inside stay.
 ///
 /// The file is read in blocks, never mapped (a file that shrinks while it is read must not kill the run); memory is one
-/// block or the longest row, and a row of more than kMaxRowBytes is a failure. Each block but the first gives a turn
-/// (modTurns); work that is to stop there ends with StoppedFailure.
+/// block or the longest row, and a row of more than kMaxRowBytes is a failure. Each block but the first lets events
+/// run (modEventLoop); work that is to stop there ends with StoppedFailure.
 class clsLineReader {
  public:
   static constexpr size_t kMaxRowBytes = size_t{256} << 20;
@@ -49,8 +49,8 @@ class clsLineReader {
   /// Reads from memory instead; the bytes must outlive the reader.
   void OpenMemory(std::string_view sBytes, const TextFileOptions& options);
   void Close();
-  /// Until the next Open: whoever reads row by row gives the turns, and can stop where it likes.
-  void LeaveTurnsToCaller(bool bLeave) { bTurns_ = !bLeave; }
+  /// Until the next Open: whoever reads row by row lets events run, and can stop where it likes.
+  void LeaveEventsToCaller(bool bLeave) { bRunsEvents_ = !bLeave; }
 
   /// The next row in the bytes of the file, without its line end; valid until the next call. False at the end and on a
   /// failure (see LastFailure).
@@ -113,10 +113,10 @@ class clsLineReader {
   clsKeyWatch watch_;
   bool bWatched_ = false;  ///< The whole file
   bool bCutShort_ = false;
-  bool bTurns_ = true;
+  bool bRunsEvents_ = true;
   bool bEnded_ = false;     ///< The row handed out last had a line end
   bool bInBuffer_ = false;  ///< The row handed out last lies in the buffer
-  int64_t nStart_ = 0;      ///< First byte behind a UTF-8 mark
+  int64_t nStart_ = 0;      ///< First byte behind a BOM
   int64_t nEnd_ = 0;        ///< First byte of the end-of-file mark, or the size
   int64_t nFilePos_ = 0;    ///< File offset of the byte behind the buffer
   int64_t nBlock_ = 0;      ///< File offset of the buffer's first byte

@@ -13,9 +13,9 @@
 #include <utility>
 #include <vector>
 
+#include "modEventLoop.h"
 #include "modSystemIo.h"
 #include "modTranslator.h"
-#include "modTurns.h"
 
 namespace quillon {
 
@@ -105,7 +105,7 @@ bool clsPdfProcess::Await() {
     const int nReady = poll(&waiting, 1, kTurnMilliseconds);
     if (nReady > 0) return true;
     if (nReady < 0 && errno != EINTR) failure_ = SystemFailure(sPath_, errno);
-    if (!GiveTurn()) failure_ = StoppedFailure(sPath_);
+    if (!RunEvents()) failure_ = StoppedFailure(sPath_);
     if (std::chrono::steady_clock::now() - lastByte_ > kMostSilence) {
       failure_ = OwnFailure(sPath_, Translate("reading the PDF takes too long or too much memory"));
     }

@@ -3,9 +3,9 @@
 #include <cerrno>
 #include <utility>
 
+#include "modEventLoop.h"
 #include "modSystemIo.h"
 #include "modTranslator.h"
-#include "modTurns.h"
 
 namespace quillon {
 
@@ -23,7 +23,7 @@ bool clsTextSpool::Write(std::string_view sBytes, int64_t nTaken) {
     const int nError = errno;
     failure_ = SystemFailure(sPath_, nError);
     failure_.sText += Translate(" (temporary file)");
-  } else if (!GiveTurn()) {
+  } else if (!RunEvents()) {
     failure_ = StoppedFailure(sPath_);
   }
   bEnough_ = nMost_ > 0 && nSize_ >= nMost_;

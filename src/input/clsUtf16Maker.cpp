@@ -10,9 +10,9 @@ void clsUtf16Maker::Take(std::string_view sBlock, std::string& sOut) {
     sBlock.remove_prefix(1);
   }
   const auto convert = [&](std::string_view sBytes) {
-    if (!bMarked_ && sBytes.size() >= 2) {
-      sBytes.remove_prefix(units_.TakeMark(sBytes));
-      bMarked_ = true;
+    if (!bBegun_ && sBytes.size() >= 2) {
+      sBytes.remove_prefix(units_.TakeBom(sBytes));
+      bBegun_ = true;
     }
     units_.Convert(sBytes, sOut);
   };

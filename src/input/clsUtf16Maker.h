@@ -5,7 +5,7 @@
 
 namespace quillon {
 
-/// UTF-16 that begins with its mark.
+/// UTF-16 that begins with a BOM.
 class clsUtf16Maker : public clsTextMaker {
  public:
   void Take(std::string_view sBlock, std::string& sOut) override;
@@ -14,7 +14,7 @@ class clsUtf16Maker : public clsTextMaker {
 
  private:
   clsUtf16Text units_;
-  bool bMarked_ = false;
+  bool bBegun_ = false;
   std::string sHalf_;  ///< A byte whose partner is in the next block
 };
 

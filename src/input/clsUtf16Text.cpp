@@ -7,8 +7,8 @@ namespace quillon {
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
-constexpr char16_t kMark = 0xFEFF;
-constexpr char16_t kTurnedMark = 0xFFFE;
+constexpr char16_t kBom = 0xFEFF;
+constexpr char16_t kSwappedBom = 0xFFFE;
 
 bool IsHigh(char16_t unit) {
   return (unit & 0xFC00) == 0xD800;
@@ -19,12 +19,12 @@ bool IsLow(char16_t unit) {
 
 }  // namespace
 
-size_t clsUtf16Text::TakeMark(std::string_view sHead) {
+size_t clsUtf16Text::TakeBom(std::string_view sHead) {
   bBigEndian_ = false;
   if (sHead.size() < 2) return 0;
-  const char16_t mark = UnitAt(sHead, 0);
-  bBigEndian_ = mark == kTurnedMark;
-  return bBigEndian_ || mark == kMark ? 2 : 0;
+  const char16_t first = UnitAt(sHead, 0);
+  bBigEndian_ = first == kSwappedBom;
+  return bBigEndian_ || first == kBom ? 2 : 0;
 }
 
 char16_t clsUtf16Text::UnitAt(std::string_view sBytes, size_t nByte) const {

@@ -10,8 +10,8 @@ namespace quillon {
 /// counted.
 class clsUtf16Text {
  public:
-  /// How many bytes at the front are the byte order mark, which also tells the order; little-endian without one.
-  size_t TakeMark(std::string_view sHead);
+  /// How many bytes at the front are the BOM, which also tells the order; little-endian without one.
+  size_t TakeBom(std::string_view sHead);
   bool IsBigEndian() const { return bBigEndian_; }
   char16_t UnitAt(std::string_view sBytes, size_t nByte) const;
 

@@ -37,7 +37,7 @@ struct PdfPages {
 /// How the lines of a report lie in its bytes, once it is unpacked. The defaults read a file as it stands, but for
 /// what would be noise as text: compressed files and PDF.
 struct InputOptions {
-  /// UTF-16 is found by its mark, EBCDIC by its bytes.
+  /// UTF-16 is found by its BOM, EBCDIC by its bytes.
   bool bFindKinds = false;
   /// Name of an EBCDIC page, as clsEbcdicPage::Find takes it; "" is another page, or none said.
   std::string sEbcdicPage = {};

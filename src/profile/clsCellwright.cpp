@@ -11,19 +11,18 @@
 #include "clsUtf16Reader.h"
 #include "modCellTyping.h"
 #include "modCharacterList.h"
+#include "modEventLoop.h"
 #include "modExcelLink.h"
 #include "modNumbers.h"
 #include "modPaths.h"
 #include "modReportChange.h"
 #include "modSettings.h"
+#include "modText.h"
 #include "modTranslator.h"
-#include "modTurns.h"
 
 namespace quillon {
 
 namespace {
-
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 int64_t ReplacedBy(const clsUtf16Reader& reader) {
   return reader.Replaced();
@@ -183,7 +182,7 @@ EngineResult clsCellwright::ToCsv(Reader& reader, const CutPlan& plan, const cls
   clsOutputFile file;
   Failure failure;
   if (!file.Open(options_.sOutputFile, failure)) return FailOutput(failure);
-  if (bUtf8) file.Write(kUtf8Mark);
+  if (bUtf8) file.Write(kUtf8Bom);
   clsCsvSink sink(file, plan, RulesFor(*pPageOut), page, *pPageOut, {.bSafe = options_.bSafeCsv});
   if (!PumpRows(reader, sink)) return FailRows(inputFailure_);
   account_.lCharsLost = sink.CharsLost();

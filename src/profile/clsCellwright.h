@@ -58,8 +58,8 @@ class clsCellwright {
   /// Called every 1024 rows of a conversion with the row's number (from 1) and the bytes of the input done and in all.
   using Progress = std::function<void(int64_t lRow, int64_t lDone, int64_t lTotal)>;
   void TellProgress(Progress progress) { progress_ = std::move(progress); }
-  /// Runs the conversion with the options as they stand. On any failure the output is as it was; so it is when a turn
-  /// (modTurns) says that the work is to stop.
+  /// Runs the conversion with the options as they stand. On any failure the output is as it was; so it is when
+  /// RunEvents says that the work is to stop.
   EngineResult ConvertFile();
   /// Keeps a failure's text for GetErrorString.
   EngineResult Fail(EngineResult result, std::string_view sAbout);

@@ -41,7 +41,7 @@ class clsProfileGrid {
 
 /// Loads a profile by path or name. A name that isn't an existing file's path is replaced, for the caller too, by the
 /// path of the profile. Blank lines are dropped; lines of an old profile get "No" and their number as position. False,
-/// with an empty grid and a message, if the file can't be read. Every 1000 lines events get a turn.
+/// with an empty grid and a message, if the file can't be read. Every 1000 lines events are let run.
 bool OpenProfileFromDisk(std::string& sName, clsProfileGrid& grid, clsHost& host);
 
 /// Writes the rows to the profile of that name, making the folder if needed. If that fails a message says so: False.

@@ -6,11 +6,11 @@
 #include <cerrno>
 
 #include "clsLineReader.h"
+#include "modEventLoop.h"
 #include "modFiles.h"
 #include "modSystemIo.h"
 #include "modTextEnds.h"
 #include "modTranslator.h"
-#include "modTurns.h"
 
 namespace quillon {
 
@@ -46,13 +46,13 @@ bool clsUtf16Reader::Prepare() {
   block_.resize(kBlockBytes);
   size_t nGot = 0;
   if (!ReadBlock(0, nGot)) return false;
-  nPos_ = static_cast<int64_t>(units_.TakeMark({block_.data(), nGot}));
+  nPos_ = static_cast<int64_t>(units_.TakeBom({block_.data(), nGot}));
   return FindEndOfText() && FindLineEnd();
 }
 
 bool clsUtf16Reader::ReadBlock(int64_t nPos, size_t& nGot) {
   nGot = 0;
-  if (!GiveTurn()) {
+  if (!RunEvents()) {
     failure_ = StoppedFailure(sPath_);
     return false;
   }

@@ -10,7 +10,7 @@
 
 namespace quillon {
 
-/// Rows of a UTF-16 file as UTF-8, by the rules of clsLineReader with bUnix off. A mark in front tells the byte order;
+/// Rows of a UTF-16 file as UTF-8, by the rules of clsLineReader with bUnix off. A BOM tells the byte order;
 /// without one it is little-endian. An odd last byte and each surrogate without its partner become U+FFFD and are
 /// counted. The file is read in blocks; memory is one block or the longest row.
 class clsUtf16Reader {

@@ -41,7 +41,7 @@ class clsExportSpecs {
   /// not be written. pOwn: short_file is no recipe of the user.
   Failure FileConvertShortToLong(RecipeContext& context, std::string_view short_file, std::string_view long_file,
                                  std::string_view textDataFile, const OwnShortRecipe* pOwn = nullptr);
-  /// Writes a short recipe from the marks in text_file. Reports -5303; nothing if it was stopped (modTurns).
+  /// Writes a short recipe from the marks in text_file. Reports -5303; nothing if it was stopped (modEventLoop).
   void FileCreateShort(RecipeContext& context, std::string_view text_file, std::string_view short_file);
 
   /// The next free row of sheet 1 or 2. Another sheet reports -5304 and gives 0.
@@ -60,6 +60,7 @@ class clsExportSpecs {
   /// section that fails or dies ends the walk and leaves gbProcessing true, a pause ends it with gbProcessing false.
   void Process(RecipeContext& context, clsOutputFile* csv_file_handle);
 
+  // For a look while debugging; no caller yet.
   void PropertyPrintCons() const;
   void PropertyPrintTables() const;
 

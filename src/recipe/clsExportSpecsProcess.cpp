@@ -63,7 +63,7 @@ void clsExportSpecs::Process(RecipeContext& context, clsOutputFile* csv_file_han
   ProcessedTables = 0;
   FatalProcessError = gbPauseRequested = gbPauseConfirmed = false;
   gbProcessing = true;
-  const clsTurns turns([&host = context.host] {
+  const clsEventLoop loop([&host = context.host] {
     host.LetEventsRun();
     return !gbAbandonOutput && !(gbPauseRequested && PauseEndsRun(host));
   });

@@ -1,16 +1,16 @@
 #include "clsPeriodFiles.h"
 
 #include "clsRecipe.h"
+#include "modEventLoop.h"
 #include "modFiles.h"
 #include "modRecipeFailures.h"
 #include "modRecipeMessages.h"
-#include "modTurns.h"
 
 namespace quillon {
 
 namespace {
 
-/// Always False. A stop of the run (modTurns) is no failure of the report.
+/// Always False. A stop of the run (modEventLoop) is no failure of the report.
 bool TellUnread(RecipeContext& context, const Failure& failure) {
   if (IsStopped(failure)) return false;
   ReportFileFailure(context, failure);
@@ -38,9 +38,9 @@ bool clsPeriodFiles::Open(RecipeContext& context, int64_t lFirstLine) {
     if (!reports_[i]->Open(failure)) return TellUnread(context, failure);
     open_[i] = true;
     clsLineReader& reader = reports_[i]->Reader();
-    reader.LeaveTurnsToCaller(false);
+    reader.LeaveEventsToCaller(false);
     reports_[i]->SeekLine(lFirstLine);
-    reader.LeaveTurnsToCaller(true);
+    reader.LeaveEventsToCaller(true);
   }
   return true;
 }

@@ -3,6 +3,7 @@
 #include "clsOutputFile.h"
 #include "clsSectionFile.h"
 #include "modFiles.h"
+#include "modText.h"
 #include "modTranslator.h"
 
 namespace quillon {
@@ -29,7 +30,7 @@ void clsSectionWriter::Set(std::string_view section, std::string_view key, int32
 
 std::string clsSectionWriter::Bytes() const {
   if (loaded_) return loaded_->Bytes();
-  return pPage_->CanEncode(sText_) ? pPage_->FromUtf8(sText_) : "\xEF\xBB\xBF" + sText_;
+  return pPage_->CanEncode(sText_) ? pPage_->FromUtf8(sText_) : std::string(kUtf8Bom) + sText_;
 }
 
 bool clsSectionWriter::Save(std::string_view sPath, Failure& failure) const {

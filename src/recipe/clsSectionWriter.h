@@ -24,7 +24,7 @@ class clsSectionWriter {
   void Set(std::string_view section, std::string_view key, std::string_view sValue);
   void Set(std::string_view section, std::string_view key, int32_t lValue);
 
-  /// In the code page; as UTF-8 with a mark if the page lacks a character. A file larger than a reader takes fails.
+  /// In the code page; as UTF-8 with a BOM if the page lacks a character. A file larger than a reader takes fails.
   bool Save(std::string_view sPath, Failure& failure) const;
   std::string Bytes() const;
 

@@ -4,10 +4,10 @@
 #include <limits>
 
 #include "clsRowShape.h"
+#include "modEventLoop.h"
 #include "modRecipeMessages.h"
 #include "modText.h"
 #include "modTranslator.h"
-#include "modTurns.h"
 
 namespace quillon {
 

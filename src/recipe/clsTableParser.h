@@ -38,7 +38,7 @@ class clsTableParser {
   /// Finds the table and looks at its rows. A table that isn't there leaves TableWidth 0; more than kMaxRows report
   /// -5701; failures of the system, and rows wider than any report's, are reported by their own number, and a report
   /// that can't be read is kept as the run's failure, so that nothing is written over. A search that was stopped
-  /// (modTurns) leaves TableWidth 0 without a report.
+  /// (modEventLoop) leaves TableWidth 0 without a report.
   void ReadFromFile(RecipeContext& context, std::string_view text_file, std::string_view topMarker, int32_t topOffset,
                     std::string_view botMarker, int32_t botOffset, int32_t tab_size);
 

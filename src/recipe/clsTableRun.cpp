@@ -114,7 +114,7 @@ clsTableRun::Step clsTableRun::OpenReport(const std::string& sPath) {
     EndWalk(context_, "A report could not be read", failure.sText);
     return Step::Died;
   }
-  pReport_->Reader().LeaveTurnsToCaller(false);
+  pReport_->Reader().LeaveEventsToCaller(false);
   if (sPath == context_.recipe.InputFileNameOf(1)) context_.account.pCodePage = &pReport_->Reader().CodePage();
   return Step::Next;
 }
@@ -139,8 +139,8 @@ clsTableRun::Step clsTableRun::OpenRows() {
   clsLineReader& reader = pReport_->Reader();
   const bool bThere = pReport_->SeekLine(lStart_);
   if (IsStopped(reader.LastFailure())) return Step::Done;
-  // From here on each row gives a turn.
-  reader.LeaveTurnsToCaller(true);
+  // From here on each row lets events run.
+  reader.LeaveEventsToCaller(true);
   // With Unix rows there are empty ones behind the end.
   const bool bGoesOn = bThere || (context_.options.text.bUnix && !reader.LastFailure().Failed());
   return bGoesOn ? Step::Next : ReadFailure(reader);
@@ -254,7 +254,7 @@ void clsTableRun::KeepAccount() {
     account.lFirstLine = lStart_;
     account.lLastLine = lLastLine;
   }
-  Reader().LeaveTurnsToCaller(false);
+  Reader().LeaveEventsToCaller(false);
   if (!gbAbandonOutput && !gbPauseRequested) CountLines();
 }
 

@@ -260,13 +260,13 @@ class clsTidyRun : public clsTidyListener {
 
   void ReadAll(clsTidyReport& report) {
     clsTidyLines lines(reader_, glTabSize);
-    reader_.LeaveTurnsToCaller(true);
+    reader_.LeaveEventsToCaller(true);
     for (std::string_view sLine; bGoesOn_ && lines.Next(sLine);) {
       report.Line(sLine);
       if (bShared_) ReleaseAll(false);
       if (reader_.RowNumber() % kTurnEvery == 0 && !Turn()) break;
     }
-    reader_.LeaveTurnsToCaller(false);
+    reader_.LeaveEventsToCaller(false);
     if (reader_.LastFailure().Failed()) {
       ReportFileFailure(context_, reader_.LastFailure());
       Die("A report could not be read", reader_.LastFailure().sText);

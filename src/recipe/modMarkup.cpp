@@ -1,9 +1,9 @@
 // FileCreateShort of clsExportSpecs: the marks in a report become a short recipe.
 
 #include "clsExportSpecs.h"
+#include "modEventLoop.h"
 #include "modRecipeMessages.h"
 #include "modTranslator.h"
-#include "modTurns.h"
 
 namespace quillon {
 

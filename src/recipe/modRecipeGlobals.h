@@ -13,10 +13,10 @@
 #include "clsOutputFile.h"
 #include "clsReport.h"
 #include "clsWorkbook.h"
+#include "modEventLoop.h"
 #include "modFileOutcome.h"
 #include "modPaths.h"
 #include "modReportChange.h"
-#include "modTurns.h"
 
 namespace quillon {
 

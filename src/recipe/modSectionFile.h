@@ -42,7 +42,8 @@ std::string ReadKeyFromFileTrimmed(clsSectionFile& filehandle, std::string_view 
                                    std::string_view sDefault, TrimMode trim);
 std::string ReadKeyFromFile(std::string_view sPath, const TextFileOptions& options, std::string_view section,
                             std::string_view key, std::string_view sDefault);
-/// Sets one key, making file, section or key as needed. False if the file can't be written.
+/// Sets one key, making file, section or key as needed. False if the file can't be written. No caller
+/// yet.
 bool WriteSectionValue(std::string_view sPath, std::string_view section, std::string_view key, std::string_view sValue);
 
 /// True where the header is wrong, without regard to case; a message box has told which key it was.
@@ -54,7 +55,7 @@ bool CheckFileHeader(clsHost& host, clsSectionFile& file, std::string_view sProd
 /// report's code page can't hold is in no line. Characters of a report are counted in its code page.
 int64_t FindKeyText(clsLineReader& filehandle, const KeyTexts& texts);
 int64_t FindKeyText(clsSectionFile& filehandle, const KeyTexts& texts);
-/// From the top of the file; 0 if it doesn't exist.
+/// From the top of the file; 0 if it doesn't exist. No caller yet.
 int64_t FindKeyTextInFile(std::string_view sPath, const TextFileOptions& options, const KeyTexts& texts);
 /// How many times FindKeyText succeeds from the top of the file to its end.
 int64_t CountMatchingLines(clsSectionFile& file, const KeyTexts& texts);

@@ -178,7 +178,7 @@ void clsTableShape::JoinParts(Parts& parts) const {
     const bool bJoin = bByMarks_ || bLabel
                            ? !IsParted(parts[i], parts[i + 1])
                            : AreOneColumn(parts[i], parts[i + 1]) || IsTailOf(parts[i + 1], parts[i]) ||
-                                 TakeTurns(parts[i], parts[i + 1]) || IsOnePiece(parts[i], parts[i + 1]) ||
+                                 TakeEventLoop(parts[i], parts[i + 1]) || IsOnePiece(parts[i], parts[i + 1]) ||
                                  HaveOneName(parts[i], parts[i + 1]);
     if (!bJoin) {
       ++i;
@@ -202,7 +202,7 @@ bool clsTableShape::IsTailOf(const Part& right, const Part& left) const {
 
 /// A word in rows that have no number, such as <DIR> in place of a size, is a value of the number's column; and so is
 /// one that stands elsewhere from some page on.
-bool clsTableShape::TakeTurns(const Part& left, const Part& right) const {
+bool clsTableShape::TakeEventLoop(const Part& left, const Part& right) const {
   constexpr int32_t kNear = 5;
   constexpr double kMost = 0.85;
   if (right.lFirst - left.lLast > kNear) return false;

@@ -43,7 +43,7 @@ class clsTableShape {
   bool HaveOneName(const Part& left, const Part& right) const;
   bool IsParted(const Part& left, const Part& right) const;
   bool IsTailOf(const Part& right, const Part& left) const;
-  bool TakeTurns(const Part& left, const Part& right) const;
+  bool TakeEventLoop(const Part& left, const Part& right) const;
   void SplitParts(Parts& parts) const;
   bool CutsNumber(int32_t lPlace) const;
   bool CutsWords(int32_t lPlace, const Part& right) const;

@@ -305,7 +305,7 @@ TEST_F(ConversionRun, GivesTurnsInEveryMethodWhereNoRowIsWritten) {
   struct Row {
     int32_t lMethod;
     bool bMarked, bUnicode;
-    int nPasses;  // over the report, in which nothing else gives a turn
+    int nPasses;  // over the report, in which nothing else lets events run
   };
   // The keys of a recipe are found in the pass that looks at the whole report; marks are looked for in passes of their
   // own.

@@ -22,7 +22,7 @@ class clsSession : public clsGuiSession {
 
   /// Does it in the first turn that the sections of the next run give to events.
   void AtTurn(std::function<void()> act) {
-    pHost_->onTurn = [this, act = std::move(act), before = pHost_->onTurn, bDone = false]() mutable {
+    pHost_->beforeEvents = [this, act = std::move(act), before = pHost_->beforeEvents, bDone = false]() mutable {
       before();
       if (!gbProcessing || std::exchange(bDone, true)) return;
       QTimer::singleShot(0, pWindow_.get(), act);

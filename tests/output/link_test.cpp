@@ -11,8 +11,8 @@
 #include "clsTempFolder.h"
 #include "clsTestHost.h"
 #include "modColumnLetters.h"
+#include "modEventLoop.h"
 #include "modExcelLink.h"
-#include "modTurns.h"
 
 namespace quillon {
 namespace {
@@ -161,7 +161,7 @@ TEST(NewXlsx, AFailedSaveLeavesTheOldFileAndCanBeRepeated) {
 /// Turns of opening, one change and saving.
 int TurnsOfChange(const std::string& sPath, bool bGiveUp, Failure& failure) {
   int nTurns = 0;
-  const clsTurns turns([&] {
+  const clsEventLoop loop([&] {
     ++nTurns;
     gbAbandonOutput = bGiveUp;
     return !bGiveUp;
@@ -180,7 +180,7 @@ TEST(ExcelLink, GivesTurnsWhileALargeWorkbookIsMadeReadAndSaved) {
     Failure failure;
     int nTurns = 0;
     {
-      const clsTurns turns([&] { return ++nTurns > 0; });
+      const clsEventLoop loop([&] { return ++nTurns > 0; });
       auto workbook = OpenExcelWorkbook(sPath, {});
       std::mt19937 chance(5);
       for (int64_t nRow = 1; nRow <= 20000; ++nRow)

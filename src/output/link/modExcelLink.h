@@ -27,7 +27,7 @@ void CloseExcelWorkbook(std::unique_ptr<clsWorkbook>& workbook);
 /// 6 for ".CSV", 51 for ".XLSX", -4143 for ".XLS" anywhere in the upper-cased path, in this order; else 0.
 int32_t OutputFormatOfPath(std::string_view sPath);
 
-/// By name, then by number if the text is numeric; an empty text gives False.
+/// By name, then by number if the text is numeric; an empty text gives False. No caller yet.
 bool ActivateWorksheet(clsWorkbook& workbook, std::string_view sSheet);
 bool ActivateWorksheetByName(clsWorkbook& workbook, std::string_view sName);
 bool ActivateWorksheetByNumber(clsWorkbook& workbook, int nSheet);

@@ -8,6 +8,7 @@
 
 namespace quillon {
 
+// The two of one letter have no caller yet.
 std::string NumToAlpha(clsHost& host, int32_t nColumn);         ///< 1 to 26; else "" and a box
 int32_t AlphaToNum(clsHost& host, std::string_view sLetter);    ///< One letter, either case; else 0 and a box
 std::string NumToAlpha2(clsHost& host, int32_t nColumn);        ///< 1 to 702 to "A" to "ZZ"; else "" and a box

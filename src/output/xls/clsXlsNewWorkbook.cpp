@@ -6,10 +6,10 @@
 #include "clsXlsStringTable.h"
 #include "clsXlsWorkbook.h"
 #include "modCompoundFile.h"
+#include "modEventLoop.h"
 #include "modOutputMessages.h"
 #include "modSettledCell.h"
 #include "modText.h"
-#include "modTurns.h"
 #include "modXlsLayout.h"
 #include "modXlsText.h"
 
@@ -80,7 +80,7 @@ void FillXlsTable(clsCellStore& cells, clsSheetTyping& typing, uint16_t nXf, cls
   table.Reserve(cells.Bytes() * 2);
   const int64_t nLast = cells.LastRow();
   for (int64_t nRead = 1; nRead <= nLast + 2; ++nRead) {
-    GiveTurn();
+    RunEvents();
     const auto nSlot = static_cast<size_t>(nRead);
     cells.Row(nRead, rows[nSlot % kAhead]);
     writer.Expect(rows[nSlot % kAhead], hashes[nSlot % kAhead]);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "modTurns.h"
+#include "modEventLoop.h"
 
 namespace quillon {
 
@@ -81,9 +81,9 @@ bool clsXlsSheet::Scan() {
   XlsRecord record;
   if (!reader.Next(record) || record.nId != xls::kBof || GetU16(record.sData, 0) != xls::kBiff8) return false;
   int nDepth = 1;
-  constexpr size_t kRecordsPerTurn = 4096;
+  constexpr size_t kRecordsBetweenEvents = 4096;
   for (size_t nRecords = 1; reader.Next(record); ++nRecords) {
-    if (nRecords % kRecordsPerTurn == 0) GiveTurn();
+    if (nRecords % kRecordsBetweenEvents == 0) RunEvents();
     if (record.nId == xls::kEof && nDepth == 1) {
       nEnd_ = record.End();
       PlaceEmptyTable(record.nOffset);

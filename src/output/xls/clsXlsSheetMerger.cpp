@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "clsXlsSheet.h"
-#include "modTurns.h"
+#include "modEventLoop.h"
 
 namespace quillon {
 
@@ -23,7 +23,7 @@ class clsXlsSheetMerger {
   void Run() {
     FindHeirs();
     for (uint32_t nRow = 0; nRow < kMaxXlsRows; ++nRow) {
-      GiveTurn();
+      RunEvents();
       const std::string_view sRowData = TakeRowData(nRow);
       const size_t nFirst = nCell_;
       while (nCell_ < sheet_.cells_.size() && sheet_.cells_[nCell_].Row() == nRow) ++nCell_;

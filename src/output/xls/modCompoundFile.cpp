@@ -15,9 +15,9 @@
 #include <vector>
 
 #include "clsOutputFile.h"
+#include "modEventLoop.h"
 #include "modOutputMessages.h"
 #include "modText.h"
-#include "modTurns.h"
 #include "modXlsBytes.h"
 
 namespace quillon {
@@ -123,7 +123,7 @@ bool WritePieces(GsfOutput* pStream, std::span<const std::string_view> pieces) {
   constexpr size_t kPart = size_t{1} << 20;
   for (std::string_view sPiece : pieces) {
     for (; !sPiece.empty(); sPiece.remove_prefix(std::min(kPart, sPiece.size()))) {
-      GiveTurn();
+      RunEvents();
       if (!gsf_output_write(pStream, std::min(kPart, sPiece.size()), Bytes(sPiece))) return false;
     }
   }

@@ -7,10 +7,10 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "modEventLoop.h"
 #include "modOutputMessages.h"
 #include "modSystemIo.h"
 #include "modText.h"
-#include "modTurns.h"
 #include "modXlsxParts.h"
 
 namespace quillon {
@@ -70,7 +70,7 @@ clsPartReader::~clsPartReader() {
 
 int64_t clsPartReader::Read(char* pBuffer, size_t nBytes) {
   constexpr size_t kMostAtOnce = size_t{1} << 20;
-  GiveTurn();
+  RunEvents();
   return zip_fread(pFile_, pBuffer, std::min(nBytes, kMostAtOnce));
 }
 

@@ -152,7 +152,7 @@ XmlToken clsXmlScanner::Next() {
   nTokenDepth_ = nDepth_;
   sName_ = {};
   nLocal_ = 0;
-  if (nOffset_ == 0 && Ensure(3) && window_.starts_with("\xEF\xBB\xBF")) return Take(XmlToken::Other, 3);
+  if (nOffset_ == 0 && Ensure(3) && window_.starts_with(kUtf8Bom)) return Take(XmlToken::Other, 3);
   if (!Ensure(1)) {
     if (bReadFailed_ || nDepth_ > 0 || !bRootSeen_) return Fail();
     sRaw_ = {};

@@ -11,7 +11,7 @@
 
 #include "clsSideThread.h"
 #include "clsSpool.h"
-#include "modTurns.h"
+#include "modEventLoop.h"
 
 namespace quillon {
 
@@ -93,7 +93,7 @@ void clsDeflater::Write(std::string_view sBytes) {
     nSinceTurn_ += sPiece.size();
     if (nSinceTurn_ < kMostAtOnce) continue;
     nSinceTurn_ = 0;
-    GiveTurn();
+    RunEvents();
   }
 }
 

@@ -48,10 +48,10 @@ bool clsReportPass::Begin(const PreviewRequest& request, std::string_view sRecip
 bool clsReportPass::Step(int nMilliseconds) {
   using Clock = std::chrono::steady_clock;
   const Clock::time_point end = Clock::now() + std::chrono::milliseconds(nMilliseconds);
-  constexpr int kLinesATurn = 500;
+  constexpr int kLinesAtOnce = 500;
   while (!bDone_ && Clock::now() < end) {
     std::string_view sLine;
-    for (int n = 0; n < kLinesATurn && !bDone_; ++n) {
+    for (int n = 0; n < kLinesAtOnce && !bDone_; ++n) {
       reading_->lines.Next(sLine) ? reading_->report.Line(sLine) : Finish();
     }
   }

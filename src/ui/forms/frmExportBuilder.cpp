@@ -39,11 +39,11 @@ int32_t CountTables(std::string_view sRecipe) {
 std::string BytesOfRecipe(std::string_view sText) {
   const clsCodePage* const pPage = SystemCodePage();
   const clsCodePage& page = pPage != nullptr ? *pPage : clsCodePage::Windows1252();
-  if (!page.CanEncode(sText)) return "\xEF\xBB\xBF" + std::string(sText);
+  if (!page.CanEncode(sText)) return std::string(kUtf8Bom).append(sText);
   std::string sBytes = page.FromUtf8(sText);
   // Found by content, they would read as another text.
   const bool bMisread = pPage == nullptr && sBytes != sText && &DetectCodePage(sBytes) == &clsCodePage::Utf8();
-  return bMisread ? "\xEF\xBB\xBF" + std::string(sText) : sBytes;
+  return bMisread ? std::string(kUtf8Bom).append(sText) : sBytes;
 }
 
 frmExportBuilder::frmExportBuilder(frmMain& owner) : clsForm("frmExportBuilder"), oOwner_(owner) {

@@ -13,7 +13,7 @@ namespace quillon {
 
 class frmMain;
 
-/// A recipe as it is saved: in the page of the settings, or with the mark of UTF-8 where that can't hold it.
+/// A recipe as it is saved: in the page of the settings, or as UTF-8 with a BOM where that can't hold it.
 std::string BytesOfRecipe(std::string_view sText);
 
 /// The recipe editor: a plain text editor for short recipes with a dialog that writes a table section. It edits text

@@ -124,7 +124,7 @@ clsMainWindow::clsMainWindow(clsQtHost& host, frmMainMDI& frame, frmMain& form, 
     panelTexts_[{bar == StatusBar::Main ? 0 : 1, nPanel}] = ToQt(sText);
     if (!form_.IsRunning()) PaintProgress();
   };
-  host_.onTurn = [this] { PaintProgress(); };
+  host_.beforeEvents = [this] { PaintProgress(); };
   host_.onCaption = [this](std::string_view sText) { setWindowTitle(ToQt(sText)); };
   host_.SetCaption(frame_.sCaption);
   host_.onProgress = [this](const RunProgress& progress) { ShowRunProgress(progress); };

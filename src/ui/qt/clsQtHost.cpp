@@ -84,12 +84,12 @@ void clsQtHost::LetEventsRun() {
   nCallsToSkip_ = lLastAsked_ - before < kQuick ? kMostSkipped : 0;
   if (lLastAsked_ < kBetweenEvents) return;
   bInEvents_ = true;
-  if (onTurn) onTurn();
+  if (beforeEvents) beforeEvents();
   QApplication::processEvents();
   bInEvents_ = false;
   sinceEvents_.restart();
   lLastAsked_ = 0;
-  // Again at each turn, as a section that begins forgets a pause.
+  // Again each time, as a section that begins forgets a pause.
   if (bClosing) gbPauseRequested = gbAbandonOutput = true;
 }
 

@@ -8,7 +8,7 @@
 
 namespace quillon {
 
-/// The host of the desktop program. Events of a run get a turn some thirty times a second, however fast its rows are,
+/// The host of the desktop program. Events of a run are let run some thirty times a second, however fast its rows are,
 /// and none inside another.
 class clsQtHost : public clsHost {
  public:
@@ -19,8 +19,8 @@ class clsQtHost : public clsHost {
   std::function<void(StatusBar, int, std::string_view)> onStatusPanel;
   std::function<void(std::string_view)> onCaption;
   std::function<void(const RunProgress&)> onProgress;
-  std::function<void()> onTurn;  ///< Just before the events of a run get their turn
-  /// The window is closing: the run in hand is given up at its next turn, and shows no box.
+  std::function<void()> beforeEvents;  ///< Called just before the events of a run
+  /// The window is closing: the run in hand is given up at its next look at events, and shows no box.
   bool bClosing = false;
 
   MessageAnswer ShowMessage(std::string_view sText, std::string_view sTitle, MessageIcon icon,

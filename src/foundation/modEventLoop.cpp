@@ -1,4 +1,4 @@
-#include "modTurns.h"
+#include "modEventLoop.h"
 
 #include <cerrno>
 #include <utility>
@@ -7,20 +7,21 @@ namespace quillon {
 
 namespace {
 
-std::function<bool()> gTurn;
+std::function<bool()> gRunEvents;
 
 }  // namespace
 
 bool gbAbandonOutput = false;
 
-bool GiveTurn() {
-  return !gTurn || gTurn();
+bool RunEvents() {
+  return !gRunEvents || gRunEvents();
 }
 
-clsTurns::clsTurns(std::function<bool()> turn) : before_(std::exchange(gTurn, std::move(turn))) {}
+clsEventLoop::clsEventLoop(std::function<bool()> runEvents)
+    : before_(std::exchange(gRunEvents, std::move(runEvents))) {}
 
-clsTurns::~clsTurns() {
-  gTurn = std::move(before_);
+clsEventLoop::~clsEventLoop() {
+  gRunEvents = std::move(before_);
 }
 
 Failure StoppedFailure(std::string_view sPath) {
