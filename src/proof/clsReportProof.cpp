@@ -259,7 +259,8 @@ void clsReportProof::AddIfLikeRow(int64_t lLine, std::string_view sLine, TidyLin
     shapes_[static_cast<size_t>(kind)].Add(lLine, sLine, nClass);
 }
 
-/// By the rows so far. Lines that the recipe names otherwise must be like rows in all columns.
+/// By the rows so far. Lines that the recipe names otherwise must be like rows in all columns, headings in no other
+/// way.
 clsReportProof::Likeness clsReportProof::LikenessOf(std::string_view sLine, TidyLineKind kind) const {
   if (CountsColumns(sLine)) return Likeness::None;
   Likeness likeness = Likeness::None;
@@ -267,7 +268,9 @@ clsReportProof::Likeness clsReportProof::LikenessOf(std::string_view sLine, Tidy
     if (tables_[i].profile.empty()) continue;
     const clsRowProfile& profile = tables_[i].profile.front();
     const bool bMeant = kind == TidyLineKind::Dropped || kind == TidyLineKind::Further;
-    const bool bLike = bMeant ? profile.IsLikeRow(sLine) : profile.LooksLikeRow(sLine);
+    const bool bLike = bMeant                          ? profile.IsLikeRow(sLine)
+                       : kind == TidyLineKind::Heading ? profile.HoldsNothingElse(sLine)
+                                                       : profile.LooksLikeRow(sLine);
     // The pieces of a row that is split may go on over lines.
     const bool bGoesOn = kind == TidyLineKind::Joined && tidy_[i].row.cut.split != TidySplit::None;
     if (bLike && !bGoesOn) likeness = profile.IsWeak() ? Likeness::Weak : Likeness::Row;

@@ -104,7 +104,7 @@ bool clsRowProfile::IsWeak() const {
   return lUsual < kFew;
 }
 
-bool clsRowProfile::Fits(std::string_view sLine, int64_t lParts) const {
+bool clsRowProfile::Fits(std::string_view sLine, Demand demand) const {
   // One long word that happens to be cut at the columns is no row of many values.
   if (WordsOf(sLine, nWidth_) * kParts < lLeastWords_ * kMostParts) return false;
   KindsOf(sLine, kinds_);
@@ -118,12 +118,15 @@ bool clsRowProfile::Fits(std::string_view sLine, int64_t lParts) const {
     // Marks such as --- say that nothing is there.
     const bool bNothing = kinds_[i] == Marks && counts_[i][Marks] > 0;
     const bool bText = kinds_[i] == Both || (kinds_[i] == Cut && counts_[i][Cut] > 0);
-    if (!bNothing && (bText ? Letters : kinds_[i]) != usual) continue;
+    if (!bNothing && (bText ? Letters : kinds_[i]) != usual) {
+      if (demand == Demand::NothingElse && kinds_[i] != Empty) return false;
+      continue;
+    }
     ++lFits;
     bFigures = bFigures || kinds_[i] == Figures || kinds_[i] == Both;
   }
   // A table of one column, or of texts alone, looks like any text.
-  return lUsual > 1 && bFigures && lFits * kParts >= lUsual * lParts;
+  return lUsual > 1 && bFigures && lFits * kParts >= lUsual * (demand == Demand::All ? kParts : kMostParts);
 }
 
 }  // namespace quillon

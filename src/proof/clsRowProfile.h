@@ -22,13 +22,15 @@ class clsRowProfile {
   void Row(std::string_view sLine);
   /// True if three quarters of the columns that rows usually fill hold a value of the usual kind, one of figures
   /// among them.
-  bool LooksLikeRow(std::string_view sLine) const { return Fits(sLine, kMostParts); }
+  bool LooksLikeRow(std::string_view sLine) const { return Fits(sLine, Demand::Most); }
   /// True while too few rows were seen to tell anything.
   bool IsYoung() const { return lLooked_ < kYoung; }
   /// True for rows of two pieces parted by a text: "total = 12" is one, and so is much else.
   bool IsWeak() const;
+  /// The same, and the others are empty.
+  bool HoldsNothingElse(std::string_view sLine) const { return Fits(sLine, Demand::NothingElse); }
   /// The same of all of these columns.
-  bool IsLikeRow(std::string_view sLine) const { return Fits(sLine, kParts); }
+  bool IsLikeRow(std::string_view sLine) const { return Fits(sLine, Demand::All); }
   const std::vector<ProofColumn>& Columns() const { return columns_; }
 
  private:
@@ -36,8 +38,9 @@ class clsRowProfile {
   static constexpr size_t kKinds = 6;
   static constexpr int64_t kParts = 4, kMostParts = 3, kYoung = 32;
 
-  /// So many parts of the columns that are usually filled hold what they usually hold.
-  bool Fits(std::string_view sLine, int64_t lParts) const;
+  enum class Demand : uint8_t { Most, NothingElse, All };
+  /// Columns that are usually filled hold what they usually hold.
+  bool Fits(std::string_view sLine, Demand demand) const;
   /// The kinds of a line's cells, by column.
   void KindsOf(std::string_view sLine, std::vector<Kind>& kinds) const;
   static Kind KindOf(std::string_view sCell, const ProofColumn& column);
