@@ -111,6 +111,7 @@ void PutAccount(Json& json, const ResultLine& line) {
   json["totals"] = Json{{"agree", line.proof.lTotalsAgree},
                         {"last_digit", line.proof.lTotalsLastDigit},
                         {"disagree", line.proof.lTotalsDisagree}};
+  json["pages_out_of_order"] = line.proof.pages.lPages;
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ void Exchange(Way& way, ReportProof& proof) {
   Exchange(way, proof.lines);
   Exchange(way, proof.loss);
   Exchange(way, proof.lTotalsAgree, proof.lTotalsLastDigit, proof.lTotalsDisagree, proof.lLikeRows,
-           proof.lMeantLikeRows, proof.lFigureLines);
+           proof.lMeantLikeRows, proof.lFigureLines, proof.pages.lPages);
   Exchange(way, proof.totals);
 }
 

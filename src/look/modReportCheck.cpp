@@ -102,7 +102,7 @@ bool ReportCheck::AllValuesFit() const {
 
 bool ReportCheck::IsWhole() const {
   return sFault.empty() && proof.lLikeRows == 0 && proof.lMeantLikeRows == 0 && proof.lFigureLines == 0 &&
-         !proof.loss.Any() && proof.lTotalsDisagree == 0 && AllValuesFit();
+         proof.pages.lPages == 0 && !proof.loss.Any() && proof.lTotalsDisagree == 0 && AllValuesFit();
 }
 
 ReportCheck CheckReport(const PreviewRequest& request, clsSectionFile& recipe,

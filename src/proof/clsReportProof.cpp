@@ -76,6 +76,7 @@ void ReportProof::Add(const ReportProof& other) {
   lLikeRows += other.lLikeRows;
   lMeantLikeRows += other.lMeantLikeRows;
   lFigureLines += other.lFigureLines;
+  pages.lPages += other.pages.lPages;
   for (size_t i = 0; i < other.totals.size() && totals.size() < kEnough; ++i) totals.push_back(other.totals[i]);
 }
 
@@ -198,6 +199,7 @@ void clsReportProof::AddLeft(const TidyLeft& left) {
 /// Looks for totals; gives the class of the shape, 0 for a line that is none of any table.
 size_t clsReportProof::OtherLine(int64_t lLine, std::string_view sLine) {
   bRounds_ = bRounds_ || SaysRounded(sLine);
+  pages_.Line(lLine, sLine);
   kinds_.clear();
   for (auto table = heard_.begin(); table != heard_.end();) {
     const size_t i = *table;
@@ -300,6 +302,7 @@ ReportProof clsReportProof::Finish() {
   ReportProof proof;
   proof.lines = lines_;
   proof.loss = loss_;
+  proof.pages = pages_.Order();
   proof.lDivided = lDivided_;
   proof.lDividedLine = lDividedLine_;
   for (size_t i = 0; i < tables_.size(); ++i) FinishTable(i, proof);

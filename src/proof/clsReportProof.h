@@ -11,6 +11,7 @@
 
 #include "clsCutMeasure.h"
 #include "clsLineShapes.h"
+#include "clsPageNumbers.h"
 #include "clsPrintedTotals.h"
 #include "clsRowProfile.h"
 #include "clsTidyReport.h"
@@ -90,7 +91,8 @@ class clsReportProof : public clsTidyListener {
   int64_t lDivided_ = 0, lDividedLine_ = 0;
   std::array<clsLineShapes, kTidyLineKinds> shapes_;  ///< By kind of line
   std::map<Kinds, size_t> classes_;  ///< Kinds of totals that a line may be of, and their class among the shapes
-  bool bRounds_ = false;             ///< A line says that the report's numbers are rounded
+  clsPageNumbers pages_;
+  bool bRounds_ = false;  ///< A line says that the report's numbers are rounded
   std::vector<Event> events_;
   size_t nNext_ = 0;
   std::vector<std::pair<size_t, TidyNumber>> numbers_;

@@ -61,6 +61,13 @@ struct TableTotal {
   PrintedTotal total;
 };
 
+/// Pages that don't follow the page before, by the numbers printed on them.
+struct PageOrder {
+  int64_t lPages = 0;                ///< How many
+  int64_t lLine = 0;                 ///< Of the first
+  int64_t lNumber = 0, lBefore = 0;  ///< The number on it, and on the page before
+};
+
 /// What became of all lines, characters and totals of a report.
 struct ReportProof {
   /// Lines by kind; totals that were proved are no longer left out or outside.
@@ -79,6 +86,7 @@ struct ReportProof {
   int64_t lMeantLikeRows = 0, lFirstMeant = 0;
   /// Lines in no table most of whose words are figures: perhaps rows of a table that the recipe lacks.
   int64_t lFigureLines = 0, lFirstFigures = 0;
+  PageOrder pages;
 
   /// Adds the counts of another report, and its totals as far as a message may want them.
   void Add(const ReportProof& other);

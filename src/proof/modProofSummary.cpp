@@ -34,6 +34,7 @@ ProofSummary SummaryOf(const ReportProof& proof, bool bAllTables, bool bAllValue
          shape.bLikeRow && !shape.bMeant});
   }
   if (proof.loss.Any()) summary.places.push_back({proof.loss.lFirstLine, 1, CharactersText(proof.loss), true});
+  if (proof.pages.lPages > 0) summary.places.push_back({proof.pages.lLine, 1, PagesText(proof.pages), false});
   for (const TableTotal& total : proof.totals) {
     if (total.total.verdict != TotalVerdict::Disagrees || summary.places.size() >= 2 * kMostPlaces) continue;
     summary.places.push_back({total.total.lLine, 1, TotalText(total), true});

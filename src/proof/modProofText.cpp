@@ -210,6 +210,14 @@ std::string LossText(const ReportProof& proof) {
   return sText;
 }
 
+std::string PagesText(const PageOrder& pages) {
+  if (pages.lPages == 0) return {};
+  std::string sText = CountedText(pages.lPages, "page that doesn't follow", "pages that don't follow");
+  sText += " the one before";
+  if (pages.lLine == 0) return sText;
+  return sText + fmt::format(" (line {}: page {} behind page {})", pages.lLine, pages.lNumber, pages.lBefore);
+}
+
 std::string DoubtText(const ReportProof& proof) {
   std::string sText;
   const auto add = [&](int64_t lCount, std::string_view sOne, std::string_view sMany, int64_t lFirst) {
@@ -219,6 +227,8 @@ std::string DoubtText(const ReportProof& proof) {
   add(proof.lFigureLines, "line of figures in no table", "lines of figures in no table", proof.lFirstFigures);
   add(proof.lMeantLikeRows, "dropped or further line that looks like a row",
       "dropped or further lines that look like rows", proof.lFirstMeant);
+  const std::string sPages = PagesText(proof.pages);
+  if (!sPages.empty()) AddPart(sText, sPages);
   return sText;
 }
 

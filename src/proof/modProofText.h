@@ -30,6 +30,8 @@ std::string LossText(const ReportProof& proof);
 
 /// The characters of it: "1 character between columns, 1 value cut".
 std::string CharactersText(const CharacterLoss& loss);
+/// "2 pages that don't follow the one before (line 204: page 5 behind page 2)"; "" if all follow.
+std::string PagesText(const PageOrder& pages);
 /// What may be missing, in words: "1 line of figures in no table (first on line 4)"; "" if there is no doubt.
 std::string DoubtText(const ReportProof& proof);
 /// The closing sentence. "Nothing is lost." only if nothing speaks against it. bAllTables: all were found and have

@@ -66,6 +66,7 @@ std::string StrictFault(const FileAccount& account) {
   }
   if (account.lCellsFailed > 0) add(CountedText(account.lCellsFailed, "cell", "cells") + " failed");
   if (account.proof.lTotalsDisagree > 0) add(TotalsText(account.proof));
+  if (account.proof.pages.lPages > 0) add(PagesText(account.proof.pages));
   return sText;
 }
 

@@ -20,6 +20,7 @@ ReportProof HardProof() {
   proof.lLikeRows = 10;
   proof.lMeantLikeRows = 11;
   proof.lFigureLines = 12;
+  proof.pages.lPages = 13;
   return proof;
 }
 

@@ -36,6 +36,10 @@ TEST(ProofText, NothingIsLostIsSaidOnlyIfNothingSpeaksAgainstIt) {
   doubtful.lFirstFigures = 4;
   EXPECT_EQ(VerdictText(doubtful, true, true),
             "Something may be missing: 1 line of figures in no table (first on line 4).");
+  doubtful.pages = {2, 204, 5, 2};
+  EXPECT_EQ(VerdictText(doubtful, true, true),
+            "Something may be missing: 1 line of figures in no table (first on line 4), 2 pages that don't follow the "
+            "one before (line 204: page 5 behind page 2).");
   doubtful.lTotalsDisagree = 1;
   EXPECT_EQ(VerdictText(doubtful, true, true), "Not all printed totals agree with the rows.");
   doubtful.lLikeRows = 2;
@@ -67,12 +71,14 @@ TEST(ProofSummary, ShowsKindsAndThePlacesThatNeedALook) {
   proof.shapes = {Shape(TidyLineKind::LeftOut, true, false, false), Shape(TidyLineKind::Outside, false, true, false),
                   Shape(TidyLineKind::Outside, false, false, false)};
   proof.totals.push_back({1, "Gross", {20, 2, TotalVerdict::Disagrees, "5.00", "4.00"}});
+  proof.pages = {1, 14, 3, 1};
   summary = SummaryOf(proof, true, true);
   EXPECT_EQ(summary.mood, ProofMood::Missing);
-  ASSERT_EQ(summary.places.size(), 3U);
+  ASSERT_EQ(summary.places.size(), 4U);
   EXPECT_TRUE(summary.places[0].bMissing);
   EXPECT_FALSE(summary.places[1].bMissing);
-  EXPECT_EQ(summary.places[2].sText, "line 20, column Gross: printed 5.00, rows 4.00");
+  EXPECT_EQ(summary.places[2].lLine, 14) << "a page that doesn't follow";
+  EXPECT_EQ(summary.places[3].sText, "line 20, column Gross: printed 5.00, rows 4.00");
 }
 
 TEST(ProofSummary, WordsOfTotalsMakeAKeyThatARecipeCanHold) {
