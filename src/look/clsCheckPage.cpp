@@ -18,6 +18,7 @@ namespace {
 constexpr size_t kContext = 3;        // lines around a place that matters
 constexpr int64_t kFirst = 60;        // lines at the beginning of a long report
 constexpr int64_t kMostPlaces = 500;  // that a long report is shown at
+constexpr int64_t kMostTotals = 30;   // that agree
 constexpr size_t kMostCharacters = 1000;
 
 constexpr std::array<std::string_view, kTidyLineKinds> kClasses{"row",     "further", "joined",  "heading", "total",
@@ -25,17 +26,19 @@ constexpr std::array<std::string_view, kTidyLineKinds> kClasses{"row",     "furt
 
 constexpr std::string_view kStyle =
     "body{font:15px/1.45 sans-serif;color:#222;background:#fff;margin:2em auto;max-width:75em;padding:0 1em}"
-    "h1{font-size:1.4em}h2{font-size:1.1em;margin-top:1.6em}"
+    "h1{font-size:1.4em;overflow-wrap:anywhere}h2{font-size:1.1em;margin-top:1.6em;break-after:avoid}"
     "table{border-collapse:collapse}td,th{text-align:left;padding:.15em 1em .15em 0;border-bottom:1px solid #ddd}"
-    ".num{text-align:right}.good{color:#176a2c}.bad,.lost{color:#b00020;font-weight:bold}"
-    "code{white-space:pre-wrap}pre{font:12px/1.35 monospace;margin:0;overflow-x:auto}pre div{white-space:pre}"
-    "pre div:before{content:attr(data-n);display:inline-block;width:4.5em;color:#888}"
+    "td.num,th.num{text-align:right}.good{color:#176a2c}.bad,.lost{color:#b00020;font-weight:bold}"
+    "code{white-space:pre-wrap}.report{font:12px/1.35 monospace;overflow-x:auto}.report div{white-space:pre;"
+    "min-width:max-content}.report div:before{content:attr(data-n);display:inline-block;width:4.5em;color:#888}"
     ".row{background:#eef7ee}.row i{font-style:normal;background:#d5ebd5}.further,.joined{background:#f4f8e4}"
     ".heading{background:#e8f0fb}.total{background:#fbf3d9}.dropped,.left,.outside{color:#777}"
     ".like{background:#fde4e4;color:#222}.may{background:#fdf0d0;color:#222}.maybe{color:#8a5a00;font-weight:bold}.gap{"
     "color:#888;border-top:1px dashed #bbb;border-bottom:1px dashed #bbb}"
-    ".key span{padding:.1em .6em;margin-right:.5em}"
-    "@media print{body{margin:0;max-width:none}pre{overflow:visible;font-size:7pt}pre div{white-space:pre-wrap}"
+    ".key span{display:inline-block;padding:.1em .6em;margin-right:.5em}"
+    "@media "
+    "print{body{margin:0;max-width:none;font-size:10pt}code{font-size:7pt}tr{break-inside:avoid}.report{overflow:"
+    "visible;font-size:7pt}.report div{white-space:pre-wrap;min-width:0;break-inside:avoid}"
     "*{-webkit-print-color-adjust:exact;print-color-adjust:exact}}";
 
 std::string Shown(std::string_view sText) {
@@ -116,12 +119,13 @@ clsCheckPage::clsCheckPage(const ReportCheck& check, const std::vector<CutTable>
 }
 
 void clsCheckPage::Head(const CheckPageHead& head) {
+  const int64_t lBlank = check_.proof.Lines(TidyLineKind::Blank);
   sOut_ = fmt::format(
       "{7}"
       "charset=\"utf-8\"><title>{0}</title><style>{1}</style></head><body>\n"
-      "<h1>{0}</h1>\n<p>Recipe: {2}</p>\n<p class=\"{3}\">{4}</p>\n<p>{5} lines: {6}.</p>\n",
+      "<h1>{0}</h1>\n<p>Recipe: {2}</p>\n<p class=\"{3}\">{4}</p>\n<p>{5} lines: {6}{8}.</p>\n",
       Shown(head.sReport), kStyle, Shown(head.sRecipe), head.bGood ? "good" : "bad", Shown(head.sVerdict), lLines_,
-      LineKindsText(check_.proof.lines), kBegins);
+      LineKindsText(check_.proof.lines), kBegins, lBlank > 0 ? fmt::format(", {} blank", lBlank) : "");
   Totals();
   Shapes();
   sOut_ +=
@@ -131,33 +135,43 @@ void clsCheckPage::Head(const CheckPageHead& head) {
       "a "
       "row, but is none</span><span class=\"may\">may be a row</span><span class=\"lost\">lost</span></p>\n";
   if (!bWhole_) sOut_ += "<p>Only the places that matter are shown.</p>\n";
-  sOut_ += "<pre>";
+  sOut_ += "<div class=\"report\">";
 }
 
 void clsCheckPage::Totals() {
   const ReportProof& proof = check_.proof;
   if (proof.Totals() == 0) return;
   sOut_ += "<h2>Printed totals</h2>\n<p>" + HtmlText(TotalsText(proof)) + "</p>\n";
-  sOut_ += "<table><tr><th>Line</th><th>Column</th><th>Printed</th><th>Rows</th><th></th></tr>\n";
-  size_t nRows = 0;
+  sOut_ +=
+      "<table><tr><th class=\"num\">Line</th><th>Column</th><th class=\"num\">Printed</th><th class=\"num\">Rows</th>"
+      "<th></th></tr>\n";
+  // What needs a look comes first.
   for (const TableTotal& one : proof.totals) {
-    const bool bAgrees = one.total.verdict == TotalVerdict::Agrees;
-    if (bAgrees && ++nRows > static_cast<size_t>(kMostPlaces)) continue;
-    sOut_ += fmt::format(
-        "<tr><td class=\"num\">{}</td><td>{}</td><td class=\"num\">{}</td><td class=\"num\">{}</td>{}</tr>\n",
-        one.total.lLine, Shown(one.sColumn), Shown(one.total.sPrinted), SummedText(one.total),
-        bAgrees                                        ? "<td class=\"good\">&#10003;</td>"
-        : one.total.verdict == TotalVerdict::LastDigit ? "<td>last digit</td>"
-                                                       : "<td class=\"bad\">&#10007;</td>");
+    if (one.total.verdict != TotalVerdict::Agrees) TotalRow(one);
+  }
+  int64_t lShown = 0;
+  for (const TableTotal& one : proof.totals) {
+    if (one.total.verdict == TotalVerdict::Agrees && ++lShown <= kMostTotals) TotalRow(one);
   }
   sOut_ += "</table>\n";
+  if (proof.lTotalsAgree > kMostTotals)
+    sOut_ += fmt::format("<p>{} more agree.</p>\n", proof.lTotalsAgree - kMostTotals);
+}
+
+void clsCheckPage::TotalRow(const TableTotal& one) {
+  sOut_ +=
+      fmt::format("<tr><td class=\"num\">{}</td><td>{}</td><td class=\"num\">{}</td><td class=\"num\">{}</td>{}</tr>\n",
+                  one.total.lLine, Shown(one.sColumn), Shown(one.total.sPrinted), SummedText(one.total),
+                  one.total.verdict == TotalVerdict::Agrees      ? "<td class=\"good\">&#10003;</td>"
+                  : one.total.verdict == TotalVerdict::LastDigit ? "<td>last digit</td>"
+                                                                 : "<td class=\"bad\">&#10007;</td>");
 }
 
 void clsCheckPage::Shapes() {
   if (check_.proof.shapes.empty()) return;
   sOut_ +=
       "<h2>Lines left out or outside of all tables, by "
-      "shape</h2>\n<table><tr><th>Lines</th><th>First</th><th></th></tr>\n";
+      "shape</h2>\n<table><tr><th class=\"num\">Lines</th><th class=\"num\">First</th><th></th></tr>\n";
   constexpr size_t kMost = 50;
   for (size_t i = 0; i < check_.proof.shapes.size() && i < kMost; ++i) {
     const ShapeOfLines& shape = check_.proof.shapes[i];
@@ -257,7 +271,7 @@ void clsCheckPage::Line(int64_t lLine, std::string_view sLine, TidyLineKind kind
 
 std::string clsCheckPage::Finish() {
   for (const auto& [lHeld, sHeld] : held_) PutLine(lHeld, sHeld);
-  sOut_ += "</pre>\n</body></html>\n";
+  sOut_ += "</div>\n</body></html>\n";
   return std::move(sOut_);
 }
 

@@ -37,6 +37,7 @@ class clsCheckPage : public clsLineFollower {
  private:
   void Head(const CheckPageHead& head);
   void Totals();
+  void TotalRow(const TableTotal& one);
   void Shapes();
   bool IsOf(const std::set<std::string, std::less<>>& keys, std::string_view sLine, TidyLineKind kind) const;
   bool IsShown(int64_t lLine, bool bMatters);

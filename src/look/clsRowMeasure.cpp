@@ -43,8 +43,15 @@ bool HasGroupsOfACode(std::string_view sText, char cMark) {
   return (lMarks > 1 && bLong) || (lMarks > 2 && bUneven);
 }
 
+/// More letters than those of an exponent, or of CR and DR.
+bool HasWords(std::string_view sText) {
+  constexpr std::ptrdiff_t kMost = 2;
+  return std::count_if(sText.begin(), sText.end(), IsAsciiLetter) > kMost;
+}
+
 /// Digits among nothing but what goes with amounts, "CR" and "DR" included: a person would add it up.
 bool LooksLikeNumber(std::string_view sText) {
+  if (HasWords(sText) || std::none_of(sText.begin(), sText.end(), IsAsciiDigit)) return false;
   sText = WithoutExponent(sText);
   if (HasGroupsOfACode(sText, '.') || HasGroupsOfACode(sText, ',')) return false;
   if (sText.ends_with("CR") || sText.ends_with("DR")) sText.remove_suffix(2);
@@ -112,9 +119,10 @@ std::string LossMarks(const PreviewRow& row, const std::vector<PreviewColumn>& c
 
 void CountCell(std::string_view sCell, int64_t lLine, CellCensus& census) {
   static const CellTypingOptions kOptions{.bDayFirst = LocaleIsDayFirst()};
+  static const ColumnRule kRule = RuleAlone(kOptions);
   std::string sScratch;
   const std::string_view sText = TrimBlanks(sCell);
-  switch (TypeCell(sText, kOptions, sScratch).kind) {
+  switch (TypeCell(sText, kOptions, kRule, sScratch).kind) {
     case CellKind::Empty:
       ++census.lEmpty;
       return;

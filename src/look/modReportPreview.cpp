@@ -256,9 +256,16 @@ class clsTableLook {
     taken.cells.clear();
     measure.Measure(taken, preview_);
     for (PreviewColumn& column : preview_.columns) {
-      std::string sCell = row.Page().ToUtf8(row.Field(column.lStart, column.lEnd));
+      const std::string_view sField = row.Field(column.lStart, column.lEnd);
+      const bool bKept = !preview_.bMore;
+      if (!bKept && !request_.bWholeTable) continue;
+      if (!bKept && IsAscii(sField)) {
+        CountCell(sField, lLine, column.census);
+        continue;
+      }
+      std::string sCell = row.Page().ToUtf8(sField);
       if (request_.bWholeTable) CountCell(sCell, lLine, column.census);
-      if (!preview_.bMore) taken.cells.push_back(std::move(sCell));
+      if (bKept) taken.cells.push_back(std::move(sCell));
     }
     if (!preview_.bMore) preview_.rows.push_back(taken);
   }
