@@ -111,14 +111,21 @@ void clsMixedProof::HeadingChanges(size_t nTable, size_t nHeading, int64_t lLine
 
 void clsMixedProof::CutRow(size_t nCut, int64_t lLine, std::string_view sLine) {
   // A total lacks what tells one row from another.
-  const bool bRow = profiles_[nCut].LooksLikeRow(sLine) &&
-                    (profiles_[nCut].IsLikeRow(sLine) || !proof_.IsOfSums(nTidy_ + nCut, lLine, sLine));
+  const bool bRow = profiles_[nCut].IsLikeRow(sLine) ||
+                    (profiles_[nCut].LooksLikeRow(sLine) && !proof_.IsOfSums(nTidy_ + nCut, lLine, sLine));
   if (!bRow) return proof_.MayBeTotal(lLine, sLine);
   record_.nTable = nTidy_ + nCut;
   record_.lLine = lLine;
   record_.cells.clear();
+  const bool bAscii = IsAscii(sLine);
   for (const TidyPlace& place : cuts_[nCut].places) {
-    const std::string_view sCell = TrimBlanks(MidChars(sLine, place.nStart, place.nEnd - place.nStart + 1));
+    const auto nFrom = static_cast<size_t>(place.nStart - 1);
+    const int64_t lCount = place.nEnd - place.nStart + 1;
+    const std::string_view sPiece = !bAscii ? MidChars(sLine, place.nStart, lCount)
+                                    : nFrom < sLine.size() && lCount > 0
+                                        ? sLine.substr(nFrom, static_cast<size_t>(lCount))
+                                        : std::string_view();
+    const std::string_view sCell = TrimBlanks(sPiece);
     record_.cells.push_back({sCell.empty() ? TidyCellKind::Empty : TidyCellKind::Text, sCell, sCell});
   }
   proof_.Row(record_);

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "modLineShape.h"
+#include "modProofColumns.h"
 #include "modText.h"
 #include "modTidyText.h"
 
@@ -15,27 +16,6 @@ namespace {
 
 constexpr size_t kRow = static_cast<size_t>(-1);
 
-/// A number in plain form, "-1234.50". Nothing if no integer of 64 bits holds it.
-TidyNumber PlainNumber(std::string_view sPlain) {
-  constexpr size_t kMostDigits = 18;
-  TidyNumber number;
-  const bool bMinus = sPlain.starts_with('-');
-  size_t nDigits = 0;
-  bool bPoint = false;
-  for (const char c : sPlain.substr(bMinus ? 1 : 0)) {
-    if (c == '.' && !bPoint) {
-      bPoint = true;
-      continue;
-    }
-    if (!IsAsciiDigit(c) || ++nDigits > kMostDigits) return number;
-    number.nValue = number.nValue * 10 + (c - '0');
-    number.nDecimals += bPoint ? 1 : 0;
-  }
-  if (bMinus) number.nValue = -number.nValue;
-  number.bScaled = nDigits > 0;
-  return number;
-}
-
 /// "Rounded in millions", "detail may not add to totals", "Rundungsdifferenzen". Without the first letter, whatever its
 /// case.
 bool SaysRounded(std::string_view sLine) {
@@ -43,25 +23,6 @@ bool SaysRounded(std::string_view sLine) {
                                                     "AY NOT ADD", "erundet", "undung",  "rrondi",  "edonde"};
   return std::any_of(kWords.begin(), kWords.end(),
                      [&](std::string_view sWord) { return sLine.find(sWord) != std::string_view::npos; });
-}
-
-bool MaySum(const TidyTyping& typing) {
-  return typing.type == TidyType::Number || typing.type == TidyType::Auto;
-}
-
-std::vector<ProofColumn> ProofColumns(const std::vector<TidyColumnInfo>& columns) {
-  std::vector<ProofColumn> found;
-  for (const TidyColumnInfo& column : columns) {
-    ProofColumn& proof = found.emplace_back();
-    proof.sName = column.sName;
-    if (column.source != TidySource::Row) continue;
-    proof.nPiece = column.column;
-    proof.nStart = column.nStart;
-    proof.nEnd = column.nEnd;
-    proof.bNumber = MaySum(column.typing);
-    proof.typing = column.typing;
-  }
-  return found;
 }
 
 }  // namespace
@@ -94,12 +55,14 @@ void clsReportProof::TableStarts(size_t nTable, const std::vector<TidyColumnInfo
     const bool bFilled = columns[i].source == TidySource::Row &&
                          std::find(tidy.fills.begin(), tidy.fills.end(), columns[i].column) != tidy.fills.end();
     if (bFilled || columns[i].source == TidySource::Level) table.groupColumns.push_back(i);
+    if (columns[i].source == TidySource::Row && MaySum(columns[i].typing))
+      table.sumColumns.push_back({i, RoomOf(columns, i)});
   }
   table.groupValues.resize(table.groupColumns.size());
   const bool bSplit = tidy.row.cut.split != TidySplit::None;
   const auto cutter = bSplit ? std::optional(clsTidyCutter(tidy.row)) : std::optional<clsTidyCutter>();
-  table.totals.emplace_back(ProofColumns(columns), tidy.totals, limits_, cutter);
-  table.profile.emplace_back(ProofColumns(columns), cutter);
+  table.totals.emplace_back(ProofColumnsOf(columns), tidy.totals, limits_, cutter);
+  table.profile.emplace_back(ProofColumnsOf(columns), cutter);
   if (table.bProof) table.totals.front().ShareSums(shared_, nTable);
 }
 
@@ -146,16 +109,23 @@ void clsReportProof::QueueGroups(Table& table, const TidyRecord& row) {
   if (nChanged) events_.push_back({row.lLine, row.nTable, table.nHeadings + *nChanged, 0, 0});
 }
 
+/// A cell goes on where a value sticks out of its column; a number that does so into the next column took its value.
+void clsReportProof::CountReaching(int64_t lLine) {
+  ++loss_.lCuts;
+  if (loss_.lFirstLine == 0) loss_.lFirstLine = lLine;
+}
+
 void clsReportProof::QueueNumbers(const Table& table, const TidyRecord& row) {
   const size_t nFirst = numbers_.size();
-  for (size_t i = 0; i < row.cells.size() && i < table.columns.size(); ++i) {
-    const TidyColumnInfo& column = table.columns[i];
+  for (const auto& [i, nRoom] : table.sumColumns) {
+    if (i >= row.cells.size()) break;
     const TidyCell& cell = row.cells[i];
-    if (column.source != TidySource::Row) continue;
     if (cell.kind == TidyCellKind::Number) {
+      if (cell.sPrinted.size() > nRoom && CharCount(cell.sPrinted) > nRoom) CountReaching(row.lLine);
       numbers_.emplace_back(i, PlainNumber(cell.sPlain));
-    } else if (cell.kind == TidyCellKind::Text && column.typing.type == TidyType::Auto) {
-      if (const auto number = ReadTidyNumber(cell.sPrinted, column.typing, nullptr)) numbers_.emplace_back(i, *number);
+    } else if (cell.kind == TidyCellKind::Text && table.columns[i].typing.type == TidyType::Auto) {
+      const auto number = ReadTidyNumber(cell.sPrinted, table.columns[i].typing, nullptr);
+      if (number) numbers_.emplace_back(i, *number);
     }
   }
   events_.push_back({row.lLine, row.nTable, kRow, nFirst, numbers_.size()});

@@ -45,12 +45,17 @@ class clsReportProof : public clsTidyListener {
   ReportProof Finish();
 
  private:
+  /// A column of rows that may hold numbers. A wider one reaches into the next column.
+  struct SumColumn {
+    size_t nColumn = 0, nRoom = 0;
+  };
   struct Table {
     bool bStarted = false, bProof = false;
     bool bRows = false, bHeard = false;  ///< Rows came; lines behind them may be totals of theirs
     std::vector<TidyColumnInfo> columns;
     std::vector<size_t> groupColumns;  ///< Levels and filled columns: a change of theirs begins a group
-    std::vector<size_t> groupValues;   ///< Hashes of their last cells
+    std::vector<SumColumn> sumColumns;
+    std::vector<size_t> groupValues;  ///< Hashes of their last cells
     size_t nHeadings = 0;
     int64_t lStretch = 0, lStretchEnd = 0;  ///< First line of its last stretch; its last, 0 while it goes on
     std::vector<clsPrintedTotals> totals;   ///< One, once the table started
@@ -66,6 +71,7 @@ class clsReportProof : public clsTidyListener {
   using Kinds = std::vector<std::pair<size_t, size_t>>;
 
   void QueueGroups(Table& table, const TidyRecord& row);
+  void CountReaching(int64_t lLine);
   void QueueNumbers(const Table& table, const TidyRecord& row);
   void Catch(int64_t lLine);
   void Hear(size_t nTable);

@@ -22,11 +22,15 @@ std::string_view Piece(std::string_view sLine, bool bAscii, int32_t nStart, int3
   return sLine.substr(nFrom, nEnd > 0 ? static_cast<size_t>(nEnd) - nFrom : std::string_view::npos);
 }
 
-/// Words in the first characters of a line.
-int64_t WordsOf(std::string_view sLine, size_t nWidth) {
+/// Words in the first characters of a line; no more than lEnough are counted.
+int64_t WordsOf(std::string_view sLine, size_t nWidth, int64_t lEnough) {
+  sLine = sLine.substr(0, nWidth);
   int64_t lWords = 0;
-  for (size_t i = 0; i < std::min(sLine.size(), nWidth); ++i)
-    lWords += sLine[i] != ' ' && (i == 0 || sLine[i - 1] == ' ') ? 1 : 0;
+  for (size_t i = 0; lWords < lEnough; ++lWords) {
+    i = sLine.find_first_not_of(' ', i);
+    if (i == std::string_view::npos) return lWords;
+    i = std::min(sLine.find(' ', i), sLine.size());
+  }
   return lWords;
 }
 
@@ -39,9 +43,13 @@ clsRowProfile::Kind clsRowProfile::KindOf(std::string_view sCell, const ProofCol
   if (std::string sPlain; column.typing.type == TidyType::Date) {
     return ReadTidyDate(sCell, column.typing.sDateForm, sPlain) ? Figures : Marks;
   }
-  const bool bDigits = std::any_of(sCell.begin(), sCell.end(), IsAsciiDigit);
-  const bool bLetters = std::any_of(sCell.begin(), sCell.end(),
-                                    [](char c) { return IsAsciiLetter(c) || static_cast<unsigned char>(c) >= 0x80; });
+  bool bDigits = false;
+  bool bLetters = false;
+  for (const char c : sCell) {
+    bDigits = bDigits || IsAsciiDigit(c);
+    bLetters = bLetters || IsAsciiLetter(c) || static_cast<unsigned char>(c) >= 0x80;
+    if (bDigits && bLetters) break;
+  }
   return bDigits ? (bLetters ? Both : Figures) : bLetters ? Letters : Marks;
 }
 
@@ -80,7 +88,7 @@ void clsRowProfile::KindsOf(std::string_view sLine, std::vector<Kind>& kinds) co
 
 void clsRowProfile::Row(std::string_view sLine) {
   if (lRows_++ >= kAllOfFirst && lRows_ % kThenEach != 0) return;
-  const int64_t lWords = WordsOf(sLine, nWidth_);
+  const int64_t lWords = WordsOf(sLine, nWidth_, std::numeric_limits<int64_t>::max());
   lLeastWords_ = lLooked_++ == 0 ? lWords : std::min(lLeastWords_, lWords);
   KindsOf(sLine, kinds_);
   for (size_t i = 0; i < kinds_.size(); ++i) ++counts_[i][kinds_[i]];
@@ -96,6 +104,12 @@ clsRowProfile::Kind clsRowProfile::UsualKind(size_t nColumn) const {
                                                                       : Marks;
 }
 
+void clsRowProfile::FindUsualKinds() const {
+  usual_.clear();
+  for (size_t i = 0; i < columns_.size(); ++i) usual_.push_back(UsualKind(i));
+  lUsualOf_ = lLooked_;
+}
+
 bool clsRowProfile::IsWeak() const {
   if (!cutter_ || !cutter_->IsSplitAtText()) return false;
   constexpr int64_t kFew = 3;
@@ -106,13 +120,15 @@ bool clsRowProfile::IsWeak() const {
 
 bool clsRowProfile::Fits(std::string_view sLine, Demand demand) const {
   // One long word that happens to be cut at the columns is no row of many values.
-  if (WordsOf(sLine, nWidth_) * kParts < lLeastWords_ * kMostParts) return false;
+  const int64_t lNeeded = (lLeastWords_ * kMostParts + kParts - 1) / kParts;
+  if (WordsOf(sLine, nWidth_, lNeeded) < lNeeded) return false;
   KindsOf(sLine, kinds_);
+  if (lUsualOf_ != lLooked_) FindUsualKinds();
   int64_t lUsual = 0;
   int64_t lFits = 0;
   bool bFigures = false;
   for (size_t i = 0; i < columns_.size(); ++i) {
-    const Kind usual = UsualKind(i);
+    const Kind usual = usual_[i];
     if (usual == Empty) continue;
     ++lUsual;
     // Marks such as --- say that nothing is there.

@@ -47,12 +47,15 @@ class clsRowProfile {
   bool IsCut(std::string_view sLine, size_t nColumn) const;
   /// What the column usually holds; Empty if rows don't usually fill it.
   Kind UsualKind(size_t nColumn) const;
+  void FindUsualKinds() const;
 
   std::vector<ProofColumn> columns_;
   size_t nWidth_ = 0;            ///< Characters up to the end of the last column
   std::vector<bool> gapBehind_;  ///< By column: no other one begins right behind it
   std::optional<clsTidyCutter> cutter_;
   std::vector<std::array<int64_t, kKinds>> counts_;
+  mutable std::vector<Kind> usual_;  ///< What columns usually hold, of the first lUsualOf_ rows looked at
+  mutable int64_t lUsualOf_ = -1;
   mutable std::vector<Kind> kinds_;  ///< Kept for their memory
   mutable std::vector<std::string_view> pieces_;
   int64_t lRows_ = 0, lLooked_ = 0;

@@ -19,6 +19,13 @@ constexpr std::array<uint64_t, 19> kPowers = [] {
   return powers;
 }();
 
+/// A multiplication takes a tenth of a division's time, and what fits needn't be known to the last bit.
+constexpr std::array<double, kMostSumDecimals + 1> kUnits = [] {
+  std::array<double, kMostSumDecimals + 1> units{};
+  for (size_t i = 0; i < units.size(); ++i) units[i] = 1.0 / static_cast<double>(kPowers[i]);
+  return units;
+}();
+
 uint64_t Power(int nExponent) {
   return kPowers[static_cast<size_t>(nExponent)];
 }
@@ -43,7 +50,7 @@ void RunningSum::Add(const TidyNumber& number) {
     nScale = number.nDecimals;
   }
   nValue += static_cast<uint64_t>(number.nValue) * Power(nScale - number.nDecimals);
-  dValue += static_cast<double>(number.nValue) / static_cast<double>(Power(number.nDecimals));
+  dValue += static_cast<double>(number.nValue) * kUnits[static_cast<size_t>(number.nDecimals)];
   last = number;
   ++lRows;
 }

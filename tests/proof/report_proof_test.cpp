@@ -74,6 +74,38 @@ TEST(ReportProof, TotalsThatNoKeyNamesAreFoundAndTheirWordsTold) {
   EXPECT_EQ(proof.words.size(), 2U);
 }
 
+TEST(ReportProof, AHeadingIsNoRowWhereItsColumnsHoldOtherThings) {
+  // Three columns of four hold what they usually do.
+  const std::string sDate = "SHOP Ann          20200119   119.05\n";
+  const std::string sRecipe = kRecipe + "[Heading 1.2]\nLike=AAAA_AAA____\nPlaces=19-26\nNames=As of\n";
+  ReportProof proof = Proof(sDate + kReport, sRecipe);
+  EXPECT_EQ(proof.Lines(TidyLineKind::Heading), 3);
+  EXPECT_EQ(proof.lLikeRows, 0);
+  // A row without a value is one all the same.
+  proof = Proof(Changed(kReport, "0004 Dan ", "     Dan "), kRecipe + "[Heading 1.2]\nText=Dan\nNames=Other\n");
+  EXPECT_EQ(proof.Lines(TidyLineKind::Heading), 3);
+  EXPECT_EQ(proof.lLikeRows, 1);
+}
+
+TEST(ReportProof, ANumberThatReachesIntoTheNextColumnTookItsValue) {
+  const std::string sRecipe =
+      "[Table 1]\nNeeds=A digits\nPlaces=1-4 6-8 12-15\nNames=No|Fees|Gross\nTypes=A text, B-C number /100\n";
+  EXPECT_FALSE(Proof("0001 123456 1500\n0002 123    1500\n", sRecipe).loss.Any()) << "it sticks out of its column";
+  const ReportProof proof = Proof("0001 123    1500\n0002 1234561500\n0003 1234561501\n", sRecipe);
+  EXPECT_EQ(proof.loss.lCuts, 2);
+  EXPECT_EQ(proof.loss.lFirstLine, 2);
+}
+
+TEST(ReportProof, PagesThatDoNotFollowAreTold) {
+  const ReportProof proof = Proof("PAYROLL   PAGE 1\nPAYROLL   PAGE 2\n" + Changed(kReport, "PAGE 1", "PAGE 4"));
+  EXPECT_EQ(proof.pages.lPages, 0) << "the numbers stand at other places";
+  const std::string sHead = "PAYROLL                          PAGE ";
+  const ReportProof told = Proof(sHead + "1\n" + sHead + "2\n" + Changed(kReport, "PAGE 1", "PAGE 4"));
+  EXPECT_EQ(told.pages.lPages, 1);
+  EXPECT_EQ(told.pages.lLine, 3);
+  EXPECT_EQ(told.lTotalsAgree, 6);
+}
+
 TEST(ReportProof, ARowThatIsLeftOutLooksLikeOneAndSpoilsTheTotals) {
   const ReportProof proof = Proof(Changed(kReport, "0003 Cy ", "OO03 Cy "));
   EXPECT_EQ(proof.lLikeRows, 1);
