@@ -74,7 +74,9 @@ clsPdfProcess::~clsPdfProcess() {
 }
 
 void clsPdfProcess::Start(int nHandle, const PdfPages& pages) {
-  std::vector<std::string> arguments{"pdftotext", "-bbox", "-enc", "UTF-8"};
+  // In the order of the file: the words are placed by their boxes, so the reader need not find out how to read the
+  // page.
+  std::vector<std::string> arguments{"pdftotext", "-bbox", "-raw", "-enc", "UTF-8"};
   if (pages.lFirst > 0) arguments.insert(arguments.end(), {"-f", std::to_string(pages.lFirst)});
   if (pages.lLast > 0) arguments.insert(arguments.end(), {"-l", std::to_string(pages.lLast)});
   const char* const password = std::getenv("QUILLON_PDF_PASSWORD");

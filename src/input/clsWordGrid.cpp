@@ -15,13 +15,16 @@ constexpr double kHundredths = 100;
 /// What lies further out comes of a made-up page, not of a printed one.
 constexpr int64_t kMostColumns = 4000;
 constexpr int64_t kMostLines = 2000;
+/// What is nearer than this part of a column or line is at the same place.
+constexpr double kTouch = 0.25;
 
-double NumberOf(std::string_view sLine, std::string_view sName) {
-  const size_t nAt = sLine.find(sName);
+/// The next number in quotes, which then leaves the line with all in front of it.
+double TakeNumber(std::string_view& sLine) {
+  sLine.remove_prefix(std::min(sLine.find('='), sLine.size()));
   double d = 0;
-  if (nAt == std::string_view::npos) return d;
-  const char* const pFrom = sLine.data() + nAt + sName.size();
-  std::from_chars(pFrom, sLine.data() + sLine.size(), d);
+  if (!sLine.starts_with("=\"")) return d;
+  const char* const pEnd = std::from_chars(sLine.data() + 2, sLine.data() + sLine.size(), d).ptr;
+  sLine.remove_prefix(static_cast<size_t>(pEnd - sLine.data()));
   return std::isfinite(d) ? std::clamp(d, -1e6, 1e6) : 0;
 }
 
@@ -30,12 +33,13 @@ std::string Plain(std::string_view sMarked) {
     std::string_view sMark;
     char plain;
   };
-  // The fonts of many printing programs draw the key "-" as a minus or as one of the hyphens, and a blank that holds
-  // words together: a number has its sign, and a key text is found, whichever was drawn.
-  constexpr std::array kMarks{Mark{"&amp;", '&'},        Mark{"&lt;", '<'},         Mark{"&gt;", '>'},
-                              Mark{"&quot;", '"'},       Mark{"&apos;", '\''},      Mark{"&#39;", '\''},
-                              Mark{"\xE2\x88\x92", '-'}, Mark{"\xE2\x80\x90", '-'}, Mark{"\xE2\x80\x91", '-'},
-                              Mark{"\xC2\xAD", '-'},     Mark{"\xC2\xA0", ' '}};
+  // The fonts of many printing programs draw the key "-" as a minus or as one of the hyphens, the key "'" as a quote,
+  // and a blank that holds words together: a number has its sign, and a key text is found, whichever was drawn.
+  constexpr std::array kMarks{Mark{"&amp;", '&'},        Mark{"&lt;", '<'},          Mark{"&gt;", '>'},
+                              Mark{"&quot;", '"'},       Mark{"&apos;", '\''},       Mark{"&#39;", '\''},
+                              Mark{"\xE2\x88\x92", '-'}, Mark{"\xE2\x80\x90", '-'},  Mark{"\xE2\x80\x91", '-'},
+                              Mark{"\xC2\xAD", '-'},     Mark{"\xE2\x80\x99", '\''}, Mark{"\xC2\xA0", ' '}};
+  if (IsAscii(sMarked) && sMarked.find('&') == std::string_view::npos) return std::string(sMarked);
   std::string sText;
   while (!sMarked.empty()) {
     const auto mark =
@@ -56,8 +60,8 @@ bool PlacedWord::IsTurned() const {
 
 void clsWordList::Take(std::string_view sBlock, const PageSink& sink) {
   for (size_t nEnd = sBlock.find('\n'); nEnd != std::string_view::npos; nEnd = sBlock.find('\n')) {
-    sKept_.append(sBlock.substr(0, nEnd));
-    TakeLine(sKept_, sink);
+    if (!sKept_.empty()) sKept_.append(sBlock.substr(0, nEnd));
+    TakeLine(sKept_.empty() ? sBlock.substr(0, nEnd) : std::string_view(sKept_), sink);
     sKept_.clear();
     sBlock.remove_prefix(nEnd + 1);
   }
@@ -65,18 +69,19 @@ void clsWordList::Take(std::string_view sBlock, const PageSink& sink) {
 }
 
 void clsWordList::TakeLine(std::string_view sLine, const PageSink& sink) {
-  if (sLine.find("</page>") != std::string_view::npos) {
+  // Each line of the list is <word xMin="1.5" yMin="2" xMax="3" yMax="4">text</word> or begins or ends a page.
+  constexpr std::string_view kEnd = "</word>";
+  sLine.remove_prefix(std::min(sLine.find_first_not_of(' '), sLine.size()));
+  if (sLine.starts_with("</page>")) {
     sink(words_);
     words_.clear();
-    return;
   }
-  const size_t nText = sLine.find("\">");
-  const size_t nEnd = sLine.rfind("</word>");
-  if (sLine.find("<word ") == std::string_view::npos || nText == std::string_view::npos ||
-      nEnd == std::string_view::npos)
-    return;
-  PlacedWord word{NumberOf(sLine, "xMin=\""), NumberOf(sLine, "yMin=\""), NumberOf(sLine, "xMax=\""),
-                  NumberOf(sLine, "yMax=\""), nEnd > nText + 2 ? Plain(sLine.substr(nText + 2, nEnd - nText - 2)) : ""};
+  if (!sLine.starts_with("<word ") || !sLine.ends_with(kEnd)) return;
+  sLine.remove_suffix(kEnd.size());
+  PlacedWord word;
+  for (double* const pNumber : {&word.dLeft, &word.dTop, &word.dRight, &word.dBottom}) *pNumber = TakeNumber(sLine);
+  const size_t nText = sLine.find('>');
+  if (nText != std::string_view::npos) word.sText = Plain(sLine.substr(nText + 1));
   if (!word.sText.empty()) words_.push_back(std::move(word));
 }
 
@@ -133,16 +138,30 @@ int64_t clsWordGrid::ColumnOf(const PlacedWord& word) const {
   return std::clamp<int64_t>(std::llround((word.dLeft - dLeft_) / dWidth_), 0, kMostColumns);
 }
 
+bool clsWordGrid::LiesOver(const PlacedWord& word, const PlacedWord& other) const {
+  const auto near = [](double d1, double d2, double dMost) { return std::abs(d1 - d2) < dMost; };
+  return word.sText == other.sText && near(word.dLeft, other.dLeft, kTouch * dWidth_) &&
+         near(word.dRight, other.dRight, kTouch * dWidth_) && near(word.Middle(), other.Middle(), kTouch * dHeight_);
+}
+
 void clsWordGrid::PlaceLine(const std::vector<const PlacedWord*>& words, std::string& sOut) {
   int64_t lColumn = 0;
+  const PlacedWord* pLast = nullptr;
   for (const PlacedWord* const pWord : words) {
+    if (pLast != nullptr && LiesOver(*pWord, *pLast)) {
+      ++lDoubled_;
+      continue;
+    }
     int64_t lWanted = ColumnOf(*pWord);
+    // Pieces that touch are one word, whose letters were drawn in several steps.
+    const bool bPiece = pLast != nullptr && std::abs(pWord->dLeft - pLast->dRight) < kTouch * dWidth_;
     // Words never run into each other, nor over what stands there.
-    const int64_t lFree = lColumn == 0 ? 0 : lColumn + 1;
-    if (lWanted < lFree) ++lMoved_;
-    lWanted = std::max(lWanted, lFree);
+    const int64_t lFree = lColumn == 0 || bPiece ? lColumn : lColumn + 1;
+    if (lWanted < lFree && !bPiece) ++lMoved_;
+    lWanted = bPiece ? lFree : std::max(lWanted, lFree);
     sOut.append(static_cast<size_t>(lWanted - lColumn), ' ').append(pWord->sText);
     lColumn = lWanted + static_cast<int64_t>(CharCount(pWord->sText));
+    pLast = pWord;
   }
 }
 

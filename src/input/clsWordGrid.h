@@ -34,7 +34,8 @@ class clsWordList {
 
 /// The one grid of a document's characters, measured over all of its words first, then filled page by page. A column
 /// is as wide as most characters are, a line as high as most lines lie apart, and the upper left corner is that of all
-/// words: so a column stands at the same place on each page.
+/// words: so a column stands at the same place on each page. Pieces of a word that touch are joined, and a word that is
+/// drawn again over itself to look bold is one.
 class clsWordGrid {
  public:
   /// First every page is measured, then every page is placed.
@@ -48,6 +49,8 @@ class clsWordGrid {
   int64_t TurnedWords() const { return lTurned_; }
   int64_t MovedWords() const { return lMoved_; }
   int64_t Words() const { return lWords_; }
+  /// Left out, as they were drawn over themselves.
+  int64_t DoubledWords() const { return lDoubled_; }
 
  private:
   /// Lengths by how often they occur, in hundredths of a point.
@@ -55,12 +58,14 @@ class clsWordGrid {
   static double Dominant(const Lengths& lengths);
   int64_t LineOf(const PlacedWord& word) const;
   int64_t ColumnOf(const PlacedWord& word) const;
+  bool LiesOver(const PlacedWord& word, const PlacedWord& other) const;
   void PlaceLine(const std::vector<const PlacedWord*>& words, std::string& sOut);
 
   Lengths widths_, heights_;
   double dLeft_ = 1e9, dTop_ = 1e9;
   double dWidth_ = 6, dHeight_ = 12;
   int64_t lPages_ = 0, lEmpty_ = 0, lTurned_ = 0, lMoved_ = 0, lWords_ = 0;
+  int64_t lDoubled_ = 0;
 };
 
 }  // namespace quillon

@@ -35,14 +35,20 @@ def asa(text):
     return records
 
 
-def pdf(pages, size):
-    """A PDF of pages of lines, in Courier."""
+def pdf(pages, size, bold=False):
+    """A PDF of pages of lines, in Courier; bold: the second half of each line first, and all of it drawn twice."""
     objects = [b"<</Type/Catalog/Pages 2 0 R>>", None, b"<</Type/Font/Subtype/Type1/BaseFont/Courier>>"]
     kids = []
     height = int(size * 1.2 * max(map(len, pages), default=0)) + 80
     for lines in pages:
-        shown = "".join("(%s) Tj T*\n" % line.replace("\\", "\\\\").replace("(", "\\(").replace(")", "\\)")
-                        for line in lines)
+        shown = ""
+        for line in lines:
+            middle = len(line) // 2
+            steps = [(line, 0)] if not bold else [(line[middle:], middle * size * 0.6), (line[:middle], 0)] * 2
+            for text, right in steps:
+                text = text.replace("\\", "\\\\").replace("(", "\\(").replace(")", "\\)")
+                shown += f"{right:.2f} 0 Td ({text}) Tj {-right:.2f} 0 Td\n"
+            shown += "T*\n"
         stream = f"BT /F1 {size} Tf {size * 1.2} TL 40 {height - 40} Td\n{shown}ET".encode("latin-1")
         objects.append(b"<</Length %d>>stream\n%s\nendstream" % (len(stream), stream))
         objects.append(b"<</Type/Page/Parent 2 0 R/MediaBox[0 0 1200 %d]/Contents %d 0 R"
@@ -205,11 +211,11 @@ class Inputs(unittest.TestCase):
         for case, report, recipe in CASES[::2]:
             text, recipe = (GOLDEN / case / report).read_bytes().decode(), GOLDEN / case / recipe
             pages = [page.splitlines() for page in text.split("\f")]
-            for size in (7, 10):
-                (self.folder / "in.pdf").write_bytes(pdf(pages, size))
+            for size, bold in [(7, False), (10, False), (8, True)]:
+                (self.folder / "in.pdf").write_bytes(pdf(pages, size, bold))
                 status, made, said = self.convert("in.pdf", recipe, "out.csv", "--trim")
                 _, plain, _ = self.convert(GOLDEN / case / report, recipe, "plain.csv", "--trim")
-                self.assertEqual((status, made), (0, plain), f"{case} {size} {said}")
+                self.assertEqual((status, made), (0, plain), f"{case} {size} {bold} {said}")
 
     @unittest.skipUnless(shutil.which("pdftotext"), "poppler-utils is not installed")
     def test_a_pdf_that_is_no_text_is_refused_with_the_reason(self):

@@ -51,15 +51,15 @@ TEST(WordList, GivesTheSamePagesHoweverTheListComes) {
       "    <word xMin=\"10.2\" yMin=\"20\" xMax=\"30\" yMax=\"28.9\">R&amp;D</word>\n"
       "    <word xMin=\"40\" yMin=\"20\" xMax=\"70\" yMax=\"29\">&lt;\"&quot;&#39;&gt;&amp;lt;</word>\n"
       "    <word xMin=\"80\" yMin=\"20\" xMax=\"90\" yMax=\"29\">\xE2\x88\x92"
-      "5\xC2\xAD\xC3\x84\xC2\xA0x</word>\n"
+      "5\xC2\xAD\xC3\x84\xC2\xA0\xE2\x80\x99x</word>\n"
       "</page>\n<page>\n</page>\n<page>\n"
-      "<word xMin=\"1e999\" yMin=\"nan\" xMax=\"-inf\">far</word>\n"
+      "<word xMin=\"1e999\" yMin=\"nan\" xMax=\"-inf\" yMax=\"-\">far</word>\n"
       "<word xMin=\"9e8\" yMin=\"-9e8\" xMax=\"x\" yMax=\"1\">farther</word>\n"
       "<word xMin=\"1\" yMin=\"2\" xMax=\"3\" yMax=\"4\"></word>\n"
       "<word xMin=\"1\" yMin=\"2\" xMax=\"3\" yMax=\"4\">torn\n"
       "</page>\n<page>\n<word xMin=\"1\" yMin=\"1\" xMax=\"2\" yMax=\"2\">of no page</word>\n";
   const std::string sWanted =
-      "R&D 10 20 30 29\n<\"\"'>&lt; 40 20 70 29\n-5-\xC3\x84 x 80 20 90 29\n--\n--\n"
+      "R&D 10 20 30 29\n<\"\"'>&lt; 40 20 70 29\n-5-\xC3\x84 'x 80 20 90 29\n--\n--\n"
       "far 0 0 0 0\nfarther 1000000 -1000000 0 1\n--\n";
   for (const size_t nBlock : {size_t{1}, size_t{2}, size_t{7}, size_t{64}, sList.size()}) {
     EXPECT_EQ(Listed(sList, nBlock), sWanted) << nBlock;
@@ -123,12 +123,26 @@ TEST(WordGrid, TurnedWordsAreCountedAndLeftOut) {
 
 TEST(WordGrid, WordsNeverRunIntoEachOther) {
   clsWordGrid grid;
-  // Touching, over each other, and letters of several bytes, which are one place each.
-  EXPECT_EQ(Placed({{At(0, 0, "abcd"), At(4, 0, "efgh"), At(6, 0, "ij"), At(20, 0, "end")},
+  // Next to each other by less than a column, over each other, and letters of several bytes, which are one place each.
+  EXPECT_EQ(Placed({{At(0, 0, "abcd"), At(4.3, 0, "efgh"), At(6, 0, "ij"), At(20, 0, "end")},
                     {At(0, 0, "\xC3\x84\xC3\x96\xC3\x9C", 3), At(4, 0, "next")}},
                    grid),
             "abcd efgh ij        end\n\f\xC3\x84\xC3\x96\xC3\x9C next\n");
   EXPECT_EQ(grid.MovedWords(), 2);
+}
+
+TEST(WordGrid, PiecesOfAWordAreOneAndBoldPassesVanish) {
+  clsWordGrid grid;
+  // "TOTAL" drawn letter by letter and each twice, a number in two pieces, a word with its shadow, and a number over
+  // another one, which is none.
+  Page page{At(8, 0, "1,2"),      At(11.1, 0, "34.50"), At(20, 0, "Net"),
+            At(20.1, 0.1, "Net"), At(30, 0, "17"),      At(30, 0, "18")};
+  for (const double dShift : {0.0, 0.1}) {
+    for (size_t i = 0; i < 5; ++i) page.push_back(At(static_cast<double>(i) + dShift, 0, std::string(1, "TOTAL"[i])));
+  }
+  EXPECT_EQ(Placed({page}, grid), "TOTAL   1,234.50    Net       17 18\n");
+  EXPECT_EQ(grid.DoubledWords(), 6);
+  EXPECT_EQ(grid.MovedWords(), 1);
 }
 
 TEST(WordGrid, APageThatWasMadeUpTakesNoMoreThanAPrintedOne) {
