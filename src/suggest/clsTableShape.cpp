@@ -4,6 +4,7 @@
 #include <array>
 #include <map>
 
+#include "clsColumnJoiner.h"
 #include "modColumnParts.h"
 #include "modDigitSplits.h"
 #include "modTokenSplits.h"
@@ -40,22 +41,22 @@ bool StandsInside(std::u32string_view sText, size_t n) {
 
 }  // namespace
 
-struct clsTableShape::Part : ColumnPart {};
-
 clsTableShape::clsTableShape(const clsReportSample& report, std::span<const size_t> rows,
                              std::span<const size_t> headingLines)
     : report_(report), rows_(Spread(rows)) {
   for (const size_t n : headingLines) {
-    for (const LineMark& mark : report_.Lines()[n].marks) nameEnds_.insert(mark.lEnd);
+    const auto marks = report_.Lines()[n].marks;
+    allNames_.insert(allNames_.end(), marks.begin(), marks.end());
+    for (const LineMark& mark : marks) nameEnds_.insert(mark.lEnd);
   }
   if (!headingLines.empty()) names_ = report_.Lines()[headingLines.back()].marks;
   CountPlaces();
   FindPartingPlaces();
   Parts parts = PartsOfPlaces();
-  for (Part& part : parts) Measure(part);
+  for (ColumnPart& part : parts) MeasurePart(report_, rows_, part);
   SplitParts(parts);
-  JoinParts(parts);
-  for (const Part& part : parts)
+  clsColumnJoiner(report_, rows_, {names_, allNames_, parting_, bByMarks_, lEquals_}).Join(parts);
+  for (const ColumnPart& part : parts)
     columns_.push_back({part.lFirst, part.lLast, 0, 0, part.IsNumber(), part.dFigures >= 0.6});
   SetPlaces();
 }
@@ -115,121 +116,16 @@ clsTableShape::Parts clsTableShape::PartsOfPlaces() const {
   return parts;
 }
 
-std::u32string_view clsTableShape::CellAt(std::u32string_view sLine, int32_t lFirst, int32_t lLast) const {
-  const auto nFirst = static_cast<size_t>(lFirst);
-  if (nFirst >= sLine.size() || lLast < lFirst) return {};
-  return TrimPlaces(sLine.substr(nFirst, static_cast<size_t>(lLast - lFirst) + 1));
-}
-
-void clsTableShape::Measure(Part& part) const {
-  clsPartMeasure measure(rows_.size());
-  for (const size_t n : rows_) {
-    const std::u32string_view sText = report_.Lines()[n].sText;
-    const std::u32string_view sCell = CellAt(sText, part.lFirst, part.lLast);
-    if (!sCell.empty()) measure.Add(sCell, static_cast<int32_t>(sCell.data() - sText.data()));
-  }
-  measure.Finish(part);
-}
-
-/// In one or two rows a blank between words, or a word and a number, parts nothing.
-bool clsTableShape::IsOnePiece(const Part& left, const Part& right) const {
-  constexpr size_t kFew = 3;
-  return rows_.size() < kFew && right.lFirst - left.lLast <= 2 && !(left.IsNumber() && right.IsNumber());
-}
-
-/// A blank between a number and a text, or between texts, parts nothing where one word of the names stands over both.
-bool clsTableShape::HaveOneName(const Part& left, const Part& right) const {
-  if (right.lFirst - left.lLast > 2) return false;
-  constexpr double kAll = 0.99;
-  if (right.IsNumber()) {
-    // Two groups of digits of one width under one name: a phone number.
-    const bool bFixed = left.IsNumber() && left.dStart >= kAll && left.dEnd >= kAll && right.dStart >= kAll &&
-                        right.dEnd >= kAll && right.dFilled >= kAll;
-    const auto over = [&](const Part& part) {
-      return std::any_of(names_.begin(), names_.end(),
-                         [&](const LineMark& mark) { return mark.lStart <= part.lLast && mark.lEnd >= part.lFirst; });
-    };
-    return bFixed && over(left) && !over(right);
-  }
-  bool bOver = false;
-  for (const LineMark& mark : names_) {
-    const bool bRight = mark.lStart <= right.lLast && mark.lEnd >= right.lFirst;
-    const bool bLeft = mark.lStart <= left.lLast && mark.lEnd >= left.lFirst;
-    if (bRight && !bLeft) return false;
-    bOver = bOver || (bRight && bLeft);
-  }
-  return bOver;
-}
-
-bool clsTableShape::IsParted(const Part& left, const Part& right) const {
-  for (int32_t l = left.lLast + 1; l < right.lFirst; ++l) {
-    if (parting_[static_cast<size_t>(l)]) return true;
-  }
-  return false;
-}
-
-void clsTableShape::JoinParts(Parts& parts) const {
-  for (size_t i = 0; i + 1 < parts.size();) {
-    if (parts[i].lLast + 1 == parts[i + 1].lFirst) {  // parted on purpose
-      ++i;
-      continue;
-    }
-    const bool bLabel = parts[i + 1].lLast < lEquals_;
-    const bool bJoin = bByMarks_ || bLabel
-                           ? !IsParted(parts[i], parts[i + 1])
-                           : AreOneColumn(parts[i], parts[i + 1]) || IsTailOf(parts[i + 1], parts[i]) ||
-                                 TakeEventLoop(parts[i], parts[i + 1]) || IsOnePiece(parts[i], parts[i + 1]) ||
-                                 HaveOneName(parts[i], parts[i + 1]);
-    if (!bJoin) {
-      ++i;
-      continue;
-    }
-    const bool bSign = parts[i].bSigns || parts[i + 1].bSigns;
-    parts[i].lLast = parts[i + 1].lLast;
-    parts[i].dates = JoinedDates(parts[i].dates, parts[i + 1].dates);
-    const DateParts dates = parts[i].dates;
-    parts.erase(parts.begin() + static_cast<ptrdiff_t>(i) + 1);
-    Measure(parts[i]);
-    if (dates != DateParts::None) parts[i].dates = dates;
-    if (bSign && i > 0) --i;
-  }
-}
-
-bool clsTableShape::IsTailOf(const Part& right, const Part& left) const {
-  return !left.IsNumber() && !right.IsNumber() && right.dFigures < left.dFigures + 0.5 &&
-         IsTail(report_, rows_, left.lFirst, left.lLast, right.lFirst, right.lLast);
-}
-
-/// A word in rows that have no number, such as <DIR> in place of a size, is a value of the number's column; and so is
-/// one that stands elsewhere from some page on.
-bool clsTableShape::TakeEventLoop(const Part& left, const Part& right) const {
-  constexpr int32_t kNear = 5;
-  constexpr double kMost = 0.85;
-  if (right.lFirst - left.lLast > kNear) return false;
-  if (left.dFilled + right.dFilled < kMost || left.dFilled + right.dFilled > 1) return false;
-  size_t nTurns = 0;
-  bool bLeft = false;
-  for (const size_t n : rows_) {
-    const std::u32string_view sText = report_.Lines()[n].sText;
-    const bool bInLeft = !CellAt(sText, left.lFirst, left.lLast).empty();
-    const bool bInRight = !CellAt(sText, right.lFirst, right.lLast).empty();
-    if (bInLeft && bInRight) return false;
-    if (bInLeft || bInRight) nTurns += bInLeft == bLeft ? 0U : 1U;
-    if (bInLeft || bInRight) bLeft = bInLeft;
-  }
-  return left.IsNumber() != right.IsNumber() || nTurns * 20 < rows_.size();
-}
-
 void clsTableShape::SplitParts(Parts& parts) const {
   Parts result;
-  for (const Part& part : parts) {
+  for (const ColumnPart& part : parts) {
     if (!SplitPart(part, result)) result.push_back(part);
   }
   parts = std::move(result);
 }
 
 /// A number of one width in all rows, with a word directly behind it.
-bool clsTableShape::SplitAfterDigits(const Part& part, Parts& into) const {
+bool clsTableShape::SplitAfterDigits(const ColumnPart& part, Parts& into) const {
   constexpr size_t kFewest = 4;
   constexpr int32_t kShortest = 3;
   if (rows_.size() < kFewest) return false;
@@ -246,12 +142,12 @@ bool clsTableShape::SplitAfterDigits(const Part& part, Parts& into) const {
     if (IsNumberText(CellAt(sText, part.lFirst, part.lLast))) return false;
     lWidth = l;
   }
-  Part left = part;
-  Part right = part;
+  ColumnPart left = part;
+  ColumnPart right = part;
   left.lLast = part.lFirst + lWidth - 1;
   right.lFirst = left.lLast + 1;
-  Measure(left);
-  Measure(right);
+  MeasurePart(report_, rows_, left);
+  MeasurePart(report_, rows_, right);
   if (!SplitPart(left, into)) into.push_back(left);
   if (!SplitPart(right, into)) into.push_back(right);
   return true;
@@ -268,7 +164,7 @@ bool clsTableShape::CutsNumber(int32_t lPlace) const {
 }
 
 /// Most texts of the right part have a word one blank in front of them: they are no column.
-bool clsTableShape::GoesOnFrom(const Part& left, const Part& right) const {
+bool clsTableShape::GoesOnFrom(const ColumnPart& left, const ColumnPart& right) const {
   if (left.IsNumber() || right.IsNumber()) return false;
   size_t nFilled = 0;
   size_t nBehindWord = 0;
@@ -285,24 +181,24 @@ bool clsTableShape::GoesOnFrom(const Part& left, const Part& right) const {
 }
 
 /// Columns of which the words of the rows tell that they are two.
-bool clsTableShape::SplitAtTokens(const Part& part, Parts& into) const {
+bool clsTableShape::SplitAtTokens(const ColumnPart& part, Parts& into) const {
   auto split = SplitAtPlainDate(report_, rows_, part.lFirst, part.lLast);
   if (!split) split = SplitBehindForm(report_, rows_, part.lFirst, part.lLast);
   if (!split) split = SplitAtNumber(report_, rows_, part.lFirst, part.lLast);
   if (!split) return false;
-  Part left = part;
-  Part right = part;
+  ColumnPart left = part;
+  ColumnPart right = part;
   left.lLast = split->lLeftLast;
   right.lFirst = split->lRightFirst;
-  Measure(left);
-  Measure(right);
+  MeasurePart(report_, rows_, left);
+  MeasurePart(report_, rows_, right);
   if (!SplitPart(left, into)) into.push_back(left);
   if (!SplitPart(right, into)) into.push_back(right);
   return true;
 }
 
 /// Whether most words that go over the place have no number behind it: they are values themselves.
-bool clsTableShape::CutsWords(int32_t lPlace, const Part& right) const {
+bool clsTableShape::CutsWords(int32_t lPlace, const ColumnPart& right) const {
   size_t nOver = 0;
   size_t nWords = 0;
   for (const size_t n : rows_) {
@@ -315,7 +211,7 @@ bool clsTableShape::CutsWords(int32_t lPlace, const Part& right) const {
 }
 
 /// Columns that touch in a few rows: a place that is blank in most rows, beside an edge that most rows have.
-bool clsTableShape::SplitPart(const Part& part, Parts& into) const {
+bool clsTableShape::SplitPart(const ColumnPart& part, Parts& into) const {
   if (SplitAfterDigits(part, into) || SplitAtTokens(part, into)) return true;
   constexpr uint32_t kOneInSoMany = 4;
   constexpr uint32_t kFewOneIn = 7;
@@ -330,12 +226,12 @@ bool clsTableShape::SplitPart(const Part& part, Parts& into) const {
     for (; lEnd < part.lLast && filled_[static_cast<size_t>(lEnd)] <= lMost; ++lEnd) {
       if (filled_[static_cast<size_t>(lEnd)] <= filled_[static_cast<size_t>(lBest)]) lBest = lEnd;
     }
-    Part left = part;
-    Part right = part;
+    ColumnPart left = part;
+    ColumnPart right = part;
     left.lLast = lBest - 1;
     right.lFirst = lBest + 1;
-    Measure(left);
-    Measure(right);
+    MeasurePart(report_, rows_, left);
+    MeasurePart(report_, rows_, right);
     // Many touching rows need an edge that leaves no doubt.
     const bool bFew = filled_[static_cast<size_t>(lBest)] <= static_cast<uint32_t>(rows_.size()) / kFewOneIn;
     constexpr double kSure = 0.9;

@@ -8,6 +8,7 @@
 
 #include "clsReportSample.h"
 #include "modCellKinds.h"
+#include "modColumnParts.h"
 
 namespace quillon {
 
@@ -31,33 +32,25 @@ class clsTableShape {
   void Cut(std::u32string_view sLine, std::vector<std::u32string_view>& cells) const;
 
  private:
-  struct Part;
-  using Parts = std::vector<Part>;
+  using Parts = std::vector<ColumnPart>;
 
   void CountPlaces();
   void FindPartingPlaces();
   Parts PartsOfPlaces() const;
-  void Measure(Part& part) const;
-  void JoinParts(Parts& parts) const;
-  bool IsOnePiece(const Part& left, const Part& right) const;
-  bool HaveOneName(const Part& left, const Part& right) const;
-  bool IsParted(const Part& left, const Part& right) const;
-  bool IsTailOf(const Part& right, const Part& left) const;
-  bool TakeEventLoop(const Part& left, const Part& right) const;
   void SplitParts(Parts& parts) const;
   bool CutsNumber(int32_t lPlace) const;
-  bool CutsWords(int32_t lPlace, const Part& right) const;
-  bool SplitAfterDigits(const Part& part, Parts& into) const;
-  bool GoesOnFrom(const Part& left, const Part& right) const;
-  bool SplitAtTokens(const Part& part, Parts& into) const;
-  bool SplitPart(const Part& part, Parts& into) const;
+  bool CutsWords(int32_t lPlace, const ColumnPart& right) const;
+  bool SplitAfterDigits(const ColumnPart& part, Parts& into) const;
+  bool GoesOnFrom(const ColumnPart& left, const ColumnPart& right) const;
+  bool SplitAtTokens(const ColumnPart& part, Parts& into) const;
+  bool SplitPart(const ColumnPart& part, Parts& into) const;
   void SetPlaces();
   void StopAtPartingPlaces(ShapeColumn& column) const;
-  std::u32string_view CellAt(std::u32string_view sLine, int32_t lFirst, int32_t lLast) const;
 
   const clsReportSample& report_;
   std::vector<size_t> rows_;
   std::span<const LineMark> names_;  ///< Words of the names directly above the rows
+  std::vector<LineMark> allNames_;   ///< Words of all lines of names
   std::set<int32_t> nameEnds_;       ///< Where the words of the names end
   std::vector<uint32_t> filled_;     ///< Rows that aren't blank at each place
   std::vector<bool> parting_;        ///< Places that hold a bar or the like to part columns

@@ -54,10 +54,33 @@ bool CommasFit(std::u32string_view sText) {
   return nCommas == 0 || bThrees || (nCommas == 1 && nDigits > 0 && sText.find(U'.') == std::u32string_view::npos);
 }
 
+/// "1 234 567,89": groups of three digits parted by blanks, and decimals, so that it is no list of codes.
+bool HasBlankGroups(std::u32string_view sText) {
+  constexpr size_t kGroup = 3;
+  size_t nGroups = 0;
+  size_t nDigits = 0;
+  for (size_t i = 0; i < sText.size(); ++i) {
+    if (IsDigitPlace(sText[i])) {
+      ++nDigits;
+      continue;
+    }
+    if (nDigits == 0 || nDigits > kGroup || (nGroups > 0 && nDigits != kGroup)) return false;
+    if (sText[i] == U'.' || sText[i] == U',') {
+      const std::u32string_view sRest = sText.substr(i + 1);
+      return nGroups > 0 && !sRest.empty() && std::all_of(sRest.begin(), sRest.end(), IsDigitPlace);
+    }
+    if (!IsBlankPlace(sText[i])) return false;
+    ++nGroups;
+    nDigits = 0;
+  }
+  return false;
+}
+
 }  // namespace
 
 bool IsNumberText(std::u32string_view sText) {
   TakeSigns(sText);
+  if (HasBlankGroups(sText)) return true;
   size_t nDigits = 0;
   size_t nPoints = 0;
   size_t i = 0;

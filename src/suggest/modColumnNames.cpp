@@ -279,14 +279,4 @@ std::vector<std::u32string> NamesOfColumns(const clsReportSample& report, const 
   return inOrder.size() == names.size() ? inOrder : names;
 }
 
-std::u32string HeadingMark(const clsReportSample& report, const std::vector<size_t>& headingLines) {
-  std::u32string sMark;
-  for (const size_t n : headingLines) {
-    for (const char32_t ch : report.Lines()[n].sText) {
-      if (!IsBlankPlace(ch) && !IsDigitPlace(ch)) sMark += ch;
-    }
-  }
-  return sMark;
-}
-
 }  // namespace quillon

@@ -14,7 +14,5 @@ std::vector<size_t> HeadingLines(const clsReportSample& report, const clsTableSh
 /// One name for each column, "" where nothing stands above it.
 std::vector<std::u32string> NamesOfColumns(const clsReportSample& report, const clsTableShape& shape,
                                            const std::vector<size_t>& headingLines);
-/// The heading's words run together, to know it again; figures aside.
-std::u32string HeadingMark(const clsReportSample& report, const std::vector<size_t>& headingLines);
 
 }  // namespace quillon

@@ -114,6 +114,22 @@ void clsPartMeasure::Finish(ColumnPart& part) const {
   }
 }
 
+std::u32string_view CellAt(std::u32string_view sLine, int32_t lFirst, int32_t lLast) {
+  const auto nFirst = static_cast<size_t>(lFirst);
+  if (nFirst >= sLine.size() || lLast < lFirst) return {};
+  return TrimPlaces(sLine.substr(nFirst, static_cast<size_t>(lLast - lFirst) + 1));
+}
+
+void MeasurePart(const clsReportSample& report, std::span<const size_t> rows, ColumnPart& part) {
+  clsPartMeasure measure(rows.size());
+  for (const size_t n : rows) {
+    const std::u32string_view sText = report.Lines()[n].sText;
+    const std::u32string_view sCell = CellAt(sText, part.lFirst, part.lLast);
+    if (!sCell.empty()) measure.Add(sCell, static_cast<int32_t>(sCell.data() - sText.data()));
+  }
+  measure.Finish(part);
+}
+
 DateParts JoinedDates(DateParts left, DateParts right) {
   using enum DateParts;
   if (left == Weekday && (right == Month || right == MonthAndDay || right == Date)) return right;

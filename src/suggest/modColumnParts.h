@@ -3,8 +3,11 @@
 
 #include <cstdint>
 #include <map>
+#include <span>
 #include <string>
 #include <string_view>
+
+#include "clsReportSample.h"
 
 namespace quillon {
 
@@ -42,6 +45,11 @@ class clsPartMeasure {
   std::u32string sFirst_;
   uint32_t lDates_ = ~0U;  ///< A bit for each part of a date that all values may be
 };
+
+/// What a line has between two places, blanks around it dropped.
+std::u32string_view CellAt(std::u32string_view sLine, int32_t lFirst, int32_t lLast);
+/// Sets what the values of a part are like, from its places.
+void MeasurePart(const clsReportSample& report, std::span<const size_t> rows, ColumnPart& part);
 
 /// Whether two neighbours, with nothing but blanks between, are one column that a sign, a date or words divide.
 bool AreOneColumn(const ColumnPart& left, const ColumnPart& right);

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "clsTableShape.h"
+#include "modCodeColumns.h"
 #include "modColumnNames.h"
 #include "modDistantLines.h"
 #include "modFurtherLines.h"
@@ -49,6 +50,7 @@ class clsTableFinder {
     for (FoundTable& table : tables_) {
       if (table.bDoubtful || table.bRecords) continue;
       const clsTableShape shape(report_, table.rows, table.headingLines);
+      KeepCodes(report_, shape, table.rows, table.tidy.row);
       for (const size_t n : FindIndentedTitles(report_, shape, table.rows, owners_, table.tidy)) {
         table.furtherLines.push_back(n);
       }

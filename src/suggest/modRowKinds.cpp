@@ -14,12 +14,20 @@ bool MayBeMark(std::u32string_view sCell) {
   return !bDigit && ((sCell.size() <= kLongestMark && nLetters <= 2) || nLetters == 0);
 }
 
+/// A letter, and none of them small.
+bool HasCapitalsAlone(std::u32string_view sCell) {
+  const auto isSmall = [](char32_t ch) { return ch >= U'a' && ch <= U'z'; };
+  return std::any_of(sCell.begin(), sCell.end(), IsLetterPlace) && std::none_of(sCell.begin(), sCell.end(), isSmall);
+}
+
 }  // namespace
 
 void ColumnKinds::Add(std::u32string_view sCell) {
   constexpr size_t kMostMarks = 12;
   ++nRows;
   ++counts[static_cast<size_t>(KindOfCell(sCell))];
+  nFigures += std::any_of(sCell.begin(), sCell.end(), IsDigitPlace) ? 1U : 0U;
+  nCapitals += HasCapitalsAlone(sCell) ? 1U : 0U;
   nBlankMarks += !sCell.empty() && IsBlankMark(sCell) ? 1U : 0U;
   if (sCell.empty() || !MayBeMark(sCell)) return;
   const auto it = marks.find(sCell);
@@ -53,6 +61,25 @@ bool ColumnKinds::IsUsual(std::u32string_view sCell) const {
   if (IsNumeric()) return kind == FieldKind::Digits || kind == FieldKind::Number || IsMark(sCell);
   if (IsDate()) return kind == FieldKind::Date || IsMark(sCell);
   return true;
+}
+
+bool AreNamesOfKinds(const std::vector<ColumnKinds>& kinds, const std::vector<std::u32string_view>& cells) {
+  constexpr size_t kFewest = 3;
+  constexpr size_t kFewestRows = 4;
+  size_t nOverFigures = 0;
+  size_t nOverSmall = 0;
+  size_t nEmpty = 0;
+  if (kinds.size() < kFewest || kinds.front().nRows < kFewestRows) return false;
+  for (size_t i = 0; i < cells.size(); ++i) {
+    if (cells[i].empty() && ++nEmpty * 4 <= cells.size()) continue;
+    const bool bDigit = std::any_of(cells[i].begin(), cells[i].end(), IsDigitPlace);
+    if (bDigit || !std::any_of(cells[i].begin(), cells[i].end(), IsLetterPlace)) return false;
+    // The row itself is one of those that were counted.
+    const size_t nOthers = kinds[i].Filled() - 1;
+    nOverFigures += nOthers > 0 && kinds[i].nFigures * 10 >= nOthers * 9 ? 1U : 0U;
+    nOverSmall += HasCapitalsAlone(cells[i]) && (kinds[i].nCapitals - 1) * 10 <= nOthers ? 1U : 0U;
+  }
+  return nOverFigures >= 2 || nOverSmall * 3 >= cells.size() * 2;
 }
 
 bool IsBlankMark(std::u32string_view sCell) {

@@ -16,6 +16,8 @@ struct ColumnKinds {
   std::array<size_t, 6> counts{};                       ///< By FieldKind
   std::map<std::u32string, size_t, std::less<>> marks;  ///< Short texts that come again: M, T, ---, N/A
   size_t nRows = 0;
+  size_t nFigures = 0;     ///< Cells that hold a digit
+  size_t nCapitals = 0;    ///< Cells with capital letters alone
   size_t nBlankMarks = 0;  ///< Cells that say that nothing is there
 
   void Add(std::u32string_view sCell);
@@ -39,6 +41,9 @@ std::vector<ColumnKinds> KindsOfRows(const clsReportSample& report, const clsTab
 /// calls itself a total.
 std::vector<size_t> RowsOfKinds(const clsReportSample& report, const clsTableShape& shape,
                                 const std::vector<ColumnKinds>& kinds, std::span<const size_t> rows);
+/// Whether a row's cells are the names of the columns: words without a digit where nearly all others hold one, or
+/// capitals where the others have small letters.
+bool AreNamesOfKinds(const std::vector<ColumnKinds>& kinds, const std::vector<std::u32string_view>& cells);
 /// A text that means nothing is there: ---, *, N/A.
 bool IsBlankMark(std::u32string_view sCell);
 bool SaysTotal(std::u32string_view sLine);

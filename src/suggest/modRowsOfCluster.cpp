@@ -22,6 +22,7 @@ class clsClusterRows {
     for (const size_t n : lines) (IsLikeTotal(report_.Lines()[n].sText) ? totals : rows).push_back(n);
     DropWords(rows);
     if (rows.size() < 2) return {};
+    DropNames(rows);
     constexpr int32_t kRounds = 5;
     for (int32_t l = 0; l < kRounds && rows.size() > 1; ++l) {
       const clsTableShape shape(report_, rows);
@@ -87,6 +88,16 @@ class clsClusterRows {
       if (nNumbers > 1 || HasSignAlone(marks) || HasMarksAlone(n)) kept.push_back(n);
     }
     if (nFull > 1 && nFull * 3 >= rows.size()) rows = std::move(kept);
+  }
+
+  /// The first line may be the names of the columns; they may come again further down.
+  void DropNames(std::vector<size_t>& rows) const {
+    const clsTableShape shape(report_, rows);
+    std::vector<std::u32string_view> cells;
+    const std::u32string_view sFirst = report_.Lines()[rows.front()].sText;
+    shape.Cut(sFirst, cells);
+    if (!AreNamesOfKinds(KindsOfRows(report_, shape, rows), cells)) return;
+    std::erase_if(rows, [&](size_t n) { return report_.Lines()[n].sText == sFirst; });
   }
 
   /// A line that calls itself a total is a row if it has what only rows have: a second text, a date, a number of its

@@ -67,6 +67,30 @@ bool SameType(const TidyTyping& a, const TidyTyping& b) {
   return a.type == b.type && a.bComma == b.bComma && a.sDateForm == b.sDateForm;
 }
 
+/// What the columns of each record need: what one of them has must do for all. Blanks of the further ones are records
+/// that lack.
+std::vector<TidyNeed> NeedsOfAll(const std::vector<TidyNeed>& needs, size_t nColumns, size_t nAll) {
+  std::vector<TidyNeed> common;
+  const auto needOf = [&](size_t n) {
+    return std::find_if(needs.begin(), needs.end(), [&](const TidyNeed& need) { return need.column == n; });
+  };
+  for (size_t c = 0; c < nColumns; ++c) {
+    if (needOf(c) == needs.end()) continue;
+    TidyNeed& need = common.emplace_back(*needOf(c));
+    for (size_t n = c + nColumns; n < nAll; n += nColumns) {
+      if (needOf(n) == needs.end()) need.alternatives = {{TidyKind::Any, {}}};
+      if (needOf(n) == needs.end()) break;
+      for (const TidyKindOrText& kind : needOf(n)->alternatives) {
+        const bool bKnown = std::any_of(need.alternatives.begin(), need.alternatives.end(), [&](const auto& known) {
+          return known.kind == kind.kind && known.sText == kind.sText;
+        });
+        if (!bKnown && kind.kind != TidyKind::Blank) need.alternatives.push_back(kind);
+      }
+    }
+  }
+  return common;
+}
+
 void PartPlaces(TidyPart& part, size_t nRecords) {
   const std::vector<TidyPlace> all = part.cut.places.front();
   const size_t nColumns = all.size() / nRecords;
@@ -83,11 +107,7 @@ void PartPlaces(TidyPart& part, size_t nRecords) {
   }
   part.types.resize(std::min(part.types.size(), nColumns));
   part.names.resize(std::min(part.names.size(), nColumns));
-  std::vector<TidyNeed> needs;
-  for (const TidyNeed& need : part.needs) {
-    if (need.column < nColumns) needs.push_back(need);
-  }
-  part.needs = std::move(needs);
+  part.needs = NeedsOfAll(part.needs, nColumns, all.size());
 }
 
 /// The columns that the places of a part were made of; none if that can't be told.

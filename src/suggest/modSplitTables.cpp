@@ -270,11 +270,21 @@ class clsSplitTables {
       const FoundTable& table = (*known_)[i];
       const size_t nShared = table.bDoubtful ? 0 : Shared(table.rows, rows);
       if (nShared == 0) continue;
-      const bool bByPlaces = table.bRecords || FiguresApart(way, nColumns, table.rows) <= FiguresByPlaces(table.rows);
+      const bool bByPlaces = table.bRecords || HasNamesByPlaces(table) ||
+                             FiguresApart(way, nColumns, table.rows) <= FiguresByPlaces(table.rows);
       nKnown += bByPlaces ? nShared : 0U;
     }
     if (nKnown > 0) return nKnown * 2 < rows.size();
     return FiguresApart(way, nColumns, rows) > FiguresByPlaces(rows);
+  }
+
+  /// Each of the columns has one piece of the names: what parts the names parts the values, too.
+  bool HasNamesByPlaces(const FoundTable& table) const {
+    const std::vector<std::string>& names = table.tidy.row.names;
+    if (table.headingLines.size() != 1 || std::find(names.begin(), names.end(), "") != names.end()) return false;
+    const Cells pieces = PiecesOf(Line(table.headingLines.front()), {TidySplit::AtGaps, 0}, kAll);
+    return std::equal(pieces.begin(), pieces.end(), names.begin(), names.end(),
+                      [](std::u32string_view sPiece, const std::string& sName) { return Utf8Of(sPiece) == sName; });
   }
 
   static size_t Shared(const std::vector<size_t>& lines, const std::vector<size_t>& rows) {

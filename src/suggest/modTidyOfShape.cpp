@@ -36,8 +36,11 @@ struct ColumnFacts {
     const size_t nComma = sCell.rfind(U',');
     const size_t nPoint = sCell.rfind(U'.');
     const size_t nLast = sCell.find_last_of(U"0123456789");
-    bPoint =
-        bPoint || (nPoint != std::u32string_view::npos && (nComma == std::u32string_view::npos || nPoint > nComma));
+    // 238.406 may be thousands as well.
+    const bool bThree = nPoint != std::u32string_view::npos && nPoint > 0 && nPoint <= 3 && nLast == nPoint + 3;
+    const bool bPointLast =
+        nPoint != std::u32string_view::npos && (nComma == std::u32string_view::npos || nPoint > nComma);
+    bPoint = bPoint || (bPointLast && !bThree);
     const bool bLastComma =
         nComma != std::u32string_view::npos && (nPoint == std::u32string_view::npos || nComma > nPoint);
     const bool bThousands = nPoint != std::u32string_view::npos && nPoint < nComma;

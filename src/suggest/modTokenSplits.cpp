@@ -1,6 +1,7 @@
 #include "modTokenSplits.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
 
 #include "modCellKinds.h"
@@ -90,7 +91,14 @@ bool HasTextsAt(const clsReportSample& report, std::span<const size_t> rows, int
   return static_cast<size_t>(nTexts) * 2 > rows.size();
 }
 
-/// A sign behind a number is no column of its own.
+/// 0.56s, 12.5M: what is counted, not a flag beside it.
+bool IsUnit(std::u32string_view sText) {
+  constexpr std::array<std::u32string_view, 14> kUnits{U"s",  U"ms", U"K",  U"M",   U"G",   U"T",   U"k",
+                                                       U"KB", U"MB", U"GB", U"KiB", U"MiB", U"GiB", U"kB"};
+  return std::find(kUnits.begin(), kUnits.end(), sText) != kUnits.end();
+}
+
+/// A sign or a unit behind a number is no column of its own.
 bool HasMoreThanSigns(const clsReportSample& report, std::span<const size_t> rows, int32_t lFirst, int32_t lLast) {
   size_t nMore = 0;
   for (const size_t n : rows) {
@@ -100,7 +108,7 @@ bool HasMoreThanSigns(const clsReportSample& report, std::span<const size_t> row
         TrimPlaces(sText.substr(static_cast<size_t>(lFirst), static_cast<size_t>(lLast - lFirst) + 1));
     const bool bSign =
         std::all_of(sRest.begin(), sRest.end(), [](char32_t ch) { return !IsDigitPlace(ch) && !IsLetterPlace(ch); });
-    nMore += bSign || sRest == U"CR" || sRest == U"DR" || sRest == U"C" || sRest == U"D" ? 0U : 1U;
+    nMore += bSign || sRest == U"CR" || sRest == U"DR" || sRest == U"C" || sRest == U"D" || IsUnit(sRest) ? 0U : 1U;
   }
   return nMore * 2 > rows.size();
 }
@@ -117,6 +125,9 @@ int32_t DecimalsAt(const clsReportSample& report, std::span<const size_t> rows, 
     const char32_t ch = At(sText, lPoint);
     if ((ch != U'.' && ch != U',') || (chPoint != 0 && ch != chPoint) || !IsDigitPlace(At(sText, lPoint - 1))) return 0;
     chPoint = ch;
+    int32_t lBefore = lPoint - 1;
+    while (IsDigitPlace(At(sText, lBefore))) --lBefore;
+    if (At(sText, lBefore) == ch) return 0;  // 10.0.0.18
     int32_t l = 0;
     while (l < lDecimals && IsDigitPlace(At(sText, lPoint + l + 1))) ++l;
     lDecimals = l;

@@ -63,13 +63,5 @@ TEST_F(ColumnNamesTest, ReadsWhatIsPrintedAboveTheColumns) {
   }
 }
 
-TEST_F(ColumnNamesTest, KnowsAHeadingAgainOnTheNextPage) {
-  const clsReportSample& report = Sample("No  Name  Page 1\nNo     Name  Page 12\nNo  Names  Page 1\n\n");
-  EXPECT_EQ(HeadingMark(report, {0}), U"NoNamePage");
-  EXPECT_EQ(HeadingMark(report, {0}), HeadingMark(report, {1}));
-  EXPECT_NE(HeadingMark(report, {0}), HeadingMark(report, {2}));
-  EXPECT_EQ(HeadingMark(report, {3}), U"");
-}
-
 }  // namespace
 }  // namespace quillon

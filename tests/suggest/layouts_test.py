@@ -14,13 +14,16 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent.parent / "scripts"))
 
-from other_layouts import LAYOUTS, three_tables  # noqa: E402
+import other_layouts  # noqa: E402
+import written_layouts  # noqa: E402
+from other_layouts import three_tables  # noqa: E402
 from suggest_report import Runner, Truth, measure_one  # noqa: E402
 
 # Share of the records that must come out exactly, where it isn't all of them: folders above a list are no heading yet,
 # a tab may be one blank, titles stand at the places of rows.
 SHARES = {"directory_tree": 0, "parted_file": 0, "chart_of_accounts": 0.5}
 SEEDS = (1, 2)
+LAYOUTS = other_layouts.LAYOUTS | written_layouts.LAYOUTS
 
 
 def write(folder, name, seed):
