@@ -72,7 +72,7 @@ class clsDistantLines {
       const bool bTexts =
           tables_[i].headingLines.empty() && std::none_of(shape.Columns().begin(), shape.Columns().end(),
                                                           [](const ShapeColumn& column) { return column.bNumber; });
-      if (!TakeEventLoop(rows, kinds, nTurns, bTexts)) continue;
+      if (!TakeTurns(rows, kinds, nTurns, bTexts)) continue;
       std::vector<std::vector<size_t>> lines(nTurns);
       size_t nTurn = 0;
       for (size_t r = 0; r < rows.size(); ++r) {
@@ -98,7 +98,7 @@ class clsDistantLines {
 
   /// Whether runs of lines have a multiple of nTurns lines, and each turn has a column of a kind that the next one
   /// hasn't there; where there are only texts, one such turn is enough in runs of so many lines.
-  static bool TakeEventLoop(const std::vector<size_t>& rows, const std::vector<std::vector<FieldKind>>& kinds,
+  static bool TakeTurns(const std::vector<size_t>& rows, const std::vector<std::vector<FieldKind>>& kinds,
                             size_t nTurns, bool bTexts) {
     size_t nRuns = 0;
     size_t nWhole = 0;
