@@ -291,6 +291,8 @@ class CommandLineTest(unittest.TestCase):
         self.assertIn("Error [-5309]", self.text("run.log"))
         self.assertIn("Errors: 1", self.text("run.log"))
         self.assertEqual(self.text("o.csv"), "old")
+
+    def test_offsets_and_profiles_that_leave_nothing_are_told(self):
         for offsets, said in (("99\nReadEndLineOffset=99", "behind the end"), ("-9\nReadEndLineOffset=-1", "above the first")):
             self.write("far.rcp", RECIPE.replace("Offset=1", "Offset=" + offsets.split("\n")[0], 1)
                        .replace("Offset=-1", "Offset=" + offsets.split("=")[1], 1))
