@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "clsConsoleHost.h"
+#include "clsDisplayWatch.h"
 #include "modDesktop.h"
 #include "modText.h"
 #include "modVersion.h"
@@ -62,6 +63,10 @@ std::optional<int> AnswerWithoutWindow(int argc, char** argv) {
 int main(int argc, char** argv) {
   quillon::HoldStandardStreams();
   if (const std::optional<int> answered = AnswerWithoutWindow(argc, argv)) return *answered;
-  quillon::clsApplication application(argc, argv);
+  std::optional<quillon::clsApplication> application;
+  {
+    const quillon::clsDisplayWatch watch(kWrongUse);
+    application.emplace(argc, argv);
+  }
   return quillon::RunDesktop(argc, argv);
 }
