@@ -99,7 +99,7 @@ class clsDistantLines {
   /// Whether runs of lines have a multiple of nTurns lines, and each turn has a column of a kind that the next one
   /// hasn't there; where there are only texts, one such turn is enough in runs of so many lines.
   static bool TakeTurns(const std::vector<size_t>& rows, const std::vector<std::vector<FieldKind>>& kinds,
-                            size_t nTurns, bool bTexts) {
+                        size_t nTurns, bool bTexts) {
     size_t nRuns = 0;
     size_t nWhole = 0;
     size_t nExact = 0;

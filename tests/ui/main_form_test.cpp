@@ -207,6 +207,25 @@ TEST_F(MainForm, ReadsAReportByThePageItShowsAndKeepsAnotherInTheJob) {
   EXPECT_EQ(Text("cbCodePage"), "cp437");
 }
 
+TEST_F(MainForm, TellsHowTheRecordsOfAReportLieAndReadsThemSo) {
+  Load();
+  form_.Click("rbConversionMethod", 2);
+  form_.TypeText("cbOutputFile", folder_.Path("a.csv"));
+  // ">>1", "-- -", four times "ABCDEFGH 7", and "<<1" as EBCDIC lines with ASA carriage control.
+  const std::string sRow = "\x40\xC1\xC2\xC3\xC4\xC5\xC6\xC7\xC8\x40\xF7\x15";
+  form_.TypeText("cbInputFile", folder_.Write("a.txt", "\xF1\x6E\x6E\xF1\x15\x40\x60\x60\x40\x60\x15" + sRow + sRow +
+                                                           sRow + sRow + "\x40\x4C\x4C\xF1\x15"));
+  EXPECT_EQ(Text("cbCodePage"), "By content: read as EBCDIC (cp037), lines, ASA carriage control");
+  form_.Click("keyConvert");
+  EXPECT_EQ(folder_.Read("a.csv"), "ABC,D\r\nABC,D\r\nABC,D\r\nABC,D\r\n");
+  // What a job says of a file that is no EBCDIC.
+  form_.ConversionJobOpen(folder_.Write("b.QLN", "[QLN]\r\nsInputFile=" + folder_.Write("b.txt", "\xE9 1ab2cd") +
+                                                     "\r\nsRecords=fixed\r\nlRecordLength=4\r\n"));
+  EXPECT_EQ(Text("cbCodePage"), "By content: windows-1252: read as records of a length of 4");
+  form_.TypeText("cbInputFile", folder_.Write("c.txt", "%PDF-1.4\n"));
+  EXPECT_EQ(Text("cbCodePage"), "By content: PDF");
+}
+
 TEST_F(MainForm, TellsTheOptionsThatAnExampleOrAJobLeftBehindAndClearsThem) {
   Load();
   EXPECT_FALSE(Visible("cmdClearOptions"));

@@ -10,9 +10,12 @@
 #include "modCharacterList.h"
 #include "modFiles.h"
 #include "modPaths.h"
+#include "modPdfText.h"
 #include "modReportPage.h"
+#include "modReportText.h"
 #include "modSettings.h"
 #include "modStrings.h"
+#include "modSystemIo.h"
 #include "modText.h"
 #include "modTranslator.h"
 
@@ -21,6 +24,7 @@ namespace quillon {
 namespace {
 
 constexpr int64_t kLookedAt = int64_t{4} << 20;  ///< Bytes of a report by which its page is shown
+constexpr int64_t kHeadBytes = 64;               ///< Enough to tell a PDF
 constexpr std::array<std::string_view, 12> kPages{"UTF-8",        "windows-1252", "cp437",        "cp850",
                                                   "ISO-8859-1",   "ISO-8859-15",  "ISO-8859-2",   "windows-1250",
                                                   "windows-1251", "KOI8-R",       "windows-1253", "cp852"};
@@ -28,12 +32,33 @@ constexpr std::array<std::string_view, 12> kPages{"UTF-8",        "windows-1252"
 constexpr std::string_view kStartColRow = "A1";
 constexpr int32_t kTabSize = 8, kComma = 44, kQuoteSometimes = 1;
 
-/// The page that a report is read by where its content decides; "" if it can't be read.
-std::string PageByContent(const std::string& sPath, bool bUnix) {
-  if (!IsFile(sPath)) return {};
+/// How the beginning of a report is read by the choices in force.
+struct HowRead {
+  std::string sPage;   ///< "" if it can't be read, and where its text is made in UTF-8, whatever it was in
+  std::string sNotes;  ///< Records, carriage control, codes of printers: what was found beyond a page
+};
+
+HowRead LookAt(const std::string& sPath, bool bUnix) {
+  HowRead how;
+  if (!IsFile(sPath)) return how;
   clsLineReader reader;
   Failure ignored;
-  return reader.Open(sPath, {bUnix, nullptr, kLookedAt}, ignored) ? reader.CodePage().Name() : std::string();
+  // The first page of a PDF can't be had without all of them, which takes longer than typing a name may.
+  std::string_view sRow;
+  if (reader.Open(sPath, {.lMostBytes = kHeadBytes}, ignored) && reader.ReadRow(sRow) && IsPdf(sRow))
+    return {"PDF", ""};
+  if (!reader.Open(sPath, {.bUnix = bUnix, .pCodePage = nullptr, .lMostBytes = kLookedAt, .bReport = true}, ignored)) {
+    return how;
+  }
+  for (const std::string& sNote : ReportNotes(sPath)) how.sNotes += (how.sNotes.empty() ? "" : "; ") + sNote;
+  ReportText text;
+  if (!how.sNotes.empty() && OpenReportText(sPath, kLookedAt, text, ignored)) CloseHandle(text.nHandle);
+  if (!text.bUtf8) how.sPage = reader.CodePage().Name();
+  return how;
+}
+
+std::string Joined(const std::string& sFirst, std::string_view sBetween, const std::string& sSecond) {
+  return sSecond.empty() ? sFirst : sFirst + std::string(sBetween) + sSecond;
 }
 
 }  // namespace
@@ -52,8 +77,10 @@ std::string frmMain::NameOfPage() const {
 
 void frmMain::ShowCodePage() {
   const std::string sPath = ExpandedPath(Get("cbInputFile").sText);
-  const std::string sFound = HasWildcards(sPath) ? std::string() : PageByContent(sPath, bUnix);
-  const std::string sByContent = Translate("By content") + (sFound.empty() ? "" : ": " + sFound);
+  // Text that the options already say is UTF-16 is left to them.
+  ReportInput().bFindKinds = !bIsUnicode;
+  const HowRead how = HasWildcards(sPath) ? HowRead() : LookAt(Report().sInput, bUnix);
+  const std::string sByContent = Joined(Translate("By content"), ": ", how.sPage);
   clsControl& combo = Get("cbCodePage");
   pages_.clear();
   combo.items.clear();
@@ -74,7 +101,9 @@ void frmMain::ShowCodePage() {
   });
   combo.lListIndex = static_cast<int>(found - pages_.begin());
   if (found == pages_.end()) add(sCodePage, sCodePage);
-  combo.sText = combo.items[static_cast<size_t>(combo.lListIndex)];
+  std::string& sShown = combo.items[static_cast<size_t>(combo.lListIndex)];
+  sShown = Joined(sShown, ": ", how.sNotes);
+  combo.sText = combo.sToolTip = sShown;
 }
 
 void frmMain::cbCodePage_Click() {

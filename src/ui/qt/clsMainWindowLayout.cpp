@@ -147,7 +147,10 @@ QWidget* clsMainWindow::MakeStep1() {
   pLeft->addSpacing(kBetween);
   pLeft->addWidget(binder_.Widget("lblCodePage"));
   pLeft->addWidget(binder_.Widget("cbCodePage"));
-  binder_.As<QComboBox>("cbCodePage")->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+  auto* const pPages = binder_.As<QComboBox>("cbCodePage");
+  pPages->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+  constexpr int kMostCharacters = 60;
+  pPages->setMaximumWidth(kMostCharacters * pPages->fontMetrics().averageCharWidth());
   AddLastRow(pGrid, pLeft, binder_.Widget("cmdEditInput"), binder_.Widget("cmdExploreInputFolder"));
   return pBox;
 }
