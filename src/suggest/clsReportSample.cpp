@@ -1,5 +1,6 @@
 #include "clsReportSample.h"
 
+#include "modCellKinds.h"
 #include "modText.h"
 
 namespace quillon {
@@ -66,6 +67,17 @@ void clsReportSample::Settle() {
   }
 }
 
+void clsReportSample::LookAtDecimals() {
+  clsDecimalSigns signs;
+  for (const SampleLine& line : lines_) {
+    for (const LineMark& mark : line.marks) {
+      if (mark.kind != MarkKind::Number) continue;
+      signs.Add(line.sText.substr(static_cast<size_t>(mark.lStart), static_cast<size_t>(mark.lEnd - mark.lStart) + 1));
+    }
+  }
+  bComma_ = signs.IsComma();
+}
+
 bool clsReportSample::Read(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize,
                            Failure& failure) {
   clsLineReader reader;
@@ -76,6 +88,7 @@ bool clsReportSample::Read(std::string_view sInput, const TextFileOptions& optio
   failure = reader.LastFailure();
   bWhole_ = failure.Failed() || reader.AtEnd();
   Settle();
+  LookAtDecimals();
   return !failure.Failed();
 }
 

@@ -35,16 +35,20 @@ class clsReportSample {
   const std::vector<SampleLine>& Lines() const { return lines_; }
   /// False if the report goes on behind the lines.
   bool IsWhole() const { return bWhole_; }
+  /// Whether its numbers have a decimal comma: some of them leave no doubt, and none has a decimal point.
+  bool HasDecimalComma() const { return bComma_; }
 
  private:
   void AddLine(std::string_view sText, int32_t lTabSize);
   void Settle();
+  void LookAtDecimals();
 
   std::vector<SampleLine> lines_;
   std::vector<LineMark> marks_;  ///< Of all lines
   std::u32string all_;           ///< All texts
   std::vector<LineMark> scratch_;
   bool bWhole_ = true;
+  bool bComma_ = false;
 };
 
 /// A row of a report as characters, its tabs expanded, no blanks at its end.

@@ -46,11 +46,7 @@ clsSuggestAccount::clsSuggestAccount(const std::vector<TidyTable>& tables, std::
 
 void clsSuggestAccount::TableStarts(size_t nTable, const std::vector<TidyColumnInfo>& columns) {
   proof_.TableStarts(nTable, columns);
-  for (const TidyColumnInfo& column : columns) {
-    Column& mine = tables_[nTable].columns.emplace_back();
-    mine.sName = column.sName;
-    mine.bText = column.source == TidySource::Row && column.typing.type == TidyType::Text;
-  }
+  tables_[nTable].cells.TableStarts(columns);
 }
 
 void clsSuggestAccount::Row(const TidyRecord& row) {
@@ -59,20 +55,7 @@ void clsSuggestAccount::Row(const TidyRecord& row) {
   if (table.lRows++ == 0) table.lFirstLine = row.lLine;
   table.lLastLine = row.lLine;
   if (std::exchange(pageOf_[row.nTable], lPage_) != lPage_) ++table.lPages;
-  if (table.lRows > kLooked) return;
-  std::vector<Column>& columns = tables_[row.nTable].columns;
-  for (size_t i = 0; i < columns.size() && i < row.cells.size(); ++i) {
-    const std::string_view sCell = row.cells[i].sPrinted;
-    if (row.cells[i].kind == TidyCellKind::Number && sCell.find_first_of(".,") != std::string_view::npos)
-      tables_[row.nTable].bDecimals = true;
-    if (!columns[i].bText || sCell.empty()) continue;
-    constexpr size_t kFewestDigits = 3;
-    tables_[row.nTable].bZeros = tables_[row.nTable].bZeros || (sCell.size() >= kFewestDigits && sCell.front() == '0' &&
-                                                                std::all_of(sCell.begin(), sCell.end(), IsAsciiDigit));
-    ++columns[i].lFilled;
-    if (sCell.find("  ") == std::string_view::npos) continue;
-    if (columns[i].lDivided++ == 0) columns[i].sDivided = sCell;
-  }
+  tables_[row.nTable].cells.Row(row);
 }
 
 void clsSuggestAccount::HeadingChanges(size_t nTable, size_t nHeading, int64_t lLine) {
@@ -147,9 +130,7 @@ void clsSuggestAccount::Line(int64_t lLine, std::string_view sLine, TidyLineKind
     pending_.clear();
     bRowSeen_ = true;
     nLastTable_ = nTable;
-    Table& table = tables_[nTable];
-    table.nShortest = table.nLongest == 0 ? sLine.size() : std::min(table.nShortest, sLine.size());
-    table.nLongest = std::max(table.nLongest, sLine.size());
+    tables_[nTable].cells.Line(sLine);
     constexpr size_t kMost = 100;
     std::vector<std::string>& saying = tables_[nTable].rowsOfTotals;
     if (lLine <= kLooked && saying.size() < kMost && SaysTotal(sLine)) saying.emplace_back(sLine);
@@ -243,18 +224,7 @@ void clsSuggestAccount::SetDoubts(const clsTidyReport& run) {
       doubts.push_back(fmt::format("{} have text between the columns, the first is line {}",
                                    CountedText(state.lGapLines, "row", "rows"), state.lGapLine));
     }
-    const Table& table = tables_[i];
-    const bool bNamed = std::any_of(table.columns.begin(), table.columns.end(),
-                                    [](const Column& column) { return !column.sName.empty(); });
-    if (!bNamed && table.bZeros && !table.bDecimals && table.nShortest == table.nLongest) {
-      doubts.push_back(
-          "fixed columns without names: where digits are parted, and decimals that aren't printed, can't be told");
-    }
-    constexpr int64_t kOneIn = 8;
-    for (const Column& column : tables_[i].columns) {
-      if (column.lDivided < 2 || column.lDivided * kOneIn < column.lFilled) continue;
-      doubts.push_back(fmt::format("a column may be two: {}", column.sDivided));
-    }
+    for (std::string& sDoubt : tables_[i].cells.Doubts()) doubts.push_back(std::move(sDoubt));
   }
 }
 

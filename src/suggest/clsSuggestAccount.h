@@ -5,6 +5,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "clsCellDoubts.h"
 #include "clsReportProof.h"
 #include "clsRowLikeness.h"
 #include "modFindTables.h"
@@ -40,17 +41,8 @@ class clsSuggestAccount : public clsTidyListener {
     std::string sFirst;
     bool bSame = true;  ///< All are the first one again: the foot of a page
   };
-  struct Column {
-    std::string sName;
-    bool bText = false;
-    int64_t lFilled = 0, lDivided = 0;  ///< Cells, and those with two blanks between words
-    std::string sDivided;               ///< The first of those
-  };
   struct Table {
-    std::vector<Column> columns;
-    size_t nShortest = 0, nLongest = 0;     ///< Bytes of its rows
-    bool bZeros = false;                    ///< Some cell is digits behind a zero
-    bool bDecimals = false;                 ///< Some number has a decimal point or comma
+    clsCellDoubts cells;
     std::vector<std::string> rowsOfTotals;  ///< Rows that hold a word for totals
   };
 

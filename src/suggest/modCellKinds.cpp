@@ -97,6 +97,29 @@ bool IsNumberText(std::u32string_view sText) {
   return i == sText.size() || IsExponent(sText.substr(i));
 }
 
+void clsDecimalSigns::Add(std::u32string_view sNumber) {
+  constexpr size_t kGroup = 3;
+  const size_t nComma = sNumber.rfind(U',');
+  const size_t nPoint = sNumber.rfind(U'.');
+  const bool bComma = nComma != std::u32string_view::npos;
+  const bool bPoint = nPoint != std::u32string_view::npos;
+  if (!bComma && !bPoint) return;
+  const size_t nSign = !bPoint || (bComma && nComma > nPoint) ? nComma : nPoint;
+  size_t nDecimals = 0;
+  while (nSign + nDecimals + 1 < sNumber.size() && IsDigitPlace(sNumber[nSign + nDecimals + 1])) ++nDecimals;
+  size_t nWhole = 0;
+  while (nWhole < nSign && IsDigitPlace(sNumber[nSign - nWhole - 1])) ++nWhole;
+  const bool bZero = nWhole == 1 && sNumber[nSign - 1] == U'0' && !(bComma && bPoint);
+  // 5.100 and 5,100 tell nothing.
+  if (nDecimals == kGroup && nWhole <= kGroup && !bZero && !(bComma && bPoint)) return;
+  if (nSign == nPoint) {
+    ++nPoints_;
+  } else if (nDecimals > 0) {
+    ++nCommas_;
+    bSure_ = bSure_ || (bPoint && nWhole == kGroup) || (bZero && nDecimals == kGroup);
+  }
+}
+
 namespace {
 
 struct DateForm {

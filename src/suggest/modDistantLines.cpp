@@ -327,7 +327,7 @@ class clsDistantLines {
     part.cut.places = {{{lStart + 1, 0}}};
     std::vector<std::u32string_view> values;
     for (const size_t n : lines) values.push_back(TrimPlaces(report_.Lines()[n].sText));
-    part.types.push_back(TypingOfValues(values, part.blanks));
+    part.types.push_back(TypingOfValues(report_, values, part.blanks));
     return part;
   }
 

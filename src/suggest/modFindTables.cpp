@@ -39,6 +39,7 @@ class clsTableFinder {
     owners_.totals.assign(report_.Lines().size(), false);
     std::vector<bool> noRows = taken;
     for (const size_t n : FindStarTotals(report_)) noRows[n] = owners_.totals[n] = true;
+    for (const size_t n : FindLoneLabels(report_, taken)) noRows[n] = true;
     for (const RowCluster& cluster : FindRowClusters(report_, noRows)) AddCluster(cluster.rows);
     while (MergeTables()) {
     }
@@ -56,6 +57,7 @@ class clsTableFinder {
       }
     }
     MendTables();
+    DropRepeated();
     MarkOwners();
     for (FoundTable& table : tables_) {
       if (table.bDoubtful) continue;
@@ -238,7 +240,7 @@ class clsTableFinder {
     }
     if (kinds.size() == 2 && (nFigures == 0 || rows.size() < 8)) return true;
     if (bHeading) return nFigures == 0 && rows.size() < 8;
-    if (rows.size() < kFew) return true;
+    if (rows.size() < kFew) return !AreAll(rows) || nFigures < 2 || kinds.size() < 3;
     constexpr size_t kMany = 8;
     return !StandClose(rows) ||
            (nFigures == 0 ? kinds.size() < 3 || rows.size() < kMany : rows.size() < kMany && kinds.size() < 4);
@@ -254,12 +256,26 @@ class clsTableFinder {
     return rows.size() * 2 > nLines;
   }
 
-  /// Titles of groups share edges, too, but are no table of their own.
+  /// The report has no other line, blank ones aside.
+  bool AreAll(const std::vector<size_t>& rows) const {
+    constexpr size_t kFewest = 3;
+    const std::vector<SampleLine>& lines = report_.Lines();
+    const auto nFilled =
+        std::count_if(lines.begin(), lines.end(), [](const SampleLine& line) { return !line.IsBlank(); });
+    return rows.size() >= kFewest && rows.size() == static_cast<size_t>(nFilled) && report_.IsWhole();
+  }
+
+  /// Titles of groups share edges, too, but are no table of their own; nor are those of several tables.
   void DropTitleTables() {
     const auto isTitles = [&](const FoundTable& table) {
-      return std::any_of(tables_.begin(), tables_.end(), [&](const FoundTable& other) {
-        return &other != &table && !other.bDoubtful && AreTitlesOf(report_, table.rows, other.rows);
-      });
+      std::vector<size_t> below;
+      for (const FoundTable& other : tables_) {
+        if (&other == &table || other.bDoubtful) continue;
+        if (AreTitlesOf(report_, table.rows, other.rows)) return true;
+        below.insert(below.end(), other.rows.begin(), other.rows.end());
+      }
+      std::sort(below.begin(), below.end());
+      return !table.bRecords && AreTitlesOfTables(report_, table.rows, below);
     };
     std::vector<bool> titles;
     for (const FoundTable& table : tables_) titles.push_back(isTitles(table));
@@ -309,6 +325,23 @@ class clsTableFinder {
       nSame += sName == sOther && !sName.empty() ? 1U : 0U;
     }
     return nSame * 2 >= nNamed;
+  }
+
+  /// A table without names whose rows a much larger one takes, too, is a part of that one whose words stand below each
+  /// other.
+  void DropRepeated() {
+    const auto isPartOf = [](const FoundTable& table, const FoundTable& other) {
+      return !other.bDoubtful && other.rows.size() >= table.rows.size() * 3 && !other.headingLines.empty() &&
+             std::includes(other.rows.begin(), other.rows.end(), table.rows.begin(), table.rows.end());
+    };
+    std::vector<bool> repeated;
+    for (const FoundTable& table : tables_) {
+      repeated.push_back(
+          table.headingLines.empty() && !table.bRecords &&
+          std::any_of(tables_.begin(), tables_.end(), [&](const FoundTable& other) { return isPartOf(table, other); }));
+    }
+    size_t n = 0;
+    std::erase_if(tables_, [&](const FoundTable&) { return repeated[n++]; });
   }
 
   void MendTables() {

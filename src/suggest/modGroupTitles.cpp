@@ -51,6 +51,20 @@ bool AreBareTitles(const clsReportSample& report, std::span<const size_t> lines,
 
 }  // namespace
 
+bool AreTitlesOfTables(const clsReportSample& report, std::span<const size_t> lines, std::span<const size_t> rows) {
+  constexpr size_t kFewest = 2;
+  constexpr size_t kSeldom = 2;
+  if (lines.size() < kFewest || lines.size() * kSeldom > rows.size()) return false;
+  const auto wordOf = [&](size_t n) { return TextOf(report.Lines()[n], report.Lines()[n].marks.front()); };
+  const std::u32string_view sWord = wordOf(lines.front());
+  if (std::any_of(sWord.begin(), sWord.end(), IsDigitPlace)) return false;
+  for (size_t i = 0; i < lines.size(); ++i) {
+    if (wordOf(lines[i]) != sWord || (i > 0 && lines[i] == lines[i - 1] + 1)) return false;
+  }
+  const Followed followed = CountFollowed(lines, rows, kNear);
+  return followed.nLines == lines.size() && followed.nRows == lines.size();
+}
+
 bool AreTitlesOf(const clsReportSample& report, std::span<const size_t> lines, std::span<const size_t> rows) {
   std::map<std::u32string_view, std::vector<size_t>> byWord;
   for (const size_t n : lines) {

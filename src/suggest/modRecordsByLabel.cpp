@@ -5,6 +5,7 @@
 #include <optional>
 #include <set>
 
+#include "modLabelOrder.h"
 #include "modTidyOfShape.h"
 
 namespace quillon {
@@ -107,7 +108,7 @@ class clsLabelParts {
         values.push_back(field.nValue < sText.size() ? TrimPlaces(sText.substr(field.nValue, nCount))
                                                      : std::u32string_view());
       }
-      part.types.push_back(TypingOfValues(values, part.blanks));
+      part.types.push_back(TypingOfValues(report_, values, part.blanks));
     }
     return part;
   }
@@ -195,10 +196,19 @@ class clsRecordsByLabel {
       const bool bOften = lines.size() * 10 >= starts.size();
       if (i == nAnchor || (bOften && nOnce * 10 >= lines.size() * 9)) members.push_back(i);
     }
-    std::stable_sort(members.begin(), members.end(), [&](size_t a, size_t b) {
-      return (a == nAnchor) != (b == nAnchor) ? a == nAnchor : labels_[a].lines[0] < labels_[b].lines[0];
-    });
-    return members;
+    return InOrder(nAnchor, members);
+  }
+
+  /// The first label in front, the others as they stand in the records.
+  std::vector<size_t> InOrder(size_t nAnchor, std::vector<size_t> members) const {
+    std::erase(members, nAnchor);
+    std::stable_sort(members.begin(), members.end(),
+                     [&](size_t a, size_t b) { return labels_[a].lines[0] < labels_[b].lines[0]; });
+    std::vector<std::vector<size_t>> lines;
+    for (const size_t nLabel : members) lines.push_back(labels_[nLabel].lines);
+    std::vector<size_t> ordered{nAnchor};
+    for (const size_t i : OrderInRecords(labels_[nAnchor].lines, lines)) ordered.push_back(members[i]);
+    return ordered;
   }
 
   /// Most lines from the first record to the last one begin with one of the labels, and there are several.
@@ -290,7 +300,10 @@ bool AttachLabelledLines(const clsReportSample& report, const std::vector<bool>&
   if (nLines * 3 < table.rows.size() || nOthers > nLines) return false;
   clsLabelParts parts(report);
   parts.AddNames(table.tidy.row.names);
-  for (const LabelLines& label : labels) {
+  std::vector<std::vector<size_t>> lines;
+  for (const LabelLines& label : labels) lines.push_back(label.lines);
+  for (const size_t i : OrderInRecords(table.rows, lines)) {
+    const LabelLines& label = labels[i];
     TidyFurtherLine further;
     further.part = parts.PartOf(label);
     table.tidy.lines.push_back(std::move(further));
@@ -316,6 +329,26 @@ bool IsLabelLine(const SampleLine& line) {
 
 }  // namespace
 
+std::vector<size_t> FindLoneLabels(const clsReportSample& report, const std::vector<bool>& taken) {
+  constexpr size_t kFewest = 3;
+  std::map<std::u32string_view, std::vector<size_t>> byLabel;
+  for (size_t n = 0; n < report.Lines().size(); ++n) {
+    const SampleLine& line = report.Lines()[n];
+    if (taken[n] || !IsLabelLine(line)) continue;
+    const bool bGap = std::adjacent_find(line.marks.begin(), line.marks.end(),
+                                         [](const LineMark& a, const LineMark& b) { return b.lStart - a.lEnd > 3; }) !=
+                      line.marks.end();
+    if (!bGap) byLabel[line.sText.substr(0, line.sText.find(U':'))].push_back(n);
+  }
+  std::vector<size_t> lone;
+  for (const auto& [sLabel, lines] : byLabel) {
+    const auto bBelow = [](size_t a, size_t b) { return a + 1 == b; };
+    const bool bNever = std::adjacent_find(lines.begin(), lines.end(), bBelow) == lines.end();
+    if (lines.size() >= kFewest && bNever) lone.insert(lone.end(), lines.begin(), lines.end());
+  }
+  return lone;
+}
+
 std::vector<FoundTable> FindLabelLists(const clsReportSample& report, std::vector<bool>& taken) {
   constexpr size_t kFewest = 5;
   FoundTable table;
@@ -337,7 +370,7 @@ std::vector<FoundTable> FindLabelLists(const clsReportSample& report, std::vecto
   table.tidy.row.cut.split = TidySplit::AtText;
   table.tidy.row.cut.sSplit = ":";
   table.tidy.row.names = {"Label", "Value"};
-  table.tidy.row.types = {{TidyType::Text, false, 0, {}}, TypingOfValues(values, table.tidy.row.blanks)};
+  table.tidy.row.types = {{TidyType::Text, false, 0, {}}, TypingOfValues(report, values, table.tidy.row.blanks)};
   table.tidy.row.needs = {{0, {{TidyKind::Letters, {}}}}, {1, {{TidyKind::Any, {}}}}};
   for (const size_t n : table.rows) taken[n] = true;
   std::vector<FoundTable> tables;

@@ -12,6 +12,10 @@ namespace quillon {
 /// are marked in taken, which has as many entries as the sample has lines.
 std::vector<FoundTable> FindRecordsByLabel(const clsReportSample& report, std::vector<bool>& taken);
 
+/// Lines of one label and one value that come again, never two below each other: they are no rows, though they share
+/// their edges.
+std::vector<size_t> FindLoneLabels(const clsReportSample& report, const std::vector<bool>& taken);
+
 /// Gives a table the lines with labels that stand below its rows. False if there are none, or too much else.
 bool AttachLabelledLines(const clsReportSample& report, const std::vector<bool>& taken, FoundTable& table);
 

@@ -94,13 +94,13 @@ class clsSplitTables {
     }
   }
 
-  /// Whether the first or the last mark stands at different places: else the columns are places.
+  /// Whether the last mark stands at different places: else the columns are places. A bar out of its place is enough.
   bool MarksStandApart(const std::vector<size_t>& rows, char32_t ch) const {
     std::map<size_t, size_t> last;
     for (const size_t n : rows) ++last[Line(n).sText.rfind(ch)];
     size_t nMost = 0;
     for (const auto& [nPlace, nCount] : last) nMost = std::max(nMost, nCount);
-    return nMost * 5 < rows.size() * 4;
+    return ch == U'|' ? nMost < rows.size() : nMost * 5 < rows.size() * 4;
   }
 
   /// Commas and colons of sentences have a blank behind them.
@@ -382,7 +382,7 @@ class clsSplitTables {
       taken_[n] = true;
     }
     FoundTable table;
-    table.tidy.row = TidyOfCells(cells);
+    table.tidy.row = TidyOfCells(report_, cells);
     table.tidy.row.cut.split = way.split;
     if (way.split == TidySplit::AtText) table.tidy.row.cut.sSplit = Utf8Of(std::u32string_view(&way.ch, 1));
     table.tidy.row.names.resize(nColumns);

@@ -119,16 +119,17 @@ void AddBlankMarks(const ColumnFacts& facts, std::vector<std::string>& blanks) {
 
 }  // namespace
 
-TidyTyping TypingOfValues(std::span<const std::u32string_view> cells, std::vector<std::string>& blanks) {
+TidyTyping TypingOfValues(const clsReportSample& report, std::span<const std::u32string_view> cells,
+                          std::vector<std::string>& blanks) {
   ColumnFacts facts;
   for (const std::u32string_view sCell : cells) facts.Add(sCell);
   AddBlankMarks(facts, blanks);
-  return TypeOf(facts, facts.bDecimalComma && !facts.bPoint);
+  return TypeOf(facts, report.HasDecimalComma() || (facts.bDecimalComma && !facts.bPoint));
 }
 
 namespace {
 
-TidyPart TidyOfFacts(const std::vector<ColumnFacts>& facts) {
+TidyPart TidyOfFacts(const clsReportSample& report, const std::vector<ColumnFacts>& facts) {
   TidyPart part;
   bool bComma = false;
   bool bPoint = false;
@@ -141,7 +142,7 @@ TidyPart TidyOfFacts(const std::vector<ColumnFacts>& facts) {
              return !fact.kinds.IsNumeric() && fact.dates.Form().starts_with("DD.MM");
            });
   for (size_t i = 0; i < facts.size(); ++i) {
-    part.types.push_back(TypeOf(facts[i], bComma && !bPoint));
+    part.types.push_back(TypeOf(facts[i], report.HasDecimalComma() || (bComma && !bPoint)));
     TidyNeed need = NeedOf(facts[i], i);
     if (!need.alternatives.empty()) part.needs.push_back(std::move(need));
     AddBlankMarks(facts[i], part.blanks);
@@ -151,16 +152,16 @@ TidyPart TidyOfFacts(const std::vector<ColumnFacts>& facts) {
 
 }  // namespace
 
-TidyPart TidyOfCells(const std::vector<std::vector<std::u32string_view>>& rows) {
+TidyPart TidyOfCells(const clsReportSample& report, const std::vector<std::vector<std::u32string_view>>& rows) {
   std::vector<ColumnFacts> facts(rows.empty() ? 0 : rows.front().size());
   for (const std::vector<std::u32string_view>& cells : rows) {
     for (size_t i = 0; i < cells.size(); ++i) facts[i].Add(cells[i]);
   }
-  return TidyOfFacts(facts);
+  return TidyOfFacts(report, facts);
 }
 
 TidyPart TidyOfShape(const clsReportSample& report, const clsTableShape& shape, std::span<const size_t> rows) {
-  TidyPart part = TidyOfFacts(FactsOf(report, shape, rows));
+  TidyPart part = TidyOfFacts(report, FactsOf(report, shape, rows));
   std::vector<TidyPlace>& places = part.cut.places.emplace_back();
   for (const ShapeColumn& column : shape.Columns()) {
     const bool bOpen = static_cast<size_t>(column.lPlaceLast) >= clsReportSample::kWidest;
