@@ -81,7 +81,7 @@ void clsCellDoubts::LookAt(Column& column, const TidyCell& cell, int64_t lLine) 
     if (IsLikeNumber(sCell)) {
       ++column.lNumbers;
       bDecimals_ = bDecimals_ || sCell.find_first_of(".,") != std::string_view::npos;
-    } else if (HasDigit(sCell)) {
+    } else if (HasDigit(sCell) && sCell.find(' ') != std::string_view::npos) {
       column.mixed.Add(sCell, lLine);
     }
   }
@@ -116,12 +116,11 @@ std::vector<std::string> clsCellDoubts::Doubts() const {
         "fixed columns without names: where digits are parted, and decimals that aren't printed, can't be told");
   }
   constexpr int64_t kOneIn = 8;
-  constexpr int64_t kMostMixedOneIn = 3;
   for (const Column& column : columns_) {
     if (column.divided.lCells >= 2 && column.divided.lCells * kOneIn >= column.lFilled)
       doubts.push_back(fmt::format("a column may be two: {}", column.divided.sFirst));
-    if (column.mixed.lCells > 0 && column.mixed.lCells * kMostMixedOneIn < column.lNumbers) {
-      doubts.push_back(fmt::format("{} have other texts beside figures, the first on line {}: {}",
+    if (column.mixed.lCells > 0 && column.mixed.lCells < column.lNumbers) {
+      doubts.push_back(fmt::format("{} of a column of numbers with other texts, the first on line {}: {}",
                                    CountedText(column.mixed.lCells, "value", "values"), column.mixed.lLine,
                                    column.mixed.sFirst));
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "clsReportSample.h"
+#include "modRowKinds.h"
 
 namespace quillon {
 
@@ -19,7 +20,7 @@ bool clsRowLikeness::Fits(std::u32string_view sCell, const std::vector<TidyKindO
   return std::any_of(wanted.begin(), wanted.end(), [&](const TidyKindOrText& want) {
     switch (want.kind) {
       case TidyKind::Number:
-        return kind == FieldKind::Number || kind == FieldKind::Digits;
+        return kind == FieldKind::Number || kind == FieldKind::Digits || (!sCell.empty() && IsBlankMark(sCell));
       case TidyKind::Digits:
         return kind == FieldKind::Digits;
       case TidyKind::Date:

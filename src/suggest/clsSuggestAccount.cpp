@@ -136,11 +136,22 @@ void clsSuggestAccount::Line(int64_t lLine, std::string_view sLine, TidyLineKind
     if (lLine <= kLooked && saying.size() < kMost && SaysTotal(sLine)) saying.emplace_back(sLine);
     return;
   }
+  if (kind == TidyLineKind::Further || kind == TidyLineKind::Joined) AddSwallowed(lLine, sLine, nTable);
   if (kind == TidyLineKind::Blank || kind == TidyLineKind::Further || kind == TidyLineKind::Joined) return;
   AddTotal(sLine);
   if (kind != TidyLineKind::LeftOut && kind != TidyLineKind::Outside) return;
   if (sLine.find_first_not_of(" \t\f-=_*+|.~") == std::string_view::npos || IsStarTotal(sLine)) return;
   AddStray(lLine, sLine);
+}
+
+/// A line that a record takes in though it looks like a row of the same table.
+void clsSuggestAccount::AddSwallowed(int64_t lLine, std::string_view sLine, size_t nTable) {
+  TakePlaces(sLine, 0, characters_);
+  if (!likeness_[nTable].LooksLikeRow(characters_)) return;
+  Stray& swallowed = tables_[nTable].swallowed;
+  if (swallowed.lLines++ > 0) return;
+  swallowed.lFirstLine = lLine;
+  swallowed.sFirst = sLine;
 }
 
 namespace {
@@ -163,10 +174,19 @@ bool clsSuggestAccount::LooksLikeRow(std::string_view sLine) {
   TakePlaces(sLine, 0, characters_);
   if (IsDrawn(characters_)) return false;
   FindMarks(characters_, marks_);
-  const auto nNumbers = static_cast<size_t>(
-      std::count_if(marks_.begin(), marks_.end(), [](const LineMark& mark) { return mark.kind == MarkKind::Number; }));
-  const bool bApart = nNumbers > 2 || (marks_.size() > 1 && marks_.back().lStart - marks_[marks_.size() - 2].lEnd > 2);
-  if (nNumbers >= 2 && bApart && nNumbers * 2 > marks_.size() && !IsWrittenDate(characters_, marks_)) return true;
+  size_t nFigures = 0;
+  size_t nTexts = 0;
+  size_t nNumbers = 0;
+  for (const LineMark& mark : marks_) {
+    const bool bNumber = mark.kind == MarkKind::Number;
+    nNumbers += bNumber ? 1U : 0U;
+    const bool bDate = !bNumber && IsDateText(std::u32string_view(characters_)
+                                                  .substr(static_cast<size_t>(mark.lStart),
+                                                          static_cast<size_t>(mark.lEnd - mark.lStart) + 1));
+    (bNumber || bDate ? nFigures : nTexts) += mark.bGoesOn ? 0U : 1U;
+  }
+  const bool bApart = nFigures > 2 || (marks_.size() > 1 && marks_.back().lStart - marks_[marks_.size() - 2].lEnd > 2);
+  if (nNumbers >= 2 && bApart && nFigures > nTexts && !IsWrittenDate(characters_, marks_)) return true;
   return std::any_of(likeness_.begin(), likeness_.end(),
                      [&](const clsRowLikeness& likeness) { return likeness.LooksLikeRow(characters_); });
 }
@@ -223,6 +243,13 @@ void clsSuggestAccount::SetDoubts(const clsTidyReport& run) {
     if (state.lGapLines > 0 && tidy_[i].row.likes.empty()) {
       doubts.push_back(fmt::format("{} have text between the columns, the first is line {}",
                                    CountedText(state.lGapLines, "row", "rows"), state.lGapLine));
+    }
+    // Where most records have such a line, it is one of theirs.
+    const Stray& swallowed = tables_[i].swallowed;
+    if (swallowed.lLines > 0 && swallowed.lLines * 2 < found_[i]->lRows) {
+      doubts.push_back(fmt::format("{} like a row {} part of the record above, the first on line {}: {}",
+                                   CountedText(swallowed.lLines, "line", "lines"), swallowed.lLines == 1 ? "is" : "are",
+                                   swallowed.lFirstLine, TrimBlanks(swallowed.sFirst)));
     }
     for (std::string& sDoubt : tables_[i].cells.Doubts()) doubts.push_back(std::move(sDoubt));
   }

@@ -43,12 +43,14 @@ class clsSuggestAccount : public clsTidyListener {
   };
   struct Table {
     clsCellDoubts cells;
+    Stray swallowed;                        ///< Further and joined lines that look like rows
     std::vector<std::string> rowsOfTotals;  ///< Rows that hold a word for totals
   };
 
   bool LooksLikeRow(std::string_view sLine);
   bool IsFurniture(std::string_view sLine) const;
   void AddTotal(std::string_view sLine);
+  void AddSwallowed(int64_t lLine, std::string_view sLine, size_t nTable);
   int64_t LinesWith(std::string_view sText) const;
   bool StandsInRow(std::string_view sText) const;
   void TakePending();

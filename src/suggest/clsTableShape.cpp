@@ -304,7 +304,7 @@ void clsTableShape::Cut(std::u32string_view sLine, std::vector<std::u32string_vi
       while (!IsBlankPlace(at(lLast + 1))) ++lLast;
     }
     cells.push_back(CellAt(sLine, lFirst, lLast));
-    lFrom = lLast + 1;
+    lFrom = std::max(lFrom, lLast + 1);
   }
 }
 

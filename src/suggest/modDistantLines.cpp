@@ -58,7 +58,13 @@ class clsDistantLines {
   void SplitByTurns(size_t i) {
     constexpr size_t kFewest = 8;
     if (tables_[i].bRecords || tables_[i].rows.size() < kFewest) return;
-    const std::vector<size_t> rows = AllRows(tables_[i]);
+    std::vector<size_t> rows = AllRows(tables_[i]);
+    std::vector<size_t> heading = tables_[i].headingLines;
+    if (heading.empty() && BeginWithNames(rows)) {
+      heading.push_back(rows.front());
+      const std::u32string_view sNames = report_.Lines()[rows.front()].sText;
+      std::erase_if(rows, [&](size_t n) { return report_.Lines()[n].sText == sNames; });
+    }
     const clsTableShape shape(report_, rows);
     std::vector<std::vector<FieldKind>> kinds;
     std::vector<std::u32string_view> cells;
@@ -69,8 +75,7 @@ class clsDistantLines {
     }
     constexpr size_t kMostTurns = 6;
     for (size_t nTurns = 2; nTurns <= kMostTurns; ++nTurns) {
-      const bool bTexts =
-          tables_[i].headingLines.empty() && std::none_of(shape.Columns().begin(), shape.Columns().end(),
+      const bool bTexts = heading.empty() && std::none_of(shape.Columns().begin(), shape.Columns().end(),
                                                           [](const ShapeColumn& column) { return column.bNumber; });
       if (!TakeTurns(rows, kinds, nTurns, bTexts)) continue;
       std::vector<std::vector<size_t>> lines(nTurns);
@@ -80,11 +85,23 @@ class clsDistantLines {
         lines[nTurn].push_back(rows[r]);
       }
       const bool bDoubtful = tables_[i].bDoubtful;
-      tables_[i] = TableOf(lines.front(), tables_[i].headingLines);
+      tables_[i] = TableOf(lines.front(), heading);
       tables_[i].bDoubtful = bDoubtful;
       for (size_t t = 1; t < nTurns; ++t) tables_.push_back(TableOf(lines[t], {}));
       return;
     }
+  }
+
+  /// The first line stands apart and has no figure, as all others have, but for those that are the same again.
+  bool BeginWithNames(const std::vector<size_t>& rows) const {
+    const std::u32string_view sFirst = report_.Lines()[rows.front()].sText;
+    const auto hasDigit = [&](size_t n) {
+      const std::u32string_view sText = report_.Lines()[n].sText;
+      return std::any_of(sText.begin(), sText.end(), IsDigitPlace);
+    };
+    return rows.size() > 1 && rows[1] > rows[0] + 1 && !hasDigit(rows[0]) &&
+           std::all_of(rows.begin(), rows.end(),
+                       [&](size_t n) { return hasDigit(n) || report_.Lines()[n].sText == sFirst; });
   }
 
   /// Short runs without names may lack lines that another cluster has.

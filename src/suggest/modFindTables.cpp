@@ -41,6 +41,7 @@ class clsTableFinder {
     for (const size_t n : FindStarTotals(report_)) noRows[n] = owners_.totals[n] = true;
     for (const size_t n : FindLoneLabels(report_, taken)) noRows[n] = true;
     for (const RowCluster& cluster : FindRowClusters(report_, noRows)) AddCluster(cluster.rows);
+    AddLeft(std::move(noRows));
     while (MergeTables()) {
     }
     DropTitleTables();
@@ -86,6 +87,22 @@ class clsTableFinder {
 
   void AddCluster(const std::vector<size_t>& lines) {
     for (const std::vector<size_t>& rows : RowsOfCluster(report_, lines)) AddRows(rows);
+  }
+
+  /// Lines that a cluster of other lines shut out have another chance, if they stand below names of their own.
+  void AddLeft(std::vector<bool> noRows) {
+    constexpr size_t kFewest = 3;
+    for (const FoundTable& table : tables_) {
+      for (const size_t n : table.headingLines) noRows[n] = true;
+    }
+    for (size_t n = 0; n < noRows.size(); ++n) noRows[n] = noRows[n] || claimed_[n];
+    const size_t nBefore = tables_.size();
+    for (const RowCluster& cluster : FindRowClusters(report_, noRows)) AddCluster(cluster.rows);
+    size_t n = 0;
+    std::erase_if(tables_, [&](const FoundTable& table) {
+      const bool bSure = !table.bDoubtful && !table.headingLines.empty() && table.rows.size() >= kFewest;
+      return n++ >= nBefore && !(bSure && StandClose(table.rows));
+    });
   }
 
   void AddRows(const std::vector<size_t>& rows) {

@@ -58,7 +58,7 @@ bool ColumnKinds::IsUsual(std::u32string_view sCell) const {
   constexpr double kOften = 0.08;
   const FieldKind kind = KindOfCell(sCell);
   if (kind == FieldKind::Blank) return Share(kind) >= kOften;
-  if (IsNumeric()) return kind == FieldKind::Digits || kind == FieldKind::Number || IsMark(sCell);
+  if (IsNumeric()) return kind == FieldKind::Digits || kind == FieldKind::Number || IsMark(sCell) || IsBlankMark(sCell);
   if (IsDate()) return kind == FieldKind::Date || IsMark(sCell);
   return true;
 }
@@ -143,6 +143,17 @@ bool IsOfWords(const std::vector<ColumnKinds>& kinds, const std::vector<std::u32
   return nWords > 1;
 }
 
+/// The line ends in front of all columns that hold the figures of rows, of which there are several.
+bool EndsBeforeFigures(const std::vector<ColumnKinds>& kinds, size_t nLast) {
+  size_t nFigures = 0;
+  for (size_t i = 0; i < kinds.size(); ++i) {
+    if (!kinds[i].IsNumeric() && !kinds[i].IsDate()) continue;
+    if (i < nLast) return false;
+    nFigures += kinds[i].Filled() * 5 >= kinds[i].nRows * 4 ? 1U : 0U;
+  }
+  return nFigures > 1;
+}
+
 bool IsRow(const std::vector<ColumnKinds>& kinds, const std::vector<std::u32string_view>& cells, bool bTotal) {
   size_t nLast = cells.size();
   while (nLast > 0 && cells[nLast - 1].empty()) --nLast;
@@ -151,7 +162,9 @@ bool IsRow(const std::vector<ColumnKinds>& kinds, const std::vector<std::u32stri
   size_t nNumeric = 0;
   size_t nNumericOdd = 0;
   for (size_t i = 0; i < nLast; ++i) {
-    const bool bUsual = kinds[i].IsUsual(cells[i]);
+    // The stars beside the word for a total are no blanks of its columns.
+    const bool bStars = bTotal && !cells[i].empty() && IsBlankMark(cells[i]) && !kinds[i].IsMark(cells[i]);
+    const bool bUsual = kinds[i].IsUsual(cells[i]) && !bStars;
     nFilled += cells[i].empty() ? 0U : 1U;
     nOdd += bUsual ? 0U : 1U;
     const bool bNumeric = (kinds[i].IsNumeric() || kinds[i].IsDate()) && !cells[i].empty();
@@ -161,7 +174,7 @@ bool IsRow(const std::vector<ColumnKinds>& kinds, const std::vector<std::u32stri
   // Values that lack at the end are no more than that, as long as the rest is as in other rows.
   const bool bShort = nLast < cells.size() && (nOdd > 0 || nLast * 3 < cells.size());
   for (size_t i = nLast; i < cells.size() && bShort; ++i) nOdd += kinds[i].IsUsual(cells[i]) ? 0U : 1U;
-  if (IsOfWords(kinds, cells)) return false;
+  if (IsOfWords(kinds, cells) || EndsBeforeFigures(kinds, nLast)) return false;
   size_t nUsual = 0;
   for (const ColumnKinds& kind : kinds) nUsual += kind.Filled();
   if (nFilled * 3 * kinds.front().nRows < nUsual) return false;

@@ -135,7 +135,9 @@ class clsClusterRows {
     }
     const auto isLong = [&](const std::vector<size_t>& run) { return run.size() >= kFewest; };
     constexpr size_t kSmall = 40;
+    DropTitles(runs);
     const bool bSmall = lines.size() <= kSmall && runs.size() <= kMostRuns;
+    if (runs.size() == 1) return runs;
     if (!bSmall || std::count_if(runs.begin(), runs.end(), isLong) < 2) return {lines};
     std::vector<std::vector<size_t>> groups;
     for (const std::vector<size_t>& run : runs) {
@@ -146,6 +148,27 @@ class clsClusterRows {
   }
 
  private:
+  std::u32string_view FirstWord(size_t n) const {
+    const SampleLine& line = report_.Lines()[n];
+    const LineMark& mark = line.marks.front();
+    return line.sText.substr(static_cast<size_t>(mark.lStart), static_cast<size_t>(mark.lEnd - mark.lStart) + 1);
+  }
+
+  /// Beside one run of rows lines that stand alone and begin with one word, which no row does, are titles: SECTION 2.
+  void DropTitles(std::vector<std::vector<size_t>>& runs) const {
+    constexpr size_t kFewest = 3;
+    const auto isAlone = [](const std::vector<size_t>& run) { return run.size() == 1; };
+    const auto itRows = std::find_if_not(runs.begin(), runs.end(), isAlone);
+    const auto nAlone = static_cast<size_t>(std::count_if(runs.begin(), runs.end(), isAlone));
+    if (itRows == runs.end() || nAlone + 1 != runs.size() || nAlone < 2 || itRows->size() < kFewest) return;
+    const std::u32string_view sWord = FirstWord(itRows == runs.begin() ? runs.back().front() : runs.front().front());
+    const bool bLetters = std::all_of(sWord.begin(), sWord.end(), IsLetterPlace);
+    const bool bTitles = std::all_of(runs.begin(), runs.end(), [&](const std::vector<size_t>& run) {
+      return std::all_of(run.begin(), run.end(), [&](size_t n) { return (FirstWord(n) == sWord) == isAlone(run); });
+    });
+    if (bLetters && bTitles) runs = {std::vector<size_t>(*itRows)};
+  }
+
   size_t ColumnsOf(const std::vector<size_t>& rows) const { return clsTableShape(report_, rows).Columns().size(); }
 
   size_t NumberColumnsOf(const std::vector<size_t>& rows) const {

@@ -226,7 +226,7 @@ class clsSplitTables {
     const std::vector<size_t> rows = AllLines(way, nColumns, numbers, figures);
     const size_t kFewestRows = nFewest == nMost ? 3 : 6;
     if (rows.size() < kFewestRows || !StandClose(rows) || !StandApart(way, nColumns, rows)) return false;
-    if (!IsBetter(way, nColumns, rows)) return false;
+    if (!IsBetter(way, nColumns, rows) && !PlacesCutOtherwise(way, nColumns, rows)) return false;
     AddTable(way, nColumns, rows, HeadingOf(way, nColumns, rows.front()));
     return true;
   }
@@ -285,6 +285,29 @@ class clsSplitTables {
     const Cells pieces = PiecesOf(Line(table.headingLines.front()), {TidySplit::AtGaps, 0}, kAll);
     return std::equal(pieces.begin(), pieces.end(), names.begin(), names.end(),
                       [](std::u32string_view sPiece, const std::string& sName) { return Utf8Of(sPiece) == sName; });
+  }
+
+  /// Whether edges are common by chance: all lines, one below the other, have the same pieces with one blank between
+  /// them, and places cut some of them otherwise.
+  bool PlacesCutOtherwise(const Way& way, size_t nColumns, const std::vector<size_t>& rows) const {
+    if (rows.back() - rows.front() + 1 != rows.size() || HaveKnownNames(rows)) return false;
+    const clsTableShape shape(report_, rows);
+    size_t nOtherwise = 0;
+    Cells cells;
+    for (const size_t n : rows) {
+      const Cells pieces = PiecesOf(Line(n), way, kAll);
+      if (pieces.size() != nColumns || TrimPlaces(Line(n).sText).find(U"  ") != std::u32string_view::npos) return false;
+      shape.Cut(Line(n).sText, cells);
+      nOtherwise += cells == pieces ? 0U : 1U;
+    }
+    return nOtherwise > 0;
+  }
+
+  /// Names above some of the rows by places.
+  bool HaveKnownNames(const std::vector<size_t>& rows) const {
+    return known_ != nullptr && std::any_of(known_->begin(), known_->end(), [&](const FoundTable& table) {
+             return !table.headingLines.empty() && Shared(table.rows, rows) > 0;
+           });
   }
 
   static size_t Shared(const std::vector<size_t>& lines, const std::vector<size_t>& rows) {

@@ -188,7 +188,9 @@ std::vector<TidyColumn> FilledFromAbove(const clsReportSample& report, const cls
       nTogether += bBlank && (i == 0 || cells[i - 1].empty() || cells[i - 1] == U"\"" || filled.empty()) ? 1U : 0U;
     }
     // What is printed once a group is a text; a missing number is rather a missing number.
-    const bool bOften = nBlank * 5 >= rows.size();
+    // Beside one that is filled from above few blanks are enough, as long as none stands alone.
+    const bool bBeside = !filled.empty() && nBlank > 0 && !shape.Columns()[i].bFigures;
+    const bool bOften = nBlank * 5 >= rows.size() || bBeside;
     const bool bMany = nBlank >= kFewest || (nBlank > 0 && !shape.Columns()[i].bFigures);
     if (!bFirst || !bMany || !bOften || nTogether < nBlank) break;
     filled.push_back(i);

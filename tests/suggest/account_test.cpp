@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "clsCellDoubts.h"
 #include "clsSuggestTest.h"
 
 namespace quillon {
@@ -83,6 +84,11 @@ TEST_F(SuggestAccountTest, TellsWhatSpeaksAgainstATable) {
            Rows(12, 1),
        3,
        {"3 lines left out", "line 6", "see the letter"}},
+      {"fields of one width without names",
+       "7348 DN-53 93114\n1978 FL-57 87969\n7302 HK-27 63117\n3588 GL-08 80553\n"
+       "7451 FK-48 45963\n4224 AN-07 17118\n3677 EK-84 58411\n7555 EL-04 68593\n",
+       0,
+       {"fixed columns without names"}},
   };
   for (const DoubtCase& c : cases) {
     Suggest(c.sReport);
@@ -90,6 +96,31 @@ TEST_F(SuggestAccountTest, TellsWhatSpeaksAgainstATable) {
     EXPECT_EQ(suggestion.LooksIncomplete(), !c.reason.empty()) << c.pWhat << "\n" << suggestion.Text();
     EXPECT_EQ(HasReason(c.reason), suggestion.LooksIncomplete()) << c.pWhat << "\n" << suggestion.Text();
   }
+}
+
+class clsHeardCells : public clsTidyListener {
+ public:
+  void TableStarts(size_t, const std::vector<TidyColumnInfo>& columns) override { doubts.TableStarts(columns); }
+  void Row(const TidyRecord& row) override { doubts.Row(row); }
+  clsCellDoubts doubts;
+};
+
+TEST_F(SuggestAccountTest, DoubtsCellsThatTakeMoreThanTheirOwn) {
+  std::vector<TidyTable> tables;
+  TidyFault fault;
+  ASSERT_TRUE(ReadTidyRecipe("[Table 1]\nPlaces=1-4 5-16 17-\nNames=No|Item|Fee\nTypes=A auto, B text, C number\n",
+                             tables, fault))
+      << fault.sText;
+  clsHeardCells heard;
+  clsTidyReport run(tables, heard);
+  for (const char* const pLine :
+       {"1001Lamp        10.50", "1002Copper-44.25", "1003Oring-2     11.50", "7x04Valve", "10 5Motor       12.50"}) {
+    run.Line(pLine);
+  }
+  run.End();
+  EXPECT_EQ(heard.doubts.Doubts(),
+            (Strings{"1 value of a column of numbers with other texts, the first on line 5: 10 5",
+                     "1 text may run into an empty number column, the first on line 2: Copper-44.25"}));
 }
 
 TEST_F(SuggestAccountTest, TakesWordsOfProvedTotalsThatTellNextMonthToo) {
