@@ -14,6 +14,7 @@
 #include "modPaths.h"
 #include "modRecipeMessages.h"
 #include "modSettings.h"
+#include "modShortTable.h"
 #include "modText.h"
 #include "modTranslator.h"
 
@@ -21,23 +22,28 @@ namespace quillon {
 
 namespace {
 
-/// Key texts that a large report will be searched for, so that its first pass finds them. They are looked up in the
-/// recipe anew when it is loaded.
-void LookOutForKeys(const RecipeContext& context) {
-  constexpr int64_t kLarge = int64_t{1} << 20;
-  constexpr size_t kMostLines = 1000;
+/// What a large report will be searched for, so that its first pass finds it, and whether it is to be measured before
+/// its rows are read. The recipe is read anew when it is loaded.
+void PrepareReport(const RecipeContext& context, bool bMarks) {
+  constexpr int64_t kLarge = int64_t{256} << 10;
+  if (FileSizeOf(gsInputFile) < kLarge) return;
+  clsReport& report = context.Report(gsInputFile);
   clsSectionFile recipe;
   Failure ignored;
-  if (FileSizeOf(gsInputFile) < kLarge || !recipe.Open(gsRecipeFile, context.options.RecipeText(), ignored)) return;
+  if (bMarks) return report.KeepBeginning();
+  if (!recipe.Open(gsRecipeFile, context.options.RecipeText(), ignored)) return;
   std::vector<std::string> texts;
-  std::string_view sLine;
-  while (recipe.LineNumber() < kMostLines && recipe.ReadLine(sLine)) {
-    const size_t nEqual = std::min(sLine.find('='), sLine.size() - 1);
+  bool bMeasured = false;
+  for (std::string_view sLine; recipe.ReadLine(sLine);) {
+    const size_t nEqual = sLine.find('=');
+    if (nEqual == std::string_view::npos) continue;
     const std::string_view sKey = TrimBlanks(sLine.substr(0, nEqual));
-    if (EqualNoCase(sKey, "ReadStartLine") || EqualNoCase(sKey, "ReadEndLine"))
-      texts.emplace_back(TrimBlanks(sLine.substr(nEqual + 1)));
+    const std::string_view sValue = TrimBlanks(sLine.substr(nEqual + 1));
+    if (EqualNoCase(sKey, "ReadStartLine") || EqualNoCase(sKey, "ReadEndLine")) texts.emplace_back(sValue);
+    bMeasured = bMeasured || (EqualNoCase(sKey, "Parsing") && IsOpenTemplate(sValue));
   }
-  context.Report(gsInputFile).LookOutFor(texts);
+  report.LookOutFor(texts);
+  if (bMeasured) report.KeepBeginning();
 }
 
 bool FileHasTabs(clsReport& report) {
@@ -58,7 +64,7 @@ void clsConversionRun::ConvertByRecipe(int32_t& lResult) {
   const RecipeOptions recipe_options = MakeRecipeOptions();
   RecipeContext context{host_, recipe_options, gRecipe(), gLineProcessor(), outcome_.account};
   context.Watch(gsInputFile);
-  if (options_.lConversionMethod == kMethodRecipe) LookOutForKeys(context);
+  PrepareReport(context, options_.lConversionMethod == kMethodMarkup);
   WarnIfTabsInFile(context);
   lResult = LoadSpecs(context);
   if (lResult != 0 || gbAbandonOutput) return;

@@ -20,7 +20,8 @@ class clsKeySearch {
   /// The texts are not empty and differ.
   explicit clsKeySearch(std::span<const std::string> texts);
 
-  /// Calls found(n) for the index of each text that the row holds, and forgets those.
+  /// Calls found(n, nLast) for the index of each text that the row holds and the place of its last byte there, and
+  /// forgets those.
   template <typename Found>
   void Look(std::string_view sRow, Found found) {
     int32_t nState = 0;
@@ -28,7 +29,7 @@ class clsKeySearch {
       if (nState == 0 && !MayBegin(sRow, i)) continue;
       nState = Step(nState, static_cast<unsigned char>(sRow[i]));
       for (int32_t n = Live(nState); n != 0; n = Live(nState)) {
-        found(static_cast<size_t>(nodes_[static_cast<size_t>(n)].nText));
+        found(static_cast<size_t>(nodes_[static_cast<size_t>(n)].nText), i);
         nodes_[static_cast<size_t>(n)].nLive = nodes_[static_cast<size_t>(n)].nFail;
         --nLeft_;
       }

@@ -1,7 +1,5 @@
 #include "clsLineReader.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -11,9 +9,7 @@
 #include "modEventLoop.h"
 #include "modFiles.h"
 #include "modReportText.h"
-#include "modSystemIo.h"
 #include "modText.h"
-#include "modTextEnds.h"
 #include "modTranslator.h"
 
 namespace quillon {
@@ -28,13 +24,8 @@ const char* FindByte(std::string_view s, char c) {
 
 }  // namespace
 
-clsLineReader::~clsLineReader() {
-  Close();
-}
-
 void clsLineReader::Close() {
-  if (nHandle_ >= 0) close(nHandle_);
-  nHandle_ = -1;
+  file_.Close();
   window_ = {};
 }
 
@@ -44,8 +35,8 @@ bool clsLineReader::Open(std::string_view sPath, const TextFileOptions& options,
   options_ = options;
   sPath_ = sPath;
   bCutShort_ = false;
-  nHandle_ = options.bReport ? OpenReport(failure) : OpenOrdinaryFile(sPath, nEnd_, failure);
-  if (nHandle_ < 0) return false;
+  file_.Use(options.bReport ? OpenReport(failure) : OpenOrdinaryFile(sPath, nEnd_, failure));
+  if (!file_.IsOpen()) return false;
   if (Prepare()) return true;
   failure = failure_;
   Close();
@@ -87,14 +78,14 @@ bool clsLineReader::Prepare() {
   nStart_ = 0;
   hasTab_.reset();
   bWatched_ = false;
-  const bool bMemory = nHandle_ < 0;
+  const bool bMemory = !file_.IsOpen();
   if (!bMemory) {
     nFilePos_ = nBlock_ = 0;
     window_ = {};
     const bool bTooLong = options_.lMostBytes > 0 && nEnd_ > options_.lMostBytes;
     if (bTooLong) nEnd_ = options_.lMostBytes;
     bCutShort_ = bCutShort_ || bTooLong;
-    if (!(bCutShort_ ? FindEndOfRows(nHandle_, nEnd_) : FindEndOfText(nHandle_, nEnd_))) return Fail(errno);
+    if (!(bCutShort_ ? FindEndOfRows(file_.Handle(), nEnd_) : FindEndOfText(file_.Handle(), nEnd_))) return Fail(errno);
   } else {
     memory_ = window_ = TextBeforeMarks(window_);
     nFilePos_ = nEnd_ = static_cast<int64_t>(window_.size());
@@ -106,51 +97,79 @@ bool clsLineReader::Prepare() {
     nStart_ = static_cast<int64_t>(kUtf8Bom.size());
     pCodePage_ = &clsCodePage::Utf8();
   }
-  return ScanForEnds();
+  return SettleEnds();
 }
 
 /// A file without any LF ends its rows at CR (bUnix off), and "auto" needs a look at all bytes: both in one pass, which
-/// ends at once where neither is open.
-bool clsLineReader::ScanForEnds() {
-  bool bNeedEnds = !options_.bUnix && FindByte(window_, '\n') == nullptr;
-  bool bNeedPage = pCodePage_ == nullptr;
-  bool bTab = false;
-  if (!bNeedEnds && !bNeedPage) return true;
+/// isn't made where neither is open.
+bool clsLineReader::SettleEnds() {
   clsTextSigns signs;
-  std::vector<char> block;
-  std::string_view s = window_;
-  watch_.Start(nFilePos_ - static_cast<int64_t>(window_.size()));
-  watch_.Look(window_);
-  for (int64_t nPos = nFilePos_;;) {
-    const size_t nKeep = signs.Look(s, bNeedPage, nPos < nEnd_);
-    bTab = bTab || FindByte(s, '\t') != nullptr;
-    bNeedEnds = bNeedEnds && !signs.HasLf();
-    bNeedPage = bNeedPage && signs.IsUtf8();
-    if (bTab || nPos >= nEnd_) hasTab_ = bTab;
-    bWatched_ = nPos >= nEnd_;
-    if (nPos >= nEnd_ || (!bNeedEnds && !bNeedPage)) break;
-    if (!MayGoOn()) return false;
-    const std::string sTail(s.substr(s.size() - nKeep));
-    block.resize(kBlockBytes + nKeep);
-    std::copy(sTail.begin(), sTail.end(), block.begin());
-    const auto nWant = static_cast<size_t>(std::min<int64_t>(kBlockBytes, nEnd_ - nPos));
-    const int64_t nGot = ReadHandleAt(nHandle_, block.data() + nKeep, nWant, nPos);
-    if (nGot < 0) return Fail(errno);
-    if (nGot == 0) break;
-    nPos += nGot;
-    watch_.Look({block.data() + nKeep, static_cast<size_t>(nGot)});
-    s = std::string_view(block.data(), nKeep + static_cast<size_t>(nGot));
-  }
+  const Wanted wanted{.bEnds = !options_.bUnix && FindByte(window_, '\n') == nullptr, .bPage = pCodePage_ == nullptr};
+  if (!wanted.Any()) return true;
+  if (!LookThrough(wanted, signs)) return false;
   if (!options_.bUnix && !signs.HasLf() && signs.HasCr()) ends_ = Ends::Cr;
   if (pCodePage_ == nullptr)
     pCodePage_ = !signs.IsAscii() && signs.IsUtf8() ? &clsCodePage::Utf8() : &clsCodePage::Windows1252();
   return true;
 }
 
-std::optional<clsKeyWatch::Row> clsLineReader::Sighted(std::string_view sText) const {
+/// One pass from the first row on, as far as something is wanted. Tabs and texts are found on the way.
+bool clsLineReader::LookThrough(Wanted wanted, clsTextSigns& signs) {
+  std::vector<char> block;
+  std::string_view s;
+  size_t nKeep = 0;
+  int64_t nPos = file_.IsOpen() ? nStart_ : nEnd_;
+  if (!file_.IsOpen()) {
+    s = memory_.substr(static_cast<size_t>(nStart_));
+  } else if (BytesDone() == nStart_) {
+    s = window_;
+    nPos = nFilePos_;
+  }
+  bool bTab = false;
+  watch_.Start(nStart_);
+  for (std::string_view sNew = s;;) {
+    watch_.Look(sNew);
+    nKeep = signs.Look(s, wanted.bPage, nPos < nEnd_);
+    bTab = bTab || FindByte(sNew, '\t') != nullptr;
+    wanted = {wanted.bEnds && !signs.HasLf(), wanted.bPage && signs.IsUtf8(), wanted.bTab && !bTab,
+              wanted.bKeys && !watch_.IsDone()};
+    if (bTab || nPos >= nEnd_) hasTab_ = bTab;
+    bWatched_ = nPos >= nEnd_;
+    if (nPos >= nEnd_ || !wanted.Any()) return true;
+    if (!MayGoOn()) return false;
+    const std::string sTail(s.substr(s.size() - nKeep));
+    block.resize(kBlockBytes + nKeep);
+    std::copy(sTail.begin(), sTail.end(), block.begin());
+    const auto nWant = static_cast<size_t>(std::min<int64_t>(kBlockBytes, nEnd_ - nPos));
+    const int64_t nGot = file_.ReadAt(block.data() + nKeep, nWant, nPos);
+    if (nGot < 0) return Fail(errno);
+    if (nGot == 0) return true;
+    nPos += nGot;
+    sNew = {block.data() + nKeep, static_cast<size_t>(nGot)};
+    s = {block.data(), nKeep + static_cast<size_t>(nGot)};
+  }
+}
+
+/// The same once the rows are known to be what they are; the texts looked out for are found as well.
+bool clsLineReader::LookAhead(Wanted wanted) {
+  clsTextSigns ignored;
+  wanted.bKeys = watch_.TextCount() > 0;
+  return LookThrough(wanted, ignored);
+}
+
+bool clsLineReader::HasTab() {
+  if (!hasTab_) LookAhead({.bTab = true});
+  return hasTab_.value_or(false);
+}
+
+std::optional<clsKeyWatch::Row> clsLineReader::Sighted(std::string_view sText) {
+  // A start and an end key text are found as fast one behind the other, when rows are on their way already.
+  constexpr size_t kSeveral = 3;
   const clsKeyWatch::Row* const pRow = watch_.RowOf(sText);
-  const bool bPlainRows = ends_ == Ends::Lf && !options_.bUnix && nHandle_ >= 0;
-  if (pRow == nullptr || !bPlainRows || (!bWatched_ && pRow->lRow == 0)) return std::nullopt;
+  const bool bPlainRows = ends_ == Ends::Lf && !options_.bUnix && file_.IsOpen();
+  if (pRow == nullptr || !bPlainRows) return std::nullopt;
+  if (pRow->lRow == 0 && !bWatched_ && watch_.TextCount() >= kSeveral) LookAhead({});
+  if (pRow->lRow == 0 && !bWatched_) return std::nullopt;
   return *pRow;
 }
 
@@ -164,7 +183,7 @@ bool clsLineReader::MayGoOn() {
 
 /// Reads the next block behind what is left of the window. False at the end and on a failure.
 bool clsLineReader::Fill() {
-  if (nHandle_ < 0 || nFilePos_ >= nEnd_ || (nFilePos_ > 0 && !MayGoOn())) return false;
+  if (!file_.IsOpen() || nFilePos_ >= nEnd_ || (nFilePos_ > 0 && !MayGoOn())) return false;
   const size_t nLeft = window_.size();
   if (nLeft > kMaxRowBytes) {
     failure_ = OwnFailure(
@@ -181,7 +200,7 @@ bool clsLineReader::Fill() {
   if (buffer_.size() < nLeft + nRoom + kRoomBehind) buffer_.resize(nLeft + nRoom + kRoomBehind);
   const auto nWant = static_cast<size_t>(
       std::min<int64_t>(static_cast<int64_t>(buffer_.size() - nLeft - kRoomBehind), nEnd_ - nFilePos_));
-  const int64_t nGot = ReadHandleAt(nHandle_, buffer_.data() + nLeft, nWant, nFilePos_);
+  const int64_t nGot = file_.ReadAt(buffer_.data() + nLeft, nWant, nFilePos_);
   if (nGot < 0) failure_ = SystemFailure(sPath_, errno);
   if (nGot <= 0) nEnd_ = nFilePos_;
   nBlock_ = nFilePos_ - static_cast<int64_t>(nLeft);
@@ -256,7 +275,7 @@ bool clsLineReader::SeekRow(int64_t lRow, int64_t nOffset) {
   if (failure_.Failed()) return false;
   lRow_ = lRow;
   raw_ = {};
-  if (nHandle_ < 0) {
+  if (!file_.IsOpen()) {
     window_ = memory_.substr(static_cast<size_t>(nOffset));
   } else if (nOffset >= nBlock_ && nOffset <= nFilePos_) {
     window_ = {buffer_.data() + (nOffset - nBlock_), buffer_.data() + (nFilePos_ - nBlock_)};
@@ -307,20 +326,6 @@ int64_t clsLineReader::FindRow(std::string_view sNeedle, std::string_view sExclu
     if (bHit && (sExclusion.empty() || sRow.find(sExclusion) == std::string_view::npos)) return nRows;
   }
   return 0;
-}
-
-bool clsLineReader::RestHasTab() {
-  const int64_t nOffset = BytesDone();
-  bool bTab = false;
-  for (;;) {
-    bTab = FindByte(window_, '\t') != nullptr;
-    if (bTab) break;
-    window_ = {};
-    if (nFilePos_ >= nEnd_ || !Fill()) break;
-  }
-  // No row was taken, so the next one is still the one that it was.
-  SeekRow(lRow_, nOffset);
-  return bTab;
 }
 
 bool ReadAllRows(std::string_view sPath, const TextFileOptions& options, std::vector<std::string>& rows,

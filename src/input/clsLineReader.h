@@ -7,8 +7,10 @@
 #include <vector>
 
 #include "clsCodePage.h"
+#include "clsFileBytes.h"
 #include "clsKeyWatch.h"
 #include "modFailure.h"
+#include "modTextEnds.h"
 
 namespace quillon {
 
@@ -42,7 +44,6 @@ class clsLineReader {
   clsLineReader() = default;
   clsLineReader(const clsLineReader&) = delete;
   clsLineReader& operator=(const clsLineReader&) = delete;
-  ~clsLineReader();
 
   /// sPath is a path text (either separator, drive letters). False with the reason if the file can't be read.
   bool Open(std::string_view sPath, const TextFileOptions& options, Failure& failure);
@@ -75,17 +76,19 @@ class clsLineReader {
   /// isn't empty, not sExclusion. Returns how many rows that took (the row found included), 0 at the end.
   int64_t FindRow(std::string_view sNeedle, std::string_view sExclusion, std::string_view& sRow);
   /// Bytes behind the row read last that may be read too (not what they are): so rows can be taken in chunks.
-  size_t RoomBehind() const { return nHandle_ >= 0 && bInBuffer_ ? kRoomBehind : 0; }
+  size_t RoomBehind() const { return file_.IsOpen() && bInBuffer_ ? kRoomBehind : 0; }
   /// False if the row read last holds no tab, found out for many rows at once. True says nothing.
   bool RowMayHaveTab();
-  /// Whether a tab stands anywhere in the file, where opening it has shown that.
-  std::optional<bool> HasTab() const { return hasTab_; }
-  /// Texts to look out for where opening looks at the whole file anyway. To be called before Open.
+  /// Texts (bytes of the file) whose first rows are found wherever the whole file is looked at before its rows are
+  /// read. To be called before Open.
   void LookOutFor(const std::vector<std::string>& texts) { watch_.Expect(texts); }
-  /// The first row with such a text, as far as opening has shown it; lRow 0 if none has it.
-  std::optional<clsKeyWatch::Row> Sighted(std::string_view sText) const;
-  /// True if a tab stands anywhere from here on; reads the rest of the file.
-  bool RestHasTab();
+  /// The file's first bytes stay in memory, so that reading them again costs nothing. To be called before Open.
+  void KeepFirst(size_t nBytes) { file_.KeepFirst(nBytes); }
+  /// The first row with such a text, as far as it is known; lRow 0 if none has it. Several texts are looked for now,
+  /// unless that was done.
+  std::optional<clsKeyWatch::Row> Sighted(std::string_view sText);
+  /// True if a tab stands anywhere in the file. The place of the next row stays.
+  bool HasTab();
 
   const clsCodePage& CodePage() const { return *pCodePage_; }
   const Failure& LastFailure() const { return failure_; }
@@ -93,17 +96,25 @@ class clsLineReader {
  private:
   enum class Ends { Lf, Cr };
 
+  /// What the look at the whole file is for; it ends where all of it is known.
+  struct Wanted {
+    bool bEnds = false, bPage = false, bTab = false, bKeys = false;
+    bool Any() const { return bEnds || bPage || bTab || bKeys; }
+  };
+
   int OpenReport(Failure& failure);
   bool Prepare();
   bool Fail(int nError);
-  bool ScanForEnds();
+  bool SettleEnds();
+  bool LookThrough(Wanted wanted, clsTextSigns& signs);
+  bool LookAhead(Wanted wanted);
   bool Fill();
   bool MayGoOn();
   bool NextRawRow(std::string_view& sRow);
   std::string_view StripRow(std::string_view sRow);
   int64_t PassToNeedle(std::string_view sNeedle);
 
-  int nHandle_ = -1;
+  clsFileBytes file_;
   TextFileOptions options_;
   const clsCodePage* pCodePage_ = &clsCodePage::Windows1252();
   std::string sPath_;

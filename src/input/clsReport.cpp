@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "clsKeySearch.h"
+#include "modText.h"
 
 namespace quillon {
 
@@ -76,6 +77,18 @@ int64_t clsReport::CountLines() {
   return lLines_ < 0 ? reader_.RowNumber() : lLines_;
 }
 
+/// A page to be found by content is one of two, and the texts are looked out for in both.
+void clsReport::LookOutFor(const std::vector<std::string>& texts) {
+  const bool bEither = options_.pCodePage == nullptr;
+  const clsCodePage& page = bEither ? clsCodePage::Windows1252() : *options_.pCodePage;
+  std::vector<std::string> bytes;
+  for (const std::string& sText : texts) {
+    if (page.CanEncode(sText)) bytes.push_back(page.FromUtf8(sText));
+    if (bEither && !IsAscii(sText)) bytes.push_back(sText);
+  }
+  reader_.LookOutFor(bytes);
+}
+
 void clsReport::Expect(std::span<const std::string> texts) {
   for (const std::string& sText : texts) {
     if (!sText.empty() && found_.find(sText) == found_.end()) expected_.push_back(sText);
@@ -84,20 +97,27 @@ void clsReport::Expect(std::span<const std::string> texts) {
 
 int64_t clsReport::LineOf(const std::string& sText) {
   auto known = found_.find(sText);
+  if (known == found_.end() && FindSighted(sText)) known = found_.find(sText);
   if (known == found_.end() && expected_.size() >= kFew) {
     FindExpected();
     if (reader_.LastFailure().Failed()) return 0;
     known = found_.find(sText);
   }
   if (known != found_.end()) return known->second;
-  if (const auto sighted = reader_.Sighted(sText)) {
-    if (sighted->lRow > 0) AddPlace({sighted->lRow - 1, sighted->nOffset});
-    return found_[sText] = sighted->lRow;
-  }
   if (!SeekPlace(0)) return 0;
   const int64_t lLine = SearchOn(sText);
   if (!reader_.LastFailure().Failed()) found_[sText] = lLine;
   return lLine;
+}
+
+/// True if the first look at the report has found where the text stands, or that it doesn't.
+bool clsReport::FindSighted(const std::string& sText) {
+  if (!reader_.CodePage().CanEncode(sText)) return false;
+  const auto sighted = reader_.Sighted(reader_.CodePage().FromUtf8(sText));
+  if (!sighted || reader_.LastFailure().Failed()) return false;
+  if (sighted->lRow > 0) AddPlace({sighted->lRow - 1, sighted->nOffset});
+  found_[sText] = sighted->lRow;
+  return true;
 }
 
 int64_t clsReport::LineBehind(const std::string& sText, int64_t lAfter) {
@@ -127,7 +147,7 @@ void clsReport::FindExpected() {
   std::vector<std::string> encoded;
   size_t nBytes = 0;
   for (std::string& sText : expected_) {
-    if (found_.find(sText) != found_.end() || sText.size() > clsKeySearch::kMostBytes) continue;
+    if (found_.find(sText) != found_.end() || FindSighted(sText) || sText.size() > clsKeySearch::kMostBytes) continue;
     if (!reader_.CodePage().CanEncode(sText)) {
       found_[sText] = 0;
       continue;
@@ -153,7 +173,7 @@ void clsReport::FindAll(const std::vector<std::string>& texts, const std::vector
   while (search.Left() > 0) {
     NotePlace();
     if (!reader_.ReadRow(sRow)) break;
-    search.Look(sRow, [&](size_t n) {
+    search.Look(sRow, [&](size_t n, size_t) {
       lines[n] = reader_.RowNumber();
       AddPlace({lines[n] - 1, reader_.RowOffset()});
     });

@@ -24,9 +24,12 @@ class clsReport {
   /// The reader, wherever it stands. To be used while the report is open.
   clsLineReader& Reader() { return reader_; }
 
-  /// A few texts that LineOf may well be asked for. Said before the report is opened, they may come without a pass of
+  /// Texts (UTF-8) that LineOf may well be asked for. Said before the report is opened, they may come without a pass of
   /// their own.
-  void LookOutFor(const std::vector<std::string>& texts) { reader_.LookOutFor(texts); }
+  void LookOutFor(const std::vector<std::string>& texts);
+  /// The report will be read more than twice: its beginning, mostly all of it, stays in memory. To be said before it is
+  /// opened.
+  void KeepBeginning() { reader_.KeepFirst(kKeptBytes); }
   /// Texts (UTF-8) that LineOf may be asked for. Those of all tables, before the first is looked for.
   void Expect(std::span<const std::string> texts);
   /// The first line that holds the text, from 1, found as FindRow finds it; 0 if none does or the reader failed or was
@@ -38,8 +41,8 @@ class clsReport {
   /// The reader's next row is line lLine (from 1). False if there are not as many lines before it; it stands at the
   /// end.
   bool SeekLine(int64_t lLine);
-  /// True if a tab stands anywhere in it; the reader stands wherever it likes then.
-  bool HasTab() { return reader_.HasTab() ? *reader_.HasTab() : SeekPlace(0) && reader_.RestHasTab(); }
+  /// True if a tab stands anywhere in it.
+  bool HasTab() { return reader_.HasTab(); }
   /// All lines of the report; the reader stands wherever it likes then.
   int64_t CountLines();
 
@@ -49,11 +52,13 @@ class clsReport {
   };
   /// Texts for whose sake each row is looked at by itself; fewer are found faster one by one.
   static constexpr size_t kFew = 12;
+  static constexpr size_t kKeptBytes = size_t{32} << 20;
   static constexpr size_t kMostPlaces = size_t{1} << 16;
 
   void NotePlace();
   void AddPlace(Place place);
   void ThinPlaces();
+  bool FindSighted(const std::string& sText);
   void FindExpected();
   void FindAll(const std::vector<std::string>& texts, const std::vector<std::string>& encoded);
   bool SeekPlace(int64_t lRow);

@@ -65,7 +65,7 @@ bool clsExportSpecs::ReadFromFile(RecipeContext& context, clsSectionFile& file) 
 }
 
 void clsExportSpecs::ReadTables(RecipeContext& context, clsSectionFile& file) {
-  const clsTidyTables tidy(file);
+  const clsTidyTables tidy(file, Columns::LeftOut);
   if (!tidy.Any()) return ReadSections(context, file, lTables_, TablesCollection);
   TablesCollection.clear();
   for (int32_t n = 1; n <= lTables_ && file.MayReadOn(); ++n) {

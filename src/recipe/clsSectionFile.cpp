@@ -1,6 +1,7 @@
 #include "clsSectionFile.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "modText.h"
 #include "modTranslator.h"
@@ -63,18 +64,36 @@ void clsSectionFile::IndexHeaders() {
                         static_cast<uint32_t>(sName.size())});
   }
   nLine_ = nKept;
-  std::stable_sort(headers_.begin(), headers_.end(),
-                   [this](const Header& a, const Header& b) { return Name(a) < Name(b); });
+  byName_.resize(headers_.size());
+  std::iota(byName_.begin(), byName_.end(), 0U);
+  const auto before = [this](uint32_t a, uint32_t b) {
+    const int nOrder = Name(headers_[a]).compare(Name(headers_[b]));
+    return nOrder != 0 ? nOrder < 0 : a < b;
+  };
+  std::sort(byName_.begin(), byName_.end(), before);
+}
+
+/// The first header of that name from the present line on; as many as there are if none follows.
+size_t clsSectionFile::FindHeader(std::string_view section) {
+  // Sections are mostly read in their order.
+  const bool bNext = nBehind_ > 0 && nBehind_ < headers_.size() && headers_[nBehind_ - 1].nLine < nLine_ &&
+                     headers_[nBehind_].nLine >= nLine_;
+  if (bNext && Name(headers_[nBehind_]) == section) return nBehind_;
+  const auto before = [this](uint32_t nHeader, std::string_view sName) { return Name(headers_[nHeader]) < sName; };
+  auto found = std::lower_bound(byName_.begin(), byName_.end(), section, before);
+  const auto isEarlier = [&](uint32_t nHeader) {
+    return Name(headers_[nHeader]) == section && headers_[nHeader].nLine < nLine_;
+  };
+  found = std::partition_point(found, byName_.end(), isEarlier);
+  return found != byName_.end() && Name(headers_[*found]) == section ? *found : headers_.size();
 }
 
 bool clsSectionFile::SeekSection(std::string_view section) {
   if (!bIndexed_) IndexHeaders();
-  const auto before = [this](const Header& header, std::string_view sName) { return Name(header) < sName; };
-  auto found = std::lower_bound(headers_.begin(), headers_.end(), section, before);
-  const auto isEarlier = [&](const Header& header) { return Name(header) == section && header.nLine < nLine_; };
-  found = std::partition_point(found, headers_.end(), isEarlier);
-  const bool bFound = found != headers_.end() && Name(*found) == section;
-  nLine_ = bFound ? size_t{found->nLine} + 1 : starts_.size();
+  const size_t nFound = FindHeader(section);
+  const bool bFound = nFound < headers_.size();
+  nLine_ = bFound ? size_t{headers_[nFound].nLine} + 1 : starts_.size();
+  nBehind_ = bFound ? nFound + 1 : 0;
   return bFound;
 }
 

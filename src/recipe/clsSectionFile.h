@@ -44,12 +44,15 @@ class clsSectionFile {
   bool Load(clsLineReader& reader);
   void IndexHeaders();
   std::string_view Name(const Header& header) const;
+  size_t FindHeader(std::string_view section);
 
   bool bOpen_ = false;
   bool bIndexed_ = false;
   std::string sText_;             ///< All lines, without line ends
   std::vector<uint32_t> starts_;  ///< Where each line starts in sText_
-  std::vector<Header> headers_;   ///< By name, then line
+  std::vector<Header> headers_;   ///< In their order
+  std::vector<uint32_t> byName_;  ///< Indexes in headers_: by name, then line
+  size_t nBehind_ = 0;            ///< Index of the header behind the one found last
   size_t nLine_ = 0;
   int32_t lMissing_ = 0;
 };

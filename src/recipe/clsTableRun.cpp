@@ -75,7 +75,9 @@ clsTableRun::Step clsTableRun::Fatal(RecipeCode code, std::initializer_list<std:
 clsTableRun::Step clsTableRun::FindBlock() {
   int64_t lStartKey = 0;
   int64_t lEndKey = 0;
-  if (!PathExists(SearchedReport())) return Fatal(kTableStartNotFound, {table_.ReadStartLine});
+  // Asked once: all tables of a run are searched in one report.
+  const bool bFirst = context_.account.tables.size() == 1;
+  if (bFirst && !PathExists(SearchedReport())) return Fatal(kTableStartNotFound, {table_.ReadStartLine});
   Step step = FindLine(table_.ReadStartLine, kTableStartNotFound, lStartKey);
   if (step == Step::Next) step = FindLine(table_.ReadEndLine, kTableEndNotFound, lEndKey);
   if (step != Step::Next) return step;
@@ -255,7 +257,9 @@ void clsTableRun::KeepAccount() {
     account.lLastLine = lLastLine;
   }
   Reader().LeaveEventsToCaller(false);
-  if (!gbAbandonOutput && !gbPauseRequested) CountLines();
+  // Else at the end of the run, as the next table is mostly behind this one.
+  const bool bNow = bAllPeriods_ || Reader().LastFailure().Failed();
+  if (bNow && !gbAbandonOutput && !gbPauseRequested) CountLines();
 }
 
 }  // namespace quillon

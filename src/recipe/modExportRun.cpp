@@ -24,9 +24,18 @@ bool StrictGivesUp(RecipeContext& context) {
   return !context.account.sStrict.empty() && !context.options.bKeep;
 }
 
+/// All lines of the report, unless they are counted.
+void CountLines(RecipeContext& context) {
+  if (context.account.lLinesRead > 0 || gbAbandonOutput || gbPauseRequested) return;
+  clsReport& report = context.Report(context.recipe.InputFileNameOf(1));
+  Failure ignored;
+  if (report.Open(ignored)) context.account.lLinesRead = report.CountLines();
+}
+
 /// An interrupted run, and a report or disk that failed in the middle or changed: the old output is worth more than
 /// half a new one.
 bool OutputGivenUp(RecipeContext& context) {
+  if (!context.account.tables.empty()) CountLines(context);
   for (const auto& [sReport, state] : context.reports) {
     const Failure change = ReportChange(sReport, state);
     if (change.Failed() && !context.account.failure.Failed()) ReportFileFailure(context, change);
@@ -104,13 +113,6 @@ int64_t LinesOf(const std::vector<TableAccount>& tables) {
   return lLines;
 }
 
-/// Where no table came to count them.
-int64_t CountLines(RecipeContext& context) {
-  clsReport& report = context.Report(context.recipe.InputFileNameOf(1));
-  Failure ignored;
-  return report.Open(ignored) ? report.CountLines() : 0;
-}
-
 }  // namespace
 
 void RunRecipe(RecipeContext& context, int32_t lFormat) {
@@ -122,8 +124,7 @@ void RunRecipe(RecipeContext& context, int32_t lFormat) {
   } else {
     RunWorkbook(context, lFormat);
   }
-  if (context.account.lLinesRead == 0 && !gbAbandonOutput && !gbPauseRequested)
-    context.account.lLinesRead = CountLines(context);
+  CountLines(context);
   context.pReports->Close();
   context.account.lLinesInTables = LinesOf(context.account.tables);
   context.host.SetCaption(Translate(kCaption));

@@ -12,10 +12,16 @@
 
 namespace quillon {
 
-std::vector<TidySection> SectionsOf(clsSectionFile& file) {
+std::vector<TidySection> SectionsOf(clsSectionFile& file, Columns columns) {
   std::string sText;
+  bool bLeftOut = false;
   file.Rewind();
-  for (std::string_view sLine; file.ReadLine(sLine);) sText.append(sLine).push_back('\n');
+  for (std::string_view sLine; file.ReadLine(sLine);) {
+    if (columns == Columns::LeftOut && sLine.find('[') != std::string_view::npos) {
+      bLeftOut = sLine.starts_with("[Table ") && sLine.find(" Col ") != std::string_view::npos;
+    }
+    if (!bLeftOut) sText.append(sLine).push_back('\n');
+  }
   file.Rewind();
   return SectionsOfText(sText);
 }
@@ -35,7 +41,8 @@ std::set<int32_t> TidyTablesOf(const std::vector<TidySection>& sections) {
   return numbers;
 }
 
-clsTidyTables::clsTidyTables(clsSectionFile& file) : sections_(SectionsOf(file)), numbers_(TidyTablesOf(sections_)) {}
+clsTidyTables::clsTidyTables(clsSectionFile& file, Columns columns)
+    : sections_(SectionsOf(file, columns)), numbers_(TidyTablesOf(sections_)) {}
 
 bool clsTidyTables::Check(int32_t nTables, TidyFault& fault) const {
   if (HasStraySections(sections_, nTables, fault)) return false;

@@ -13,8 +13,10 @@
 
 namespace quillon {
 
-/// All sections of an open file with their keys.
-std::vector<TidySection> SectionsOf(clsSectionFile& file);
+/// Sections of an open file with their keys. Columns of tables, which a specification has very many of, are no part of
+/// a tidy table and may be left out.
+enum class Columns : uint8_t { Taken, LeftOut };
+std::vector<TidySection> SectionsOf(clsSectionFile& file, Columns columns = Columns::Taken);
 /// Numbers of the tables that are tidy ones.
 std::set<int32_t> TidyTablesOf(const std::vector<TidySection>& sections);
 
@@ -22,7 +24,7 @@ std::set<int32_t> TidyTablesOf(const std::vector<TidySection>& sections);
 class clsTidyTables {
  public:
   /// Reads the sections; a file without a tidy table costs no more than that.
-  explicit clsTidyTables(clsSectionFile& file);
+  explicit clsTidyTables(clsSectionFile& file, Columns columns = Columns::Taken);
 
   bool Has(int32_t lTable) const { return numbers_.contains(lTable); }
   bool Any() const { return !numbers_.empty(); }

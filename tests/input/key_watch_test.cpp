@@ -31,7 +31,9 @@ TEST(KeyWatch, FindsTheFirstRowOfEachTextHoweverTheFileComes) {
   int nFound = 0;
   for (int i = 0; i < 3000; ++i) {
     const std::string sFile = text(120, "aaab\n");
-    const std::vector<std::string> texts{text(9, "ab"), text(4, "ab"), text(2, "ab")};
+    std::vector<std::string> texts{text(9, "ab"), text(4, "ab"), text(2, "ab")};
+    // One by one, and all at once.
+    while (i % 3 == 0 && texts.size() < 12) texts.push_back(text(5, "ab"));
     clsKeyWatch watch;
     watch.Expect(texts);
     watch.Start(3);
@@ -54,19 +56,31 @@ TEST(KeyWatch, FindsTheFirstRowOfEachTextHoweverTheFileComes) {
 
 TEST(KeyWatch, LooksForNoMoreThanItCanTell) {
   clsKeyWatch watch;
-  watch.Expect({"", "two\nlines", "cr\r", "\xC3\x84", "a", "a", "b", "c", "d", "e", "f", "too many"});
-  for (const char* const pText : {"", "two\nlines", "cr\r", "\xC3\x84", "too many"}) {
-    EXPECT_EQ(watch.RowOf(pText), nullptr) << pText;
+  const std::string sLong(clsKeyWatch::kLongest + 1, 'x');
+  watch.Expect({"", "two\nlines", "cr\r", sLong, "\xC3\x84", "a", "a", "b", "c", "d", "e", "f"});
+  for (const std::string& sText : {std::string(), std::string("two\nlines"), std::string("cr\r"), sLong}) {
+    EXPECT_EQ(watch.RowOf(sText), nullptr) << sText;
   }
+  EXPECT_EQ(watch.TextCount(), 7);
   watch.Start(0);
-  watch.Look("\xC3\x84\n\nfed");
+  watch.Look("\xC3");
+  watch.Look("\x84\n\nfed");
   watch.Look("");
+  EXPECT_FALSE(watch.IsDone());
   watch.Look("cba");
+  EXPECT_TRUE(watch.IsDone());
+  EXPECT_EQ(watch.RowOf("\xC3\x84")->lRow, 1);
   for (const char* const pText : {"a", "b", "c", "d", "e", "f"}) {
     ASSERT_NE(watch.RowOf(pText), nullptr) << pText;
     EXPECT_EQ(watch.RowOf(pText)->lRow, 3) << pText;
     EXPECT_EQ(watch.RowOf(pText)->nOffset, 4) << pText;
   }
+  clsKeyWatch full;
+  full.Expect({std::string(clsKeyWatch::kLongest, 'x')});
+  for (size_t i = 0; i < clsKeyWatch::kMostBytes / 1000; ++i)
+    full.Expect({std::string(990, 'y') + std::to_string(100000 + i)});
+  full.Expect({"too many", "too many, too" + std::string(2000, 'z')});
+  EXPECT_EQ(full.RowOf("too many, too" + std::string(2000, 'z')), nullptr);
 }
 
 TEST(KeyWatch, AnotherStartKnowsNothingOfTheFileBefore) {
