@@ -14,6 +14,7 @@ import time
 
 # Three decades of each size.
 TABLES = (16, 160, 1600, 16000)
+MEASURED = (2, 20, 200, 2000)  # a ruler is worked out from the first 32,767 lines of a report
 ROWS = (400, 4000, 40000, 400000)
 COLUMNS = (10, 100, 1000, 10000)
 FILES = (20, 200, 2000, 20000)
@@ -138,7 +139,7 @@ def make_files(folder, rows):
     (folder / "wide.rcp").write_text(recipe(" ".join(["-------"] * 125)))
     (folder / "worked.rcp").write_text(recipe("="))
     (folder / "quotes.txt").write_text(framed([line.replace("Account ", '"Acct", ') for line in lines]))
-    for tables in TABLES:
+    for tables in TABLES + MEASURED:
         make_tables(folder, tables, lines, " ".join("-" * width for width in WIDTHS))
     for keys in KEYS:
         make_keys(folder, keys, lines)
@@ -180,20 +181,27 @@ def exponent(sizes, seconds):
     return (sum((x - middle_x) * (y - middle_y) for x, y in points) / sum((x - middle_x) ** 2 for x, _ in points))
 
 
+MOST_POWER = 1.05
+
+
 def curve(folder, work, command, sizes, runs, start):
-    """A row for each size; the last tells the exponent of CPU time, without what a start takes."""
+    """A row for each size; the last tells the exponent of CPU time, without what a start takes. True if it is no more
+    than linear."""
     figures = [side_by_side([command(size)], folder, runs)[0] for size in sizes]
     power = exponent(sizes, [ours.cpu - start for ours in figures])
     for size, ours in zip(sizes, figures):
         print_row(work.format(f"{size:,}"), ours, note=f"grows by the power {power:.2f}" if power and size == sizes[-1] else "")
+    return power is None or power <= MOST_POWER
 
 
 def measure_curves(folder, program, convert, runs):
+    """How cost grows with each size, over three decades; tells what grows faster than the size."""
+    steep = []
     start = side_by_side([[program, "--version"]], folder, runs)[0].cpu
     drawn = ["--recipe", "drawn.rcp"]
     for work, command, sizes in (
             ("recipe of {} tables", lambda n: convert(f"tables{n}.txt", "out.csv", ["--recipe", f"tables{n}.rcp"]), TABLES),
-            ("{} tables, rulers worked out", lambda n: convert(f"tables{n}.txt", "out.csv", ["--recipe", f"worked{n}.rcp"]), TABLES),
+            ("{} tables, rulers worked out", lambda n: convert(f"tables{n}.txt", "out.csv", ["--recipe", f"worked{n}.rcp"]), MEASURED),
             ("{} marked tables", lambda n: convert(f"marked{n}.txt", "out.csv", ["--markup"]), TABLES),
             ("check, {} tables", lambda n: [program, "check", f"tables{n}.txt", "--recipe", f"tables{n}.rcp"], TABLES),
             ("{} keys behind 200,000 rows", lambda n: convert(f"keys{n}.txt", "out.csv", ["--recipe", f"keys{n}.rcp"]), KEYS),
@@ -202,7 +210,9 @@ def measure_curves(folder, program, convert, runs):
             ("{} rows to XLSX", lambda n: convert(f"rows{n}.txt", "out.xlsx", drawn), ROWS),
             ("{} rows into the same XLSX", lambda n: convert(f"rows{n}.txt", f"kept{n}.xlsx", drawn), ROWS),
             ("{} columns to CSV", lambda n: convert(f"columns{n}.txt", "out.csv", ["--recipe", f"columns{n}.rcp"]), COLUMNS)):
-        curve(folder, work, command, sizes, runs, start)
+        if not curve(folder, work, command, sizes, runs, start):
+            steep.append(work.format("n"))
+    print(f"\nMore than linear: {', '.join(steep) or 'nothing'}\n", flush=True)
 
 
 def main():
@@ -211,10 +221,17 @@ def main():
     parser.add_argument("--rows", type=int, default=400000)
     parser.add_argument("--runs", type=int, default=5)
     parser.add_argument("--make", type=pathlib.Path, help="only make the files, in this folder")
+    parser.add_argument("--curves", type=pathlib.Path, help="only the curves, on the files that were made in this folder")
     chosen = parser.parse_args()
     if chosen.make:
         return make_files(chosen.make, chosen.rows)
     program = str((chosen.bin / "quillon").resolve())
+    if chosen.curves:
+        os.environ.update(HOME=str(chosen.curves.resolve()), LC_ALL="C.UTF-8")
+        for count in FILES:
+            if not (chosen.curves / f"many{count}").exists():
+                make_batch(chosen.curves, count)
+        return measure_curves(chosen.curves, program, converter(program), chosen.runs)
     with tempfile.TemporaryDirectory(prefix="quillon-bench-") as name:
         folder = pathlib.Path(name)
         os.environ.update(HOME=name, LC_ALL="C.UTF-8")
@@ -223,9 +240,12 @@ def main():
         measure(folder, program, chosen)
 
 
+def converter(program):
+    return lambda source, output, method: [program, "convert", source, "-o", output, *method, "--quiet"]
+
+
 def measure(folder, program, chosen):
-    def convert(source, output, method):
-        return [program, "convert", source, "-o", output, *method, "--quiet"]
+    convert = converter(program)
 
     def size(source):
         return (folder / source).stat().st_size

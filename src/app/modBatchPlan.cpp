@@ -197,6 +197,15 @@ class clsPlanner {
     run_.Note(sText);
   }
 
+  /// In a folder that isn't there nothing is looked for; outputs of one folder mostly follow each other.
+  std::optional<Identity> IdentityOfOutput(const std::string& sOutput) {
+    const std::string folder = FolderOfPath(sOutput);
+    if (!folder.empty() && folder == sMissingFolder_) return std::nullopt;
+    const auto identity = IdentityOf(sOutput);
+    if (!identity && !folder.empty() && !FolderExists(folder)) sMissingFolder_ = folder;
+    return identity;
+  }
+
   bool CheckNothingIsOverwritten(const std::vector<PlannedFile>& files) {
     const auto list = request_.sReport.empty() ? std::nullopt : IdentityOf(request_.sReport);
     // One that isn't there yet has a name alone.
@@ -205,7 +214,7 @@ class clsPlanner {
     };
     std::map<Identity, const PlannedFile*> outputs;
     for (const PlannedFile& file : files) {
-      const auto identity = IdentityOf(file.sOutput);
+      const auto identity = IdentityOfOutput(file.sOutput);
       const auto* const other = identity ? outputs.emplace(*identity, &file).first->second : &file;
       // A link is followed when an output is written; a second name of its own is replaced alone.
       if (other != &file && (IsLink(file.sOutput) || IsLink(other->sOutput))) {
@@ -242,6 +251,7 @@ class clsPlanner {
   std::unordered_set<std::string> seen_;
   clsSearchedPlaces searched_;
   std::set<Identity> kept_;  ///< Inputs, recipe and profile
+  std::string sMissingFolder_;
   bool many_ = false;
 };
 
