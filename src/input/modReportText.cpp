@@ -13,6 +13,7 @@
 #include "modPdfText.h"
 #include "modSystemIo.h"
 #include "modTextPlan.h"
+#include "modTranslator.h"
 
 namespace quillon {
 
@@ -58,6 +59,10 @@ class clsReportMaker {
     for (int i = 0; packing != Packing::None && i < kMostPackings; ++i) {
       if (!Unpack(packing)) return false;
       packing = PackingOf(Head());
+    }
+    if (packing != Packing::None) {
+      failure_ = OwnFailure(sPath_, Translate("unpacks to more than a report can be"));
+      return false;
     }
     if (IsPdf(Head())) return MakeOfPdf(made);
     TextPlan plan;

@@ -108,11 +108,14 @@ class Inputs(unittest.TestCase):
         text, recipe = (GOLDEN / case / report).read_bytes(), GOLDEN / case / recipe
         broken = bytearray(gzip.compress(text))
         broken[-6] ^= 1
+        nested = text
+        for _ in range(5):
+            nested = gzip.compress(nested)
         for data, said in [(gzip.compress(text)[:-9], "ends too early"), (bytes(broken), "is damaged"),
                            (gzip.compress(text) + b"rubbish behind", "is damaged"),
                            (lzma.compress(text)[:-40], "ends too early"), (bz2.compress(text)[:-40], "ends too early"),
                            (b"PK\3\4 no archive", "is damaged"), (self.zipped(), "is empty"),
-                           (self.zipped(("a", text), ("b", text)), "more than one file")]:
+                           (self.zipped(("a", text), ("b", text)), "more than one file"), (nested, "unpacks to more")]:
             (self.folder / "in.txt").write_bytes(data)
             status, made, errors = self.convert("in.txt", recipe)
             self.assertEqual((status, made), (1, None), said)
