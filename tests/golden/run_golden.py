@@ -147,7 +147,7 @@ def run_spreadsheet(program):
     """Each workbook with a rule `texts`, opened by a spreadsheet program and saved as CSV: the shown cells are the report's."""
     soffice = shutil.which("soffice") or shutil.which("libreoffice")
     if not soffice:
-        print("skipped: soffice is not installed (libreoffice-calc-nogui)")
+        print("SKIPPED: golden.spreadsheet: soffice is not installed (libreoffice-calc-nogui)")
         return SKIPPED
     wanted, failed = {}, 0
     with golden.World(program) as collected:
