@@ -152,7 +152,7 @@ class clsConversionRun {
   /// 0 or the code of what is wrong with the profile.
   int32_t AssignProfile();
   int32_t ReportEngineStatus(int32_t lStatus, int32_t lQuotesResult);
-  void TakeEngineAccount(int32_t lStatus);
+  void TakeEngineAccount(int32_t lStatus, const CharacterLoss& loss);
   void SayWhatWasReplaced();
   bool RecipeRunCanStart(int32_t& lResult);
   /// 0 or the code of what keeps the recipe from being run.

@@ -2,7 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
+#include <optional>
+#include <span>
 
+#include "clsCutMeasure.h"
 #include "modCellwright_DLL.h"
 #include "modConversionRun.h"
 #include "modExcelLink.h"
@@ -18,6 +22,34 @@ namespace {
 constexpr const char* kSheetName = "Quillon-Sheet-Name";
 constexpr int32_t kDefaultDelimiter = 44;
 constexpr int32_t kEngineRefusedByAttributes = 6;
+
+/// Counts what stands behind the last column as a run by a recipe does.
+class clsBehindCount : public clsBehindListener {
+ public:
+  explicit clsBehindCount(bool bMayLose) : bMayLose_(bMayLose) {}
+  const CharacterLoss& Loss() const { return loss_; }
+
+  void Row(int64_t lRow, std::string_view sRow, const clsCodePage& page, int64_t nWidth) override {
+    if (!measure_) {
+      const TidyPlace place{1, static_cast<int32_t>(std::min<int64_t>(nWidth, std::numeric_limits<int32_t>::max()))};
+      measure_.emplace(std::span(&place, 1));
+    }
+    measure_->Text(page.ToUtf8(sRow), lRow);
+    ++lMeasured_;
+  }
+  bool RowsEnd(int64_t lRows) override {
+    if (!measure_) return true;
+    measure_->RowsWithin(lRows - lMeasured_);
+    loss_ = measure_->Loss();
+    return bMayLose_ || !loss_.Any();
+  }
+
+ private:
+  bool bMayLose_;
+  std::optional<clsCutMeasure> measure_;
+  int64_t lMeasured_ = 0;
+  CharacterLoss loss_;
+};
 
 int16_t Truth(bool bValue) {
   return bValue ? -1 : 0;
@@ -67,12 +99,14 @@ void clsConversionRun::ConvertByProfile(int32_t& lResult) {
   Cellwright().Change().bSafeCsv = options_.bSafeCsv;
   Cellwright().Change().workbook = MakeWorkbookOptions();
   Cellwright().Change().bClear = options_.bClearOutputFileBeforeProcessing;
-  Cellwright().Change().bGiveUpOnLoss = options_.bStrict && !options_.bKeep;
+  clsBehindCount behind(!options_.bStrict || options_.bKeep);
+  Cellwright().TellBehind(&behind);
   Cellwright().TellProgress([this](int64_t lRow, int64_t lDone, int64_t lTotal) {
     host_.ShowProgress({options_.sInputFile, lRow, lDone, lTotal});
   });
   const int32_t status = options_.lErr = quillon::ConvertFile();
-  TakeEngineAccount(status);
+  Cellwright().TellBehind(nullptr);
+  TakeEngineAccount(status, behind.Loss());
   if (extras_.bSayMore) SayWhatWasReplaced();
   lResult = ReportEngineStatus(status, quotes_result);
   if (pWindow_ != nullptr) pWindow_->UpdateMRUs();
@@ -81,7 +115,8 @@ void clsConversionRun::ConvertByProfile(int32_t& lResult) {
 // The engine is asked with the result of the call before ConvertFile, and answers with its last failure all the same.
 int32_t clsConversionRun::ReportEngineStatus(int32_t lStatus, int32_t lQuotesResult) {
   if (lStatus == kEngineRefusedByAttributes) return RefuseAndExplain(kProfileGeneral, {}, Cellwright().LastError());
-  if (lStatus >= 0) return lStatus;
+  // A strict run tells why it gave up.
+  if (lStatus >= 0 || LastTally().bGaveUp) return lStatus;
   std::array<char, 256> text{};
   GetErrorString(lQuotesResult, text.data(), static_cast<int32_t>(text.size()) - 1);
   return Refuse(kProfileEngine, text.data());
@@ -108,7 +143,7 @@ void clsConversionRun::SayWhatWasReplaced() {
 }
 
 /// The engine knows one table: all that it wrote.
-void clsConversionRun::TakeEngineAccount(int32_t lStatus) {
+void clsConversionRun::TakeEngineAccount(int32_t lStatus, const CharacterLoss& loss) {
   const ProfileAccount& tally = LastTally();
   FileAccount& account = outcome_.account;
   account.bOutputWritten = lStatus == 0;
@@ -123,10 +158,11 @@ void clsConversionRun::TakeEngineAccount(int32_t lStatus) {
   table.lLastLine = tally.lRowsRead;
   table.lRows = tally.lRowsWritten;
   for (const CellwrightColumn& column : Cellwright().Held().columns) table.lColumns += column.lCount > 0 ? 1 : 0;
-  table.loss.lBehind = tally.lCharsBehind;
+  table.loss = loss;
   table.lCellsFailed = tally.lCellsFailed;
-  if (account.bOutputWritten) account.tables.assign(1, table);
-  if (options_.bStrict && account.bOutputWritten) account.sStrict = StrictFault(account);
+  if (!account.bOutputWritten && !tally.bGaveUp) return;
+  account.tables.assign(1, table);
+  if (options_.bStrict) account.sStrict = StrictFault(account);
 }
 
 }  // namespace quillon

@@ -86,7 +86,8 @@ std::vector<bool> TakenCharacters(const std::vector<PreviewColumn>& columns) {
 
 }  // namespace
 
-clsRowMeasure::clsRowMeasure(const std::vector<PreviewColumn>& columns) : measure_(PlacesOf(columns)) {}
+clsRowMeasure::clsRowMeasure(const std::vector<PreviewColumn>& columns, clsCutMeasure::Touching touching)
+    : measure_(PlacesOf(columns), touching) {}
 
 void clsRowMeasure::Measure(PreviewRow& row, ReportPreview& preview) {
   const CharacterLoss& loss = measure_.Text(row.sText, row.lLine);

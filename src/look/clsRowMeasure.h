@@ -13,7 +13,8 @@ namespace quillon {
 /// Finds out what the columns of a cut lose of rows, as a run does.
 class clsRowMeasure {
  public:
-  explicit clsRowMeasure(const std::vector<PreviewColumn>& columns);
+  explicit clsRowMeasure(const std::vector<PreviewColumn>& columns,
+                         clsCutMeasure::Touching touching = clsCutMeasure::Touching::IsCut);
   /// Fills all of the row but its line and cells from its text, and counts it. Bars and labels between the columns are
   /// left out of a row, but no loss of all rows.
   void Measure(PreviewRow& row, ReportPreview& preview);

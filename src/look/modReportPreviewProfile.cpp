@@ -86,7 +86,7 @@ ReportPreview PreviewByColumns(const PreviewRequest& request, const ProfileCut& 
   const CutPlan plan = MakeCutPlan(EngineColumns(cut), cut.start.nColumn, reader.CodePage());
   TakeColumns(plan, preview);
   clsRowCutter cutter(plan, reader.CodePage());
-  clsRowMeasure measure(preview.columns);
+  clsRowMeasure measure(preview.columns, clsCutMeasure::Touching::IsNone);
   preview.lTable = preview.lTables = 1;
   preview.lFirstLine = cut.start.nRow;
   reader.SkipRows(cut.start.nRow - 1);

@@ -13,7 +13,6 @@
 #include "modCharacterList.h"
 #include "modEventLoop.h"
 #include "modExcelLink.h"
-#include "modNumbers.h"
 #include "modPaths.h"
 #include "modReportChange.h"
 #include "modSettings.h"
@@ -41,7 +40,6 @@ class clsCutRows {
     cutter_.Cut(sRow);
     return sink_.PutRow({cutter_.Fields(), &page_});
   }
-  int64_t CharsBehind() const { return cutter_.CharsBehind(); }
 
  private:
   clsRowSink& sink_;
@@ -133,26 +131,29 @@ EngineResult clsCellwright::Convert(Reader& reader, const clsCodePage& page) {
 
 /// Row by row from the start cell on. False if the sink refused one or the input failed or changed.
 template <typename Reader, typename Sink>
-bool clsCellwright::PumpRows(Reader& reader, Sink& sink) {
+bool clsCellwright::PumpRows(Reader& reader, Sink& sink, const CutPlan& plan, const clsCodePage& page) {
+  const int64_t nWidth = plan.edges.back();
+  const auto goesOn = [nWidth](std::string_view sRow) {
+    return static_cast<int64_t>(sRow.size()) > nWidth &&
+           sRow.find_first_not_of(' ', static_cast<size_t>(nWidth)) != std::string_view::npos;
+  };
   const int64_t nSkipped = reader.SkipRows(start_.nRow - 1);
   constexpr int64_t kProgressEvery = 1024;
   bool bTaken = true;
   for (std::string_view sRow; bTaken && reader.ReadRow(sRow);) {
     bTaken = sink.PutRow(sRow);
+    if (pBehind_ != nullptr && goesOn(sRow)) pBehind_->Row(reader.RowNumber(), sRow, page, nWidth);
     const bool bTell = reader.RowNumber() % kProgressEvery == 0 && progress_;
     if (bTell) progress_(reader.RowNumber(), reader.BytesDone(), reader.BytesTotal());
   }
   account_.lRowsRead = reader.RowNumber();
   account_.lRowsWritten = account_.lRowsRead - nSkipped;
-  account_.lCharsBehind = sink.CharsBehind();
   account_.lCharsReplaced = ReplacedBy(reader);
   inputFailure_ = reader.LastFailure();
   if (!inputFailure_.Failed()) inputFailure_ = ReportChange(options_.sInputFile, report_);
-  if (!inputFailure_.Failed() && options_.bGiveUpOnLoss && account_.lCharsBehind > 0) {
-    inputFailure_ = OwnFailure(
-        options_.sInputFile, CountedText(account_.lCharsBehind, "character", "characters") + " behind the last column");
-  }
-  return bTaken && !inputFailure_.Failed();
+  account_.bGaveUp =
+      bTaken && !inputFailure_.Failed() && pBehind_ != nullptr && !pBehind_->RowsEnd(account_.lRowsWritten);
+  return bTaken && !inputFailure_.Failed() && !account_.bGaveUp;
 }
 
 CsvRules clsCellwright::RulesFor(const clsCodePage& pageOut) const {
@@ -184,7 +185,7 @@ EngineResult clsCellwright::ToCsv(Reader& reader, const CutPlan& plan, const cls
   if (!file.Open(options_.sOutputFile, failure)) return FailOutput(failure);
   if (bUtf8) file.Write(kUtf8Bom);
   clsCsvSink sink(file, plan, RulesFor(*pPageOut), page, *pPageOut, {.bSafe = options_.bSafeCsv});
-  if (!PumpRows(reader, sink)) return FailRows(inputFailure_);
+  if (!PumpRows(reader, sink, plan, page)) return FailRows(inputFailure_);
   account_.lCharsLost = sink.CharsLost();
   return file.Commit(failure) ? EngineResult::Done : FailOutput(failure);
 }
@@ -225,7 +226,7 @@ EngineResult clsCellwright::ToSheet(Reader& reader, const CutPlan& plan, const c
   };
   clsSheetRowSink sink(*pWorkbook, {.bWriteEmpty = false, .lMostRows = bXls ? kMaxXlsRows : kMaxSheetRows}, refused);
   clsCutRows rows(sink, plan, page);
-  if (!PumpRows(reader, rows)) {
+  if (!PumpRows(reader, rows, plan, page)) {
     if (sRefusal.empty()) return FailRows(inputFailure_);
     account_.lCellsFailed = 1;
     account_.lRowsWritten = 0;

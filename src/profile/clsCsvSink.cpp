@@ -21,7 +21,6 @@ clsCsvSink::clsCsvSink(clsOutputFile& file, const CutPlan& plan, const CsvRules&
       pageIn_(pageIn),
       cutter_(plan, pageIn),
       rows_(file, WithSafety(rules, options.bSafe), pageOut),
-      nWidth_(plan.edges.back()),
       bSameBytes_(&pageIn == &pageOut) {
   if (options.bQuick && !options.bSafe && clsFastCsv::Serves(rules)) fast_.emplace(plan, rules);
 }
@@ -32,7 +31,6 @@ bool clsCsvSink::PutRow(std::string_view sRow) {
       ((bSameBytes_ && pageIn_.IsSingleByte()) || IsAscii(sRow))) {
     char* const pOut = file_.Reserve(fast_->RoomFor(sRow.size()));
     file_.Used(static_cast<size_t>(fast_->PutRow(sRow, pOut) - pOut));
-    if (static_cast<int64_t>(sRow.size()) > nWidth_) cutter_.AddBehind(sRow.substr(static_cast<size_t>(nWidth_)));
     return true;
   }
   cutter_.Cut(sRow);

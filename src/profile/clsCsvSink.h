@@ -25,7 +25,6 @@ class clsCsvSink {
   bool PutRow(std::string_view sRow);
   /// Characters that the output's code page lacks, each of which became "?".
   int64_t CharsLost() const { return rows_.CharsLost(); }
-  int64_t CharsBehind() const { return cutter_.CharsBehind(); }
 
  private:
   clsOutputFile& file_;
@@ -33,7 +32,6 @@ class clsCsvSink {
   clsRowCutter cutter_;
   clsCsvRowSink rows_;
   std::optional<clsFastCsv> fast_;
-  int64_t nWidth_;  ///< Characters up to the end of the last column
   bool bSameBytes_;
 };
 

@@ -31,11 +31,6 @@ void clsRowCutter::Cut(std::string_view sRow) {
   }
 }
 
-void clsRowCutter::AddBehind(std::string_view sRest) {
-  const auto lAll = static_cast<int64_t>(bBytes_ ? sRest.size() : CharCount(sRest));
-  lBehind_ += lAll - std::count(sRest.begin(), sRest.end(), ' ');
-}
-
 void clsRowCutter::CutBytes(std::string_view sRow) {
   const auto nRow = static_cast<int64_t>(sRow.size());
   for (size_t i = 0; i < fields_.size(); ++i) {
@@ -45,7 +40,6 @@ void clsRowCutter::CutBytes(std::string_view sRow) {
     fields_[i] =
         TrimPad(sRow.substr(static_cast<size_t>(nStart), static_cast<size_t>(nCount)), column.side, column.sPad);
   }
-  if (nRow > plan_.edges.back()) AddBehind(sRow.substr(static_cast<size_t>(plan_.edges.back())));
 }
 
 void clsRowCutter::CutChars(std::string_view sRow) {
@@ -56,7 +50,6 @@ void clsRowCutter::CutChars(std::string_view sRow) {
     const size_t nStart = offsets_[column.nInput];
     fields_[i] = TrimPad(sRow.substr(nStart, offsets_[column.nInput + 1] - nStart), column.side, column.sPad);
   }
-  AddBehind(sRow.substr(std::min(offsets_.back(), sRow.size())));
 }
 
 }  // namespace quillon

@@ -18,10 +18,6 @@ class clsRowCutter {
   void Cut(std::string_view sRow);
   /// The fields of the last row in output order, trimmed: views into the row. A row that ends early gives empty ones.
   const std::vector<std::string_view>& Fields() const { return fields_; }
-  /// Characters of all rows so far, other than blanks, that stood behind the last column.
-  int64_t CharsBehind() const { return lBehind_; }
-  /// Adds what stands behind the last column of a row.
-  void AddBehind(std::string_view sRest);
 
  private:
   void CutBytes(std::string_view sRow);
@@ -31,7 +27,6 @@ class clsRowCutter {
   bool bBytes_;
   std::vector<std::string_view> fields_;
   std::vector<size_t> offsets_;  ///< Byte offsets of the plan's edges in the row, for UTF-8
-  int64_t lBehind_ = 0;
 };
 
 /// The value without the pad characters on one side.

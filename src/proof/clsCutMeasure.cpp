@@ -74,7 +74,7 @@ void CharacterLoss::Add(const CharacterLoss& other) {
   if (lFirstLine == 0 || (other.lFirstLine > 0 && other.lFirstLine < lFirstLine)) lFirstLine = other.lFirstLine;
 }
 
-clsCutMeasure::clsCutMeasure(std::span<const TidyPlace> places) {
+clsCutMeasure::clsCutMeasure(std::span<const TidyPlace> places, Touching touching) {
   std::vector<TidyPlace> taken;
   for (const TidyPlace& place : places) {
     const int32_t nEnd = place.nEnd > 0 ? place.nEnd : kEndless;
@@ -87,6 +87,7 @@ clsCutMeasure::clsCutMeasure(std::span<const TidyPlace> places) {
   edges_.erase(std::unique(edges_.begin(), edges_.end()), edges_.end());
   std::sort(taken.begin(), taken.end(), [](const auto& a, const auto& b) { return a.nStart < b.nStart; });
   for (const TidyPlace& place : taken) {
+    if (touching == Touching::IsNone && place.nStart == nLast_ + 1 && nLast_ > 0) touching_.push_back(nLast_);
     if (place.nStart > nLast_ + 1) gaps_.push_back({nLast_ + 1, place.nStart - 1});
     nLast_ = std::max(nLast_, place.nEnd);
   }
@@ -136,7 +137,9 @@ void clsCutMeasure::Measure(const Row& row, int64_t lLine) {
     for (size_t i = 0; i < nSize && !bValue; ++i) bValue = IsOfValue(row.At(i));
     if (!bValue) cuts_.clear();
   }
-  row_.lCuts = static_cast<int64_t>(cuts_.size());
+  row_.lCuts = std::count_if(cuts_.begin(), cuts_.end(), [&](int32_t nEdge) {
+    return !std::binary_search(touching_.begin(), touching_.end(), nEdge);
+  });
   if (!row_.Any()) return;
   row_.lFirstLine = lLine;
   lCuts_ += row_.lCuts;

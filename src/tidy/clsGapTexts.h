@@ -25,6 +25,8 @@ class clsGapTexts {
   void Take(size_t nGap, GapSide side, std::string_view sText, int64_t lCharacters, char cBefore, char cBehind,
             int64_t lLine);
   void RowEnds() { ++lRows_; }
+  /// Rows that hold nothing in any gap.
+  void RowsEnd(int64_t lRows) { lRows_ += lRows; }
 
   /// What is lost, and what is the same in every row.
   void Settle(GapCharacters& lost, GapCharacters& same) const;

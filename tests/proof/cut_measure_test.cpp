@@ -42,5 +42,24 @@ TEST(CutMeasure, TouchingAndOpenColumnsAreCutAtTheirEdgesAlone) {
   EXPECT_EQ(Lost(measure, "ab def-"), "0 1 0 1");
 }
 
+TEST(CutMeasure, WhereColumnsMayTouchOnlyTheirOuterEdgesCut) {
+  const std::vector<TidyPlace> places{{1, 3}, {4, 6}};
+  clsCutMeasure measure(places, clsCutMeasure::Touching::IsNone);
+  EXPECT_EQ(Lost(measure, "abcdef"), "0 0 0 0");
+  EXPECT_EQ(measure.Cuts(), std::vector<int32_t>{3}) << "who marks them hears of it";
+  EXPECT_EQ(Lost(measure, "abcdefg"), "0 0 1 1");
+  EXPECT_EQ(measure.Loss().lCuts, 1);
+}
+
+TEST(CutMeasure, RowsThatTheColumnsHoldCountForWhatIsTheSameInEveryRow) {
+  const std::vector<TidyPlace> places{{1, 3}};
+  clsCutMeasure measure(places);
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(Lost(measure, "abc |"), "0 0 1 0");
+  measure.RowsWithin(1);
+  EXPECT_FALSE(measure.Loss().Any());
+  measure.RowsWithin(1);
+  EXPECT_EQ(measure.Loss().lBehind, 3);
+}
+
 }  // namespace
 }  // namespace quillon
