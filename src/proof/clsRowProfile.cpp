@@ -56,6 +56,7 @@ clsRowProfile::Kind clsRowProfile::KindOf(std::string_view sCell, const ProofCol
 clsRowProfile::clsRowProfile(std::vector<ProofColumn> columns, std::optional<clsTidyCutter> cutter)
     : columns_(std::move(columns)), cutter_(std::move(cutter)), counts_(columns_.size()) {
   for (const ProofColumn& column : columns_) {
+    if (column.nStart > 0) nFront_ = nFront_ == 0 ? column.nStart : std::min(nFront_, column.nStart);
     const bool bOpen = column.nEnd < 1 && (column.nStart > 0 || cutter_);
     nWidth_ = bOpen ? std::numeric_limits<size_t>::max() : std::max(nWidth_, static_cast<size_t>(column.nEnd));
     gapBehind_.push_back(
@@ -63,6 +64,10 @@ clsRowProfile::clsRowProfile(std::vector<ProofColumn> columns, std::optional<cls
           return other.nStart > 0 && other.nStart <= column.nEnd + 1 && (other.nEnd == 0 || other.nEnd > column.nEnd);
         }));
   }
+}
+
+std::string_view clsRowProfile::FrontOf(std::string_view sLine) const {
+  return nFront_ > 1 && !cutter_ ? TrimBlanks(MidChars(sLine, 1, nFront_ - 1)) : std::string_view();
 }
 
 /// A word goes on behind the column's end.
@@ -90,6 +95,8 @@ void clsRowProfile::Row(std::string_view sLine) {
   if (lRows_++ >= kAllOfFirst && lRows_ % kThenEach != 0) return;
   const int64_t lWords = WordsOf(sLine, nWidth_, std::numeric_limits<int64_t>::max());
   lLeastWords_ = lLooked_++ == 0 ? lWords : std::min(lLeastWords_, lWords);
+  if (lLooked_ == 1) sFront_ = FrontOf(sLine);
+  bSameFront_ = bSameFront_ && FrontOf(sLine) == sFront_;
   KindsOf(sLine, kinds_);
   for (size_t i = 0; i < kinds_.size(); ++i) ++counts_[i][kinds_[i]];
 }
@@ -120,9 +127,11 @@ bool clsRowProfile::IsWeak() const {
 
 bool clsRowProfile::Fits(std::string_view sLine, Demand demand) const {
   // One long word that happens to be cut at the columns is no row of many values.
-  const int64_t lNeeded = (lLeastWords_ * kMostParts + kParts - 1) / kParts;
-  if (WordsOf(sLine, nWidth_, lNeeded) < lNeeded) return false;
   KindsOf(sLine, kinds_);
+  const auto lFilled = static_cast<int64_t>(kinds_.size()) - std::count(kinds_.begin(), kinds_.end(), Empty);
+  const int64_t lNeeded = std::min(lFilled, (lLeastWords_ * kMostParts + kParts - 1) / kParts);
+  if (WordsOf(sLine, nWidth_, lNeeded) < lNeeded) return false;
+  if (demand == Demand::All && bSameFront_ && lLooked_ > 1 && FrontOf(sLine) != sFront_) return false;
   if (lUsualOf_ != lLooked_) FindUsualKinds();
   int64_t lUsual = 0;
   int64_t lFits = 0;

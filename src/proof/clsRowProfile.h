@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -29,7 +30,7 @@ class clsRowProfile {
   bool IsWeak() const;
   /// The same, and the others are empty.
   bool HoldsNothingElse(std::string_view sLine) const { return Fits(sLine, Demand::NothingElse); }
-  /// The same of all of these columns.
+  /// The same of all of these columns, behind the label that all rows have in front, if they have one.
   bool IsLikeRow(std::string_view sLine) const { return Fits(sLine, Demand::All); }
   const std::vector<ProofColumn>& Columns() const { return columns_; }
 
@@ -44,12 +45,17 @@ class clsRowProfile {
   /// The kinds of a line's cells, by column.
   void KindsOf(std::string_view sLine, std::vector<Kind>& kinds) const;
   static Kind KindOf(std::string_view sCell, const ProofColumn& column);
+  /// What stands in front of all columns: a label, as forms have them.
+  std::string_view FrontOf(std::string_view sLine) const;
   bool IsCut(std::string_view sLine, size_t nColumn) const;
   /// What the column usually holds; Empty if rows don't usually fill it.
   Kind UsualKind(size_t nColumn) const;
   void FindUsualKinds() const;
 
   std::vector<ProofColumn> columns_;
+  int32_t nFront_ = 0;           ///< Where the first column begins
+  std::string sFront_;           ///< What the first row has in front of it,
+  bool bSameFront_ = true;       ///< and all others have, too
   size_t nWidth_ = 0;            ///< Characters up to the end of the last column
   std::vector<bool> gapBehind_;  ///< By column: no other one begins right behind it
   std::optional<clsTidyCutter> cutter_;

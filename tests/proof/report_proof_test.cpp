@@ -87,6 +87,28 @@ TEST(ReportProof, AHeadingIsNoRowWhereItsColumnsHoldOtherThings) {
   EXPECT_EQ(proof.lLikeRows, 1);
 }
 
+TEST(ReportProof, AFurtherLineOfAFormHasAnotherLabelThanItsRows) {
+  std::string sForms;
+  for (const char* sNo : {"41", "42", "43"}) sForms += std::string("ITEM: ") + sNo + "  WHO: Ann\nCOST: 17  PAY: Due\n";
+  const std::string sRecipe =
+      "[Table 1]\nLike=ITEM:\nPlaces=7-8 16-\nNames=Item|Who\nTypes=A-B text\n[Line 1.2]\nPlaces=7-8 "
+      "16-\nNames=Cost|Paid\n";
+  EXPECT_EQ(Proof(sForms, sRecipe).lMeantLikeRows, 0);
+  // The second of two rows is no further line.
+  EXPECT_GT(Proof(Changed(sForms, "COST: 17  PAY: Due", "ITEM: 44  WHO: Bob"), sRecipe).lMeantLikeRows, 0);
+}
+
+TEST(ReportProof, ADroppedRowMayHaveFewerWordsThanTheOthers) {
+  const std::string sRecipe =
+      "[Table 1]\nNeeds=B digits, C number\nFill=A\nPlaces=1-8 10-13 15-20 22-27\nNames=Who|No|Credit|Subtotal\n"
+      "Types=A-B text, C-D number\nDrop=0003\n";
+  const ReportProof proof = Proof(
+      "Ann      0001   1.00   1.00\nBob      0002   2.00\n         0003   7.50\n         0004   4.00   9.00\n"
+      "Cy       0005   5.00\n         0006   6.00   6.00\n",
+      sRecipe);
+  EXPECT_EQ(proof.lMeantLikeRows, 1);
+}
+
 TEST(ReportProof, ANumberThatReachesIntoTheNextColumnTookItsValue) {
   const std::string sRecipe =
       "[Table 1]\nNeeds=A digits\nPlaces=1-4 6-8 12-15\nNames=No|Fees|Gross\nTypes=A text, B-C number /100\n";
