@@ -75,6 +75,7 @@ bool clsColumnJoiner::AreOne(const ColumnPart& left, const ColumnPart& right) co
   const bool bLabel = right.lLast < facts_.lEquals;
   if (facts_.bByMarks || bLabel) return !IsParted(left, right);
   if (HaveOwnNames(left, right)) return false;
+  if (IsPhone(left, right)) return true;
   return AreOneColumn(left, right) || IsTailOf(right, left) || Alternate(left, right) || IsOnePiece(left, right) ||
          HaveOneName(left, right);
 }
@@ -182,6 +183,17 @@ bool clsColumnJoiner::HaveOneName(const ColumnPart& left, const ColumnPart& righ
   return bOver && !(left.IsNumber() && IsNamedBesides(left, right));
 }
 
+/// "(607) 555-6291": three digits in parentheses and seven with a dash.
+bool clsColumnJoiner::IsPhone(const ColumnPart& left, const ColumnPart& right) const {
+  if (right.lFirst - left.lLast != 2 || left.dFilled < kAll || right.dFilled < kAll) return false;
+  return std::all_of(rows_.begin(), rows_.end(), [&](size_t n) {
+    const std::u32string_view sArea = CellAt(report_.Lines()[n].sText, left.lFirst, left.lLast);
+    const std::u32string_view sRest = CellAt(report_.Lines()[n].sText, right.lFirst, right.lLast);
+    return sArea.size() == 5 && sArea.front() == U'(' && sArea.back() == U')' && DigitsFrom(sArea, 1) == 3 &&
+           DigitsFrom(sRest, 0) == 3 && sRest.size() >= 8 && sRest[3] == U'-' && DigitsFrom(sRest, 4) == 4;
+  });
+}
+
 /// "NET 30" under TERMS: whole numbers at one edge behind texts, with no name of their own.
 bool clsColumnJoiner::IsNumberOfText(const ColumnPart& left, const ColumnPart& right) const {
   if (left.IsNumber() || left.dFilled < kAll || left.dEnd < kAll || right.dStart < kAll ||
@@ -213,6 +225,7 @@ bool clsColumnJoiner::Alternate(const ColumnPart& left, const ColumnPart& right)
   constexpr double kMost = 0.85;
   if (right.lFirst - left.lLast > kNear) return false;
   if (left.dFilled + right.dFilled < kMost || left.dFilled + right.dFilled > 1) return false;
+  if (IsNamedBesides(left, right) && IsNamedBesides(right, left)) return false;
   size_t nTurns = 0;
   bool bLeft = false;
   for (const size_t n : rows_) {

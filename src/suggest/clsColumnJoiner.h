@@ -35,6 +35,7 @@ class clsColumnJoiner {
   bool IsOnePiece(const ColumnPart& left, const ColumnPart& right) const;
   bool HaveOneName(const ColumnPart& left, const ColumnPart& right) const;
   bool IsNumberOfText(const ColumnPart& left, const ColumnPart& right) const;
+  bool IsPhone(const ColumnPart& left, const ColumnPart& right) const;
   bool HaveOwnNames(const ColumnPart& left, const ColumnPart& right) const;
   bool AreThousands(const ColumnPart& left, const ColumnPart& right) const;
   bool IsSignBehind(const std::vector<ColumnPart>& parts, size_t i) const;

@@ -216,7 +216,7 @@ bool clsHeadingCandidates::FindEndOfShape(HeadingCandidate& candidate) const {
   for (size_t n = candidate.hits.front().nLine; n <= rows_.back(); ++n) {
     const SampleLine& line = report_.Lines()[n];
     if (line.IsBlank() || line.bDrawn || hits.contains(n) || !ShapeFits(candidate, line)) continue;
-    if (owners_.tables[n] == 0 && !owners_.names[n]) continue;
+    if (owners_.tables[n] == 0 && !owners_.names[n] && !SaysTotal(line.sText)) continue;
     lShortest = std::min(lShortest, static_cast<int32_t>(line.sText.size()));
   }
   if (lShortest == INT32_MAX) return true;

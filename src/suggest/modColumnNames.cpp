@@ -105,6 +105,15 @@ bool HasLabels(const SampleLine& line) {
   return nLabels > 0 && nLabels * 2 <= pieces.size() + 1 && nLabels < pieces.size();
 }
 
+/// 31-60 days.
+bool IsRange(std::u32string_view sWord) {
+  constexpr size_t kMost = 3;
+  const size_t nDash = sWord.find(U'-');
+  if (nDash == std::u32string_view::npos || nDash == 0 || nDash > kMost || sWord.size() - nDash > kMost + 1)
+    return false;
+  return std::count_if(sWord.begin(), sWord.end(), IsDigitPlace) + 1 == static_cast<ptrdiff_t>(sWord.size());
+}
+
 /// "EC= .0768  QR= 2.5564", "Faktura nr: F 1234": labels with their values.
 bool HasValues(const SampleLine& line) {
   if (HasLabels(line)) return true;
@@ -118,7 +127,7 @@ bool HasValues(const SampleLine& line) {
   for (const LineMark& mark : line.marks) {
     const std::u32string_view sWord = TextOf(line, {mark.lStart, mark.lEnd});
     if (IsDateText(sWord)) return true;
-    nFigures += HoldsFigure(sWord) ? 1U : 0U;
+    nFigures += HoldsFigure(sWord) && !IsRange(sWord) ? 1U : 0U;
   }
   return nLabels * 3 > line.marks.size() || (nLabels > 0 && line.marks.size() < 6) || nFigures * 3 > line.marks.size();
 }
@@ -168,7 +177,12 @@ bool MayBeHeading(const SampleLine& line, const clsTableShape& shape) {
       line.marks.begin(), line.marks.end(), [](const LineMark& mark) { return mark.kind == MarkKind::Number; }));
   const bool bLetter = std::any_of(line.sText.begin(), line.sText.end(), IsLetterPlace);
   if (!bLetter || nNumbers * 2 > line.marks.size() || HasFiguresOverFigures(line, shape.Columns())) return false;
-  if (HasValues(line) || (nNumbers > 0 && (SaysTotal(line.sText) || SaysPage(line.sText)))) return false;
+  // OVER 90 and TOTAL may be names; an amount is none.
+  const bool bAmount = std::any_of(line.marks.begin(), line.marks.end(), [](const LineMark& mark) {
+    constexpr int32_t kShort = 3;
+    return mark.kind == MarkKind::Number && mark.lEnd - mark.lStart >= kShort;
+  });
+  if (HasValues(line) || (bAmount && SaysTotal(line.sText)) || (nNumbers > 0 && SaysPage(line.sText))) return false;
   const std::vector<Piece> words = PiecesOf(line, 1);
   const std::vector<Piece> pieces = PiecesOf(line, 2);
   if ((pieces.size() < 2 || pieces.size() * 2 < std::min(words.size(), shape.Columns().size())) &&
@@ -202,7 +216,8 @@ std::vector<size_t> HeadingLines(const clsReportSample& report, const clsTableSh
     if (found.empty() && lines[n].bDrawn && AreNamesInOrder(line, shape.Columns())) return {n - 1};
     if (!MayBeHeading(line, shape) && !(MayGoAbove(line) && !found.empty())) {
       // Names may stand above a short line, such as a unit or the title of the first group.
-      if (found.empty() && ++nPassed <= kMostPassed && (line.marks.size() <= 4 || HasValues(line))) continue;
+      const bool bTitle = n == nRow && n > 1 && (lines[n - 2].IsBlank() || lines[n - 2].bDrawn);
+      if (found.empty() && ++nPassed <= kMostPassed && (line.marks.size() <= 4 || HasValues(line) || bTitle)) continue;
       break;
     }
     found.insert(found.begin(), n - 1);

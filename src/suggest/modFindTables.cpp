@@ -12,6 +12,7 @@
 #include "modGroupHeadings.h"
 #include "modGroupTitles.h"
 #include "modMendTables.h"
+#include "modNamesByKind.h"
 #include "modRecordsByLabel.h"
 #include "modRowClusters.h"
 #include "modRowKinds.h"
@@ -71,6 +72,7 @@ class clsTableFinder {
     }
     MendTables();
     for (FoundTable& table : tables_) {
+      table.namesByKind = NamesByKind(report_, table);
       table.lFirstLine = static_cast<int64_t>(table.rows.front()) + 1;
       table.lLastLine = static_cast<int64_t>(table.rows.back()) + 1;
     }

@@ -20,6 +20,7 @@ struct FoundTable {
   bool bRecords = false;                  ///< Records of several lines with labels; its rows tell no edges
   bool bDoubtful = false;                 ///< May be a list of labels or a side note
   bool bChosen = true;                    ///< Part of the recipe; others are comments in it
+  std::vector<std::string> namesByKind;   ///< By column, for a recipe to call those that have no name in the report
   std::vector<TidyPart> otherHeadings;    ///< Headings that weren't chosen
   int64_t lRows = 0;                      ///< Rows in all of the report
   int64_t lPages = 0;                     ///< Pages, by form feeds, that have rows of it

@@ -84,4 +84,27 @@ bool AreTitlesOf(const clsReportSample& report, std::span<const size_t> lines, s
          followed.nRows * 3 >= titles.size();
 }
 
+namespace {
+
+bool HasDecimals(const SampleLine& line) {
+  return std::any_of(line.marks.begin(), line.marks.end(),
+                     [](const LineMark& mark) { return mark.kind == MarkKind::Number && mark.lPoint < mark.lFigure; });
+}
+
+}  // namespace
+
+std::vector<size_t> TitlesAmong(const clsReportSample& report, std::span<const size_t> lines) {
+  std::vector<size_t> titles;
+  size_t nInFront = 0;
+  for (size_t i = 0; i < lines.size(); ++i) {
+    if (HasDecimals(report.Lines()[lines[i]])) continue;
+    titles.push_back(lines[i]);
+    const bool bBehindRow = i > 0 && lines[i - 1] + 1 == lines[i] && HasDecimals(report.Lines()[lines[i - 1]]);
+    const bool bAboveRow = i + 1 < lines.size() && HasDecimals(report.Lines()[lines[i + 1]]);
+    nInFront += !bBehindRow && bAboveRow ? 1U : 0U;
+  }
+  if (titles.size() < 2 || titles.size() * 2 > lines.size() || nInFront * 10 < titles.size() * 9) return {};
+  return titles;
+}
+
 }  // namespace quillon

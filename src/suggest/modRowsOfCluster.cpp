@@ -4,6 +4,7 @@
 #include <map>
 
 #include "clsTableShape.h"
+#include "modGroupTitles.h"
 #include "modRowKinds.h"
 
 namespace quillon {
@@ -21,6 +22,8 @@ class clsClusterRows {
     std::vector<size_t> totals;
     for (const size_t n : lines) (IsLikeTotal(report_.Lines()[n].sText) ? totals : rows).push_back(n);
     DropWords(rows);
+    const std::vector<size_t> titles = TitlesAmong(report_, rows);
+    std::erase_if(rows, [&](size_t n) { return std::binary_search(titles.begin(), titles.end(), n); });
     if (rows.size() < 2) return {};
     DropNames(rows);
     constexpr int32_t kRounds = 5;
@@ -34,16 +37,31 @@ class clsClusterRows {
     const clsTableShape shape(report_, rows);
     const std::vector<ColumnKinds> kinds = KindsOfRows(report_, shape, rows);
     std::vector<size_t> kept = RowsOfKinds(report_, shape, kinds, totals);
+    if (BeginsWithFigures(kinds)) std::erase_if(kept, [&](size_t n) { return !HasFigureFirst(shape, n); });
     if (!IsIndented(shape, rows)) std::erase_if(kept, [&](size_t n) { return !HasOtherTexts(shape, kinds, n); });
     rows.insert(rows.end(), kept.begin(), kept.end());
     std::sort(rows.begin(), rows.end());
     return rows;
   }
 
-  /// "** REP 15      175.00"
+  /// "** REP 15      175.00", "Average:   7.12", "ENDING BALANCE   2,011.07"
   static bool IsLikeTotal(std::u32string_view sText) {
     sText = TrimPlaces(sText);
-    return SaysTotal(sText) || sText.starts_with(U"**");
+    std::u32string sLow(sText);
+    for (char32_t& ch : sLow) ch = ch >= U'A' && ch <= U'Z' ? ch | 0x20U : ch;
+    return SaysTotal(sText) || sText.starts_with(U"**") || sLow.starts_with(U"average") ||
+           (!sText.empty() && !IsDigitPlace(sText.front()) && sLow.find(U"balance") != std::u32string::npos);
+  }
+
+  /// Dates, times, numbers in the first column.
+  static bool BeginsWithFigures(const std::vector<ColumnKinds>& kinds) {
+    return kinds.front().nFigures * 10 >= kinds.front().nRows * 9;
+  }
+
+  bool HasFigureFirst(const clsTableShape& shape, size_t n) const {
+    std::vector<std::u32string_view> cells;
+    shape.Cut(report_.Lines()[n].sText, cells);
+    return cells.front().empty() || std::any_of(cells.front().begin(), cells.front().end(), IsDigitPlace);
   }
 
   /// A sign in place of a figure, not between words.

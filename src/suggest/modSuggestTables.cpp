@@ -101,7 +101,9 @@ std::string TableText(const FoundTable& table, size_t nSuggestion, size_t nTable
   sText += ".\n";
   if (table.lMissing > 0) sText += fmt::format("; {} lines that look like its rows are not taken.\n", table.lMissing);
   if (table.lStrangers > 0) sText += fmt::format("; {} lines are taken that may be no rows.\n", table.lStrangers);
-  const std::string sSections = RecipeOfTable(table.tidy, nTable);
+  TidyTable named = table.tidy;
+  named.row.names = table.namesByKind;
+  const std::string sSections = RecipeOfTable(named, nTable);
   sText += table.bChosen ? sSections : SwitchedOff(sSections);
   for (size_t k = 0; table.bChosen && k < table.otherHeadings.size(); ++k) {
     sText += "; A heading that is no column.\n";

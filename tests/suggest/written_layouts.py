@@ -90,5 +90,43 @@ def units(rng):
     return text_of(lines, "", legend), [rows]
 
 
+def budget(rng):
+    """Groups on lines of their own, totals of groups whose words are many, percents in parentheses."""
+    rows, lines = [["^Group", "ACCOUNT", "DESCRIPTION", "BUDGET", "ACTUAL", "VARIANCE", "PCT"]], []
+    for group in ("REVENUES", "EXPENDITURES", "OTHER FINANCING SOURCES"):
+        lines.append(group)
+        sums = [0, 0, 0]
+        for _ in range(rng.randint(4, 8)):
+            wanted, actual = rng.randint(1000, 900000), rng.randint(0, 900000)
+            share = 100 * (wanted - actual) / wanted
+            values = [wanted, actual, wanted - actual]
+            sums = [a + b for a, b in zip(sums, values)]
+            row = [f"{rng.randint(100, 300)}-{rng.randint(4000, 5999)}-{rng.randint(0, 99):02d}", some(rng, 2).title()]
+            lines.append("{:<13} {:<24} {:>11} {:>13} {:>13} {:>8}".format(*row, *map(signed, values), f"({-share:.1f}%)" if share < 0 else f"{share:.1f}% "))
+            rows.append([group, *row, *map(str, values), f"{share:.1f}"])
+        lines += [" " * 39 + "{0:>11} {0:>13} {0:>13}".format("---------- "), f"TOTAL {group:<33}{signed(sums[0]):>11} {signed(sums[1]):>13} {signed(sums[2]):>13}", ""]
+    head = "ACCOUNT       DESCRIPTION                   BUDGET        ACTUAL      VARIANCE     PCT"
+    return text_of("                 BUDGET VS ACTUAL - GENERAL FUND", "", head, "", lines), [rows]
+
+
+def signed(value):
+    return f"({-value:,})" if value < 0 else f"{value:,} "
+
+
+def processor_load(rng):
+    """Times under no name, names with a time that come again, averages that are no rows."""
+    rows, lines = [["", "CPU", "%user", "%nice", "%system", "%idle"]], []
+    minute = 0
+    for _ in range(4):
+        lines.append(f"{minute // 60:02d}:{minute % 60:02d}:01        CPU     %user     %nice   %system     %idle")
+        for _ in range(rng.randint(6, 12)):
+            minute += 10
+            rows.append([f"{minute // 60:02d}:{minute % 60:02d}:01", "all", *(f"{rng.random() * 90:.2f}" for _ in range(4))])
+            lines.append("{}        {} {:>9} {:>9} {:>9} {:>9}".format(*rows[-1]))
+        lines += ["Average:        all " + " ".join(f"{rng.random() * 90:>9.2f}" for _ in range(4)), ""]
+    return text_of("Kernel 5.10.0 (web01)   03/14/2024", "", lines), [rows]
+
+
 LAYOUTS = {function.__name__: function for function in
-           (french_balance, german_balances, price_list, open_orders, checks_paid, sessions, units)}
+           (french_balance, german_balances, price_list, open_orders, checks_paid, sessions, units, budget,
+            processor_load)}

@@ -1,0 +1,12 @@
+#pragma once
+// Names for columns that have none in the report, by what they hold.
+
+#include "modFindTables.h"
+
+namespace quillon {
+
+/// The names of the columns; those that have none are called "Date", "Time", "Number" or "Text", with a number from the
+/// second one on, so that a heading row says where to look and the recipe what to call better.
+std::vector<std::string> NamesByKind(const clsReportSample& report, const FoundTable& table);
+
+}  // namespace quillon
