@@ -31,31 +31,37 @@ bool HoldsTimes(const clsReportSample& report, const std::vector<size_t>& rows, 
   return nTimes > 0 && nTimes == nSeen;
 }
 
-std::string KindOf(const clsReportSample& report, const FoundTable& table, size_t nColumn) {
-  const TidyPart& row = table.tidy.row;
-  const TidyType type = row.TypeOf(nColumn).type;
-  if (type == TidyType::Date) return "Date";
-  if (type == TidyType::Number) return "Number";
-  const bool bPlaces = !row.cut.places.empty() && nColumn < row.cut.places.front().size();
-  return bPlaces && HoldsTimes(report, table.rows, row.cut.places.front()[nColumn]) ? "Time" : "Text";
+std::string KindOf(const TidyPart& part, size_t nColumn) {
+  const TidyType type = part.TypeOf(nColumn).type;
+  return type == TidyType::Date ? "Date" : type == TidyType::Number ? "Number" : "Text";
+}
+
+bool IsTimeColumn(const clsReportSample& report, const FoundTable& table, size_t nColumn) {
+  const auto& places = table.tidy.row.cut.places;
+  return !places.empty() && nColumn < places.front().size() && HoldsTimes(report, table.rows, places.front()[nColumn]);
 }
 
 }  // namespace
 
-std::vector<std::string> NamesByKind(const clsReportSample& report, const FoundTable& table) {
-  const TidyPart& row = table.tidy.row;
-  std::vector<std::string> names = row.names;
-  names.resize(std::max({names.size(), row.ColumnCount(), row.types.size()}));
-  std::set<std::string> known(names.begin(), names.end());
-  known.insert(table.tidy.levelNames.begin(), table.tidy.levelNames.end());
+std::vector<std::vector<std::string>> NamesByKind(const clsReportSample& report, const FoundTable& table) {
+  std::vector<const TidyPart*> parts{&table.tidy.row};
+  for (const TidyFurtherLine& line : table.tidy.lines) parts.push_back(&line.part);
+  std::set<std::string> known(table.tidy.levelNames.begin(), table.tidy.levelNames.end());
+  for (const TidyPart* part : parts) known.insert(part->names.begin(), part->names.end());
   for (const TidyPart& heading : table.tidy.headings) known.insert(heading.names.begin(), heading.names.end());
-  for (size_t i = 0; i < names.size(); ++i) {
-    if (!names[i].empty() || row.TypeOf(i).type == TidyType::Skip) continue;
-    const std::string sKind = KindOf(report, table, i);
-    names[i] = sKind;
-    for (size_t n = 2; !known.insert(names[i]).second; ++n) names[i] = sKind + " " + std::to_string(n);
+  std::vector<std::vector<std::string>> all;
+  for (const TidyPart* part : parts) {
+    std::vector<std::string>& names = all.emplace_back(part->names);
+    names.resize(std::max({names.size(), part->ColumnCount(), part->types.size()}));
+    for (size_t i = 0; i < names.size(); ++i) {
+      if (!names[i].empty() || part->TypeOf(i).type == TidyType::Skip) continue;
+      const bool bTime = part == parts.front() && KindOf(*part, i) == "Text" && IsTimeColumn(report, table, i);
+      const std::string sKind = bTime ? "Time" : KindOf(*part, i);
+      names[i] = sKind;
+      for (size_t n = 2; !known.insert(names[i]).second; ++n) names[i] = sKind + " " + std::to_string(n);
+    }
   }
-  return names;
+  return all;
 }
 
 }  // namespace quillon

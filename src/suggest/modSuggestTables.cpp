@@ -102,7 +102,9 @@ std::string TableText(const FoundTable& table, size_t nSuggestion, size_t nTable
   if (table.lMissing > 0) sText += fmt::format("; {} lines that look like its rows are not taken.\n", table.lMissing);
   if (table.lStrangers > 0) sText += fmt::format("; {} lines are taken that may be no rows.\n", table.lStrangers);
   TidyTable named = table.tidy;
-  named.row.names = table.namesByKind;
+  if (!table.namesByKind.empty()) named.row.names = table.namesByKind.front();
+  for (size_t k = 0; k < named.lines.size() && k + 1 < table.namesByKind.size(); ++k)
+    named.lines[k].part.names = table.namesByKind[k + 1];
   const std::string sSections = RecipeOfTable(named, nTable);
   sText += table.bChosen ? sSections : SwitchedOff(sSections);
   for (size_t k = 0; table.bChosen && k < table.otherHeadings.size(); ++k) {

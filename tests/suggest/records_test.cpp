@@ -72,7 +72,7 @@ const RecordCase kSeveralLines[] = {
      "1004  Meyer, Eva       2026-03-02\n      3 Port Way            Bodo\n"
      "1005  Dietz, Max       2026-03-03\n      44 Hill Lane          Tromso\n"
      "1006  Weber, Ida       2026-03-09\n      5 Mill Yard           Hamar\n",
-     "|||||",
+     "Number|Text|Date|Text 2|Text 3|",
      {"1001|Adler, Ann|2026-01-31|12 Long Street|Oslo|", "1002|Zander, Bernd|2026-02-28|7 High Road|Bergen|",
       "1003|Li, Bo|2026-03-01|100 Station Square|Narvik|", "1004|Meyer, Eva|2026-03-02|3 Port Way|Bodo|",
       "1005|Dietz, Max|2026-03-03|44 Hill Lane|Tromso|", "1006|Weber, Ida|2026-03-09|5 Mill Yard|Hamar|"}},
@@ -122,7 +122,7 @@ const RecordCase kSideBySide[] = {
      "Su Last\n"
      "9 End Row\n"
      "9999 Nowhere\n",
-     "|||",
+     "Text|Text 2|Text 3|",
      {"Ann Adler|12 Long Street|0150 Oslo|", "Bernd Zander|7 High Road|5003 Bergen|",
       "Bo Li|1 Station Square|8514 Narvik|", "Eva Meyer|3 Port Way|8001 Bodø|", "Max Dietz|44 Hill Lane|9008 Tromsø|",
       "Ida Größe|5 Mill Yard|2315 Hamar|", "Kim Ost|1 East Row|1001 Oslo|", "Jo West|2 West Row|1002 Oslo|",
@@ -146,7 +146,7 @@ const RecordCase kSplit[] = {
      {"1|Adler, Ann|Oslo|", "20|Zander, Bernd|Bergen|", "3|Li|Narvik|", "400||Bodo|", "5|Ost|X|"}},
     {"blanks",
      "alpha 1 22.5 700\nbetagamma 100 3.25 8\nx 20 1000.5 9999\nlonger 3 4.75 10\nyy 4444 5.5 123456\nz 5 16.5 2\n",
-     "||||",
+     "Text|Number|Number 2|Number 3|",
      {"alpha|1|22.5|700|", "betagamma|100|3.25|8|", "x|20|1000.5|9999|", "longer|3|4.75|10|", "yy|4444|5.5|123456|",
       "z|5|16.5|2|"}},
 };
