@@ -58,7 +58,10 @@ class clsTableFinder {
         table.furtherLines.push_back(n);
       }
     }
+    std::vector<size_t> before;
+    for (const FoundTable& table : tables_) before.push_back(table.rows.size());
     MendTables();
+    Reshape(before);
     DropRepeated();
     MarkOwners();
     for (FoundTable& table : tables_) {
@@ -224,6 +227,37 @@ class clsTableFinder {
     return true;
   }
 
+  /// Stretches of a line that two blanks part.
+  static size_t PiecesOf(const SampleLine& line) {
+    size_t nPieces = 1;
+    for (size_t i = 1; i < line.marks.size(); ++i)
+      nPieces += line.marks[i].lStart - line.marks[i - 1].lEnd > 2 ? 1U : 0U;
+    return nPieces;
+  }
+
+  void SetColumns(const clsTableShape& shape, FoundTable& table) const {
+    table.tidy.row = TidyOfShape(report_, shape, table.rows);
+    table.tidy.fills = FilledFromAbove(report_, shape, table.rows);
+    for (const std::u32string& sName : NamesOfColumns(report_, shape, table.headingLines)) {
+      table.tidy.row.names.push_back(Utf8Of(sName));
+    }
+  }
+
+  /// Rows that a recipe takes beside those that were found may have values where those have none: columns of their own.
+  void Reshape(const std::vector<size_t>& before) {
+    for (size_t i = 0; i < tables_.size(); ++i) {
+      FoundTable& table = tables_[i];
+      const bool bGrown = table.rows.size() >= before[i] + 2;
+      if (table.bDoubtful || table.bRecords || !bGrown || table.headingLines.empty()) continue;
+      if (table.tidy.row.cut.places.size() != 1 || !table.tidy.row.likes.empty()) continue;
+      const clsTableShape shape(report_, table.rows, table.headingLines);
+      if (shape.Columns().size() <= table.tidy.row.cut.places.front().size()) continue;
+      if (shape.Columns().size() != PiecesOf(report_.Lines()[table.headingLines.back()])) continue;
+      SetColumns(shape, table);
+      KeepCodes(report_, shape, table.rows, table.tidy.row);
+    }
+  }
+
   void AddTable(const Part& part) {
     const std::vector<size_t>& rows = part.rows;
     const std::vector<size_t>& heading = part.heading;
@@ -231,12 +265,8 @@ class clsTableFinder {
     if (shape.Columns().size() < 2) return;
     FoundTable table;
     table.rows = rows;
-    table.tidy.row = TidyOfShape(report_, shape, rows);
-    table.tidy.fills = FilledFromAbove(report_, shape, rows);
     for (const size_t n : heading) table.headingLines.push_back(n);
-    for (const std::u32string& sName : NamesOfColumns(report_, shape, heading)) {
-      table.tidy.row.names.push_back(Utf8Of(sName));
-    }
+    SetColumns(shape, table);
     const std::vector<std::string>& names = table.tidy.row.names;
     const auto nNamed =
         static_cast<size_t>(std::count_if(names.begin(), names.end(), [](const std::string& s) { return !s.empty(); }));
