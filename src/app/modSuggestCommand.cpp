@@ -1,7 +1,9 @@
 // SuggestCommand of modLookCommands.
 
+#include "clsConsoleHost.h"
 #include "clsLook.h"
 #include "clsOutputFile.h"
+#include "modEventLoop.h"
 #include "modFiles.h"
 #include "modFrontDoor.h"
 #include "modLookCommands.h"
@@ -81,8 +83,19 @@ void SayWhatIsThere(const TableSuggestion& suggestion) {
 int SuggestTidy(clsLook& look, const LookRequest& request) {
   TableSuggestion suggestion;
   Failure failure;
-  const SuggestChoices choices{request.tables, request.sHeadings};
-  if (!SuggestTables(look.preview.sInput, look.preview.text, look.preview.lTabSize, choices, suggestion, failure)) {
+  clsConsoleHost host(clsConsoleHost::Voice::Mute);
+  const SuggestChoices choices{request.tables, request.sHeadings, [&](int64_t lDone, int64_t lTotal) {
+                                 host.ShowProgress({look.preview.sInput, 0, lDone, lTotal});
+                               }};
+  host.StartProgress();
+  const bool bFound =
+      SuggestTables(look.preview.sInput, look.preview.text, look.preview.lTabSize, choices, suggestion, failure);
+  host.StopProgress();
+  if (InterruptSignal() != 0) {
+    clsLook::Say("interrupted; no recipe is written");
+    return kExitInterrupted + InterruptSignal();
+  }
+  if (!bFound) {
     clsLook::Say(failure.sText);
     return kExitSomeFailed;
   }
@@ -104,8 +117,10 @@ bool MayBecomeSuggestion(const std::string& sFile) {
 }  // namespace
 
 int SuggestCommand(const LookRequest& request) {
+  CatchInterrupts();
+  const clsEventLoop stopsAtSignals([] { return InterruptSignal() == 0; });
   clsLook look(request);
-  if (!look.TakeInput()) return look.Refused();
+  if (!look.TakeInput()) return InterruptSignal() != 0 ? kExitInterrupted + InterruptSignal() : look.Refused();
   if (IsSameFile(look.preview.sInput, request.sOutput)) {
     clsLook::Say(request.sOutput + ": the recipe would replace the report");
     return kExitWrongUse;

@@ -22,8 +22,8 @@ struct SampleLine {
 /// The first lines of a report, as many as tell what its tables look like.
 class clsReportSample {
  public:
-  static constexpr size_t kMostCharacters = size_t{3} << 20;
-  static constexpr size_t kMostLines = 30000;
+  static constexpr size_t kMostCharacters = size_t{2} << 20;
+  static constexpr size_t kMostLines = 15000;
   static constexpr size_t kWidest = 2000;
 
   clsReportSample() = default;

@@ -7,23 +7,8 @@
 
 namespace quillon {
 
-bool IsBlankPlace(char32_t ch) {
-  return ch <= U' ' || ch == 0xA0 || ch == 0x7F;
-}
-bool IsDigitPlace(char32_t ch) {
-  return ch >= U'0' && ch <= U'9';
-}
-bool IsLetterPlace(char32_t ch) {
-  return (ch >= U'A' && ch <= U'Z') || (ch >= U'a' && ch <= U'z') || (ch >= 0xC0 && (ch < 0x2000 || ch > 0x2BFF));
-}
 bool IsCurrencyPlace(char32_t ch) {
   return std::u32string_view(U"$\u20AC\u00A3\u00A5").find(ch) != std::u32string_view::npos;
-}
-
-std::u32string_view TrimPlaces(std::u32string_view sText) {
-  while (!sText.empty() && IsBlankPlace(sText.front())) sText.remove_prefix(1);
-  while (!sText.empty() && IsBlankPlace(sText.back())) sText.remove_suffix(1);
-  return sText;
 }
 
 bool IsDrawn(std::u32string_view sLine) {

@@ -18,17 +18,27 @@ struct LineMark {
   bool bGoesOn = false;  ///< A word one blank behind another: most often the same text
 };
 
-bool IsBlankPlace(char32_t ch);
+constexpr bool IsBlankPlace(char32_t ch) {
+  return ch <= U' ' || ch == 0xA0 || ch == 0x7F;
+}
 /// A picture (Like=) that fits this text alone; what no value of a key may hold fits anything that isn't blank.
 std::string PictureOfText(std::u32string_view sText);
-bool IsDigitPlace(char32_t ch);
-bool IsLetterPlace(char32_t ch);
+constexpr bool IsDigitPlace(char32_t ch) {
+  return ch >= U'0' && ch <= U'9';
+}
+constexpr bool IsLetterPlace(char32_t ch) {
+  return (ch >= U'A' && ch <= U'Z') || (ch >= U'a' && ch <= U'z') || (ch >= 0xC0 && (ch < 0x2000 || ch > 0x2BFF));
+}
 bool IsCurrencyPlace(char32_t ch);
 
 /// The marks of a line, first to last.
 void FindMarks(std::u32string_view sLine, std::vector<LineMark>& marks);
 /// True for strokes only (-----, ===== ====), three of them at least.
 bool IsDrawn(std::u32string_view sLine);
-std::u32string_view TrimPlaces(std::u32string_view sText);
+constexpr std::u32string_view TrimPlaces(std::u32string_view sText) {
+  while (!sText.empty() && IsBlankPlace(sText.front())) sText.remove_prefix(1);
+  while (!sText.empty() && IsBlankPlace(sText.back())) sText.remove_suffix(1);
+  return sText;
+}
 
 }  // namespace quillon

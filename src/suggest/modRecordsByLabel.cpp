@@ -294,7 +294,16 @@ bool AttachLabelledLines(const clsReportSample& report, const std::vector<bool>&
       labels[it->second].lines.push_back(n);
     }
   }
-  std::erase_if(labels, [](const LabelLines& label) { return label.lines.size() < 2; });
+  // What stands above the first row, too, heads groups.
+  const size_t nFirst = table.rows.front();
+  const auto isHeading = [&](const LabelLines& label) {
+    constexpr size_t kNear = 4;
+    for (size_t n = nFirst; n > 0 && nFirst - n < kNear; --n) {
+      if (report.Lines()[n - 1].sText.starts_with(label.sPrefix)) return true;
+    }
+    return false;
+  };
+  std::erase_if(labels, [&](const LabelLines& label) { return label.lines.size() < 2 || isHeading(label); });
   size_t nLines = 0;
   for (const LabelLines& label : labels) nLines += label.lines.size();
   if (nLines * 3 < table.rows.size() || nOthers > nLines) return false;

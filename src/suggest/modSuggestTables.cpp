@@ -49,8 +49,8 @@ bool IsOwnSheetName(std::string_view sSheet) {
                             sSheet.substr(kOwn.size()).find_first_not_of("0123456789") == std::string_view::npos);
 }
 
-bool RunOver(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize, TableSuggestion& suggestion,
-             Failure& failure) {
+bool RunOver(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize,
+             const std::function<void(int64_t, int64_t)>& progress, TableSuggestion& suggestion, Failure& failure) {
   std::vector<FoundTable*> found;
   std::vector<TidyTable> tables;
   for (FoundTable& table : suggestion.tables) {
@@ -64,7 +64,9 @@ bool RunOver(std::string_view sInput, const TextFileOptions& options, int32_t lT
   clsSuggestAccount account(tables, std::move(found), suggestion.bStarTotals);
   clsTidyReport run(tables, account);
   std::string sHeld;
+  constexpr int64_t kBetween = 4096;
   for (std::string_view sRow; reader.ReadRow(sRow);) {
+    if (progress && reader.RowNumber() % kBetween == 0) progress(reader.BytesDone(), reader.BytesTotal());
     if (sRow.starts_with('\f')) account.PageBegins();
     if (!IsAscii(sRow)) {
       sHeld = reader.CodePage().ToUtf8(sRow);
@@ -161,7 +163,7 @@ bool SuggestTables(std::string_view sInput, const TextFileOptions& options, int3
   }
   Choose(choices, suggestion.tables);
   suggestion.NameSheets();
-  return RunOver(sInput, options, lTabSize, suggestion, failure);
+  return RunOver(sInput, options, lTabSize, choices.progress, suggestion, failure);
 }
 
 bool CountTables(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize, TableSuggestion& suggestion,
@@ -172,7 +174,7 @@ bool CountTables(std::string_view sInput, const TextFileOptions& options, int32_
     table.lRows = table.lPages = table.lFirstLine = table.lLastLine = 0;
     table.doubts.clear();
   }
-  return RunOver(sInput, options, lTabSize, suggestion, failure);
+  return RunOver(sInput, options, lTabSize, {}, suggestion, failure);
 }
 
 void TableSuggestion::NameSheets() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,6 +15,8 @@ namespace quillon {
 struct SuggestChoices {
   std::vector<int32_t> tables;    ///< Numbers of tables, from 1; none: those that leave little doubt
   std::string sHeadings = "all";  ///< "all", "none", or a text that the name of a wanted heading holds
+  /// Told now and then how many bytes of the report were read, and of how many.
+  std::function<void(int64_t, int64_t)> progress = {};
 };
 
 /// Lines that look like rows of a table and are none of it.

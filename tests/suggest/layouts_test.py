@@ -6,7 +6,10 @@
 
 import argparse
 import csv
+import os
+import pty
 import random
+import signal
 import subprocess
 import sys
 import tempfile
@@ -51,6 +54,28 @@ def check_layouts(program, folder):
     return faults
 
 
+def check_interruption(program, folder):
+    """At a terminal progress shows, and a signal ends the work without a recipe."""
+    report, recipe = folder / "long.txt", folder / "long.rcp"
+    lines = "".join(f"{10001 + i}   Item {i % 97:<6}   {i % 83:>6}.50\n" for i in range(10000))
+    report.write_text(lines * 60, encoding="utf-8")
+    shown, terminal = pty.openpty()
+    with subprocess.Popen([program, "suggest", report, "-o", recipe], stderr=terminal) as run:
+        os.close(terminal)
+        said = b""
+        while b"%" not in said and (some := os.read(shown, 4096)):
+            said += some
+        run.send_signal(signal.SIGTERM)
+        try:
+            while some := os.read(shown, 4096):
+                said += some
+        except OSError:  # The terminal's other end is closed.
+            pass
+    os.close(shown)
+    whole = run.returncode == 128 + signal.SIGTERM and not recipe.exists() and b"interrupted" in said
+    return [] if whole else [f"interrupted: status {run.returncode}, recipe {recipe.exists()}, said {said[-200:]}"]
+
+
 def check_switches(program, folder):
     """A table that wasn't wanted is there, and one sign less switches it on."""
     folder = folder / "switches"
@@ -74,7 +99,7 @@ def main():
     parser.add_argument("--program", required=True)
     program = str(Path(parser.parse_args().program).resolve())
     with tempfile.TemporaryDirectory(prefix="quillon-layouts-") as folder:
-        faults = check_layouts(program, Path(folder)) + check_switches(program, Path(folder))
+        faults = check_layouts(program, Path(folder)) + check_switches(program, Path(folder)) + check_interruption(program, Path(folder))
     print("\n".join(faults), file=sys.stderr)
     return 1 if faults else 0
 
