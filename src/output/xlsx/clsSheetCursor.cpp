@@ -14,7 +14,25 @@ std::optional<uint32_t> ParseIndex(std::string_view sText) {
   return error == std::errc() && pEnd == sText.data() + sText.size() ? std::optional(nValue) : std::nullopt;
 }
 
+namespace {
+
+/// The form in which all programs write it: letters and a number without leading zeros.
+std::optional<CellPlace> PlainCellPlace(std::string_view sText) {
+  constexpr size_t kMostLetters = 3, kMostDigits = 7;
+  CellPlace place;
+  size_t i = 0;
+  for (; i < sText.size() && i < kMostLetters && sText[i] >= 'A' && sText[i] <= 'Z'; ++i)
+    place.nColumn = place.nColumn * 26 + (sText[i] - 'A' + 1);
+  if (i == 0 || i == sText.size() || sText.size() - i > kMostDigits || sText[i] == '0') return std::nullopt;
+  for (; i < sText.size() && sText[i] >= '0' && sText[i] <= '9'; ++i) place.nRow = place.nRow * 10 + (sText[i] - '0');
+  if (i < sText.size() || place.nRow > kMaxSheetRows || place.nColumn > kMaxSheetColumns) return std::nullopt;
+  return place;
+}
+
+}  // namespace
+
 std::optional<CellPlace> ParseCellPlace(std::string_view sText) {
+  if (const auto place = PlainCellPlace(sText)) return place;
   const auto corner = ParseFormulaCorner(sText);
   if (!corner || corner->nRow == 0 || corner->nColumn == 0) return std::nullopt;
   return CellPlace{corner->nRow, corner->nColumn};

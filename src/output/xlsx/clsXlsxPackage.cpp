@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "modEventLoop.h"
 #include "modOutputMessages.h"
 #include "modSystemIo.h"
 #include "modText.h"
@@ -63,16 +62,6 @@ std::string ResolveTarget(std::string_view sPart, std::string_view sTarget) {
 }
 
 }  // namespace
-
-clsPartReader::~clsPartReader() {
-  if (pFile_ != nullptr) zip_fclose(pFile_);
-}
-
-int64_t clsPartReader::Read(char* pBuffer, size_t nBytes) {
-  constexpr size_t kMostAtOnce = size_t{1} << 20;
-  RunEvents();
-  return zip_fread(pFile_, pBuffer, std::min(nBytes, kMostAtOnce));
-}
 
 clsXlsxPackage::~clsXlsxPackage() {
   if (pZip_ != nullptr) zip_discard(pZip_);
@@ -138,8 +127,8 @@ std::optional<size_t> clsXlsxPackage::Find(std::string_view sName) const {
 }
 
 std::unique_ptr<clsPartReader> clsXlsxPackage::Read(size_t nPart, bool bPacked) const {
-  zip_file_t* const pFile = zip_fopen_index(pZip_, nPart, bPacked ? ZIP_FL_COMPRESSED : 0);
-  return pFile == nullptr ? nullptr : std::make_unique<clsPartReader>(pFile);
+  zip_file_t* const pFile = zip_fopen_index(pZip_, nPart, ZIP_FL_COMPRESSED);
+  return pFile == nullptr ? nullptr : std::make_unique<clsPartReader>(pFile, parts_[nPart], bPacked);
 }
 
 bool clsXlsxPackage::IsOwnWork() const {

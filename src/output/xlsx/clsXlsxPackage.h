@@ -9,22 +9,13 @@
 #include <unordered_map>
 #include <vector>
 
+#include "clsPartReader.h"
 #include "clsXmlScanner.h"
 #include "modFailure.h"
 
 struct zip;
-struct zip_file;
 
 namespace quillon {
-
-/// An entry of the package in its order; names as they stand, "xl/workbook.xml".
-struct PackagePart {
-  std::string sName;
-  uint64_t nSize = 0;
-  uint64_t nPacked = 0;
-  uint32_t nCrc = 0;
-  uint16_t nMethod = 0;
-};
 
 /// One relationship; the target is a part's name, or an address as it stands when external.
 struct Relationship {
@@ -32,20 +23,6 @@ struct Relationship {
   std::string sType;  ///< The last piece of its type: "worksheet"
   std::string sTarget;
   bool bExternal = false;
-};
-
-/// A stream of one part's bytes.
-class clsPartReader {
- public:
-  explicit clsPartReader(zip_file* pFile) : pFile_(pFile) {}
-  clsPartReader(const clsPartReader&) = delete;
-  clsPartReader& operator=(const clsPartReader&) = delete;
-  ~clsPartReader();
-  /// Bytes read, 0 at the end, below 0 on failure (also where the checksum at the end is wrong).
-  int64_t Read(char* pBuffer, size_t nBytes);
-
- private:
-  zip_file* pFile_;
 };
 
 /// Refuses what could do harm before any part is read: encrypted entries, other packing than deflate, too many, too

@@ -13,66 +13,9 @@ namespace {
 constexpr size_t kBlock = size_t{256} << 10;
 constexpr size_t kMaxDeclarations = 1000;  ///< Of name spaces; each name is looked up in all of them
 
-bool IsXmlBlank(char ch) {
-  return ch == ' ' || ch == '\t' || ch == '\n' || ch == '\r';
-}
 bool IsBlankText(std::string_view sText) {
   return std::all_of(sText.begin(), sText.end(), IsXmlBlank);
 }
-bool IsNameEnd(char ch) {
-  return IsXmlBlank(ch) || ch == '/' || ch == '>' || ch == '=';
-}
-
-/// One attribute of a tag, with its place in it.
-struct AttributeSpan {
-  size_t nStart = 0;  ///< Of the name
-  size_t nValue = 0;  ///< Of the value, behind its quote
-  size_t nEnd = 0;    ///< Behind the closing quote
-  std::string_view sName, sValue;
-};
-
-/// Walks the attributes of a tag.
-class clsAttributes {
- public:
-  explicit clsAttributes(std::string_view sTag) : sTag_(sTag) {
-    while (nPos_ < sTag_.size() && !IsNameEnd(sTag_[nPos_])) ++nPos_;
-  }
-  /// False at the end of the tag and where it is malformed (see Malformed).
-  bool Next(AttributeSpan& span) {
-    const size_t nBefore = nPos_;
-    while (nPos_ < sTag_.size() && IsXmlBlank(sTag_[nPos_])) ++nPos_;
-    if (sTag_.substr(nPos_) == ">" || sTag_.substr(nPos_) == "/>") return false;
-    span.nStart = nPos_;
-    while (nPos_ < sTag_.size() && !IsNameEnd(sTag_[nPos_])) ++nPos_;
-    span.sName = sTag_.substr(span.nStart, nPos_ - span.nStart);
-    while (nPos_ < sTag_.size() && IsXmlBlank(sTag_[nPos_])) ++nPos_;
-    bMalformed_ = span.nStart == nBefore || span.sName.empty() || nPos_ >= sTag_.size() || sTag_[nPos_++] != '=';
-    while (nPos_ < sTag_.size() && IsXmlBlank(sTag_[nPos_])) ++nPos_;
-    bMalformed_ = bMalformed_ || nPos_ >= sTag_.size() || (sTag_[nPos_] != '"' && sTag_[nPos_] != '\'');
-    if (bMalformed_) return false;
-    span.nValue = nPos_ + 1;
-    const size_t nClose = sTag_.find(sTag_[nPos_], span.nValue);
-    bMalformed_ = nClose == std::string_view::npos;
-    if (bMalformed_) return false;
-    span.sValue = sTag_.substr(span.nValue, nClose - span.nValue);
-    nPos_ = span.nEnd = nClose + 1;
-    return true;
-  }
-  bool Malformed() const { return bMalformed_; }
-
- private:
-  std::string_view sTag_;
-  size_t nPos_ = 1;
-  bool bMalformed_ = false;
-};
-
-std::optional<AttributeSpan> FindAttribute(std::string_view sTag, std::string_view sName) {
-  clsAttributes attributes(sTag);
-  for (AttributeSpan span; attributes.Next(span);)
-    if (span.sName == sName) return span;
-  return std::nullopt;
-}
-
 XmlSpace SpaceOfUri(std::string_view sUri) {
   if (sUri == "http://schemas.openxmlformats.org/spreadsheetml/2006/main" ||
       sUri == "http://purl.oclc.org/ooxml/spreadsheetml/main")
@@ -193,32 +136,21 @@ XmlToken clsXmlScanner::ScanMarkup() {
   return ScanTag();
 }
 
-bool clsXmlScanner::TagEnd(size_t& nBytes) {
-  char chQuote = 0;
-  for (size_t i = 1;; ++i) {
-    if (i >= window_.size() && !Fill()) return false;
-    const char ch = window_[i];
-    if (chQuote != 0) {
-      if (ch == chQuote) chQuote = 0;
-    } else if (ch == '"' || ch == '\'') {
-      chQuote = ch;
-    } else if (ch == '>') {
-      nBytes = i + 1;
-      return true;
-    }
-    if (ch == '<') return false;
+/// Reads on until the tag is whole. What was read of a cut one is read again: seldom, as a block holds many tags.
+bool clsXmlScanner::ReadTag() {
+  for (;;) {
+    const XmlTagKind kind = ReadXmlTag(window_, tag_);
+    if (kind != XmlTagKind::CutOff) return kind == XmlTagKind::Whole;
+    if (!Fill()) return false;
   }
 }
 
 XmlToken clsXmlScanner::ScanTag() {
-  size_t nBytes = 0;
-  if (!TagEnd(nBytes)) return Fail();
-  if (window_[1] == '/') return ScanEndTag(nBytes);
-  const bool bEmpty = window_[nBytes - 2] == '/';
-  if (Take(bEmpty ? XmlToken::EmptyTag : XmlToken::StartTag, nBytes) == XmlToken::Failed) return token_;
-  size_t nNameEnd = 1;
-  while (!IsNameEnd(sRaw_[nNameEnd])) ++nNameEnd;
-  sName_ = sRaw_.substr(1, nNameEnd - 1);
+  if (window_.starts_with("</")) return ScanEndTag();
+  if (!ReadTag()) return Fail();
+  if (Take(tag_.bEmpty ? XmlToken::EmptyTag : XmlToken::StartTag, tag_.sBytes.size()) == XmlToken::Failed)
+    return token_;
+  sName_ = tag_.sName;
   if (sName_.empty() || (nDepth_ == 0 && bRootSeen_) || nDepth_ >= kMaxDepth) return Fail();
   nLocal_ = sName_.find(':') + 1;
   bRootSeen_ = true;
@@ -228,24 +160,24 @@ XmlToken clsXmlScanner::ScanTag() {
   return CheckAttributes() ? token_ : Fail();
 }
 
-XmlToken clsXmlScanner::ScanEndTag(size_t nBytes) {
-  if (Take(XmlToken::EndTag, nBytes) == XmlToken::Failed) return token_;
-  size_t nNameEnd = 2;
-  while (!IsNameEnd(sRaw_[nNameEnd])) ++nNameEnd;
-  sName_ = sRaw_.substr(2, nNameEnd - 2);
+XmlToken clsXmlScanner::ScanEndTag() {
+  if (nDepth_ == 0) return Fail();
+  const std::string_view sOpen = std::string_view(sOpenNames_).substr(openStarts_.back());
+  size_t nEnd = 0;
+  if (!Ensure(sOpen.size() + 3) || window_.substr(2, sOpen.size()) != sOpen || !EndsWith(sOpen.size() + 2, ">", nEnd))
+    return Fail();
+  if (Take(XmlToken::EndTag, nEnd) == XmlToken::Failed) return token_;
+  sName_ = sRaw_.substr(2, sOpen.size());
   nLocal_ = sName_.find(':') + 1;
-  const bool bClean = IsBlankText(sRaw_.substr(nNameEnd, nBytes - 1 - nNameEnd));
-  if (nDepth_ == 0 || !bClean || std::string_view(sOpenNames_).substr(openStarts_.back()) != sName_) return Fail();
   nTokenDepth_ = nDepth_;
-  return token_;
+  return IsBlankText(sRaw_.substr(2 + sOpen.size(), nEnd - 3 - sOpen.size())) ? token_ : Fail();
 }
 
 bool clsXmlScanner::CheckAttributes() {
-  if (sRaw_.find('&') != std::string_view::npos && !EntitiesAreKnown(sRaw_)) return false;
-  clsAttributes attributes(sRaw_);
-  for (AttributeSpan span; attributes.Next(span);)
-    if (span.sName.starts_with("xmlns")) Declare(span.sName, span.sValue);
-  return !attributes.Malformed() && declarations_.size() <= kMaxDeclarations;
+  if (tag_.bEntities && !EntitiesAreKnown(sRaw_)) return false;
+  for (const XmlAttribute& attribute : tag_.attributes)
+    if (attribute.sName.starts_with("xmlns")) Declare(attribute.sName, attribute.sValue);
+  return declarations_.size() <= kMaxDeclarations;
 }
 
 void clsXmlScanner::Declare(std::string_view sName, std::string_view sValue) {
@@ -267,8 +199,10 @@ std::string_view clsXmlScanner::Parent() const {
 }
 
 std::optional<std::string_view> clsXmlScanner::Attribute(std::string_view sName) const {
-  const auto span = FindAttribute(sRaw_, sName);
-  return span ? std::optional(span->sValue) : std::nullopt;
+  if (!IsOpening()) return std::nullopt;
+  for (const XmlAttribute& attribute : tag_.attributes)
+    if (attribute.sName == sName) return attribute.sValue;
+  return std::nullopt;
 }
 
 std::string clsXmlScanner::AttributeText(std::string_view sName) const {
@@ -278,13 +212,13 @@ std::string clsXmlScanner::AttributeText(std::string_view sName) const {
 }
 
 std::string clsXmlScanner::RelationAttribute(std::string_view sLocal) const {
-  clsAttributes attributes(sRaw_);
-  for (AttributeSpan span; attributes.Next(span);) {
-    const size_t nColon = span.sName.find(':');
-    if (nColon == std::string_view::npos || span.sName.substr(nColon + 1) != sLocal) continue;
-    if (SpaceOf(span.sName.substr(0, nColon)) != XmlSpace::Relations) continue;
+  if (!IsOpening()) return {};
+  for (const auto& [sName, sValue] : tag_.attributes) {
+    const size_t nColon = sName.find(':');
+    if (nColon == std::string_view::npos || sName.substr(nColon + 1) != sLocal) continue;
+    if (SpaceOf(sName.substr(0, nColon)) != XmlSpace::Relations) continue;
     std::string sText;
-    AppendUnescaped(span.sValue, sText);
+    AppendUnescaped(sValue, sText);
     return sText;
   }
   return {};
@@ -304,31 +238,6 @@ bool clsXmlScanner::SkipElement() {
   while (Next() != XmlToken::Failed)
     if (token_ == XmlToken::EndTag && nTokenDepth_ == nDepth) return true;
   return false;
-}
-
-std::string WithAttribute(std::string_view sTag, std::string_view sName, std::string_view sEscaped) {
-  if (const auto span = FindAttribute(sTag, sName)) {
-    const std::string sValue =
-        sTag[span->nValue - 1] == '\'' ? ReplaceAll(sEscaped, "'", "&apos;") : std::string(sEscaped);
-    return std::string(sTag.substr(0, span->nValue)) + sValue + std::string(sTag.substr(span->nEnd - 1));
-  }
-  size_t nEnd = sTag.size() - (sTag.ends_with("/>") ? 2 : 1);
-  while (IsXmlBlank(sTag[nEnd - 1])) --nEnd;
-  return std::string(sTag.substr(0, nEnd)) + " " + std::string(sName) + "=\"" + std::string(sEscaped) + "\"" +
-         std::string(sTag.substr(nEnd));
-}
-
-std::string WithoutAttribute(std::string_view sTag, std::string_view sName) {
-  const auto span = FindAttribute(sTag, sName);
-  if (!span) return std::string(sTag);
-  size_t nStart = span->nStart;
-  while (IsXmlBlank(sTag[nStart - 1])) --nStart;
-  return std::string(sTag.substr(0, nStart)) + std::string(sTag.substr(span->nEnd));
-}
-
-std::string AsStartTag(std::string_view sTag) {
-  if (!sTag.ends_with("/>")) return std::string(sTag);
-  return std::string(sTag.substr(0, sTag.size() - 2)) + ">";
 }
 
 }  // namespace quillon

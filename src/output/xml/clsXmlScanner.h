@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "modXmlTag.h"
+
 namespace quillon {
 
 /// Namespaces that matter in a workbook, transitional and strict forms taken as one.
@@ -83,8 +85,8 @@ class clsXmlScanner {
   XmlToken ScanText();
   XmlToken ScanMarkup();
   XmlToken ScanTag();
-  XmlToken ScanEndTag(size_t nBytes);
-  bool TagEnd(size_t& nBytes);
+  XmlToken ScanEndTag();
+  bool ReadTag();
   bool CheckAttributes();
   void Declare(std::string_view sName, std::string_view sValue);
   XmlSpace SpaceOf(std::string_view sPrefix) const;
@@ -100,6 +102,7 @@ class clsXmlScanner {
 
   XmlToken token_ = XmlToken::Other;
   std::string_view sRaw_;
+  XmlTag tag_;  ///< The last start tag
   std::string_view sName_;
   size_t nLocal_ = 0;
   int nDepth_ = 0;
@@ -109,12 +112,5 @@ class clsXmlScanner {
   std::vector<size_t> openStarts_;
   std::vector<Declaration> declarations_;
 };
-
-/// The tag with the attribute set to the value (escaped already), added at its end if it was absent.
-std::string WithAttribute(std::string_view sTag, std::string_view sName, std::string_view sEscaped);
-/// The tag without the attribute.
-std::string WithoutAttribute(std::string_view sTag, std::string_view sName);
-/// "<a/>" as "<a>".
-std::string AsStartTag(std::string_view sTag);
 
 }  // namespace quillon
