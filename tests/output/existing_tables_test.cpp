@@ -154,6 +154,42 @@ TEST_F(ExistingTables, NeverRunIntoTheNextOneAndCountWhatLiesBehind) {
   EXPECT_EQ(CellRangeText(Table().range), "A1:B4");
 }
 
+TEST_F(ExistingTables, RowsWithBlanksAloneLieBehindNoTable) {
+  MakeTables(kMonth, {TablePart("T", "A1:B4", "totalsRowCount=\"1\"", "", kTwoColumns)});
+  const Rows rows = {{"Item", "Amount"}, {"a", "1"}, {"b", "2"}, {"c", "3"}, {"  ", ""}, {"d", "4"}, {"", "   "}};
+  EXPECT_EQ(Report(rows, false), std::vector<std::string>{"Rows that lie behind the end of a table: 1"});
+}
+
+TEST_F(ExistingTables, ColumnsThatAreWorkedOutGetTheirFormulaInEachRow) {
+  const std::string sColumns = std::string(kTwoColumns) +
+                               "<tableColumn id=\"3\" name=\"Twice\"><calculatedColumnFormula>T[[#This Row],[Amount]]*2"
+                               "</calculatedColumnFormula></tableColumn>";
+  const Rows rows = {{"Item", "Amount", "Twice"}, {"a", "1", "2"}, {"b", "2", "4"}};
+  // The cells of column C that hold the formula, with "Amount" called as it is given.
+  const auto cells = [this](const std::string& sAmount) {
+    const std::string sSheet = Part("xl/one.xml"), sFormula = "\"><f>T[[#This Row],[" + sAmount + "]]*2</f></c>";
+    std::string sCells;
+    for (size_t n = sSheet.find(sFormula); n != std::string::npos; n = sSheet.find(sFormula, n + 1)) {
+      const size_t nPlace = sSheet.rfind("r=\"", n) + 3;
+      sCells += sSheet.substr(nPlace, n - nPlace) + " ";
+    }
+    return sCells;
+  };
+  MakeTables(rows, {TablePart("T", "A1:C3", "", "A1:C3", sColumns)});
+  for (const auto& [nRows, sCells] :
+       std::vector<std::pair<size_t, std::string>>{{4, "C2 C3 C4 C5 "}, {1, "C2 "}, {2, "C2 C3 "}}) {
+    Report(MonthOf(nRows));
+    EXPECT_EQ(cells("Amount"), sCells);
+    EXPECT_EQ(CellRangeText(Table().range), "A1:C" + std::to_string(nRows + 1));
+    EXPECT_EQ(Shown(1, 3), "Twice") << "no column of the report";
+  }
+  Report({{"d", "4"}}, false, 4);
+  EXPECT_EQ(cells("Amount"), "C2 C3 C4 ") << "below the others";
+  Report({{"Item", "Net"}, {"a", "1"}, {"b", "2", "own"}});
+  EXPECT_EQ(cells("Net"), "C2 ") << "by the new heading, and not over what the report has there";
+  EXPECT_EQ(Shown(3, 3), "own");
+}
+
 TEST_F(ExistingTables, ColumnsBearTheNamesOfTheirHeadings) {
   struct Case {
     std::string sFirst, sSecond, sFirstName, sSecondName, sFormula;

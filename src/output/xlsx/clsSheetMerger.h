@@ -42,6 +42,7 @@ struct SheetEdit {
     bool bContent;
   };
   std::vector<FromRow> fromRows;
+  CellRange calculated;  ///< Where tables put formulas of their columns
   std::unordered_map<int64_t, uint32_t> styles;
   std::optional<CellRange> filter;  ///< Where the sheet's filter is to lie
   int64_t nBehindTables = 0;        ///< Rows written that no table could take in

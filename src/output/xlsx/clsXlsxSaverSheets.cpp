@@ -26,10 +26,12 @@ bool clsXlsxSaver::PrepareSheet(size_t nSheet, Failure& failure) {
 /// Names and a filter that covered exactly the old data follow the new.
 void clsXlsxSaver::FollowData(XlsxSheet& sheet, const std::string& sName) {
   SheetEdit& edit = sheet.edit;
-  const CellRange &before = sheet.facts.filled, &now = edit.typing.Used();
+  const CellRange& before = sheet.facts.filled;
+  CellRange now = edit.typing.Used();
   const bool bCleared = std::any_of(edit.cleared.begin(), edit.cleared.end(),
                                     [&](const CellRange& range) { return Covers(range, before); });
   if (!bCleared || before.Empty() || now.Empty()) return;
+  Include(now, edit.calculated);
   std::vector<DataMove> moves = {{before, now}};
   if (edit.bTotalsBelow) {
     ++moves[0].now.nBottom;

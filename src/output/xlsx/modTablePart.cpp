@@ -43,11 +43,16 @@ std::string MarkedName(std::string_view sName) {
 
 bool ReadTablePart(std::string_view sBytes, XlsxTable& table) {
   clsXmlScanner scanner(sBytes);
+  bool bArray = false;  // A formula for one cell with an array of results: none that is put into cell after cell
   while (scanner.Next() != XmlToken::End) {
     if (scanner.Token() == XmlToken::Failed) return false;
     if (scanner.Token() == XmlToken::Text && scanner.Parent() == "totalsRowFormula" && !table.columns.empty())
       scanner.AppendText(table.columns.back().sTotalsFormula);
+    if (scanner.Token() == XmlToken::Text && scanner.Parent() == "calculatedColumnFormula" && !table.columns.empty() &&
+        !bArray)
+      scanner.AppendText(table.columns.back().sFormula);
     if (!scanner.IsOpening()) continue;
+    bArray = scanner.Attribute("array").value_or("0") != "0";
     if (scanner.Depth() == 1) {
       const auto range = ParseCellRange(scanner.Attribute("ref").value_or(""));
       if (!scanner.IsMain("table") || !range) return false;

@@ -11,6 +11,7 @@ namespace quillon {
 
 struct XlsxTableColumn {
   std::string sName;
+  std::string sFormula;                                       ///< That each of its rows holds; "" for none
   std::string sTotalsLabel, sTotalsFunction, sTotalsFormula;  ///< Of the totals row; "" for none
 };
 

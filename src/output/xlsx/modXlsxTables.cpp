@@ -54,7 +54,9 @@ class clsTableEdit {
       const bool bWritten = edit_.cells.Read(table.range.nTop, nColumn, sText);
       if (bWritten || edit_.Cleared(table.range.nTop, nColumn)) {
         changed.push_back(i);
-        sName = IsBlank(sText) ? "Column" + std::to_string(i + 1) : std::string(ShownOf(sText));
+        // A column that is worked out stays what it was beside a report that has no such column.
+        const bool bStays = !bWritten && !table.columns[i].sFormula.empty();
+        if (!bStays) sName = IsBlank(sText) ? "Column" + std::to_string(i + 1) : std::string(ShownOf(sText));
       } else {
         taken.emplace(UpperText(sName), 2);
       }
@@ -85,6 +87,23 @@ class clsTableEdit {
     TellBehind(table, others);
   }
 
+  /// New rows, and those that were emptied, get the formulas of columns that are worked out.
+  void FillCalculated(const Table& table, int64_t nOldLast, const FormulaRenames& renames) {
+    std::string_view sWritten;
+    for (size_t i = 0; i < table.columns.size(); ++i) {
+      if (table.columns[i].sFormula.empty()) continue;
+      const int nColumn = static_cast<int>(table.range.nLeft) + static_cast<int>(i);
+      const std::string sFormula = RenamedFormula(table.columns[i].sFormula, renames);
+      for (int64_t nRow = table.FirstRow(); nRow <= table.LastRow(); ++nRow) {
+        if (edit_.cells.Read(nRow, nColumn, sWritten) || (nRow <= nOldLast && !edit_.Cleared(nRow, nColumn))) continue;
+        edit_.cells.Write(nRow, nColumn, "=");
+        edit_.formulas[KeyOf(nRow, nColumn)] = sFormula;
+        if (nRow > nOldLast) edit_.fromRows.push_back({nOldLast, nRow, nColumn, false});
+        Include(edit_.calculated, {nRow, nColumn, nRow, nColumn});
+      }
+    }
+  }
+
   void MoveTotals(const Table& table, int64_t nOldBottom) {
     edit_.bTotalsBelow |= nOldBottom == facts_.filled.nBottom;
     for (size_t i = 0; i < table.columns.size(); ++i) {
@@ -110,16 +129,16 @@ class clsTableEdit {
     edit_.textCells.insert(KeyOf(nRow, nColumn));
   }
 
-  /// Last of the rows from there on that have something in the table's columns; the row before if there is none.
+  /// True if something was written to the row in the table's columns.
+  bool IsFilled(const Table& table, int64_t nRow) {
+    edit_.cells.Row(nRow, row_);
+    return std::any_of(row_.begin(), row_.end(), [&](const StoredCell& cell) {
+      return cell.nColumn >= table.range.nLeft && cell.nColumn <= table.range.nRight && !IsBlank(cell.sText);
+    });
+  }
+  /// Last of the filled rows from there on; the row before if there is none.
   int64_t LastOfBlock(const Table& table, int64_t nRow) {
-    std::vector<StoredCell> row;
-    for (; nRow <= edit_.cells.LastRow(); ++nRow) {
-      edit_.cells.Row(nRow, row);
-      const bool bFilled = std::any_of(row.begin(), row.end(), [&](const StoredCell& cell) {
-        return cell.nColumn >= table.range.nLeft && cell.nColumn <= table.range.nRight && !IsBlank(cell.sText);
-      });
-      if (!bFilled) break;
-    }
+    while (nRow <= edit_.cells.LastRow() && IsFilled(table, nRow)) ++nRow;
     return nRow - 1;
   }
 
@@ -135,11 +154,13 @@ class clsTableEdit {
 
   void TellBehind(const Table& table, const std::vector<Table>& others) {
     if (NextTable(table, others) <= kMaxSheetRows || table.range.nBottom < edit_.typing.Used().nTop) return;
-    edit_.nBehindTables += std::max<int64_t>(0, edit_.typing.Used().nBottom - table.range.nBottom);
+    for (int64_t nRow = table.range.nBottom + 1; nRow <= edit_.typing.Used().nBottom; ++nRow)
+      edit_.nBehindTables += IsFilled(table, nRow) ? 1 : 0;
   }
 
   const SheetFacts& facts_;
   SheetEdit& edit_;
+  std::vector<StoredCell> row_;
 };
 
 bool ReadTables(const clsXlsxPackage& package, const std::string& sSheetPart, std::vector<Table>& tables,
@@ -176,10 +197,11 @@ bool AdjustTables(const clsXlsxPackage& package, const std::string& sSheetPart, 
     for (XlsxTableColumn& column : table.columns) column.sTotalsFormula = RenamedFormula(column.sTotalsFormula, own);
     tableEdit.FitRows(table, tables);
     const bool bMoved = table.range.nBottom != old.range.nBottom;
+    changes.renames.columns.insert(changes.renames.columns.end(), own.columns.begin(), own.columns.end());
+    tableEdit.FillCalculated(table, old.LastRow(), changes.renames);
     if (table.bTotals && edit.Cleared(old.range.nBottom, static_cast<int>(old.range.nLeft)))
       tableEdit.MoveTotals(table, old.range.nBottom);
     if (bMoved || !own.columns.empty()) changes.parts[table.nPart] = ChangedTablePart(table.sBytes, table);
-    changes.renames.columns.insert(changes.renames.columns.end(), own.columns.begin(), own.columns.end());
   }
   return true;
 }
