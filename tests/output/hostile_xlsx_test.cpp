@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "clsPackageFixture.h"
 #include "clsXlsxStyles.h"
@@ -88,6 +91,53 @@ TEST_F(HostileXlsx, a_package_without_a_sound_workbook_is_refused) {
     parts[sName] = sContent;
     Make(parts);
     ExpectRefused(sName, "workbook");
+  }
+}
+
+TEST(XmlScanner, a_plain_value_taken_at_once_leads_to_the_same_tokens_as_step_by_step) {
+  struct Case {
+    std::string sCell;
+    std::optional<std::string_view> sValue;
+  };
+  const auto walk = [](const std::string& sXml, size_t nBlock, bool bAtOnce, std::optional<std::string>& sValue) {
+    size_t nGiven = 0;
+    clsXmlScanner scanner([&](char* pBuffer, size_t nBytes) {
+      const size_t nNow = std::min({nBytes, nBlock, sXml.size() - nGiven});
+      nGiven += sXml.copy(pBuffer, nNow, nGiven);
+      return static_cast<int64_t>(nNow);
+    });
+    while (scanner.Next() != XmlToken::End && scanner.Token() != XmlToken::Failed && !scanner.IsMain("c")) continue;
+    const auto sTaken = bAtOnce ? scanner.TakePlainValue() : std::nullopt;
+    if (sTaken) sValue = *sTaken;
+    while (scanner.Token() != XmlToken::Failed && scanner.Token() != XmlToken::End &&
+           (scanner.Token() != XmlToken::EndTag || scanner.LocalName() != "c"))
+      scanner.Next();
+    std::string sTokens;
+    do sTokens += std::to_string(scanner.Offset()) + std::string(scanner.Raw()) + std::to_string(scanner.Depth()) + "|";
+    while (scanner.Token() != XmlToken::Failed && scanner.Next() != XmlToken::End);
+    return sTokens;
+  };
+  for (const Case& row : std::vector<Case>{{"<c r=\"A1\"><v>12</v></c>", "12"},
+                                           {"<c><v></v></c>", ""},
+                                           {"<c><v>1</v ></c>", {}},
+                                           {"<c><v>1</v></c >", {}},
+                                           {"<c><v>&lt;</v></c>", {}},
+                                           {"<c><v>&own;</v></c>", {}},
+                                           {"<c><v a=\"b\">1</v></c>", {}},
+                                           {"<c><v>1</v><v>2</v></c>", {}},
+                                           {"<c><v>1</v></cc>", {}},
+                                           {"<c><v>1</v></d>", {}},
+                                           {"<c><f>1</f><v>1</v></c>", {}},
+                                           {"<c/><v>1</v>", {}},
+                                           {"<x:c><v>1</v></x:c>", {}},
+                                           {"<c xmlns=\"urn:other\"><v>1</v></c><c><v>2</v></c>", "2"}}) {
+    const std::string sXml =
+        "<w xmlns=\"" + std::string(kMain) + "\" xmlns:x=\"" + std::string(kMain) + "\">" + row.sCell + "<c/></w>";
+    std::optional<std::string> sValue, sNone;
+    EXPECT_EQ(walk(sXml, sXml.size(), true, sValue), walk(sXml, sXml.size(), false, sNone)) << row.sCell;
+    EXPECT_EQ(sValue, row.sValue) << row.sCell;
+    for (size_t nBlock = 1; nBlock < sXml.size(); ++nBlock)
+      EXPECT_EQ(walk(sXml, nBlock, true, sValue), walk(sXml, nBlock, false, sNone)) << row.sCell << nBlock;
   }
 }
 

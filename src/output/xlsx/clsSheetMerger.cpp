@@ -6,6 +6,12 @@
 
 namespace quillon {
 
+namespace {
+
+constexpr std::string_view kValue = "<v>", kValueEnd = "</v>";
+
+}  // namespace
+
 void StringUse::Note(std::vector<bool>& strings, std::string_view sIndex) {
   constexpr uint32_t kMostStrings = 1U << 28;
   const auto nIndex = ParseIndex(sIndex);
@@ -234,6 +240,10 @@ bool clsSheetMerger::ReplaceCell(const StoredCell* pCell) {
 bool clsSheetMerger::ReadCellChildren(std::string& sKept) {
   const int nDepth = scanner_.Depth();
   const bool bShared = edit_.pStrings != nullptr && scanner_.Attribute("t") == "s";
+  if (const auto sPlain = scanner_.TakePlainValue()) {
+    if (bShared) StringUse::Note(edit_.pStrings->dropped, *sPlain);
+    return true;
+  }
   bool bKeep = false;
   std::string sIndex;
   while (scanner_.Token() != XmlToken::EmptyTag || scanner_.Depth() != nDepth) {
@@ -296,6 +306,12 @@ bool clsSheetMerger::CopyCell(bool bNumbered) {
   std::string sTag(scanner_.Raw()), sIndex;
   if (!bNumbered && bCellsMoved_)
     sTag = WithAttribute(sTag, "r", CellRangeText({nRow_, cursor_.Column(), nRow_, cursor_.Column()}));
+  if (const auto sPlain = scanner_.TakePlainValue()) {
+    if (bShared) StringUse::Note(edit_.pStrings->kept, *sPlain);
+    for (const std::string_view sPiece : {std::string_view(sTag), kValue, *sPlain, kValueEnd, scanner_.Raw()})
+      copier_.Put(sPiece);
+    return true;
+  }
   bool bFormula = false;
   std::string sLead;
   const auto PutTag = [&] {

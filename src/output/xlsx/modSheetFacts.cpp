@@ -71,6 +71,7 @@ bool ReadSheetFacts(clsXmlScanner& scanner, SheetFacts& facts) {
       case clsSheetCursor::Event::Cell:
         bCounted = false;
         Include(facts.content.used, {cursor.Row(), cursor.Column(), cursor.Row(), cursor.Column()});
+        if (scanner.TakePlainValue()) count();
         break;
       case clsSheetCursor::Event::None:
         if (!scanner.IsOpening()) break;

@@ -82,7 +82,10 @@ XmlToken clsXmlScanner::Take(XmlToken token, size_t nBytes) {
 }
 
 void clsXmlScanner::Leave() {
-  while (!declarations_.empty() && declarations_.back().nDepth >= nDepth_) declarations_.pop_back();
+  if (!declarations_.empty() && declarations_.back().nDepth >= nDepth_) {
+    while (!declarations_.empty() && declarations_.back().nDepth >= nDepth_) declarations_.pop_back();
+    plainSpace_ = SpaceOfPrefix({});
+  }
   --nDepth_;
   sOpenNames_.resize(openStarts_.back());
   openStarts_.pop_back();
@@ -184,9 +187,10 @@ void clsXmlScanner::Declare(std::string_view sName, std::string_view sValue) {
   sName.remove_prefix(5);
   if (!sName.empty() && sName[0] != ':') return;
   declarations_.push_back({std::string(sName.empty() ? sName : sName.substr(1)), SpaceOfUri(sValue), nDepth_});
+  plainSpace_ = SpaceOfPrefix({});
 }
 
-XmlSpace clsXmlScanner::SpaceOf(std::string_view sPrefix) const {
+XmlSpace clsXmlScanner::SpaceOfPrefix(std::string_view sPrefix) const {
   for (auto declaration = declarations_.rbegin(); declaration != declarations_.rend(); ++declaration)
     if (declaration->sPrefix == sPrefix) return declaration->space;
   return XmlSpace::None;
@@ -230,6 +234,23 @@ void clsXmlScanner::AppendText(std::string& sOut) const {
   } else {
     AppendUnescaped(sRaw_, sOut);
   }
+}
+
+std::optional<std::string_view> clsXmlScanner::TakePlainValue() {
+  constexpr std::string_view kOpen = "<v>", kClose = "</v></";
+  if (token_ != XmlToken::StartTag || nLocal_ != 0 || !window_.starts_with(kOpen)) return std::nullopt;
+  const size_t nEnd = window_.find('<', kOpen.size());
+  if (nEnd == std::string_view::npos) return std::nullopt;
+  const std::string_view sText = window_.substr(kOpen.size(), nEnd - kOpen.size()), sRest = window_.substr(nEnd);
+  const size_t nTag = kClose.size() - 2, nName = kClose.size() + sName_.size();
+  if (sRest.size() <= nName || !sRest.starts_with(kClose) || sRest.substr(kClose.size(), sName_.size()) != sName_ ||
+      sRest[nName] != '>' || sText.find('&') != std::string_view::npos)
+    return std::nullopt;
+  nOffset_ += sRaw_.size() + nEnd + nTag;
+  window_.remove_prefix(nEnd + nTag);
+  Take(XmlToken::EndTag, nName + 1 - nTag);
+  sName_ = sRaw_.substr(2, sName_.size());
+  return sText;
 }
 
 bool clsXmlScanner::SkipElement() {

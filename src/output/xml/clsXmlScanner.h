@@ -67,6 +67,10 @@ class clsXmlScanner {
   /// Of a Text token: its characters, entities undone, appended.
   void AppendText(std::string& sOut) const;
 
+  /// From the start tag of an element without a prefix that holds "<v>", a text without entities, "</v>" and nothing
+  /// else, as nearly all cells do: passes on to its end tag and gives the text. Nothing, and no step taken, if it is
+  /// any other or isn't at hand as a whole. Views of the start tag stay as they are.
+  std::optional<std::string_view> TakePlainValue();
   /// From a start tag: passes over all up to its end tag. False on failure.
   bool SkipElement();
 
@@ -89,7 +93,8 @@ class clsXmlScanner {
   bool ReadTag();
   bool CheckAttributes();
   void Declare(std::string_view sName, std::string_view sValue);
-  XmlSpace SpaceOf(std::string_view sPrefix) const;
+  XmlSpace SpaceOf(std::string_view sPrefix) const { return sPrefix.empty() ? plainSpace_ : SpaceOfPrefix(sPrefix); }
+  XmlSpace SpaceOfPrefix(std::string_view sPrefix) const;
   void Leave();
 
   Source source_;
@@ -111,6 +116,7 @@ class clsXmlScanner {
   std::string sOpenNames_;
   std::vector<size_t> openStarts_;
   std::vector<Declaration> declarations_;
+  XmlSpace plainSpace_ = XmlSpace::None;  ///< Of names without a prefix
 };
 
 }  // namespace quillon
