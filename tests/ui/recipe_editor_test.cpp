@@ -107,12 +107,6 @@ TEST_F(RecipeForms, CloseAsksAboutAChangedTextAndCancelDoesNot) {
   }
 }
 
-TEST_F(RecipeForms, AMissingFileIsTold) {
-  editor_.ReadIntoExportSpecs("gone.rcp");
-  EXPECT_EQ(host_.messages.back().sText, "File: gone.rcp does not exist!");
-  EXPECT_EQ(host_.messages.back().icon, MessageIcon::Warning);
-}
-
 TEST_F(RecipeForms, TheTableBuilderKeepsHandEditsAndTakesTheNumber) {
   editor_.Form_Load();
   editor_.TypeText("txtFileEditor", "; mine\r\n");

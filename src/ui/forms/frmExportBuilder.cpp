@@ -161,20 +161,6 @@ void frmExportBuilder::LoadRecipeIntoEditor(std::string_view sFileName) {
   Refresh();
 }
 
-void frmExportBuilder::ReadIntoExportSpecs(std::string_view sFileName) {
-  TextFileOptions options;
-  options.pCodePage = SystemCodePage();
-  std::vector<std::string> rows;
-  Failure failure;
-  if (!ReadAllRows(sFileName, options, rows, failure)) {
-    oOwner_.Host().ShowMessage(Translate("File: ") + std::string(sFileName) + Translate(" does not exist!"), sCaption,
-                               MessageIcon::Warning, MessageButtons::Ok);
-    return;
-  }
-  ExportSpecs.clear();
-  for (const std::string& sRow : rows) ExportSpecs += sRow + "\r\n";
-}
-
 std::string frmExportBuilder::StartPath(FileQuestion& question) const {
   if (!sLastRecipeFileName.empty()) return sLastRecipeFileName;
   question.sFileName = oOwner_.Options().sRecipeFile;

@@ -37,8 +37,6 @@ class frmExportBuilder : public clsForm {
   /// Code 11 closes.
   void KeyReleased(int32_t lKeyCode) override;
   void LoadRecipeIntoEditor(std::string_view sFileName);
-  /// Reads a named file into ExportSpecs; a missing one gives a warning box.
-  void ReadIntoExportSpecs(std::string_view sFileName);
   void ReadIniFile();
   void SaveIniFile();
   /// The text of the editor is this now.
