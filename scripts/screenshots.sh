@@ -3,7 +3,8 @@
 #
 #   scripts/screenshots.sh [FOLDER] [NAME...]     default: docs/images, all pictures
 #
-# QUILLON_WINDOW=PROGRAM takes that one and builds nothing; QUILLON_SCREEN=1024x600 shows how it looks on a small screen.
+# QUILLON_WINDOW=PROGRAM takes that one and builds nothing; QUILLON_SCREEN=1024x600 shows how it looks on a small screen,
+# QUILLON_LANGUAGE=German and QUILLON_COLOURS=dark in another language or other colours, QT_SCALE_FACTOR=1.5 enlarged.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 . scripts/lib.sh
@@ -41,13 +42,26 @@ started+=($!)
 data="$APPDATA/Brindlemark, Inc/Quillon"
 program=
 
+language=${QUILLON_LANGUAGE:-}
+looks="${QUILLON_COLOURS:+sColours=$QUILLON_COLOURS\\r\\n}${language:+[Language]\\r\\nLanguage_Code=$language\\r\\n}"
+
+# text TEXT: in the language of the pictures
+text() {
+  if [ -z "$language" ]; then echo "$1"; return; fi
+  sed -n "s/^\"$1\",\"\(.*\)\"\r\$/\1/p" "data/Languages/$language-Quillon.txt" | head -1
+}
+# access TEXT: the key that clicks on what has this caption
+access() {
+  echo "alt+$(text "$1" | sed -n 's/.*&\(.\).*/\1/p' | tr '[:upper:]' '[:lower:]')"
+}
+
 # fresh [SETTINGS]: a data folder that has seen its first start
 fresh() {
   rm -rf "$APPDATA"
   mkdir -p "$data"
   cp -r data/Example* data/Profiles "$data"
   printf '[Settings]\r\nbFirstTimeUser=FALSE\r\n' >"$data/Store.ini"
-  printf '%b' "${1:-}" >"$data/QLN.INI"
+  printf '%b' "${1:-[General]\\r\\n$looks}" >"$data/QLN.INI"
 }
 
 # Windows come and go while they are looked for.
@@ -101,26 +115,30 @@ editor() {
   times "${4:-3}" shift+Tab
   keys space
   editor=$(window "$1")
-  xdotool windowsize --sync "$editor" "$2" "$3"
+  local screen=${QUILLON_SCREEN:-1600x1350}
+  local room=$((${screen#*x} - 40))
+  xdotool windowsize --sync "$editor" "$2" $(($3 < room ? $3 : room))
   sleep 0.5
 }
 # recipe NAME REPORT: the recipe editor over a report of the golden cases
 recipe() {
-  fresh '[General]\r\nbUnix=True\r\n'
+  fresh "[General]\\r\\nbUnix=True\\r\\n$looks"
   cp "tests/golden/$1/$1.rcp" "tests/golden/$1/$2" "$home"
   job Report.QLN 1 "$home/$2" "$home/$1.csv"
   printf 'sRecipeFile=%s\r\nbUnix=TRUE\r\n' "$home/$1.rcp" >>"$data/Report.QLN"
   open Report.QLN "$data/Report.QLN"
-  editor 'Recipe Editor' 900 860 5
+  editor "$(text 'Recipe Editor')" 900 860 5
 }
 # found FOLDER REPORT [SETTINGS]: Find Tables over a report of the golden cases, in a window of that title
 found() {
   fresh "${3:-}"
+  local language=$language
+  case "${3:-}" in *German*) language=German ;; esac
   cp "tests/golden/$1/$2" "$home"
   job Report.QLN 1 "$home/$2" ''
   open Report.QLN "$data/Report.QLN"
-  keys alt+t
-  found=$(window "${4:-^Find Tables$}")
+  keys "$(access 'Find &Tables..')"
+  found=$(window "${4:-^$(text 'Find Tables')$}")
   sleep 0.8
 }
 # tidy NAME REPORT: the recipe editor over a report with a tidy recipe
@@ -130,7 +148,7 @@ tidy() {
   job Report.QLN 1 "$home/$2" "$home/$1.xlsx"
   printf 'sRecipeFile=%s\r\n' "$home/$1.rcp" >>"$data/Report.QLN"
   open Report.QLN "$data/Report.QLN"
-  editor 'Recipe Editor' 1000 860
+  editor "$(text 'Recipe Editor')" 1000 860
   sleep 0.5
 }
 # profile NAME REPORT: the profile editor over a report
@@ -157,6 +175,14 @@ converted() {
   keys F5
 }
 
+if want first-start; then
+  rm -rf "$APPDATA"
+  "$window_program" 2>/dev/null &
+  program=$!
+  sleep 2; shot first-start-guide root
+  keys Return; sleep 1.5; shot first-start root
+  close
+fi
 if want main-window; then converted; shot main-window; close; fi
 if want profile; then fresh; open Example1-Profile.QLN "$data/Example1-Profile.QLN"; shot profile; close; fi
 if want markup; then fresh; open Example4 "$data/Example4-File-Marking.QLN"; shot markup; close; fi
@@ -204,7 +230,7 @@ fi
 if want closing || want proof; then
   found tidy_reports regional_temps.txt; keys Return; sleep 0.5; keys F5; sleep 0.7
   if want closing; then shot closing; fi
-  keys alt+r; proof=$(window '^Proof$'); sleep 1
+  keys "$(access 'P&roof..')"; proof=$(window "^$(text Proof)$"); sleep 1
   if want proof; then shot proof "$proof"; fi
   close
 fi
