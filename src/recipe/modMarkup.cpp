@@ -1,4 +1,6 @@
-// FileCreateShort of clsExportSpecs: the marks in a report become a short recipe.
+// And FileCreateShort of clsExportSpecs: the marks in a report become a short recipe.
+
+#include "modMarkup.h"
 
 #include "clsExportSpecs.h"
 #include "modEventLoop.h"
@@ -46,6 +48,19 @@ MarkedTable FindNextMarkedTable(clsLineReader& filehandle, std::string_view sTop
   return table;
 }
 
+int32_t WriteRecipeOfMarks(clsLineReader& reader, clsSectionWriter& file, int64_t& lWithoutEnd) {
+  file.Set("Header", "Product", "QLN-B");
+  file.Set("Header", "FileType", "RECIPE");
+  file.Set("Header", "FileFormat", "1.0");
+  for (int32_t lTables = 0;; ++lTables) {
+    const int64_t lBefore = reader.RowNumber();
+    const MarkedTable table = FindNextMarkedTable(reader, kTopMark, kBottomMark);
+    lWithoutEnd = table.IsComplete() || table.lTop < 1 ? 0 : lBefore + table.lTop;
+    if (!table.IsComplete()) return lTables;
+    WriteMarkedTable(file, lTables + 1, table.sTemplate);
+  }
+}
+
 void clsExportSpecs::FileCreateShort(RecipeContext& context, std::string_view text_file, std::string_view short_file) {
   clsReport& report = context.Report(std::string(text_file));
   clsLineReader& reader = report.Reader();
@@ -53,19 +68,9 @@ void clsExportSpecs::FileCreateShort(RecipeContext& context, std::string_view te
   if (report.Open(failure)) {
     report.SeekLine(1);
     clsSectionWriter file(*context.options.OwnText().pCodePage);
-    file.Set("Header", "Product", "QLN-B");
-    file.Set("Header", "FileType", "RECIPE");
-    file.Set("Header", "FileFormat", "1.0");
-    int32_t lTable = 0;
-    for (;;) {
-      const int64_t lBefore = reader.RowNumber();
-      const MarkedTable table = FindNextMarkedTable(reader, kTopMark, kBottomMark);
-      if (!table.IsComplete()) {
-        if (table.lTop > 0) NoteWithoutEnd(context, lBefore + table.lTop);
-        break;
-      }
-      WriteMarkedTable(file, ++lTable, table.sTemplate);
-    }
+    int64_t lWithoutEnd = 0;
+    WriteRecipeOfMarks(reader, file, lWithoutEnd);
+    if (lWithoutEnd > 0) NoteWithoutEnd(context, lWithoutEnd);
     failure = reader.LastFailure();
     if (!failure.Failed() && file.Save(short_file, failure)) return;
   }

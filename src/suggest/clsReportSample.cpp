@@ -1,5 +1,7 @@
 #include "clsReportSample.h"
 
+#include <algorithm>
+
 #include "modCellKinds.h"
 #include "modText.h"
 
@@ -78,18 +80,44 @@ void clsReportSample::LookAtDecimals() {
   bComma_ = signs.IsComma();
 }
 
-bool clsReportSample::Read(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize,
-                           Failure& failure) {
-  clsLineReader reader;
-  if (!reader.Open(sInput, options, failure)) return false;
-  for (std::string_view sRow; all_.size() < kMostCharacters && lines_.size() < kMostLines && reader.ReadRow(sRow);) {
+void clsReportSample::ReadOn(clsLineReader& reader, int32_t lTabSize, size_t nCharacters, size_t nLines,
+                             int64_t lAtLeastTo) {
+  std::string_view sRow;
+  while ((all_.size() < nCharacters && lines_.size() < nLines) || reader.RowNumber() < lAtLeastTo) {
+    if (!reader.ReadRow(sRow)) return;
     AddLine(reader.CodePage().ToUtf8(sRow), lTabSize);
   }
+}
+
+bool clsReportSample::Read(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize, Failure& failure,
+                           int64_t lAround) {
+  clsLineReader reader;
+  if (!reader.Open(sInput, options, failure)) return false;
+  ReadOn(reader, lTabSize, kMostCharacters / 2, kMostLines / 2, 0);
+  constexpr int64_t kAbove = 1000;
+  if (lAround > reader.RowNumber() && !reader.AtEnd()) {
+    const int64_t lSkipped = lAround - kAbove - reader.RowNumber();
+    if (lSkipped > 0) {
+      AddLine({}, 0);
+      nFirstPart_ = lines_.size();
+      reader.SkipRows(lSkipped);
+      lSecondPart_ = reader.RowNumber() + 1;
+    }
+  }
+  ReadOn(reader, lTabSize, kMostCharacters, kMostLines, lAround);
   failure = reader.LastFailure();
-  bWhole_ = failure.Failed() || reader.AtEnd();
+  bWhole_ = failure.Failed() || (reader.AtEnd() && nFirstPart_ == 0);
   Settle();
   LookAtDecimals();
   return !failure.Failed();
+}
+
+size_t clsReportSample::IndexOf(int64_t lLine) const {
+  if (lLine < 1) return lines_.size();
+  const auto n = static_cast<size_t>(lLine) - 1;
+  if (nFirstPart_ == 0 || n + 1 < nFirstPart_) return std::min(n, lines_.size());
+  if (lLine < lSecondPart_) return lines_.size();
+  return std::min(nFirstPart_ + static_cast<size_t>(lLine - lSecondPart_), lines_.size());
 }
 
 }  // namespace quillon

@@ -19,7 +19,7 @@ struct SampleLine {
   bool IsBlank() const { return marks.empty(); }
 };
 
-/// The first lines of a report, as many as tell what its tables look like.
+/// The first lines of a report, as many as tell what its tables look like; or fewer of them, and lines further down.
 class clsReportSample {
  public:
   static constexpr size_t kMostCharacters = size_t{2} << 20;
@@ -30,8 +30,13 @@ class clsReportSample {
   clsReportSample(const clsReportSample&) = delete;
   clsReportSample& operator=(const clsReportSample&) = delete;
 
-  /// To be called once. False with the reason if the file can't be read.
-  bool Read(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize, Failure& failure);
+  /// To be called once. False with the reason if the file can't be read. A line (from 1) that lies behind the first
+  /// half of what there is room for gets the second half, from somewhat above it, parted from the first by a blank
+  /// line.
+  bool Read(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize, Failure& failure,
+            int64_t lAround = 0);
+  /// Where a line of the report stands in Lines(); their number if it isn't among them.
+  size_t IndexOf(int64_t lLine) const;
   const std::vector<SampleLine>& Lines() const { return lines_; }
   /// False if the report goes on behind the lines.
   bool IsWhole() const { return bWhole_; }
@@ -42,6 +47,7 @@ class clsReportSample {
   void AddLine(std::string_view sText, int32_t lTabSize);
   void Settle();
   void LookAtDecimals();
+  void ReadOn(clsLineReader& reader, int32_t lTabSize, size_t nCharacters, size_t nLines, int64_t lAtLeastTo);
 
   std::vector<SampleLine> lines_;
   std::vector<LineMark> marks_;  ///< Of all lines
@@ -49,6 +55,8 @@ class clsReportSample {
   std::vector<LineMark> scratch_;
   bool bWhole_ = true;
   bool bComma_ = false;
+  size_t nFirstPart_ = 0;    ///< Lines of it, the blank one behind it included; 0: there is no second
+  int64_t lSecondPart_ = 0;  ///< Its first line in the report
 };
 
 /// A row of a report as characters, its tabs expanded, no blanks at its end.

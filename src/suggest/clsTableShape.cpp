@@ -7,6 +7,7 @@
 #include "clsColumnJoiner.h"
 #include "modColumnParts.h"
 #include "modDigitSplits.h"
+#include "modEventLoop.h"
 #include "modTokenSplits.h"
 
 namespace quillon {
@@ -49,6 +50,8 @@ clsTableShape::clsTableShape(const clsReportSample& report, std::span<const size
     allNames_.insert(allNames_.end(), marks.begin(), marks.end());
     for (const LineMark& mark : marks) nameEnds_.insert(mark.lEnd);
   }
+  // A search makes one at each of its steps.
+  RunEvents();
   if (!headingLines.empty()) names_ = report_.Lines()[headingLines.back()].marks;
   CountPlaces();
   FindPartingPlaces();

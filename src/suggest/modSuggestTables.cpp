@@ -6,6 +6,7 @@
 
 #include "clsSuggestAccount.h"
 #include "clsTidyReport.h"
+#include "modEventLoop.h"
 #include "modNumbers.h"
 #include "modRecipeOfTables.h"
 #include "modStarTotals.h"
@@ -49,8 +50,8 @@ bool IsOwnSheetName(std::string_view sSheet) {
                             sSheet.substr(kOwn.size()).find_first_not_of("0123456789") == std::string_view::npos);
 }
 
-bool RunOver(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize,
-             const std::function<void(int64_t, int64_t)>& progress, TableSuggestion& suggestion, Failure& failure) {
+bool RunOver(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize, TableSuggestion& suggestion,
+             Failure& failure, const SuggestProgress& progress) {
   std::vector<FoundTable*> found;
   std::vector<TidyTable> tables;
   for (FoundTable& table : suggestion.tables) {
@@ -64,9 +65,9 @@ bool RunOver(std::string_view sInput, const TextFileOptions& options, int32_t lT
   clsSuggestAccount account(tables, std::move(found), suggestion.bStarTotals);
   clsTidyReport run(tables, account);
   std::string sHeld;
-  constexpr int64_t kBetween = 4096;
+  constexpr int64_t kRowsBetween = 1000;
   for (std::string_view sRow; reader.ReadRow(sRow);) {
-    if (progress && reader.RowNumber() % kBetween == 0) progress(reader.BytesDone(), reader.BytesTotal());
+    if (progress && reader.RowNumber() % kRowsBetween == 0) progress(reader.BytesDone(), reader.BytesTotal());
     if (sRow.starts_with('\f')) account.PageBegins();
     if (!IsAscii(sRow)) {
       sHeld = reader.CodePage().ToUtf8(sRow);
@@ -94,6 +95,23 @@ std::string CommentText(std::string_view sText) {
   return ReplaceAll(ReplaceAll(WithoutControls(sText), "[", "("), "]", ")");
 }
 
+/// Names from the report, or a person's, stay.
+void FillNames(const std::vector<std::string>& names, TidyPart& part) {
+  part.names.resize(std::max(part.names.size(), names.size()));
+  for (size_t i = 0; i < names.size(); ++i) {
+    if (part.names[i].empty()) part.names[i] = names[i];
+  }
+}
+
+TidyTable WithNamesByKind(const FoundTable& table) {
+  TidyTable named = table.tidy;
+  if (table.namesByKind.empty()) return named;
+  FillNames(table.namesByKind.front(), named.row);
+  for (size_t k = 0; k < named.lines.size() && k + 1 < table.namesByKind.size(); ++k)
+    FillNames(table.namesByKind[k + 1], named.lines[k].part);
+  return named;
+}
+
 std::string TableText(const FoundTable& table, size_t nSuggestion, size_t nTable) {
   std::string sText = fmt::format("\n; Suggestion {}: {} rows, {}, {} columns", nSuggestion,
                                   table.bChosen ? table.lRows : static_cast<int64_t>(table.rows.size()),
@@ -103,10 +121,7 @@ std::string TableText(const FoundTable& table, size_t nSuggestion, size_t nTable
   sText += ".\n";
   if (table.lMissing > 0) sText += fmt::format("; {} lines that look like its rows are not taken.\n", table.lMissing);
   if (table.lStrangers > 0) sText += fmt::format("; {} lines are taken that may be no rows.\n", table.lStrangers);
-  TidyTable named = table.tidy;
-  if (!table.namesByKind.empty()) named.row.names = table.namesByKind.front();
-  for (size_t k = 0; k < named.lines.size() && k + 1 < table.namesByKind.size(); ++k)
-    named.lines[k].part.names = table.namesByKind[k + 1];
+  const TidyTable named = WithNamesByKind(table);
   const std::string sSections = RecipeOfTable(named, nTable);
   sText += table.bChosen ? sSections : SwitchedOff(sSections);
   for (size_t k = 0; table.bChosen && k < table.otherHeadings.size(); ++k) {
@@ -152,7 +167,8 @@ std::vector<std::string> TableSuggestion::Reasons() const {
 }
 
 bool SuggestTables(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize,
-                   const SuggestChoices& choices, TableSuggestion& suggestion, Failure& failure) {
+                   const SuggestChoices& choices, TableSuggestion& suggestion, Failure& failure,
+                   const SuggestProgress& progress) {
   suggestion = {};
   {
     clsReportSample sample;
@@ -161,20 +177,24 @@ bool SuggestTables(std::string_view sInput, const TextFileOptions& options, int3
     suggestion.tables = FindTables(sample);
     suggestion.bStarTotals = !FindStarTotals(sample).empty();
   }
+  if (!RunEvents()) {
+    failure = StoppedFailure(sInput);
+    return false;
+  }
   Choose(choices, suggestion.tables);
   suggestion.NameSheets();
-  return RunOver(sInput, options, lTabSize, choices.progress, suggestion, failure);
+  return RunOver(sInput, options, lTabSize, suggestion, failure, progress);
 }
 
 bool CountTables(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize, TableSuggestion& suggestion,
-                 Failure& failure) {
+                 Failure& failure, const SuggestProgress& progress) {
   suggestion.leftOut = {};
   for (FoundTable& table : suggestion.tables) {
     if (!table.bChosen) continue;
     table.lRows = table.lPages = table.lFirstLine = table.lLastLine = 0;
     table.doubts.clear();
   }
-  return RunOver(sInput, options, lTabSize, {}, suggestion, failure);
+  return RunOver(sInput, options, lTabSize, suggestion, failure, progress);
 }
 
 void TableSuggestion::NameSheets() {

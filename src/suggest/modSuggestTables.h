@@ -15,8 +15,6 @@ namespace quillon {
 struct SuggestChoices {
   std::vector<int32_t> tables;    ///< Numbers of tables, from 1; none: those that leave little doubt
   std::string sHeadings = "all";  ///< "all", "none", or a text that the name of a wanted heading holds
-  /// Told now and then how many bytes of the report were read, and of how many.
-  std::function<void(int64_t, int64_t)> progress = {};
 };
 
 /// Lines that look like rows of a table and are none of it.
@@ -47,12 +45,16 @@ struct TableSuggestion {
   std::string Text() const;
 };
 
+/// Told again and again while rows are counted.
+using SuggestProgress = std::function<void(int64_t lBytesDone, int64_t lBytesTotal)>;
+
 /// Finds the tables of a report that nobody has described yet, runs their recipe over all of it, and counts what it
-/// leaves. False with the reason if the report can't be read.
+/// leaves. False with the reason if the report can't be read, or the work was stopped (modEventLoop).
 bool SuggestTables(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize,
-                   const SuggestChoices& choices, TableSuggestion& suggestion, Failure& failure);
+                   const SuggestChoices& choices, TableSuggestion& suggestion, Failure& failure,
+                   const SuggestProgress& progress = {});
 /// Counts rows, pages and lines of the chosen tables anew, after they were chosen otherwise.
 bool CountTables(std::string_view sInput, const TextFileOptions& options, int32_t lTabSize, TableSuggestion& suggestion,
-                 Failure& failure);
+                 Failure& failure, const SuggestProgress& progress = {});
 
 }  // namespace quillon

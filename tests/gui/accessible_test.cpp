@@ -2,6 +2,7 @@
 // windows that draw a report.
 
 #include <QAccessible>
+#include <QTableView>
 
 #include "clsDrawSession.h"
 
@@ -71,17 +72,25 @@ class clsAccessible : public clsDrawSession {
     Click(pWindow_.get(), "cmdFindTables");
     QCOMPARE(sNameless, QString());
     QString sLine;
+    QString sCell;
     WithModal([&](QWidget* pEditor) {
       QTest::qWait(300);
       sNameless = Nameless(pEditor);
       TakeCanvas(pEditor);
       for (int i = 0; i < 10; ++i) Key(Qt::Key_Down);
       sLine = QAccessible::queryAccessibleInterface(pCanvas_)->text(QAccessible::Description);
+      auto* const pGrid = pEditor->findChild<QTableView*>("gridCells");
+      pGrid->setFocus();
+      QTest::keyClick(pGrid, Qt::Key_Down);
+      QAccessibleInterface* const pCell = QAccessible::queryAccessibleInterface(pGrid)->focusChild();
+      if (pCell != nullptr) sCell = pCell->text(QAccessible::Name);
       Click(pEditor, "cmdCancel");
     });
     QTest::mouseClick(Widget<QPushButton>("cmdEditRecipe"), Qt::LeftButton);
     QCOMPARE(sNameless, QString());
     QVERIFY2(sLine.startsWith("Line 10, Table 1, row: "), qPrintable(sLine));
+    qInfo("line: %s; cell: %s", qPrintable(sLine), qPrintable(sCell));
+    QVERIFY(!sCell.isEmpty());
   }
 };
 

@@ -55,7 +55,16 @@ class clsGuiSession : public QObject {
   static void WithModal(const std::function<void(QWidget*)>& play) {
     QTimer::singleShot(20, [play] {
       QWidget* const pModal = QApplication::activeModalWidget();
-      pModal == nullptr || !pModal->isActiveWindow() ? WithModal(play) : play(pModal);
+      const bool bPasses = pModal != nullptr && pModal->objectName() == "frmWorking";
+      pModal == nullptr || !pModal->isActiveWindow() || bPasses ? WithModal(play) : play(pModal);
+    });
+  }
+  /// The same for the box that stands over the window while something takes long.
+  static void WithBox(const std::function<void(QWidget*)>& play) {
+    QTimer::singleShot(20, [play] {
+      QWidget* const pModal = QApplication::activeModalWidget();
+      const bool bBox = pModal != nullptr && pModal->objectName() == "frmWorking";
+      bBox && pModal->isVisible() ? play(pModal) : WithBox(play);
     });
   }
   static void Answer(const QString& sButton) {

@@ -24,6 +24,7 @@ class clsTestHost : public clsHost {
   std::function<void()> onEvents;
   std::time_t now = 1704164645;  // 2024-01-02 03:04:05 UTC
   int64_t lTick = 0;
+  bool bTickRuns = false;  ///< A second passes each time that the clock is looked at
 
   std::vector<int32_t> Codes() const {
     std::vector<int32_t> codes;
@@ -50,7 +51,7 @@ class clsTestHost : public clsHost {
     return true;
   }
   std::time_t Now() override { return now; }
-  int64_t TickMilliseconds() override { return lTick; }
+  int64_t TickMilliseconds() override { return bTickRuns ? lTick += 1000 : lTick; }
 };
 
 }  // namespace quillon

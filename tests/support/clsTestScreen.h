@@ -12,6 +12,7 @@ namespace quillon {
 class clsTestScreen : public clsScreen {
  public:
   std::function<void(clsForm&)> onModal;  ///< Plays the user of the next modal form
+  std::function<void(clsForm&)> onAlong;  ///< Plays the user of the next form that is shown along with work
   std::deque<std::string> files, folders;
   std::string sFont;
   FileQuestion lastQuestion;
@@ -20,6 +21,10 @@ class clsTestScreen : public clsScreen {
     const auto play = std::exchange(onModal, nullptr);
     if (play) play(form);
     if (!form.IsUnloaded()) form.CloseRequested();
+  }
+  std::shared_ptr<void> ShowAlong(clsForm& form) override {
+    if (const auto play = std::exchange(onAlong, nullptr)) play(form);
+    return {};
   }
   std::string AskFile(FileQuestion& question) override {
     lastQuestion = question;

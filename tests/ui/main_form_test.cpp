@@ -1,9 +1,11 @@
 #include <algorithm>
+#include <filesystem>
 
 #include "clsDesktopFixture.h"
 #include "frmGettingStarted.h"
 #include "frmLanguage.h"
 #include "frmMainMDI.h"
+#include "frmProof.h"
 #include "frmQLNOptions.h"
 #include "frmTextDisplay.h"
 #include "modFailure.h"
@@ -177,6 +179,55 @@ TEST_F(MainForm, ConvertsWithConvertAndComesBackToIdle) {
   form_.Click("mnuBeginConversionJob");
   EXPECT_EQ(host_.Codes().back(), -1);
   EXPECT_TRUE(Enabled("keyConvert"));
+}
+
+TEST_F(MainForm, TwoFilesOfOneOutputAreToldBeforeTheRun) {
+  Load();
+  form_.Click("rbConversionMethod", 2);
+  const char* const pMarked = ">>1\n-- -\nab 1\n<<1\n";
+  for (const char* const pName : {"in/a.prt", "in/a.txt", "in/b.txt"}) folder_.Write(pName, pMarked);
+  form_.TypeText("cbInputFile", folder_.Path("in/*.txt"));
+  form_.TypeText("cbOutputFile", folder_.Path("*.csv"));
+  EXPECT_TRUE(Visible("lblOutputPath"));
+  EXPECT_EQ(form_.Get("lblOutputPath").sCaption, "First output: " + folder_.Path("in/a.csv"));
+  form_.Click("keyConvert");
+  EXPECT_EQ(folder_.Read("in/a.csv"), "ab ,1\r\n");
+  std::filesystem::remove(folder_.Path("in/a.csv"));
+  form_.TypeText("cbInputFile", folder_.Path("in/a.*"));
+  host_.messages.clear();
+  host_.answer = MessageAnswer::No;
+  form_.Click("keyConvert");
+  ASSERT_EQ(host_.messages.size(), 1U);
+  EXPECT_NE(host_.messages[0].sText.find("-> " + folder_.Path("in/a.csv")), std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(folder_.Path("in/a.csv")));
+  EXPECT_FALSE(form_.IsRunning());
+  host_.answer = MessageAnswer::Yes;
+  form_.Click("keyConvert");
+  EXPECT_TRUE(std::filesystem::exists(folder_.Path("in/a.csv")));
+  form_.TypeText("cbInputFile", folder_.Path("in/a.txt"));
+  EXPECT_FALSE(Visible("lblOutputPath"));
+}
+
+TEST_F(MainForm, WhatMarksTakeIsProvedWhenThatIsAsked) {
+  Load();
+  form_.Click("rbConversionMethod", 2);
+  form_.TypeText("cbInputFile",
+                 folder_.Write("a.txt", ">>1\n---- ----\nab   12\ncd   30\nef   40     x\n<<1\nstray\ngh   50\n"));
+  form_.TypeText("cbOutputFile", folder_.Path("a.csv"));
+  form_.Click("keyConvert");
+  ASSERT_TRUE(Visible("cmdProof"));
+  bool bShown = false;
+  screen_.onModal = [&](clsForm& form) {
+    auto& dialog = static_cast<frmProof&>(form);
+    EXPECT_EQ(dialog.Proof().Lines(TidyLineKind::Row), 3);
+    EXPECT_EQ(dialog.Proof().loss.lBehind, 1);
+    EXPECT_EQ(dialog.Proof().lLikeRows, 1);
+    EXPECT_NE(dialog.Recipe().find("ReadStartLine=>>1"), std::string::npos);
+    EXPECT_EQ(dialog.Report().sInput, folder_.Path("a.txt"));
+    bShown = true;
+  };
+  form_.Click("cmdProof");
+  EXPECT_TRUE(bShown);
 }
 
 TEST_F(MainForm, ReadsAReportByThePageItShowsAndKeepsAnotherInTheJob) {

@@ -38,7 +38,12 @@ TEST(ProofList, GroupsWithoutAnEntryAreLeftOut) {
   proof.lines[static_cast<size_t>(TidyLineKind::Row)] = 12;
   const std::vector<ProofGroup> groups = ListProof(proof);
   ASSERT_EQ(groups.size(), 1U);
+  EXPECT_FALSE(groups[0].bWarning);
   EXPECT_EQ(Told(groups[0]), "Lines by kind\nRow lines: 12 @0\nLeft out: 1 @0");
+  proof.pages = {.lPages = 1, .lLine = 40, .lNumber = 7, .lBefore = 5};
+  EXPECT_EQ(Told(ListProof(proof)[0]),
+            "Lines by kind!\nRow lines: 12 @0\nLeft out: 1 @0\nPages that don't follow the page before: 1 (5, 7) @40!");
+  EXPECT_TRUE(IsProofBad(proof));
 }
 
 TEST(ProofList, TotalsThatDisagreeComeFirstHoweverManyAgree) {

@@ -180,6 +180,48 @@ TEST_F(RecipeCut, TheWholeReportIsAtHand) {
   EXPECT_EQ(cut_.Proof()->Lines(TidyLineKind::Dropped), 1);
 }
 
+TEST_F(RecipeCut, BlocksOfLinesAreProvedWhenThatIsAsked) {
+  Report("STOCK\nBolts   12 x\nNuts    40\nNuts    50\nTotal  102\nEND\nTabs    77\n");
+  cut_.Update();
+  EXPECT_TRUE(cut_.MustAskForProof());
+  EXPECT_EQ(cut_.Proof(), nullptr);
+  cut_.Prove();
+  ASSERT_NE(cut_.Proof(), nullptr);
+  EXPECT_EQ(cut_.Proof()->Lines(TidyLineKind::Row), 4);
+  EXPECT_EQ(cut_.Proof()->lLikeRows, 1) << "below the table";
+  EXPECT_EQ(cut_.Proof()->loss.lBehind, 1);
+  cut_.Update();
+  EXPECT_NE(cut_.Proof(), nullptr) << "nothing has changed";
+  ReplaceInEditor("----- ----", "----- ------");
+  EXPECT_EQ(cut_.Proof(), nullptr);
+  cut_.Prove();
+  ASSERT_NE(cut_.Proof(), nullptr);
+  EXPECT_EQ(cut_.Proof()->loss.lBehind, 0);
+}
+
+TEST_F(RecipeCut, ALessonIsCountedOverTheWholeReport) {
+  std::string sReport;
+  constexpr int kRows = 60000;
+  for (int i = 0; i < kRows; ++i) {
+    sReport += std::to_string(10000 + i) + "  Ann       " + std::to_string(100 + i % 800) + ".50\n";
+    if (i == kRows - 20) sReport += "of Rome  Italy\n";
+  }
+  Report(sReport);
+  editor_.Get("txtFileEditor").sText = "[Header]\r\n";
+  cut_.Update();
+  const auto readAll = [&] {
+    while (cut_.WorkOn(5)) {
+    }
+  };
+  cut_.Teach(Lesson::Row, {kRows - 30, 0, 0});
+  readAll();
+  EXPECT_TRUE(Notes("Rows now: 60000; before: 0")) << cut_.Picture().notes.front().sText;
+  cut_.Teach(Lesson::LeaveOut, {kRows - 30, 1, 5});
+  readAll();
+  EXPECT_TRUE(Notes("Rows now: 59999; before: 60000; No longer rows: 1; First on line: 59970"))
+      << cut_.Picture().notes.front().sText;
+}
+
 TEST_F(RecipeCut, ShowsTablesBoundariesLossesAndCells) {
   const CutPicture& picture = cut_.Picture();
   ASSERT_EQ(picture.lines.size(), 7U);

@@ -101,6 +101,21 @@ TEST_F(TableFinder, OnlyWhatIsTickedIsInTheRecipe) {
   EXPECT_FALSE(finder_.AnyTicked());
 }
 
+TEST_F(TableFinder, LinesThatLookLikeRowsAndAreInNoTableAreListed) {
+  std::string sText = "No       Name    Amount\n";
+  for (int i = 1; i <= 40; ++i) {
+    sText += std::to_string(10000 + i) + "    Ann     1.50\n";
+    if (i == 30) sText += "  77 88    99 11 22      33    44\n";
+  }
+  ASSERT_TRUE(Find(sText)) << sFault_;
+  EXPECT_TRUE(finder_.LooksIncomplete());
+  const ProofGroup leftOut = finder_.LeftOut();
+  EXPECT_EQ(leftOut.sTitle, "Lines that look like rows and are in no table: 1");
+  ASSERT_EQ(leftOut.entries.size(), 1U);
+  EXPECT_EQ(leftOut.entries[0].sText, "1  (Line 32: 77 88    99 11 22      33    44)");
+  EXPECT_EQ(leftOut.entries[0].lLine, 32);
+}
+
 TEST_F(TableFinder, AReportThatWentAwayIsToldWhenItIsReadAgain) {
   ASSERT_TRUE(Find(Payroll() + Stock())) << sFault_;
   std::filesystem::remove(folder_.Path("report.txt"));

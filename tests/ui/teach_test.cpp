@@ -63,6 +63,28 @@ TEST_F(Teach, ARowThatWasNotTakenWidensTheTable) {
   EXPECT_EQ(RowsTaken(report_, teacher.Table()), (std::vector<size_t>{0, 1, 2, 3}));
 }
 
+TEST_F(Teach, ALineFarDownTeachesAlongWithTheBeginning) {
+  std::string sReport;
+  for (int i = 10000; i < 50000; ++i) sReport += "A" + std::to_string(i) + "  10.00  one\n";
+  constexpr int64_t kFar = 40003;
+  sReport += "ITEM    PRICE  NAME\n\nA50000  10.50  two\nA50001     x   two\n";
+  Failure failure;
+  ASSERT_TRUE(report_.Read(folder_.Write("report.txt", sReport), {}, 8, failure, kFar)) << failure.sText;
+  EXPECT_EQ(report_.IndexOf(1), 0U);
+  ASSERT_LT(report_.IndexOf(kFar), report_.Lines().size());
+  EXPECT_EQ(Utf8Of(report_.Lines()[report_.IndexOf(kFar)].sText), "A50000  10.50  two");
+  EXPECT_EQ(report_.IndexOf(20000), report_.Lines().size()) << "between the parts";
+  EXPECT_EQ(report_.IndexOf(kFar + 2), report_.Lines().size());
+  EXPECT_EQ(report_.IndexOf(0), report_.Lines().size());
+  EXPECT_FALSE(report_.IsWhole());
+  clsTableTeacher teacher(report_, {});
+  ASSERT_TRUE(teacher.Row({kFar, 0, 0}, sFault_)) << sFault_;
+  EXPECT_TRUE(teacher.Names({kFar - 2, 0, 0}, sFault_)) << sFault_;
+  EXPECT_EQ(teacher.Table().row.ColumnNames(), (std::vector<std::string>{"ITEM", "PRICE", "NAME"}));
+  EXPECT_EQ(RowsTaken(report_, teacher.Table()).front(), 0U);
+  EXPECT_FALSE(teacher.Row({20000, 0, 0}, sFault_));
+}
+
 TEST_F(Teach, HeadingsAreFoundByLabelOrShape) {
   Read(Payroll());
   clsTableTeacher teacher(report_, {});

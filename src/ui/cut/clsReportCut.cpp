@@ -29,20 +29,30 @@ void clsReportCut::Show(CutPicture picture) {
     picture.sFault.clear();
   }
   fetched_.clear();
-  likeRows_.clear();
   lLines_ = picture.lines.empty() ? 0 : picture.lines.back().lLine;
-  if (const PreviewRequest report = source_.Report(); !report.sInput.empty() && text_.Open(report)) {
-    lLines_ = std::max(lLines_, text_.Counted());
-    pPass_ = std::make_unique<clsReportPass>();
-    ++nProof_;
-    const std::string sRecipe = source_.TidyRecipe();
-    if (sRecipe.empty() || !pPass_->Begin(report, sRecipe)) pPass_.reset();
-  }
+  ReadThrough();
   const int32_t lSelected = nSelected_ < 0 ? -1 : boundaries_[static_cast<size_t>(nSelected_)].lAfter;
   picture_ = std::move(picture);
+  for (CutLine& line : picture_.lines) TellLikeRow(line);
   boundaries_ = BoundariesOf(picture_.Fields(), picture_.rules);
   nSelected_ = BoundaryAt(lSelected);
   if (onChange) onChange();
+}
+
+/// Begins to read the report by the recipe, unless that is being done or was done.
+void clsReportCut::ReadThrough() {
+  const PreviewRequest report = source_.Report();
+  const bool bOpen = !report.sInput.empty() && text_.Open(report);
+  const std::string sRecipe = bOpen ? source_.TidyRecipe() : std::string();
+  if (bOpen) lLines_ = std::max(lLines_, text_.Counted());
+  if (!bOpen || std::exchange(sRead_, text_.Stamp() + "\n" + sRecipe) == sRead_) return;
+  likeRows_.clear();
+  askedProof_.reset();
+  learnedBefore_.reset();
+  ++nProof_;
+  bRecipe_ = !sRecipe.empty();
+  pPass_ = std::make_unique<clsReportPass>();
+  if (!bRecipe_ || !pPass_->Begin(report, sRecipe)) pPass_.reset();
 }
 
 namespace {
@@ -119,6 +129,19 @@ void clsReportCut::Proved() {
   }
   for (CutLine& line : picture_.lines) TellLikeRow(line);
   for (CutLine& line : fetched_) TellLikeRow(line);
+  if (learnedBefore_ && !picture_.notes.empty()) {
+    picture_.notes.erase(picture_.notes.begin());
+    NoteLearned(*learnedBefore_, KindsOfPass());
+  }
+  learnedBefore_.reset();
+  if (onChange) onChange();
+}
+
+void clsReportCut::Prove() {
+  ReportProof proof;
+  if (askedProof_ || !MustAskForProof() || !source_.Prove(proof)) return;
+  askedProof_ = std::move(proof);
+  ++nProof_;
   if (onChange) onChange();
 }
 
@@ -228,46 +251,6 @@ void clsReportCut::Bound(bool bFirst, int64_t lLine) {
   std::string sFault;
   if (!source_.Bound(bFirst, lLine, sFault)) return Note(sFault);
   Update();
-}
-
-void clsReportCut::Teach(Lesson lesson, const PointedLine& line) {
-  Learn([&](std::string& sFault) { return source_.Teach(lesson, line, sFault); });
-}
-
-void clsReportCut::TeachColumn(const PointedColumn& column, const ColumnLesson& lesson) {
-  Learn([&](std::string& sFault) { return source_.TeachColumn(column, lesson, sFault); });
-}
-
-void clsReportCut::Learn(const std::function<bool(std::string& sFault)>& take) {
-  if (!CanTeach()) return;
-  std::string sFault;
-  const std::vector<CutKind> before = picture_.kinds;
-  if (!take(sFault)) return Note(sFault);
-  Update();
-  NoteLearned(before);
-  if (onChange) onChange();
-}
-
-/// How many rows there are now, and which lines aren't rows any more.
-void clsReportCut::NoteLearned(const std::vector<CutKind>& before) {
-  const std::vector<CutKind>& now = picture_.kinds;
-  const auto rows = [](const std::vector<CutKind>& kinds) {
-    return std::count(kinds.begin(), kinds.end(), CutKind::Row);
-  };
-  if (now.empty()) return;
-  int64_t lLost = 0;
-  size_t nFirst = 0;
-  for (size_t i = 0; i < std::min(before.size(), now.size()); ++i) {
-    if (before[i] != CutKind::Row || now[i] == CutKind::Row) continue;
-    if (lLost++ == 0) nFirst = i + 1;
-  }
-  std::string sText = Translate("Rows now:") + " " + std::to_string(rows(now)) + "; " + Translate("before:") + " " +
-                      std::to_string(rows(before));
-  if (lLost > 0) {
-    sText += "; " + Translate("No longer rows:") + " " + std::to_string(lLost) + "; " + Translate("First on line:") +
-             " " + std::to_string(nFirst);
-  }
-  picture_.notes.insert(picture_.notes.begin(), {std::move(sText), lLost > 0});
 }
 
 void clsReportCut::TakeProposal() {

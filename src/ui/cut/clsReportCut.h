@@ -126,6 +126,9 @@ class clsCutSource {
   virtual PreviewRequest Report() { return {}; }
   /// The recipe by whose tidy tables the whole report is read, UTF-8; "" if there is none.
   virtual std::string TidyRecipe() { return {}; }
+  /// The proof of a report whose recipe has other tables than tidy ones; it may take long, and be stopped. False if
+  /// there is none.
+  virtual bool Prove(ReportProof& /*proof*/) { return false; }
   /// Lets the next Look search further for key texts.
   virtual void LookFurther() {}
 };
@@ -154,10 +157,17 @@ class clsReportCut {
   int64_t NextLoss(int64_t lFrom, bool bForward) const;
   /// Counts lines and tells them apart for a moment. False once there is nothing left to do.
   bool WorkOn(int nMilliseconds);
-  /// What became of all lines, once that is known; else null.
   /// Another one for each proof.
   int ProofNumber() const { return nProof_; }
-  const ReportProof* Proof() const { return pPass_ != nullptr && pPass_->IsDone() ? &pPass_->Proof() : nullptr; }
+  /// What became of all lines, once that is known; else null.
+  const ReportProof* Proof() const {
+    if (askedProof_) return &*askedProof_;
+    return pPass_ != nullptr && pPass_->IsDone() ? &pPass_->Proof() : nullptr;
+  }
+  /// True if only Prove makes the proof, as no reading of tidy tables does.
+  bool MustAskForProof() const { return pPass_ == nullptr && bRecipe_ && !picture_.tables.empty(); }
+  /// Reads the whole report for its proof, unless that was done or the user stops it.
+  void Prove();
 
   /// Of the fields that are shown.
   const std::vector<CutBoundary>& Boundaries() const { return boundaries_; }
@@ -206,10 +216,12 @@ class clsReportCut {
 
  private:
   void Show(CutPicture picture);
+  void ReadThrough();
   bool Do(const std::optional<CutChange>& change);
   void Note(std::string_view sFault);
   void Learn(const std::function<bool(std::string& sFault)>& take);
-  void NoteLearned(const std::vector<CutKind>& before);
+  void NoteLearned(const std::vector<CutKind>& before, const std::vector<CutKind>& now);
+  std::vector<CutKind> KindsOfPass() const;
 
   void Tell(CutLine& line) const;
   void TellLikeRow(CutLine& line) const;
@@ -223,7 +235,11 @@ class clsReportCut {
   int64_t lLines_ = 0;
   std::unique_ptr<clsReportPass> pPass_;
   int nProof_ = 1;
-  std::unordered_set<std::string> likeRows_;  ///< Shapes of lines that look like rows and are in no table
+  std::string sRead_;                                  ///< Report and recipe of pass and proof
+  bool bRecipe_ = false;                               ///< There is one to read the report by
+  std::optional<ReportProof> askedProof_;              ///< Made by Prove
+  std::optional<std::vector<CutKind>> learnedBefore_;  ///< What a lesson changed, until the report was read by it
+  std::unordered_set<std::string> likeRows_;           ///< Shapes of lines that look like rows and are in no table
   std::vector<CutBoundary> boundaries_;
   std::vector<CutProposal> proposals_;
   int nProposal_ = -1;

@@ -17,6 +17,8 @@ class clsReportText {
 
   /// Opens it, or keeps it open if it is the same file still. False if it can't be read.
   bool Open(const PreviewRequest& request);
+  /// Tells this state of the file, and how it is read, from others.
+  const std::string& Stamp() const { return sStamp_; }
   /// Lines that are known to be there.
   int64_t Counted() const { return lCounted_; }
   /// Counts on for about so many bytes. False once all are counted.

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "modRecipeOfTables.h"
+#include "modText.h"
 #include "modTranslator.h"
 
 namespace quillon {
@@ -27,7 +28,40 @@ std::string PlacesOf(const TidyCut& cut, size_t nColumn) {
   return std::to_string(place.nStart) + " - " + (place.nEnd > 0 ? std::to_string(place.nEnd) : "");
 }
 
+std::string ShownPart(std::string_view sText) {
+  constexpr size_t kMostShown = 100;
+  return WithoutControls(TrimBlanks(MidChars(sText, 1, kMostShown)));
+}
+
+std::string Counted(const std::string& sWhat, int64_t lCount) {
+  return sWhat + " " + std::to_string(lCount);
+}
+
+std::vector<ProofEntry> DoubtsOf(const FoundTable& table) {
+  std::vector<ProofEntry> doubts;
+  if (table.lMissing > 0) {
+    doubts.push_back({Counted(Translate("Lines like its rows that it doesn't take:"), table.lMissing), 0, true});
+  }
+  if (table.lStrangers > 0) {
+    doubts.push_back(
+        {Counted(Translate("Lines that it takes and that are perhaps no rows:"), table.lStrangers), 0, true});
+  }
+  for (const std::string& sDoubt : table.doubts) doubts.push_back({ShownPart(sDoubt), 0, true});
+  return doubts;
+}
+
 }  // namespace
+
+ProofGroup clsTableFinder::LeftOut() const {
+  ProofGroup group{
+      Counted(Translate("Lines that look like rows and are in no table:"), found_.leftOut.lLines), true, {}};
+  for (const ShapeOfLines& shape : found_.leftOut.shapes) {
+    group.entries.push_back({std::to_string(shape.lLines) + "  (" + Translate("Line") + " " +
+                                 std::to_string(shape.lFirstLine) + ": " + ShownPart(shape.sFirst) + ")",
+                             shape.lFirstLine, true});
+  }
+  return group;
+}
 
 void clsTableFinder::List(const FoundTable& table, size_t nTable) {
   ListedTable& listed = tables_.emplace_back();
@@ -39,6 +73,7 @@ void clsTableFinder::List(const FoundTable& table, size_t nTable) {
   listed.lLastLine = table.lLastLine;
   listed.bDoubtful = table.bDoubtful;
   listed.bIncomplete = table.lMissing > 0;
+  listed.doubts = DoubtsOf(table);
   for (const TidyPart& heading : table.tidy.headings) listed.headings.push_back({NamesOf(heading)});
   const TidyPart& row = table.tidy.row;
   const std::vector<std::string> names = row.ColumnNames();
@@ -47,11 +82,11 @@ void clsTableFinder::List(const FoundTable& table, size_t nTable) {
   }
 }
 
-bool clsTableFinder::Find(const PreviewRequest& report, std::string& sFault) {
+bool clsTableFinder::Find(const PreviewRequest& report, std::string& sFault, const SuggestProgress& progress) {
   report_ = report;
   tables_.clear();
   Failure failure;
-  if (!SuggestTables(report.sInput, report.text, report.lTabSize, {}, found_, failure)) {
+  if (!SuggestTables(report.sInput, report.text, report.lTabSize, {}, found_, failure, progress)) {
     sFault = failure.sText;
     return false;
   }
@@ -94,14 +129,14 @@ TableSuggestion clsTableFinder::Chosen(size_t nTable) const {
   return chosen;
 }
 
-std::string clsTableFinder::Recipe(std::string& sFault) {
+std::string clsTableFinder::Recipe(std::string& sFault, const SuggestProgress& progress) {
   TableSuggestion chosen = Chosen(kNone);
   const auto same = [&](const FoundTable& table) {
     return table.bChosen == found_.tables[static_cast<size_t>(&table - chosen.tables.data())].bChosen;
   };
   Failure failure;
   if (!std::all_of(chosen.tables.begin(), chosen.tables.end(), same) &&
-      !CountTables(report_.sInput, report_.text, report_.lTabSize, chosen, failure)) {
+      !CountTables(report_.sInput, report_.text, report_.lTabSize, chosen, failure, progress)) {
     sFault = failure.sText;
     return {};
   }

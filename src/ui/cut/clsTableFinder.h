@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "modProofList.h"
 #include "modReportPreview.h"
 #include "modSuggestTables.h"
 
@@ -28,8 +29,9 @@ struct ListedTable {
   std::string sName;  ///< Of its sheet
   bool bTicked = true;
   int64_t lRows = 0, lPages = 0, lFirstLine = 0, lLastLine = 0;
-  bool bDoubtful = false;    ///< May be a list of labels or a side note
-  bool bIncomplete = false;  ///< Lines that look like its rows aren't taken
+  bool bDoubtful = false;          ///< May be a list of labels or a side note
+  bool bIncomplete = false;        ///< Lines that look like its rows aren't taken
+  std::vector<ProofEntry> doubts;  ///< What speaks against it
   std::vector<ListedHeading> headings;
   std::vector<ListedColumn> columns;
 };
@@ -39,12 +41,14 @@ struct ListedTable {
 class clsTableFinder {
  public:
   /// False with the reason if the report can't be read or holds none.
-  bool Find(const PreviewRequest& report, std::string& sFault);
+  bool Find(const PreviewRequest& report, std::string& sFault, const SuggestProgress& progress = {});
   const std::vector<ListedTable>& Tables() const { return tables_; }
   /// False if the report goes on behind the lines in which tables were looked for.
   bool IsWhole() const { return found_.bWholeSample; }
-  /// Lines that look like rows and that no table takes.
-  const LeftOutRows& LeftOut() const { return found_.leftOut; }
+  /// Something speaks against it, or rows are in no table.
+  bool LooksIncomplete() const { return found_.LooksIncomplete(); }
+  /// Lines that look like rows and that no table takes, by shape.
+  ProofGroup LeftOut() const;
 
   void Tick(size_t nTable, bool bOn) { tables_[nTable].bTicked = bOn; }
   void TickHeading(size_t nTable, size_t nHeading, bool bOn) { tables_[nTable].headings[nHeading].bTicked = bOn; }
@@ -54,7 +58,7 @@ class clsTableFinder {
 
   /// The recipe of the ticked tables and headings, UTF-8 with LF. Reads the report again if others are ticked than at
   /// first. "" with the reason if that fails.
-  std::string Recipe(std::string& sFault);
+  std::string Recipe(std::string& sFault, const SuggestProgress& progress = {});
   /// The recipe of the ticked tables and of one more, to look at, and that one's number in it.
   std::string RecipeWith(size_t nTable, int32_t& lNumber) const;
 

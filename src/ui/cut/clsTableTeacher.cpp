@@ -36,8 +36,8 @@ bool TellsRows(const TidyTable& table) {
 }  // namespace
 
 bool clsTableTeacher::IsLine(const PointedLine& line, std::string& sFault) const {
-  const bool bThere = line.lLine > 0 && Index(line) < report_.Lines().size();
-  if (!bThere) sFault = Translate("This line lies too far down to be learned from; point at one like it further up.");
+  const bool bThere = Index(line) < report_.Lines().size();
+  if (!bThere) sFault = Translate("The report has no such line.");
   if (!bThere || !report_.Lines()[Index(line)].IsBlank()) return bThere;
   sFault = Translate("This line is blank.");
   return false;

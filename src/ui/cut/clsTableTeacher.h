@@ -25,7 +25,7 @@ struct PointedLine {
 /// not at all; texts of reasons are translated.
 class clsTableTeacher {
  public:
-  /// The report outlives the object. The table is read without a fault.
+  /// The report holds the lines that are pointed at, and outlives the object. The table is read without a fault.
   clsTableTeacher(const clsReportSample& report, TidyTable table) : report_(report), table_(std::move(table)) {}
 
   const TidyTable& Table() const { return table_; }
@@ -42,7 +42,7 @@ class clsTableTeacher {
   bool Further(const PointedLine& line, std::string& sFault);
 
  private:
-  size_t Index(const PointedLine& line) const { return static_cast<size_t>(line.lLine) - 1; }
+  size_t Index(const PointedLine& line) const { return report_.IndexOf(line.lLine); }
   bool IsLine(const PointedLine& line, std::string& sFault) const;
   std::string KeyOf(size_t nLine) const;
   std::vector<size_t> LinesLike(size_t nLine) const;

@@ -20,6 +20,13 @@ ProofGroup KindsGroup(const ReportProof& proof) {
   ProofGroup group{Translate("Lines by kind"), false, {}};
   for (std::string& sText : KindTexts([&](TidyLineKind kind) { return proof.Lines(kind); }))
     group.entries.push_back({std::move(sText)});
+  const PageOrder& pages = proof.pages;
+  if (pages.lPages > 0) {
+    std::string sText = Translate("Pages that don't follow the page before:") + " " + Number(pages.lPages);
+    if (pages.lLine > 0) sText += " (" + Number(pages.lBefore) + ", " + Number(pages.lNumber) + ")";
+    group.entries.push_back({std::move(sText), pages.lLine, true});
+    group.bWarning = true;
+  }
   return group;
 }
 
@@ -129,7 +136,7 @@ std::string LossSentence(const ReportProof& proof) {
 }
 
 bool IsProofBad(const ReportProof& proof) {
-  return proof.lLikeRows > 0 || proof.lTotalsDisagree > 0 || proof.loss.Any();
+  return proof.pages.lPages > 0 || proof.lLikeRows > 0 || proof.lTotalsDisagree > 0 || proof.loss.Any();
 }
 
 }  // namespace quillon

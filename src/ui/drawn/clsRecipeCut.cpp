@@ -150,6 +150,10 @@ bool clsRecipeCut::Bound(bool bFirst, int64_t lLine, std::string& sFault) {
     key = bFirst ? FindStartKey(report, index(lLine), index(lLast), 0)
                  : FindEndKey(report, index(lFirst), index(lLine), report.Lines().size());
   }
+  if (lLine > lLines && !report.IsWhole()) {
+    sFault = Translate("This line is too far down: key texts are looked for in the first megabytes of a report.");
+    return false;
+  }
   if (!key) {
     sFault = Translate("No text near this line stands in the report for the first time.");
     return false;

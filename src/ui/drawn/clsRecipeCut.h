@@ -36,6 +36,7 @@ class clsRecipeCut : public clsCutSource {
   void LookFurther() override;
   PreviewRequest Report() override;
   std::string TidyRecipe() override { return Text(); }
+  bool Prove(ReportProof& proof) override;
   bool CanTeach() override;
   bool Teach(Lesson lesson, const PointedLine& line, std::string& sFault) override;
   bool TeachColumn(const PointedColumn& column, const ColumnLesson& lesson, std::string& sFault) override;

@@ -22,6 +22,10 @@ PreviewRequest clsRecipeCut::Report() {
   return form_.Owner().Report();
 }
 
+bool clsRecipeCut::Prove(ReportProof& proof) {
+  return form_.Owner().Prove(Report(), Text(), proof);
+}
+
 bool clsRecipeCut::CanTeach() {
   const std::string sInput = Report().sInput;
   return !sInput.empty() && IsFile(sInput);
@@ -62,10 +66,11 @@ bool clsRecipeCut::Teach(Lesson lesson, const PointedLine& line, std::string& sF
 }
 
 bool clsRecipeCut::TeachLine(Lesson lesson, const PointedLine& line, TidyTable& table, std::string& sFault) const {
-  const PreviewRequest request = Request();
+  PreviewRequest request = Request();
+  request.text.lMostBytes = 0;
   clsReportSample report;
   Failure failure;
-  if (!report.Read(request.sInput, request.text, request.lTabSize, failure)) {
+  if (!report.Read(request.sInput, request.text, request.lTabSize, failure, line.lLine)) {
     sFault = failure.sText;
     return false;
   }

@@ -129,9 +129,13 @@ void clsTidyLook::DrawTables(CutPicture& picture) const {
 void clsTidyLook::NoteKinds(const clsTidyReport& report, CutPicture& picture) const {
   const TidyTableState& state = report.State(nCurrent_);
   const auto counted = [](const std::string& sWhat, int64_t lCount) { return sWhat + " " + std::to_string(lCount); };
-  picture.notes.push_back(
-      {counted(Translate("Table"), tables_[nCurrent_].lNumber) + ": " + counted(Translate("Records:"), state.lRecords),
-       state.lRecords == 0});
+  std::string sRecords =
+      counted(Translate("Table"), tables_[nCurrent_].lNumber) + ": " + counted(Translate("Records:"), state.lRecords);
+  if (picture.bSearchedShort) {
+    sRecords += "; " + counted(Translate("counted up to line"), static_cast<int64_t>(seen_.size())) + ", " +
+                Translate("the proof counts all");
+  }
+  picture.notes.push_back({std::move(sRecords), state.lRecords == 0});
   std::string sKinds;
   for (const std::string& sText : KindTexts([&](TidyLineKind kind) { return report.Lines(kind); }))
     sKinds += (sKinds.empty() ? "" : ";  ") + sText;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -34,6 +35,8 @@ class clsScreen {
   virtual ~clsScreen() = default;
   /// Shows the form until it is unloaded.
   virtual void ShowModal(clsForm& form) = 0;
+  /// Shows the form in front of all others for as long as what comes back lives, without waiting for anything.
+  virtual std::shared_ptr<void> ShowAlong(clsForm& form) = 0;
   /// The chosen path as a path text; "" if cancelled.
   virtual std::string AskFile(FileQuestion& question) = 0;
   /// The chosen folder without a trailing separator; "" if cancelled.

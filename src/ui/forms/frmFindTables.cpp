@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "frmMain.h"
+#include "frmWorking.h"
 #include "modFormTranslation.h"
 #include "modHelp.h"
 #include "modTranslator.h"
@@ -19,9 +20,10 @@ frmFindTables::frmFindTables(frmMain& owner) : clsForm("frmFindTables"), oOwner_
   OnClick("cmdCancel", [this] { Unloaded(); });
 }
 
-bool frmFindTables::Form_Load(std::string& sFault) {
+bool frmFindTables::Form_Load(std::string& sFault, frmWorking& working) {
   TranslateForm(*this, oOwner_.Screen());
-  if (!finder_.Find(oOwner_.Report(), sFault)) return false;
+  const auto progress = [&](int64_t lDone, int64_t lTotal) { working.Progress(lDone, lTotal); };
+  if (!finder_.Find(oOwner_.Report(), sFault, progress)) return false;
   Get("lblFound").sCaption = FoundText();
   Get("cmdOK").bEnabled = finder_.AnyTicked();
   return true;
@@ -32,12 +34,7 @@ std::string frmFindTables::FoundText() const {
   if (!finder_.IsWhole()) {
     sFound += " " + Translate("Tables were looked for in the first part of the report, and counted in all of it.");
   }
-  const LeftOutRows& leftOut = finder_.LeftOut();
-  if (leftOut.lLines > 0) {
-    sFound += "\n" + Translate("Lines that look like rows and are in no table:") + " " +
-              std::to_string(leftOut.lLines) + "; " + Translate("First on line:") + " " +
-              std::to_string(leftOut.lFirstLine);
-  }
+  if (finder_.LooksIncomplete()) sFound += "\n" + Translate("It looks incomplete; the list below says where.");
   return sFound;
 }
 
@@ -68,9 +65,11 @@ void frmFindTables::Select(size_t nTable) {
 
 void frmFindTables::cmdOK_Click() {
   std::string sFault;
-  oOwner_.SetBusyPointer(true);
-  sRecipe = finder_.Recipe(sFault);
-  oOwner_.SetBusyPointer(false);
+  frmWorking working(oOwner_, Translate("Counting rows"));
+  const auto progress = [&](int64_t lDone, int64_t lTotal) { working.Progress(lDone, lTotal); };
+  std::string sMade;
+  if (!working.Run([&] { sMade = finder_.Recipe(sFault, progress); })) return;
+  sRecipe = std::move(sMade);
   if (!sFault.empty()) {
     oOwner_.Host().ShowMessage(sFault, sCaption, MessageIcon::Warning, MessageButtons::Ok);
     return;

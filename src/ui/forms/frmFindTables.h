@@ -11,6 +11,7 @@
 namespace quillon {
 
 class frmMain;
+class frmWorking;
 
 /// What tables a report has: a list to tick and name, drawn over the report. OK leaves the recipe of the chosen ones.
 class frmFindTables : public clsForm {
@@ -18,7 +19,7 @@ class frmFindTables : public clsForm {
   explicit frmFindTables(frmMain& owner);
 
   /// Looks through the main window's report. False with the reason if there is nothing to show.
-  bool Form_Load(std::string& sFault);
+  bool Form_Load(std::string& sFault, frmWorking& working);
 
   const clsTableFinder& Finder() const { return finder_; }
   const std::vector<ListedTable>& Tables() const { return finder_.Tables(); }

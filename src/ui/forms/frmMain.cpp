@@ -171,6 +171,7 @@ void frmMain::UpdateFileControls() {
   EnableButtonsWithTargets();
   ShowCodePage();
   ShowOptionsInForce();
+  ShowOutputPath();
 }
 
 void frmMain::EnableButtonsWithTargets() {

@@ -98,6 +98,9 @@ class frmMain : public clsForm, public clsRunWindow {
   PreviewRequest Report() const;
   /// Lets the user choose among the tables of the report. Their recipe, with CR LF; "" if there is none.
   std::string AskForTables();
+  /// The proof of a report by a recipe (UTF-8) that has other tables than tidy ones. False if the user stopped it, or
+  /// the reason was told.
+  bool Prove(const PreviewRequest& report, std::string_view sRecipe, ReportProof& proof);
   /// A workbook beside the report, or among the user's documents; "" without one report that is there.
   std::string ProposedOutput() const;
   /// The options that the three steps don't show and that aren't at their default, for a line of the window; "": none.
@@ -133,6 +136,9 @@ class frmMain : public clsForm, public clsRunWindow {
   void EndRun(const UnhandledFailure& failure, std::string_view sAdvice);
   void ShowCodePage();
   void ShowOptionsInForce();
+  std::string OutputOf(const std::string& sInput) const;
+  void ShowOutputPath();
+  bool MayReplaceEachOther();
 
   void cmdFindTables_Click();
   std::string WriteFoundRecipe(const std::string& sText);
@@ -141,6 +147,7 @@ class frmMain : public clsForm, public clsRunWindow {
   void cbCodePage_Click();
   void cmdClearOptions_Click();
   void cmdProof_Click();
+  std::string RecipeOfRun(const PreviewRequest& report) const;
   void cmdInputBrowse_Click();
   void cmdSelectInputFolder_Click();
   void cmdOutputBrowse_Click();

@@ -42,6 +42,7 @@ constexpr std::array kControls{
     ControlRow{ControlKind::Label, "Label5",
                "To convert to CSV use a file name with the *.CSV extension. To convert to Excel use *.XLS or *.XLSX"},
     ControlRow{ControlKind::Label, "Label2", "Example: c:\\output\\Out.csv or c:\\out\\*.xls or c:\\out\\*.xlsx"},
+    ControlRow{ControlKind::Label, "lblOutputPath", ""},
     ControlRow{ControlKind::CheckBox, "cbSaveToOriginalFolder", "Save to Original folder"},
     ControlRow{ControlKind::CommandButton, "cmdEditOutput", "Edit Output File.."},
     ControlRow{ControlKind::CommandButton, "cmdExploreOutputFolder", "Explore Output Folder.."},
@@ -115,7 +116,8 @@ constexpr std::array kHelpButtons{HelpButton{"cmdHelpConversionMethod", 16}, Hel
 void frmMain::MakeControls() {
   for (const ControlRow& row : kControls) Add(row.kind, row.sName, row.sCaption, row.nIndex);
   for (const char* const pName : {"cbFixedWidthProfileList", "cbCodePage"}) Get(pName).bEditable = false;
-  for (const char* const pName : {"cbCodePage", "lblOptionsInForce", "lblClosing"}) Get(pName).sTag = "TranslateFalse";
+  for (const char* const pName : {"cbCodePage", "lblOptionsInForce", "lblClosing", "lblOutputPath"})
+    Get(pName).sTag = "TranslateFalse";
   for (const char* const pName : {"lblClosing", "cmdOpenResult", "cmdShowResult", "cmdProof"})
     Get(pName).bVisible = false;
   Get("keyPause").bEnabled = false;

@@ -4,6 +4,7 @@
 #include "frmExportBuilder.h"
 #include "frmFindTables.h"
 #include "frmMain.h"
+#include "frmWorking.h"
 #include "modFileListing.h"
 #include "modFiles.h"
 #include "modInputChoices.h"
@@ -82,9 +83,10 @@ void frmMain::ProposeOutput() {
 std::string frmMain::AskForTables() {
   frmFindTables dialog(*this);
   std::string sFault;
-  SetBusyPointer(true);
-  const bool bFound = dialog.Form_Load(sFault);
-  SetBusyPointer(false);
+  bool bFound = false;
+  const std::string sReport = Report().sInput;
+  frmWorking working(*this, Translate("Looking for tables in") + " " + sReport.substr(BehindLastSeparator(sReport)));
+  if (!working.Run([&] { bFound = dialog.Form_Load(sFault, working); })) return {};
   if (!bFound) {
     host_.ShowMessage(sFault, sCaption, MessageIcon::Information, MessageButtons::Ok);
     return {};

@@ -5,9 +5,11 @@
 #include "clsTidyReport.h"
 #include "frmMain.h"
 #include "frmProof.h"
+#include "frmWorking.h"
 #include "modFailure.h"
 #include "modPaths.h"
 #include "modProofList.h"
+#include "modProveReport.h"
 #include "modRecipeGlobals.h"
 #include "modRunMessages.h"
 #include "modSettings.h"
@@ -27,12 +29,13 @@ std::string Counted(int64_t lCount, const std::string& sOne, const std::string& 
 
 void frmMain::Go(int32_t& lResult) {
   if (bRunning_) return;
+  if (TrimBlanks(Get("cbOutputFile").sText).empty()) ProposeOutput();
+  if (!MayReplaceEachOther()) return;
   bRunning_ = true;
   struct Ended {
     bool& bFlag;
     ~Ended() { bFlag = false; }
   } ended{bRunning_};
-  if (TrimBlanks(Get("cbOutputFile").sText).empty()) ProposeOutput();
   sOutputOf_ = Get("cbInputFile").sText;
   nFile_ = nFiles_ = 0;
   RunExtras extras;
@@ -128,21 +131,40 @@ void frmMain::ShowClosing(bool bStopped) {
   Get("lblClosing").bVisible = true;
   Get("cmdOpenResult").bVisible = sum.lWritten > 0 && !HasWildcards(sResult_);
   Get("cmdShowResult").bVisible = sum.lWritten > 0;
-  Get("cmdProof").bVisible = sum.lWritten > 0 && sum.bProof;
+  // By tables that take blocks of lines it is worked out when it is asked for.
+  const bool bBlocks = options_.lConversionMethod != kMethodProfile && sum.lFiles == 1;
+  Get("cmdProof").bVisible = sum.lWritten > 0 && (sum.bProof || bBlocks);
 }
 
-void frmMain::cmdProof_Click() {
-  PreviewRequest report = Report();
+std::string frmMain::RecipeOfRun(const PreviewRequest& report) const {
+  if (options_.lConversionMethod == kMethodMarkup) return RecipeOfMarks(report);
   std::vector<std::string> rows;
   Failure failure;
   TextFileOptions text;
   text.pCodePage = SystemCodePage();
-  const std::string sRecipe = ExpandedPath(options_.sRecipeFile);
-  const bool bOne = closing_.lFiles == 1 && Get("cbInputFile").sText == sOutputOf_;
-  if (!bOne || !ReadAllRows(sRecipe, text, rows, failure)) report.sInput.clear();
   std::string sText;
+  if (!ReadAllRows(ExpandedPath(options_.sRecipeFile), text, rows, failure)) return sText;
   for (const std::string& sRow : rows) sText += sRow + "\n";
-  frmProof dialog(*this, closing_.proof, std::move(report), std::move(sText));
+  return sText;
+}
+
+bool frmMain::Prove(const PreviewRequest& report, std::string_view sRecipe, ReportProof& proof) {
+  std::string sFault;
+  frmWorking working(*this, Translate("The report is read for its proof"));
+  bool bProved = false;
+  if (!working.Run([&] { bProved = ProveReport(report, sRecipe, proof, sFault); })) return false;
+  if (!bProved) host_.ShowMessage(sFault, sCaption, MessageIcon::Warning, MessageButtons::Ok);
+  return bProved;
+}
+
+void frmMain::cmdProof_Click() {
+  PreviewRequest report = Report();
+  const bool bOne = closing_.lFiles == 1 && Get("cbInputFile").sText == sOutputOf_;
+  const std::string sRecipe = bOne ? RecipeOfRun(report) : std::string();
+  if (!closing_.bProof && !Prove(report, sRecipe, closing_.proof)) return;
+  closing_.bProof = true;
+  if (sRecipe.empty()) report.sInput.clear();
+  frmProof dialog(*this, closing_.proof, std::move(report), sRecipe);
   dialog.Form_Load();
   screen_.ShowModal(dialog);
 }

@@ -163,7 +163,7 @@ QWidget* clsMainWindow::MakeStep2() {
     pGrid->addWidget(binder_.Widget(pName), 0, kButtonColumn, 1, 2);
   }
   pGrid->addWidget(HelpButton(binder_, "cmdHelpOutputFile"), 0, kHelpColumn);
-  for (const char* const pHint : {"Label5", "Label2"}) AddHint(pGrid, binder_.Widget(pHint));
+  for (const char* const pHint : {"Label5", "Label2", "lblOutputPath"}) AddHint(pGrid, binder_.Widget(pHint));
   AddLastRow(pGrid, Row({binder_.Widget("cbSaveToOriginalFolder")}), binder_.Widget("cmdEditOutput"),
              binder_.Widget("cmdExploreOutputFolder"));
   return pBox;

@@ -122,6 +122,23 @@ void clsQtScreen::ShowModal(clsForm& form) {
   binder.onClose = nullptr;
 }
 
+std::shared_ptr<void> clsQtScreen::ShowAlong(clsForm& form) {
+  struct Shown {
+    Shown(clsForm& shown, QWidget* pParent) : dialog(shown, pParent), binder(shown) {}
+    clsFormDialog dialog;
+    clsFormBinder binder;
+  };
+  QWidget* const pModal = QApplication::activeModalWidget();
+  auto shown = std::make_shared<Shown>(form, pModal != nullptr ? pModal : pMainWindow_);
+  shown->dialog.setObjectName(ToQt(form.sFormName));
+  LayoutDialog(form, shown->binder, shown->dialog, host_);
+  shown->dialog.setWindowTitle(ToQt(form.sCaption));
+  shown->binder.ShowState();
+  shown->dialog.setModal(true);
+  shown->dialog.show();
+  return shown;
+}
+
 std::string clsQtScreen::AskFile(FileQuestion& question) {
   QString sSelected;
   const QString sFilters = Filters(question, sSelected);

@@ -18,6 +18,7 @@ class clsQtScreen : public clsScreen {
   QWidget* MainWindow() const { return pMainWindow_; }
 
   void ShowModal(clsForm& form) override;
+  std::shared_ptr<void> ShowAlong(clsForm& form) override;
   std::string AskFile(FileQuestion& question) override;
   std::string AskFolder(std::string_view sTitle, std::string_view sStartFolder) override;
   std::string AskFont(std::string_view sFontName) override;

@@ -198,6 +198,9 @@ void clsReportCutView::LayOut() {
   pTabs_->setDocumentMode(true);
   pTabs_->addTab(pGrid_, ToQt(Translate("Cells")));
   pTabs_->addTab(pProof_, ToQt(Translate("Proof")));
+  connect(pTabs_, &QTabWidget::currentChanged, this, [this](int nTab) {
+    if (nTab == 1) cut_.Prove();
+  });
   pSplitter->addWidget(pTabs_);
   pSplitter->setStretchFactor(0, 3);
   pSplitter->setStretchFactor(1, 1);
@@ -242,7 +245,9 @@ void clsReportCutView::WorkOn() {
 
 void clsReportCutView::ShowProof() {
   const ReportProof* const pProof = bProof_ ? cut_.Proof() : nullptr;
-  pTabs_->setTabVisible(1, bProof_ && !cut_.Picture().kinds.empty());
+  pTabs_->setTabVisible(1, bProof_ && (!cut_.Picture().kinds.empty() || cut_.MustAskForProof()));
+  // One that must be asked for would be waited for after each change.
+  if (pProof == nullptr && cut_.MustAskForProof()) pTabs_->setCurrentIndex(0);
   // The list is long and changes seldom, the picture with each key.
   if (std::exchange(nProofShown_, cut_.ProofNumber()) == cut_.ProofNumber()) return;
   pTabs_->setTabText(1, ToQt(Translate("Proof")) + (pProof != nullptr && IsProofBad(*pProof) ? " (!)" : ""));
@@ -270,7 +275,7 @@ void clsReportCutView::Show() {
   pWorkOut_->setEnabled(cut_.CanWorkOut());
   pTake_->setVisible(cut_.HasProposal());
   pDrop_->setVisible(cut_.HasProposal());
-  pFurther_->setVisible(cut_.CanLookFurther());
+  pFurther_->setVisible(cut_.CanLookFurther() && !cut_.OnlyShows());
   // Of what the hand did the picture is new already; a look a moment later would be the same again.
   if (cut_.ProofNumber() != nProofShown_ && cut_.Proof() == nullptr) timer_.stop();
   ShowProof();

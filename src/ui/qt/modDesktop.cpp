@@ -1,6 +1,7 @@
 #include "modDesktop.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QLibraryInfo>
 #include <QTranslator>
@@ -98,13 +99,17 @@ void Desktop::StartMainWindow(const std::string& sJobFile) {
   TranslateToolkit();
   QWidget banner;
   ShowBanner(banner);
-  host.Wait(200);
+  // The window is made behind the banner, within the time for which that stands alone.
+  constexpr qint64 kAlone = 200;
+  QElapsedTimer sinceBanner;
+  sinceBanner.start();
   frame.MDIForm_Load(screen);
   frame.ReadIniFile();
   pForm = std::make_unique<frmMain>(host, screen, gConversionOptions, log, fields);
   pWindow = std::make_unique<clsMainWindow>(host, frame, *pForm, log);
   screen.SetMainWindow(pWindow.get());
   pWindow->ApplyPlacement();
+  if (sinceBanner.elapsed() < kAlone) host.Wait(static_cast<int>(kAlone - sinceBanner.elapsed()));
   // The guide of a first start is modal; the window must stand behind it by then.
   pForm->onMaximise = [this] {
     if (frame.placement.lWindowState == 2) pWindow->setWindowState(Qt::WindowMaximized);

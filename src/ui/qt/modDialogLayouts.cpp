@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QTabBar>
@@ -14,6 +15,7 @@
 
 #include "frmLanguage.h"
 #include "frmTextDisplay.h"
+#include "frmWorking.h"
 
 namespace quillon {
 
@@ -216,6 +218,23 @@ void LayoutTextDisplay(clsForm&, clsFormBinder& b, QDialog& dialog) {
   dialog.move(dialog.parentWidget()->pos() + moved);
 }
 
+void LayoutWorking(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
+  auto& form = static_cast<frmWorking&>(anyForm);
+  auto* const pAll = new QVBoxLayout(&dialog);
+  pAll->addWidget(b.Widget("lblWhat"));
+  auto* const pBar = new QProgressBar;
+  pBar->setObjectName("barWorking");
+  pBar->setAccessibleName(ToQt(form.sCaption));
+  pAll->addWidget(pBar);
+  pAll->addLayout(Buttons(b, {"cmdCancel"}));
+  constexpr int kAll = 100;
+  b.onState = [&form, pBar] {
+    pBar->setRange(0, form.Percent() < 0 ? 0 : kAll);
+    pBar->setValue(form.Percent());
+  };
+  dialog.setMinimumWidth(kNoteWidth);
+}
+
 void LayoutColumn(clsForm& form, clsFormBinder& b, QDialog& dialog) {
   auto* const pAll = new QVBoxLayout(&dialog);
   for (const auto& pControl : form.Controls()) pAll->addWidget(b.Widget(pControl->sName, pControl->nIndex));
@@ -234,6 +253,7 @@ void LayoutDialog(clsForm& form, clsFormBinder& binder, QDialog& dialog, clsHost
                                                      {"frmSpecifyFixedWidthText", LayoutProfileEditor},
                                                      {"frmExportBuilder", LayoutRecipeEditor},
                                                      {"frmFindTables", LayoutFindTables},
+                                                     {"frmWorking", LayoutWorking},
                                                      {"frmProof", LayoutProof}};
   const auto found = layouts.find(form.sFormName);
   (found == layouts.end() ? LayoutColumn : found->second)(form, binder, dialog);

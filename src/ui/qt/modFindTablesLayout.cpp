@@ -20,8 +20,9 @@ namespace {
 enum ListColumn { kName, kRows, kColumns, kPages, kLines, kNote };
 
 /// What an entry of the list stands for.
-enum EntryKind { kTable, kHeading, kColumn };
-constexpr int kKindRole = Qt::UserRole, kTableRole = Qt::UserRole + 1, kPartRole = Qt::UserRole + 2;
+enum EntryKind { kTable, kHeading, kColumn, kDoubt };
+constexpr int kKindRole = Qt::UserRole, kTableRole = Qt::UserRole + 1, kPartRole = Qt::UserRole + 2,
+              kLineRole = Qt::UserRole + 3;
 
 QString TypeText(TidyType type) {
   switch (type) {
@@ -44,13 +45,36 @@ QTreeWidgetItem* AddEntry(QTreeWidgetItem* pParent, EntryKind kind, size_t nTabl
   pItem->setData(kName, kTableRole, static_cast<qulonglong>(nTable));
   pItem->setData(kName, kPartRole, static_cast<qulonglong>(nPart));
   Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
-  if (kind != kColumn) flags |= Qt::ItemIsUserCheckable;
-  if (kind != kHeading) flags |= Qt::ItemIsEditable;
+  if (kind == kTable || kind == kHeading) flags |= Qt::ItemIsUserCheckable;
+  if (kind == kTable || kind == kColumn) flags |= Qt::ItemIsEditable;
   pItem->setFlags(flags);
   return pItem;
 }
 
+QColor WarningColour(const QWidget& widget) {
+  const bool bDark = widget.palette().color(QPalette::Base).lightness() < 128;
+  return bDark ? QColor(0xff, 0x9a, 0x8c) : QColor(0xa0, 0, 0);
+}
+
+/// Over the whole width, in the colour of warnings; a click goes to its line.
+QTreeWidgetItem* AddDoubt(QTreeWidgetItem* pParent, size_t nTable, const std::string& sText, int64_t lLine) {
+  QTreeWidgetItem* const pItem = AddEntry(pParent, kDoubt, nTable, 0, sText);
+  pItem->setData(kName, kLineRole, static_cast<qlonglong>(lLine));
+  pItem->setForeground(kName, WarningColour(*pItem->treeWidget()));
+  pItem->setFirstColumnSpanned(true);
+  return pItem;
+}
+
+void AddLeftOut(const ProofGroup& leftOut, QTreeWidget& list) {
+  if (leftOut.entries.empty()) return;
+  constexpr size_t kNoTable = static_cast<size_t>(-1);
+  QTreeWidgetItem* const pGroup =
+      AddDoubt(list.invisibleRootItem(), kNoTable, leftOut.sTitle, leftOut.entries.front().lLine);
+  for (const ProofEntry& entry : leftOut.entries) AddDoubt(pGroup, kNoTable, entry.sText, entry.lLine);
+}
+
 void AddParts(QTreeWidgetItem* pTable, const ListedTable& table, size_t nTable) {
+  for (const ProofEntry& doubt : table.doubts) AddDoubt(pTable, nTable, doubt.sText, doubt.lLine);
   for (size_t k = 0; k < table.headings.size(); ++k) {
     QTreeWidgetItem* const pItem = AddEntry(pTable, kHeading, nTable, k, table.headings[k].sName);
     pItem->setCheckState(kName, table.headings[k].bTicked ? Qt::Checked : Qt::Unchecked);
@@ -79,11 +103,16 @@ void FillList(const frmFindTables& form, QTreeWidget& list) {
     if (table.lFirstLine > 0) put(kLines, QString::number(table.lFirstLine) + " - " + QString::number(table.lLastLine));
     if (table.bDoubtful) pItem->setText(kNote, ToQt(Translate("Perhaps no table")));
     if (table.bIncomplete) pItem->setText(kNote, ToQt(Translate("Perhaps rows are missing")));
+    if (pItem->text(kNote).isEmpty() && !table.doubts.empty()) pItem->setText(kNote, ToQt(table.doubts.front().sText));
+    pItem->setForeground(kNote, WarningColour(list));
+    pItem->setToolTip(kNote, pItem->text(kNote));
     AddParts(pItem, table, n);
   }
+  AddLeftOut(form.Finder().LeftOut(), list);
 }
 
 void Changed(frmFindTables& form, const QTreeWidgetItem& item) {
+  if (item.data(kName, kKindRole).toInt() == kDoubt) return;
   const auto nTable = static_cast<size_t>(item.data(kName, kTableRole).toULongLong());
   const auto nPart = static_cast<size_t>(item.data(kName, kPartRole).toULongLong());
   const bool bTicked = item.checkState(kName) == Qt::Checked;
@@ -115,22 +144,23 @@ QTreeWidget* MakeList(frmFindTables& form) {
   pList->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
   FillList(form, *pList);
   // With one table its columns are what there is to look at.
-  if (form.Tables().size() == 1) pList->expandAll();
+  if (form.Tables().size() == 1) pList->topLevelItem(0)->setExpanded(true);
   for (int n = kName; n < kNote; ++n) pList->resizeColumnToContents(n);
   pList->setCurrentItem(pList->topLevelItem(0));
   QObject::connect(pList, &QTreeWidget::itemChanged, pList,
                    [&form](const QTreeWidgetItem* pItem, int) { Changed(form, *pItem); });
   QObject::connect(pList, &QTreeWidget::currentItemChanged, pList, [&form](const QTreeWidgetItem* pItem) {
-    if (pItem != nullptr) form.Select(static_cast<size_t>(pItem->data(kName, kTableRole).toULongLong()));
+    const size_t nTable = pItem != nullptr ? static_cast<size_t>(pItem->data(kName, kTableRole).toULongLong()) : 0;
+    if (pItem != nullptr && nTable < form.Tables().size()) form.Select(nTable);
   });
   return pList;
 }
 
-/// The list stands on the selected table or one of its parts.
+/// The list stands on the selected table, one of its parts, or on lines that are in none.
 void ShowSelected(const frmFindTables& form, QTreeWidget& list) {
   const QTreeWidgetItem* const pNow = list.currentItem();
-  const bool bThere =
-      pNow != nullptr && static_cast<size_t>(pNow->data(kName, kTableRole).toULongLong()) == form.Selected();
+  const size_t nTable = pNow != nullptr ? static_cast<size_t>(pNow->data(kName, kTableRole).toULongLong()) : 0;
+  const bool bThere = pNow != nullptr && (nTable == form.Selected() || nTable >= form.Tables().size());
   if (!bThere) list.setCurrentItem(list.topLevelItem(static_cast<int>(form.Selected())));
 }
 
@@ -142,6 +172,10 @@ void LayoutFindTables(clsForm& anyForm, clsFormBinder& b, QDialog& dialog) {
   pAll->addWidget(b.Widget("lblFound"));
   QTreeWidget* const pList = MakeList(form);
   clsReportCutView* const pView = MakeCutView<clsFoundCut>(form, dialog);
+  QObject::connect(pList, &QTreeWidget::currentItemChanged, pView, [pView](const QTreeWidgetItem* pItem) {
+    const qlonglong lLine = pItem != nullptr ? pItem->data(kName, kLineRole).toLongLong() : 0;
+    if (lLine > 0) pView->Canvas().GoToLine(lLine);
+  });
   auto* const pSplitter = new QSplitter(Qt::Vertical);
   pSplitter->addWidget(pList);
   pSplitter->addWidget(pView);
