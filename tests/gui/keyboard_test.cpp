@@ -50,7 +50,8 @@ class clsKeyboard : public clsDrawSession {
       const auto* const pRadio = qobject_cast<const QRadioButton*>(pWidget);
       const bool bTakes = pWidget->isVisible() && pWidget->isEnabled() && pWidget->window() == pWindow &&
                           (pWidget->focusPolicy() & Qt::TabFocus) != 0 && pWidget->focusProxy() == nullptr;
-      const bool bInner = qobject_cast<const QComboBox*>(pWidget->parentWidget()) != nullptr;
+      const bool bInner =
+          qobject_cast<const QComboBox*>(pWidget->parentWidget()) != nullptr || pWidget->objectName().startsWith("qt_");
       if (bTakes && !bInner && (pRadio == nullptr || pRadio->isChecked())) wanted << pWidget->objectName();
     }
     return wanted;
@@ -124,6 +125,7 @@ class clsKeyboard : public clsDrawSession {
     for (const char* const pName : {"fgTables", "canvasReportCut", "gridCells", "cmdOK", "cmdCancel"}) {
       QVERIFY2(stops.contains(pName), qPrintable(QString(pName) + " in " + stops.join(' ')));
     }
+    Activate();
     QCOMPARE(Focus(), QString("cbOutputFile"));
     Press(Qt::Key_F5);
     QVERIFY2(Log().contains("Errors: 0"), qPrintable(Log()));
@@ -166,8 +168,9 @@ class clsKeyboard : public clsDrawSession {
     Press(Qt::Key_Space);
     QCOMPARE(sMissing, QString());
     QVERIFY(bReached);
+    Activate();
     Press(Qt::Key_F5);
-    QCOMPARE(ToQt(folder_.Read("stock.csv")).section('\n', 0, 2).remove('\r'), QString("STOCK\nBolts,12\nNuts,3"));
+    QCOMPARE(ToQt(folder_.Read("stock.csv")).section('\n', 0, 2).remove('\r'), QString("Bolts,12\nNuts,3\nWashers,9"));
   }
 };
 
