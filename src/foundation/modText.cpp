@@ -36,6 +36,17 @@ size_t AsciiWords(std::string_view s) {
   return i;
 }
 
+/// Whether all whole words that begin in the first nBytes are plain ASCII. As many bytes as they take must be there.
+bool AreAsciiWords(const char* p, size_t nBytes) {
+  uint64_t nAll = 0;
+  for (size_t i = 0; i < nBytes; i += sizeof nAll) {
+    uint64_t nWord = 0;
+    std::memcpy(&nWord, p + i, sizeof nWord);
+    nAll |= nWord;
+  }
+  return (nAll & 0x8080808080808080U) == 0;
+}
+
 /// Simple case pairs of the Latin, Greek and Cyrillic blocks that towupper of the C locale doesn't know.
 char32_t UpperByBlock(char32_t ch) {
   if (ch == 0xB5) return 0x39C;
@@ -84,10 +95,16 @@ std::string MapText(std::string_view sText, Map map) {
 }  // namespace
 
 bool IsAscii(std::string_view sBytes) {
-  unsigned char all = 0;
-  for (const char c : sBytes.substr(AsciiWords(sBytes))) {
-    all = static_cast<unsigned char>(all | static_cast<unsigned char>(c));
+  constexpr size_t kBlock = 64;  // looked at as a whole: no word of it decides alone
+  for (; sBytes.size() > kBlock; sBytes.remove_prefix(kBlock)) {
+    if (!AreAsciiWords(sBytes.data(), kBlock)) return false;
   }
+  if (sBytes.size() >= sizeof(uint64_t)) {
+    const size_t nBehind = sBytes.size() - sizeof(uint64_t);
+    return AreAsciiWords(sBytes.data(), nBehind) && AreAsciiWords(sBytes.data() + nBehind, sizeof(uint64_t));
+  }
+  unsigned char all = 0;
+  for (const char c : sBytes) all = static_cast<unsigned char>(all | static_cast<unsigned char>(c));
   return all < 0x80;
 }
 

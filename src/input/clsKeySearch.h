@@ -35,6 +35,17 @@ class clsKeySearch {
       }
     }
   }
+  /// The same without forgetting any: found(n) for each place where a text ends.
+  template <typename Found>
+  void LookForAll(std::string_view sRow, Found found) {
+    int32_t nState = 0;
+    for (size_t i = 0; i < sRow.size(); ++i) {
+      if (nState == 0 && !MayBegin(sRow, i)) continue;
+      nState = Step(nState, static_cast<unsigned char>(sRow[i]));
+      for (int32_t n = Live(nState); n != 0; n = Live(nodes_[static_cast<size_t>(n)].nFail))
+        found(static_cast<size_t>(nodes_[static_cast<size_t>(n)].nText));
+    }
+  }
   /// Texts not found so far.
   size_t Left() const { return nLeft_; }
 

@@ -126,7 +126,7 @@ void clsMixedProof::CutRow(size_t nCut, int64_t lLine, std::string_view sLine) {
                                         ? sLine.substr(nFrom, static_cast<size_t>(lCount))
                                         : std::string_view();
     const std::string_view sCell = TrimBlanks(sPiece);
-    record_.cells.push_back({sCell.empty() ? TidyCellKind::Empty : TidyCellKind::Text, sCell, sCell});
+    record_.cells.push_back({sCell.empty() ? TidyCellKind::Empty : TidyCellKind::Text, sCell, sCell, {}});
   }
   proof_.Row(record_);
 }

@@ -63,7 +63,7 @@ void clsReportProof::TableStarts(size_t nTable, const std::vector<TidyColumnInfo
   const auto cutter = bSplit ? std::optional(clsTidyCutter(tidy.row)) : std::optional<clsTidyCutter>();
   table.totals.emplace_back(ProofColumnsOf(columns), tidy.totals, limits_, cutter);
   table.profile.emplace_back(ProofColumnsOf(columns), cutter);
-  if (table.bProof) table.totals.front().ShareSums(shared_, nTable);
+  if (table.bProof && tables_.size() > 1) table.totals.front().ShareSums(shared_, nTable);
 }
 
 void clsReportProof::HeadingChanges(size_t nTable, size_t nHeading, int64_t lLine) {
@@ -122,7 +122,7 @@ void clsReportProof::QueueNumbers(const Table& table, const TidyRecord& row) {
     const TidyCell& cell = row.cells[i];
     if (cell.kind == TidyCellKind::Number) {
       if (cell.sPrinted.size() > nRoom && CharCount(cell.sPrinted) > nRoom) CountReaching(row.lLine);
-      numbers_.emplace_back(i, PlainNumber(cell.sPlain));
+      numbers_.emplace_back(i, cell.number);
     } else if (cell.kind == TidyCellKind::Text && table.columns[i].typing.type == TidyType::Auto) {
       const auto number = ReadTidyNumber(cell.sPrinted, table.columns[i].typing, nullptr);
       if (number) numbers_.emplace_back(i, *number);

@@ -6,6 +6,7 @@
 
 #include "modNumbers.h"
 #include "modText.h"
+#include "modTidyText.h"
 
 namespace quillon {
 
@@ -148,16 +149,16 @@ std::string TidyTableText(const TidyTable& table, const TidyTableState& state) {
     return fmt::format("  ReadStartLine \"{}\" not found\n", Shown(table.sStartLine));
   }
   if (state.lRecords == 0 && state.lNearLine > 0) {
-    return fmt::format("  no line is a row; line {} is, but for {}\n", state.lNearLine,
-                       state.nearColumn == kNoTidyColumn
-                           ? "its picture"
-                           : "column " + std::string(1, static_cast<char>('A' + state.nearColumn % 26)));
+    return fmt::format(
+        "  no line is a row; line {} is, but for {}\n", state.lNearLine,
+        state.nearColumn == kNoTidyColumn ? "its picture" : "column " + TidyColumnLetters(state.nearColumn));
   }
   std::string sText = fmt::format("  lines {} to {}: {}\n", state.lFirstLine, state.lLastLine,
                                   CountedText(state.lRecords, "record", "records"));
   if (state.lMisfits > 0) {
-    sText += fmt::format("  {} in columns of numbers or dates; the first on line {}: {}\n",
-                         CountedText(state.lMisfits, "text", "texts"), state.lMisfitLine, Shown(state.sMisfit));
+    sText += fmt::format("  {} in columns of numbers or dates; the first on line {}, column {}: {}\n",
+                         CountedText(state.lMisfits, "text", "texts"), state.lMisfitLine, Shown(state.sMisfitColumn),
+                         Shown(state.sMisfit));
   }
   return sText;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string>
@@ -21,10 +22,19 @@ class clsTidyCsvOutput : public clsTidyOutput {
 
   bool Heading(const std::vector<std::string>& names) override;
   bool Row(const std::vector<TidyOutCell>& cells) override;
+  bool PlainRow(const std::vector<TidyCell>& cells) override;
+  bool TakesPlainRows() const override { return true; }
 
  private:
   bool PutFields();
-  bool PutPlain();
+  bool RowEnds();
+  template <typename Cells, typename TextOf>
+  bool PutPlain(const Cells& cells, TextOf textOf);
+  bool Asks(char ch) const {
+    return ch == cSeparator_ || static_cast<unsigned char>(ch) >= 0x80 ||
+           std::find(asks_.begin(), asks_.end(), ch) != asks_.end();
+  }
+  bool IsAsItIs(const char* pRow, size_t nBytes, size_t nFields) const;
 
   RecipeContext& context_;
   clsOutputFile& file_;

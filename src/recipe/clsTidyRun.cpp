@@ -86,10 +86,13 @@ class clsTidyRun : public clsTidyListener {
   }
   void Line(int64_t lLine, std::string_view sLine, TidyLineKind kind, size_t nTable) override {
     proof_->Line(lLine, sLine, kind, nTable);
+    lPassed_ = lLine;
   }
-  void Record(const TidyRecord& record) override { bGoesOn_ = SheetOf(record.nTable).Put(record) && bGoesOn_; }
-  void TableLine(size_t nTable, int64_t lLine, std::string_view /*sLine*/, TidyLineKind /*kind*/) override {
-    if (bShared_) SheetOf(nTable).Passes(nTable, lLine);
+  void Record(const TidyRecord& record) override {
+    clsTidySheet& sheet = SheetOf(record.nTable);
+    const bool bHeld = sheet.IsHolding();
+    bGoesOn_ = sheet.Put(record) && bGoesOn_;
+    if (!bHeld && sheet.IsHolding()) holding_.push_back(&sheet);
   }
   void GroupTooLong(size_t nTable, int64_t lLine) override {
     Tell(EntryType::Warning, kTidyLongGroup, {SectionOf(nTable), std::to_string(lLine)});
@@ -172,7 +175,6 @@ class clsTidyRun : public clsTidyListener {
       }
       sheets_[sheetOf_[i]]->AddTable(i);
     }
-    bShared_ = std::any_of(sheets_.begin(), sheets_.end(), [](const auto& sheet) { return sheet->TableCount() > 1; });
     return true;
   }
 
@@ -263,7 +265,7 @@ class clsTidyRun : public clsTidyListener {
     reader_.LeaveEventsToCaller(true);
     for (std::string_view sLine; bGoesOn_ && lines.Next(sLine);) {
       report.Line(sLine);
-      if (bShared_) ReleaseAll(false);
+      if (!holding_.empty()) ReleaseHeld();
       if (reader_.RowNumber() % kTurnEvery == 0 && !Turn()) break;
     }
     reader_.LeaveEventsToCaller(false);
@@ -285,13 +287,16 @@ class clsTidyRun : public clsTidyListener {
     return !gbAbandonOutput && !(gbPauseRequested && PauseEndsRun(context_.host));
   }
 
-  void ReleaseAll(bool bAll) {
-    for (const auto& sheet : sheets_) bGoesOn_ = sheet->Release(bAll) && bGoesOn_;
+  void ReleaseHeld() {
+    for (clsTidySheet* const pSheet : holding_) {
+      pSheet->Passes(lPassed_);
+      bGoesOn_ = pSheet->Release(false) && bGoesOn_;
+    }
+    std::erase_if(holding_, [](const clsTidySheet* pSheet) { return !pSheet->IsHolding(); });
   }
 
   void EndSheets() {
-    ReleaseAll(true);
-    for (const auto& sheet : sheets_) bGoesOn_ = sheet->End() && bGoesOn_;
+    for (const auto& sheet : sheets_) bGoesOn_ = sheet->Release(true) && sheet->End() && bGoesOn_;
     if (pMainSheet_ != nullptr) {
       const int64_t lNext = std::min<int64_t>(pMainSheet_->NextRow(), std::numeric_limits<int32_t>::max());
       context_.recipe.ExportSpecs.setWritePointer(context_.host, 1, static_cast<int32_t>(lNext));
@@ -339,14 +344,10 @@ class clsTidyRun : public clsTidyListener {
       Tell(EntryType::Warning, kTidyNoHeading, {table.sections[k + 1].sName});
     }
     if (state.lMisfits == 0) return;
-    const TidyColumnInfo& column = report.Columns(nTable)[state.nMisfitColumn];
     Tell(EntryType::Warning, kTidyMisfits,
          {sSection, std::to_string(state.lMisfits),
           "\"" + state.sMisfit + "\" (" + std::string("line") + " " + std::to_string(state.lMisfitLine) + ", " +
-              std::string("column") + " " +
-              (column.sName.empty() ? NumToAlpha2(context_.host, static_cast<int32_t>(column.column) + 1)
-                                    : column.sName) +
-              ")"});
+              std::string("column") + " " + state.sMisfitColumn + ")"});
   }
 
   RecipeContext& context_;
@@ -357,8 +358,9 @@ class clsTidyRun : public clsTidyListener {
   std::vector<std::unique_ptr<clsTidySheet>> sheets_;
   std::vector<size_t> sheetOf_;
   clsTidySheetOutput* pMainSheet_ = nullptr;
-  bool bShared_ = false;
-  bool bRead_ = false;  ///< The reader stands behind the report's first line
+  std::vector<clsTidySheet*> holding_;  ///< Rows of theirs wait for other tables
+  int64_t lPassed_ = 0;                 ///< All tables know the lines up to this one
+  bool bRead_ = false;                  ///< The reader stands behind the report's first line
   bool bDied_ = false;
   bool bGoesOn_ = true;
 };

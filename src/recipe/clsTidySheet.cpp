@@ -7,9 +7,8 @@
 namespace quillon {
 
 const clsTidySheet::Table* clsTidySheet::Find(size_t nTable) const {
-  const auto found =
-      std::find_if(tables_.begin(), tables_.end(), [nTable](const Table& table) { return table.nTable == nTable; });
-  return found == tables_.end() ? nullptr : &*found;
+  const auto found = placeOf_.find(nTable);
+  return found == placeOf_.end() ? nullptr : &tables_[found->second];
 }
 
 clsTidySheet::Table* clsTidySheet::Find(size_t nTable) {
@@ -25,10 +24,12 @@ void clsTidySheet::SetColumns(size_t nTable, const std::vector<TidyColumnInfo>& 
   for (const TidyColumnInfo& column : columns) {
     table->types.push_back(column.typing);
     if (const auto known = free.find(column.sName); known != free.end()) {
+      table->bInOrder = table->bInOrder && known->second == table->columns.size();
       table->columns.push_back(known->second);
       free.erase(known);
       continue;
     }
+    table->bInOrder = table->bInOrder && names_.size() == table->columns.size();
     table->columns.push_back(names_.size());
     names_.push_back(column.sName);
   }
@@ -36,11 +37,16 @@ void clsTidySheet::SetColumns(size_t nTable, const std::vector<TidyColumnInfo>& 
 
 void clsTidySheet::Begins(size_t nTable, int64_t lLine) {
   if (tables_.size() == 1) return;
-  if (Table* const table = Find(nTable); table != nullptr) table->lOpen = lLine;
+  Table* const table = Find(nTable);
+  if (table == nullptr) return;
+  Closes(*table);
+  table->lOpen = lLine;
+  open_.insert(lLine);
 }
 
-void clsTidySheet::Passes(size_t nTable, int64_t lLine) {
-  if (Table* const table = Find(nTable); table != nullptr) table->lPassed = lLine;
+void clsTidySheet::Closes(Table& table) {
+  if (table.lOpen > 0) open_.erase(open_.find(table.lOpen));
+  table.lOpen = 0;
 }
 
 bool clsTidySheet::WriteHeading() {
@@ -60,6 +66,12 @@ bool clsTidySheet::Write(const std::vector<TidyOutCell>& cells) {
   return output_->Row(cells);
 }
 
+bool clsTidySheet::WritePlain(const TidyRecord& record) {
+  if (!bHeadingDone_ && !WriteHeading()) return false;
+  ++lRows_;
+  return output_->PlainRow(record.cells);
+}
+
 void clsTidySheet::Place(const Table& table, const TidyRecord& record) {
   // A table that has all columns of its sheet leaves none of the row before.
   if (cells_.size() != names_.size() || table.columns.size() != names_.size()) cells_.assign(names_.size(), {});
@@ -76,9 +88,11 @@ void clsTidySheet::Place(const Table& table, const TidyRecord& record) {
 bool clsTidySheet::Put(const TidyRecord& record) {
   Table* const table = tables_.size() == 1 ? &tables_.front() : Find(record.nTable);
   if (table == nullptr) return true;
+  const bool bWhole = table->bInOrder && record.cells.size() == names_.size();
+  if (tables_.size() == 1 && bWhole && output_->TakesPlainRows()) return WritePlain(record);
   Place(*table, record);
   if (tables_.size() == 1) return Write(cells_);
-  table->lOpen = 0;
+  Closes(*table);
   std::vector<KeptCell> kept;
   for (const TidyOutCell& cell : cells_) {
     kept.push_back({cell.kind, cell.pTyping, std::string(cell.sPrinted), std::string(cell.sPlain)});
@@ -89,10 +103,8 @@ bool clsTidySheet::Put(const TidyRecord& record) {
 
 bool clsTidySheet::Release(bool bAll) {
   if (kept_.empty()) return true;
-  int64_t lSafe = std::numeric_limits<int64_t>::max();
-  for (const Table& table : tables_) {
-    if (!bAll) lSafe = std::min(lSafe, table.lOpen > 0 ? table.lOpen - 1 : table.lPassed);
-  }
+  int64_t lSafe = bAll ? std::numeric_limits<int64_t>::max() : lPassed_;
+  if (!bAll && !open_.empty()) lSafe = std::min(lSafe, *open_.begin() - 1);
   while (!kept_.empty() && kept_.begin()->first <= lSafe) {
     cells_.clear();
     for (const KeptCell& cell : kept_.begin()->second) {

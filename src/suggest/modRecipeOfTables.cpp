@@ -133,11 +133,29 @@ std::string SplitText(const TidyCut& cut) {
   return {};
 }
 
+/// A backslash of a picture stands for the character behind it, and is that of the escape where one is needed.
+std::string EscapedPicture(std::string_view sLike) {
+  std::string sOut;
+  for (size_t i = 0; i < sLike.size(); ++i) {
+    const bool bItself = sLike[i] == '\\' && i + 1 < sLike.size();
+    if (bItself) ++i;
+    const char ch = sLike[i];
+    if (ch == '[' || ch == ';' || ch == '|') {
+      sOut += TidyEscaped(sLike.substr(i, 1));
+    } else if (bItself && (ch == ' ' || ch == 'x')) {
+      sOut += ch == ' ' ? "\\x20" : "\\x78";
+    } else {
+      sOut.append(bItself ? 1 : 0, '\\').push_back(ch);
+    }
+  }
+  return sOut;
+}
+
 void AddPart(std::string& sText, const TidyPart& part) {
   AddKey(sText, "Text", Joined(part.texts));
   AddKey(sText, "Before", TidyEscaped(part.sBefore));
   std::string sLikes;
-  for (const std::string& sLike : part.likes) sLikes += (sLikes.empty() ? "" : "|") + TidyEscaped(sLike);
+  for (const std::string& sLike : part.likes) sLikes += (sLikes.empty() ? "" : "|") + EscapedPicture(sLike);
   AddKey(sText, "Like", sLikes);
   AddKey(sText, "Needs",
          ByColumn(

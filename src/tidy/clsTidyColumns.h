@@ -26,6 +26,7 @@ class clsTidyColumns {
   size_t TargetOf(size_t nLine, TidyColumn column) const { return targets_[nLine][column]; }
 
   /// Names that are printed above the first row: notes its lines one after the other.
+  bool NotesLines() const { return bNamesAbove_; }
   void NoteLine(const clsTidyLine& line);
   /// Puts them in. The cutter is that of the rows.
   void TakeNames(const clsTidyCutter& cutter);

@@ -41,6 +41,7 @@ clsTidyCutter::clsTidyCutter(const TidyPart& part)
   } else {
     for (TidyColumn column = 0; column < nColumns_; ++column) order_.push_back(column);
   }
+  FindClear();
   for (size_t i = 1; i < order_.size(); ++i) bMovesCurrency_ = bMovesCurrency_ || numbers_[order_[i]];
 }
 
@@ -83,6 +84,34 @@ void clsTidyCutter::SetGaps() {
     place->nGapStart = nNext > 0 ? ends[nNext - 1] : 0;
     place->bGapBefore = nNext > 0 && place->nGapStart < place->nFrom;
   }
+}
+
+/// Maps the gaps. A line that has nothing there is cut at its places and leaves nothing.
+void clsTidyCutter::FindClear() {
+  constexpr size_t kWord = 64;
+  if (groups_.size() != 1 || groups_.front().empty() || IsSplit()) return;
+  const Group& group = groups_.front();
+  const bool bOpen = group.back().nEnd == kOpen;
+  size_t nDone = 0;
+  gapMap_.assign((bOpen ? group.back().nFrom : group.back().nEnd) / kWord + 1, ~uint64_t{0});
+  nGapBehind_ = bOpen ? 0 : ~uint64_t{0};
+  for (const Place& place : group) {
+    if (place.nFrom < nDone) return;
+    if (nDone > 0 && place.nFrom == nDone) touches_.push_back(nDone);
+    nDone = place.nEnd;
+    for (size_t n = place.nFrom; n < std::min(nDone, gapMap_.size() * kWord); ++n)
+      gapMap_[n / kWord] &= ~(uint64_t{1} << (n % kWord));
+  }
+  bOrderly_ = true;
+}
+
+bool clsTidyCutter::IsClear(const clsTidyLine& line) const {
+  if (!bOrderly_ || !line.IsAscii()) return false;
+  const size_t nWords = line.InkWords();
+  uint64_t nInGaps = 0;
+  for (size_t i = 0; i < std::min(nWords, gapMap_.size()); ++i) nInGaps |= line.Ink()[i] & gapMap_[i];
+  for (size_t i = gapMap_.size(); i < nWords && nGapBehind_ != 0; ++i) nInGaps |= line.Ink()[i];
+  return nInGaps == 0;
 }
 
 /// Where a cell ends behind whose column something stands in a gap.
@@ -132,8 +161,14 @@ size_t clsTidyCutter::Spans(const clsTidyLine& line, const Group& group, size_t 
 
 void clsTidyCutter::Cut(const clsTidyLine& line, size_t nGroup, std::vector<std::string_view>& cells) const {
   if (IsSplit()) return Split(line.Text(), cells);
-  cells.assign(nColumns_, {});
   const Group& group = groups_[nGroup];
+  if (cells.size() != nColumns_ || group.size() != nColumns_) cells.assign(nColumns_, {});
+  bLastClear_ = IsClear(line);
+  if (bLastClear_) {
+    for (const Place& place : group) cells[place.column] = line.Trimmed(place.nFrom, place.nEnd);
+    if (bMovesCurrency_ && line.MayHaveCurrency()) MoveCurrency(cells);
+    return;
+  }
   const size_t nTaken = nGroup == 0 ? 0 : Spans(line, groups_[nGroup - 1], 0, spans_);
   Spans(line, group, nTaken, spans_);
   for (size_t i = 0; i < group.size(); ++i) {
@@ -175,7 +210,7 @@ void clsTidyCutter::MoveCurrency(std::vector<std::string_view>& cells) const {
 }
 
 bool clsTidyCutter::LastCutLeavesText(const clsTidyLine& line) const {
-  if (groups_.size() != 1) return false;
+  if (groups_.size() != 1 || bLastClear_) return false;
   size_t nDone = kOpen;
   for (const Span& span : spans_) {
     for (size_t n = nDone; n < span.nFrom && n < line.Size(); ++n) {
@@ -216,9 +251,21 @@ const std::vector<clsTidyCutter::Span>& clsTidyCutter::SpansOf(const clsTidyLine
   return left_;
 }
 
+/// Of a line that leaves nothing.
+void clsTidyCutter::AddDivided(const clsTidyLine& line, int64_t lLine, TidyLeft& left) const {
+  for (const size_t nAt : touches_) {
+    if (!line.IsBlankAt(nAt - 1) && !line.IsBlankAt(nAt) && left.lDivided++ == 0) left.lDividedLine = lLine;
+  }
+}
+
 bool clsTidyCutter::AddLeft(const clsTidyLine& line, int64_t lLine, const std::vector<size_t>& records,
                             clsGapTexts& gaps, TidyLeft& left) const {
   if (IsSplit()) return false;
+  if (bLastClear_) {
+    AddDivided(line, lLine, left);
+    gaps.RowEnds();
+    return false;
+  }
   bool bLeft = false;
   const std::vector<Span>& spans = SpansOf(line, records);
   size_t nDone = 0;

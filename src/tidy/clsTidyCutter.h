@@ -66,6 +66,9 @@ class clsTidyCutter {
   size_t EarlyStart(const clsTidyLine& line, const Place& place, size_t nTaken) const;
   size_t Spans(const clsTidyLine& line, const Group& group, size_t nTaken, std::vector<Span>& spans) const;
   static bool TakeGap(const clsTidyLine& line, int64_t lLine, size_t nGap, GapSide side, Span gap, clsGapTexts& gaps);
+  void AddDivided(const clsTidyLine& line, int64_t lLine, TidyLeft& left) const;
+  void FindClear();
+  bool IsClear(const clsTidyLine& line) const;
   const std::vector<Span>& SpansOf(const clsTidyLine& line, const std::vector<size_t>& records) const;
   void MoveCurrency(std::vector<std::string_view>& cells) const;
 
@@ -78,6 +81,12 @@ class clsTidyCutter {
   std::vector<std::pair<size_t, size_t>> ranges_;  ///< By column, of the first group
   bool bMovesCurrency_ = false;
   mutable std::vector<Span> spans_, left_;  ///< Kept for their memory
+
+  bool bOrderly_ = false;            ///< One record a line, and no column overlaps another
+  std::vector<uint64_t> gapMap_;     ///< By position: no column is there; of orderly ones
+  uint64_t nGapBehind_ = 0;          ///< The same of all words behind the map
+  std::vector<size_t> touches_;      ///< Where a column begins right behind another
+  mutable bool bLastClear_ = false;  ///< The line cut last has nothing in the gaps, so spans_ weren't needed
 };
 
 }  // namespace quillon

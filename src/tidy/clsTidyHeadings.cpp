@@ -9,10 +9,11 @@ namespace quillon {
 
 TidyCell TypeTidyCell(std::string_view sPrinted, const TidyTyping& typing, const std::vector<std::string>& blanks,
                       std::string& sScratch) {
-  TidyCell cell{TidyCellKind::Text, sPrinted, sPrinted};
-  if (sPrinted.empty() || IsTidyBlank(sPrinted, blanks)) return {TidyCellKind::Empty, sPrinted, {}};
+  TidyCell cell{TidyCellKind::Text, sPrinted, sPrinted, {}};
+  if (sPrinted.empty() || IsTidyBlank(sPrinted, blanks)) return {TidyCellKind::Empty, sPrinted, {}, {}};
   if (typing.type == TidyType::Number) {
-    cell.kind = ReadTidyNumber(sPrinted, typing, &sScratch) ? TidyCellKind::Number : TidyCellKind::Misfit;
+    const bool bNumber = ReadTidyNumber(sPrinted, typing, &sScratch, cell.number);
+    cell.kind = bNumber ? TidyCellKind::Number : TidyCellKind::Misfit;
   } else if (typing.type == TidyType::Date) {
     cell.kind = ReadTidyDate(sPrinted, typing.sDateForm, sScratch) ? TidyCellKind::Date : TidyCellKind::Misfit;
   } else {

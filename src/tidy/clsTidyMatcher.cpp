@@ -73,9 +73,10 @@ bool clsTidyMatcher::FitsPicture(const clsTidyLine& line) const {
 
 bool clsTidyMatcher::FitsNeeds(std::span<const std::string_view> cells) const {
   for (Known& known : known_) known.sCell = {};
-  return std::all_of(part_.needs.begin(), part_.needs.end(), [&](const TidyNeed& need) {
-    return FitsNeed(need, need.column < cells.size() ? cells[need.column] : std::string_view());
-  });
+  for (const TidyNeed& need : part_.needs) {
+    if (!FitsNeed(need, need.column < cells.size() ? cells[need.column] : std::string_view())) return false;
+  }
+  return true;
 }
 
 size_t clsTidyMatcher::CountFailing(std::span<const std::string_view> cells, TidyColumn& failing) const {
@@ -89,8 +90,17 @@ size_t clsTidyMatcher::CountFailing(std::span<const std::string_view> cells, Tid
 }
 
 bool clsTidyMatcher::FitsNeed(const TidyNeed& need, std::string_view sCell) const {
-  return std::any_of(need.alternatives.begin(), need.alternatives.end(),
-                     [&](const TidyKindOrText& kind) { return FitsKind(kind, need.column, sCell); });
+  for (const TidyKindOrText& kind : need.alternatives) {
+    if (FitsKind(kind, need.column, sCell)) return true;
+  }
+  return false;
+}
+
+bool clsTidyMatcher::FitsNumber(TidyColumn column, std::string_view sCell) const {
+  Known& known = known_[column];
+  if (!ReadTidyNumber(sCell, part_.TypeOf(column), &known.sPlain, known.number)) return false;
+  known.sCell = sCell;
+  return true;
 }
 
 bool clsTidyMatcher::FitsKind(const TidyKindOrText& kind, TidyColumn column, std::string_view sCell) const {
@@ -99,9 +109,7 @@ bool clsTidyMatcher::FitsKind(const TidyKindOrText& kind, TidyColumn column, std
   if (IsTidyBlank(sCell, part_.blanks)) return true;
   switch (kind.kind) {
     case TidyKind::Number:
-      if (!ReadTidyNumber(sCell, part_.TypeOf(column), &known_[column].sPlain)) return false;
-      known_[column].sCell = sCell;
-      return true;
+      return FitsNumber(column, sCell);
     case TidyKind::Digits:
       return std::all_of(sCell.begin(), sCell.end(), IsAsciiDigit);
     case TidyKind::Date:

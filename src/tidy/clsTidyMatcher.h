@@ -8,6 +8,7 @@
 
 #include "clsTidyLine.h"
 #include "modTidyModel.h"
+#include "modTidyValues.h"
 
 namespace quillon {
 
@@ -30,11 +31,17 @@ class clsTidyMatcher {
   bool FitsPicture(const clsTidyLine& line) const;
   /// All needs. pFailing, if given, gets how many fail, and the column of one of them.
   bool FitsNeeds(std::span<const std::string_view> cells) const;
-  /// The plain form of a cell that FitsNeeds found to be a number at its last call, so that none is read twice; null
-  /// for any other. To be asked while that call's cells are there.
-  const std::string* KnownNumber(TidyColumn column, std::string_view sCell) const {
+  /// A cell that turned out to be a number.
+  struct Known {
+    std::string_view sCell;  ///< Null data: none
+    std::string sPlain;
+    TidyNumber number;
+  };
+  /// What FitsNeeds found to be a number at its last call, so that none is read twice; null for any other cell. To be
+  /// asked while that call's cells are there.
+  const Known* KnownNumber(TidyColumn column, std::string_view sCell) const {
     if (sCell.empty() || column >= known_.size() || known_[column].sCell.data() != sCell.data()) return nullptr;
-    return known_[column].sCell.size() == sCell.size() ? &known_[column].sPlain : nullptr;
+    return known_[column].sCell.size() == sCell.size() ? &known_[column] : nullptr;
   }
   size_t CountFailing(std::span<const std::string_view> cells, TidyColumn& failing) const;
 
@@ -48,11 +55,7 @@ class clsTidyMatcher {
   static bool FitsStep(const clsTidyLine& line, size_t nPosition, const Step& step);
   bool FitsNeed(const TidyNeed& need, std::string_view sCell) const;
   bool FitsKind(const TidyKindOrText& kind, TidyColumn column, std::string_view sCell) const;
-
-  struct Known {
-    std::string_view sCell;  ///< Null data: none
-    std::string sPlain;
-  };
+  bool FitsNumber(TidyColumn column, std::string_view sCell) const;
 
   const TidyPart& part_;
   mutable std::vector<Known> known_;  ///< By column; only as many as needs reach

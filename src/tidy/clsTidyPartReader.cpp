@@ -4,6 +4,38 @@
 
 namespace quillon {
 
+namespace {
+
+/// How often reports hold a byte, roughly.
+int Commonness(char c) {
+  if (std::string_view(" .,-_=*").find(c) != std::string_view::npos) return 3;
+  if (IsAsciiDigit(c)) return 2;
+  return IsAsciiLetter(c) ? 1 : 0;
+}
+
+size_t RareByteOf(std::string_view sText) {
+  const auto rare =
+      std::min_element(sText.begin(), sText.end(), [](char a, char b) { return Commonness(a) < Commonness(b); });
+  return static_cast<size_t>(rare - sText.begin());
+}
+
+/// By a byte that most lines without the text don't hold either.
+size_t FindByByte(std::string_view sLine, std::string_view sText, size_t nRare) {
+  for (size_t nAt = nRare; nAt < sLine.size(); ++nAt) {
+    nAt = sLine.find(sText[nRare], nAt);
+    if (nAt == std::string_view::npos) break;
+    if (sLine.substr(nAt - nRare).starts_with(sText)) return nAt - nRare;
+  }
+  return std::string_view::npos;
+}
+
+}  // namespace
+
+clsTidyPartReader::clsTidyPartReader(const TidyPart& part, bool bLeads)
+    : part_(part), bLeads_(bLeads), matcher_(part), cutter_(part) {
+  for (const std::string& sText : part.texts) rareBytes_.push_back(RareByteOf(sText));
+}
+
 std::string_view WithoutLeader(std::string_view sValue) {
   for (;;) {
     sValue = TrimRightBlanks(sValue);
@@ -18,8 +50,9 @@ std::string_view WithoutLeader(std::string_view sValue) {
 }
 
 bool clsTidyPartReader::FindText(std::string_view sLine, size_t& nBehind) const {
-  for (const std::string& sText : part_.texts) {
-    const size_t nPos = sLine.find(sText);
+  for (size_t i = 0; i < part_.texts.size(); ++i) {
+    const std::string& sText = part_.texts[i];
+    const size_t nPos = FindByByte(sLine, sText, rareBytes_[i]);
     if (nPos == std::string_view::npos) continue;
     nBehind = nPos + sText.size();
     return true;

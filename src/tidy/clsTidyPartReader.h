@@ -13,7 +13,7 @@ class clsTidyPartReader {
  public:
   /// The part must outlive the object. bLeads: values lead on to what stands behind them, as a label or heading does;
   /// the ":" or ".." at their ends is none of theirs.
-  clsTidyPartReader(const TidyPart& part, bool bLeads) : part_(part), bLeads_(bLeads), matcher_(part), cutter_(part) {}
+  clsTidyPartReader(const TidyPart& part, bool bLeads);
 
   /// True if the line is one of the part's; its values are cut then.
   bool Reads(const clsTidyLine& line);
@@ -31,6 +31,7 @@ class clsTidyPartReader {
 
   const TidyPart& part_;
   const bool bLeads_;
+  std::vector<size_t> rareBytes_;  ///< By text: where the byte stands that lines have least of
   clsTidyMatcher matcher_;
   clsTidyCutter cutter_;
   std::vector<std::vector<std::string_view>> cells_{1};

@@ -7,6 +7,7 @@
 
 #include "clsGapTexts.h"
 #include "modTidyModel.h"
+#include "modTidyValues.h"
 
 namespace quillon {
 
@@ -40,6 +41,7 @@ struct TidyCell {
   TidyCellKind kind = TidyCellKind::Empty;
   std::string_view sPrinted;  ///< As the report has it, blanks around it aside
   std::string_view sPlain;    ///< As a CSV file has it: "-1234.50", "2024-12-31", else as printed
+  TidyNumber number;          ///< Of a Number
 };
 
 /// A record. Views are good during the call that hands it out.
@@ -70,8 +72,9 @@ class clsTidyListener {
   /// A stretch of the table begins or ends at this line (both included).
   virtual void StretchStarts(size_t nTable, int64_t lLine);
   virtual void StretchEnds(size_t nTable, int64_t lLine);
-  /// What one table makes of a line, once for each line and table, blank lines included. A line that goes in front of
-  /// the row below (Join=down), and all behind it, come with that row.
+  /// What a table makes of a line, once for each line and table, blank lines included. A line that goes in front of
+  /// the row below (Join=down), and all behind it, come with that row. Where there are several tables, those that
+  /// neither began nor may begin at a line aren't asked for it, and it is outside of them.
   virtual void TableLine(size_t nTable, int64_t lLine, std::string_view sLine, TidyLineKind kind);
   /// What the line is for the report, once for each line and in their order; as soon as all tables know it. nTable: the
   /// table whose kind it is, 0 for one that is outside of all.
@@ -97,6 +100,7 @@ struct TidyTableState {
   int64_t lMisfitLine = 0;
   std::string sMisfit;                  ///< The first of them
   size_t nMisfitColumn = 0;             ///< Index among the columns
+  std::string sMisfitColumn;            ///< Its name, or its letters in its part where it has none
   std::vector<int64_t> headingsFound;   ///< Lines that were heading k
   int64_t lGapLines = 0, lGapLine = 0;  ///< Rows with a letter or digit between two columns, and the first
   TidyLeft left;

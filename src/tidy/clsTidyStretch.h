@@ -23,6 +23,8 @@ class clsTidyStretch {
   bool EndsAt(int64_t lLine) const { return !stretches_.empty() && stretches_.front().lEnd == lLine; }
   /// True if no further stretch can come behind the line.
   bool IsOver(int64_t lLine) const;
+  /// True if no line is in a stretch until one holds the start text, if any does.
+  bool IsIdle() const { return stretches_.empty() && looking_ != Looking::End; }
   /// Until=blank: the present stretch ends here. True if lines that arrived since must arrive once more, as they may
   /// begin another one.
   bool EndHere(int64_t lLine);

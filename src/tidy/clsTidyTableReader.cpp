@@ -1,6 +1,7 @@
 #include "clsTidyTableReader.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "modTidyValues.h"
 
@@ -14,6 +15,13 @@ TidyColumn FirstTextColumn(const TidyTable& table, const clsTidyCutter& cutter) 
     if (cutter.IsTextColumn(column)) return column;
   }
   return 0;
+}
+
+/// A stretch that begins above its start text concerns lines that passed, and a heading without a text may be any line.
+bool MaySleep(const TidyTable& table) {
+  return (table.sStartLine.empty() || table.lStartOffset >= 0) &&
+         std::none_of(table.headings.begin(), table.headings.end(),
+                      [](const TidyPart& heading) { return heading.texts.empty(); });
 }
 
 }  // namespace
@@ -30,11 +38,12 @@ clsTidyTableReader::clsTidyTableReader(const TidyTable& table, size_t nTable, cl
       headings_(table.headings),
       levels_(table),
       stretch_(table),
+      bMaySleep_(MaySleep(table)),
       bKeeps_(table.join == TidyJoin::Up || !table.lines.empty()),
       downColumn_(FirstTextColumn(table, cutter_)),
       cells_(cutter_.Groups()),
       open_(cutter_.Groups()),
-      fills_(cutter_.Columns()) {
+      fills_(cutter_.Groups(), std::vector<std::string>(cutter_.Columns())) {
   for (const TidyFurtherLine& line : table.lines) {
     further_.emplace_back(line.part, !line.part.texts.empty());
     if (!line.IsByDistance()) continue;
@@ -54,13 +63,13 @@ void clsTidyTableReader::Arrives(int64_t lLine, std::string_view sLine) {
   if (ring_.empty()) return Process(lLine, sLine);
   const int64_t lDelay = stretch_.Delay();
   std::string& sSlot = ring_[static_cast<size_t>(lLine % lDelay)];
-  if (lLine > lDelay) Process(lLine - lDelay, sSlot);
+  if (lLine - lDelay >= lFirst_) Process(lLine - lDelay, sSlot);
   sSlot.assign(sLine);
 }
 
 void clsTidyTableReader::End(int64_t lLines) {
   const int64_t lDelay = stretch_.Delay();
-  for (int64_t lLine = std::max<int64_t>(1, lLines - lDelay + 1); lDelay > 0 && lLine <= lLines; ++lLine) {
+  for (int64_t lLine = std::max(lFirst_, lLines - lDelay + 1); lDelay > 0 && lLine <= lLines; ++lLine) {
     lArriving_ = lLines;
     arriving_ = ring_[static_cast<size_t>(lLines % lDelay)];
     Process(lLine, ring_[static_cast<size_t>(lLine % lDelay)]);
@@ -71,6 +80,24 @@ void clsTidyTableReader::End(int64_t lLines) {
   state_.bStarted = stretch_.WasFound();
   state_.bEnded = stretch_.EndWasFound();
   gaps_.Settle(state_.left.lost, state_.left.same);
+}
+
+std::vector<std::string> clsTidyTableReader::KeyTexts() const {
+  std::vector<std::string> texts;
+  if (!table_.sStartLine.empty()) texts.push_back(table_.sStartLine);
+  for (const TidyPart& heading : table_.headings) texts.insert(texts.end(), heading.texts.begin(), heading.texts.end());
+  return texts;
+}
+
+bool clsTidyTableReader::IsIdle(int64_t lLastKey) const {
+  return bMaySleep_ && !bInStretch_ && stretch_.IsIdle() && lLastKey <= lArriving_ - stretch_.Delay() &&
+         waiting_.empty() && (bStarted_ || !columns_.NotesLines()) && !IsOpen();
+}
+
+int64_t clsTidyTableReader::Sleeps() {
+  const int64_t lUntold = std::max(lFirst_, lArriving_ - stretch_.Delay() + 1);
+  lFirst_ = std::numeric_limits<int64_t>::max();
+  return lUntold;
 }
 
 void clsTidyTableReader::Process(int64_t lLine, std::string_view sLine) {
@@ -150,8 +177,9 @@ TidyLineKind clsTidyTableReader::TakeHeading(int64_t lLine, bool bIn) {
   if (const size_t nChange = headings_.FirstChange(); nChange != clsTidyHeadings::kNone) {
     Flush();
     headings_.Apply();
+    bHeadingsNew_ = true;
     levels_.Clear();
-    for (std::string& sFill : fills_) sFill.clear();
+    for (auto& above : fills_) above.assign(above.size(), {});
     listener_.HeadingChanges(nTable_, nChange, lLine);
   }
   const bool bMayBeRow = bIn && (matcher_.HasPictures() || matcher_.HasNeeds()) &&
@@ -233,12 +261,10 @@ void clsTidyTableReader::TakeRecord(int64_t lLine, size_t nGroup) {
   lFrontLine_ = lLine;
   nFrontIndent_ = table_.levelColumn == kNoTidyColumn ? 0 : IndentOf(cells[table_.levelColumn]);
   if (!waiting_.empty()) PutInFront(cells);
-  FillCells(cells);
+  FillCells(cells, fills_[nGroup]);
   if (table_.levelColumn != kNoTidyColumn) levels_.Row(nFrontIndent_, cells[table_.levelColumn], lFrontLine_);
-  values_ = cells;
-  values_.resize(columns_.Values());
   record_.lLine = record_.lLastLine = lLine;
-  Build(record_, values_, true);
+  Build(record_, cells, true);
   listener_.Row(record_);
   ++state_.lRecords;
   if (!bKeeps_) {
@@ -248,8 +274,9 @@ void clsTidyTableReader::TakeRecord(int64_t lLine, size_t nGroup) {
   Open& open = open_[nGroup];
   open.bOpen = true;
   open.lLine = open.lLastLine = lLine;
-  open.values.resize(values_.size());
-  for (size_t i = 0; i < values_.size(); ++i) open.values[i].assign(values_[i]);
+  open.values.resize(columns_.Values());
+  for (size_t i = 0; i < open.values.size(); ++i)
+    open.values[i].assign(i < cells.size() ? cells[i] : std::string_view());
   if (cutter_.IsSplit()) open.sWhole.assign(line_.Text());
 }
 
@@ -277,12 +304,13 @@ void clsTidyTableReader::GatherWaiting() {
   }
 }
 
-void clsTidyTableReader::FillCells(std::vector<std::string_view>& cells) {
+/// From the row above, of the same record of its line.
+void clsTidyTableReader::FillCells(std::vector<std::string_view>& cells, std::vector<std::string>& above) const {
   for (const TidyColumn column : table_.fills) {
     if (cells[column].empty() || cells[column] == "\"" || IsTidyBlank(cells[column], table_.row.blanks)) {
-      cells[column] = fills_[column];
+      cells[column] = above[column];
     } else {
-      fills_[column].assign(cells[column]);
+      above[column].assign(cells[column]);
     }
   }
 }

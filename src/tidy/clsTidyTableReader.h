@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,6 +32,15 @@ class clsTidyTableReader {
 
   void Arrives(int64_t lLine, std::string_view sLine);
   void End(int64_t lLines);
+
+  /// One of these texts stands on every line that an idle table may begin at or take a heading from.
+  std::vector<std::string> KeyTexts() const;
+  /// True if no line concerns the table until one holds a key text again. lLastKey: the last line that did.
+  bool IsIdle(int64_t lLastKey) const;
+  /// Lines from the one that is told on are known to be outside; none arrives until Wakes.
+  int64_t Sleeps();
+  /// Lines from this one on arrive again.
+  void Wakes(int64_t lLine) { lFirst_ = lLine; }
 
   const std::vector<TidyColumnInfo>& Columns() const { return columns_.All(); }
   const TidyTableState& State() const { return state_; }
@@ -64,7 +74,7 @@ class clsTidyTableReader {
   void TakeRecord(int64_t lLine, size_t nGroup);
   void PutInFront(std::vector<std::string_view>& cells);
   void GatherWaiting();
-  void FillCells(std::vector<std::string_view>& cells);
+  void FillCells(std::vector<std::string_view>& cells, std::vector<std::string>& above) const;
   size_t IndentOf(std::string_view sCell) const;
 
   bool AddByDistance(int64_t lLine);
@@ -82,7 +92,7 @@ class clsTidyTableReader {
   bool IsOpen() const;
 
   /// bMatched: the values are those of the line that was held against the needs last.
-  void Build(TidyRecord& record, const std::vector<std::string_view>& values, bool bMatched);
+  void Build(TidyRecord& record, std::span<const std::string_view> values, bool bMatched);
   void Finish(Open& open);
   void CountMisfits(const TidyRecord& record);
   void StartStretch(int64_t lLine);
@@ -108,6 +118,8 @@ class clsTidyTableReader {
   std::vector<std::string> ring_;  ///< Lines that arrived and aren't processed yet
   std::string_view arriving_;
   int64_t lArriving_ = 0;
+  int64_t lFirst_ = 1;    ///< The first line since it woke
+  const bool bMaySleep_;  ///< Its key texts tell all lines that concern it when it is idle
 
   clsTidyLine line_;
   bool bInStretch_ = false;
@@ -121,14 +133,15 @@ class clsTidyTableReader {
   std::vector<size_t> fitting_;                       ///< Groups of the line that are records
   std::vector<Open> open_;                            ///< By group
   std::vector<Waiting> waiting_;
-  std::vector<std::string> fills_;  ///< By column: the value above
+  std::vector<std::vector<std::string>> fills_;  ///< By group and column: the value above
   std::string sInFront_;
   size_t nFrontIndent_ = 0;
   int64_t lFrontLine_ = 0;
 
   TidyRecord record_;
+  bool bHeadingsNew_ = true;  ///< The record in hand has yet to get the values of the headings
   std::vector<std::string_view> values_, pieces_;
-  std::string sArena_, sScratch_;  ///< Backs plain forms of the record in hand
+  std::vector<std::string> plains_;  ///< By column: backs the plain forms of the record in hand
 };
 
 }  // namespace quillon

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "clsTidyTableReader.h"
+#include "modTidyText.h"
 #include "modTidyValues.h"
 
 namespace quillon {
@@ -154,40 +155,43 @@ void clsTidyTableReader::Finish(Open& open) {
   listener_.Record(record_);
 }
 
-void clsTidyTableReader::Build(TidyRecord& record, const std::vector<std::string_view>& values, bool bMatched) {
+void clsTidyTableReader::Build(TidyRecord& record, std::span<const std::string_view> values, bool bMatched) {
   const auto& columns = columns_.All();
   record.nTable = nTable_;
   record.cells.resize(columns.size());
-  sArena_.clear();
-  size_t nMost = 0;
-  for (const std::string_view sValue : values) nMost += sValue.size() + 32;
-  if (sArena_.capacity() < nMost) sArena_.reserve(nMost * 2);  // views into it must stay
+  plains_.resize(columns.size());
   for (size_t i = 0; i < columns.size(); ++i) {
     const TidyColumnInfo& column = columns[i];
     TidyCell& cell = record.cells[i];
     if (column.source == TidySource::Heading) {
-      cell = headings_.Cell(column.nPart, column.column);
+      // Stays as it was filled in until another value comes.
+      if (bHeadingsNew_) cell = headings_.Cell(column.nPart, column.column);
       continue;
     }
     if (column.source == TidySource::Level) {
       const std::string_view sText = levels_.Text(column.nPart);
-      cell = {sText.empty() ? TidyCellKind::Empty : TidyCellKind::Text, sText, sText};
+      cell = {sText.empty() ? TidyCellKind::Empty : TidyCellKind::Text, sText, sText, {}};
       continue;
     }
+    const size_t nValue = columns_.ValueOf(i);
+    const std::string_view sValue = nValue < values.size() ? values[nValue] : std::string_view();
     if (bMatched && column.source == TidySource::Row && column.typing.type == TidyType::Number) {
-      const std::string_view sValue = values[columns_.ValueOf(i)];
-      if (const std::string* const pPlain = matcher_.KnownNumber(column.column, sValue); pPlain != nullptr) {
-        cell = {TidyCellKind::Number, sValue, *pPlain};
+      if (const clsTidyMatcher::Known* const pKnown = matcher_.KnownNumber(column.column, sValue); pKnown != nullptr) {
+        cell.kind = TidyCellKind::Number;
+        cell.sPrinted = sValue;
+        cell.sPlain = pKnown->sPlain;
+        cell.number = pKnown->number;
         continue;
       }
     }
+    if (sValue.empty()) {
+      cell = {};
+      continue;
+    }
     const auto& blanks = column.source == TidySource::Row ? table_.row.blanks : table_.lines[column.nPart].part.blanks;
-    cell = TypeTidyCell(values[columns_.ValueOf(i)], column.typing, blanks, sScratch_);
-    if (cell.sPlain.data() != sScratch_.data() || cell.sPlain.empty()) continue;
-    const size_t nFrom = sArena_.size();
-    sArena_ += cell.sPlain;
-    cell.sPlain = std::string_view(sArena_).substr(nFrom);
+    cell = TypeTidyCell(sValue, column.typing, blanks, plains_[i]);
   }
+  bHeadingsNew_ = false;
 }
 
 void clsTidyTableReader::CountMisfits(const TidyRecord& record) {
@@ -196,6 +200,8 @@ void clsTidyTableReader::CountMisfits(const TidyRecord& record) {
     state_.lMisfitLine = record.lLine;
     state_.sMisfit.assign(record.cells[i].sPrinted);
     state_.nMisfitColumn = i;
+    const TidyColumnInfo& column = columns_.All()[i];
+    state_.sMisfitColumn = column.sName.empty() ? TidyColumnLetters(column.column) : column.sName;
   }
 }
 

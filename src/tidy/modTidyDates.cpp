@@ -1,6 +1,7 @@
 // Dates of modTidyValues.
 
 #include <array>
+#include <cstdint>
 
 #include "modText.h"
 #include "modTidyValues.h"
@@ -128,38 +129,40 @@ bool IsOfCalendar(const DateParts& parts) {
          parts.nSecond < 61;
 }
 
-char* Put(int nValue, int nWidth, char* pOut) {
-  for (int i = nWidth - 1; i >= 0; --i, nValue /= 10) pOut[i] = static_cast<char>('0' + nValue % 10);
-  return pOut + nWidth;
+char* PutTwo(int nValue, char* pOut) {
+  pOut[0] = static_cast<char>('0' + nValue / 10);
+  pOut[1] = static_cast<char>('0' + nValue % 10);
+  return pOut + 2;
 }
 
 /// Two digits behind a character that parts them from what stands before.
 char* PutPart(char separator, int nValue, char* pOut) {
   *pOut = separator;
-  return Put(nValue, 2, pOut + 1);
+  return PutTwo(nValue, pOut + 1);
 }
 
 /// What most dates are: digits in full width in the places of the form's letters, the rest as there.
 bool ReadCommonDate(std::string_view s, std::string_view sForm, DateParts& parts) {
   if (s.size() != sForm.size()) return false;
-  int nDays = 0;
-  int nMonths = 0;
-  int nYears = 0;
-  parts.nYear = parts.nMonth = parts.nDay = 0;
+  enum : uint8_t { Day, Month, Year };
+  std::array<int, 3> values{};
+  std::array<int, 3> digits{};
   for (size_t i = 0; i < s.size(); ++i) {
-    const bool bDay = sForm[i] == 'D';
-    const bool bMonth = sForm[i] == 'M';
-    if (!bDay && !bMonth && sForm[i] != 'Y') {
-      if (s[i] != sForm[i] || IsAsciiLetter(s[i])) return false;
+    const char cForm = sForm[i];
+    const auto nDigit = static_cast<unsigned>(s[i] - '0');
+    const int nPart = cForm == 'D' ? Day : cForm == 'M' ? Month : cForm == 'Y' ? Year : -1;
+    if (nPart < 0) {
+      if (s[i] != cForm || IsAsciiLetter(cForm)) return false;
       continue;
     }
-    if (!IsAsciiDigit(s[i])) return false;
-    int& nValue = bDay ? parts.nDay : bMonth ? parts.nMonth : parts.nYear;
-    nValue = nValue * 10 + (s[i] - '0');
-    ++(bDay ? nDays : bMonth ? nMonths : nYears);
+    if (nDigit > 9) return false;
+    values[static_cast<size_t>(nPart)] = values[static_cast<size_t>(nPart)] * 10 + static_cast<int>(nDigit);
+    ++digits[static_cast<size_t>(nPart)];
   }
-  if (nYears == 2) parts.nYear += parts.nYear < 50 ? 2000 : 1900;
-  return nDays == 2 && nMonths == 2 && (nYears == 2 || (nYears == 4 && parts.nYear >= 1000));
+  parts.nDay = values[Day];
+  parts.nMonth = values[Month];
+  parts.nYear = values[Year] + (digits[Year] > 2 ? 0 : values[Year] < 50 ? 2000 : 1900);
+  return digits[Day] == 2 && digits[Month] == 2 && (digits[Year] == 2 || (digits[Year] == 4 && parts.nYear >= 1000));
 }
 
 bool ReadByForm(std::string_view sText, std::string_view sForm, std::string& sPlain) {
@@ -170,7 +173,7 @@ bool ReadByForm(std::string_view sText, std::string_view sForm, std::string& sPl
   }
   if (!IsOfCalendar(parts)) return false;
   std::array<char, 20> plain;
-  char* pOut = Put(parts.nYear, 4, plain.data());
+  char* pOut = PutTwo(parts.nYear % 100, PutTwo(parts.nYear / 100, plain.data()));
   pOut = PutPart('-', parts.nMonth, pOut);
   pOut = PutPart('-', parts.nDay, pOut);
   if (parts.nHour >= 0) {
@@ -179,7 +182,7 @@ bool ReadByForm(std::string_view sText, std::string_view sForm, std::string& sPl
     pOut = PutPart(':', parts.nSecond, pOut);
   }
   sPlain.assign(plain.data(), static_cast<size_t>(pOut - plain.data()));
-  sPlain.append(parts.sFraction);
+  if (!parts.sFraction.empty()) sPlain.append(parts.sFraction);
   return true;
 }
 

@@ -130,7 +130,7 @@ bool ParseType(std::string_view s, TidyTyping& typing, TidyValueFault& fault) {
   if (typing.type != TidyType::Date) return sRest.empty() || Bad(fault, Quoted(sRest) + " says nothing there");
   for (const char ch : {'D', 'M', 'Y'}) {
     if (sRest.find(ch) != std::string_view::npos) continue;
-    return Bad(fault, "a date asks for its form, as in date DD.MM.YYYY");
+    return Bad(fault, "a date asks for its form with day, month and year, as in date DD.MM.YYYY");
   }
   typing.sDateForm = TidyUnescaped(sRest);
   return true;

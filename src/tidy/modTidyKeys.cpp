@@ -376,6 +376,10 @@ std::string TidyEscaped(std::string_view sText) {
       case '|':
         sOut += "\\x7C";
         break;
+      case '\\':
+        // What would be read as an escape.
+        sOut += TidyUnescaped(sText.substr(i, 4)) != sText.substr(i, 4) ? "\\x5C" : "\\";
+        break;
       default:
         sOut += bEdge ? "\\x20" : std::string(1, sText[i]);
     }

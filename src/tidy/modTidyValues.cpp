@@ -171,46 +171,63 @@ void WritePlain(const Figures& figures, bool bNegative, std::string& sOut) {
   if (!figures.sExponent.empty()) sOut.append(1, 'E').append(figures.sExponent);
 }
 
+/// A number as it is read from its front, with its plain form.
+struct CommonScan {
+  static constexpr size_t kLongest = kMostDigits + 8;
+
+  /// Digits up to something else.
+  size_t Digits() {
+    const char* const pFrom = p;
+    for (; p != pEnd && IsAsciiDigit(*p); ++p) {
+      nValue = nValue * 10 + static_cast<uint64_t>(*p - '0');
+      *pOut++ = *p;
+    }
+    return static_cast<size_t>(p - pFrom);
+  }
+  bool Takes(char ch) {
+    if (p == pEnd || *p != ch) return false;
+    ++p;
+    return true;
+  }
+
+  const char* p;
+  const char* const pEnd;
+  char* pOut;
+  uint64_t nValue = 0;
+};
+
 /// What most numbers are: a minus in front at most, digits in groups of three or in none, and decimals. Gives the plain
 /// form at one go. False for any other number too.
 bool ReadCommonNumber(std::string_view s, std::string* pPlain, TidyNumber& number) {
-  constexpr size_t kLongest = kMostDigits + 8;
-  if (s.size() > kLongest) return false;
-  std::array<char, kLongest> plain;
-  char* pOut = plain.data();
-  const char* p = s.data();
-  const char* const pEnd = p + s.size();
-  const bool bNegative = s.size() > 1 && *p == '-';
-  if (bNegative) *pOut++ = *p++;
-  const char first = *p;
-  uint64_t nValue = 0;
-  size_t nDigits = 0;  // before the last separator or point
-  size_t nRun = 0;     // behind it
-  bool bGrouped = false;
-  bool bPoint = false;
-  for (; p != pEnd; ++p) {
-    if (IsAsciiDigit(*p)) {
-      nValue = nValue * 10 + static_cast<uint64_t>(*p - '0');
-      *pOut++ = *p;
-      ++nRun;
-      continue;
+  if (s.size() > CommonScan::kLongest) return false;
+  std::array<char, CommonScan::kLongest> plain;
+  CommonScan scan{s.data(), s.data() + s.size(), plain.data()};
+  const bool bNegative = scan.Takes('-');
+  if (bNegative) *scan.pOut++ = '-';
+  if (scan.p == scan.pEnd) return false;
+  const bool bZero = *scan.p == '0';
+  size_t nWhole = scan.Digits();
+  if (nWhole == 0) return false;
+  if (nWhole <= 3) {
+    while (scan.Takes(',')) {
+      if (scan.Digits() != 3) return false;
+      nWhole += 3;
     }
-    const bool bGroup = *p == ',';
-    const bool bWhole = bGrouped ? nRun == 3 : nRun > 0 && (!bGroup || nRun <= 3);
-    if (bPoint || !bWhole || (!bGroup && *p != '.')) return false;
-    nDigits += nRun;
-    nRun = 0;
-    bGrouped = bGroup;
-    bPoint = !bGroup;
-    if (bPoint) *pOut++ = '.';
   }
-  if (nRun == 0 || (bGrouped && nRun != 3) || nDigits + nRun > kMostDigits) return false;
+  size_t nDecimals = 0;
+  if (scan.p != scan.pEnd) {
+    if (!scan.Takes('.')) return false;
+    *scan.pOut++ = '.';
+    nDecimals = scan.Digits();
+    if (nDecimals == 0 || scan.p != scan.pEnd) return false;
+  }
+  if (nWhole + nDecimals > kMostDigits) return false;
   // Zeros in front, and a zero with a sign, are changed.
-  if (first == '0' && (bNegative || (bPoint ? nDigits : nDigits + nRun) > 1)) return false;
-  number.nValue = bNegative ? -static_cast<int64_t>(nValue) : static_cast<int64_t>(nValue);
-  number.nDecimals = bPoint ? static_cast<int>(nRun) : 0;
+  if (bZero && (bNegative || nWhole > 1)) return false;
+  number.nValue = bNegative ? -static_cast<int64_t>(scan.nValue) : static_cast<int64_t>(scan.nValue);
+  number.nDecimals = static_cast<int>(nDecimals);
   number.bScaled = true;
-  if (pPlain != nullptr) pPlain->assign(plain.data(), static_cast<size_t>(pOut - plain.data()));
+  if (pPlain != nullptr) pPlain->assign(plain.data(), static_cast<size_t>(scan.pOut - plain.data()));
   return true;
 }
 
@@ -234,12 +251,19 @@ bool ReadCommonNumber(std::string_view s, std::string* pPlain, TidyNumber& numbe
 
 }  // namespace
 
+bool ReadTidyNumber(std::string_view sText, const TidyTyping& typing, std::string* pPlain, TidyNumber& number) {
+  const bool bTrimmed = !sText.empty() && sText.front() != ' ' && sText.back() != ' ';
+  const std::string_view s = bTrimmed ? sText : TrimBlanks(sText);
+  if (s.empty() || IsAsciiLetter(s.front())) return false;  // as most texts are
+  if (!typing.bComma && typing.nImplied == 0 && ReadCommonNumber(s, pPlain, number)) return true;
+  const std::optional<TidyNumber> other = ReadOtherNumber(s, typing, pPlain);
+  if (other) number = *other;
+  return other.has_value();
+}
+
 std::optional<TidyNumber> ReadTidyNumber(std::string_view sText, const TidyTyping& typing, std::string* pPlain) {
-  const std::string_view s = TrimBlanks(sText);
-  if (s.empty() || IsAsciiLetter(s.front())) return std::nullopt;  // as most texts are
-  TidyNumber common;
-  if (!typing.bComma && typing.nImplied == 0 && ReadCommonNumber(s, pPlain, common)) return common;
-  return ReadOtherNumber(s, typing, pPlain);
+  TidyNumber number;
+  return ReadTidyNumber(sText, typing, pPlain, number) ? std::optional(number) : std::nullopt;
 }
 
 }  // namespace quillon

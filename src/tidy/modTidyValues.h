@@ -21,6 +21,8 @@ struct TidyNumber {
 /// separators, a percent sign, stars of protection, a footnote mark ("1/ 12,345"), an exponent (E or D). Nothing if the
 /// text, blanks around it aside, is anything else. pPlain, if given, gets it in plain form: "-1234.50".
 std::optional<TidyNumber> ReadTidyNumber(std::string_view sText, const TidyTyping& typing, std::string* pPlain);
+/// The same for many cells: false, and the number untouched, if it is none.
+bool ReadTidyNumber(std::string_view sText, const TidyTyping& typing, std::string* pPlain, TidyNumber& number);
 
 /// Reads a date, with a time where the form has one, into "2024-12-31" or "2024-12-31 23:59:00". An empty form takes
 /// any usual one of a full date. False, and sPlain untouched, if the text is none of the calendar.

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "clsTidyTrial.h"
+#include "modTidyText.h"
 
 namespace quillon {
 namespace {
@@ -66,6 +67,9 @@ TEST(TidyKeys, TakeWhatAFileCantHoldAsEscapes) {
   EXPECT_EQ(trial.rows, (Rows{"[1] x"}));
   EXPECT_EQ(trial.names, (Rows{"a|b"}));
   EXPECT_EQ(TidyEscaped(" [a|b]; "), "\\x20\\x5Ba\\x7Cb]\\x3B\\x20");
+  for (const std::string_view sText : {"\\x41", "C:\\xy", "\\", "\\\\x5B", " \\x20"}) {
+    EXPECT_EQ(TidyUnescaped(TidyEscaped(sText)), sText);
+  }
 }
 
 TEST(TidyKeys, StayLinearForHugeValues) {

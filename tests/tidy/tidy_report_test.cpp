@@ -138,6 +138,9 @@ TEST(TidyReport, KeepsToWhatIsAskedOfARow) {
   // A picture that fits makes a row of a line that has nothing in its columns.
   EXPECT_EQ(clsTidyTrial("[Table 1]\nLike=ITEM\nPlaces=8-\n[Line 1.2]\nPlaces=3-", "ITEM\n  a\nITEM   x\n").rows,
             (Rows{"|a", "x|"}));
+  // Of several records in a line each has its own above.
+  EXPECT_EQ(clsTidyTrial("[Table 1]\nPlaces=1-3 5 | 7-9 11\nFill=A\n", "abc x def y\n    z     w\n").rows,
+            (Rows{"abc|x", "def|y", "abc|z", "def|w"}));
   EXPECT_EQ(clsTidyTrial("[Table 1]\nPlaces=1-3 5-8\nFill=A\nBlank=do.\n", "abc x\ndo. y\n\"   z\n").rows,
             (Rows{"abc|x", "abc|y", "abc|z"}));
   EXPECT_EQ(clsTidyTrial("[Table 1]\nPlaces=1-\nTypes=A date MMM DD, YYYY", "Jan 5, 2024\n").rows,
