@@ -1,7 +1,6 @@
 #pragma once
-// The columns of tidy tables and their numbers, as the proof takes them.
+// The columns of tidy tables, as the proof takes them.
 
-#include <string_view>
 #include <vector>
 
 #include "clsTidyReport.h"
@@ -16,8 +15,5 @@ std::vector<ProofColumn> ProofColumnsOf(const std::vector<TidyColumnInfo>& colum
 
 /// Characters from the beginning of a column to that of the next; without end where columns overlap or none follows.
 size_t RoomOf(const std::vector<TidyColumnInfo>& columns, size_t nColumn);
-
-/// A number in plain form, "-1234.50". None with bScaled if no integer of 64 bits holds it.
-TidyNumber PlainNumber(std::string_view sPlain);
 
 }  // namespace quillon
