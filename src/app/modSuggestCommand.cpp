@@ -84,12 +84,12 @@ int SuggestTidy(clsLook& look, const LookRequest& request) {
   TableSuggestion suggestion;
   Failure failure;
   clsConsoleHost host(clsConsoleHost::Voice::Mute);
-  const SuggestChoices choices{request.tables, request.sHeadings, [&](int64_t lDone, int64_t lTotal) {
-                                 host.ShowProgress({look.preview.sInput, 0, lDone, lTotal});
-                               }};
+  const SuggestProgress progress = [&](int64_t lDone, int64_t lTotal) {
+    host.ShowProgress({look.preview.sInput, 0, lDone, lTotal});
+  };
   host.StartProgress();
-  const bool bFound =
-      SuggestTables(look.preview.sInput, look.preview.text, look.preview.lTabSize, choices, suggestion, failure);
+  const bool bFound = SuggestTables(look.preview.sInput, look.preview.text, look.preview.lTabSize,
+                                    {request.tables, request.sHeadings}, suggestion, failure, progress);
   host.StopProgress();
   if (InterruptSignal() != 0) {
     clsLook::Say("interrupted; no recipe is written");
