@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <set>
 
+#include "modRowKinds.h"
+
 namespace quillon {
 
 namespace {
@@ -36,6 +38,18 @@ std::string KindOf(const TidyPart& part, size_t nColumn) {
   return type == TidyType::Date ? "Date" : type == TidyType::Number ? "Number" : "Text";
 }
 
+/// Nothing but strokes between two values: a column that nobody wants named.
+bool HoldsStrokes(const clsReportSample& report, const FoundTable& table, size_t nColumn) {
+  const auto& places = table.tidy.row.cut.places;
+  if (places.size() != 1 || nColumn >= places.front().size() || places.front()[nColumn].nEnd == 0) return false;
+  const auto nFirst = static_cast<size_t>(places.front()[nColumn].nStart - 1);
+  const size_t nWidth = static_cast<size_t>(places.front()[nColumn].nEnd) - nFirst;
+  return std::all_of(table.rows.begin(), table.rows.end(), [&](size_t n) {
+    const std::u32string_view sLine = report.Lines()[n].sText;
+    return nFirst >= sLine.size() || IsBlankMark(TrimPlaces(sLine.substr(nFirst, nWidth)));
+  });
+}
+
 bool IsTimeColumn(const clsReportSample& report, const FoundTable& table, size_t nColumn) {
   const auto& places = table.tidy.row.cut.places;
   return !places.empty() && nColumn < places.front().size() && HoldsTimes(report, table.rows, places.front()[nColumn]);
@@ -55,6 +69,7 @@ std::vector<std::vector<std::string>> NamesByKind(const clsReportSample& report,
     names.resize(std::max({names.size(), part->ColumnCount(), part->types.size()}));
     for (size_t i = 0; i < names.size(); ++i) {
       if (!names[i].empty() || part->TypeOf(i).type == TidyType::Skip) continue;
+      if (part == parts.front() && HoldsStrokes(report, table, i)) continue;
       const bool bTime = part == parts.front() && KindOf(*part, i) == "Text" && IsTimeColumn(report, table, i);
       const std::string sKind = bTime ? "Time" : KindOf(*part, i);
       names[i] = sKind;
