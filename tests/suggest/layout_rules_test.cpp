@@ -97,12 +97,12 @@ INSTANTIATE_TEST_SUITE_P(
                    "8899 FM-5201 Milan 25.972 1\n4913 HN-1283 Cadiz 85.015 2\n1220 DK-4376 Split 50.076 3\n"
                    "2101 GM-0929 Dover 33.687 7\n9518 AM-3908 Aachen -29.948 9\n2866 BL-2869 Dover -44.255 2\n"
                    "9018 EN-6789 Porto 24.895 1\n5862 CL-5344 Boston 70.536 4\n7484 HK-5568 Kiel 50.513 2\n",
-                   "|||||",
+                   "Number|Text|Text 2|Number 2|Number 3|",
                    9,
                    {"9518|AM-3908|Aachen|-29.948|9|", "7484|HK-5568|Kiel|50.513|2|"}},
         LayoutCase{"three rows that are all of the report",
                    "09900 31-MAR-20 2942.687\n51643 26-NOV-20 7464.940\n06585 25-NOV-20 4888.889\n",
-                   "|||",
+                   "Text|Date|Number|",
                    3,
                    {}},
         LayoutCase{
