@@ -1,9 +1,11 @@
 // Any bytes as a report, cut by any columns: the fast rows take as many bytes as the plain ones.
 #include <cstdint>
 
-#include "clsCsvRows.h"
+#include "clsCsvRowSink.h"
 #include "clsLineProcessor.h"
 #include "clsRecipe.h"
+#include "clsRowFields.h"
+#include "clsTableTarget.h"
 #include "clsTestHost.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pBytes, size_t nBytes) {
@@ -28,12 +30,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pBytes, size_t nBytes) {
   clsOutputFile fast, plain;
   fast.Open("/dev/null", failure);
   plain.Open("/dev/null", failure);
-  clsCsvRows fastRows(context, columns, 44, reader.CodePage(), fast);
-  clsCsvRows plainRows(context, columns, 44, reader.CodePage(), plain);
+  const CsvRules rules = RecipeCsvRules(options, ",");
+  clsCsvRowSink fastRows(fast, rules, reader.CodePage());
+  clsCsvRowSink plainRows(plain, rules, reader.CodePage(), {}, clsCsvRowSink::Road::Plain);
+  clsRowFields fastFields(context, columns);
+  clsRowFields plainFields(context, columns, false);
   clsRow& row = gLineProcessor().RowCollection[0];
   while (!reader.AtEnd() && gLineProcessor().ReadRowPeriod1Only(context, &reader, pBytes[2] % 12)) {
-    fastRows.Write(row);
-    plainRows.WritePlain();
+    fastFields.Cut(row) && fastRows.PutRow(fastFields.Row());
+    plainFields.Cut(row) && plainRows.PutRow(plainFields.Row());
     if (fast.BytesWritten() != plain.BytesWritten()) __builtin_trap();
   }
   row.Clear();

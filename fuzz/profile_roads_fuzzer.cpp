@@ -3,8 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "clsCsvSink.h"
+#include "clsCsvRowSink.h"
 #include "clsFuzzInput.h"
+#include "clsRowCutter.h"
 #include "clsTempFolder.h"
 
 using namespace quillon;
@@ -33,15 +34,21 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pData, size_t nSize) {
   Failure failure;
   files[0].Open(folder.Path("quick"), failure);
   files[1].Open(folder.Path("plain"), failure);
-  const bool bSafe = (flags & 32) != 0;
-  clsCsvSink quick(files[0], plan, rules, pageIn, pageOut, {.bSafe = bSafe});
-  clsCsvSink plain(files[1], plan, rules, pageIn, pageOut, {.bSafe = bSafe, .bQuick = false});
+  rules.bSafe = (flags & 32) != 0;
+  clsCsvRowSink quick(files[0], rules, pageOut);
+  clsCsvRowSink plain(files[1], rules, pageOut, {}, clsCsvRowSink::Road::Plain);
+  clsRowCutter cutter(plan, pageIn);
   for (std::string_view s = input.sInput; !s.empty();) {
     const size_t nEnd = std::min(s.find('\n'), s.size());
     // In an allocation of its own, so that the sanitizer sees each byte read behind it.
-    const std::vector<char> row(s.begin(), s.begin() + static_cast<std::ptrdiff_t>(nEnd));
-    quick.PutRow({row.data(), row.size()});
-    plain.PutRow({row.data(), row.size()});
+    std::vector<char> row(s.begin(), s.begin() + static_cast<std::ptrdiff_t>(nEnd));
+    row.resize(nEnd + SinkRow::kRoom, '"');
+    cutter.Cut({row.data(), nEnd}, true);
+    quick.PutRow(cutter.Row());
+    row.resize(nEnd);
+    row.shrink_to_fit();
+    cutter.Cut({row.data(), nEnd}, false);
+    plain.PutRow(cutter.Row());
     s.remove_prefix(std::min(nEnd + 1, s.size()));
   }
   Must(files[0].Commit(failure) && files[1].Commit(failure), "both are written");

@@ -19,7 +19,7 @@ mkdir -p "$TMPDIR"
 readers='
 cell_typing     output/typing/modCellTyping output/typing/modDateTyping output/typing/modNumberTyping
 code_pages      foundation/clsCodePage foundation/modText
-csv_rows        recipe/clsCsvRows recipe/clsRow recipe/modCsvField
+csv_rows        recipe/clsRowFields recipe/clsRow output/csv/clsCsvBlocks output/csv/clsCsvRowSink
 export_run      recipe/clsExportSpecsProcess recipe/clsTableRun recipe/clsConProcess recipe/clsTitleProcess recipe/clsColumnProcess recipe/clsLineProcessor recipe/clsPeriodFiles
 export_specs    recipe/clsExportSpecs recipe/clsTable recipe/clsTitle recipe/clsCon recipe/clsColumn recipe/clsDepartment
 formula         output/formula/modFormula output/formula/clsFormulaScanner output/formula/modFormulaText output/formula/modFormulaWords
@@ -31,8 +31,8 @@ markup_run      recipe/modMarkup recipe/clsRecipe recipe/clsTableRun
 number_text     foundation/modNumbers foundation/clsDecimal
 profile         profile/modFixedWidthAttributes profile/modProfileFile profile/clsProfileGrid
 profile_list    profile/modProfileList
-profile_roads   profile/clsFastCsv profile/clsCsvSink profile/clsRowCutter profile/modCutPlan
-recipe_run      recipe/clsRecipe recipe/modShortToLong recipe/modShortTable recipe/clsTableRun recipe/clsCsvRows
+profile_roads   output/csv/clsCsvBlocks output/csv/clsCsvRowSink profile/clsRowCutter profile/modCutPlan
+recipe_run      recipe/clsRecipe recipe/modShortToLong recipe/modShortTable recipe/clsTableRun recipe/clsRowFields
 ruler           recipe/clsTableParser
 section_file    recipe/clsSectionFile recipe/modSectionFile
 settings_file   foundation/clsIniFile

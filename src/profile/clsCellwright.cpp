@@ -5,8 +5,9 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "clsCsvSink.h"
+#include "clsCsvRowSink.h"
 #include "clsLineReader.h"
+#include "clsRowCutter.h"
 #include "clsSheetRowSink.h"
 #include "clsUtf16Reader.h"
 #include "modCellTyping.h"
@@ -30,20 +31,26 @@ int64_t ReplacedBy(const clsLineReader&) {
   return 0;
 }
 
-/// Rows on their way to a sink that wants their fields.
+/// Whether the row read last has room behind it.
+bool HasRoom(const clsUtf16Reader&) {
+  return false;
+}
+bool HasRoom(const clsLineReader& reader) {
+  return reader.RoomBehind() >= SinkRow::kRoom;
+}
+
+/// Rows on their way to a sink, which takes their fields.
 class clsCutRows {
  public:
-  clsCutRows(clsRowSink& sink, const CutPlan& plan, const clsCodePage& page)
-      : sink_(sink), page_(page), cutter_(plan, page) {}
+  clsCutRows(clsRowSink& sink, const CutPlan& plan, const clsCodePage& page) : sink_(sink), cutter_(plan, page) {}
 
-  bool PutRow(std::string_view sRow) {
-    cutter_.Cut(sRow);
-    return sink_.PutRow({cutter_.Fields(), &page_});
+  bool PutRow(std::string_view sRow, bool bRoom) {
+    cutter_.Cut(sRow, bRoom);
+    return sink_.PutRow(cutter_.Row());
   }
 
  private:
   clsRowSink& sink_;
-  const clsCodePage& page_;
   clsRowCutter cutter_;
 };
 
@@ -130,8 +137,9 @@ EngineResult clsCellwright::Convert(Reader& reader, const clsCodePage& page) {
 }
 
 /// Row by row from the start cell on. False if the sink refused one or the input failed or changed.
-template <typename Reader, typename Sink>
-bool clsCellwright::PumpRows(Reader& reader, Sink& sink, const CutPlan& plan, const clsCodePage& page) {
+template <typename Reader>
+bool clsCellwright::PumpRows(Reader& reader, clsRowSink& sink, const CutPlan& plan, const clsCodePage& page) {
+  clsCutRows rows(sink, plan, page);
   const int64_t nWidth = plan.edges.back();
   const auto goesOn = [nWidth](std::string_view sRow) {
     return static_cast<int64_t>(sRow.size()) > nWidth &&
@@ -141,7 +149,7 @@ bool clsCellwright::PumpRows(Reader& reader, Sink& sink, const CutPlan& plan, co
   constexpr int64_t kProgressEvery = 1024;
   bool bTaken = true;
   for (std::string_view sRow; bTaken && reader.ReadRow(sRow);) {
-    bTaken = sink.PutRow(sRow);
+    bTaken = rows.PutRow(sRow, HasRoom(reader));
     if (pBehind_ != nullptr && goesOn(sRow)) pBehind_->Row(reader.RowNumber(), sRow, page, nWidth);
     const bool bTell = reader.RowNumber() % kProgressEvery == 0 && progress_;
     if (bTell) progress_(reader.RowNumber(), reader.BytesDone(), reader.BytesTotal());
@@ -169,6 +177,7 @@ CsvRules clsCellwright::RulesFor(const clsCodePage& pageOut) const {
   // A value that holds a separator or quotes could bring on a cell of its own.
   if (options_.lUseDoubleQuotes == 0 && !options_.bSafeCsv) rules.quoting = CsvQuoting::Never;
   if (options_.lUseDoubleQuotes == 2) rules.quoting = CsvQuoting::Always;
+  rules.bSafe = options_.bSafeCsv;
   return rules;
 }
 
@@ -184,7 +193,7 @@ EngineResult clsCellwright::ToCsv(Reader& reader, const CutPlan& plan, const cls
   Failure failure;
   if (!file.Open(options_.sOutputFile, failure)) return FailOutput(failure);
   if (bUtf8) file.Write(kUtf8Bom);
-  clsCsvSink sink(file, plan, RulesFor(*pPageOut), page, *pPageOut, {.bSafe = options_.bSafeCsv});
+  clsCsvRowSink sink(file, RulesFor(*pPageOut), *pPageOut);
   if (!PumpRows(reader, sink, plan, page)) return FailRows(inputFailure_);
   account_.lCharsLost = sink.CharsLost();
   return file.Commit(failure) ? EngineResult::Done : FailOutput(failure);
@@ -225,8 +234,7 @@ EngineResult clsCellwright::ToSheet(Reader& reader, const CutPlan& plan, const c
     return false;
   };
   clsSheetRowSink sink(*pWorkbook, {.bWriteEmpty = false, .lMostRows = bXls ? kMaxXlsRows : kMaxSheetRows}, refused);
-  clsCutRows rows(sink, plan, page);
-  if (!PumpRows(reader, rows, plan, page)) {
+  if (!PumpRows(reader, sink, plan, page)) {
     if (sRefusal.empty()) return FailRows(inputFailure_);
     account_.lCellsFailed = 1;
     account_.lRowsWritten = 0;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "clsCsvWriter.h"
+#include "clsRowSink.h"
 #include "clsWorkbook.h"
 #include "modCellwrightMessages.h"
 #include "modCutPlan.h"
@@ -88,8 +89,8 @@ class clsCellwright {
   EngineResult BeginSheet(clsWorkbook& workbook);
   template <typename Reader>
   EngineResult ToSheet(Reader& reader, const CutPlan& plan, const clsCodePage& page);
-  template <typename Reader, typename Sink>
-  bool PumpRows(Reader& reader, Sink& sink, const CutPlan& plan, const clsCodePage& page);
+  template <typename Reader>
+  bool PumpRows(Reader& reader, clsRowSink& sink, const CutPlan& plan, const clsCodePage& page);
   EngineResult FailRows(const Failure& failure);
   CsvRules RulesFor(const clsCodePage& pageOut) const;
 

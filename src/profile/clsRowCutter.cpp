@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "clsUtf8Walk.h"
+#include "modBlankBlocks.h"
 #include "modText.h"
 
 namespace quillon {
@@ -21,10 +22,16 @@ std::string_view TrimPad(std::string_view sValue, TrimSide side, std::string_vie
 }
 
 clsRowCutter::clsRowCutter(const CutPlan& plan, const clsCodePage& page)
-    : plan_(plan), bBytes_(page.IsSingleByte()), fields_(plan.columns.size()), offsets_(plan.edges.size()) {}
+    : plan_(plan),
+      page_(page),
+      bBytes_(page.IsSingleByte()),
+      fields_(plan.columns.size()),
+      offsets_(plan.edges.size()) {}
 
-void clsRowCutter::Cut(std::string_view sRow) {
-  if (bBytes_ || IsAscii(sRow)) {
+void clsRowCutter::Cut(std::string_view sRow, bool bRoom) {
+  bRoom_ = bRoom;
+  bAscii_ = !bBytes_ && IsAscii(sRow);
+  if (bBytes_ || bAscii_) {
     CutBytes(sRow);
   } else {
     CutChars(sRow);
@@ -37,8 +44,13 @@ void clsRowCutter::CutBytes(std::string_view sRow) {
     const PlanColumn& column = plan_.columns[i];
     const int64_t nStart = std::min(column.nStart, nRow);
     const int64_t nCount = std::min(column.nCount, nRow - nStart);
-    fields_[i] =
-        TrimPad(sRow.substr(static_cast<size_t>(nStart), static_cast<size_t>(nCount)), column.side, column.sPad);
+    const std::string_view sField = sRow.substr(static_cast<size_t>(nStart), static_cast<size_t>(nCount));
+    if (bRoom_ && column.sPad.size() == 1) {
+      fields_[i] =
+          TrimByteInBlocks(sField, column.sPad.front(), column.side == TrimSide::Left, column.side == TrimSide::Right);
+    } else {
+      fields_[i] = TrimPad(sField, column.side, column.sPad);
+    }
   }
 }
 

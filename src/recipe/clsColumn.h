@@ -25,15 +25,15 @@ class clsColumn {
   void WriteToFile(clsSectionWriter& file, int32_t table_number, int32_t col_number) const;
 
   // The field is that of the row in the context's line processor. False means a failure that ends the walk of sections
-  // (EndWalk has noted it).
+  // (EndWalk has noted it). Tables cut whole rows by clsRowFields; Process and GetCsvValue are for one field alone, and
+  // nothing calls them.
 
   /// Writes the field to sheet 1. A cell that can't be written reports -5006 and is no such failure.
   bool Process(RecipeContext& context, int64_t write_row);
   /// The field quoted for CSV, as UTF-8.
   bool GetCsvValue(RecipeContext& context, std::string& sValue);
-  /// The bare field, as UTF-8. Reports -5005 for one that begins with "=" (once in a run over sections, as the run log
-  /// drops the others anyhow).
-  bool TakeField(RecipeContext& context, bool bShowMessageBox, std::string& sField);
+  /// The bare field, as UTF-8.
+  bool TakeField(RecipeContext& context, std::string& sField);
 
  private:
   /// The operator's code for ProcessField; the member takes its trimmed upper-case form. Reports -5004.

@@ -1,8 +1,7 @@
 #include "clsColumn.h"
 #include "clsLineProcessor.h"
-#include "clsWorkbook.h"
+#include "clsTableTarget.h"
 #include "modColumnLetters.h"
-#include "modCsvField.h"
 #include "modRecipeFailures.h"
 #include "modRecipeMessages.h"
 #include "modText.h"
@@ -24,32 +23,33 @@ int32_t clsColumn::ParsePeriodOperator(RecipeContext& context) {
   return clsLineProcessor::kLast;
 }
 
-bool clsColumn::TakeField(RecipeContext& context, bool bShowMessageBox, std::string& sField) {
+bool clsColumn::TakeField(RecipeContext& context, std::string& sField) {
   const int32_t lOperator = ParsePeriodOperator(context);
-  if (!context.lineProcessor.ProcessField(context, lOperator, ReadColumnStart, ReadColumnEnd, sField)) {
-    return EndWalk(context, "A field could not be taken from the rows of the periods", WriteColumn);
-  }
-  if (TrimLeftBlanks(sField).starts_with('=') && context.account.lEqualSigns++ == 0) {
-    ReportRecipe(context.host, kLeadingEqualSign, {}, bShowMessageBox);
-  }
-  return true;
+  if (context.lineProcessor.ProcessField(context, lOperator, ReadColumnStart, ReadColumnEnd, sField)) return true;
+  return EndWalk(context, "A field could not be taken from the rows of the periods", WriteColumn);
 }
 
 bool clsColumn::Process(RecipeContext& context, int64_t write_row) {
-  if (!TakeField(context, false, sField_)) return false;
-  const std::string_view sText = context.options.bTrimFields ? TrimBlanks(sField_) : std::string_view(sField_);
-  Failure failure;
-  if (context.pWorkbook == nullptr) return EndWalk(context, "There is no workbook");
+  if (!TakeField(context, sField_)) return false;
+  std::unique_ptr<clsRowSink> sink;
+  if (!SheetSink(context, sink)) return false;
   const int32_t lColumn = AlphaToNum2(context.host, WriteColumn);
-  if (!context.pWorkbook->WriteCell(1, write_row, lColumn, sText, failure)) ReportCellFailure(context, failure);
+  const std::string_view sField = sField_;
+  sink->Begin(write_row, {&lColumn, 1});
+  sink->PutRow({{&sField, 1}});
   return true;
 }
 
 bool clsColumn::GetCsvValue(RecipeContext& context, std::string& sValue) {
   sValue.clear();
-  if (!TakeField(context, true, sField_)) return false;
+  if (!TakeField(context, sField_)) return false;
   AlphaToNum2(context.host, WriteColumn);  // for its message box alone
-  AppendCsvField(sField_, context.options, sValue);
+  const CsvRules rules = RecipeCsvRules(context.options, ",");
+  const std::string_view sField = rules.bTrim ? TrimBlanks(sField_) : std::string_view(sField_);
+  sValue.resize(2 * sField.size() + 2);
+  const char* const pEnd = NeedsQuotes(rules, sField) ? PutQuoted(sValue.data(), sField)
+                                                      : std::copy(sField.begin(), sField.end(), sValue.data());
+  sValue.resize(static_cast<size_t>(pEnd - sValue.data()));
   return true;
 }
 

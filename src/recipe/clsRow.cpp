@@ -31,7 +31,9 @@ bool clsRow::Expand(int32_t tab_size) {
   sNext_.clear();
   if (!AppendExpanded(sBytes_, tab_size, !bByteChars_, sNext_)) return false;
   sOwn_.swap(sNext_);
-  SetView(sOwn_, *pPage_, false);
+  const size_t nBytes = sOwn_.size();
+  sOwn_.append(kRoomBehind, '\0');
+  SetView(std::string_view(sOwn_).substr(0, nBytes), *pPage_, false, kRoomBehind);
   return true;
 }
 

@@ -47,6 +47,7 @@ class clsRow {
   size_t Pass(int64_t nCharacter);
 
   static constexpr int64_t kCheckpoint = 64;
+  static constexpr size_t kRoomBehind = 16;  ///< Of a row with bytes of its own
 
   std::string sOwn_;
   std::string sNext_;  ///< What becomes sOwn_; kept for its memory

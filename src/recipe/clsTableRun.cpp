@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "clsRecipe.h"
 #include "clsWorkbook.h"
@@ -32,13 +33,14 @@ std::vector<TidyPlace> PlacesOf(const clsTable& table) {
 }  // namespace
 
 bool clsTable::Process(RecipeContext& context, clsOutputFile* csv_file_handle) {
-  return clsTableRun(context, *this, csv_file_handle).Run();
+  const std::unique_ptr<clsTableTarget> target = TargetOf(context, csv_file_handle);
+  return clsTableRun(context, *this, *target).Run();
 }
 
-clsTableRun::clsTableRun(RecipeContext& context, clsTable& table, clsOutputFile* csv_file_handle)
+clsTableRun::clsTableRun(RecipeContext& context, clsTable& table, clsTableTarget& target)
     : context_(context),
       table_(table),
-      pCsv_(csv_file_handle),
+      target_(target),
       bAllPeriods_(context.options.bAllPeriods &&
                    (context.recipe.InputFileFirst != 1 || context.recipe.InputFileLast > 1)),
       sRowLabel_(Translate("Row:") + " "),
@@ -163,8 +165,8 @@ clsTableRun::Step clsTableRun::ExportRows() {
     ++lRowIndex_;
     if (lRowIndex_ % kProgressEvery == 0) {
       TellProgress(lLine);
-      if (pCsv_ != nullptr && pCsv_->LastFailure().Failed()) {
-        EndWalk(context_, "The report could not be written", pCsv_->LastFailure().sText);
+      if (const Failure failure = target_.LastFailure(); failure.Failed()) {
+        EndWalk(context_, "The report could not be written", failure.sText);
         return Step::Died;
       }
     }
@@ -188,30 +190,35 @@ clsRow& clsTableRun::Row() {
   return context_.lineProcessor.RowCollection[static_cast<size_t>(lSlot) - 1];
 }
 
-/// On the first row: the columns before a bad one are still taken, as they come before the check of it.
 clsTableRun::Step clsTableRun::CheckColumns() {
-  std::string sIgnored;
   const auto isBad = [](const clsColumn& column) {
     return column.ReadColumnStart < 1 || column.ReadColumnEnd < column.ReadColumnStart;
   };
   auto& columns = table_.ColumnsCollection;
   const auto bad = std::find_if(columns.begin(), columns.end(), isBad);
-  if (bad != columns.end()) {
-    for (auto column = columns.begin(); column != bad; ++column) {
-      const bool bDone =
-          pCsv_ != nullptr ? column->GetCsvValue(context_, sIgnored) : column->Process(context_, lFirstSheetRow_);
-      if (!bDone) return Step::Died;
-    }
-    return Fatal(kTableColumnPlace, {std::to_string(bad - columns.begin() + 1)});
-  }
-  if (pCsv_ == nullptr) return Step::Next;
-  csvRows_.emplace(context_, columns, table_.lDelimitationChar, Reader().CodePage(), *pCsv_);
-  if (csvRows_->HasSeparator()) return Step::Next;
+  if (!target_.MakeSink(table_, Reader().CodePage(), sink_)) return Step::Died;
+  if (bad != columns.end()) return EndAtColumn(static_cast<size_t>(bad - columns.begin()));
+  fields_.emplace(context_, columns);
+  if (sink_ != nullptr) return Step::Next;
   // No row of any table can be written, so the old output stays.
   const std::string sCode = std::to_string(table_.lDelimitationChar);
   context_.account.failure =
       OwnFailure(gsOutputFile, Translate("The separator is no character code from 1 to 255") + ": " + sCode);
   return Fatal(kSeparator, {sCode});
+}
+
+/// The columns before a bad one are still taken, as they come before the check of it.
+clsTableRun::Step clsTableRun::EndAtColumn(size_t nBad) {
+  fields_.emplace(context_, std::span(table_.ColumnsCollection).first(nBad));
+  const bool bTaken = fields_->Cut(Row());
+  PutBroken();
+  return bTaken ? Fatal(kTableColumnPlace, {std::to_string(nBad + 1)}) : Step::Died;
+}
+
+void clsTableRun::PutBroken() {
+  if (sink_ == nullptr) return;
+  if (!std::exchange(bBegun_, true)) sink_->Begin(lFirstSheetRow_ + lRowIndex_, fields_->SheetColumns());
+  sink_->PutBroken(fields_->Row());
 }
 
 void clsTableRun::MeasureRow(const clsRow& row) {
@@ -229,11 +236,12 @@ void clsTableRun::MeasureRow(const clsRow& row) {
 bool clsTableRun::WriteRow() {
   clsRow& row = Row();
   MeasureRow(row);
-  if (csvRows_) return csvRows_->Write(row);
-  for (clsColumn& column : table_.ColumnsCollection) {
-    if (!column.Process(context_, lFirstSheetRow_ + lRowIndex_)) return false;
+  if (!fields_->Cut(row)) {
+    PutBroken();
+    return false;
   }
-  return true;
+  if (!std::exchange(bBegun_, true)) sink_->Begin(lFirstSheetRow_ + lRowIndex_, fields_->SheetColumns());
+  return sink_->PutRow(fields_->Row());
 }
 
 void clsTableRun::TellProgress(int64_t lLine) {

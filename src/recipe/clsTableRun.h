@@ -1,15 +1,17 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "clsCsvRows.h"
 #include "clsCutMeasure.h"
 #include "clsLineReader.h"
 #include "clsPeriodFiles.h"
+#include "clsRowFields.h"
 #include "clsTable.h"
+#include "clsTableTarget.h"
 #include "modRecipeMessages.h"
 
 namespace quillon {
@@ -18,7 +20,7 @@ namespace quillon {
 /// and when the walk of sections ends: see clsTable::Process.
 class clsTableRun {
  public:
-  clsTableRun(RecipeContext& context, clsTable& table, clsOutputFile* csv_file_handle);
+  clsTableRun(RecipeContext& context, clsTable& table, clsTableTarget& target);
   clsTableRun(const clsTableRun&) = delete;
   clsTableRun& operator=(const clsTableRun&) = delete;
   /// The rows in the line processor are views into the run's readers and go with it.
@@ -37,6 +39,8 @@ class clsTableRun {
   Step OpenReport(const std::string& sPath);
   Step ExportRows();
   Step CheckColumns();
+  Step EndAtColumn(size_t nBad);
+  void PutBroken();
   bool ReadRow();
   bool WriteRow();
   void MeasureRow(const clsRow& row);
@@ -51,11 +55,13 @@ class clsTableRun {
 
   RecipeContext& context_;
   clsTable& table_;
-  clsOutputFile* pCsv_;
+  clsTableTarget& target_;
   clsReport* pReport_ = nullptr;  ///< The one opened last
   clsPeriodFiles periods_;
   bool bAllPeriods_;
-  std::optional<clsCsvRows> csvRows_;
+  std::optional<clsRowFields> fields_;
+  std::unique_ptr<clsRowSink> sink_;
+  bool bBegun_ = false;
   std::string sRowLabel_;
   int64_t lStart_ = 0, lEnd_ = 0;  ///< Lines of the block
   int64_t lFirstSheetRow_ = 0;

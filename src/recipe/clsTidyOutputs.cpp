@@ -1,12 +1,7 @@
 #include "clsTidyOutputs.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
-
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
 
 #include "clsWorkbook.h"
 #include "modRecipeFailures.h"
@@ -17,31 +12,6 @@ namespace quillon {
 namespace {
 
 constexpr int64_t kLookEvery = 1000;
-
-constexpr size_t kChunk = 16;
-constexpr size_t kMostLooked = 4000;  // a byte counts the asking ones of each place in a chunk
-
-/// Copies a text; few are longer than a chunk.
-inline char* PutShort(char* p, std::string_view s) {
-  const size_t n = s.size();
-  if (n > kChunk) return p + s.copy(p, n);
-  // Both ends, which may overlap.
-  const auto putEnds = [&](auto word) {
-    std::memcpy(&word, s.data(), sizeof word);
-    auto behind = word;
-    std::memcpy(&behind, s.data() + n - sizeof word, sizeof word);
-    std::memcpy(p, &word, sizeof word);
-    std::memcpy(p + n - sizeof word, &behind, sizeof word);
-  };
-  if (n >= sizeof(uint64_t)) {
-    putEnds(uint64_t{});
-  } else if (n >= sizeof(uint32_t)) {
-    putEnds(uint32_t{});
-  } else {
-    for (size_t i = 0; i < n; ++i) p[i] = s[i];
-  }
-  return p + n;
-}
 
 /// "2024-12-31 23:59:00", the time only where there is one.
 CalendarMoment MomentOf(std::string_view sPlain) {
@@ -68,15 +38,7 @@ std::string HundredthOf(std::string_view sPlain) {
 
 clsTidyCsvOutput::clsTidyCsvOutput(RecipeContext& context, clsOutputFile& file, const CsvRules& rules,
                                    const clsCodePage& pageOfOutput)
-    : context_(context),
-      file_(file),
-      sink_(file, rules, pageOfOutput),
-      bPlain_(rules.sSeparator.size() == 1 && !rules.bSafe),
-      cSeparator_(rules.sSeparator.front()) {
-  bPlain_ = bPlain_ && rules.sQuoteOn.size() <= asks_.size();
-  asks_.fill(cSeparator_);
-  if (bPlain_) std::copy(rules.sQuoteOn.begin(), rules.sQuoteOn.end(), asks_.begin());
-}
+    : context_(context), file_(file), sink_(file, rules, pageOfOutput) {}
 
 bool clsTidyCsvOutput::Heading(const std::vector<std::string>& names) {
   fields_.assign(names.begin(), names.end());
@@ -90,65 +52,15 @@ bool clsTidyCsvOutput::Row(const std::vector<TidyOutCell>& cells) {
 }
 
 bool clsTidyCsvOutput::PlainRow(const std::vector<TidyCell>& cells) {
-  if (PutPlain(cells, [](const TidyCell& cell) { return cell.sPlain; })) return RowEnds();
   fields_.resize(cells.size());
   for (size_t i = 0; i < cells.size(); ++i) fields_[i] = cells[i].sPlain;
-  sink_.PutRow({fields_, &clsCodePage::Utf8()});
-  return RowEnds();
+  return PutFields();
 }
 
 bool clsTidyCsvOutput::PutFields() {
-  if (!PutPlain(fields_, [](std::string_view sField) { return sField; })) sink_.PutRow({fields_, &clsCodePage::Utf8()});
-  return RowEnds();
-}
-
-bool clsTidyCsvOutput::RowEnds() {
+  sink_.PutRow({fields_, &clsCodePage::Utf8()});
   if (++lRows_ % kLookEvery != 0 || !file_.LastFailure().Failed()) return true;
   return EndWalk(context_, "The report could not be written", file_.LastFailure().sText);
-}
-
-/// A row of fields that go into the file as they are, which is what nearly all rows are: copied field by field, and
-/// then looked at as a whole, many bytes at a time. False, and nothing written, for any other.
-template <typename Cells, typename TextOf>
-bool clsTidyCsvOutput::PutPlain(const Cells& cells, TextOf textOf) {
-  size_t nMost = 2;
-  for (const auto& cell : cells) nMost += textOf(cell).size() + 1;
-  if (!bPlain_ || cells.empty() || nMost > kMostLooked) return false;
-  char* const pRow = file_.Reserve(nMost + kChunk);
-  char* p = pRow;
-  for (const auto& cell : cells) {
-    p = PutShort(p, textOf(cell));
-    *p++ = cSeparator_;
-  }
-  if (!IsAsItIs(pRow, static_cast<size_t>(p - pRow), cells.size())) return false;
-  p[-1] = '\r';
-  *p++ = '\n';
-  file_.Used(static_cast<size_t>(p - pRow));
-  return true;
-}
-
-/// Only the separators between and behind the fields may be of those that want more than their copy.
-bool clsTidyCsvOutput::IsAsItIs(const char* pRow, size_t nBytes, size_t nFields) const {
-#if defined(__SSE2__)
-  const auto all = [](char ch) { return _mm_set1_epi8(ch); };
-  const __m128i ask0 = all(asks_[0]), ask1 = all(asks_[1]), ask2 = all(asks_[2]), ask3 = all(asks_[3]);
-  const __m128i separator = all(cSeparator_), zero = _mm_setzero_si128();
-  __m128i counts = zero;
-  size_t i = 0;
-  for (; i + kChunk <= nBytes; i += kChunk) {
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(pRow + i));
-    const __m128i asks = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(bytes, ask0), _mm_cmpeq_epi8(bytes, ask1)),
-                                      _mm_or_si128(_mm_cmpeq_epi8(bytes, ask2), _mm_cmpeq_epi8(bytes, ask3)));
-    const __m128i others = _mm_or_si128(_mm_cmpeq_epi8(bytes, separator), _mm_cmplt_epi8(bytes, zero));
-    counts = _mm_sub_epi8(counts, _mm_or_si128(asks, others));  // true is -1
-  }
-  const __m128i sums = _mm_sad_epu8(counts, zero);
-  auto nAsking = static_cast<size_t>(_mm_cvtsi128_si32(sums) + _mm_extract_epi16(sums, 4));
-  for (; i < nBytes; ++i) nAsking += Asks(pRow[i]) ? 1U : 0U;
-#else
-  const auto nAsking = static_cast<size_t>(std::count_if(pRow, pRow + nBytes, [this](char ch) { return Asks(ch); }));
-#endif
-  return nAsking == nFields;
 }
 
 bool clsTidySheetOutput::Heading(const std::vector<std::string>& names) {

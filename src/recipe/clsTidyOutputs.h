@@ -1,7 +1,5 @@
 #pragma once
 
-#include <algorithm>
-#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -27,21 +25,10 @@ class clsTidyCsvOutput : public clsTidyOutput {
 
  private:
   bool PutFields();
-  bool RowEnds();
-  template <typename Cells, typename TextOf>
-  bool PutPlain(const Cells& cells, TextOf textOf);
-  bool Asks(char ch) const {
-    return ch == cSeparator_ || static_cast<unsigned char>(ch) >= 0x80 ||
-           std::find(asks_.begin(), asks_.end(), ch) != asks_.end();
-  }
-  bool IsAsItIs(const char* pRow, size_t nBytes, size_t nFields) const;
 
   RecipeContext& context_;
   clsOutputFile& file_;
   clsCsvRowSink sink_;
-  bool bPlain_;
-  const char cSeparator_;
-  std::array<char, 4> asks_{};  ///< Bytes that want more than their copy, besides those that aren't ASCII
   std::vector<std::string_view> fields_;
   int64_t lRows_ = 0;
 };

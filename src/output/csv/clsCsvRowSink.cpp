@@ -6,11 +6,30 @@
 namespace quillon {
 
 bool clsCsvRowSink::PutRow(const SinkRow& row) {
+  if (PutInBlocks(row)) return true;
   for (const std::string_view sField : row.fields) {
+    Note(sField);
     const bool bCalm = writer_.Rules().bSafe && IsHarmful(sField, *row.pPage);
     writer_.Field(ForOutput(sField, *row.pPage), bCalm);
   }
   writer_.EndRow();
+  return true;
+}
+
+void clsCsvRowSink::PutBroken(const SinkRow& row) {
+  for (const std::string_view sField : row.fields) Note(sField);
+}
+
+/// Fields in the output's own bytes. False, and nothing written, for any other row.
+bool clsCsvRowSink::PutInBlocks(const SinkRow& row) {
+  if (road_ == Road::Plain || !blocks_.Serves()) return false;
+  const size_t nMost = blocks_.RoomFor(row);
+  if (nMost > clsOutputFile::kBufferBytes / 2) return false;
+  const bool bSameBytes = row.bAscii || row.pPage == &pageOut_;
+  char* const pRow = file_.Reserve(nMost);
+  char* const pEnd = blocks_.PutRow(row, !bSameBytes, pRow, [this](std::string_view sField) { Note(sField); });
+  if (pEnd == nullptr) return false;
+  file_.Used(static_cast<size_t>(pEnd - pRow));
   return true;
 }
 

@@ -22,8 +22,8 @@ struct CsvRules {
   bool bJoinEmpty = false;
 };
 
-/// The one quoter of both engines: fields joined by the separator, rows ended by CR LF, double quotes inside a quoted
-/// value doubled. Writes into the file's buffer; a failure is the file's and comes out at its Commit.
+/// Fields of any length joined by the separator, rows ended by CR LF, double quotes inside a quoted value doubled.
+/// Writes into the file's buffer; a failure is the file's and comes out at its Commit.
 class clsCsvWriter {
  public:
   /// The file must outlive the writer.

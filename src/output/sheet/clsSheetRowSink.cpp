@@ -22,6 +22,7 @@ bool clsSheetRowSink::PutRow(const SinkRow& row) {
 }
 
 bool clsSheetRowSink::PutField(size_t nField, std::string_view sField, const clsCodePage& page) {
+  Note(sField);
   if (options_.bTrim) sField = TrimBlanks(sField);
   if (sField.empty() && !options_.bWriteEmpty) return true;
   if (page.IsSingleByte() && !IsAscii(sField)) {

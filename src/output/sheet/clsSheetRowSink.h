@@ -20,11 +20,12 @@ class clsSheetRowSink : public clsRowSink {
   };
 
   /// The workbook outlives the sink. Rows go from row 1 on, fields from column 1 on, until Begin says otherwise.
-  clsSheetRowSink(clsWorkbook& workbook, const Options& options, Refused refused)
-      : workbook_(workbook), options_(options), refused_(std::move(refused)) {}
+  clsSheetRowSink(clsWorkbook& workbook, const Options& options, Refused refused, Noted noted = {})
+      : clsRowSink(std::move(noted)), workbook_(workbook), options_(options), refused_(std::move(refused)) {}
 
   void Begin(int64_t lRow, std::span<const int32_t> columns) override;
   bool PutRow(const SinkRow& row) override;
+  void PutBroken(const SinkRow& row) override { PutRow(row); }
 
  private:
   bool PutField(size_t nField, std::string_view sField, const clsCodePage& page);

@@ -2,7 +2,8 @@
 
 #include <random>
 
-#include "clsCsvSink.h"
+#include "clsCsvRowSink.h"
+#include "clsRowCutter.h"
 #include "clsTempFolder.h"
 #include "modText.h"
 
@@ -44,7 +45,7 @@ class TwoRoads {
   std::mt19937 random_;
 };
 
-TEST(FastCsv, GivesTheBytesOfThePlainRoad) {
+TEST(CsvRoads, GiveTheSameBytesWithRoomAndWithout) {
   clsTempFolder folder;
   const clsCodePage* const pages[] = {&clsCodePage::Windows1252(), clsCodePage::Find("cp437"), &clsCodePage::Utf8()};
   for (unsigned nSeed = 0; nSeed < 90; ++nSeed) {
@@ -54,35 +55,48 @@ TEST(FastCsv, GivesTheBytesOfThePlainRoad) {
     CsvRules rules;
     rules.quoting = static_cast<CsvQuoting>(nSeed / 9 % 3);
     rules.sSeparator = nSeed % 2 == 0 ? "," : ";";
+    rules.bTrim = nSeed % 5 == 0;
+    rules.bJoinEmpty = nSeed % 7 == 0;
     const CutPlan plan = roads.Plan(pageIn);
     Failure failure;
-    clsOutputFile files[2];
-    ASSERT_TRUE(files[0].Open(folder.Path("quick"), failure) && files[1].Open(folder.Path("plain"), failure));
-    clsCsvSink quick(files[0], plan, rules, pageIn, pageOut, {});
-    clsCsvSink plain(files[1], plan, rules, pageIn, pageOut, {.bQuick = false});
+    clsOutputFile files[3];
+    ASSERT_TRUE(files[0].Open(folder.Path("quick"), failure) && files[1].Open(folder.Path("tight"), failure) &&
+                files[2].Open(folder.Path("plain"), failure));
+    clsCsvRowSink sinks[3] = {{files[0], rules, pageOut},
+                              {files[1], rules, pageOut},
+                              {files[2], rules, pageOut, {}, clsCsvRowSink::Road::Plain}};
+    clsRowCutter cutter(plan, pageIn);
     for (int i = 0; i < 300; ++i) {
       // At the exact end of its own allocation, so that a sanitizer sees each byte read behind it.
       const std::string sRow = roads.Row(pageIn);
-      const std::vector<char> row(sRow.begin(), sRow.end());
-      const std::string_view sView(row.data(), row.size());
-      EXPECT_TRUE(quick.PutRow(sView) && plain.PutRow(sView));
+      std::vector<char> row(sRow.begin(), sRow.end());
+      std::vector<char> roomy = row;
+      roomy.resize(row.size() + SinkRow::kRoom, '"');
+      cutter.Cut({roomy.data(), row.size()}, true);
+      EXPECT_TRUE(sinks[0].PutRow(cutter.Row()));
+      cutter.Cut({row.data(), row.size()}, false);
+      EXPECT_TRUE(sinks[1].PutRow(cutter.Row()) && sinks[2].PutRow(cutter.Row()));
     }
-    ASSERT_TRUE(files[0].Commit(failure) && files[1].Commit(failure));
+    for (clsOutputFile& file : files) ASSERT_TRUE(file.Commit(failure));
     ASSERT_EQ(folder.Read("quick"), folder.Read("plain")) << "seed " << nSeed;
-    EXPECT_EQ(quick.CharsLost(), plain.CharsLost());
+    ASSERT_EQ(folder.Read("tight"), folder.Read("plain")) << "seed " << nSeed;
+    EXPECT_EQ(sinks[0].CharsLost(), sinks[2].CharsLost());
+    EXPECT_EQ(sinks[1].CharsLost(), sinks[2].CharsLost());
   }
 }
 
-TEST(FastCsv, ARowLargerThanTheBufferTakesThePlainRoad) {
+TEST(CsvRoads, ARowLargerThanTheBufferTakesThePlainOne) {
   clsTempFolder folder;
   const size_t nRow = clsOutputFile::kBufferBytes + 5;
   const CutPlan plan = MakeCutPlan({}, 1, clsCodePage::Windows1252());
   clsOutputFile file;
   Failure failure;
   ASSERT_TRUE(file.Open(folder.Path("out"), failure));
-  clsCsvSink sink(file, plan, {.quoting = CsvQuoting::Always}, clsCodePage::Windows1252(), clsCodePage::Windows1252(),
-                  {});
-  sink.PutRow(std::string(nRow, '"'));
+  clsCsvRowSink sink(file, {.quoting = CsvQuoting::Always}, clsCodePage::Windows1252());
+  clsRowCutter cutter(plan, clsCodePage::Windows1252());
+  const std::string sRow(nRow, '"');
+  cutter.Cut(sRow, false);
+  sink.PutRow(cutter.Row());
   ASSERT_TRUE(file.Commit(failure));
   EXPECT_EQ(folder.Read("out"), std::string(2 * nRow + 2, '"') + "\r\n");
 }
