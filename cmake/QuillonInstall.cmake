@@ -10,12 +10,17 @@ if(EXISTS ${PROJECT_SOURCE_DIR}/data)
 endif()
 
 # Batches on many machines, for GNU parallel, Slurm and Kubernetes.
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/packaging/examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/quillon
-        COMPONENT quillon USE_SOURCE_PERMISSIONS)
+# Permissions are told, as an archive's may be wider.
+set(examples ${CMAKE_INSTALL_DATADIR}/doc/quillon/examples)
+set(folder_permissions OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/packaging/examples/ DESTINATION ${examples} COMPONENT quillon
+        DIRECTORY_PERMISSIONS ${folder_permissions} PATTERN "*.sh" EXCLUDE)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/packaging/examples/ DESTINATION ${examples} COMPONENT quillon
+        DIRECTORY_PERMISSIONS ${folder_permissions} FILE_PERMISSIONS ${folder_permissions} FILES_MATCHING PATTERN "*.sh")
 # The reports that the first page of the manual converts.
 install(FILES ${PROJECT_SOURCE_DIR}/tests/golden/account_limits/account_limits.prt
               ${PROJECT_SOURCE_DIR}/tests/golden/fastiron_arp_crlf/fastiron_arp_crlf.txt
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/quillon/examples COMPONENT quillon)
+        DESTINATION ${examples} COMPONENT quillon)
 
 # A watched folder as a service.
 install(FILES ${PROJECT_SOURCE_DIR}/packaging/quillon-watch@.service DESTINATION lib/systemd/system COMPONENT quillon)
