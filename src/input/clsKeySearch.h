@@ -24,32 +24,37 @@ class clsKeySearch {
   /// forgets those.
   template <typename Found>
   void Look(std::string_view sRow, Found found) {
-    int32_t nState = 0;
-    for (size_t i = 0; i < sRow.size(); ++i) {
-      if (nState == 0 && !MayBegin(sRow, i)) continue;
-      nState = Step(nState, static_cast<unsigned char>(sRow[i]));
+    Walk(sRow, [&](int32_t nState, size_t i) {
       for (int32_t n = Live(nState); n != 0; n = Live(nState)) {
         found(static_cast<size_t>(nodes_[static_cast<size_t>(n)].nText), i);
         nodes_[static_cast<size_t>(n)].nLive = nodes_[static_cast<size_t>(n)].nFail;
         --nLeft_;
       }
-    }
+    });
   }
   /// The same without forgetting any: found(n) for each place where a text ends.
   template <typename Found>
   void LookForAll(std::string_view sRow, Found found) {
-    int32_t nState = 0;
-    for (size_t i = 0; i < sRow.size(); ++i) {
-      if (nState == 0 && !MayBegin(sRow, i)) continue;
-      nState = Step(nState, static_cast<unsigned char>(sRow[i]));
+    Walk(sRow, [&](int32_t nState, size_t) {
       for (int32_t n = Live(nState); n != 0; n = Live(nodes_[static_cast<size_t>(n)].nFail))
         found(static_cast<size_t>(nodes_[static_cast<size_t>(n)].nText));
-    }
+    });
   }
   /// Texts not found so far.
   size_t Left() const { return nLeft_; }
 
  private:
+  /// Tells the state behind each byte that a text may begin or go on with.
+  template <typename At>
+  void Walk(std::string_view sRow, At at) {
+    int32_t nState = 0;
+    for (size_t i = 0; i < sRow.size(); ++i) {
+      if (nState == 0 && !MayBegin(sRow, i)) continue;
+      nState = Step(nState, static_cast<unsigned char>(sRow[i]));
+      at(nState, i);
+    }
+  }
+
   struct Node {
     int32_t nFail = 0;   ///< The longest other state that ends the same
     int32_t nLive = 0;   ///< Itself if its text is looked for, else a state nearer to the next one that is

@@ -59,7 +59,11 @@ bool clsRowFields::Cut(clsRow& row) {
   bAscii_ = row.BytesAreCharacters() && !pPage_->IsSingleByte();
   bRoom_ = row.RoomBehind() >= SinkRow::kRoom;
   bWithBlank_ = false;
-  row.BytesAreCharacters() ? CutBytes(row) : CutCharacters(row);
+  if (row.BytesAreCharacters()) {
+    CutBytes(row);
+  } else {
+    CutCharacters(row);
+  }
   return true;
 }
 

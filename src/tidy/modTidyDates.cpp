@@ -155,9 +155,10 @@ bool ReadCommonDate(std::string_view s, std::string_view sForm, DateParts& parts
       if (s[i] != cForm || IsAsciiLetter(cForm)) return false;
       continue;
     }
-    if (nDigit > 9) return false;
-    values[static_cast<size_t>(nPart)] = values[static_cast<size_t>(nPart)] * 10 + static_cast<int>(nDigit);
-    ++digits[static_cast<size_t>(nPart)];
+    const auto n = static_cast<size_t>(nPart);
+    // A form may ask for more digits than any part has.
+    if (nDigit > 9 || ++digits[n] > 4) return false;
+    values[n] = values[n] * 10 + static_cast<int>(nDigit);
   }
   parts.nDay = values[Day];
   parts.nMonth = values[Month];

@@ -65,6 +65,7 @@ TEST(TidyValues, DatesFollowTheirForm) {
   EXPECT_EQ(date("01.02.50", "DD.MM.YY"), "1950-02-01");
   EXPECT_EQ(date("20240229", "YYYYMMDD"), "2024-02-29");
   EXPECT_EQ(date("20230229", "YYYYMMDD"), "-");
+  EXPECT_EQ(date("999999999999122024", "DDDDDDDDDDDDMMYYYY"), "-") << "no part has so many digits";
   EXPECT_EQ(date("02-Mar-09", "DD-MMM-YY"), "2009-03-02");
   EXPECT_EQ(date("99  9  2 19  0  0.5", "YY MM DD HH NN SS"), "1999-09-02 19:00:00.5");
   EXPECT_EQ(date("12/31/2024", ""), "2024-12-31");
